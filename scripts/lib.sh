@@ -1,0 +1,81 @@
+# Shared by the scripts in this folder: the packages, installing what is missing, and talking to the terminal.
+# To be sourced by bash with the working directory anywhere; leaves `root` set to the top of the checkout.
+
+set -u -o pipefail
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+export LC_ALL=C.UTF-8
+
+# Debian 12 packages: what the programs need to be built and to run, and what the checks need on top.
+packages_to_build=(
+  cmake ninja-build g++
+  qt6-base-dev qt6-serialport-dev qt6-multimedia-dev
+  libgtest-dev libgmock-dev
+  fonts-dejavu-core
+)
+packages_to_check=(
+  libbenchmark-dev
+  clang clang-format clang-tidy libclang-rt-14-dev
+)
+
+say() { printf '%s\n' "$*"; }
+fail() {
+  printf 'error: %s\n' "$*" >&2
+  return 1
+}
+
+# as_root COMMAND...: runs it as root, through sudo where needed. Without a terminal sudo must not ask.
+as_root() {
+  if [ "$(id -u)" -eq 0 ]; then
+    "$@"
+  elif ! command -v sudo >/dev/null; then
+    fail "not root, and there is no sudo to run: $*"
+  elif [ -t 0 ]; then
+    sudo "$@"
+  else
+    sudo -n "$@"
+  fi
+}
+
+# missing_packages NAME...: prints those that are not installed.
+missing_packages() {
+  local name
+  for name in "$@"; do
+    [ "$(dpkg-query -W -f='${db:Status-Abbrev}' "$name" 2>/dev/null | head -c 2)" = ii ] || printf '%s ' "$name"
+  done
+}
+
+# install_missing NAME...: installs what is missing with apt; silent when nothing is.
+install_missing() {
+  if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
+    say "This is no Debian system: going on with what is installed."
+    return 0
+  fi
+  local missing log
+  missing=$(missing_packages "$@")
+  [ -n "$missing" ] || return 0
+  say "Installing: $missing"
+  log=$(mktemp)
+  # A package source that cannot be reached does no harm as long as the others hold what is needed.
+  as_root apt-get -qq -o Acquire::Retries=3 update >"$log" 2>&1 || say "apt-get update had trouble; trying all the same."
+  # shellcheck disable=SC2086 # one word for each package
+  if ! as_root env DEBIAN_FRONTEND=noninteractive apt-get -qq -y -o Acquire::Retries=3 -o DPkg::Lock::Timeout=300 \
+    install --no-install-recommends $missing >>"$log" 2>&1 </dev/null; then
+    tail -n 30 "$log" >&2
+    rm -f "$log"
+    fail "these packages could not be installed: $missing"
+    return 1
+  fi
+  rm -f "$log"
+}
+
+# processors: how many jobs to run at a time.
+processors() { nproc 2>/dev/null || echo 2; }
+
+# source_files [NAME-PATTERN...]: the project's own C++ files, one a line, as paths from the root.
+source_files() {
+  (
+    cd "$root" || exit 1
+    find common records lane link print console ui tools tests bench fuzz packaging \
+      \( -name '*.h' -o -name '*.cpp' \) -type f 2>/dev/null | LC_ALL=C sort
+  )
+}
