@@ -1,0 +1,88 @@
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <string>
+
+#include "common/event.h"
+#include "common/event_clock.h"
+#include "common/forms.h"
+#include "common/platform.h"
+
+namespace quorvane {
+
+// What the door hands on besides the operator's actions on controls.
+class DeviceEvents {
+ public:
+  virtual ~DeviceEvents() = default;
+  virtual void Load() = 0;
+  virtual void BytesArrived(const std::vector<std::uint8_t>& bytes) = 0;
+  virtual void LineError(int code) = 0;
+  virtual void PortsChanged(const std::vector<int>& ports) = 0;
+};
+
+// The one door through which every outside event enters. It samples the clock, so that time stands still inside an
+// event; ends an event whose procedure raised an error, and only that event; and can write every event into a journal.
+//
+// An event that comes in while another is handled waits its turn. Only while a dialog box is open do bytes, line
+// errors, ports and timers go through before the event that opened it has ended; the operator's own actions on other
+// windows are dropped meanwhile, as a modal box has it.
+class Door : public EventClock {
+ public:
+  explicit Door(Platform& platform) : platform_(platform), forms_(*this) {}
+
+  void SetDevices(DeviceEvents* devices) { devices_ = devices; }
+  void SetJournal(Journal* journal) { journal_ = journal; }
+  // Called whenever an outermost event has ended, so that the windows can show what changed.
+  void SetAfterEvent(std::function<void()> afterEvent) { afterEvent_ = std::move(afterEvent); }
+
+  void Enter(const Event& event);
+  // Enters a timer event for each timer that is due by the console clock, each at the most once.
+  void RunDueTimers();
+  // Arms the timer again and enters its event.
+  void FireTimer(Control& timer);
+
+  std::int64_t Now() const override { return now_; }
+  Platform& System() { return platform_; }
+  Forms& AllForms() { return forms_; }
+  bool DialogOpen() const { return dialogs_ > 0; }
+
+  // Shows a dialog box and lets the radio and the timers go on behind it. The clock is sampled again when it closes.
+  DialogAnswer Ask(const DialogBox& box);
+  // Runs the action as an event of its own as soon as no event is in hand and no box is open.
+  void Post(std::function<void()> action);
+  // Runs the action with the same boundary as an event: an error ends the action, and only it. True: no error.
+  bool Contain(const std::function<void()>& action);
+  void NoteSent(const std::vector<std::uint8_t>& frame);
+
+  // Errors contained so far and the text of the last, for whoever looks for a fault.
+  int ErrorsContained() const { return errors_; }
+  const std::string& LastError() const { return lastError_; }
+
+ private:
+  bool MustWait(EventKind kind) const;
+  void Handle(const Event& event);
+  void Dispatch(const Event& event);
+  void DispatchToControl(const Event& event, Control& control);
+  void DispatchToForm(const Event& event, Form& form);
+  void DrainWhileOpen();
+  void DrainWhenIdle();
+  void SampleClock();
+
+  Platform& platform_;
+  Forms forms_;
+  DeviceEvents* devices_ = nullptr;
+  Journal* journal_ = nullptr;
+  std::function<void()> afterEvent_;
+  std::int64_t now_ = 0;
+  int inHand_ = 0;   // events being handled, one inside the other
+  int dialogs_ = 0;  // dialog boxes open
+  int depthAtDialog_ = 0;
+  std::deque<Event> waiting_;
+  std::deque<std::function<void()>> posted_;
+  int errors_ = 0;
+  std::string lastError_;
+};
+
+}  // namespace quorvane

@@ -1,0 +1,85 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace quorvane {
+
+class Form;
+
+// The local date and time of the computer.
+struct LocalDateTime {
+  int year = 2000;
+  int month = 1;  // 1..12
+  int day = 1;
+  int hour = 0;
+  int minute = 0;
+  int second = 0;
+
+  bool operator==(const LocalDateTime&) const = default;
+};
+
+enum class DialogKind : std::uint8_t { Ok, OkCancel, YesNo, YesNoCancel, Input, OpenFile, SaveFile };
+enum class DialogIcon : std::uint8_t { None, Exclamation, Critical };
+
+// A box that the operator must answer before the procedure that shows it goes on.
+struct DialogBox {
+  DialogKind kind = DialogKind::Ok;
+  std::string title;
+  std::string text;  // lines end with a carriage return
+  DialogIcon icon = DialogIcon::None;
+  std::string preset = {};            // input: the text offered; files: the path offered
+  std::string folder = {};            // files: where the dialog starts
+  std::string defaultExtension = {};  // files: ".ini"
+};
+
+// Ok, Cancel, Yes and No are buttons; Text is an entered text, File a chosen path. A box that is closed otherwise
+// answers Cancel (No where there is no Cancel, Ok where there is nothing else).
+struct DialogAnswer {
+  enum class Word : std::uint8_t { Ok, Cancel, Yes, No, Text, File };
+  Word word = Word::Cancel;
+  std::string text = {};
+};
+
+// The per-user settings of the program, by section and key. A missing value reads as the default given. Writing never
+// fails visibly.
+class SettingsStore {
+ public:
+  virtual ~SettingsStore() = default;
+  virtual std::string GetSetting(const std::string& section, const std::string& key,
+                                 const std::string& fallback) const = 0;
+  virtual void SaveSetting(const std::string& section, const std::string& key, const std::string& value) = 0;
+};
+
+// Everything outside the language that the race logic reaches. The window, the replay and the tests each bring one.
+class Platform {
+ public:
+  virtual ~Platform() = default;
+
+  // ms since the program started; never jumps, falls or restarts.
+  virtual std::int64_t ClockMs() = 0;
+  virtual LocalDateTime LocalNow() = 0;
+
+  // Shows the box and returns when it has been answered. Events that arrive meanwhile are handed to the door.
+  virtual DialogAnswer ShowDialog(const DialogBox& box) = 0;
+
+  // Paints what has changed, now. No event is delivered meanwhile.
+  virtual void RepaintWindows() = 0;
+  virtual void BringForward(Form& form) = 0;
+
+  // Plays a wave file without waiting for its end; silent on any failure.
+  virtual void PlayWave(const std::string& path) = 0;
+  virtual void StopWave() = 0;
+
+  virtual SettingsStore& Settings() = 0;
+  virtual std::string ProgramFolder() = 0;
+  virtual std::string HomeFolder() = 0;
+
+  // Ends the program once the event in hand has been handled.
+  virtual void EndProgram() = 0;
+};
+
+// Stops whatever is playing and, where the file exists, plays it without waiting for its end.
+void PlaySound(Platform& platform, const std::string& path);
+
+}  // namespace quorvane

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace quorvane {
+
+// The race variables that all parts of the program share; one instance for the program.
+struct RaceState {
+  std::int16_t RaceNumber = 1;  // counted from 1 across rounds
+  std::int16_t LastRaceRun = 0;  // last race finalized; -1 after the heat was advanced by hand
+  std::int16_t HeatsPerRound = 1;
+  std::int16_t NumberReflys = 0;
+  std::int16_t RaceMode = 1;  // 1..6
+  bool IsFaiMode = false;     // modes 4, 5 and 6
+  bool RaceActive = false;    // initialized, and neither finalized nor reset
+  bool RaceHolding = false;   // the clock display is held
+  bool ManualStart = false;   // started with the Start button
+  bool RaceDone = false;      // concluded
+  bool StartInfoPending = false;  // the next frame sent announces the start
+  bool ReflyMode = false;         // the race on the console repeats one that has run
+  bool RaceLoaded = false;        // the race on the console was shown from the project file
+  std::int32_t RaceStartRef = 0;  // stopwatch reading, in ms, that counts as race time zero
+  bool CommActive = false;        // the chosen serial port is open and works
+  std::int16_t LaneColorScheme = 1;
+  std::string ProjectFile = {};
+  std::string ProjectBaseName = {};
+  std::string ResultsFile = {};
+};
+
+}  // namespace quorvane

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quorvane {
+
+// The number at the start of a text: blanks and tabs before it are skipped, it may have a sign, a "." and an
+// exponent, and it ends at the first character that does not belong to it. 0 when there is none. Never the locale's.
+double LeadingNumber(std::string_view text);
+
+// The leading number rounded to a whole number, halves to the even neighbour; OverflowError when it does not fit.
+std::int16_t LeadingInteger(std::string_view text);
+std::int32_t LeadingLong(std::string_view text);
+
+// numerator / denominator (> 0) with the given number of decimals, at least one digit before the point; rounds the
+// exact value, halves away from zero. A result that rounds to zero has no sign.
+std::string FormatRatio(std::int64_t numerator, std::int64_t denominator, int decimals);
+
+// Hexadecimal digits in capitals: Hex2 padded to two characters, Hex as many as needed.
+std::string Hex2(std::uint8_t value);
+std::string Hex(std::uint8_t value);
+
+// "a,b,,c" split at the separator; an empty text has no fields.
+std::vector<std::string> Split(std::string_view text, char separator);
+std::string Join(const std::vector<std::string>& fields, char separator);
+
+bool EqualsIgnoringCase(std::string_view a, std::string_view b);
+
+// JSON: a string with its quotes.
+std::string JsonString(std::string_view text);
+
+}  // namespace quorvane

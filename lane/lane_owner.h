@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "common/color.h"
+#include "common/platform.h"
+
+namespace quorvane {
+
+// What a lane panel asks of the race. Lanes are numbered 1..4 here.
+class LaneOwner {
+ public:
+  virtual ~LaneOwner() = default;
+
+  virtual std::int32_t RaceTime() const = 0;  // the lane's "clock now", ms
+  virtual bool ClockRunning() const = 0;      // the race clock's timer is on
+  virtual void IssueLapEvent() = 0;
+  virtual void IssueRaceEvent(bool flag) = 0;
+  virtual void SetOrder(int place) = 0;  // offer this place on every lane
+  virtual DialogAnswer Ask(const DialogBox& box) = 0;
+
+  virtual std::string LaneColorName(int lane) const = 0;
+  virtual Color LaneLowColor(int lane) const = 0;
+  virtual Color LaneHighColor(int lane) const = 0;
+
+  virtual std::string GetProjectValue(const std::string& section, const std::string& key,
+                                      const std::string& fallback) = 0;
+  virtual void SetProjectValue(const std::string& section, const std::string& key,
+                               const std::string& value) = 0;
+};
+
+}  // namespace quorvane

@@ -1,0 +1,91 @@
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <map>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "common/door.h"
+#include "common/platform.h"
+#include "link/serial_control.h"
+
+namespace quorvane {
+
+// Settings in memory.
+class MemorySettings : public SettingsStore {
+ public:
+  std::string GetSetting(const std::string& section, const std::string& key,
+                         const std::string& fallback) const override;
+  void SaveSetting(const std::string& section, const std::string& key, const std::string& value) override;
+
+  using Values = std::map<std::pair<std::string, std::string>, std::string>;
+  const Values& All() const { return values_; }
+
+ private:
+  Values values_;
+};
+
+// Serial ports that exist only in memory and keep what is written to them.
+class VirtualSerial : public SerialControl {
+ public:
+  std::set<int> ports;
+  std::map<int, SerialError> busy;              // opening these fails so
+  std::vector<std::vector<std::uint8_t>> sent;  // one entry a write
+  std::function<void(const std::vector<std::uint8_t>&)> onSent;
+
+ protected:
+  bool DeviceExists(int port) override { return ports.contains(port); }
+  SerialError OpenDevice(int port, const std::string& settings) override;
+  void CloseDevice() override {}
+  void WriteDevice(const std::vector<std::uint8_t>& bytes) override;
+};
+
+// A platform without a window, on a clock that only moves when it is told to. Serves the tests and the replay.
+class VirtualPlatform : public Platform {
+ public:
+  struct Shown {
+    std::int64_t ms;
+    DialogBox box;
+    DialogAnswer answer;
+  };
+
+  std::int64_t ClockMs() override { return ms_; }
+  LocalDateTime LocalNow() override;
+  DialogAnswer ShowDialog(const DialogBox& box) override;
+  void RepaintWindows() override { ++repaints; }
+  void BringForward(Form&) override {}
+  void PlayWave(const std::string& path) override { playing = path; }
+  void StopWave() override { playing.clear(); }
+  SettingsStore& Settings() override { return settings; }
+  std::string ProgramFolder() override { return programFolder; }
+  std::string HomeFolder() override { return homeFolder; }
+  void EndProgram() override { ended = true; }
+
+  // Moves the clock to ms, firing on the way the timers that are due before it.
+  void RunUntil(Door& door, std::int64_t ms);
+  void SetClock(std::int64_t ms) { ms_ = ms; }
+
+  LocalDateTime start{2026, 11, 21, 9, 0, 0};  // local date and time at 0 ms
+  MemorySettings settings;
+  std::string programFolder;
+  std::string homeFolder;
+  std::string playing;  // the wave file that sounds now
+  int repaints = 0;
+  bool ended = false;
+
+  std::deque<DialogAnswer> answers;               // for the boxes to come, used in turn
+  std::function<void(const DialogBox&)> whileOpen;  // runs once for each box, while it is open
+  std::vector<Shown> shown;
+
+ private:
+  std::int64_t ms_ = 0;
+};
+
+// `at` plus ms, by the calendar.
+LocalDateTime AddMilliseconds(const LocalDateTime& at, std::int64_t ms);
+
+}  // namespace quorvane
