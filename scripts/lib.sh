@@ -1,3 +1,4 @@
+# shellcheck shell=bash disable=SC2034
 # Shared by the scripts in this folder: the packages, installing what is missing, and talking to the terminal.
 # To be sourced by bash with the working directory anywhere; leaves `root` set to the top of the checkout.
 
@@ -71,7 +72,7 @@ install_missing() {
 # processors: how many jobs to run at a time.
 processors() { nproc 2>/dev/null || echo 2; }
 
-# source_files [NAME-PATTERN...]: the project's own C++ files, one a line, as paths from the root.
+# source_files: the project's own C++ files, one a line, as paths from the root.
 source_files() {
   (
     cd "$root" || exit 1
