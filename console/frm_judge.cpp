@@ -1,0 +1,171 @@
+#include "console/frm_judge.h"
+
+#include "console/numeric_keys.h"
+#include "common/text.h"
+#include "records/lane_colors.h"
+
+namespace quorvane {
+
+frmJudge::frmJudge(Door& door, RaceState& race, RaceClock& clock, Project& project)
+    : Form(door.AllForms(), "frmJudge"),
+      mnuFile(AddCaptioned(ControlKind::Menu, "mnuFile", "&File")),
+      mnuSelectFile(AddCaptioned(ControlKind::Menu, "mnuSelectFile", "&Open Project...", &mnuFile)),
+      mnuAutoPrint(AddCaptioned(ControlKind::Menu, "mnuAutoPrint", "Enable AutoPrint", &mnuFile)),
+      mnuExit(AddCaptioned(ControlKind::Menu, "mnuExit", "E&xit", &mnuFile)),
+      mnuSetRaceInfo(AddCaptioned(ControlKind::Menu, "mnuSetRaceInfo", "&Set Race Info")),
+      mnuSetEventName(
+          AddCaptioned(ControlKind::Menu, "mnuSetEventName", "Set &Event Name", &mnuSetRaceInfo)),
+      mnuHeatsPerRound(
+          AddCaptioned(ControlKind::Menu, "mnuHeatsPerRound", "Set &Heats per Round", &mnuSetRaceInfo)),
+      mnuLaneColors(AddCaptioned(ControlKind::Menu, "mnuLaneColors", "Set &Lane Colors", &mnuSetRaceInfo)),
+      mnuHelp(AddCaptioned(ControlKind::Menu, "mnuHelp", "&Help")),
+      lblStatus(Add(ControlKind::Label, "lblStatus")),
+      lblNotSaved(AddCaptioned(ControlKind::Label, "lblNotSaved", "NOT SAVED")),
+      fraHeatControl(Add(ControlKind::Frame, "fraHeatControl")),
+      txtHeat(Add(ControlKind::TextBox, "txtHeat", &fraHeatControl)),
+      cmdDecHeat(AddCaptioned(ControlKind::Button, "cmdDecHeat", "-", &fraHeatControl)),
+      cmdIncHeat(AddCaptioned(ControlKind::Button, "cmdIncHeat", "+", &fraHeatControl)),
+      txtRound(Add(ControlKind::TextBox, "txtRound", &fraHeatControl)),
+      cmdDecRound(AddCaptioned(ControlKind::Button, "cmdDecRound", "-", &fraHeatControl)),
+      cmdIncRound(AddCaptioned(ControlKind::Button, "cmdIncRound", "+", &fraHeatControl)),
+      cboRaceMode(Add(ControlKind::ComboBox, "cboRaceMode")),
+      lblRaceMode(Add(ControlKind::Label, "lblRaceMode")),
+      cmdRefly(AddCaptioned(ControlKind::Button, "cmdRefly", "Refly")),
+      chkSixtySecondCount(AddCaptioned(ControlKind::CheckBox, "chkSixtySecondCount", "60 Second Count")),
+      chkAudio(AddCaptioned(ControlKind::CheckBox, "chkAudio", "Audio Countdown")),
+      cmdStart(AddCaptioned(ControlKind::Button, "cmdStart", "Start")),
+      cmdReset(AddCaptioned(ControlKind::Button, "cmdReset", "Reset")),
+      cmdSave(AddCaptioned(ControlKind::Button, "cmdSave", "Save")),
+      cmdPrint(AddCaptioned(ControlKind::Button, "cmdPrint", "Print")),
+      cmdReorder(AddCaptioned(ControlKind::Button, "cmdReorder", "Order")),
+      txtComments(Add(ControlKind::TextBox, "txtComments")),
+      lblComm(Add(ControlKind::Label, "lblComm")),
+      lblReadComm(AddCaptioned(ControlKind::Label, "lblReadComm", "R")),
+      lblWriteComm(AddCaptioned(ControlKind::Label, "lblWriteComm", "T")),
+      fraLane(*this, ControlKind::Frame, "fraLane", 0, 3),
+      tmrTimeTick(Add(ControlKind::Timer, "tmrTimeTick")),
+      tmrSaveRetry(Add(ControlKind::Timer, "tmrSaveRetry")),
+      door_(door),
+      race_(race),
+      clock_(clock),
+      project_(project) {
+  SetCaption("Quorvane");
+  lblNotSaved.SetVisible(false);
+  lblNotSaved.SetForeColor(kWhite);
+  lblNotSaved.SetBackColor(kRed);
+  chkAudio.SetVisible(false);
+  tmrSaveRetry.SetInterval(3000);
+  for (int i = 0; i < 4; ++i) {
+    lanes_[static_cast<std::size_t>(i)] =
+        std::make_unique<frmLane>(door.AllForms(), race, static_cast<LaneOwner&>(*this), i + 1);
+  }
+  HookEvents();
+  door.AllForms().SetMain(*this);
+}
+
+frmJudge::~frmJudge() = default;
+
+void frmJudge::HookEvents() {
+  cmdStart.onClick = [this] { cmdStart_Click(); };
+  cmdReset.onClick = [this] { cmdReset_Click(); };
+  cmdSave.onClick = [this] { cmdSave_Click(); };
+  cmdPrint.onClick = [this] { cmdPrint_Click(); };
+  cmdReorder.onClick = [this] { cmdReorder_Click(); };
+  cmdRefly.onClick = [this] { cmdRefly_Click(); };
+  cmdIncHeat.onClick = [this] { cmdIncHeat_Click(); };
+  cmdDecHeat.onClick = [this] { cmdDecHeat_Click(); };
+  cmdIncRound.onClick = [this] { cmdIncRound_Click(); };
+  cmdDecRound.onClick = [this] { cmdDecRound_Click(); };
+  txtHeat.onChange = [this] { txtHeat_Change(); };
+  txtRound.onChange = [this] { txtRound_Change(); };
+  for (Control* box : {&txtHeat, &txtRound, &txtComments}) {
+    box->onGotFocus = [box] { SelectAllText(*box); };
+  }
+  cboRaceMode.onChange = [this] { cboRaceMode_Change(); };
+  chkSixtySecondCount.onClick = [this] { chkSixtySecondCount_Click(); };
+  lblComm.onClick = [this] { lblComm_Click(); };
+  tmrTimeTick.onTimer = [this] { tmrTimeTick_Timer(); };
+  tmrSaveRetry.onTimer = [this] { project_.Retry(); };
+  mnuSelectFile.onClick = [this] { mnuSelectFile_Click(); };
+  mnuAutoPrint.onClick = [this] { mnuAutoPrint_Click(); };
+  mnuExit.onClick = [this] { Form_QueryUnload(); };
+  mnuHeatsPerRound.onClick = [this] { mnuHeatsPerRound_Click(); };
+  mnuSetEventName.onClick = [this] { mnuSetEventName_Click(); };
+  mnuLaneColors.onClick = [this] { mnuLaneColors_Click(); };
+}
+
+void frmJudge::Form_Load() {
+  clock_.ResetRaceClock(0, "Null");
+  race_.LaneColorScheme = LoadLaneColorScheme(door_.System().Settings());
+  for (int i = 0; i < 4; ++i) {
+    Lane(i).Form_Load();
+    Lane(i).SetFormParent(fraLane[i], i);
+    Lane(i).UpdateLaneColor();
+  }
+  mnuAutoPrint.SetChecked(LeadingNumber(GetProjectValue("Current", "AutoPrint", "False")) != 0.0);
+  ApplyRaceMode(2);
+  race_.RaceHolding = false;
+  race_.RaceActive = false;
+  DisplayStatus();
+  cboRaceMode.SetItems({"RaceHorse", "AMA 1324", "AMA 2413", "FAI 123", "FAI 231", "FAI 312"});
+  cboRaceMode.SetListIndex(1);
+  if (!ChooseProject(true)) return;
+  ResetRaceControls();
+  SetVisible(true);
+  if (link_ != nullptr) {
+    link_->Form_Load();
+    door_.AllForms().Show(*link_);
+  }
+}
+
+void frmJudge::EndAtStartup() { door_.System().EndProgram(); }
+
+void frmJudge::Form_QueryUnload() {
+  const DialogBox close{DialogKind::YesNo, "Close Quorvane", "Shutdown Quorvane. Are you sure?"};
+  if (door_.Ask(close).word != DialogAnswer::Word::Yes) return;
+  if (cmdSave.Enabled()) {
+    const DialogBox save{DialogKind::YesNo, "Close Quorvane", "Do you want to save the race first?"};
+    if (door_.Ask(save).word == DialogAnswer::Word::Yes) cmdSave_Click();
+  }
+  Form_Unload();
+}
+
+void frmJudge::Form_Unload() {
+  tmrTimeTick.SetEnabled(false);
+  for (const auto& lane : lanes_) lane->Form_Unload();
+  door_.System().EndProgram();
+}
+
+// Moving to another race, or changing the race mode's meaning, has to wait while a race is in the air: it would be
+// recorded under another number. A finished race that waits to be saved must keep its refly mark.
+void frmJudge::EventEnded() {
+  const bool free = !RaceBeingFlown();
+  for (Control* control : {&txtHeat, &cmdDecHeat, &cmdIncHeat, &txtRound, &cmdDecRound, &cmdIncRound,
+                           &mnuHeatsPerRound, &mnuSelectFile}) {
+    control->SetEnabled(free);
+  }
+  cmdRefly.SetEnabled(free && !cmdSave.Enabled() && projectOpen_ && HasTimestamp(race_.RaceNumber));
+  ShowSaveState();
+}
+
+void frmJudge::ShowSaveState() {
+  const bool saved = project_.Saved();
+  lblNotSaved.SetVisible(!saved);
+  tmrSaveRetry.SetEnabled(!saved);
+}
+
+std::string frmJudge::LaneColorName(int lane) const { return quorvane::LaneColorName(race_, lane); }
+Color frmJudge::LaneLowColor(int lane) const { return quorvane::LaneLowColor(race_, lane); }
+Color frmJudge::LaneHighColor(int lane) const { return quorvane::LaneHighColor(race_, lane); }
+
+std::string frmJudge::GetProjectValue(const std::string& section, const std::string& key,
+                                      const std::string& fallback) {
+  return project_.GetProjectValue(section, key, fallback);
+}
+
+void frmJudge::SetProjectValue(const std::string& section, const std::string& key,
+                               const std::string& value) {
+  project_.SetProjectValue(section, key, value);
+}
+
+}  // namespace quorvane

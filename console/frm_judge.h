@@ -1,0 +1,231 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "common/door.h"
+#include "common/form.h"
+#include "common/race_clock.h"
+#include "common/race_state.h"
+#include "lane/frm_lane.h"
+#include "lane/lane_owner.h"
+#include "link/frm_serial_port.h"
+#include "link/link_owner.h"
+#include "records/project.h"
+
+namespace quorvane {
+
+// Prints the heat that is on the console. Never opens a dialog box by itself.
+class HeatPrinter {
+ public:
+  virtual ~HeatPrinter() = default;
+  virtual void PrintHeat() = 0;
+};
+
+// The console: owns the four lane panels, the race clock and the buttons that take a race from ready through running to
+// finished; turns station frames and keys into race actions; moves between races and keeps them in the project file.
+// All times are ms of race time unless said otherwise. A procedure that raises a RunTimeError is abandoned.
+class frmJudge : public Form, private LaneOwner, private LinkOwner {
+ public:
+  frmJudge(Door& door, RaceState& race, RaceClock& clock, Project& project);
+  ~frmJudge() override;
+
+  void SetLink(frmSerialPort& link) { link_ = &link; }
+  void SetPrinter(HeatPrinter* printer) { printer_ = printer; }
+  // The project named on the command line; opened at start-up without asking.
+  void SetStartupProject(std::string path) { startupProject_ = std::move(path); }
+  LinkOwner& ForLink() { return *this; }
+  frmLane& Lane(int index) { return *Element(lanes_, index); }  // 0..3
+  const frmLane& Lane(int index) const { return *Element(lanes_, index); }
+
+  // Menu bar.
+  Control& mnuFile;
+  Control& mnuSelectFile;
+  Control& mnuAutoPrint;
+  Control& mnuExit;
+  Control& mnuSetRaceInfo;
+  Control& mnuSetEventName;
+  Control& mnuHeatsPerRound;
+  Control& mnuLaneColors;
+  Control& mnuHelp;
+
+  // Clock and race.
+  Control& lblStatus;
+  Control& lblNotSaved;  // shown while something that was recorded is not on the disk
+  Control& fraHeatControl;
+  Control& txtHeat;
+  Control& cmdDecHeat;
+  Control& cmdIncHeat;
+  Control& txtRound;
+  Control& cmdDecRound;
+  Control& cmdIncRound;
+  Control& cboRaceMode;
+  Control& lblRaceMode;
+  Control& cmdRefly;
+  Control& chkSixtySecondCount;
+  Control& chkAudio;
+  Control& cmdStart;
+  Control& cmdReset;
+  Control& cmdSave;
+  Control& cmdPrint;
+  Control& cmdReorder;
+  Control& txtComments;
+  Control& lblComm;
+  Control& lblReadComm;
+  Control& lblWriteComm;
+  ControlArray fraLane;  // 0..3, where the lane panels stand
+  Control& tmrTimeTick;
+  Control& tmrSaveRetry;  // tries again to write what is not on the disk yet
+
+  // Race lifecycle and clock.
+  void Form_Load();
+  void InitializeRace();
+  void cmdStart_Click();
+  void tmrTimeTick_Timer();
+  void DisplayStatus();
+  void FinalizeRace();
+  void ResetRaceControls();
+  bool cmdReset_Click();  // false: the operator cancelled and nothing has changed
+  void chkSixtySecondCount_Click();
+  bool HasRun(std::int16_t race);
+  void ShowCurrentRace();
+  void Form_QueryUnload();
+  void Form_Unload();
+  void CloseRequested() override { Form_QueryUnload(); }
+
+  // Heats, rounds, race modes and reflies.
+  void ApplyRaceMode(int index);
+  void GetRaceMode(int& mode) const;
+  void cboRaceMode_Change();
+  void SetOrder(int place) override;
+  void cmdReorder_Click();
+  void mnuHeatsPerRound_Click();
+  void cmdIncHeat_Click();
+  void cmdDecHeat_Click();
+  void cmdIncRound_Click();
+  void cmdDecRound_Click();
+  void txtHeat_Change();
+  void txtRound_Change();
+  void cmdRefly_Click();
+  void SetCaption();
+  void mnuSetEventName_Click();
+  void mnuLaneColors_Click();
+
+  // Stations and keys.
+  void ProcessMessage(const StationMessage& frame) override;
+  void LoadStartInfo(std::array<std::uint8_t, 4>& time, std::uint8_t& start, std::uint8_t& mode) override;
+  void GetLaneInfo(std::uint8_t lane, std::uint8_t& laps, std::uint8_t& lit,
+                   std::array<std::int16_t, 4>& cuts) override;
+  void IssueRaceEvent(bool flag) override;
+  void IssueLapEvent() override;
+  void IssueTimeEvent();
+  void KeyDown(const std::string& key) override;
+  void lblComm_Click();
+
+  // Records.
+  void mnuSelectFile_Click();
+  void mnuAutoPrint_Click();
+  void cmdSave_Click();
+  void LoadRaceHeader();
+  void cmdPrint_Click();
+
+  // Run after every event: what may be touched now follows from the state of the race.
+  void EventEnded();
+
+  bool RaceBeingFlown() const { return race_.RaceActive && !race_.RaceDone; }
+  std::int16_t Heat() const { return heat_; }
+  std::int16_t Round() const { return round_; }
+  const std::string& EventName() const { return eventName_; }
+  std::int32_t LaneStartOffset() const { return LaneStartOffset_; }
+
+ private:
+  // LaneOwner
+  std::int32_t RaceTime() const override { return clock_.RaceTime(); }
+  bool ClockRunning() const override { return tmrTimeTick.Enabled(); }
+  DialogAnswer Ask(const DialogBox& box) override { return door_.Ask(box); }
+  std::string LaneColorName(int lane) const override;
+  Color LaneLowColor(int lane) const override;
+  Color LaneHighColor(int lane) const override;
+  std::string GetProjectValue(const std::string& section, const std::string& key,
+                              const std::string& fallback) override;
+  void SetProjectValue(const std::string& section, const std::string& key,
+                       const std::string& value) override;
+  // LinkOwner
+  Control& CommLabel() override { return lblComm; }
+  Control& ReadLamp() override { return lblReadComm; }
+  Control& WriteLamp() override { return lblWriteComm; }
+  Control& SixtySecondCountBox() override { return chkSixtySecondCount; }
+
+  void HookEvents();
+  void CheckRaceComplete(bool& allFinished);
+  void ShowClockTick();
+  void ArmTick();
+  void InitializeLanes();
+  void AskAboutActiveRace();
+  void ReadyForNextRace();
+  std::string RaceSection(std::int16_t race) const;
+  bool HasTimestamp(std::int16_t race);
+  void SkipRacesRun();
+  void ShowRaceLanes();
+  std::int16_t HeatsInRound() const;
+  void ShowHeatCaption(bool refly);
+
+  void MoveBy(std::int64_t races);
+  void MoveToTyped(Control& box, bool isHeat);
+  std::int16_t AskHeatsPerRound();
+
+  void ProcessTimersMessage(const StationMessage& frame);
+  void ProcessPylonMessage(const StationMessage& frame);
+  void ProcessStartersMessage(const StationMessage& frame);
+  void StarterRuns();
+  bool StarterStopped(const StationMessage& frame);
+  void AskResetForStarter(const StationMessage& frame);
+  void FinishStartersMessage(const StationMessage& frame);
+  void ApplyStarterCuts(const StationMessage& frame);
+  bool AddStartDelay() const;
+  void LapKey(int lane);
+
+  std::string TodaysProject() const;
+  bool ChooseProject(bool atStart);
+  bool AskProjectFile(bool atStart);
+  bool OpenChosenProject();
+  void ShowOpenProject();
+  void WriteRace();
+  void EndAtStartup();
+  void ShowSaveState();
+
+  Door& door_;
+  RaceState& race_;
+  RaceClock& clock_;
+  Project& project_;
+  frmSerialPort* link_ = nullptr;
+  HeatPrinter* printer_ = nullptr;
+  std::array<std::unique_ptr<frmLane>, 4> lanes_;
+
+  std::int32_t LaneStartOffset_ = 0;
+  std::int32_t LaneStartOffsetCopy_ = 0;
+  bool laneFlags_[2] = {false, false};
+  bool CountdownRunning_ = false;
+  std::int32_t LastTimeSent_ = 0;
+  bool ShowingRace_ = false;
+  std::int32_t MessageRaceTime_ = 0;
+  std::int32_t StationClock_ = 0;
+
+  std::int16_t heat_ = 1;
+  std::int16_t round_ = 1;
+  std::string eventName_;
+  std::string startupProject_;
+  bool projectOpen_ = false;
+  // Changes whenever the console turns to another race, so that a procedure that waited for an answer can see whether
+  // its race is still there.
+  unsigned raceSerial_ = 0;
+
+  bool starterMayStart_ = true;     // it has stopped, or counted down, since the last race it ran
+  bool starterRanRace_ = false;     // the starter was running during the race on the console
+  bool resetAskedForStarter_ = false;
+};
+
+}  // namespace quorvane

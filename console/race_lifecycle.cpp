@@ -1,0 +1,187 @@
+// The race from ready through running to finished.
+
+#include <algorithm>
+
+#include "common/text.h"
+#include "console/frm_judge.h"
+
+namespace quorvane {
+namespace {
+
+constexpr std::int32_t kNoResult = 1000000;
+constexpr std::int32_t kDoesNotFly = -1000000;
+
+}  // namespace
+
+void frmJudge::cmdStart_Click() {
+  race_.ManualStart = true;
+  race_.RaceHolding = false;
+  CountdownRunning_ = false;
+  door_.System().BringForward(*this);
+  if (chkSixtySecondCount.Value() == 0) {
+    LaneStartOffset_ = 60000;
+    clock_.ResetRaceClock(0, "Null");
+  } else {
+    // The head start makes the countdown begin at a full 60.
+    LaneStartOffset_ = 0;
+    clock_.ResetRaceClock(60, "Null");
+  }
+  InitializeRace();
+}
+
+void frmJudge::InitializeRace() {
+  if (!race_.RaceLoaded) cmdSave_Click();
+  const std::string comments = txtComments.Text();
+  if (!race_.RaceActive) ResetRaceControls();
+  txtComments.SetText(comments);
+  // Showing the race has marked it as loaded; a race that is flown is not, or it would not be saved.
+  race_.RaceLoaded = false;
+  starterRanRace_ = false;
+  if (chkAudio.Value() == 1) {
+    PlaySound(door_.System(), door_.System().ProgramFolder() + "WarbirdCountdownStart.wav");
+  }
+  ShowClockTick();
+  door_.System().RepaintWindows();
+  tmrTimeTick.SetEnabled(true);
+  race_.RaceDone = false;
+  race_.StartInfoPending = true;
+  race_.RaceActive = true;
+  clock_.RaceStopwatch.Reset();
+  cboRaceMode.SetEnabled(false);
+  cmdStart.SetEnabled(false);
+  cmdReset.SetEnabled(true);
+  if (link_ != nullptr) link_->CurrentMessage.SetDif(6);
+  IssueRaceEvent(true);
+}
+
+void frmJudge::FinalizeRace() {
+  cmdSave.SetEnabled(true);
+  cmdReset.SetEnabled(true);
+  cmdReorder.SetEnabled(true);
+  cmdStart.SetEnabled(false);
+  cboRaceMode.SetEnabled(false);
+  for (const auto& lane : lanes_) lane->FinalizeRace();
+  race_.LastRaceRun = race_.RaceNumber;
+  tmrTimeTick.SetEnabled(false);
+
+  struct Ranked {
+    frmLane* lane;
+    std::int32_t final;
+  };
+  std::array<Ranked, 4> order{};
+  for (std::size_t i = 0; i < order.size(); ++i) {
+    order[i].lane = lanes_[i].get();
+    lanes_[i]->GetFinal(order[i].final);
+  }
+  std::stable_sort(order.begin(), order.end(),
+                   [](const Ranked& a, const Ranked& b) { return a.final < b.final; });
+  door_.System().RepaintWindows();
+  static constexpr std::array kPlaces = {"First", "Second", "Third", "Fourth"};
+  for (std::size_t k = 0; k < order.size(); ++k) {
+    Control& status = order[k].lane->lblStatus;
+    if (status.Tag() == "Locked") continue;  // placed by hand
+    if (order[k].final >= kNoResult) {
+      status.SetTag("100");
+    } else {
+      status.SetCaption(kPlaces[k]);
+      status.SetTag(std::to_string(k + 1));
+    }
+  }
+}
+
+void frmJudge::InitializeLanes() {
+  const std::int32_t o = LaneStartOffset_;
+  std::array<std::int32_t, 4> offsets = {o, o, o, o};
+  const auto staggered = [o](std::int32_t first, std::int32_t second, std::int32_t third) {
+    return std::array<std::int32_t, 4>{SubtractLong(o, first), SubtractLong(o, second),
+                                       SubtractLong(o, third), kDoesNotFly};
+  };
+  switch (race_.RaceMode) {
+    case 1:
+    case 2:
+    case 3:
+      break;
+    case 4:
+      offsets = staggered(0, 1000, 2000);
+      break;
+    case 5:
+      offsets = staggered(2000, 0, 1000);
+      break;
+    case 6:
+      offsets = staggered(1000, 2000, 0);
+      break;
+    default:
+      return;
+  }
+  for (std::size_t i = 0; i < lanes_.size(); ++i) lanes_[i]->InitializeRace(offsets[i]);
+}
+
+void frmJudge::ResetRaceControls() {
+  ++raceSerial_;
+  // A refly stays on the race it repeats; showing that race anew would end the refly.
+  if (!race_.ReflyMode) {
+    SkipRacesRun();
+    ShowHeatCaption(false);
+    ShowCurrentRace();
+  }
+  LaneStartOffsetCopy_ = LaneStartOffset_;
+  laneFlags_[0] = laneFlags_[1] = true;
+  InitializeLanes();
+  Lane(3).SetVisible(race_.RaceMode <= 3);
+  txtComments.SetText("No comments");
+  cmdStart.SetEnabled(true);
+  cboRaceMode.SetEnabled(true);
+  cmdReset.SetEnabled(false);
+  cmdSave.SetEnabled(false);
+  cmdReorder.SetEnabled(false);
+}
+
+bool frmJudge::cmdReset_Click() {
+  if (race_.RaceActive) {
+    bool allFinished = false;
+    CheckRaceComplete(allFinished);
+    if (allFinished) {
+      race_.RaceActive = false;
+      race_.RaceDone = true;
+      FinalizeRace();
+      cmdSave_Click();
+      IssueRaceEvent(true);
+    } else if (race_.ManualStart) {
+      const unsigned serial = raceSerial_;
+      const DialogBox box{DialogKind::YesNoCancel, "Reset Race",
+                          "The race is still active.\rDo you want to save?"};
+      const DialogAnswer::Word word = door_.Ask(box).word;
+      if (word == DialogAnswer::Word::Cancel) return false;
+      if (serial != raceSerial_) return true;  // the race was concluded behind the box
+      race_.RaceActive = false;
+      race_.RaceDone = word == DialogAnswer::Word::Yes;
+      FinalizeRace();
+      if (word == DialogAnswer::Word::Yes) cmdSave_Click();
+      IssueRaceEvent(true);
+    }
+    race_.ManualStart = false;
+  }
+  ReadyForNextRace();
+  return true;
+}
+
+// An abandoned race must not go on ticking, and a starter that fell silent in hold must not leave "Holding" behind.
+void frmJudge::ReadyForNextRace() {
+  race_.RaceActive = false;
+  race_.RaceHolding = false;
+  CountdownRunning_ = false;
+  starterRanRace_ = false;
+  tmrTimeTick.SetEnabled(false);
+  race_.ReflyMode = false;
+  ResetRaceControls();
+  door_.System().StopWave();
+  DisplayStatus();
+}
+
+void frmJudge::chkSixtySecondCount_Click() {
+  const bool counting = chkSixtySecondCount.Value() == 1;
+  chkAudio.SetVisible(counting);
+  if (!counting) chkAudio.SetValue(0);
+}
+
+}  // namespace quorvane
