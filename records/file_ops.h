@@ -1,0 +1,133 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <system_error>
+
+namespace quorvane {
+
+// What a look at a path found. Two looks that find equal stamps have found the same file with the same
+// content.
+struct FileStamp {
+  enum class Kind : std::uint8_t { Missing, File, Folder, Other };
+
+  Kind kind = Kind::Missing;
+  uint64_t device = 0;
+  uint64_t number = 0;      // the file's number on its device: another file in its place has another one
+  int64_t modified_ns = 0;  // nanoseconds, of the file system's own epoch
+  uint64_t size = 0;        // bytes
+
+  bool operator==(const FileStamp&) const = default;
+};
+
+// A file that is being written and does not yet stand under its final name.
+struct TempFile {
+  std::string path;
+  std::intptr_t handle = -1;
+};
+
+// A held lock; free it with FileOps::Unlock.
+struct FileLock {
+  std::string path;
+  std::intptr_t handle = -1;
+
+  bool held() const { return handle != -1; }
+};
+
+enum class LockResult : std::uint8_t {
+  Locked,
+  HeldElsewhere,  // another program, or another lock of this one, holds it
+  Unavailable,    // no lock can be made there: folder missing or not writable, file system without locks
+};
+
+// The operating system's file calls that the project file needs, one small step each, so that a test can let
+// any of them fail. Paths are UTF-8. Every call reports failure by the returned error and throws nothing of
+// its own.
+class FileOps {
+ public:
+  virtual ~FileOps() = default;
+
+  // Looks at what `path` leads to, through symbolic links. That nothing is there is a stamp, not an error.
+  virtual std::error_code Look(const std::string& path, FileStamp& stamp) = 0;
+
+  // Reads a regular file of at most `limit` bytes; `stamp` is what was read. Anything that is not a regular
+  // file (a folder, a device, a pipe) is an error and is never waited for.
+  virtual std::error_code ReadFile(const std::string& path, size_t limit, std::string& bytes,
+                                   FileStamp& stamp) = 0;
+
+  // Follows symbolic links to the file that a write to `path` must replace; that file may be missing.
+  virtual std::error_code Resolve(const std::string& path, std::string& target) = 0;
+
+  // An error if `target` exists and this user may not write to it (renaming over it would work all the same).
+  virtual std::error_code MayWrite(const std::string& target) = 0;
+
+  // The steps of a replacement: a new, empty file in the folder of `target` that no one else has, the rights
+  // and owner of `target` (if that exists), the content, on the disk, closed, in place, the folder's entry on
+  // the disk.
+  virtual std::error_code CreateTemp(const std::string& target, TempFile& temp) = 0;
+  virtual std::error_code KeepMode(const TempFile& temp, const std::string& target) = 0;
+  virtual std::error_code Write(const TempFile& temp, std::string_view bytes) = 0;
+  virtual std::error_code Sync(const TempFile& temp) = 0;
+  virtual std::error_code StampOf(const TempFile& temp, FileStamp& stamp) = 0;
+  virtual std::error_code Close(TempFile& temp) = 0;
+  virtual std::error_code Rename(const std::string& from, const std::string& to) = 0;
+  virtual std::error_code SyncFolder(const std::string& target) = 0;
+
+  virtual std::error_code Remove(const std::string& path) = 0;
+  virtual std::error_code MakeFolder(const std::string& path) = 0;
+
+  // Removes what replacements of `target` that were killed have left in its folder. Only for who holds its
+  // lock.
+  virtual void RemoveLeftovers(const std::string& target) = 0;
+
+  // Takes the lock of `target`, a hidden file beside it, without waiting. A program that dies gives its lock
+  // back; the file it leaves behind means nothing.
+  virtual LockResult Lock(const std::string& target, FileLock& lock) = 0;
+  virtual void Unlock(FileLock& lock) = 0;
+};
+
+// The real ones.
+class SystemFileOps : public FileOps {
+ public:
+  std::error_code Look(const std::string& path, FileStamp& stamp) override;
+  std::error_code ReadFile(const std::string& path, size_t limit, std::string& bytes,
+                           FileStamp& stamp) override;
+  std::error_code Resolve(const std::string& path, std::string& target) override;
+  std::error_code MayWrite(const std::string& target) override;
+  std::error_code CreateTemp(const std::string& target, TempFile& temp) override;
+  std::error_code KeepMode(const TempFile& temp, const std::string& target) override;
+  std::error_code Write(const TempFile& temp, std::string_view bytes) override;
+  std::error_code Sync(const TempFile& temp) override;
+  std::error_code StampOf(const TempFile& temp, FileStamp& stamp) override;
+  std::error_code Close(TempFile& temp) override;
+  std::error_code Rename(const std::string& from, const std::string& to) override;
+  std::error_code SyncFolder(const std::string& target) override;
+  std::error_code Remove(const std::string& path) override;
+  std::error_code MakeFolder(const std::string& path) override;
+  void RemoveLeftovers(const std::string& target) override;
+  LockResult Lock(const std::string& target, FileLock& lock) override;
+  void Unlock(FileLock& lock) override;
+};
+
+FileOps& SystemFiles();
+
+// True if `path` leads to a file that is not a folder, or to a folder.
+bool IsFile(FileOps& files, const std::string& path);
+bool IsFolder(FileOps& files, const std::string& path);
+
+// Replaces the whole content of `target` (made if missing) in one step: whoever looks, even after a power
+// failure, finds the old file or the new one, and once this has returned without error the new one is on the
+// disk.
+//
+// `seen` is what the caller last saw at `target`. If something else stands there now, nothing is replaced and
+// the error is kFileChanged. Afterwards it is what now stands there; if only the last step failed, that is
+// the new file, which may not outlive a power failure. On every other failure the old file is untouched and
+// no other is left.
+std::error_code ReplaceFile(FileOps& files, const std::string& target, std::string_view bytes,
+                            FileStamp& seen);
+
+inline constexpr std::errc kFileChanged = std::errc::resource_unavailable_try_again;
+
+}  // namespace quorvane

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace quorvane {
+
+// The text of a file's bytes, as UTF-8. Bytes that are not UTF-8 are taken as Windows-1252, the code page of
+// the programs that wrote such files before.
+std::string TextFromBytes(std::string_view bytes);
+
+// The first `count` characters (code points) of a UTF-8 text.
+std::string_view FirstCharacters(std::string_view text, size_t count);
+
+// The content of an INI file, read and written the way the profile calls of the Windows API do it: letter
+// case of names is ignored, the first of two equal sections or keys counts, `;` starts a comment line and `#`
+// does not. It knows nothing of the disk.
+//
+// Every byte that no write touches comes out of Serialize as it went in: comments, odd spacing, line ends,
+// bytes of any kind. A file is cut into sections when it is read, a section into lines when it is first asked
+// for, so opening costs one pass over the bytes and each look-up two hash look-ups, however long the file is.
+//
+// Reading fills the index of a section, so one object is for one thread, reads included. Nothing here fails:
+// any bytes are a file, and what cannot be found is absent.
+class ProfileFile {
+ public:
+  ProfileFile();
+  explicit ProfileFile(std::string bytes);
+  ProfileFile(ProfileFile&&) noexcept;
+  ProfileFile& operator=(ProfileFile&&) noexcept;
+  ~ProfileFile();
+
+  // The value as UTF-8 text, without outer blanks and without one pair of matching quotes round it.
+  std::optional<std::string> Read(std::string_view section, std::string_view key) const;
+
+  // Sets a value; afterwards Read gives it back as it was, but for line breaks, which become blanks. Only the
+  // value's own bytes change in a line that exists. Returns whether a byte of the file changed. A name that
+  // no line can carry (a section with `]`; a key with `=`, or with `;` or `[` in front) is not written.
+  bool Write(std::string_view section, std::string_view key, std::string_view value);
+
+  // The bytes of the file.
+  std::string Serialize() const;
+
+ private:
+  struct Line;
+  struct Parts;
+  struct Section;
+  using Index = std::unordered_map<std::string, size_t>;
+
+  void CutIntoSections();
+  Parts& PartsOf(Section& section) const;
+  Section& AddSection(std::string_view name);
+  void AddKey(Parts& parts, std::string folded, std::string_view key, std::string_view value) const;
+  std::string_view EndLine(Line& line) const;
+
+  std::shared_ptr<const std::string> source_;  // what the sections' views point into
+  std::string_view mark_;                      // the byte order mark, if the file has one
+  std::string_view line_end_ = "\r\n";         // that of the file's first line
+  mutable std::vector<Section> sections_;      // the first is the text before any section
+  Index index_;                                // folded name -> the first section of that name
+};
+
+}  // namespace quorvane

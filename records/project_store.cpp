@@ -1,0 +1,154 @@
+#include "records/project_store.h"
+
+#include <filesystem>
+#include <system_error>
+#include <utility>
+
+namespace quorvane {
+
+namespace {
+
+// No contest comes near this; a file beyond it is not a project file, and reading it would stall the console.
+constexpr size_t kLargestFile = size_t{256} << 20;
+constexpr size_t kMostCharacters = 2047;
+// How often a save starts over because another program keeps changing the file.
+constexpr int kMostAttempts = 5;
+
+// A relative path is made absolute at once, because file dialogs change the current folder.
+std::string Absolute(const std::string& path) {
+  if (path.empty() || path.find('\0') != std::string::npos) return path;
+  std::error_code error;
+  const auto absolute = std::filesystem::absolute(std::u8string(path.begin(), path.end()), error).u8string();
+  return error ? path : std::string(absolute.begin(), absolute.end());
+}
+
+std::string Reason(const char* what, const std::string& path, const std::error_code& error) {
+  return std::string(what) + " " + path + ": " + error.message();
+}
+
+}  // namespace
+
+ProjectStore::ProjectStore(FileOps& files) : files_(files) {}
+
+ProjectStore::~ProjectStore() {
+  Unlock();
+}
+
+void ProjectStore::Open(const std::string& path) {
+  Unlock();
+  path_ = Absolute(path);
+  text_ = ProfileFile();
+  pending_.clear();
+  differs_ = false;
+  looked_ = false;
+  seen_ = {};
+  unreadable_.clear();
+  problem_.clear();
+  Refresh();
+}
+
+LockResult ProjectStore::TryLock() {
+  if (lock_.held()) return LockResult::Locked;
+  std::string target;
+  if (files_.Resolve(path_, target)) return LockResult::Unavailable;
+  const LockResult result = files_.Lock(target, lock_);
+  if (result == LockResult::Locked) files_.RemoveLeftovers(target);
+  return result;
+}
+
+void ProjectStore::Unlock() {
+  files_.Unlock(lock_);
+}
+
+std::string ProjectStore::Read(std::string_view section, std::string_view key, std::string_view fallback) {
+  if (groups_ == 0) Refresh();
+  return ProfileString(text_, section, key, fallback);
+}
+
+void ProjectStore::Write(std::string_view section, std::string_view key, std::string_view value) {
+  pending_.push_back({std::string(section), std::string(key), std::string(value)});
+  if (text_.Write(section, key, value)) differs_ = true;
+  if (groups_ == 0) Commit();
+}
+
+void ProjectStore::Begin() {
+  if (groups_++ == 0) Refresh();
+}
+
+void ProjectStore::End() {
+  if (--groups_ == 0 && !pending_.empty()) Commit();
+}
+
+bool ProjectStore::Retry() {
+  if (groups_ == 0 && !pending_.empty()) Commit();
+  return Saved();
+}
+
+// Looks whether the file is still the one last seen, and takes in what another program has changed.
+void ProjectStore::Refresh() {
+  FileStamp now;
+  std::error_code error = files_.Look(path_, now);
+  if (!error && looked_ && unreadable_.empty() && now == seen_) return;
+  looked_ = true;
+  if (!error && now.kind == FileStamp::Kind::Missing) {
+    // A file that has disappeared must be written again even if the next write changes nothing in it.
+    if (seen_.kind == FileStamp::Kind::File) differs_ = true;
+    seen_ = now;
+    unreadable_.clear();
+    return;
+  }
+  std::string bytes;
+  if (!error) error = files_.ReadFile(path_, kLargestFile, bytes, now);
+  seen_ = now;
+  if (error) {
+    unreadable_ = Reason("Cannot read", path_, error);
+    return;
+  }
+  unreadable_.clear();
+  text_ = ProfileFile(std::move(bytes));
+  differs_ = false;
+  for (const Change& change : pending_) {
+    if (text_.Write(change.section, change.key, change.value)) differs_ = true;
+  }
+}
+
+void ProjectStore::Commit() {
+  problem_ = ReplaceOnDisk();
+  if (!problem_.empty()) return;
+  differs_ = false;
+  pending_.clear();
+}
+
+// Brings `text_` to the disk; returns why it could not, or nothing.
+std::string ProjectStore::ReplaceOnDisk() {
+  std::error_code error;
+  for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
+    Refresh();
+    if (!unreadable_.empty()) return unreadable_;
+    if (!differs_) return {};
+    const std::string bytes = text_.Serialize();
+    std::string target;
+    error = files_.Resolve(path_, target);
+    if (!error && bytes.size() > kLargestFile) error = std::make_error_code(std::errc::file_too_large);
+    if (!error) error = ReplaceFile(files_, target, bytes, seen_);
+    if (error != kFileChanged) break;
+  }
+  return error ? Reason("Cannot write", path_, error) : std::string();
+}
+
+std::string ProfileString(const ProfileFile& file, std::string_view section, std::string_view key,
+                          std::string_view fallback) {
+  while (fallback.ends_with(' ')) fallback.remove_suffix(1);
+  const std::optional<std::string> value = file.Read(section, key);
+  return std::string(FirstCharacters(value ? *value : fallback, kMostCharacters));
+}
+
+std::string ProfileStringFrom(FileOps& files, const std::string& path, std::string_view section,
+                              std::string_view key, std::string_view fallback) {
+  std::string bytes;
+  FileStamp stamp;
+  if (files.ReadFile(path, kLargestFile, bytes, stamp)) bytes.clear();
+  return ProfileString(ProfileFile(std::move(bytes)), section, key, fallback);
+}
+
+}  // namespace quorvane

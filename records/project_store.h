@@ -1,0 +1,107 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "records/file_ops.h"
+#include "records/profile_file.h"
+
+namespace quorvane {
+
+// One project file on disk.
+//
+// Reads and writes report nothing, like the profile calls they stand for: a file that is missing or cannot be
+// read reads as empty, and a write that fails is not an error of the caller. But nothing that was written is
+// lost. It stays in memory, reads show it, Saved() is false with the reason in Problem(), and every later
+// write and every Retry() tries again to bring all of it to the disk.
+//
+// The disk is written only by replacing the whole file in one step, so the file is complete at any moment.
+// What other programs change meanwhile is read again first, and the own changes are made in their text. A
+// file that disappears is kept as it was last seen and written again whole by the next write. A file that
+// exists but cannot be read is never replaced.
+class ProjectStore {
+ public:
+  explicit ProjectStore(FileOps& files = SystemFiles());
+  ~ProjectStore();
+  ProjectStore(const ProjectStore&) = delete;
+  ProjectStore& operator=(const ProjectStore&) = delete;
+
+  // Turns to another file, which need not exist. Gives up the lock, and whatever could not be saved in the
+  // old one.
+  void Open(const std::string& path);
+  const std::string& Path() const { return path_; }  // absolute
+
+  // Takes the file for this program alone, until Unlock, Open or the end. Others can still read and write it,
+  // only they cannot lock it. Unavailable where there is no place for a lock: no reason to refuse the file.
+  LockResult TryLock();
+  void Unlock();
+
+  // The value as ReadProfileString gives it. Looks first whether another program has changed the file, except
+  // inside a group.
+  std::string Read(std::string_view section, std::string_view key, std::string_view fallback);
+
+  // Sets a value. On the disk when this returns, or when the group in progress ends.
+  void Write(std::string_view section, std::string_view key, std::string_view value);
+
+  // Between Begin and End the writes are gathered and then go out together. Groups may be nested; only the
+  // outermost counts. Use WriteGroup.
+  void Begin();
+  void End();
+
+  // False while something that was written is not on the disk for certain; then the reason, in words for the
+  // operator.
+  bool Saved() const { return problem_.empty(); }
+  const std::string& Problem() const { return problem_; }
+
+  // Tries once more what could not be saved. Returns Saved().
+  bool Retry();
+
+ private:
+  struct Change {
+    std::string section;
+    std::string key;
+    std::string value;
+  };
+
+  void Refresh();
+  void Commit();
+  std::string ReplaceOnDisk();
+
+  FileOps& files_;
+  std::string path_;
+  ProfileFile text_;             // the file as last seen, with `pending_` in it
+  std::vector<Change> pending_;  // what was written since the disk last had everything
+  bool differs_ = false;         // `text_` differs from the file as last seen
+  FileStamp seen_;
+  bool looked_ = false;
+  std::string unreadable_;  // why the file that stands there cannot be read; empty when it can
+  std::string problem_;
+  int groups_ = 0;
+  FileLock lock_;
+};
+
+// Gathers the writes of its lifetime into one replacement of the file, also when an error ends the procedure
+// early.
+class WriteGroup {
+ public:
+  explicit WriteGroup(ProjectStore& store) : store_(store) { store_.Begin(); }
+  ~WriteGroup() { store_.End(); }
+  WriteGroup(const WriteGroup&) = delete;
+  WriteGroup& operator=(const WriteGroup&) = delete;
+
+ private:
+  ProjectStore& store_;
+};
+
+// One value as the Windows API's profile read gives it through a buffer of 2048 characters: at most 2047 of
+// them, and the fallback, without its trailing blanks, when the section or the key is missing.
+std::string ProfileString(const ProfileFile& file, std::string_view section, std::string_view key,
+                          std::string_view fallback);
+
+// The same from any file, read for this one look-up. A file that cannot be read is empty.
+std::string ProfileStringFrom(FileOps& files, const std::string& path, std::string_view section,
+                              std::string_view key, std::string_view fallback);
+
+}  // namespace quorvane
