@@ -1,0 +1,130 @@
+#include "records/project.h"
+
+#include <array>
+#include <charconv>
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <string_view>
+
+#include "common/text.h"
+
+namespace quorvane {
+namespace {
+
+constexpr std::string_view kResultsHeader =
+    "Round,Heat(racemode&time),Lane,Finish,Cuts,Time,Lap1,Lap2,Lap3,Lap4,Lap5,Lap6,Lap7,Lap8,Lap9,Lap10,Comments";
+
+std::filesystem::path PathOf(const std::string& utf8) {
+  return std::filesystem::path(std::u8string(utf8.begin(), utf8.end()));
+}
+
+std::string TwoDigits(int number) { return (number < 10 ? "0" : "") + std::to_string(number); }
+
+std::string GeneralDate(const LocalDateTime& at) {
+  const int hour = at.hour % 12 == 0 ? 12 : at.hour % 12;
+  return std::to_string(at.month) + "/" + std::to_string(at.day) + "/" + std::to_string(at.year) + " " +
+         std::to_string(hour) + ":" + TwoDigits(at.minute) + ":" + TwoDigits(at.second) +
+         (at.hour < 12 ? " AM" : " PM");
+}
+
+double DaySerial(const LocalDateTime& at) {
+  using namespace std::chrono;
+  const sys_days day = year(at.year) / at.month / at.day;
+  const sys_days zero = year(1899) / 12 / 30;
+  const double seconds = at.hour * 3600.0 + at.minute * 60.0 + at.second;
+  return static_cast<double>((day - zero).count()) + seconds / 86400.0;
+}
+
+}  // namespace
+
+Project::Project(RaceState& race, FileOps& files)
+    : race_(race), files_(files), store_(std::make_unique<ProjectStore>(files)) {}
+
+bool Project::Open(const std::string& path) {
+  auto next = std::make_unique<ProjectStore>(files_);
+  next->Open(path);
+  if (next->Path() != store_->Path()) {
+    if (next->TryLock() == LockResult::HeldElsewhere) return false;
+    if (!store_->Saved()) unsaved_.push_back(std::move(store_));
+    store_ = std::move(next);
+  }
+  race_.ProjectFile = path;
+  return true;
+}
+
+std::string Project::GetProjectValue(const std::string& section, const std::string& key,
+                                     const std::string& fallback) {
+  return store_->Read(section, key, fallback);
+}
+
+void Project::SetProjectValue(const std::string& section, const std::string& key, const std::string& value) {
+  store_->Write(section, key, value);
+}
+
+std::string Project::ReadProfileString(const std::string& section, const std::string& key,
+                                       const std::string& fallback, const std::string& file) {
+  return ProfileStringFrom(files_, file, section, key, fallback);
+}
+
+bool Project::Retry() {
+  std::erase_if(unsaved_, [](const auto& store) { return store->Retry(); });
+  store_->Retry();
+  return Saved();
+}
+
+bool FileExists(const std::string& path) {
+  std::error_code ignored;
+  const auto status = std::filesystem::status(PathOf(path), ignored);
+  return std::filesystem::exists(status) && !std::filesystem::is_directory(status);
+}
+
+bool FolderExists(const std::string& path) {
+  std::error_code ignored;
+  return std::filesystem::is_directory(PathOf(path), ignored);
+}
+
+std::string ParentFolder(const std::string& path) {
+  const std::size_t at = path.find_last_of("\\/");
+  return at == std::string::npos || at == 0 ? std::string() : path.substr(0, at + 1);
+}
+
+void MakeFolderPath(const std::string& path) {
+  std::size_t end = 0;
+  while (end < path.size()) {
+    end = path.find_first_of("\\/", end + 1);
+    if (end == std::string::npos) end = path.size();
+    const std::string folder = path.substr(0, end);
+    const bool drive = folder.find_first_of("\\/") == std::string::npos && folder.find(':') != std::string::npos;
+    std::error_code ignored;
+    if (!drive && !FolderExists(folder)) std::filesystem::create_directory(PathOf(folder), ignored);
+  }
+}
+
+std::string WithoutExtension(const std::string& path) {
+  const std::size_t dot = path.rfind('.');
+  return dot == std::string::npos || dot == 0 ? path : path.substr(0, dot);
+}
+
+std::string FileNameOf(const std::string& path) { return path.substr(path.find_last_of("\\/") + 1); }
+
+void CreateResultsFile(const std::string& path) {
+  if (path.empty() || FileExists(path) || FolderExists(path)) return;
+  std::ofstream file(PathOf(path), std::ios::binary);
+  file << kResultsHeader << "\r\n";
+}
+
+std::string ProjectDate(const LocalDateTime& date) {
+  static constexpr std::array kMonths = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
+                                         "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
+  const auto month = static_cast<std::size_t>(date.month >= 1 && date.month <= 12 ? date.month - 1 : 0);
+  return TwoDigits(date.day) + "-" + kMonths[month] + "-" + std::to_string(date.year);
+}
+
+std::string TimestampText(const LocalDateTime& moment) {
+  std::array<char, 40> digits{};
+  const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), DaySerial(moment)).ptr;
+  return std::string(digits.data(), end) + ", " + GeneralDate(moment);
+}
+
+}  // namespace quorvane

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "common/platform.h"
+#include "common/race_state.h"
+#include "records/project_store.h"
+
+namespace quorvane {
+
+// The open project file of the program: RaceState's ProjectFile, and the only way to it. A missing file, section or key
+// reads as the fallback; a write that fails reports nothing here and is tried again (see Saved).
+class Project {
+ public:
+  explicit Project(RaceState& race, FileOps& files = SystemFiles());
+
+  // Makes the file at this path the project; it need not exist. False, and the open project stays, when another
+  // console has it open. What the old project could not save yet is kept and goes on being tried.
+  bool Open(const std::string& path);
+
+  std::string GetProjectValue(const std::string& section, const std::string& key, const std::string& fallback);
+  void SetProjectValue(const std::string& section, const std::string& key, const std::string& value);
+  // From any file, without opening it as the project.
+  std::string ReadProfileString(const std::string& section, const std::string& key, const std::string& fallback,
+                                const std::string& file);
+
+  // False while anything that was written is not on the disk; Problem() is then the reason, in the operator's words.
+  bool Saved() const { return store_->Saved() && unsaved_.empty(); }
+  std::string Problem() const { return unsaved_.empty() ? store_->Problem() : unsaved_.front()->Problem(); }
+  bool Retry();
+
+  // Everything written while a Group lives goes to the disk in one replacement of the file, when the last one ends.
+  class Group {
+   public:
+    explicit Group(Project& project) : group_(*project.store_) {}
+
+   private:
+    WriteGroup group_;
+  };
+
+ private:
+  RaceState& race_;
+  FileOps& files_;
+  std::unique_ptr<ProjectStore> store_;
+  std::vector<std::unique_ptr<ProjectStore>> unsaved_;  // projects left with something not on the disk
+};
+
+bool FileExists(const std::string& path);
+bool FolderExists(const std::string& path);
+// The path up to and including its last separator ("\" or "/") when that stands at the second place or later, else "".
+std::string ParentFolder(const std::string& path);
+// Makes each missing folder along the path. Errors are ignored.
+void MakeFolderPath(const std::string& path);
+// The path up to its last "." when that stands at the second place or later, else all of it.
+std::string WithoutExtension(const std::string& path);
+// What follows the last separator.
+std::string FileNameOf(const std::string& path);
+
+// Creates the results file with its header line when there is none; one that exists is never touched.
+void CreateResultsFile(const std::string& path);
+
+// "21-Nov-2026".
+std::string ProjectDate(const LocalDateTime& date);
+// The moment as days since 30 December 1899 in the shortest decimal form, ", ", and 11/21/2026 9:00:00 AM.
+std::string TimestampText(const LocalDateTime& moment);
+
+}  // namespace quorvane
