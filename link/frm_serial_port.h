@@ -1,0 +1,153 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "common/door.h"
+#include "common/form.h"
+#include "common/race_state.h"
+#include "link/frame_receiver.h"
+#include "link/link_owner.h"
+#include "link/serial_control.h"
+#include "link/station_message.h"
+
+namespace quorvane {
+
+// The station link: chooses and works the serial port of the radio modem, cuts frames out of what it receives
+// and hands them to the race, sends the console's frames, polls the stations between races and shows their
+// health, and lets the operator watch the traffic. Lives as long as the program; closing its window only
+// hides it.
+//
+// Times are ms of the console clock. A fault of the radio ends up in the message line and never stops the
+// program; an error while a frame is handled ends the handling of that frame only.
+class frmSerialPort : public Form, private FrameSink {
+ public:
+  frmSerialPort(Door& door, RaceState& race, LinkOwner& owner, SerialControl& MSComm1);
+
+  // Before the form is shown for the first time.
+  void Form_Load();
+
+  // From the door.
+  void BytesArrived(const std::vector<std::uint8_t>& bytes);  // ignored while the port is closed
+  void LineError(int code);
+  void PortsChanged(const std::vector<int>& ports);
+  void Activated() override;  // probes the ports, selects the saved one again, restores the controller box
+  void CloseRequested() override;
+
+  // Port.
+  bool PortAvailable(int port);  // leaves the port open when it is
+  void optPort_Click(int index);
+  void DisplayCommError();
+
+  // Frames.
+  void MSComm1_OnComm();
+  std::int32_t ReadMessage();
+  // Sends nothing while the link is off or the console only listens. An address outside 0..255 is an
+  // OverflowError.
+  void SendMessage(std::int16_t to, std::int16_t from);
+  void ShowLinkMessage(const std::string& text);
+
+  // The frame last received, good or damaged, or last sent.
+  const StationMessage& CurrentMessage() const { return CurrentMessage_; }
+  // The last frame of the sender with that address, 0..16; whoever handles a frame stores it. SubscriptError
+  // beyond.
+  StationMessage& LastStationMessage(int address) { return Element(LastStationMessage_, address); }
+  static constexpr int kLastStationMessages = 17;
+
+  // Stations.
+  void MarkStationHeard(int address);
+  void UpdateStationRow(const StationMessage& frame);
+  void tmrAging_Timer();
+  void tmrIndicators_Timer();
+  void lblStation_Click(int index);
+  void cmdStation_Click();
+
+  // Controller mode.
+  void chkSystemController_Click();
+  bool IsControllerMode() const { return chkSystemController.Value() == 1; }
+  void CancelControllerOnStarter();
+
+  // Message detail.
+  void ShowMessageDetail(const StationMessage& frame);
+  std::string DebugDump() const;  // of CurrentMessage
+  void lblMsg_Click();
+  void cmdFreeze_Click();
+  void cmdMore_Click();
+  void cmdHide_Click();
+
+  // Ports found at the last activation, in rising order behind "None"; the others are hidden. The tag is the
+  // number.
+  ControlArray optPort;
+  Control& lblMessage;
+  Control& chkSystemController;
+  Control& chkListen;
+  Control& cmdMore;
+  Control& cmdHide;
+  Control& tmrAging;
+  Control& tmrIndicators;
+
+  Control& fraStations;
+  Control& lblStationHeader;
+  ControlArray lblStation;
+  ControlArray lblAge;  // its tag: when the station was last heard, empty when never
+  ControlArray lblVolt;
+  ControlArray lblTemp;
+  Control& cmdStation;  // lies over the name of the station that alone is polled
+
+  Control& fraMore;
+  Control& lblMsg;
+  Control& cmdFreeze;
+
+ private:
+  // FrameSink
+  void GoodFrame(const StationMessage& frame) override;
+  void DamagedFrame(const StationMessage& frame, std::uint8_t computedEcc) override;
+  void Unexpected(std::uint8_t first, std::uint8_t second) override;
+
+  void BuildPortList();
+  void ShowPorts(const std::vector<int>& ports);
+  void SelectPort(int index, bool remember);
+  SerialError OpenPort(int port);
+  void ClosePort();
+  void ReportOpenFailure(const SerialError& error);
+  void ReopenLostPort();
+  void ShowPortLabel(const std::string& text, Color color);
+  void ShowPortOff();
+
+  void HandleFrame(const StationMessage& frame);
+  void FillRaceData();
+  void LightLamp(Control& lamp);
+  bool DarkenLamp(Control& lamp);  // whether it is dark now
+  void AgeStation(int address);
+  void PollNextStation();
+  void ShowStationHealth(const StationMessage& frame);
+  bool ShowAcknowledgement(const StationMessage& frame);
+  void RestoreControllerBox();
+  std::string Setting(const std::string& key, const std::string& fallback);
+  void SaveSetting(const std::string& key, const std::string& value);
+
+  Door& door_;
+  RaceState& race_;
+  LinkOwner& owner_;
+  SerialControl& MSComm1_;
+  FrameReceiver receiver_;
+
+  StationMessage CurrentMessage_;
+  StationMessage TxMessage_;  // keeps its contents between sends
+  std::array<StationMessage, kLastStationMessages> LastStationMessage_;
+
+  std::int16_t PortNumber_ = -1;  // -1: no port
+  int lostPort_ = 0;              // unplugged while it was open; 0: none
+  std::vector<int> shownPorts_;
+  bool selectingPort_ = false;
+  bool receiving_ = false;
+
+  std::int16_t PollStation_ = 0;  // 0..7
+  std::int16_t LastToAddress_ = 0;
+  std::int16_t LastShownFrom_ = 0;
+  bool Frozen_ = false;
+};
+
+}  // namespace quorvane

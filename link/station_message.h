@@ -1,0 +1,71 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+
+namespace quorvane {
+
+inline constexpr std::size_t kFrameSize = 36;
+inline constexpr std::uint8_t kWig1 = 0x55;
+inline constexpr std::uint8_t kWig2 = 0xAA;
+
+// Addresses of the field stations that the program treats specially; the eight stations are 0..7
+// (common/stations.h).
+inline constexpr std::uint8_t kFirstJudge = 0;
+inline constexpr std::uint8_t kStarter = 3;
+inline constexpr std::uint8_t kTimers = 4;
+inline constexpr std::uint8_t kPylonBox = 6;
+inline constexpr std::uint8_t kConsole = 254;
+inline constexpr std::uint8_t kAcknowledgement = 255;  // sender not named
+
+using FrameBytes = std::array<std::uint8_t, kFrameSize>;
+
+// The frame that the field stations and the console exchange by radio: 36 bytes, the same in memory as on the
+// air, in this order. The layout is set by the stations' firmware. Lane arrays are indexed 0..3.
+struct StationMessage {
+  std::uint8_t Wig1 = 0;  // always 0x55
+  std::uint8_t Wig2 = 0;  // always 0xAA
+  std::uint8_t Ecc = 0;   // exclusive OR of everything after it
+  std::uint8_t Strt = 0;  // start state of the race, 0: not running
+  std::uint8_t To = 0;
+  std::uint8_t From = 0;
+  std::array<std::uint8_t, 4> Time = {};  // the sender's clock in ms, most significant byte first
+  std::uint8_t Turns = 0;
+  std::array<std::uint8_t, 4> Cuts = {};  // per lane: four two-bit slots, see common/bits.h
+  std::uint8_t ssNun = 0;
+  std::uint8_t ssSgl = 0;  // a bit per lane: it has a single cut
+  std::uint8_t ssDbl = 0;  // a bit per lane: it has a double cut
+  std::uint8_t ssBtn = 0;
+  std::array<std::uint8_t, 5> Age = {};
+  std::array<std::uint8_t, 4> Lit = {};  // per lane: what remains of its light, in units of 8 ms
+  std::uint8_t Mode = 0;                 // race mode 1..6
+  std::array<std::uint8_t, 4> Lap = {};  // per lane: laps flown
+  std::uint8_t Dif = 0;                  // transmission delay, ms
+  std::uint8_t Temp = 0;                 // raw
+  std::uint8_t Volt = 0;                 // raw
+
+  bool operator==(const StationMessage&) const = default;
+};
+static_assert(sizeof(StationMessage) == kFrameSize && alignof(StationMessage) == 1);
+
+StationMessage DecodeFrame(std::span<const std::uint8_t, kFrameSize> bytes);
+FrameBytes EncodeFrame(const StationMessage& message);
+
+// The check byte of a frame: exclusive OR of the bytes behind the check byte itself. The sync bytes are not
+// covered.
+std::uint8_t ComputeEcc(std::span<const std::uint8_t, kFrameSize> frame);
+
+// The sender's clock in ms: the low 24 bits of Time.
+std::int32_t FrameTime(const StationMessage& message);
+
+// "Judges 1", ... for 0..7 (5 has an empty name), "Laptop", "Ack", and "Stn(n)" for any other number above 7.
+// A negative address is a SubscriptError.
+std::string StationName(int address);
+
+// Every field of the frame as text; lines end with a carriage return, the last one does not.
+std::string DebugDump(const StationMessage& message);
+
+}  // namespace quorvane
