@@ -51,6 +51,7 @@ class frmSerialPort : public Form, private FrameSink {
 
   // The frame last received, good or damaged, or last sent.
   const StationMessage& CurrentMessage() const { return CurrentMessage_; }
+  StationMessage& CurrentMessage() { return CurrentMessage_; }
   // The last frame of the sender with that address, 0..16; whoever handles a frame stores it. SubscriptError
   // beyond.
   StationMessage& LastStationMessage(int address) { return Element(LastStationMessage_, address); }
