@@ -8,7 +8,9 @@
 namespace quorvane {
 namespace {
 
-constexpr unsigned Bit(Property property) { return 1U << static_cast<unsigned>(property); }
+constexpr unsigned Bit(Property property) {
+  return 1U << static_cast<unsigned>(property);
+}
 
 constexpr unsigned kSeen = Bit(Property::Enabled) | Bit(Property::Visible) | Bit(Property::Tag);
 constexpr unsigned kPainted = kSeen | Bit(Property::BackColor) | Bit(Property::ForeColor);
@@ -35,7 +37,9 @@ constexpr unsigned PropertiesOf(ControlKind kind) {
 }
 
 // Texts and lists are written on the window's colours, everything else on the button face.
-bool StandsOnWindow(ControlKind kind) { return kind == ControlKind::TextBox || kind == ControlKind::ComboBox; }
+bool StandsOnWindow(ControlKind kind) {
+  return kind == ControlKind::TextBox || kind == ControlKind::ComboBox;
+}
 
 }  // namespace
 
@@ -48,9 +52,13 @@ Control::Control(Form& form, ControlKind kind, std::string name, Control* parent
       backColor_(StandsOnWindow(kind) ? kWindow : kButtonFace),
       foreColor_(StandsOnWindow(kind) ? kWindowText : kButtonText) {}
 
-std::string Control::FullName() const { return form_.Name() + "." + name_; }
+std::string Control::FullName() const {
+  return form_.Name() + "." + name_;
+}
 
-bool Control::Has(Property property) const { return (PropertiesOf(kind_) & Bit(property)) != 0; }
+bool Control::Has(Property property) const {
+  return (PropertiesOf(kind_) & Bit(property)) != 0;
+}
 
 template <typename T>
 void Control::Set(T& field, T value, Property property) {
@@ -59,17 +67,39 @@ void Control::Set(T& field, T value, Property property) {
   form_.Changed(*this, property);
 }
 
-void Control::SetCaption(std::string caption) { Set(caption_, std::move(caption), Property::Caption); }
-void Control::SetText(std::string text) { Set(text_, std::move(text), Property::Text); }
-void Control::SetEnabled(bool enabled) { Set(enabled_, enabled, Property::Enabled); }
-void Control::SetVisible(bool visible) { Set(visible_, visible, Property::Visible); }
-void Control::SetBackColor(Color color) { Set(backColor_, color, Property::BackColor); }
-void Control::SetForeColor(Color color) { Set(foreColor_, color, Property::ForeColor); }
-void Control::SetTag(std::string tag) { Set(tag_, std::move(tag), Property::Tag); }
-void Control::SetItems(std::vector<std::string> items) { Set(items_, std::move(items), Property::Items); }
-void Control::SetChecked(bool checked) { Set(value_, checked ? 1 : 0, Property::Checked); }
-void Control::SetInterval(std::int32_t ms) { Set(interval_, ms, Property::Interval); }
-void Control::SetAnchor(Control* anchor) { Set(anchor_, anchor, Property::Anchor); }
+void Control::SetCaption(std::string caption) {
+  Set(caption_, std::move(caption), Property::Caption);
+}
+void Control::SetText(std::string text) {
+  Set(text_, std::move(text), Property::Text);
+}
+void Control::SetEnabled(bool enabled) {
+  Set(enabled_, enabled, Property::Enabled);
+}
+void Control::SetVisible(bool visible) {
+  Set(visible_, visible, Property::Visible);
+}
+void Control::SetBackColor(Color color) {
+  Set(backColor_, color, Property::BackColor);
+}
+void Control::SetForeColor(Color color) {
+  Set(foreColor_, color, Property::ForeColor);
+}
+void Control::SetTag(std::string tag) {
+  Set(tag_, std::move(tag), Property::Tag);
+}
+void Control::SetItems(std::vector<std::string> items) {
+  Set(items_, std::move(items), Property::Items);
+}
+void Control::SetChecked(bool checked) {
+  Set(value_, checked ? 1 : 0, Property::Checked);
+}
+void Control::SetInterval(std::int32_t ms) {
+  Set(interval_, ms, Property::Interval);
+}
+void Control::SetAnchor(Control* anchor) {
+  Set(anchor_, anchor, Property::Anchor);
+}
 
 void Control::SetListIndex(int index) {
   if (index < -1 || index >= static_cast<int>(items_.size())) index = -1;
@@ -102,8 +132,8 @@ bool Control::Reachable() const {
 
 std::string_view PropertyName(Property property) {
   static constexpr std::array<std::string_view, 14> kNames = {
-      "caption", "text",      "value", "checked",  "enabled", "visible", "backColor", "foreColor",
-      "tag",     "listIndex", "items", "interval", "anchor",  "selection"};
+      "caption",   "text", "value",     "checked", "enabled",  "visible", "backColor",
+      "foreColor", "tag",  "listIndex", "items",   "interval", "anchor",  "selection"};
   return kNames[static_cast<std::size_t>(property)];
 }
 

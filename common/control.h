@@ -12,7 +12,17 @@ namespace quorvane {
 
 class Form;
 
-enum class ControlKind : std::uint8_t { Button, Label, TextBox, CheckBox, ComboBox, Frame, Option, Menu, Timer };
+enum class ControlKind : std::uint8_t {
+  Button,
+  Label,
+  TextBox,
+  CheckBox,
+  ComboBox,
+  Frame,
+  Option,
+  Menu,
+  Timer
+};
 
 enum class Property : std::uint8_t {
   Caption,
@@ -31,9 +41,9 @@ enum class Property : std::uint8_t {
   Selection,
 };
 
-// One control of a form as plain data: what the operator sees of it and what an event procedure reads from it. The
-// window shows it and never decides anything about it. Every change is told to the program's one observer (see
-// Forms). A control lives as long as its form.
+// One control of a form as plain data: what the operator sees of it and what an event procedure reads from
+// it. The window shows it and never decides anything about it. Every change is told to the program's one
+// observer (see Forms). A control lives as long as its form.
 class Control {
  public:
   Control(Form& form, ControlKind kind, std::string name, Control* parent);
@@ -59,8 +69,8 @@ class Control {
   int ListIndex() const { return listIndex_; }  // -1: none
   const std::vector<std::string>& Items() const { return items_; }
   std::int32_t Interval() const { return interval_; }  // timer, ms; 0 never fires
-  // The control that this one is placed by: a cut mark's lap cell, the label that a pop-up button covers. The window
-  // decides what "by" looks like.
+  // The control that this one is placed by: a cut mark's lap cell, the label that a pop-up button covers. The
+  // window decides what "by" looks like.
   Control* Anchor() const { return anchor_; }
   int SelectionStart() const { return selectionStart_; }
   int SelectionLength() const { return selectionLength_; }  // characters of Text

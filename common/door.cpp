@@ -68,6 +68,14 @@ void Door::Handle(const Event& event) {
     const Depth depth(inHand_);
     Contain([&] { Dispatch(event); });
   }
+  Ended();
+}
+
+void Door::Ended() {
+  if (devices_ != nullptr) {
+    const Depth depth(inHand_);
+    Contain([this] { devices_->EventEnded(); });
+  }
   if (afterEvent_) afterEvent_();
 }
 
@@ -92,7 +100,7 @@ void Door::DrainWhenIdle() {
         const Depth depth(inHand_);
         Contain(action);
       }
-      if (afterEvent_) afterEvent_();
+      Ended();
     } else if (!waiting_.empty()) {
       const Event event = std::move(waiting_.front());
       waiting_.pop_front();

@@ -20,14 +20,17 @@ class DeviceEvents {
   virtual void BytesArrived(const std::vector<std::uint8_t>& bytes) = 0;
   virtual void LineError(int code) = 0;
   virtual void PortsChanged(const std::vector<int>& ports) = 0;
+  // An event has been handled, with or without an error.
+  virtual void EventEnded() = 0;
 };
 
-// The one door through which every outside event enters. It samples the clock, so that time stands still inside an
-// event; ends an event whose procedure raised an error, and only that event; and can write every event into a journal.
+// The one door through which every outside event enters. It samples the clock, so that time stands still
+// inside an event; ends an event whose procedure raised an error, and only that event; and can write every
+// event into a journal.
 //
-// An event that comes in while another is handled waits its turn. Only while a dialog box is open do bytes, line
-// errors, ports and timers go through before the event that opened it has ended; the operator's own actions on other
-// windows are dropped meanwhile, as a modal box has it.
+// An event that comes in while another is handled waits its turn. Only while a dialog box is open do bytes,
+// line errors, ports and timers go through before the event that opened it has ended; the operator's own
+// actions on other windows are dropped meanwhile, as a modal box has it.
 class Door : public EventClock {
  public:
   explicit Door(Platform& platform) : platform_(platform), forms_(*this) {}
@@ -48,11 +51,13 @@ class Door : public EventClock {
   Forms& AllForms() { return forms_; }
   bool DialogOpen() const { return dialogs_ > 0; }
 
-  // Shows a dialog box and lets the radio and the timers go on behind it. The clock is sampled again when it closes.
+  // Shows a dialog box and lets the radio and the timers go on behind it. The clock is sampled again when it
+  // closes.
   DialogAnswer Ask(const DialogBox& box);
   // Runs the action as an event of its own as soon as no event is in hand and no box is open.
   void Post(std::function<void()> action);
-  // Runs the action with the same boundary as an event: an error ends the action, and only it. True: no error.
+  // Runs the action with the same boundary as an event: an error ends the action, and only it. True: no
+  // error.
   bool Contain(const std::function<void()>& action);
   void NoteSent(const std::vector<std::uint8_t>& frame);
 
@@ -69,6 +74,7 @@ class Door : public EventClock {
   void DrainWhileOpen();
   void DrainWhenIdle();
   void SampleClock();
+  void Ended();
 
   Platform& platform_;
   Forms forms_;

@@ -35,8 +35,8 @@ struct Event {
   std::vector<std::uint8_t> bytes = {};
 };
 
-// Written to by the door: every event, answer and sent frame, with its time on the console clock in ms. A journal never
-// throws and never waits.
+// Written to by the door: every event, answer and sent frame, with its time on the console clock in ms. A
+// journal never throws and never waits.
 class Journal {
  public:
   virtual ~Journal() = default;

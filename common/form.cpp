@@ -6,9 +6,13 @@
 
 namespace quorvane {
 
-Form::Form(Forms& forms, std::string name) : forms_(forms), name_(std::move(name)) { forms_.Add(*this); }
+Form::Form(Forms& forms, std::string name) : forms_(forms), name_(std::move(name)) {
+  forms_.Add(*this);
+}
 
-Form::~Form() { forms_.Remove(*this); }
+Form::~Form() {
+  forms_.Remove(*this);
+}
 
 Control* Form::Find(std::string_view name) {
   const auto found = byName_.find(std::string(name));
@@ -27,7 +31,9 @@ void Form::SetVisible(bool visible) {
   forms_.Changed(*this);
 }
 
-void Form::Changed(Control& control, Property property) { forms_.Changed(control, property); }
+void Form::Changed(Control& control, Property property) {
+  forms_.Changed(control, property);
+}
 
 Control& Form::Add(ControlKind kind, std::string name, Control* parent) {
   Control& control = controls_.emplace_back(*this, kind, std::move(name), parent);

@@ -14,8 +14,8 @@ namespace quorvane {
 
 class Forms;
 
-// A window of the program as plain data: its controls and its event procedures. Forms register themselves with the
-// program's Forms for as long as they live.
+// A window of the program as plain data: its controls and its event procedures. Forms register themselves
+// with the program's Forms for as long as they live.
 class Form {
  public:
   Form(Forms& forms, std::string name);
@@ -34,7 +34,7 @@ class Form {
 
   // Event procedures of the form itself.
   virtual void KeyDown(const std::string& /*key*/) {}  // "F1".."F12", "7", "8", "9", "0"
-  virtual void Activated() {}                          // the operator came here from another form of the program
+  virtual void Activated() {}  // the operator came here from another form of the program
   virtual void CloseRequested() { SetVisible(false); }  // the window's own close command
   virtual void Resized() {}
 
@@ -56,7 +56,8 @@ class Form {
   std::unordered_map<std::string, Control*> byName_;
 };
 
-// Controls of one name and kind with an index, "lblLap(0)".."lblLap(10)". An index outside is a SubscriptError.
+// Controls of one name and kind with an index, "lblLap(0)".."lblLap(10)". An index outside is a
+// SubscriptError.
 class ControlArray {
  public:
   ControlArray(Form& form, ControlKind kind, const std::string& name, int lower, int upper,

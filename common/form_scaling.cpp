@@ -24,8 +24,8 @@ clsRect ScaleRect(const clsRect& design, int designWidth, int designHeight, int 
 
 double ScaleFont(double designPoints, int designWidth, int designHeight, int width, int height) {
   if (designWidth <= 0 || designHeight <= 0) return designPoints;
-  const double factor = std::min(static_cast<double>(width) / designWidth,
-                                 static_cast<double>(height) / designHeight);
+  const double factor =
+      std::min(static_cast<double>(width) / designWidth, static_cast<double>(height) / designHeight);
   return std::max(1.0, designPoints * factor);
 }
 

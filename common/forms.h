@@ -9,8 +9,8 @@
 
 namespace quorvane {
 
-// All forms of the program: finds a control by name, passes changes on to the one observer, keeps the timers armed as
-// their properties say, and knows which form the operator is at.
+// All forms of the program: finds a control by name, passes changes on to the one observer, keeps the timers
+// armed as their properties say, and knows which form the operator is at.
 class Forms {
  public:
   explicit Forms(const EventClock& clock) : clock_(clock) {}

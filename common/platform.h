@@ -33,16 +33,16 @@ struct DialogBox {
   std::string defaultExtension = {};  // files: ".ini"
 };
 
-// Ok, Cancel, Yes and No are buttons; Text is an entered text, File a chosen path. A box that is closed otherwise
-// answers Cancel (No where there is no Cancel, Ok where there is nothing else).
+// Ok, Cancel, Yes and No are buttons; Text is an entered text, File a chosen path. A box that is closed
+// otherwise answers Cancel (No where there is no Cancel, Ok where there is nothing else).
 struct DialogAnswer {
   enum class Word : std::uint8_t { Ok, Cancel, Yes, No, Text, File };
   Word word = Word::Cancel;
   std::string text = {};
 };
 
-// The per-user settings of the program, by section and key. A missing value reads as the default given. Writing never
-// fails visibly.
+// The per-user settings of the program, by section and key. A missing value reads as the default given.
+// Writing never fails visibly.
 class SettingsStore {
  public:
   virtual ~SettingsStore() = default;
@@ -51,7 +51,8 @@ class SettingsStore {
   virtual void SaveSetting(const std::string& section, const std::string& key, const std::string& value) = 0;
 };
 
-// Everything outside the language that the race logic reaches. The window, the replay and the tests each bring one.
+// Everything outside the language that the race logic reaches. The window, the replay and the tests each
+// bring one.
 class Platform {
  public:
   virtual ~Platform() = default;

@@ -7,16 +7,16 @@ namespace quorvane {
 
 // The race variables that all parts of the program share; one instance for the program.
 struct RaceState {
-  std::int16_t RaceNumber = 1;  // counted from 1 across rounds
+  std::int16_t RaceNumber = 1;   // counted from 1 across rounds
   std::int16_t LastRaceRun = 0;  // last race finalized; -1 after the heat was advanced by hand
   std::int16_t HeatsPerRound = 1;
   std::int16_t NumberReflys = 0;
-  std::int16_t RaceMode = 1;  // 1..6
-  bool IsFaiMode = false;     // modes 4, 5 and 6
-  bool RaceActive = false;    // initialized, and neither finalized nor reset
-  bool RaceHolding = false;   // the clock display is held
-  bool ManualStart = false;   // started with the Start button
-  bool RaceDone = false;      // concluded
+  std::int16_t RaceMode = 1;      // 1..6
+  bool IsFaiMode = false;         // modes 4, 5 and 6
+  bool RaceActive = false;        // initialized, and neither finalized nor reset
+  bool RaceHolding = false;       // the clock display is held
+  bool ManualStart = false;       // started with the Start button
+  bool RaceDone = false;          // concluded
   bool StartInfoPending = false;  // the next frame sent announces the start
   bool ReflyMode = false;         // the race on the console repeats one that has run
   bool RaceLoaded = false;        // the race on the console was shown from the project file

@@ -9,7 +9,9 @@
 namespace quorvane {
 namespace {
 
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+bool IsDigit(char c) {
+  return c >= '0' && c <= '9';
+}
 
 std::size_t SkipDigits(std::string_view text, std::size_t at) {
   while (at < text.size() && IsDigit(text[at])) ++at;
@@ -36,7 +38,9 @@ std::size_t NumberLength(std::string_view text) {
   return end;
 }
 
-char HexDigit(unsigned value) { return "0123456789ABCDEF"[value & 15U]; }
+char HexDigit(unsigned value) {
+  return "0123456789ABCDEF"[value & 15U];
+}
 
 }  // namespace
 
@@ -57,8 +61,12 @@ double LeadingNumber(std::string_view text) {
   return value;
 }
 
-std::int16_t LeadingInteger(std::string_view text) { return RoundTo<std::int16_t>(LeadingNumber(text)); }
-std::int32_t LeadingLong(std::string_view text) { return RoundTo<std::int32_t>(LeadingNumber(text)); }
+std::int16_t LeadingInteger(std::string_view text) {
+  return RoundTo<std::int16_t>(LeadingNumber(text));
+}
+std::int32_t LeadingLong(std::string_view text) {
+  return RoundTo<std::int32_t>(LeadingNumber(text));
+}
 
 std::string FormatRatio(std::int64_t numerator, std::int64_t denominator, int decimals) {
   std::int64_t scale = 1;
@@ -81,7 +89,9 @@ std::string Hex(std::uint8_t value) {
   return value < 16 ? std::string(1, HexDigit(value)) : std::string{HexDigit(value / 16U), HexDigit(value)};
 }
 
-std::string Hex2(std::uint8_t value) { return (value < 16 ? "0" : "") + Hex(value); }
+std::string Hex2(std::uint8_t value) {
+  return (value < 16 ? "0" : "") + Hex(value);
+}
 
 std::vector<std::string> Split(std::string_view text, char separator) {
   std::vector<std::string> fields;

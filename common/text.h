@@ -8,15 +8,17 @@
 namespace quorvane {
 
 // The number at the start of a text: blanks and tabs before it are skipped, it may have a sign, a "." and an
-// exponent, and it ends at the first character that does not belong to it. 0 when there is none. Never the locale's.
+// exponent, and it ends at the first character that does not belong to it. 0 when there is none. Never the
+// locale's.
 double LeadingNumber(std::string_view text);
 
-// The leading number rounded to a whole number, halves to the even neighbour; OverflowError when it does not fit.
+// The leading number rounded to a whole number, halves to the even neighbour; OverflowError when it does not
+// fit.
 std::int16_t LeadingInteger(std::string_view text);
 std::int32_t LeadingLong(std::string_view text);
 
-// numerator / denominator (> 0) with the given number of decimals, at least one digit before the point; rounds the
-// exact value, halves away from zero. A result that rounds to zero has no sign.
+// numerator / denominator (> 0) with the given number of decimals, at least one digit before the point;
+// rounds the exact value, halves away from zero. A result that rounds to zero has no sign.
 std::string FormatRatio(std::int64_t numerator, std::int64_t denominator, int decimals);
 
 // Hexadecimal digits in capitals: Hex2 padded to two characters, Hex as many as needed.

@@ -6,9 +6,13 @@
 
 namespace quorvane {
 
-std::string FormatSeconds(std::int32_t ms) { return ms >= 1 ? FormatRatio(ms, 1000, 2) : "nt"; }
+std::string FormatSeconds(std::int32_t ms) {
+  return ms >= 1 ? FormatRatio(ms, 1000, 2) : "nt";
+}
 
-std::string FormatTenths(std::int32_t ms) { return FormatRatio(ms, 1000, 1); }
+std::string FormatTenths(std::int32_t ms) {
+  return FormatRatio(ms, 1000, 1);
+}
 
 std::string FormatMinutes(const std::string& text) {
   const double ms = LeadingNumber(text) * 1000.0;

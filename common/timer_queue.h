@@ -8,11 +8,12 @@
 
 namespace quorvane {
 
-// The armed timers of the program in the order in which they fall due; those due in the same millisecond come in the
-// order in which they were armed. Times are ms of the console clock.
+// The armed timers of the program in the order in which they fall due; those due in the same millisecond come
+// in the order in which they were armed. Times are ms of the console clock.
 class TimerQueue {
  public:
-  // Arms the timer to fire at now + its interval when it is enabled and has an interval, and takes it out otherwise.
+  // Arms the timer to fire at now + its interval when it is enabled and has an interval, and takes it out
+  // otherwise.
   void Arm(Control& timer, std::int64_t now);
   void Disarm(const Control& timer);
   bool IsArmed(const Control& timer) const;

@@ -21,8 +21,8 @@ void frmJudge::tmrTimeTick_Timer() {
   ArmTick();
 }
 
-// The tick at the start of a race shows and updates, but concludes nothing: the clock still reads what it read before
-// the race, which may be long after any finish.
+// The tick at the start of a race shows and updates, but concludes nothing: the clock still reads what it
+// read before the race, which may be long after any finish.
 void frmJudge::ShowClockTick() {
   DisplayStatus();
   const std::int32_t t = RaceTime();

@@ -1,7 +1,7 @@
 #include "console/frm_judge.h"
 
-#include "console/numeric_keys.h"
 #include "common/text.h"
+#include "console/numeric_keys.h"
 #include "records/lane_colors.h"
 
 namespace quorvane {
@@ -13,8 +13,7 @@ frmJudge::frmJudge(Door& door, RaceState& race, RaceClock& clock, Project& proje
       mnuAutoPrint(AddCaptioned(ControlKind::Menu, "mnuAutoPrint", "Enable AutoPrint", &mnuFile)),
       mnuExit(AddCaptioned(ControlKind::Menu, "mnuExit", "E&xit", &mnuFile)),
       mnuSetRaceInfo(AddCaptioned(ControlKind::Menu, "mnuSetRaceInfo", "&Set Race Info")),
-      mnuSetEventName(
-          AddCaptioned(ControlKind::Menu, "mnuSetEventName", "Set &Event Name", &mnuSetRaceInfo)),
+      mnuSetEventName(AddCaptioned(ControlKind::Menu, "mnuSetEventName", "Set &Event Name", &mnuSetRaceInfo)),
       mnuHeatsPerRound(
           AddCaptioned(ControlKind::Menu, "mnuHeatsPerRound", "Set &Heats per Round", &mnuSetRaceInfo)),
       mnuLaneColors(AddCaptioned(ControlKind::Menu, "mnuLaneColors", "Set &Lane Colors", &mnuSetRaceInfo)),
@@ -118,8 +117,6 @@ void frmJudge::Form_Load() {
   }
 }
 
-void frmJudge::EndAtStartup() { door_.System().EndProgram(); }
-
 void frmJudge::Form_QueryUnload() {
   const DialogBox close{DialogKind::YesNo, "Close Quorvane", "Shutdown Quorvane. Are you sure?"};
   if (door_.Ask(close).word != DialogAnswer::Word::Yes) return;
@@ -136,8 +133,8 @@ void frmJudge::Form_Unload() {
   door_.System().EndProgram();
 }
 
-// Moving to another race, or changing the race mode's meaning, has to wait while a race is in the air: it would be
-// recorded under another number. A finished race that waits to be saved must keep its refly mark.
+// Moving to another race, or changing the race mode's meaning, has to wait while a race is in the air: it
+// would be recorded under another number. A finished race that waits to be saved must keep its refly mark.
 void frmJudge::EventEnded() {
   const bool free = !RaceBeingFlown();
   for (Control* control : {&txtHeat, &cmdDecHeat, &cmdIncHeat, &txtRound, &cmdDecRound, &cmdIncRound,
@@ -154,17 +151,22 @@ void frmJudge::ShowSaveState() {
   tmrSaveRetry.SetEnabled(!saved);
 }
 
-std::string frmJudge::LaneColorName(int lane) const { return quorvane::LaneColorName(race_, lane); }
-Color frmJudge::LaneLowColor(int lane) const { return quorvane::LaneLowColor(race_, lane); }
-Color frmJudge::LaneHighColor(int lane) const { return quorvane::LaneHighColor(race_, lane); }
+std::string frmJudge::LaneColorName(int lane) const {
+  return quorvane::LaneColorName(race_, lane);
+}
+Color frmJudge::LaneLowColor(int lane) const {
+  return quorvane::LaneLowColor(race_, lane);
+}
+Color frmJudge::LaneHighColor(int lane) const {
+  return quorvane::LaneHighColor(race_, lane);
+}
 
 std::string frmJudge::GetProjectValue(const std::string& section, const std::string& key,
                                       const std::string& fallback) {
   return project_.GetProjectValue(section, key, fallback);
 }
 
-void frmJudge::SetProjectValue(const std::string& section, const std::string& key,
-                               const std::string& value) {
+void frmJudge::SetProjectValue(const std::string& section, const std::string& key, const std::string& value) {
   project_.SetProjectValue(section, key, value);
 }
 

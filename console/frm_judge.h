@@ -25,9 +25,10 @@ class HeatPrinter {
   virtual void PrintHeat() = 0;
 };
 
-// The console: owns the four lane panels, the race clock and the buttons that take a race from ready through running to
-// finished; turns station frames and keys into race actions; moves between races and keeps them in the project file.
-// All times are ms of race time unless said otherwise. A procedure that raises a RunTimeError is abandoned.
+// The console: owns the four lane panels, the race clock and the buttons that take a race from ready through
+// running to finished; turns station frames and keys into race actions; moves between races and keeps them in
+// the project file. All times are ms of race time unless said otherwise. A procedure that raises a
+// RunTimeError is abandoned.
 class frmJudge : public Form, private LaneOwner, private LinkOwner {
  public:
   frmJudge(Door& door, RaceState& race, RaceClock& clock, Project& project);
@@ -151,8 +152,7 @@ class frmJudge : public Form, private LaneOwner, private LinkOwner {
   Color LaneHighColor(int lane) const override;
   std::string GetProjectValue(const std::string& section, const std::string& key,
                               const std::string& fallback) override;
-  void SetProjectValue(const std::string& section, const std::string& key,
-                       const std::string& value) override;
+  void SetProjectValue(const std::string& section, const std::string& key, const std::string& value) override;
   // LinkOwner
   Control& CommLabel() override { return lblComm; }
   Control& ReadLamp() override { return lblReadComm; }
@@ -164,7 +164,6 @@ class frmJudge : public Form, private LaneOwner, private LinkOwner {
   void ShowClockTick();
   void ArmTick();
   void InitializeLanes();
-  void AskAboutActiveRace();
   void ReadyForNextRace();
   std::string RaceSection(std::int16_t race) const;
   bool HasTimestamp(std::int16_t race);
@@ -188,13 +187,16 @@ class frmJudge : public Form, private LaneOwner, private LinkOwner {
   bool AddStartDelay() const;
   void LapKey(int lane);
 
-  std::string TodaysProject() const;
+  std::string DefaultFolder() const;
+  std::string TodaysProjectName() const;
   bool ChooseProject(bool atStart);
+  bool OpenAtStart();
   bool AskProjectFile(bool atStart);
-  bool OpenChosenProject();
+  bool AskOtherThan(const std::string& file, bool atStart);
   void ShowOpenProject();
+  std::int16_t StoredInteger(const std::string& key, const std::string& fallback);
   void WriteRace();
-  void EndAtStartup();
+  std::string ShownSection();
   void ShowSaveState();
 
   Door& door_;
@@ -219,12 +221,13 @@ class frmJudge : public Form, private LaneOwner, private LinkOwner {
   std::string eventName_;
   std::string startupProject_;
   bool projectOpen_ = false;
-  // Changes whenever the console turns to another race, so that a procedure that waited for an answer can see whether
-  // its race is still there.
+  std::string shownSection_;  // of the race on the console, or of its refly
+  // Changes whenever the console turns to another race, so that a procedure that waited for an answer can see
+  // whether its race is still there.
   unsigned raceSerial_ = 0;
 
-  bool starterMayStart_ = true;     // it has stopped, or counted down, since the last race it ran
-  bool starterRanRace_ = false;     // the starter was running during the race on the console
+  bool starterMayStart_ = true;  // it has stopped, or counted down, since the last race it ran
+  bool starterRanRace_ = false;  // the starter was running during the race on the console
   bool resetAskedForStarter_ = false;
 };
 

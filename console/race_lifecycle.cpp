@@ -50,7 +50,7 @@ void frmJudge::InitializeRace() {
   cboRaceMode.SetEnabled(false);
   cmdStart.SetEnabled(false);
   cmdReset.SetEnabled(true);
-  if (link_ != nullptr) link_->CurrentMessage.SetDif(6);
+  if (link_ != nullptr) link_->CurrentMessage().Dif = 6;
   IssueRaceEvent(true);
 }
 
@@ -165,7 +165,8 @@ bool frmJudge::cmdReset_Click() {
   return true;
 }
 
-// An abandoned race must not go on ticking, and a starter that fell silent in hold must not leave "Holding" behind.
+// An abandoned race must not go on ticking, and a starter that fell silent in hold must not leave "Holding"
+// behind.
 void frmJudge::ReadyForNextRace() {
   race_.RaceActive = false;
   race_.RaceHolding = false;

@@ -14,10 +14,12 @@ class LinkOwner {
  public:
   virtual ~LinkOwner() = default;
 
-  // A good frame has arrived. The frame is the handler's own copy: whatever it sends in answer does not change it.
+  // A good frame has arrived. The frame is the handler's own copy: whatever it sends in answer does not
+  // change it.
   virtual void ProcessMessage(const StationMessage& frame) = 0;
 
-  // For the frame about to be sent: laps, lit and cut counts per pylon of lane index 0..3 (SubscriptError beyond).
+  // For the frame about to be sent: laps, lit and cut counts per pylon of lane index 0..3 (SubscriptError
+  // beyond).
   virtual void GetLaneInfo(std::uint8_t lane, std::uint8_t& laps, std::uint8_t& lit,
                            std::array<std::int16_t, 4>& cuts) = 0;
   // The race clock big-endian, the start state and the race mode.

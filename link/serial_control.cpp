@@ -22,7 +22,9 @@ SerialError SerialControl::SetCommPort(int port) {
   return {};
 }
 
-std::vector<std::uint8_t> SerialControl::Input() { return std::exchange(waiting_, {}); }
+std::vector<std::uint8_t> SerialControl::Input() {
+  return std::exchange(waiting_, {});
+}
 
 void SerialControl::Output(const std::vector<std::uint8_t>& bytes) {
   if (open_) WriteDevice(bytes);

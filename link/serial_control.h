@@ -16,9 +16,9 @@ struct SerialError {
 inline constexpr int kErrorNoSuchPort = 8002;
 inline constexpr int kCommEventReceive = 2;  // an ordinary event; 1000 and above are line errors
 
-// The serial port as the link form works it. The part that belongs to the platform (the device itself) is in the
-// protected operations; bytes and line errors reach it through the door, which calls Receive and SetCommEvent before
-// the form's MSComm1_OnComm. Ports are numbered from 1 ("COM1").
+// The serial port as the link form works it. The part that belongs to the platform (the device itself) is in
+// the protected operations; bytes and line errors reach it through the door, which calls Receive and
+// SetCommEvent before the form's MSComm1_OnComm. Ports are numbered from 1 ("COM1").
 class SerialControl {
  public:
   virtual ~SerialControl() = default;
@@ -37,7 +37,8 @@ class SerialControl {
   void Output(const std::vector<std::uint8_t>& bytes);
   int CommEvent() const { return commEvent_; }
 
-  // From outside: bytes that arrived while the port is open. Returns false, and drops them, when it is closed.
+  // From outside: bytes that arrived while the port is open. Returns false, and drops them, when it is
+  // closed.
   bool Receive(const std::vector<std::uint8_t>& bytes);
   void SetCommEvent(int code) { commEvent_ = code; }
 

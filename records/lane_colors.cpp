@@ -32,15 +32,20 @@ std::string LaneColorName(const RaceState& race, int lane) {
   return LaneField(race, lane, 3);
 }
 
-Color LaneLowColor(const RaceState& race, int lane) { return MarkColor(race, lane, "Low"); }
-Color LaneHighColor(const RaceState& race, int lane) { return MarkColor(race, lane, "High"); }
+Color LaneLowColor(const RaceState& race, int lane) {
+  return MarkColor(race, lane, "Low");
+}
+Color LaneHighColor(const RaceState& race, int lane) {
+  return MarkColor(race, lane, "High");
+}
 
 Color ColorOf(std::string_view text) {
-  static constexpr std::array<std::pair<std::string_view, std::uint32_t>, 5> kWords = {{{"Red", 0xFF6060},
-                                                                                        {"Green", 0x60FF60},
-                                                                                        {"Blue", 0x8080FF},
-                                                                                        {"Yellow", 0xFFFF60},
-                                                                                        {"Orange", 0xFF8000}}};
+  static constexpr std::array<std::pair<std::string_view, std::uint32_t>, 5> kWords = {
+      {{"Red", 0xFF6060},
+       {"Green", 0x60FF60},
+       {"Blue", 0x8080FF},
+       {"Yellow", 0xFFFF60},
+       {"Orange", 0xFF8000}}};
   for (const auto& [word, rgb] : kWords) {
     if (text.find(word) != std::string_view::npos) return Color::Rgb(rgb);
   }

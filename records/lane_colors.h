@@ -10,8 +10,8 @@
 
 namespace quorvane {
 
-// The marking of each lane by scheme. 3 and 5 are alike on purpose, 6 to 8 mark three lanes, 9 names lanes without
-// colours and can only be set in the settings store.
+// The marking of each lane by scheme. 3 and 5 are alike on purpose, 6 to 8 mark three lanes, 9 names lanes
+// without colours and can only be set in the settings store.
 inline constexpr std::array<std::string_view, 10> kLaneColorSchemes = {
     "",
     "1 - Low Green, Low Red, High Green, High Red",
@@ -26,8 +26,8 @@ inline constexpr std::array<std::string_view, 10> kLaneColorSchemes = {
 };
 inline constexpr int kLaneColorSchemesOffered = 8;
 
-// Lanes are 1..4 (SubscriptError beyond). A scheme outside the table leaves every lane without a name and plain.
-// The name keeps the blank that stands before it in the scheme.
+// Lanes are 1..4 (SubscriptError beyond). A scheme outside the table leaves every lane without a name and
+// plain. The name keeps the blank that stands before it in the scheme.
 std::string LaneColorName(const RaceState& race, int lane);
 Color LaneLowColor(const RaceState& race, int lane);
 Color LaneHighColor(const RaceState& race, int lane);

@@ -13,13 +13,16 @@ namespace quorvane {
 namespace {
 
 constexpr std::string_view kResultsHeader =
-    "Round,Heat(racemode&time),Lane,Finish,Cuts,Time,Lap1,Lap2,Lap3,Lap4,Lap5,Lap6,Lap7,Lap8,Lap9,Lap10,Comments";
+    "Round,Heat(racemode&time),Lane,Finish,Cuts,Time,Lap1,Lap2,Lap3,Lap4,Lap5,Lap6,Lap7,Lap8,Lap9,Lap10,"
+    "Comments";
 
 std::filesystem::path PathOf(const std::string& utf8) {
   return std::filesystem::path(std::u8string(utf8.begin(), utf8.end()));
 }
 
-std::string TwoDigits(int number) { return (number < 10 ? "0" : "") + std::to_string(number); }
+std::string TwoDigits(int number) {
+  return (number < 10 ? "0" : "") + std::to_string(number);
+}
 
 std::string GeneralDate(const LocalDateTime& at) {
   const int hour = at.hour % 12 == 0 ? 12 : at.hour % 12;
@@ -95,7 +98,8 @@ void MakeFolderPath(const std::string& path) {
     end = path.find_first_of("\\/", end + 1);
     if (end == std::string::npos) end = path.size();
     const std::string folder = path.substr(0, end);
-    const bool drive = folder.find_first_of("\\/") == std::string::npos && folder.find(':') != std::string::npos;
+    const bool drive =
+        folder.find_first_of("\\/") == std::string::npos && folder.find(':') != std::string::npos;
     std::error_code ignored;
     if (!drive && !FolderExists(folder)) std::filesystem::create_directory(PathOf(folder), ignored);
   }
@@ -106,7 +110,9 @@ std::string WithoutExtension(const std::string& path) {
   return dot == std::string::npos || dot == 0 ? path : path.substr(0, dot);
 }
 
-std::string FileNameOf(const std::string& path) { return path.substr(path.find_last_of("\\/") + 1); }
+std::string FileNameOf(const std::string& path) {
+  return path.substr(path.find_last_of("\\/") + 1);
+}
 
 void CreateResultsFile(const std::string& path) {
   if (path.empty() || FileExists(path) || FolderExists(path)) return;

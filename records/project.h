@@ -10,28 +10,32 @@
 
 namespace quorvane {
 
-// The open project file of the program: RaceState's ProjectFile, and the only way to it. A missing file, section or key
-// reads as the fallback; a write that fails reports nothing here and is tried again (see Saved).
+// The open project file of the program: RaceState's ProjectFile, and the only way to it. A missing file,
+// section or key reads as the fallback; a write that fails reports nothing here and is tried again (see
+// Saved).
 class Project {
  public:
   explicit Project(RaceState& race, FileOps& files = SystemFiles());
 
-  // Makes the file at this path the project; it need not exist. False, and the open project stays, when another
-  // console has it open. What the old project could not save yet is kept and goes on being tried.
+  // Makes the file at this path the project; it need not exist. False, and the open project stays, when
+  // another console has it open. What the old project could not save yet is kept and goes on being tried.
   bool Open(const std::string& path);
 
-  std::string GetProjectValue(const std::string& section, const std::string& key, const std::string& fallback);
+  std::string GetProjectValue(const std::string& section, const std::string& key,
+                              const std::string& fallback);
   void SetProjectValue(const std::string& section, const std::string& key, const std::string& value);
   // From any file, without opening it as the project.
-  std::string ReadProfileString(const std::string& section, const std::string& key, const std::string& fallback,
-                                const std::string& file);
+  std::string ReadProfileString(const std::string& section, const std::string& key,
+                                const std::string& fallback, const std::string& file);
 
-  // False while anything that was written is not on the disk; Problem() is then the reason, in the operator's words.
+  // False while anything that was written is not on the disk; Problem() is then the reason, in the operator's
+  // words.
   bool Saved() const { return store_->Saved() && unsaved_.empty(); }
   std::string Problem() const { return unsaved_.empty() ? store_->Problem() : unsaved_.front()->Problem(); }
   bool Retry();
 
-  // Everything written while a Group lives goes to the disk in one replacement of the file, when the last one ends.
+  // Everything written while a Group lives goes to the disk in one replacement of the file, when the last one
+  // ends.
   class Group {
    public:
     explicit Group(Project& project) : group_(*project.store_) {}
@@ -49,7 +53,8 @@ class Project {
 
 bool FileExists(const std::string& path);
 bool FolderExists(const std::string& path);
-// The path up to and including its last separator ("\" or "/") when that stands at the second place or later, else "".
+// The path up to and including its last separator ("\" or "/") when that stands at the second place or later,
+// else "".
 std::string ParentFolder(const std::string& path);
 // Makes each missing folder along the path. Errors are ignored.
 void MakeFolderPath(const std::string& path);

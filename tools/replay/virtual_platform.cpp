@@ -74,7 +74,9 @@ LocalDateTime AddMilliseconds(const LocalDateTime& at, std::int64_t ms) {
           static_cast<int>(time.seconds().count())};
 }
 
-LocalDateTime VirtualPlatform::LocalNow() { return AddMilliseconds(start, ms_); }
+LocalDateTime VirtualPlatform::LocalNow() {
+  return AddMilliseconds(start, ms_);
+}
 
 DialogAnswer VirtualPlatform::ShowDialog(const DialogBox& box) {
   const std::int64_t opened = ms_;

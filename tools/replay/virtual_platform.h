@@ -44,7 +44,8 @@ class VirtualSerial : public SerialControl {
   void WriteDevice(const std::vector<std::uint8_t>& bytes) override;
 };
 
-// A platform without a window, on a clock that only moves when it is told to. Serves the tests and the replay.
+// A platform without a window, on a clock that only moves when it is told to. Serves the tests and the
+// replay.
 class VirtualPlatform : public Platform {
  public:
   struct Shown {
@@ -77,7 +78,7 @@ class VirtualPlatform : public Platform {
   int repaints = 0;
   bool ended = false;
 
-  std::deque<DialogAnswer> answers;               // for the boxes to come, used in turn
+  std::deque<DialogAnswer> answers;                 // for the boxes to come, used in turn
   std::function<void(const DialogBox&)> whileOpen;  // runs once for each box, while it is open
   std::vector<Shown> shown;
 

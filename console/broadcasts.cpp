@@ -1,0 +1,95 @@
+// What the console tells the stations, and the keys.
+
+#include <map>
+
+#include "console/frm_judge.h"
+
+namespace quorvane {
+
+// A console that controls counts its race time from the start signal where there is no 60-second count; the
+// stations always count from the start of that minute.
+bool frmJudge::AddStartDelay() const {
+  return chkSixtySecondCount.Value() == 0 && link_->chkSystemController.Value() == 1;
+}
+
+void frmJudge::LoadStartInfo(std::array<std::uint8_t, 4>& time, std::uint8_t& start, std::uint8_t& mode) {
+  std::int32_t ms = 0;
+  if (race_.StartInfoPending || !race_.RaceActive) {
+    race_.StartInfoPending = false;
+    ms = AddStartDelay() ? 59999 : 0;
+  } else {
+    ms = AddStartDelay() ? AddLong(RaceTime(), 60000) : RaceTime();
+  }
+  const auto bits = static_cast<std::uint32_t>(ms);
+  for (std::size_t i = 0; i < time.size(); ++i) time[i] = static_cast<std::uint8_t>(bits >> (24 - 8 * i));
+  start = race_.RaceActive ? 1 : 0;
+  int raceMode = 0;
+  GetRaceMode(raceMode);
+  mode = ToByte(raceMode);
+}
+
+void frmJudge::GetLaneInfo(std::uint8_t lane, std::uint8_t& laps, std::uint8_t& lit,
+                           std::array<std::int16_t, 4>& cuts) {
+  Lane(lane).GetInfo(laps, lit, cuts);
+}
+
+void frmJudge::IssueRaceEvent(bool /*flag*/) {
+  if (link_ == nullptr || !link_->IsControllerMode()) return;
+  LastTimeSent_ = RaceTime();
+  link_->SendMessage(6, 3);
+}
+
+void frmJudge::IssueLapEvent() {
+  if (link_ == nullptr || !link_->IsControllerMode()) return;
+  LastTimeSent_ = RaceTime();
+  link_->SendMessage(3, 4);
+}
+
+// Once a second, and only while the stations still set their clocks.
+void frmJudge::IssueTimeEvent() {
+  if (link_ == nullptr || !link_->IsControllerMode()) return;
+  const std::int32_t t = RaceTime();
+  if (SubtractLong(t, 1000) < LastTimeSent_ || t >= 54000) return;
+  LastTimeSent_ = t;
+  link_->SendMessage(6, 3);
+}
+
+void frmJudge::LapKey(int lane) {
+  if (lane == 0 && !race_.RaceActive) {
+    if (cmdStart.Enabled()) cmdStart_Click();
+  } else if (Lane(lane).Visible()) {
+    Lane(lane).cmdLap_Click();
+  }
+}
+
+// The keys stand in rows of four, one for each lane. A lane that does not fly has none.
+void frmJudge::KeyDown(const std::string& key) {
+  static const std::map<std::string, int> kKeys = {
+      {"F1", 0}, {"F2", 1},  {"F3", 2},   {"F4", 3},   {"F5", 4}, {"F6", 5}, {"F7", 6}, {"F8", 7},
+      {"F9", 8}, {"F10", 9}, {"F11", 10}, {"F12", 11}, {"7", 12}, {"8", 13}, {"9", 14}, {"0", 15}};
+  const auto found = kKeys.find(key);
+  if (found == kKeys.end()) return;
+  const int lane = found->second % 4;
+  if (found->second < 4) {
+    LapKey(lane);
+    return;
+  }
+  if (!Lane(lane).Visible()) return;
+  switch (found->second / 4) {
+    case 1:
+      Lane(lane).cntrCutP1(0);
+      break;
+    case 2:
+      Lane(lane).cntrCutP2(0);
+      break;
+    default:
+      Lane(lane).cntrCutP3(0);
+      break;
+  }
+}
+
+void frmJudge::lblComm_Click() {
+  door_.AllForms().Show(*link_);
+}
+
+}  // namespace quorvane

@@ -1,0 +1,20 @@
+#include "console/program.h"
+
+namespace quorvane {
+
+Program::Program(Platform& platform, SerialControl& serial)
+    : door_(platform),
+      clock_(door_, race_),
+      project_(race_),
+      judge_(door_, race_, clock_, project_),
+      link_(door_, race_, judge_.ForLink(), serial) {
+  judge_.SetLink(link_);
+  door_.SetDevices(this);
+}
+
+Program::~Program() {
+  door_.AllForms().SetObserver(nullptr);
+  door_.SetDevices(nullptr);
+}
+
+}  // namespace quorvane

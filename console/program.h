@@ -1,0 +1,45 @@
+#pragma once
+
+#include <vector>
+
+#include "common/door.h"
+#include "common/race_clock.h"
+#include "common/race_state.h"
+#include "console/frm_judge.h"
+#include "link/frm_serial_port.h"
+#include "link/serial_control.h"
+#include "records/project.h"
+
+namespace quorvane {
+
+// The whole program but its windows: the shared race state, the forms and the door to them. Enter a Load
+// event to start it. The platform and the serial control must outlive it.
+class Program : private DeviceEvents {
+ public:
+  Program(Platform& platform, SerialControl& serial);
+  ~Program() override;
+
+  Door& door() { return door_; }
+  RaceState& race() { return race_; }
+  RaceClock& clock() { return clock_; }
+  Project& project() { return project_; }
+  frmJudge& judge() { return judge_; }
+  frmLane& lane(int index) { return judge_.Lane(index); }  // 0..3
+  frmSerialPort& link() { return link_; }
+
+ private:
+  void Load() override { judge_.Form_Load(); }
+  void BytesArrived(const std::vector<std::uint8_t>& bytes) override { link_.BytesArrived(bytes); }
+  void LineError(int code) override { link_.LineError(code); }
+  void PortsChanged(const std::vector<int>& ports) override { link_.PortsChanged(ports); }
+  void EventEnded() override { judge_.EventEnded(); }
+
+  Door door_;
+  RaceState race_;
+  RaceClock clock_;
+  Project project_;
+  frmJudge judge_;
+  frmSerialPort link_;
+};
+
+}  // namespace quorvane

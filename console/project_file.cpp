@@ -1,0 +1,221 @@
+// The project: choosing it, saving a race into it, showing a race from it.
+
+#include <algorithm>
+#include <filesystem>
+
+#include "common/text.h"
+#include "console/frm_judge.h"
+
+namespace quorvane {
+namespace {
+
+constexpr const char* kEventFormat = "Lap, Station, EventType, Pylon, Time";
+
+std::string LaneSection(const std::string& race, int lane) {
+  return race + "_Lane" + std::to_string(lane + 1);
+}
+
+}  // namespace
+
+std::string frmJudge::DefaultFolder() const {
+#ifdef _WIN32
+  return "c:\\Quorvane\\";
+#else
+  return door_.System().HomeFolder() + "Quorvane/";
+#endif
+}
+
+std::string frmJudge::TodaysProjectName() const {
+  return ProjectDate(door_.System().LocalNow()) + ".ini";
+}
+
+void frmJudge::mnuSelectFile_Click() {
+  if (RaceBeingFlown()) return;
+  // A finished race belongs to the project it was flown in.
+  cmdSave_Click();
+  ChooseProject(false);
+}
+
+// False: nothing was chosen; at start-up the program then ends.
+bool frmJudge::ChooseProject(bool atStart) {
+  std::error_code ignored;
+  const std::filesystem::path folder = std::filesystem::current_path(ignored);
+  if (!(atStart ? OpenAtStart() : AskProjectFile(false))) {
+    if (atStart) door_.System().EndProgram();
+    return false;
+  }
+  ShowOpenProject();
+  std::filesystem::current_path(folder, ignored);
+  return true;
+}
+
+bool frmJudge::OpenAtStart() {
+  if (!startupProject_.empty()) {
+    MakeFolderPath(ParentFolder(startupProject_));
+    return project_.Open(startupProject_) || AskOtherThan(startupProject_, true);
+  }
+  const std::string file =
+      door_.System().Settings().GetSetting("DiskFile", "FileName", DefaultFolder() + TodaysProjectName());
+  race_.ProjectFile = file;
+  if (FileExists(file)) {
+    const std::string title = project_.ReadProfileString("Current", "Title", "", file);
+    const DialogBox box{DialogKind::YesNoCancel, "Open Project",
+                        "Open previous project? (" + title + ")\r\r" + file};
+    const DialogAnswer::Word word = door_.Ask(box).word;
+    if (word == DialogAnswer::Word::Cancel) return false;
+    if (word == DialogAnswer::Word::No) return AskProjectFile(true);
+  } else {
+    MakeFolderPath(ParentFolder(file));
+  }
+  return project_.Open(file) || AskOtherThan(file, true);
+}
+
+// Two consoles on one file would take each other's races for their own.
+bool frmJudge::AskOtherThan(const std::string& file, bool atStart) {
+  door_.Ask({DialogKind::Ok, "Open Project",
+             "This project is open in another console:\r\r" + file +
+                 "\r\rChoose another file, or close that console.",
+             DialogIcon::Exclamation});
+  return AskProjectFile(atStart);
+}
+
+bool frmJudge::AskProjectFile(bool atStart) {
+  SettingsStore& settings = door_.System().Settings();
+  DialogBox box;
+  if (atStart) {
+    box.kind = DialogKind::SaveFile;
+    box.title = "Open New Quorvane Project";
+    box.preset = ParentFolder(race_.ProjectFile) + TodaysProjectName();
+    box.folder = settings.GetSetting("DiskFile", "InitDir", DefaultFolder());
+  } else {
+    const std::string last =
+        settings.GetSetting("DiskFile", "FileName", DefaultFolder() + TodaysProjectName());
+    box.kind = DialogKind::OpenFile;
+    box.title = "Open Existing Quorvane Project";
+    box.preset = last;
+    box.folder = ParentFolder(last);
+  }
+  box.defaultExtension = ".ini";
+  const DialogAnswer answer = door_.Ask(box);
+  if (answer.word != DialogAnswer::Word::File || answer.text.empty()) return false;
+  // The race on the console may have been started by radio while the box was open.
+  if (!atStart && RaceBeingFlown()) return false;
+  const std::string file = answer.text;
+  MakeFolderPath(ParentFolder(file));
+  if (!project_.Open(file)) return AskOtherThan(file, atStart);
+  settings.SaveSetting("DiskFile", "InitDir", ParentFolder(file));
+  settings.SaveSetting("DiskFile", "FileName", file);
+  return true;
+}
+
+void frmJudge::ShowOpenProject() {
+  projectOpen_ = true;
+  race_.ProjectBaseName = WithoutExtension(race_.ProjectFile);
+  race_.ResultsFile = race_.ProjectBaseName + ".csv";
+  CreateResultsFile(race_.ResultsFile);
+  eventName_ = GetProjectValue("Current", "Title", "");
+  race_.RaceNumber = std::max<std::int16_t>(StoredInteger("Race", "1"), 1);
+  race_.HeatsPerRound = StoredInteger("HeatsPerRound", "1");
+  mnuAutoPrint.SetChecked(LeadingNumber(GetProjectValue("Current", "AutoPrint", "False")) != 0.0);
+  SkipRacesRun();
+  ShowCurrentRace();
+  race_.NumberReflys = StoredInteger("NumberReflys", "0");
+  {
+    const Project::Group group(project_);
+    SetProjectValue("Current", "NumberReflys", std::to_string(race_.NumberReflys));
+    SetProjectValue("Current", "EventFormat", kEventFormat);
+  }
+  if (race_.HeatsPerRound < 2) mnuHeatsPerRound_Click();
+  if (eventName_.empty()) {
+    mnuSetEventName_Click();
+  } else {
+    SetCaption();
+  }
+  cmdReset.SetEnabled(false);
+  cmdSave.SetEnabled(false);
+}
+
+// A number of a hand-edited file that does not fit reads as the fallback, so that the rest of the project
+// still opens.
+std::int16_t frmJudge::StoredInteger(const std::string& key, const std::string& fallback) {
+  try {
+    return LeadingInteger(GetProjectValue("Current", key, fallback));
+  } catch (const OverflowError&) {
+    return LeadingInteger(fallback);
+  }
+}
+
+void frmJudge::mnuAutoPrint_Click() {
+  mnuAutoPrint.SetChecked(!mnuAutoPrint.Checked());
+  SetProjectValue("Current", "AutoPrint", mnuAutoPrint.Checked() ? "True" : "False");
+}
+
+void frmJudge::cmdPrint_Click() {
+  if (printer_ != nullptr) printer_->PrintHeat();
+}
+
+// Saving concludes the race: the reset at the end would otherwise find it active and record it a second time.
+void frmJudge::cmdSave_Click() {
+  if (!cmdSave.Enabled()) return;
+  race_.RaceActive = false;
+  race_.ManualStart = false;
+  IssueRaceEvent(true);
+  WriteRace();
+  cmdSave.SetEnabled(false);
+  cmdReset_Click();
+}
+
+void frmJudge::WriteRace() {
+  const Project::Group group(project_);
+  std::string section = RaceSection(race_.RaceNumber);
+  if (race_.ReflyMode) {
+    race_.NumberReflys = AddInteger(StoredInteger("NumberReflys", "0"), 1);
+    const std::string number = std::to_string(race_.NumberReflys);
+    SetProjectValue("Current", "NumberReflys", number);
+    SetProjectValue(section, "ReflyID", number + " (index to refly entry for this race");
+    section = "Refly" + number;
+  }
+  const LocalDateTime now = door_.System().LocalNow();
+  SetProjectValue(section, "Timestamp", TimestampText(now));
+  SetProjectValue(section, "CurrentRace",
+                  std::to_string(race_.RaceNumber) + " (h=" + std::to_string(heat_) +
+                      ", r=" + std::to_string(round_) + ")");
+  SetProjectValue(section, "RaceMode", std::to_string(race_.RaceMode) + ", " + lblRaceMode.Caption());
+  SetProjectValue(section, "Comments", txtComments.Text());
+  for (int i = 0; i < 4; ++i) {
+    Lane(i).SaveLane(LaneSection(section, i));
+    Lane(i).chkNovice.SetValue(0);
+  }
+}
+
+std::string frmJudge::ShownSection() {
+  const double id = LeadingNumber(GetProjectValue(RaceSection(race_.RaceNumber), "ReflyID", "0"));
+  if (id == 0.0) return RaceSection(race_.RaceNumber);
+  return "Refly" + std::to_string(RoundTo<std::int32_t>(id));
+}
+
+void frmJudge::LoadRaceHeader() {
+  std::string section = RaceSection(race_.RaceNumber);
+  try {
+    section = ShownSection();
+  } catch (const OverflowError&) {
+    // No refly has such a number: the race itself is shown.
+  }
+  shownSection_ = section;
+  fraHeatControl.SetCaption("Race " + std::to_string(race_.RaceNumber) +
+                            (section.starts_with("Refly") ? " REFLY" : ""));
+  txtComments.SetText(GetProjectValue(section, "Comments", "No comments"));
+  race_.RaceLoaded = true;
+}
+
+void frmJudge::ShowRaceLanes() {
+  if (!HasRun(race_.RaceNumber)) {
+    InitializeLanes();
+    return;
+  }
+  const double stored = LeadingNumber(GetProjectValue(shownSection_, "RaceMode", "0"));
+  const bool fai = stored >= 4.0 && stored < 7.0;
+  for (int i = 0; i < 4; ++i) Lane(i).LoadLane(LaneSection(shownSection_, i), fai);
+}
+
+}  // namespace quorvane

@@ -1,0 +1,162 @@
+// What arriving station frames do to the race.
+
+#include "common/bits.h"
+#include "console/frm_judge.h"
+
+namespace quorvane {
+namespace {
+
+constexpr std::int32_t kStartSignal = 60000;  // on the starter's clock
+constexpr std::int32_t kEarlyStop = 65000;    // a stop up to here calls the start off
+
+bool HoldBit(const StationMessage& frame) {
+  return (frame.ssBtn & BitMask[4]) != 0;
+}
+
+}  // namespace
+
+void frmJudge::ProcessMessage(const StationMessage& frame) {
+  MessageRaceTime_ = RaceTime();
+  StationClock_ = FrameTime(frame);
+  LaneStartOffset_ = SubtractLong(StationClock_, (frame.From == kAcknowledgement ? 2 : 1) * frame.Dif);
+  if (frame.To != kConsole) {
+    if (frame.From == kTimers || (frame.From == kAcknowledgement && frame.To == kTimers)) {
+      ProcessTimersMessage(frame);
+    } else if (frame.From == kFirstJudge && frame.To == kPylonBox) {
+      ProcessPylonMessage(frame);
+    } else if (frame.From == kStarter) {
+      ProcessStartersMessage(frame);
+    }
+  }
+  // After the dispatch: the handlers compare with the station's frame before this one.
+  if (frame.From < frmSerialPort::kLastStationMessages) link_->LastStationMessage(frame.From) = frame;
+}
+
+void frmJudge::ProcessTimersMessage(const StationMessage& frame) {
+  for (std::size_t i = 0; i < lanes_.size(); ++i) {
+    if (lanes_[i]->CanDoLap(frame.Lap[i]) && frame.Lit[i] != 0) {
+      lanes_[i]->DoLap(MessageRaceTime_, frame.Lit[i] * 8);
+    }
+  }
+}
+
+void frmJudge::ProcessPylonMessage(const StationMessage& frame) {
+  if (race_.RaceDone) return;
+  for (std::size_t i = 0; i < lanes_.size(); ++i) {
+    if (lanes_[i]->CanDoTurn() && frame.Lit[i] != 0) {
+      lanes_[i]->DoTurn(kTimers, MessageRaceTime_, frame.Lit[i] * 8);
+    }
+  }
+}
+
+void frmJudge::ProcessStartersMessage(const StationMessage& frame) {
+  race_.RaceHolding = HoldBit(frame);
+  if (!race_.RaceHolding) ApplyRaceMode(frame.Mode);
+  if (frame.Strt != 0) {
+    StarterRuns();
+  } else {
+    starterMayStart_ = true;
+    if (race_.RaceActive && !StarterStopped(frame)) {
+      DisplayStatus();
+      return;
+    }
+  }
+  FinishStartersMessage(frame);
+}
+
+void frmJudge::StarterRuns() {
+  resetAskedForStarter_ = false;
+  const bool counting = LaneStartOffset_ < kStartSignal;
+  if (counting) {
+    starterMayStart_ = true;
+    clock_.ResetRaceClock(LaneStartOffset_, "ProcessStartersMessage");
+    for (const auto& lane : lanes_) lane->AdjustTime();
+    // A new count over a finished race that nobody has saved yet: that race is over and must not be lost.
+    if (race_.RaceActive && race_.RaceDone) cmdSave_Click();
+  }
+  if (!race_.RaceActive && starterMayStart_) {
+    // A start joined in its second minute: the lanes take their time from the starter's clock, so the race
+    // clock has to begin at nothing and not where the race before it left off.
+    if (!counting) clock_.ResetRaceClock(0, "ProcessStartersMessage");
+    race_.ManualStart = false;
+    InitializeRace();
+  }
+  starterMayStart_ = counting;
+  starterRanRace_ = race_.RaceActive;
+}
+
+// The starter says "stopped" while a race is active. False: the race is not the starter's to end, and the
+// frame changes nothing more.
+bool frmJudge::StarterStopped(const StationMessage& frame) {
+  if (LaneStartOffset_ <= kEarlyStop) {
+    if (race_.ManualStart && RaceBeingFlown()) {
+      bool allFinished = false;
+      CheckRaceComplete(allFinished);
+      if (!allFinished) {
+        AskResetForStarter(frame);
+        return false;
+      }
+    }
+    cmdReset_Click();
+    return true;
+  }
+  if (race_.ManualStart && !starterRanRace_) return false;
+  if (RaceBeingFlown()) {
+    FinalizeRace();
+    race_.RaceDone = true;
+  }
+  if (mnuAutoPrint.Checked()) cmdPrint_Click();
+  cmdSave_Click();
+  return true;
+}
+
+// The question waits until the frame has been handled, so that reception goes on behind it; it is asked once,
+// until the starter has been running again.
+void frmJudge::AskResetForStarter(const StationMessage& frame) {
+  if (resetAskedForStarter_) return;
+  resetAskedForStarter_ = true;
+  const unsigned serial = raceSerial_;
+  door_.Post([this, serial, frame] {
+    if (serial != raceSerial_ || !race_.RaceActive) {
+      resetAskedForStarter_ = false;
+      return;
+    }
+    if (!cmdReset_Click()) return;
+    resetAskedForStarter_ = false;
+    FinishStartersMessage(frame);
+  });
+}
+
+void frmJudge::FinishStartersMessage(const StationMessage& frame) {
+  if (frame.Strt == 0) race_.RaceActive = false;
+  race_.RaceHolding = HoldBit(frame);
+  if (race_.RaceHolding) {
+    lblRaceMode.SetCaption("Hold");
+    lblRaceMode.SetForeColor(kRed);
+    if (StationClock_ < 54000 || StationClock_ >= kStartSignal) race_.RaceHolding = false;
+  } else {
+    ApplyRaceMode(frame.Mode);
+    if (RaceBeingFlown()) {
+      bool allFinished = false;
+      CheckRaceComplete(allFinished);
+      if (!allFinished && LaneStartOffset_ >= kStartSignal) ApplyStarterCuts(frame);
+    }
+  }
+  DisplayStatus();
+}
+
+void frmJudge::ApplyStarterCuts(const StationMessage& frame) {
+  const StationMessage& before = link_->LastStationMessage(kStarter);
+  for (std::size_t i = 0; i < lanes_.size(); ++i) {
+    if (frame.Cuts[i] == before.Cuts[i]) continue;
+    const std::string now = BitString(frame.Cuts[i]);
+    const std::string then = BitString(before.Cuts[i]);
+    for (int k = 0; k < 4; ++k) {
+      const auto at = static_cast<std::size_t>((3 - k) * 2);
+      const std::string pair = now.substr(at, 2);
+      if (pair != then.substr(at, 2)) lanes_[i]->DoCut(pair, k, MessageRaceTime_);
+    }
+  }
+}
+
+}  // namespace quorvane
