@@ -57,7 +57,8 @@ install_missing() {
   say "Installing: $missing"
   log=$(mktemp)
   # A package source that cannot be reached does no harm as long as the others hold what is needed.
-  as_root apt-get -qq -o Acquire::Retries=3 update >"$log" 2>&1 || say "apt-get update had trouble; trying all the same."
+  as_root apt-get -qq -o Acquire::Retries=3 update >"$log" 2>&1 ||
+    say "apt-get update had trouble; going on all the same."
   # shellcheck disable=SC2086 # one word for each package
   if ! as_root env DEBIAN_FRONTEND=noninteractive apt-get -qq -y -o Acquire::Retries=3 -o DPkg::Lock::Timeout=300 \
     install --no-install-recommends $missing >>"$log" 2>&1 </dev/null; then
