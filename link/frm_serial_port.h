@@ -15,6 +15,8 @@
 
 namespace quorvane {
 
+inline constexpr std::int32_t kAgingMs = 2000;  // between two looks at the stations' ages
+
 // The station link: chooses and works the serial port of the radio modem, cuts frames out of what it receives
 // and hands them to the race, sends the console's frames, polls the stations between races and shows their
 // health, and lets the operator watch the traffic. Lives as long as the program; closing its window only
@@ -107,24 +109,26 @@ class frmSerialPort : public Form, private FrameSink {
   void DamagedFrame(const StationMessage& frame, std::uint8_t computedEcc) override;
   void Unexpected(std::uint8_t first, std::uint8_t second) override;
 
+  void HookEvents();
   void BuildPortList();
   void ShowPorts(const std::vector<int>& ports);
+  void TickPort(int index);
   void SelectPort(int index, bool remember);
   SerialError OpenPort(int port);
   void ClosePort();
   void ReportOpenFailure(const SerialError& error);
   void ReopenLostPort();
   void ShowPortLabel(const std::string& text, Color color);
-  void ShowPortOff();
 
   void HandleFrame(const StationMessage& frame);
   void FillRaceData();
+  void Transmit(const FrameBytes& frame);
   void LightLamp(Control& lamp);
   bool DarkenLamp(Control& lamp);  // whether it is dark now
   void AgeStation(int address);
   void PollNextStation();
   void ShowStationHealth(const StationMessage& frame);
-  bool ShowAcknowledgement(const StationMessage& frame);
+  bool ConfirmControl();
   void RestoreControllerBox();
   std::string Setting(const std::string& key, const std::string& fallback);
   void SaveSetting(const std::string& key, const std::string& value);

@@ -1,0 +1,178 @@
+// The serial port: which ones there are, which one is chosen, and what becomes of it when it is unplugged.
+
+#include <algorithm>
+
+#include "common/busy_flag.h"
+#include "common/text.h"
+#include "link/frm_serial_port.h"
+
+namespace quorvane {
+namespace {
+
+constexpr const char* kLineSettings = "9600,n,8,1";
+constexpr const char* kPortKey = "CommPort";
+constexpr int kLastPort = 31;
+constexpr int kPortOverrun = 1006;
+constexpr int kReceiveOverflow = 1008;
+
+std::string PortText(int port) {
+  return "COM" + std::to_string(port);
+}
+
+std::string CommErrorText(int code) {
+  switch (code) {
+    case 1001:
+      return "A Break signal was received";
+    case 1004:
+      return "Framing Error. The hardware detected a framing error.";
+    case kPortOverrun:
+      return "Port Overrun. A character was not read from the hardware before the next character arrived and "
+             "was lost.";
+    case kReceiveOverflow:
+      return "Receive Buffer Overflow. There is no room in the receive buffer.";
+    case 1009:
+      return "Parity Error. The hardware detected a parity error.";
+    case 1010:
+      return "Transmit Buffer Full. The transmit buffer was full while trying to queue a character.";
+    case 1011:
+      return "Unexpected error retrieving Device Control Block (DCB) for the port.";
+    default:
+      return "Unexpected error #" + std::to_string(code);
+  }
+}
+
+}  // namespace
+
+bool frmSerialPort::PortAvailable(int port) {
+  ClosePort();
+  MSComm1_.SetSettings(kLineSettings);
+  if (MSComm1_.SetCommPort(port)) return false;
+  return !MSComm1_.SetPortOpen(true);
+}
+
+// Closes the open port and opens the saved one again. A saved port that is missing stays saved: it may only
+// be unplugged.
+void frmSerialPort::BuildPortList() {
+  const double saved = LeadingNumber(Setting(kPortKey, "-1"));
+  std::vector<int> ports;
+  for (int port = 1; port <= kLastPort; ++port) {
+    if (PortAvailable(port)) ports.push_back(port);
+  }
+  ShowPorts(ports);
+  const auto found = std::find(ports.begin(), ports.end(), saved);
+  const bool missing = found == ports.end();
+  SelectPort(missing ? 0 : static_cast<int>(found - ports.begin()) + 1, !missing || saved < 0);
+}
+
+void frmSerialPort::ShowPorts(const std::vector<int>& ports) {
+  shownPorts_ = ports;
+  optPort[0].SetCaption("None");
+  optPort[0].SetTag("-1");
+  for (int i = 1; i <= optPort.Upper(); ++i) {
+    const bool used = i <= static_cast<int>(ports.size());
+    const int port = used ? Element(ports, i - 1) : 0;
+    optPort[i].SetCaption(used ? PortText(port) : "");
+    optPort[i].SetTag(used ? std::to_string(port) : "");
+    optPort[i].SetVisible(used);
+    if (!used) optPort[i].SetValue(0);
+  }
+}
+
+void frmSerialPort::TickPort(int index) {
+  for (int i = 0; i <= optPort.Upper(); ++i) optPort[i].SetValue(i == index ? 1 : 0);
+}
+
+void frmSerialPort::optPort_Click(int index) {
+  lostPort_ = 0;
+  SelectPort(index, true);
+}
+
+void frmSerialPort::SelectPort(int index, bool remember) {
+  if (selectingPort_) return;
+  const BusyFlag busy(selectingPort_);
+  TickPort(index);
+  PortNumber_ = LeadingInteger(optPort[index].Tag());
+  if (remember) SaveSetting(kPortKey, std::to_string(PortNumber_));
+  ClosePort();
+  if (PortNumber_ >= 0) {
+    lostPort_ = 0;
+    if (const SerialError error = OpenPort(PortNumber_)) {
+      ReportOpenFailure(error);
+      ShowPortLabel(PortText(PortNumber_) + " - Off", kRed);
+    }
+  } else {
+    ShowPortLabel("No Comm", kRed);
+  }
+  owner_.ReadLamp().SetForeColor(kButtonFace);
+  owner_.WriteLamp().SetForeColor(kButtonFace);
+}
+
+SerialError frmSerialPort::OpenPort(int port) {
+  MSComm1_.SetSettings(kLineSettings);
+  SerialError error = MSComm1_.SetCommPort(port);
+  if (!error) error = MSComm1_.SetPortOpen(true);
+  race_.CommActive = !error;
+  if (error) return error;
+  receiver_.PortOpened();
+  ShowPortLabel(PortText(port), kButtonText);
+  return {};
+}
+
+void frmSerialPort::ClosePort() {
+  MSComm1_.SetPortOpen(false);
+  race_.CommActive = false;
+}
+
+void frmSerialPort::ReportOpenFailure(const SerialError& error) {
+  DialogBox box;
+  box.kind = DialogKind::Ok;
+  box.icon = DialogIcon::Critical;
+  box.title = "Open Serial Comm";
+  box.text = "Can't open " + PortText(PortNumber_) + ".\r\rReason: (" + std::to_string(error.number) + ") " +
+             error.description +
+             "\r\rCheck the connection to the Maxstream modem.\r"
+             "( If a race was active when the modem was\r"
+             "   turned on, it will cause the port to be locked. )";
+  door_.Ask(box);
+}
+
+void frmSerialPort::ShowPortLabel(const std::string& text, Color color) {
+  owner_.CommLabel().SetCaption(text);
+  owner_.CommLabel().SetForeColor(color);
+}
+
+// A port that disappears is opened again by itself when the same number comes back: the operator has a race
+// to judge.
+void frmSerialPort::PortsChanged(const std::vector<int>& ports) {
+  const auto exists = [&](int port) { return std::find(ports.begin(), ports.end(), port) != ports.end(); };
+  if (MSComm1_.PortOpen() && !exists(PortNumber_)) {
+    ClosePort();
+    lostPort_ = PortNumber_;
+    ShowPortLabel(PortText(PortNumber_) + " - Off", kRed);
+  } else if (lostPort_ != 0 && exists(lostPort_)) {
+    ReopenLostPort();
+  }
+}
+
+// Quietly: it is tried again until the port opens or the operator chooses another one.
+void frmSerialPort::ReopenLostPort() {
+  if (lostPort_ == 0 || OpenPort(lostPort_)) return;
+  PortNumber_ = ToInteger(lostPort_);
+  lostPort_ = 0;
+  std::vector<int> ports = shownPorts_;
+  auto place = std::lower_bound(ports.begin(), ports.end(), PortNumber_);
+  if (place == ports.end() || *place != PortNumber_) {
+    place = ports.insert(place, PortNumber_);
+    ShowPorts(ports);
+  }
+  TickPort(static_cast<int>(place - ports.begin()) + 1);
+}
+
+void frmSerialPort::DisplayCommError() {
+  const int code = MSComm1_.CommEvent();
+  // A modem that was sending already fills the buffers before the console reads them for the first time.
+  if ((code == kPortOverrun || code == kReceiveOverflow) && receiver_.PortJustOpened()) return;
+  ShowLinkMessage(CommErrorText(code));
+}
+
+}  // namespace quorvane

@@ -1,0 +1,74 @@
+// The receive path: from the serial event to the race.
+
+#include "common/busy_flag.h"
+#include "common/text.h"
+#include "link/frm_serial_port.h"
+
+namespace quorvane {
+namespace {
+
+constexpr int kFirstLineError = 1000;
+
+std::string HexByte(std::uint8_t value) {
+  return "0x" + Hex(value);
+}
+
+}  // namespace
+
+void frmSerialPort::BytesArrived(const std::vector<std::uint8_t>& bytes) {
+  if (MSComm1_.Receive(bytes)) MSComm1_OnComm();
+}
+
+void frmSerialPort::LineError(int code) {
+  MSComm1_.SetCommEvent(code);
+  MSComm1_OnComm();
+}
+
+// Bytes that arrive while a frame is handled (behind a dialog box) wait in the serial control for the outer
+// loop.
+void frmSerialPort::MSComm1_OnComm() {
+  if (MSComm1_.CommEvent() >= kFirstLineError) DisplayCommError();
+  if (receiving_) return;
+  const BusyFlag busy(receiving_);
+  while (MSComm1_.InBufferCount() >= 1) receiver_.Receive(MSComm1_.Input(), *this);
+}
+
+std::int32_t frmSerialPort::ReadMessage() {
+  return receiver_.ReadMessage(*this);
+}
+
+void frmSerialPort::GoodFrame(const StationMessage& frame) {
+  door_.Contain([this, &frame] { HandleFrame(frame); });
+}
+
+// The frame is handled from this copy throughout: CurrentMessage changes as soon as the race answers with a
+// frame.
+void frmSerialPort::HandleFrame(const StationMessage& frame) {
+  CurrentMessage_ = frame;
+  if (frame.From != kAcknowledgement) LastToAddress_ = frame.To;
+  if (frame.From == kStarter) CancelControllerOnStarter();
+  owner_.ProcessMessage(frame);
+  LightLamp(owner_.ReadLamp());
+  door_.System().RepaintWindows();
+  if (Visible()) UpdateStationRow(frame);
+}
+
+void frmSerialPort::DamagedFrame(const StationMessage& frame, std::uint8_t computedEcc) {
+  CurrentMessage_ = frame;
+  if (frame.From == kAcknowledgement) CurrentMessage_.From = ToByte(LastToAddress_);
+  ShowLinkMessage(StationName(CurrentMessage_.From) + " -> " + StationName(frame.To) + ", Ecc Error " +
+                  HexByte(computedEcc) + ", " + HexByte(frame.Ecc));
+}
+
+void frmSerialPort::Unexpected(std::uint8_t first, std::uint8_t second) {
+  ShowLinkMessage("Unexpected " + HexByte(first) + ", " + HexByte(second));
+}
+
+// The ageing timer clears the line again. It always has this interval, so that steady noise does not hold it
+// back.
+void frmSerialPort::ShowLinkMessage(const std::string& text) {
+  lblMessage.SetCaption(text);
+  tmrAging.SetInterval(kAgingMs);
+}
+
+}  // namespace quorvane

@@ -1,0 +1,2 @@
+#include "link/station_message.h"
+#include <gtest/gtest.h>
