@@ -1,0 +1,140 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <span>
+#include <vector>
+
+#include "tools/field/frame.h"
+#include "tools/field/line.h"
+#include "tools/field/plan.h"
+#include "tools/field/result.h"
+
+namespace quorvane::field {
+
+struct FieldOptions {
+  int heats = 1;           // 0: heat after heat without end
+  int mode = 2;            // 1..6; 0: one after another, starting with 1
+  std::uint32_t seed = 1;  // same value, same heats
+  bool count = true;       // 60-second count; without it the starter's clock begins at 60000
+  bool hold = false;       // hold the count at 56000 for three seconds
+  bool quick = false;      // short laps
+  LineOptions line;
+};
+
+// All stations of a pylon race on one radio channel: starter, timers, three judges, pylon box and display.
+//
+// Runs on the caller's clock, milliseconds that never fall and start anywhere at or above 0. It does no input
+// or output: AdvanceTo hands out what is on the air, Receive takes what the console sends. Until BeginHeats
+// the starter idles and polls are answered. Everything that happens follows from the options, the calls and
+// their times.
+class Field {
+ public:
+  explicit Field(const FieldOptions& options);
+
+  // The first heat begins with a few seconds of idling starter, from this time on.
+  void BeginHeats(std::int64_t ms);
+
+  // The chunks whose last byte has left by this time and that were not handed out before, in order.
+  std::vector<Chunk> AdvanceTo(std::int64_t ms);
+
+  // Bytes from the console in any chunking; a poll of a station is answered shortly after.
+  void Receive(std::span<const std::uint8_t> bytes, std::int64_t ms);
+
+  // The next time at which AdvanceTo has something to do.
+  std::int64_t NextDue() const;
+
+  // Heats that ended since the last call.
+  std::vector<HeatResult> TakeResults();
+
+  // True a second after the last heat; the stations go on idling all the same.
+  bool Done() const { return done_; }
+
+ private:
+  enum class Phase { kIdle, kStarting, kRunning, kStopping };
+  enum class Topic { kLaps, kStart, kTurns, kAckLaps, kAckTurns, kCut, kPollAnswer, kStatus };  // by urgency
+  enum class Happening {
+    kLeadIn,
+    kStart,
+    kStop,
+    kHeatOver,
+    kEnd,  // the heat's course
+    kLap,
+    kTurn,
+    kCut,
+    kStarterLearnsCut,  // what the aircraft do
+    kSpeak,             // a station wants the air
+    kStarterTick,
+    kReminder,
+    kStatusTick  // regular traffic
+  };
+  struct Event {
+    Happening what;
+    int lane = 0;
+    int index = 0;  // lap, turn or cut of the lane's plan
+    Topic topic = Topic::kStatus;
+    std::uint8_t station = 0;
+  };
+  struct Wish {
+    Topic topic;
+    std::uint8_t station;
+    bool operator==(const Wish&) const = default;
+  };
+  struct Lane {
+    std::uint8_t laps = 0;
+    std::uint8_t judged_cuts = 0;   // the judges' lights
+    std::uint8_t starter_cuts = 0;  // what the starter has heard of them
+    std::int64_t lap_light_ends = 0;
+    std::int64_t turn_light_ends = 0;
+  };
+
+  void At(std::int64_t us, Event event) { agenda_.emplace(us, event); }
+  void Speak(Topic topic, std::uint8_t station);
+  void RunUntil(std::int64_t us);
+  void Happen(const Event& event);
+  void Transmit();
+  Report Compose(const Wish& wish, std::int64_t end_us);
+  void AfterTransmission(const Report& report, std::int64_t end_us);
+
+  void BeginHeat();
+  void ScheduleFlights(std::int64_t clock_start_us);
+  void Lap(int lane, int index);
+  void Turn(int lane);
+  void Cut(int lane, int index);
+  void StopRace();
+  void EndHeat();
+
+  void FillCuts(Report& report, std::uint8_t Lane::*lights) const;
+  void FillLapLights(Report& report);
+  void NoteLapsOnAir(const Report& report, std::int64_t end_us);
+  void NoteCutsOnAir(const Report& report, std::int64_t end_us);
+  bool Holding(std::int64_t us) const;
+  std::int64_t ClockMicros(std::int64_t us) const;
+  int LaneTime(int lane, std::int64_t us) const;
+  std::int64_t LaneMoment(int lane, int lane_ms) const;
+  std::int64_t StarterInterval() const;
+
+  FieldOptions options_;
+  Line line_;
+  Listener listener_;
+  std::multimap<std::int64_t, Event> agenda_;
+  std::vector<Wish> wishes_;
+  std::vector<HeatResult> results_;
+  std::int64_t now_us_ = 0;
+
+  Phase phase_ = Phase::kIdle;
+  bool begun_ = false;
+  bool done_ = false;
+  bool reminder_due_ = false;
+  int heat_ = 0;
+  HeatPlan plan_;
+  HeatResult result_;
+  LineCounters counters_before_;
+  std::int64_t polls_ = 0;
+  std::array<Lane, kLanes> lanes_{};
+  std::optional<std::int64_t> clock_start_us_;  // when the race clock left its first value
+};
+
+}  // namespace quorvane::field
