@@ -1,0 +1,121 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quorvane {
+
+// A lane that has no result has this final time, ms.
+inline constexpr std::int32_t kNoFinalTime = 1000000;
+// The source of an entry made at the panel.
+inline constexpr int kPanelSource = 254;
+
+// One entry of a lane's event log. Times are ms of race time.
+struct LaneEvent {
+  std::uint8_t Count = 0;   // the lane's laps at the moment of entry; after the lap, for a lap
+  std::uint8_t Source = 0;  // 0..6 a station, 254 the panel
+  std::string Kind = {};    // "L" lap, "C" cut, "-C" cut withdrawn, "T" turn
+  std::string SourceName = {};
+  std::int32_t EventTime = 0;
+  std::int32_t FirstReported =
+      0;  // when a cut was first reported: a withdrawal overwrites EventTime; 0 otherwise
+
+  bool operator==(const LaneEvent&) const = default;
+};
+
+// What an entry is made of besides its name.
+struct NewEvent {
+  std::string_view kind;
+  std::int32_t time = 0;
+  int source = 0;       // OverflowError outside 0..255
+  int count = 0;        // OverflowError outside 0..255
+  int missedPylon = 0;  // 0..3, names an entry of the panel: "ME", "MP1".."MP3"
+};
+
+// The event log of one lane: 101 slots in order of entry. A call that raises an error has changed nothing: a
+// full log and a slot outside raise SubscriptError.
+class LaneLog {
+ public:
+  static constexpr int kSlots = 101;
+
+  int EventCount() const { return count_; }
+  const LaneEvent& operator[](std::int64_t index) const;  // any slot, also beyond EventCount
+
+  void SetEvent(std::int64_t index, const NewEvent& event);
+  void AddEvent(const NewEvent& event);
+  // Entries from index on move up one place. The index is at most EventCount.
+  void InsertEvent(std::int64_t index, const NewEvent& event);
+  void Withdraw(std::int64_t index, std::int32_t time);  // "C" becomes "-C"
+  void Reinstate(std::int64_t index);                    // "-C" becomes "C"
+  void Require(int entries) const;                       // SubscriptError unless so many slots are free
+
+  // The count of the latest lap, 0 without one.
+  int CountLaps() const;
+
+  void Clear();
+  // For a log that is read back: entries keep what the file says, and slots that it leaves out stay empty.
+  void SetEventCount(int count);
+  void Restore(std::int64_t index, LaneEvent event);
+
+ private:
+  std::array<LaneEvent, kSlots> events_;
+  int count_ = 0;
+};
+
+// A report of how many cuts one source sees on the lane now.
+struct CutReport {
+  int wanted = 0;
+  int source = 0;
+  std::int32_t time = 0;
+  int laps = 0;        // of the lane
+  int lapOfCut = 0;    // laps, or one less for a cut that belongs before the latest lap
+  int cutsOnLane = 0;  // of all sources, before this report
+  int missedPylon = 0;
+};
+
+// Brings the cuts of the report's source to what it reports: the latest excess cuts are withdrawn, one that
+// was withdrawn less than a second ago counts again, missing ones are logged. SubscriptError, and nothing
+// changed, when they do not all fit.
+void EnterCutReport(LaneLog& log, const CutReport& report);
+
+using PylonTally = std::array<std::int16_t, 4>;  // pylons 1..3, then cuts from any other source
+
+// Laps, cuts and the result, replayed from the log.
+struct LapRecount {
+  std::int16_t laps = 0;
+  std::int16_t lapTarget = 10;
+  std::int16_t cutCount = 0;
+  std::int16_t cutsBeforeFinish = 0;
+  std::int32_t finalTime = kNoFinalTime;
+  PylonTally pylonCuts = {};
+};
+LapRecount RecountLaps(const LaneLog& log, bool isFaiMode);
+
+// A mark of the cut strip. Later marks replace earlier ones of the same index.
+struct CutMark {
+  int index = 0;
+  int column = 0;  // lap column 0..10
+  bool grey = false;
+  std::string caption = {};
+  std::string tag = {};
+};
+
+inline constexpr int kLastLapCell = 10;
+inline constexpr int kLastCutMark = 39;
+
+// Turns, cuts and the strip of marks, replayed from the log.
+struct CutRecount {
+  std::int16_t turns = 0;
+  std::int16_t laps = 0;  // the number of lap entries, at most one more than the target
+  std::int16_t lapTarget = 10;
+  std::int16_t cutCount = 0;
+  std::int16_t cutsBeforeFinish = 0;
+  PylonTally pylonCuts = {};  // each cut counted for the source of the log's first entry
+  std::vector<CutMark> marks = {};
+};
+CutRecount RecountCuts(const LaneLog& log, bool isFaiMode);
+
+}  // namespace quorvane
