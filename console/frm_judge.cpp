@@ -48,7 +48,7 @@ frmJudge::frmJudge(Door& door, RaceState& race, RaceClock& clock, Project& proje
       race_(race),
       clock_(clock),
       project_(project) {
-  SetCaption("Quorvane");
+  Form::SetCaption("Quorvane");
   lblNotSaved.SetVisible(false);
   lblNotSaved.SetForeColor(kWhite);
   lblNotSaved.SetBackColor(kRed);

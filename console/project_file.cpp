@@ -11,10 +11,6 @@ namespace {
 
 constexpr const char* kEventFormat = "Lap, Station, EventType, Pylon, Time";
 
-std::string LaneSection(const std::string& race, int lane) {
-  return race + "_Lane" + std::to_string(lane + 1);
-}
-
 }  // namespace
 
 std::string frmJudge::DefaultFolder() const {
@@ -183,7 +179,7 @@ void frmJudge::WriteRace() {
   SetProjectValue(section, "RaceMode", std::to_string(race_.RaceMode) + ", " + lblRaceMode.Caption());
   SetProjectValue(section, "Comments", txtComments.Text());
   for (int i = 0; i < 4; ++i) {
-    Lane(i).SaveLane(LaneSection(section, i));
+    Lane(i).SaveLane(section);
     Lane(i).chkNovice.SetValue(0);
   }
 }
@@ -213,9 +209,7 @@ void frmJudge::ShowRaceLanes() {
     InitializeLanes();
     return;
   }
-  const double stored = LeadingNumber(GetProjectValue(shownSection_, "RaceMode", "0"));
-  const bool fai = stored >= 4.0 && stored < 7.0;
-  for (int i = 0; i < 4; ++i) Lane(i).LoadLane(LaneSection(shownSection_, i), fai);
+  for (const auto& lane : lanes_) lane->LoadLane(shownSection_);
 }
 
 }  // namespace quorvane

@@ -1,0 +1,190 @@
+#include <gtest/gtest.h>
+
+#include "common/text.h"
+#include "tests/support/console_rig.h"
+
+namespace quorvane {
+namespace {
+
+using Word = DialogAnswer::Word;
+
+// Ten laps on a lane, from `first` ms on, by hand.
+void FlyTenLaps(ConsoleRig& rig, int lane, std::int64_t first, std::int64_t each = 4000) {
+  for (int lap = 0; lap < 10; ++lap) {
+    rig.At(first + lap * each);
+    rig.Click("frmLane" + std::to_string(lane) + ".cmdLap");
+  }
+}
+
+TEST(Clock, WithoutTheCountItRunsUpAtOnceOnWhite) {
+  ConsoleRig rig;
+  rig.Load();
+  EXPECT_EQ(rig.judge().lblStatus.Caption(), "Waiting");
+  rig.At(1000);
+  rig.Click("frmJudge.cmdStart");
+  rig.At(1101);
+  EXPECT_EQ(rig.judge().lblStatus.Caption(), "0.1");
+  EXPECT_EQ(rig.judge().lblStatus.BackColor(), kWhite);
+  rig.At(13400);
+  EXPECT_NEAR(LeadingNumber(rig.judge().lblStatus.Caption()), 12.4, 0.11);
+  EXPECT_FALSE(rig.judge().cmdStart.Enabled());
+  EXPECT_FALSE(rig.judge().cboRaceMode.Enabled());
+  EXPECT_TRUE(rig.judge().cmdReset.Enabled());
+}
+
+TEST(Clock, TheCountRunsFromSixtyToOneAndThenUp) {
+  ConsoleRig rig;
+  rig.Load();
+  rig.Click("frmJudge.chkSixtySecondCount");
+  EXPECT_TRUE(rig.judge().chkAudio.Visible());
+  rig.Click("frmJudge.cmdStart");
+  int wanted = 60;
+  bool counting = false;
+  for (int ms = 1; ms < 59900; ++ms) {
+    rig.At(ms);
+    const std::string shown = rig.judge().lblStatus.Caption();
+    if (shown == "Waiting") continue;
+    counting = true;
+    if (shown == std::to_string(wanted)) continue;
+    --wanted;
+    ASSERT_EQ(shown, std::to_string(wanted)) << ms;
+  }
+  EXPECT_TRUE(counting);
+  EXPECT_EQ(wanted, 1);
+  rig.At(60060);
+  EXPECT_EQ(rig.judge().lblStatus.BackColor(), Color::Rgb(0xC0FFC0));
+  EXPECT_EQ(rig.judge().lblStatus.Caption().front(), '0');
+  EXPECT_EQ(rig.lane(0).lblLap[0].Caption().front(), '0');
+}
+
+TEST(Clock, ARaceByHandEndsRanked) {
+  ConsoleRig rig;
+  rig.Load();
+  rig.Click("frmJudge.cmdStart");
+  for (int lap = 0; lap < 10; ++lap) {
+    rig.At(6000 + lap * 4000);
+    rig.Click("frmLane3.cmdLap");
+    rig.At(6100 + lap * 4000);
+    rig.Click("frmLane2.cmdLap");
+    if (lap < 7) rig.Click("frmLane1.cmdLap");
+  }
+  rig.At(80000);
+  EXPECT_TRUE(rig.race().RaceDone);
+  EXPECT_EQ(rig.lane(2).lblStatus.Caption(), "First");
+  EXPECT_EQ(rig.lane(1).lblStatus.Caption(), "Second");
+  EXPECT_EQ(rig.lane(0).lblStatus.Caption(), "DNF");
+  EXPECT_EQ(rig.lane(0).lblStatus.Tag(), "100");
+  EXPECT_EQ(rig.lane(3).lblStatus.Tag(), "100");
+  EXPECT_TRUE(rig.judge().cmdSave.Enabled());
+  EXPECT_FALSE(rig.judge().cmdRefly.Enabled());
+  rig.Click("frmJudge.cmdSave");
+  EXPECT_EQ(rig.race().RaceNumber, 2);
+  EXPECT_EQ(rig.judge().lblStatus.Caption(), "Waiting");
+  EXPECT_EQ(rig.Value("Race1_Lane3", "Position"), "1");
+  EXPECT_EQ(rig.lane(2).EventCount(), 0);
+}
+
+TEST(Clock, EqualFinalsKeepTheLowerLaneFirst) {
+  ConsoleRig rig;
+  rig.Load();
+  rig.Click("frmJudge.cmdStart");
+  for (int lap = 0; lap < 10; ++lap) {
+    rig.At(6000 + lap * 4000);
+    for (const int lane : {4, 2, 3}) rig.Click("frmLane" + std::to_string(lane) + ".cmdLap");
+    rig.At(6500 + lap * 4000);
+    rig.Click("frmLane1.cmdLap");
+  }
+  rig.At(60000);
+  EXPECT_EQ(rig.lane(1).lblStatus.Tag(), "1");
+  EXPECT_EQ(rig.lane(2).lblStatus.Tag(), "2");
+  EXPECT_EQ(rig.lane(3).lblStatus.Tag(), "3");
+  EXPECT_EQ(rig.lane(0).lblStatus.Tag(), "4");
+}
+
+TEST(Reset, TheQuestionDecides) {
+  const struct {
+    Word answer;
+    bool active;
+    bool saved;
+    int race;
+  } kCases[] = {{Word::Cancel, true, false, 1}, {Word::Yes, false, true, 2}, {Word::No, false, false, 1}};
+  for (const auto& c : kCases) {
+    ConsoleRig rig;
+    rig.Load();
+    rig.Click("frmJudge.cmdStart");
+    FlyTenLaps(rig, 2, 6000);
+    rig.Answer(c.answer);
+    rig.Click("frmJudge.cmdReset");
+    EXPECT_EQ(rig.LastBox(), "Reset Race");
+    EXPECT_EQ(rig.race().RaceActive, c.active);
+    EXPECT_EQ(rig.race().ManualStart, c.active);
+    EXPECT_EQ(rig.judge().tmrTimeTick.Enabled(), c.active);
+    EXPECT_EQ(rig.race().RaceNumber, c.race);
+    EXPECT_EQ(rig.Value("Race1", "Timestamp") != "-", c.saved);
+    EXPECT_EQ(rig.lane(1).EventCount(), c.active ? 10 : 0);
+  }
+}
+
+TEST(Reset, AnAnswerCountsOnlyForTheRaceItWasAskedAbout) {
+  ConsoleRig rig(true);
+  rig.Load();
+  rig.Click("frmJudge.cmdStart");
+  rig.At(20000);
+  rig.Starter(61000, true);  // the starter takes the race over
+  rig.platform.whileOpen = [&](const DialogBox&) { rig.Starter(70000, false); };  // and ends it
+  rig.Answer(Word::No);
+  rig.Click("frmJudge.cmdReset");
+  EXPECT_EQ(rig.race().RaceNumber, 2);
+  EXPECT_NE(rig.Value("Race1", "Timestamp"), "-");
+}
+
+TEST(Shutdown, AsksFirstAndOffersToSave) {
+  ConsoleRig rig;
+  rig.Load();
+  rig.Answer(Word::No);
+  rig.program.door().Enter({EventKind::Close, "frmJudge"});
+  EXPECT_FALSE(rig.platform.ended);
+  rig.Click("frmJudge.cmdStart");
+  rig.At(40000);  // nobody flew
+  ASSERT_TRUE(rig.judge().cmdSave.Enabled());
+  rig.Answer(Word::Yes);
+  rig.Answer(Word::Yes);
+  rig.program.door().Enter({EventKind::Close, "frmJudge"});
+  EXPECT_TRUE(rig.platform.ended);
+  EXPECT_NE(rig.Value("Race1", "Timestamp"), "-");
+}
+
+TEST(Clock, KeysWorkTheLanesInRowsOfFour) {
+  ConsoleRig rig;
+  rig.Load();
+  rig.Key("F1");  // starts
+  EXPECT_TRUE(rig.race().ManualStart);
+  rig.At(6000);
+  for (const char* key : {"F1", "F2", "F3", "F4"}) rig.Key(key);
+  for (int i = 0; i < 4; ++i) EXPECT_EQ(rig.lane(i).Laps(), 1);
+  for (const char* key : {"F6", "F11", "0", "5", "F13"}) rig.Key(key);
+  EXPECT_EQ(rig.lane(0).CutCount(), 0);
+  EXPECT_EQ(rig.lane(1).Events()[1].SourceName, "MP1");
+  EXPECT_EQ(rig.lane(2).Events()[1].SourceName, "MP2");
+  EXPECT_EQ(rig.lane(3).Events()[1].SourceName, "MP3");
+}
+
+TEST(Clock, AFinishedRaceIsSavedWhenTheNextOneStarts) {
+  ConsoleRig rig(true);
+  rig.Load();
+  rig.Starter(1000, true);
+  EXPECT_EQ(rig.race().RaceNumber, 1);
+  rig.Type("frmJudge.txtComments", "gusty");
+  rig.At(59500);
+  rig.Starter(60400, true);
+  rig.At(95000);
+  EXPECT_TRUE(rig.race().RaceDone);
+  rig.Starter(500, true);  // a new count without a word in between
+  EXPECT_EQ(rig.race().RaceNumber, 2);
+  EXPECT_TRUE(rig.judge().RaceBeingFlown());
+  EXPECT_EQ(rig.Value("Race1", "Comments"), "gusty");
+  EXPECT_EQ(rig.judge().txtComments.Text(), "No comments");
+}
+
+}  // namespace
+}  // namespace quorvane

@@ -1,0 +1,193 @@
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <sstream>
+
+#include "tests/support/console_rig.h"
+
+namespace quorvane {
+namespace {
+
+using Word = DialogAnswer::Word;
+
+void Write(const std::string& path, const std::string& text) {
+  std::ofstream(path, std::ios::binary) << text;
+}
+
+std::string ReadAll(const std::string& path) {
+  std::ostringstream text;
+  text << std::ifstream(path, std::ios::binary).rdbuf();
+  return text.str();
+}
+
+// Starts by hand and lets the lanes fly ten laps, 100 ms apart.
+void FlyHeat(ConsoleRig& rig) {
+  const std::int64_t start = rig.platform.ClockMs();
+  rig.Click("frmJudge.cmdStart");
+  for (int lap = 0; lap < 10; ++lap) {
+    for (int lane = 0; lane < 4; ++lane) {
+      rig.At(start + 6000 + lap * 4000 + lane * 100);
+      rig.Key("F" + std::to_string(lane + 1));
+    }
+  }
+  rig.At(start + 60000);
+  ASSERT_TRUE(rig.race().RaceDone);
+}
+
+TEST(Project, ANewOneAsksForItsHeatsAndItsName) {
+  ConsoleRig rig;
+  rig.Load();
+  ASSERT_EQ(rig.platform.shown.size(), 2U);
+  EXPECT_EQ(rig.platform.shown[0].box.title, "Heats per Round");
+  EXPECT_EQ(rig.platform.shown[1].box.text, "Enter the Event Name:");
+  EXPECT_EQ(rig.judge().Caption(), "Quorvane - Cup (contest.ini) - ");
+  EXPECT_EQ(rig.Value("Current", "EventFormat"), "Lap, Station, EventType, Pylon, Time");
+  EXPECT_EQ(rig.Value("Current", "NumberReflys"), "0");
+  EXPECT_EQ(
+      ReadAll(rig.folder / "contest.csv"),
+      "Round,Heat(racemode&time),Lane,Finish,Cuts,Time,Lap1,Lap2,Lap3,Lap4,Lap5,Lap6,Lap7,Lap8,Lap9,Lap10,"
+      "Comments\r\n");
+}
+
+TEST(Project, TheFirstOneOnAMachineGetsItsFolderAndTodaysName) {
+  ConsoleRig rig;
+  rig.platform.settings = {};
+  rig.Load();
+  EXPECT_EQ(rig.race().ProjectFile, rig.folder / "Quorvane/21-Nov-2026.ini");
+  EXPECT_TRUE(FileExists(rig.race().ProjectFile));
+}
+
+TEST(Project, ThePreviousOneIsOfferedAndOpensAtTheFirstRaceNotRun) {
+  ConsoleRig rig;
+  Write(rig.file,
+        "; by hand\n[Current]\nTitle=Reno\nHeatsPerRound=3\nRace=1\n"
+        "[Race1]\nTimestamp=1\n[race2]\nTimeStamp=46347.5, "
+        "x\n[Race3]\nTimestamp=-1\n[Race4]\nTimestamp=zero\n");
+  rig.Answer(Word::Yes);
+  rig.program.door().Enter({EventKind::Load});
+  ASSERT_EQ(rig.platform.shown.size(), 1U);
+  EXPECT_EQ(rig.platform.shown[0].box.text, "Open previous project? (Reno)\r\r" + rig.file);
+  EXPECT_EQ(rig.race().RaceNumber, 4);
+  EXPECT_EQ(rig.judge().txtRound.Text(), "2");
+  EXPECT_EQ(ReadAll(rig.file).substr(0, 21), "; by hand\n[Current]\nT");
+}
+
+TEST(Project, CancelEndsTheProgramAndNoAsksForANewFile) {
+  {
+    ConsoleRig rig;
+    Write(rig.file, "");
+    rig.program.door().Enter({EventKind::Load});
+    EXPECT_TRUE(rig.platform.ended);
+  }
+  ConsoleRig rig;
+  Write(rig.file, "");
+  rig.Answer(Word::No);
+  rig.Answer(Word::File, rig.folder / "deep/er/new.ini");
+  rig.Load();
+  EXPECT_EQ(rig.platform.shown[1].box.preset, rig.folder / "21-Nov-2026.ini");
+  EXPECT_TRUE(FileExists(rig.folder / "deep/er/new.ini"));
+  EXPECT_EQ(rig.platform.settings.GetSetting("DiskFile", "FileName", ""), rig.folder / "deep/er/new.ini");
+  EXPECT_EQ(rig.platform.settings.GetSetting("DiskFile", "InitDir", ""), rig.folder / "deep/er/");
+}
+
+TEST(Project, ASecondConsoleOnTheSameFileIsTurnedAway) {
+  ConsoleRig first;
+  first.Load();
+  ConsoleRig second;
+  second.platform.settings.SaveSetting("DiskFile", "FileName", first.file);
+  second.Answer(Word::Yes);
+  second.Answer(Word::Ok);
+  second.Answer(Word::File, second.folder / "own.ini");
+  second.Load();
+  EXPECT_NE(second.platform.shown[1].box.text.find("open in another console"), std::string::npos);
+  EXPECT_EQ(second.race().ProjectFile, second.folder / "own.ini");
+}
+
+TEST(Project, ASavedRaceComesBackAsItWas) {
+  ConsoleRig rig;
+  rig.Load();
+  FlyHeat(rig);
+  rig.Type("frmJudge.txtComments", " gusty; \"windy\" ");
+  rig.Click("frmJudge.cmdSave");
+  EXPECT_EQ(rig.Value("Race1", "CurrentRace"), "1 (h=1, r=1)");
+  EXPECT_EQ(rig.Value("Race1", "RaceMode"), "2, AMA 1324");
+  EXPECT_EQ(rig.Value("Race1", "Timestamp").substr(0, 8), "46347.37");
+  EXPECT_NE(rig.Value("Race1", "Timestamp").find(", 11/21/2026 9:01:00 AM"), std::string::npos);
+  EXPECT_EQ(rig.Value("Race1_Lane1", "NumEvents"), "10");
+  EXPECT_EQ(rig.Value("Race1_Lane2", "Time"), "42.10");
+  rig.Click("frmJudge.cmdDecHeat");
+  EXPECT_EQ(rig.lane(0).lblStatus.Caption(), "First");
+  EXPECT_EQ(rig.lane(3).lblStatus.Tag(), "4");
+  EXPECT_EQ(rig.lane(1).EventCount(), 10);
+  EXPECT_EQ(rig.judge().txtComments.Text(), " gusty; \"windy\" ");
+  EXPECT_FALSE(rig.judge().cmdStart.Enabled());
+  EXPECT_TRUE(rig.judge().cmdRefly.Enabled());
+  EXPECT_TRUE(rig.race().RaceLoaded);
+}
+
+TEST(Project, AReflyKeepsTheOriginalAndPointsToTheRefly) {
+  ConsoleRig rig;
+  rig.Load();
+  FlyHeat(rig);
+  rig.Click("frmJudge.cmdSave");
+  const std::string original = rig.Value("Race1", "Timestamp");
+  for (const char* id : {"1", "2"}) {
+    rig.Click("frmJudge.cmdDecHeat");
+    rig.Click("frmJudge.cmdRefly");
+    EXPECT_EQ(rig.judge().fraHeatControl.Caption(), "Race 1 REFLY");
+    EXPECT_TRUE(rig.judge().cmdStart.Enabled());
+    FlyHeat(rig);
+    EXPECT_EQ(rig.race().RaceNumber, 1);
+    EXPECT_FALSE(rig.judge().cmdRefly.Enabled());
+    rig.Click("frmJudge.cmdSave");
+    EXPECT_EQ(rig.Value("Race1", "ReflyID"), std::string(id) + " (index to refly entry for this race");
+    EXPECT_EQ(rig.Value("Current", "NumberReflys"), id);
+    EXPECT_EQ(rig.Value(std::string("Refly") + id + "_Lane1", "NumEvents"), "10");
+    EXPECT_FALSE(rig.race().ReflyMode);
+    EXPECT_EQ(rig.race().RaceNumber, 2);
+  }
+  EXPECT_EQ(rig.Value("Race1", "Timestamp"), original);
+  EXPECT_EQ(rig.Value("Refly3", "Timestamp"), "-");
+  rig.Click("frmJudge.cmdDecHeat");
+  EXPECT_EQ(rig.judge().fraHeatControl.Caption(), "Race 1 REFLY");
+  EXPECT_EQ(rig.lane(0).lblStatus.Caption(), "First");
+}
+
+TEST(Project, HandEditedNonsenseStillOpens) {
+  const char* const kFiles[] = {
+      "[Current]\nRace=99999999\nHeatsPerRound=1e9\nNumberReflys=x\nTitle=T\n",
+      "[Current]\nRace=-4\nHeatsPerRound=-2\n[Race1]\nTimestamp=1\nReflyID=1e30\nComments=\n",
+      "\xEF\xBB\xBF[Current]\nTitle=\xFF\xFE\nHeatsPerRound=4\n[Race1]\nTimestamp=5\nReflyID=7\n"
+      "[Refly7_Lane1]\nNumEvents=99999\nNumLaps=-3\nEvent0=300,999,Z\nEvent1=1,4,L,TM,x,0\n",
+  };
+  for (const char* text : kFiles) {
+    ConsoleRig rig;
+    Write(rig.file, text);
+    rig.Answer(Word::Yes);
+    rig.Load();
+    EXPECT_TRUE(rig.judge().Visible()) << text;
+    EXPECT_GE(rig.race().RaceNumber, 1);
+    rig.Click("frmJudge.cmdDecHeat");
+    rig.Click("frmJudge.cmdDecHeat");
+    FlyHeat(rig);
+  }
+}
+
+TEST(Project, WhatCannotBeWrittenIsShownAndTriedAgain) {
+  ConsoleRig rig;
+  rig.Load();
+  FlyHeat(rig);
+  std::filesystem::rename(rig.folder.Path(),
+                          rig.folder.Path().substr(0, rig.folder.Path().size() - 1) + "-away");
+  rig.Click("frmJudge.cmdSave");
+  EXPECT_TRUE(rig.judge().lblNotSaved.Visible());
+  EXPECT_EQ(rig.Value("Race1_Lane1", "NumEvents"), "10");
+  std::filesystem::rename(rig.folder.Path().substr(0, rig.folder.Path().size() - 1) + "-away",
+                          rig.folder.Path());
+  rig.At(rig.platform.ClockMs() + 4000);
+  EXPECT_FALSE(rig.judge().lblNotSaved.Visible());
+  EXPECT_NE(ReadAll(rig.file).find("[Race1_Lane4]"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace quorvane

@@ -1,0 +1,242 @@
+#include <gtest/gtest.h>
+
+#include "tests/support/console_rig.h"
+
+namespace quorvane {
+namespace {
+
+using Word = DialogAnswer::Word;
+
+class Stations : public testing::Test {
+ protected:
+  Stations() : rig(true) { rig.Load(); }
+
+  // A race that the starter runs, counted down; its clock is the console clock from here on.
+  void CountDown() {
+    rig.Starter(0, true);
+    for (int ms = 500; ms <= 60000; ms += 500) {
+      rig.At(ms);
+      rig.Starter(ms, true);
+    }
+  }
+  void Timers(int lane, int laps, int lit = 100) { rig.Receive(Frame(4, 3, 1).Lane(lane, laps, lit)); }
+
+  ConsoleRig rig;
+};
+
+TEST_F(Stations, TheStarterStartsTheRaceAndItsMode) {
+  rig.Starter(0, false, 5);
+  EXPECT_EQ(rig.race().RaceMode, 5);
+  EXPECT_FALSE(rig.race().RaceActive);
+  rig.Starter(0, true, 5);
+  EXPECT_TRUE(rig.race().RaceActive);
+  EXPECT_FALSE(rig.race().ManualStart);
+  EXPECT_EQ(rig.lane(0).TimeBase(), -62000);
+  EXPECT_EQ(rig.judge().lblStatus.Caption(), "60");
+}
+
+TEST_F(Stations, AStartHeardLateKeepsItsOffset) {
+  rig.Receive(Frame(3, 6, 7040).With(3, 1).With(33, 40));
+  EXPECT_EQ(rig.lane(0).TimeBase(), 7000 - 60000);
+  EXPECT_EQ(rig.program.clock().RaceTime(), 7000);
+}
+
+TEST_F(Stations, AStartJoinedInItsSecondMinuteGoesOn) {
+  for (const int before : {0, 1}) {
+    if (before == 1) {  // also when another race was flown before
+      rig.At(200000);
+      rig.Starter(100000, false);
+      EXPECT_EQ(rig.race().RaceNumber, 2);
+    }
+    const std::int64_t now = before == 0 ? 100 : 200000;
+    rig.At(now);
+    rig.Starter(62000, true);
+    EXPECT_TRUE(rig.judge().RaceBeingFlown());
+    rig.At(now + 4000);
+    EXPECT_TRUE(rig.judge().RaceBeingFlown());
+    Timers(0, 1);
+    ASSERT_EQ(rig.lane(0).Laps(), 1);
+    EXPECT_EQ(rig.lane(0).Events()[0].EventTime, 6000);
+  }
+}
+
+TEST_F(Stations, LapsAreCountedOncePerReport) {
+  CountDown();
+  rig.At(66000);
+  Timers(1, 1, 0);  // not lit: no report
+  EXPECT_EQ(rig.lane(1).Laps(), 0);
+  Timers(1, 1);
+  Timers(1, 1);
+  EXPECT_EQ(rig.lane(1).Laps(), 1);
+  EXPECT_EQ(rig.lane(1).Events()[0].EventTime, 6000);
+  Timers(1, 2);  // locked out
+  EXPECT_EQ(rig.lane(1).Laps(), 1);
+  rig.At(66801);
+  Timers(1, 2);
+  EXPECT_EQ(rig.lane(1).Laps(), 2);
+  rig.Receive(Frame(255, 4, 1).Lane(2, 1, 50));  // an acknowledgement carries laps too
+  EXPECT_EQ(rig.lane(2).Laps(), 1);
+  rig.Receive(Frame(4, 254, 1).Lane(3, 1, 50));  // addressed to the console: not dispatched
+  EXPECT_EQ(rig.lane(3).Laps(), 0);
+}
+
+TEST_F(Stations, TurnsComeFromTheFirstJudgeToThePylonBox) {
+  CountDown();
+  rig.At(66000);
+  rig.Receive(Frame(0, 5, 1).Lane(0, 0, 50));
+  EXPECT_EQ(rig.lane(0).EventCount(), 0);
+  rig.Receive(Frame(0, 6, 1).Lane(0, 0, 50));
+  ASSERT_EQ(rig.lane(0).EventCount(), 1);
+  EXPECT_EQ(rig.lane(0).Events()[0].Kind, "T");
+}
+
+TEST_F(Stations, CutsAreWhatChangedInTheStartersByte) {
+  CountDown();
+  rig.At(66000);
+  rig.Receive(Frame(3, 6, 66000).With(3, 1).With(12, 0x01));
+  ASSERT_EQ(rig.lane(1).EventCount(), 1);
+  EXPECT_EQ(rig.lane(1).Events()[0].SourceName, "P1");
+  rig.At(66500);
+  rig.Receive(Frame(3, 6, 66500).With(3, 1).With(12, 0x05));
+  ASSERT_EQ(rig.lane(1).EventCount(), 2);
+  EXPECT_EQ(rig.lane(1).Events()[1].SourceName, "P2");
+  EXPECT_EQ(rig.lane(1).lblStatus.Caption(), "DBL CUT");
+  rig.At(67000);
+  rig.Receive(Frame(3, 6, 67000).With(3, 1).With(12, 0x04));
+  EXPECT_EQ(rig.lane(1).Events()[0].Kind, "-C");
+  EXPECT_EQ(rig.lane(1).CutCount(), 1);
+}
+
+TEST_F(Stations, HoldHoldsOnlyInItsSixSeconds) {
+  const struct {
+    int clock;
+    bool holds;
+  } kCases[] = {{53999, false}, {54000, true}, {59999, true}, {60000, false}};
+  rig.Starter(40000, true);
+  for (const auto& c : kCases) {
+    rig.Receive(Frame(3, 6, c.clock).With(3, 1).With(18, 16));
+    EXPECT_EQ(rig.race().RaceHolding, c.holds) << c.clock;
+    EXPECT_EQ(rig.judge().lblRaceMode.Caption(), "Hold");
+    EXPECT_EQ(rig.judge().lblStatus.Caption() == "Holding", c.holds) << c.clock;
+  }
+}
+
+TEST_F(Stations, AStopIsACallOffUpTo65SecondsAndTheEndAfterwards) {
+  for (const int clock : {65000, 65001}) {
+    const int race = rig.race().RaceNumber;
+    rig.Starter(500, true);
+    rig.Starter(clock, false);
+    EXPECT_FALSE(rig.race().RaceActive);
+    EXPECT_EQ(rig.race().RaceNumber, clock == 65000 ? race : race + 1);
+    EXPECT_EQ(rig.judge().lblStatus.Caption(), "Waiting");
+    EXPECT_TRUE(rig.judge().cmdStart.Enabled());
+  }
+  EXPECT_TRUE(rig.platform.shown.size() == 2);  // only the two boxes of a new project
+}
+
+TEST_F(Stations, AStarterThatGoesOnRunningStartsNoSecondRace) {
+  CountDown();
+  rig.At(95000);
+  ASSERT_TRUE(rig.race().RaceDone);
+  rig.Click("frmJudge.cmdSave");
+  EXPECT_EQ(rig.race().RaceNumber, 2);
+  rig.Starter(95500, true);
+  EXPECT_FALSE(rig.race().RaceActive);
+  EXPECT_EQ(rig.judge().lblStatus.Caption(), "Waiting");
+  rig.Starter(96000, false);
+  rig.Starter(100, true);
+  EXPECT_TRUE(rig.race().RaceActive);
+}
+
+TEST_F(Stations, AnIdlingStarterAsksOnceAboutARaceStartedByHand) {
+  rig.Click("frmJudge.cmdStart");
+  const std::size_t boxes = rig.platform.shown.size();
+  rig.At(5000);
+  rig.Answer(Word::Cancel);
+  rig.Starter(20000, false);
+  EXPECT_EQ(rig.platform.shown.size(), boxes + 1);
+  EXPECT_EQ(rig.LastBox(), "Reset Race");
+  rig.Starter(20500, false);
+  rig.Starter(70000, false);
+  EXPECT_EQ(rig.platform.shown.size(), boxes + 1);
+  EXPECT_TRUE(rig.judge().RaceBeingFlown());
+  rig.Starter(21000, true);  // it runs after all, and stops
+  rig.Answer(Word::No);
+  rig.Starter(21500, false);
+  EXPECT_EQ(rig.platform.shown.size(), boxes + 2);
+  EXPECT_FALSE(rig.race().RaceActive);
+}
+
+TEST_F(Stations, ReceptionGoesOnBehindTheQuestionOfAFrame) {
+  rig.Click("frmJudge.cmdStart");
+  rig.At(6000);
+  rig.platform.whileOpen = [&](const DialogBox&) { Timers(2, 1); };
+  rig.Answer(Word::Cancel);
+  rig.Starter(20000, false);
+  EXPECT_EQ(rig.lane(2).Laps(), 1);
+}
+
+TEST_F(Stations, AutoPrintComesBeforeTheSave) {
+  struct Printer : HeatPrinter {
+    explicit Printer(ConsoleRig& r) : rig(r) {}
+    void PrintHeat() override { seen = rig.judge().cmdSave.Enabled() && rig.race().RaceNumber == 1; }
+    ConsoleRig& rig;
+    bool seen = false;
+  } printer(rig);
+  rig.judge().SetPrinter(&printer);
+  rig.Click("frmJudge.mnuAutoPrint");
+  rig.Starter(500, true);
+  rig.Starter(70000, false);
+  EXPECT_TRUE(printer.seen);
+  EXPECT_EQ(rig.Value("Current", "AutoPrint"), "True");
+}
+
+TEST_F(Stations, SendersLanesAndModesOutOfRangeChangeNothing) {
+  CountDown();
+  rig.At(66000);
+  for (int from = 0; from < 256; ++from) {
+    for (const int to : {0, 6, 254, 255}) {
+      rig.Receive(Frame(from, to, 0xFFFFFF).With(3, 255).With(28, 255).With(33, 255).With(18, 255));
+    }
+  }
+  EXPECT_EQ(rig.program.door().ErrorsContained(), 0);
+  EXPECT_EQ(rig.race().RaceMode, 6);
+  EXPECT_EQ(rig.race().RaceNumber, 1);
+}
+
+TEST(Broadcasts, OnlyAControllerSends) {
+  for (const bool controls : {false, true}) {
+    ConsoleRig rig(true);
+    rig.Load();
+    if (controls) {
+      rig.Answer(Word::No);
+      rig.Click("frmSerialPort.chkSystemController");
+    }
+    rig.serial.sent.clear();
+    rig.Click("frmJudge.cmdStart");
+    rig.At(6000);
+    rig.Key("F2");
+    rig.Key("F6");
+    const auto sentTo = [&](int to, int from) {
+      return std::count_if(rig.serial.sent.begin(), rig.serial.sent.end(),
+                           [&](const auto& f) { return f[4] == to && f[5] == from; });
+    };
+    EXPECT_EQ(sentTo(3, 4), controls ? 1 : 0);
+    EXPECT_EQ(sentTo(6, 3) >= 7, controls);
+    if (!controls) continue;
+    // The first frame announces the start: 59999, as there is no count; the last one the lap and the cut.
+    EXPECT_EQ(rig.serial.sent.front()[8] * 256 + rig.serial.sent.front()[9], 59999);
+    const auto& last = rig.serial.sent.back();
+    EXPECT_EQ(last[3], 1);
+    EXPECT_EQ((last[7] << 16) + (last[8] << 8) + last[9], 66000);
+    EXPECT_EQ(last[30], 1);
+    EXPECT_EQ(last[28], 2);
+    rig.serial.sent.clear();
+    rig.At(70000);
+    EXPECT_FALSE(rig.serial.sent.empty());
+    for (const auto& f : rig.serial.sent) EXPECT_EQ(f[4], 6);
+  }
+}
+
+}  // namespace
+}  // namespace quorvane
