@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QLabel>
+#include <functional>
+
+#include "ui/form_design.h"
+
+namespace quorvane {
+
+// A label that paints its caption in its own two colours, as large as designed or as much smaller as it takes
+// to fit. One that can be clicked can also be reached with Tab and clicked with the space bar.
+class CaptionLabel : public QLabel {
+ public:
+  CaptionLabel(QWidget* parent, Look look);
+
+  void SetColors(const QColor& back, const QColor& fore, bool painted);
+  void SetMinimumPixels(int pixels);  // below which the caption is cut rather than made smaller
+  void SetOnClick(std::function<void()> onClick);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  int LineWidth() const;
+  void PaintText(QPainter& painter, const QRect& room);
+
+  const Look look_;
+  QColor back_;
+  QColor fore_;
+  bool painted_ = false;
+  bool pressed_ = false;
+  int minimumPixels_ = 1;
+  std::function<void()> onClick_;
+};
+
+}  // namespace quorvane

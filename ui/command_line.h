@@ -1,0 +1,26 @@
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace quorvane {
+
+// What the program was asked for on its command line.
+struct CommandLine {
+  std::string project;               // opened without asking; empty: the one of last time, after a question
+  std::string settings;              // file of its own for the settings; empty: the user's
+  std::map<int, std::string> ports;  // COM number 1..31 -> device
+  std::string demo;                  // folder; empty: no demonstration
+  int heats = 1;                     // of the demonstration
+  bool help = false;
+  bool version = false;
+  std::string error;  // one line; empty when the command line is sound
+};
+
+CommandLine ParseCommandLine(const std::vector<std::string>& arguments);
+
+// What --help prints.
+std::string HelpText();
+
+}  // namespace quorvane

@@ -1,0 +1,292 @@
+#include <QCheckBox>
+#include <QComboBox>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QRadioButton>
+#include <QSignalBlocker>
+#include <QWheelEvent>
+#include <algorithm>
+
+#include "console/numeric_keys.h"
+#include "ui/caption_button.h"
+#include "ui/caption_label.h"
+#include "ui/control_view.h"
+#include "ui/frame_box.h"
+#include "ui/look.h"
+
+namespace quorvane {
+namespace {
+
+// A view on a widget of the type T.
+template <typename T>
+class ViewOn : public ControlView {
+ public:
+  ViewOn(Control& control, const Place& place, Door& door, T* widget)
+      : ControlView(control, place, door), widget_(widget) {}
+  T* Widget() const override { return widget_; }
+
+ protected:
+  QString Caption() const { return ToQString(Of().Caption()); }
+
+  T* const widget_;
+};
+
+class ButtonView : public ViewOn<CaptionButton> {
+ public:
+  ButtonView(Control& control, const Place& place, Door& door, QWidget* parent)
+      : ViewOn(control, place, door, new CaptionButton(parent)) {
+    widget_->setAutoDefault(false);
+    widget_->SetKey(QString::fromStdString(place.key));
+    if (place.anchoring == Anchoring::Beside) widget_->setFocusPolicy(Qt::NoFocus);
+    QObject::connect(widget_, &QPushButton::clicked, [this] { Act(EventKind::Click); });
+  }
+
+  void SetFontPixels(double pixels, double leastPixels) override {
+    ViewOn::SetFontPixels(pixels, leastPixels);
+    widget_->SetMinimumPixels(static_cast<int>(leastPixels));
+  }
+
+ protected:
+  void Show(Property property) override {
+    if (property == Property::Caption) {
+      widget_->SetCaption(Caption(), Design().mnemonic);
+      Speak(Caption());
+    } else {
+      SetPaletteColors(QPalette::Button, QPalette::ButtonText);
+    }
+  }
+};
+
+class LabelView : public ViewOn<CaptionLabel> {
+ public:
+  LabelView(Control& control, const Place& place, Door& door, QWidget* parent)
+      : ViewOn(control, place, door, new CaptionLabel(parent, place.look)) {
+    if (control.onClick) widget_->SetOnClick([this] { Act(EventKind::Click); });
+  }
+
+  void SetFontPixels(double pixels, double leastPixels) override {
+    ViewOn::SetFontPixels(pixels, leastPixels);
+    widget_->SetMinimumPixels(static_cast<int>(leastPixels));
+  }
+
+ protected:
+  void Show(Property property) override {
+    if (property == Property::Caption) {
+      if (widget_->text() != Caption()) widget_->setText(Caption());
+      SpeakCaption();
+    } else {
+      widget_->SetColors(Back(), Fore(), Painted());
+    }
+  }
+
+ private:
+  void SpeakCaption() {
+    const QString name = spokenPrefix + QString::fromStdString(Design().spoken);
+    if (Design().spoken.empty()) {
+      Speak(Caption());
+    } else {
+      widget_->setAccessibleName(Caption().isEmpty() ? name : name + QStringLiteral(": ") + Caption());
+    }
+  }
+};
+
+// One line of text. Its change counts when Enter is pressed or the box is left; Escape takes it back.
+class LineEdit : public QLineEdit {
+ public:
+  LineEdit(QWidget* parent, const Control& control, bool numeric)
+      : QLineEdit(parent), control_(control), numeric_(numeric) {}
+  std::function<void()> onEscape;
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override {
+    if (event->key() == Qt::Key_Escape && onEscape) return onEscape();
+    if (numeric_ && event->text().size() == 1) {
+      int keyCode = event->text().at(0).unicode();
+      FilterNumericKey(control_, keyCode);
+      if (keyCode == 0) return event->accept();
+    }
+    QLineEdit::keyPressEvent(event);
+  }
+
+ private:
+  const Control& control_;
+  const bool numeric_;
+};
+
+class LineEditView : public ViewOn<LineEdit> {
+ public:
+  LineEditView(Control& control, const Place& place, Door& door, QWidget* parent)
+      : ViewOn(control, place, door, new LineEdit(parent, control, Has(place.look, Look::Numeric))) {
+    widget_->setAlignment(Has(place.look, Look::Left) ? Qt::AlignLeft : Qt::AlignHCenter);
+    const auto finished = [this] {
+      if (widget_->text() != ToQString(Of().Text())) Act(EventKind::Type, widget_->text().toStdString());
+    };
+    if (Has(place.look, Look::Late)) {
+      QObject::connect(widget_, &QLineEdit::editingFinished, finished);
+      QObject::connect(widget_, &QLineEdit::returnPressed, [this] { Leave(); });
+      widget_->onEscape = [this] {
+        Show(Property::Text);
+        Leave();
+      };
+    } else {
+      QObject::connect(widget_, &QLineEdit::textEdited, finished);
+    }
+  }
+
+ protected:
+  void Show(Property property) override {
+    const QSignalBlocker quiet(widget_);
+    if (property == Property::Text) {
+      if (widget_->text() != ToQString(Of().Text())) widget_->setText(ToQString(Of().Text()));
+      Speak({});
+    } else if (property == Property::Selection) {
+      if (widget_->hasFocus()) widget_->setSelection(Of().SelectionStart(), Of().SelectionLength());
+    } else {
+      SetPaletteColors(QPalette::Base, QPalette::Text);
+    }
+  }
+
+ private:
+  // Out of the box, so that the digit keys judge again.
+  void Leave() {
+    if (onFinished) onFinished();
+  }
+};
+
+class TextView : public ViewOn<QPlainTextEdit> {
+ public:
+  TextView(Control& control, const Place& place, Door& door, QWidget* parent)
+      : ViewOn(control, place, door, new QPlainTextEdit(parent)) {
+    widget_->setTabChangesFocus(true);
+    widget_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    QObject::connect(widget_, &QPlainTextEdit::textChanged, [this] {
+      if (widget_->toPlainText() != ToQString(Of().Text())) {
+        Act(EventKind::Type, widget_->toPlainText().toStdString());
+      }
+    });
+  }
+
+ protected:
+  void Show(Property property) override {
+    const QSignalBlocker quiet(widget_);
+    if (property == Property::Text) {
+      if (widget_->toPlainText() != ToQString(Of().Text())) widget_->setPlainText(ToQString(Of().Text()));
+      Speak({});
+    } else if (property == Property::Selection) {
+      if (widget_->hasFocus() && Of().SelectionLength() > 0) widget_->selectAll();
+    } else {
+      SetPaletteColors(QPalette::Base, QPalette::Text);
+    }
+  }
+};
+
+// A check box or option button that never changes by itself.
+template <typename T>
+class Unmoved : public T {
+ public:
+  using T::T;
+
+ protected:
+  void nextCheckState() override {}
+};
+
+template <typename T>
+class TickView : public ViewOn<T> {
+ public:
+  TickView(Control& control, const Place& place, Door& door, QWidget* parent)
+      : ViewOn<T>(control, place, door, new Unmoved<T>(parent)) {
+    this->widget_->setAutoExclusive(false);
+    QObject::connect(this->widget_, &T::clicked, [this] { this->Act(EventKind::Click); });
+  }
+
+ protected:
+  void Show(Property property) override {
+    if (property == Property::Caption) {
+      this->widget_->setText(WithMnemonic(this->Caption(), this->Design().mnemonic));
+      this->Speak(this->Caption());
+    } else if (property == Property::Value) {
+      this->widget_->setChecked(this->Of().Value() != 0);
+    } else {
+      this->SetPaletteColors(QPalette::Window, QPalette::WindowText);
+    }
+  }
+};
+
+// A list that does not change when the wheel turns over it by chance.
+class ListBox : public QComboBox {
+ public:
+  using QComboBox::QComboBox;
+
+ protected:
+  void wheelEvent(QWheelEvent* event) override { event->ignore(); }
+};
+
+class ListView : public ViewOn<ListBox> {
+ public:
+  ListView(Control& control, const Place& place, Door& door, QWidget* parent)
+      : ViewOn(control, place, door, new ListBox(parent)) {
+    QObject::connect(widget_, &QComboBox::activated,
+                     [this](int index) { Act(EventKind::Choose, {}, index); });
+  }
+
+ protected:
+  void Show(Property property) override {
+    if (property == Property::Items) {
+      widget_->clear();
+      for (const std::string& item : Of().Items()) widget_->addItem(ToQString(item));
+      Speak({});
+    }
+    if (property == Property::Items || property == Property::ListIndex) {
+      widget_->setCurrentIndex(Of().ListIndex());
+    }
+    if (property == Property::BackColor || property == Property::ForeColor) {
+      SetPaletteColors(QPalette::Base, QPalette::Text);
+    }
+  }
+};
+
+class FrameView : public ViewOn<FrameBox> {
+ public:
+  FrameView(Control& control, const Place& place, Door& door, QWidget* parent)
+      : ViewOn(control, place, door, new FrameBox(parent, place.look)) {}
+
+ protected:
+  void Show(Property property) override {
+    if (property == Property::Caption) {
+      widget_->SetCaption(Caption());
+      Speak(Caption());
+    } else {
+      widget_->SetColors(Back(), Fore());
+    }
+  }
+};
+
+}  // namespace
+
+std::unique_ptr<ControlView> ControlView::Create(Control& control, const Place& place, Door& door,
+                                                 QWidget* parent) {
+  switch (control.Kind()) {
+    case ControlKind::Button:
+      return std::make_unique<ButtonView>(control, place, door, parent);
+    case ControlKind::Label:
+      return std::make_unique<LabelView>(control, place, door, parent);
+    case ControlKind::TextBox:
+      if (Has(place.look, Look::Lines)) return std::make_unique<TextView>(control, place, door, parent);
+      return std::make_unique<LineEditView>(control, place, door, parent);
+    case ControlKind::CheckBox:
+      return std::make_unique<TickView<QCheckBox>>(control, place, door, parent);
+    case ControlKind::Option:
+      return std::make_unique<TickView<QRadioButton>>(control, place, door, parent);
+    case ControlKind::ComboBox:
+      return std::make_unique<ListView>(control, place, door, parent);
+    case ControlKind::Frame:
+      return std::make_unique<FrameView>(control, place, door, parent);
+    case ControlKind::Menu:
+    case ControlKind::Timer:
+      break;
+  }
+  return nullptr;
+}
+
+}  // namespace quorvane

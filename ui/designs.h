@@ -1,0 +1,12 @@
+#pragma once
+
+#include "ui/form_design.h"
+
+namespace quorvane {
+
+FormDesign ConsoleDesign();       // frmJudge, without its menu bar
+FormDesign LaneDesign(int lane);  // frmLane1..4, lane 1..4
+FormDesign LinkDesign();          // frmSerialPort with its message detail
+int LinkWidthWithoutDetail();
+
+}  // namespace quorvane

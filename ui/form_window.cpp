@@ -1,0 +1,66 @@
+#include "ui/form_window.h"
+
+#include <QCloseEvent>
+#include <QScreen>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "ui/look.h"
+
+namespace quorvane {
+
+FormWindow::FormWindow(Form& form, FormDesign design, Door& door, QSize minimum, QWidget* owner)
+    : QWidget(owner, Qt::Window), door_(door), view_(new FormView(form, std::move(design), door, this)) {
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addWidget(view_);
+  menu_ = new MenuView(form, door, this);
+  if (menu_->IsEmpty()) {
+    delete menu_;
+    menu_ = nullptr;
+  } else {
+    layout->setMenuBar(menu_);
+  }
+  setMinimumSize(minimum);
+}
+
+void FormWindow::Follow() {
+  const QString caption = ToQString(Of().Caption());
+  if (windowTitle() != caption) setWindowTitle(caption);
+  if (Of().Visible() == isVisible()) return;
+  if (!Of().Visible()) return hide();
+  if (!placed_) ShowFirst();
+  show();
+}
+
+// In its designed size where the screen allows it.
+void FormWindow::ShowFirst() {
+  placed_ = true;
+  const int menuHeight = menu_ == nullptr ? 0 : menu_->sizeHint().height();
+  const QSize designed(view_->Design().width, view_->Design().height + menuHeight);
+  const QSize room = screen() == nullptr ? designed : screen()->availableSize();
+  resize(designed.boundedTo(room).expandedTo(minimumSize()));
+}
+
+void FormWindow::BringForward() {
+  if (!isVisible()) return;
+  raise();
+  activateWindow();
+  view_->FocusHome();
+}
+
+void FormWindow::SetDesignWidth(int width) {
+  const double scale = static_cast<double>(view_->height()) / std::max(1, view_->Design().height);
+  view_->SetDesignWidth(width);
+  if (placed_) resize(static_cast<int>(width * scale), height());
+}
+
+void FormWindow::closeEvent(QCloseEvent* event) {
+  event->ignore();
+  Event close;
+  close.kind = EventKind::Close;
+  close.target = Of().Name();
+  door_.Enter(close);
+}
+
+}  // namespace quorvane

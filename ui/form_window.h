@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QWidget>
+
+#include "ui/form_view.h"
+#include "ui/menu_view.h"
+
+namespace quorvane {
+
+// A window of its own with one form in it. Shown and hidden, and closed, only as the form says.
+class FormWindow : public QWidget {
+ public:
+  FormWindow(Form& form, FormDesign design, Door& door, QSize minimum, QWidget* owner = nullptr);
+
+  Form& Of() const { return view_->Of(); }
+  FormView& View() const { return *view_; }
+  MenuView* Menu() const { return menu_; }
+  // Shows the form's caption, and the window exactly while the form is visible.
+  void Follow();
+  void BringForward();
+  // The form is now designed that wide, at the same scale; the window follows.
+  void SetDesignWidth(int width);
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  void ShowFirst();
+
+  Door& door_;
+  FormView* view_;
+  MenuView* menu_;
+  bool placed_ = false;
+};
+
+}  // namespace quorvane

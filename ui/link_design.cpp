@@ -1,0 +1,84 @@
+#include <string>
+
+#include "ui/designs.h"
+
+namespace quorvane {
+namespace {
+
+constexpr int kPorts = 32;
+constexpr int kStations = 8;
+constexpr int kNarrow = 470;
+constexpr int kDetail = 410;
+
+std::string Indexed(const char* name, int index) {
+  return std::string(name) + "(" + std::to_string(index) + ")";
+}
+
+// Up to 31 ports, in four rows of eight; most computers have one or two.
+void AddPorts(FormDesign& design) {
+  for (int i = 0; i < kPorts; ++i) {
+    const clsRect rect{14 + 112 * (i % 4), 34 + 26 * (i / 4), 108, 26};
+    design.places.push_back({Indexed("optPort", i), rect, 12, Look::Left});
+  }
+  design.texts.push_back({"Serial port of the radio modem", {14, 8, 400, 24}, 12, Look::Left | Look::Bold});
+}
+
+void AddStations(FormDesign& design, int top) {
+  design.places.push_back({"fraStations", {10, top, 450, 252}, 12, Look::Bare | Look::White, "Stations"});
+  design.places.push_back(
+      {"lblStationHeader", {16, top + 4, 436, 24}, 12, Look::Left | Look::Fixed | Look::White, "Columns"});
+  for (int i = 0; i < kStations; ++i) {
+    const int y = top + 30 + 27 * i;
+    const std::string number = std::to_string(i);
+    const Look look = Look::White;
+    design.places.push_back({Indexed("lblStation", i), {18, y, 130, 26}, 12, look | Look::Left | Look::Bold});
+    design.places.push_back({Indexed("lblAge", i), {152, y, 110, 26}, 12, look, "Age of station " + number});
+    design.places.push_back(
+        {Indexed("lblVolt", i), {266, y, 90, 26}, 12, look, "Volts of station " + number});
+    design.places.push_back(
+        {Indexed("lblTemp", i), {360, y, 90, 26}, 12, look, "Temperature of station " + number});
+  }
+  design.places.push_back(
+      {"cmdStation", {18, top + 30, 130, 26}, 12, Look::Bold | Look::Blue, {}, {}, 0, Anchoring::Cover});
+}
+
+void AddDetail(FormDesign& design, int height) {
+  const int left = kNarrow;
+  design.places.push_back(
+      {"fraMore", {left, 10, kDetail - 10, height - 20}, 13, Look::Bold | Look::White, "Message detail"});
+  design.places.push_back({"lblMsg",
+                           {left + 8, 40, kDetail - 26, height - 104},
+                           11,
+                           Look::Left | Look::Top | Look::Fixed | Look::White,
+                           "Message"});
+  design.places.push_back({"cmdFreeze", {left + 8, height - 58, 120, 36}, 13, Look::Bold | Look::White});
+}
+
+}  // namespace
+
+int LinkWidthWithoutDetail() {
+  return kNarrow;
+}
+
+FormDesign LinkDesign() {
+  FormDesign design;
+  design.width = kNarrow + kDetail;
+  design.height = 660;
+  AddPorts(design);
+  design.places.push_back({"lblMessage",
+                           {10, 248, 450, 44},
+                           11,
+                           Look::Left | Look::Top | Look::Border | Look::White,
+                           "Message line"});
+  AddStations(design, 300);
+  design.places.insert(
+      design.places.end(),
+      {{"chkSystemController", {14, 558, 300, 28}, 12, Look::Left, "System Controller", {}, 'S'},
+       {"chkListen", {14, 586, 340, 28}, 12, Look::Left, "Listen Only (Debug Monitor)", {}, 'L'},
+       {"cmdHide", {10, 618, 130, 36}, 13, Look::Bold | Look::White, {}, {}, 'H'},
+       {"cmdMore", {394, 618, 66, 36}, 13, Look::Bold | Look::White, "Message detail"}});
+  AddDetail(design, design.height);
+  return design;
+}
+
+}  // namespace quorvane

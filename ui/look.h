@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QColor>
+#include <QFont>
+#include <QPalette>
+#include <QString>
+#include <string>
+
+#include "common/color.h"
+
+class QStyle;
+
+namespace quorvane {
+
+QColor ToQColor(Color color);
+
+// The text colour itself where it can be read on that background, otherwise black or white, whichever reads
+// better. The race logic picks both colours one by one, so that some pairs (red on light blue) would be hard
+// to read outdoors.
+QColor ReadableOn(const QColor& background, const QColor& text);
+
+// Contrast of two colours as a ratio of luminances, 1..21.
+double Contrast(const QColor& a, const QColor& b);
+
+// Dark on light whatever the desktop's theme says: the console is read in the sun.
+QPalette OutdoorPalette();
+
+// A Qt style whose check marks and option dots grow with the font of their control.
+QStyle* NewConsoleStyle();
+
+// Text from the race logic: UTF-8, lines ending with a carriage return.
+QString ToQString(const std::string& text);
+
+QFont FontOfPixels(double pixels, bool bold);
+
+// The font that makes the text fit the width: as given where it fits, else smaller, never under
+// minimumPixels.
+QFont FitFont(QFont font, const QString& text, int width, int minimumPixels);
+
+// The text cut after its last word that fits the width; within the first word when not even that one fits.
+QString ElideAtWord(const QString& text, const QFont& font, int width);
+
+}  // namespace quorvane

@@ -1,0 +1,69 @@
+#include <QApplication>
+#include <QDir>
+#include <QTimer>
+#include <cstdio>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "console/program.h"
+#include "ui/command_line.h"
+#include "ui/look.h"
+#include "ui/program_windows.h"
+#include "ui/qt_platform.h"
+#include "ui/qt_serial.h"
+#include "ui/qt_settings.h"
+
+namespace {
+
+using quorvane::CommandLine;
+
+std::string AbsolutePath(const std::string& path) {
+  return path.empty() ? path : QDir::current().absoluteFilePath(QString::fromStdString(path)).toStdString();
+}
+
+void SetUpApplication() {
+  QApplication::setApplicationName(QStringLiteral("Quorvane"));
+  QApplication::setApplicationVersion(QStringLiteral(QUORVANE_VERSION));
+  QApplication::setStyle(quorvane::NewConsoleStyle());
+  QApplication::setPalette(quorvane::OutdoorPalette());
+  QApplication::setFont(quorvane::FontOfPixels(16, false));
+  // The windows say when the program ends.
+  QApplication::setQuitOnLastWindowClosed(false);
+}
+
+int Run(const CommandLine& line) {
+  quorvane::QtSettings settings(line.settings);
+  quorvane::QtPlatform platform(settings);
+  quorvane::QtSerial serial(settings, line.ports);
+  quorvane::Program program(platform, serial);
+  quorvane::ProgramWindows windows(program, platform);
+  serial.SetDoor(&program.door());
+  if (!line.project.empty()) program.judge().SetStartupProject(AbsolutePath(line.project));
+
+  QTimer::singleShot(0, [&program] {
+    quorvane::Event load;
+    load.kind = quorvane::EventKind::Load;
+    program.door().Enter(load);
+  });
+  const int status = QApplication::exec();
+  serial.SetDoor(nullptr);
+  return status;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const CommandLine line = quorvane::ParseCommandLine(std::vector<std::string>(argv + 1, argv + argc));
+  if (!line.error.empty()) {
+    std::fprintf(stderr, "quorvane: %s (see --help)\n", line.error.c_str());
+    return 2;
+  }
+  if (line.help) return std::fputs(quorvane::HelpText().c_str(), stdout) < 0 ? 1 : 0;
+  if (line.version) return std::puts("quorvane " QUORVANE_VERSION) < 0 ? 1 : 0;
+  // The options are ours; Qt's own come from its environment variables.
+  int one = 1;
+  QApplication application(one, argv);
+  SetUpApplication();
+  return Run(line);
+}

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QSize>
+#include <memory>
+
+#include "console/program.h"
+#include "ui/key_router.h"
+#include "ui/qt_platform.h"
+#include "ui/timer_driver.h"
+#include "ui/windows.h"
+
+namespace quorvane {
+
+inline constexpr QSize kLeastConsole{1024, 700};
+
+// The windows of the whole program: the console with its four lane panels, and the station link. Keeps them
+// up to date and the program's timers going for as long as it lives.
+class ProgramWindows {
+ public:
+  ProgramWindows(Program& program, QtPlatform& platform);
+  ~ProgramWindows();
+
+  FormWindow& Console() { return *console_; }
+  FormWindow& Link() { return *link_; }
+  FormView& Lane(int index) { return *lanes_[static_cast<std::size_t>(index)]; }  // 0..3
+  Windows& All() { return windows_; }
+
+  // Called after every event, when the windows have been told.
+  void SetAfterEvent(std::function<void()> afterEvent) { afterEvent_ = std::move(afterEvent); }
+
+ private:
+  void Follow();
+  void PlaceLinkWindow();
+
+  Program& program_;
+  QtPlatform& platform_;
+  Windows windows_;
+  FormWindow* console_ = nullptr;
+  FormWindow* link_ = nullptr;
+  std::array<FormView*, 4> lanes_ = {};
+  bool detailShown_ = true;
+  bool linkPlaced_ = false;
+  KeyRouter keys_;
+  TimerDriver timers_;
+  std::function<void()> afterEvent_;
+};
+
+}  // namespace quorvane

@@ -1,0 +1,53 @@
+#include "ui/qt_platform.h"
+
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QDir>
+
+#include "ui/qt_dialogs.h"
+#include "ui/windows.h"
+
+namespace quorvane {
+
+std::int64_t QtPlatform::ClockMs() {
+  const auto elapsed = std::chrono::steady_clock::now() - start_;
+  return std::chrono::duration_cast<std::chrono::milliseconds>(elapsed).count();
+}
+
+LocalDateTime QtPlatform::LocalNow() {
+  const QDateTime now = QDateTime::currentDateTime();
+  const QDate day = now.date();
+  const QTime time = now.time();
+  return {day.year(), day.month(), day.day(), time.hour(), time.minute(), time.second()};
+}
+
+DialogAnswer QtPlatform::ShowDialog(const DialogBox& box) {
+  if (answerer_) {
+    if (const auto answer = answerer_(box)) return *answer;
+  }
+  return ShowQtDialog(box, windows_ == nullptr ? nullptr : windows_->DialogParent());
+}
+
+void QtPlatform::RepaintWindows() {
+  if (windows_ != nullptr) windows_->Paint();
+}
+
+void QtPlatform::BringForward(Form& form) {
+  if (windows_ != nullptr) windows_->BringForward(form);
+}
+
+std::string QtPlatform::ProgramFolder() {
+  return QCoreApplication::applicationDirPath().toStdString();
+}
+
+std::string QtPlatform::HomeFolder() {
+  return QDir::homePath().toStdString();
+}
+
+// Not quit(), which asks every window to close first, and they leave that to the race logic.
+void QtPlatform::EndProgram() {
+  QMetaObject::invokeMethod(
+      qApp, [] { QCoreApplication::exit(0); }, Qt::QueuedConnection);
+}
+
+}  // namespace quorvane

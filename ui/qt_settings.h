@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QSettings>
+#include <memory>
+
+#include "common/platform.h"
+
+namespace quorvane {
+
+// The settings store as the user's settings of the application "Quorvane", or as an INI file of its own.
+class QtSettings : public SettingsStore {
+ public:
+  explicit QtSettings(const std::string& file = {});
+
+  std::string GetSetting(const std::string& section, const std::string& key,
+                         const std::string& fallback) const override;
+  void SaveSetting(const std::string& section, const std::string& key, const std::string& value) override;
+
+ private:
+  std::unique_ptr<QSettings> settings_;
+};
+
+}  // namespace quorvane

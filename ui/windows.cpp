@@ -1,0 +1,133 @@
+#include "ui/windows.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QWindow>
+#include <algorithm>
+#include <utility>
+
+namespace quorvane {
+
+Windows::Windows(Door& door) : door_(door) {
+  door_.AllForms().SetObserver(this);
+  QObject::connect(qApp, &QGuiApplication::focusWindowChanged, this,
+                   [this](QWindow* window) { FocusMoved(window); });
+}
+
+Windows::~Windows() {
+  door_.AllForms().SetObserver(nullptr);
+  // A window that belongs to another one goes first.
+  while (!windows_.empty()) windows_.pop_back();
+}
+
+FormWindow& Windows::AddWindow(Form& form, FormDesign design, QSize minimum, QWidget* owner) {
+  windows_.push_back(std::make_unique<FormWindow>(form, std::move(design), door_, minimum, owner));
+  FormWindow& window = *windows_.back();
+  views_[&form] = &window.View();
+  dirtyViews_.insert(&window.View());
+  dirtyForms_.insert(&form);
+  return window;
+}
+
+FormView& Windows::AddPanel(Form& form, FormDesign design, FormView& into, const std::string& place,
+                            const QString& spoken) {
+  auto* panel = new FormView(form, std::move(design), door_, &into, spoken);
+  into.Embed(*panel, place);
+  panels_.push_back(panel);
+  views_[&form] = panel;
+  dirtyViews_.insert(panel);
+  dirtyForms_.insert(&form);
+  return *panel;
+}
+
+void Windows::ChainTabs() {
+  for (const auto& window : windows_) {
+    std::vector<QWidget*> chain = window->View().TabChain();
+    for (const FormView* panel : panels_) {
+      if (panel->window() != window.get()) continue;
+      const std::vector<QWidget*> more = panel->TabChain();
+      chain.insert(chain.end(), more.begin(), more.end());
+    }
+    for (std::size_t i = 1; i < chain.size(); ++i) QWidget::setTabOrder(chain[i - 1], chain[i]);
+  }
+}
+
+FormWindow* Windows::FindWindow(const Form& form) const {
+  const auto found =
+      std::find_if(windows_.begin(), windows_.end(), [&](const auto& w) { return &w->Of() == &form; });
+  return found == windows_.end() ? nullptr : found->get();
+}
+
+FormView* Windows::FindView(const Form& form) const {
+  const auto found = views_.find(&form);
+  return found == views_.end() ? nullptr : found->second;
+}
+
+QWidget* Windows::DialogParent() const {
+  const Form* active = door_.AllForms().Active();
+  if (FormWindow* window = active == nullptr ? nullptr : FindWindow(*active)) {
+    if (window->isVisible()) return window;
+  }
+  for (const auto& window : windows_) {
+    if (window->isVisible()) return window.get();
+  }
+  return nullptr;
+}
+
+void Windows::ControlChanged(const Control& control, Property property) {
+  if (control.Kind() == ControlKind::Timer) return;
+  FormView* view = FindView(control.Owner());
+  if (view == nullptr) return;
+  if (control.Kind() == ControlKind::Menu) {
+    dirtyForms_.insert(&control.Owner());
+  } else if (ControlView* shown = view->Find(control)) {
+    shown->Changed(property);
+    dirtyViews_.insert(view);
+  }
+}
+
+void Windows::FormChanged(const Form& form) {
+  dirtyForms_.insert(&form);
+}
+
+void Windows::Apply() {
+  for (FormView* view : std::exchange(dirtyViews_, {})) view->Apply();
+  for (const Form* form : std::exchange(dirtyForms_, {})) FollowForm(*form);
+}
+
+void Windows::FollowForm(const Form& form) {
+  if (FormWindow* window = FindWindow(form)) {
+    window->Follow();
+    if (window->Menu() != nullptr) window->Menu()->Apply();
+  } else if (FormView* panel = FindView(form)) {
+    panel->setVisible(form.Visible());
+  }
+}
+
+void Windows::Paint() {
+  Apply();
+  for (const auto& window : windows_) {
+    if (!window->isVisible()) continue;
+    QEvent paint(QEvent::UpdateRequest);  // paints what is marked as changed, and delivers nothing
+    QCoreApplication::sendEvent(window.get(), &paint);
+  }
+}
+
+void Windows::BringForward(const Form& form) {
+  if (FormWindow* window = FindWindow(form)) window->BringForward();
+}
+
+void Windows::FocusMoved(QWindow* window) {
+  const auto found = std::find_if(windows_.begin(), windows_.end(),
+                                  [&](const auto& w) { return w->windowHandle() == window; });
+  FormWindow* from = focused_;
+  focused_ = window == nullptr || found == windows_.end() ? nullptr : found->get();
+  if (from == nullptr || focused_ == nullptr || from == focused_) return;
+  if (door_.AllForms().Active() == &focused_->Of() || door_.DialogOpen()) return;
+  Event activate;
+  activate.kind = EventKind::Activate;
+  activate.target = focused_->Of().Name();
+  door_.Enter(activate);
+}
+
+}  // namespace quorvane

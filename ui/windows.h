@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QObject>
+#include <memory>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+
+#include "ui/form_window.h"
+
+class QWindow;
+
+namespace quorvane {
+
+// All windows of the program. Told of every change of a control, it shows the changes together when an event
+// has ended, when the race logic wants them painted, and before a dialog box opens.
+class Windows : public QObject, public ControlObserver {
+ public:
+  explicit Windows(Door& door);
+  ~Windows() override;
+
+  FormWindow& AddWindow(Form& form, FormDesign design, QSize minimum, QWidget* owner = nullptr);
+  // Shows a form inside another one, where the named control of that one stands.
+  FormView& AddPanel(Form& form, FormDesign design, FormView& into, const std::string& place,
+                     const QString& spoken);
+  // Once all forms are there: the Tab key goes through them in the order of their designs.
+  void ChainTabs();
+
+  FormWindow* FindWindow(const Form& form) const;
+  FormView* FindView(const Form& form) const;
+  // The window that a dialog box belongs to; null while none is shown.
+  QWidget* DialogParent() const;
+
+  void Apply();
+  // Shows the changes and paints them now; nothing else happens meanwhile.
+  void Paint();
+  void BringForward(const Form& form);
+
+  void ControlChanged(const Control& control, Property property) override;
+  void FormChanged(const Form& form) override;
+
+  // The operator has come from one window of this program to another one.
+  void FocusMoved(QWindow* window);
+
+ private:
+  void FollowForm(const Form& form);
+
+  Door& door_;
+  std::vector<std::unique_ptr<FormWindow>> windows_;
+  std::vector<FormView*> panels_;
+  std::unordered_map<const Form*, FormView*> views_;
+  std::unordered_set<FormView*> dirtyViews_;
+  std::unordered_set<const Form*> dirtyForms_;
+  FormWindow* focused_ = nullptr;  // the window that had the focus last, null when it was not one of ours
+};
+
+}  // namespace quorvane
