@@ -1,0 +1,191 @@
+// Controller mode and the frames that the console sends.
+
+#include "common/run_time_error.h"
+#include "tests/link/link_fixture.h"
+
+namespace quorvane {
+namespace {
+
+using testing_frames::Frame;
+using testing_frames::operator+;
+using Word = DialogAnswer::Word;
+
+class LinkControlTest : public LinkTest {
+ protected:
+  LinkControlTest() { EnterLoad(); }
+
+  void TakeControl() {
+    Answer(Word::Yes);
+    Click("chkSystemController");
+  }
+};
+
+TEST_F(LinkControlTest, TakingControlAsksAndTellsTheStations) {
+  TakeControl();
+  ASSERT_EQ(platform.shown.size(), 1U);
+  const DialogBox& box = platform.shown[0].box;
+  EXPECT_EQ(box.kind, DialogKind::YesNo);
+  EXPECT_EQ(box.icon, DialogIcon::Exclamation);
+  EXPECT_EQ(box.title, "Enabling CONTROLLER mode");
+  EXPECT_EQ(box.text,
+            "Do you want to CONTROL the race equipment\rfrom this computer\r\r"
+            "Confirm that you really want to do this.");
+  EXPECT_TRUE(link.IsControllerMode());
+  EXPECT_EQ(race.raceEvents, std::vector<bool>{true});
+  EXPECT_FALSE(link.chkListen.Enabled());
+  EXPECT_TRUE(race.chkSixtySecondCount.Enabled());
+  EXPECT_EQ(Saved("chkSystemController"), "1");
+
+  Click("chkSystemController");
+  EXPECT_EQ(platform.shown.size(), 1U);  // giving it up asks nothing
+  EXPECT_TRUE(link.chkListen.Enabled());
+  EXPECT_EQ(Saved("chkSystemController"), "0");
+}
+
+TEST_F(LinkControlTest, NoLeavesTheBoxTicked) {
+  Answer(Word::No);
+  Click("chkSystemController");
+  EXPECT_TRUE(link.IsControllerMode());
+  EXPECT_EQ(Saved("chkSystemController"), "1");
+  EXPECT_TRUE(link.chkListen.Enabled());
+  EXPECT_TRUE(race.raceEvents.empty());
+}
+
+TEST_F(LinkControlTest, ASavedTickIsRestoredOnActivationAndAsksAgain) {
+  for (const char* saved : {"0", "2", "no"}) {
+    platform.settings.SaveSetting("frmSerialPort", "chkSystemController", saved);
+    Activate();
+    EXPECT_FALSE(link.IsControllerMode()) << saved;
+  }
+  platform.settings.SaveSetting("frmSerialPort", "chkSystemController", "1");
+  Answer(Word::Yes);
+  Activate();
+  EXPECT_TRUE(link.IsControllerMode());
+  EXPECT_EQ(platform.shown.size(), 1U);
+  Activate();  // the box does not change: nothing to ask
+  EXPECT_EQ(platform.shown.size(), 1U);
+}
+
+TEST_F(LinkControlTest, AStarterOnTheAirWins) {
+  Rx(Frame(6, 3));
+  EXPECT_TRUE(platform.shown.empty());  // nothing to cancel
+  TakeControl();
+  platform.shown.clear();
+  bool handledBeforeBox = false;
+  platform.whileOpen = [&](const DialogBox&) {
+    handledBeforeBox = race.frames.size() == 3 && link.lblAge[3].Caption() == "0";
+    Rx(Frame(6, 3));  // reception goes on behind the box
+  };
+  Rx(Frame(6, 3) + Frame(6, 3));
+  ASSERT_EQ(platform.shown.size(), 1U);
+  const DialogBox& box = platform.shown[0].box;
+  EXPECT_EQ(box.kind, DialogKind::OkCancel);
+  EXPECT_EQ(box.icon, DialogIcon::Exclamation);
+  EXPECT_EQ(box.title, "Cancel CONTROLLER mode");
+  EXPECT_EQ(box.text, "CONTROLLER mode is cancelled\rbecause the STARTER was detected");
+  EXPECT_TRUE(handledBeforeBox);
+  EXPECT_EQ(race.frames.size(), 4U);
+  EXPECT_FALSE(link.IsControllerMode());
+  EXPECT_TRUE(link.chkListen.Enabled());
+  EXPECT_EQ(Saved("chkSystemController"), "0");
+}
+
+TEST_F(LinkControlTest, AStarterHeardWhileTheQuestionIsOpenWinsOverYes) {
+  platform.whileOpen = [&](const DialogBox& box) {
+    if (box.kind == DialogKind::YesNo) Rx(Frame(6, 3));
+  };
+  TakeControl();
+  EXPECT_FALSE(link.IsControllerMode());
+  EXPECT_TRUE(link.chkListen.Enabled());
+  EXPECT_TRUE(race.raceEvents.empty());
+  EXPECT_EQ(Saved("chkSystemController"), "0");
+}
+
+TEST_F(LinkControlTest, NothingIsSentWhileTheLinkIsOffOrOnlyListens) {
+  const StationMessage before = link.CurrentMessage();
+  link.chkListen.SetValue(1);
+  link.SendMessage(6, 3);
+  link.chkListen.SetValue(0);
+  state.CommActive = false;
+  link.SendMessage(6, 3);
+  EXPECT_TRUE(serial.sent.empty());
+  EXPECT_EQ(link.CurrentMessage(), before);
+  EXPECT_EQ(race.lblWriteComm.BackColor(), kButtonFace);
+  RunUntil(2001);
+  EXPECT_EQ(link.lblStation[0].ForeColor(), kRed);  // polled in vain
+
+  state.CommActive = true;
+  link.chkListen.SetValue(1);
+  link.chkListen.SetEnabled(false);  // as in controller mode
+  link.SendMessage(6, 3);
+  EXPECT_EQ(serial.sent.size(), 1U);
+}
+
+TEST_F(LinkControlTest, AFrameWithoutControlCarriesOnlyItsAddresses) {
+  RunUntil(77);
+  door.Enter({});
+  serial.sent.clear();
+  link.SendMessage(2, 254);
+  Bytes expected(36, 0);
+  expected[0] = 0x55;
+  expected[1] = 0xAA;
+  expected[2] = 0xFC;  // 2 ^ 254
+  expected[4] = 2;
+  expected[5] = 254;
+  ASSERT_EQ(serial.sent.size(), 1U);
+  EXPECT_EQ(serial.sent[0], expected);
+  EXPECT_EQ(link.CurrentMessage().Ecc, 0xFC);
+  EXPECT_EQ(race.lblWriteComm.BackColor(), kGreen);
+  EXPECT_EQ(race.lblWriteComm.Tag(), "77");
+  EXPECT_EQ(race.lblReadComm.BackColor(), kButtonFace);
+  EXPECT_TRUE(link.tmrIndicators.Enabled());
+}
+
+TEST_F(LinkControlTest, AControllersFrameCarriesTheRace) {
+  TakeControl();
+  race.laps = {1, 2, 3, 10};
+  race.lit = {0, 5, 255, 1};
+  race.cuts = {{{1, 0, 0, 0}, {0, 2, 0, 0}, {1, 3, 0, 1}, {0, 0, -1, 0}}};
+  link.SendMessage(6, 3);
+  const Bytes expected = {0x55, 0xAA, 0x61,              // sync, check
+                          0x01, 0x06, 0x03,              // running, to the pylon box, as the starter
+                          0x00, 0x01, 0xD4, 0xC0,        // 120000 ms
+                          0x00,                          // turns
+                          0x01, 0x0C, 0x4D, 0x00,        // cuts
+                          0x00, 0x05, 0x06, 0x00,        // lanes 1 and 3 single, 2 and 3 double
+                          0x00, 0x00, 0x00, 0x00, 0x00,  // ages
+                          0x00, 0x05, 0xFF, 0x01, 0x05,  // lights, race mode
+                          0x01, 0x02, 0x03, 0x0A,        // laps
+                          0x00, 0x00, 0x00};
+  Bytes sent = serial.sent.back();
+  EXPECT_EQ(sent[2], testing_frames::Check(expected));
+  sent[2] = expected[2];
+  EXPECT_EQ(sent, expected);
+
+  // Without control the bytes stay as they were last sent.
+  Click("chkSystemController");
+  race.laps = {9, 9, 9, 9};
+  link.SendMessage(1, 254);
+  EXPECT_EQ(serial.sent.back()[29], 1);
+  EXPECT_EQ(serial.sent.back()[3], 1);
+
+  // With it they are made anew, and no old cut stays behind.
+  Answer(Word::Yes);
+  Click("chkSystemController");
+  race.cuts = {};
+  link.SendMessage(6, 3);
+  EXPECT_EQ(serial.sent.back()[13], 0);
+  EXPECT_EQ(serial.sent.back()[16], 0);
+  EXPECT_EQ(serial.sent.back()[29], 9);
+}
+
+TEST_F(LinkControlTest, AddressesThatAreNoByteAreAnError) {
+  for (const std::int16_t bad : {std::int16_t{-1}, std::int16_t{256}}) {
+    EXPECT_THROW(link.SendMessage(bad, 3), OverflowError);
+    EXPECT_THROW(link.SendMessage(3, bad), OverflowError);
+  }
+  EXPECT_TRUE(serial.sent.empty());
+}
+
+}  // namespace
+}  // namespace quorvane
