@@ -1,0 +1,137 @@
+// How fast station frames are cut from the byte stream and handed on. The radio line carries 27 frames a
+// second.
+
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "common/door.h"
+#include "common/race_state.h"
+#include "link/frame_receiver.h"
+#include "link/frm_serial_port.h"
+#include "tools/replay/virtual_platform.h"
+
+namespace quorvane {
+namespace {
+
+using Bytes = std::vector<std::uint8_t>;
+
+constexpr int kFramesInStream = 1000;
+
+class CountingSink : public FrameSink {
+ public:
+  void GoodFrame(const StationMessage& frame) override { laps += frame.Lap[0]; }
+  void DamagedFrame(const StationMessage&, std::uint8_t) override { ++damaged; }
+  void Unexpected(std::uint8_t, std::uint8_t) override { ++unexpected; }
+
+  std::int64_t laps = 0;
+  std::int64_t damaged = 0;
+  std::int64_t unexpected = 0;
+};
+
+Bytes Stream() {
+  Bytes stream;
+  for (int i = 0; i < kFramesInStream; ++i) {
+    StationMessage frame;
+    frame.Wig1 = kWig1;
+    frame.Wig2 = kWig2;
+    frame.To = kConsole;
+    frame.From = static_cast<std::uint8_t>(i % 8);
+    frame.Lap[0] = static_cast<std::uint8_t>(i);
+    frame.Ecc = ComputeEcc(EncodeFrame(frame));
+    const FrameBytes bytes = EncodeFrame(frame);
+    stream.insert(stream.end(), bytes.begin(), bytes.end());
+  }
+  return stream;
+}
+
+void InChunks(const Bytes& stream, std::size_t size, const auto& take) {
+  std::span<const std::uint8_t> rest(stream);
+  while (!rest.empty()) {
+    const std::span<const std::uint8_t> chunk = rest.first(std::min(size, rest.size()));
+    take(chunk);
+    rest = rest.subspan(chunk.size());
+  }
+}
+
+void BM_GoodFrames(benchmark::State& state) {
+  const Bytes stream = Stream();
+  FrameReceiver receiver;
+  CountingSink sink;
+  for (auto _ : state) {
+    InChunks(stream, static_cast<std::size_t>(state.range(0)),
+             [&](std::span<const std::uint8_t> chunk) { receiver.Receive(chunk, sink); });
+  }
+  benchmark::DoNotOptimize(sink.laps);
+  state.SetItemsProcessed(state.iterations() * kFramesInStream);
+  state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(stream.size()));
+}
+BENCHMARK(BM_GoodFrames)->Arg(1)->Arg(7)->Arg(36)->Arg(4096)->Arg(1 << 20);
+
+// Noise without end: nothing of it may cost more than a good frame.
+void BM_Noise(benchmark::State& state) {
+  const Bytes stream(36 * kFramesInStream, static_cast<std::uint8_t>(state.range(0)));
+  FrameReceiver receiver;
+  CountingSink sink;
+  for (auto _ : state) receiver.Receive(stream, sink);
+  benchmark::DoNotOptimize(sink.unexpected);
+  state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(stream.size()));
+}
+BENCHMARK(BM_Noise)->Arg(0)->Arg(kWig1);
+
+class IdleRace : public Form, public LinkOwner {
+ public:
+  explicit IdleRace(Forms& forms)
+      : Form(forms, "frmJudge"),
+        comm(Add(ControlKind::Label, "lblComm")),
+        read(Add(ControlKind::Label, "lblReadComm")),
+        write(Add(ControlKind::Label, "lblWriteComm")),
+        count(Add(ControlKind::CheckBox, "chkSixtySecondCount")) {}
+  void ProcessMessage(const StationMessage& frame) override { laps += frame.Lap[0]; }
+  void GetLaneInfo(std::uint8_t, std::uint8_t&, std::uint8_t&, std::array<std::int16_t, 4>&) override {}
+  void LoadStartInfo(std::array<std::uint8_t, 4>&, std::uint8_t&, std::uint8_t&) override {}
+  void IssueRaceEvent(bool) override {}
+  Control& CommLabel() override { return comm; }
+  Control& ReadLamp() override { return read; }
+  Control& WriteLamp() override { return write; }
+  Control& SixtySecondCountBox() override { return count; }
+
+  Control& comm;
+  Control& read;
+  Control& write;
+  Control& count;
+  std::int64_t laps = 0;
+};
+
+// The same stream through the door and the link form; with the argument 1 its window is open.
+void BM_FramesThroughTheForm(benchmark::State& state) {
+  const Bytes stream = Stream();
+  VirtualPlatform platform;
+  Door door(platform);
+  VirtualSerial serial;
+  RaceState race;
+  IdleRace owner(door.AllForms());
+  frmSerialPort link(door, race, owner, serial);
+  serial.ports = {3};
+  platform.settings.SaveSetting("frmSerialPort", "CommPort", "3");
+  link.Form_Load();
+  door.AllForms().Show(link);
+  link.SetVisible(state.range(0) == 1);
+  for (auto _ : state) {
+    InChunks(stream, 36, [&](std::span<const std::uint8_t> chunk) {
+      link.BytesArrived(Bytes(chunk.begin(), chunk.end()));
+    });
+  }
+  if (owner.laps == 0) state.SkipWithError("no frame came through");
+  state.SetItemsProcessed(state.iterations() * kFramesInStream);
+}
+BENCHMARK(BM_FramesThroughTheForm)->Arg(0)->Arg(1);
+
+}  // namespace
+}  // namespace quorvane
+
+BENCHMARK_MAIN();

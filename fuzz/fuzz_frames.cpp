@@ -1,0 +1,38 @@
+// Arbitrary bytes in arbitrary chunks: the receiver must find exactly what the plain algorithm finds.
+//
+// The input is a list of chunks: a byte with the chunk's length (255: the port has just been opened), then
+// its bytes.
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <span>
+
+#include "link/frame_receiver.h"
+#include "tests/link/naive_receiver.h"
+#include "tests/link/recording_sink.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  using namespace quorvane;
+  FrameReceiver receiver;
+  RecordingSink sink;
+  NaiveReceiver naive;
+  std::span<const std::uint8_t> rest(data, size);
+  while (!rest.empty()) {
+    const std::size_t length = rest[0];
+    rest = rest.subspan(1);
+    if (length == 255) {
+      receiver.PortOpened();
+      naive.PortOpened();
+      continue;
+    }
+    const std::span<const std::uint8_t> chunk = rest.first(std::min(length, rest.size()));
+    rest = rest.subspan(chunk.size());
+    receiver.Receive(chunk, sink);
+    for (const std::uint8_t byte : chunk) naive.Byte(byte);
+    if (receiver.RxCount() != naive.Count()) std::abort();
+  }
+  if (sink.found != naive.Found()) std::abort();
+  return 0;
+}
