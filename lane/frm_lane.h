@@ -60,9 +60,9 @@ class frmLane : public Form {
   // Turns and cuts. The index of the pylon entries is that of the key on the console and has no meaning here.
   void DoCut(const std::string& cutCode, int source, std::int32_t time);
   void cmdCut_Click();
-  void cntrCutP1(int index) { EnterMissedPylon(1, index); }
-  void cntrCutP2(int index) { EnterMissedPylon(2, index); }
-  void cntrCutP3(int index) { EnterMissedPylon(3, index); }
+  void cntrCutP1(int /*index*/) { EnterMissedPylon(1); }
+  void cntrCutP2(int /*index*/) { EnterMissedPylon(2); }
+  void cntrCutP3(int /*index*/) { EnterMissedPylon(3); }
   void DoTurn(int source, std::int32_t time, std::int32_t interval);  // interval: ms that the turn is shown
   bool CanDoTurn() const;
   void cmdTurn_Click();
@@ -125,18 +125,17 @@ class frmLane : public Form {
   bool HasCell(int lap) const;
 
   void HookEvents();
+  void TurnToAnotherRace();
   void ClearControls();
   void ShowHandButtons();
-  void CreditFreeLap(std::int32_t t, std::int32_t time);
   void FreezeCell(std::int32_t time);
-  void StartLapLight(std::int32_t lockOut);
+  void StartLapLight(std::int32_t lockOut, std::int64_t end);
   void ShowEleventhCell();
-  void EnterMissedPylon(int pylon, int index);
-  void EnterPanelCut(int missedPylon);
+  void EnterMissedPylon(std::int16_t pylon);
+  void EnterPanelCut(std::int16_t missedPylon, bool accepted);
   void PlaceCutMark(const CutMark& mark);
   void HidePopUp();
   void EntryMade();
-  void SelectWholeText(Control& box);
 
   std::string LaneSection(const std::string& section) const;
   void LoadLog(const std::string& laneSection);

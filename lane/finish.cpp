@@ -1,0 +1,112 @@
+// Finish, placing and totals.
+
+#include <algorithm>
+#include <array>
+
+#include "common/run_time_error.h"
+#include "common/text.h"
+#include "common/time_text.h"
+#include "lane/frm_lane.h"
+
+namespace quorvane {
+namespace {
+
+constexpr Color kFinishingLap = Color::Rgb(0x80FF80);
+constexpr Color kNoFinish = Color::Rgb(0xFFC0C0);
+constexpr int kTenthCell = 9;
+constexpr int kEleventhCell = 10;
+
+}  // namespace
+
+void frmLane::GetFinal(std::int32_t& result) {
+  std::string status;
+  if (Laps_ < LapTarget_ || CutsBeforeFinish_ >= 2) {
+    result = kNoFinalTime;
+    txtLapTen.SetBackColor(kNoFinish);
+    txtLapEleven.SetBackColor(kNoFinish);
+    status = CutsBeforeFinish_ >= 2 ? "Dbl Cut" : "DNF";
+  } else {
+    result = FinalTime_;
+    status = FormatMinutes(FormatSeconds(FinalTime_));
+    const bool withTen = CutsBeforeFinish_ == 0 || IsFai();
+    lblLap[kTenthCell].SetBackColor(withTen ? kFinishingLap : kSilver);
+    lblLap[kEleventhCell].SetBackColor(withTen ? kSilver : kFinishingLap);
+  }
+  if (!StatusLocked()) lblStatus.SetCaption(status);
+}
+
+void frmLane::FinalizeRace() {
+  RecalculateCuts(true);
+  RecalculateLaps(false);
+  if (HasCell(Laps_)) lblLap[Laps_].SetCaption(CutsBeforeFinish_ > 1 ? "DBL" : "DNF");
+  for (int i = Laps_ + 1; i <= lblLap.Upper(); ++i) lblLap[i].SetCaption("");
+  DisplayTotals();
+}
+
+void frmLane::DisplayTotals() {
+  if (log_.EventCount() == 0) {
+    cmdCut.SetCaption("Cut");
+    cmdCut.SetTag("0");
+    lblStatus.SetTag("");
+    lblStatus.SetCaption("");
+    lblStatus.SetForeColor(kButtonText);
+    for (Control* box : {&txtLapTen, &txtLapEleven}) {
+      box->SetText("");
+      box->SetBackColor(kSilver);
+    }
+    return;
+  }
+  const bool finished = IsFinished();
+  if (finished) {
+    txtLapTen.SetText(lblLap[kTenthCell].Caption());
+    txtLapTen.SetBackColor(lblLap[kTenthCell].BackColor());
+    txtLapEleven.SetText(lblLap[kEleventhCell].Caption());
+    txtLapEleven.SetBackColor(lblLap[kEleventhCell].BackColor());
+  }
+  DisplayCutTotals();
+  std::int32_t final = 0;
+  if (finished) GetFinal(final);
+}
+
+void frmLane::LaneOrder(int place) {
+  static constexpr std::array kWords = {"First", "Second", "Third", "Fourth", ""};
+  if (place < 1 || place > static_cast<int>(kWords.size())) throw RunTimeError("Invalid use of Null");
+  if (place == 1) {
+    if (StatusLocked()) lblStatus.SetTag("");
+    std::int32_t final = 0;
+    GetFinal(final);
+    cmdOrder.SetVisible(final < kNoFinalTime);
+  }
+  cmdOrder.SetCaption(kWords[static_cast<std::size_t>(place - 1)]);
+  cmdOrder.SetTag(std::to_string(place));
+}
+
+void frmLane::cmdOrder_Click() {
+  const int n = LeadingInteger(cmdOrder.Tag());
+  lblStatus.SetTag("Locked");
+  lblStatus.SetCaption(cmdOrder.Caption());
+  cmdOrder.SetVisible(false);
+  if (n < 5) owner_.SetOrder(std::min(n + 1, 4));
+}
+
+void frmLane::lblStatus_Click() {
+  const unsigned race = raceSerial_;
+  const DialogAnswer answer = owner_.Ask(
+      {DialogKind::Input, "Finish Order", "Enter finish order", DialogIcon::None, lblStatus.Caption()});
+  if (answer.word != DialogAnswer::Word::Text || race != raceSerial_) return;
+  if (answer.text > " ") lblStatus.SetCaption(answer.text);
+}
+
+void frmLane::GetInfo(std::uint8_t& laps, std::uint8_t& lit, std::array<std::int16_t, 4>& cuts) const {
+  std::int64_t left = 0;
+  if (tmrLaps.Enabled()) {
+    left = lapLightEnd_ - owner_.RaceTime();
+  } else if (tmrTurns.Enabled()) {
+    left = std::int64_t{TurnTimerEnd_} - owner_.RaceTime();
+  }
+  laps = static_cast<std::uint8_t>(std::clamp<int>(Laps_, 0, 255));
+  lit = static_cast<std::uint8_t>(std::clamp<std::int64_t>(left / 8, 0, 255));
+  cuts = PylonCuts_;
+}
+
+}  // namespace quorvane

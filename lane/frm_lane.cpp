@@ -1,0 +1,139 @@
+#include "lane/frm_lane.h"
+
+#include "common/checked.h"
+
+namespace quorvane {
+namespace {
+
+constexpr std::int32_t kDoesNotFly = -1000000;
+constexpr std::int32_t kCountdown = 60000;  // ms from the base that the console gives to race time 0
+
+}  // namespace
+
+frmLane::frmLane(Forms& forms, RaceState& race, LaneOwner& owner, int laneNumber)
+    : Form(forms, "frmLane" + std::to_string(laneNumber)),
+      fraLane(Add(ControlKind::Frame, "fraLane")),
+      chkNovice(AddCaptioned(ControlKind::CheckBox, "chkNovice", "9 Laps", &fraLane)),
+      cmdOrder(Add(ControlKind::Button, "cmdOrder", &fraLane)),
+      cmdShow(Add(ControlKind::Button, "cmdShow", &fraLane)),
+      cmdTurn(AddCaptioned(ControlKind::Button, "cmdTurn", "Turn", &fraLane)),
+      txtLapTen(Add(ControlKind::TextBox, "txtLapTen", &fraLane)),
+      txtLapEleven(Add(ControlKind::TextBox, "txtLapEleven", &fraLane)),
+      tmrLaps(Add(ControlKind::Timer, "tmrLaps")),
+      cmdCut(AddCaptioned(ControlKind::Button, "cmdCut", "Cut", &fraLane)),
+      cmdLap(AddCaptioned(ControlKind::Button, "cmdLap", "Lap", &fraLane)),
+      tmrTurns(Add(ControlKind::Timer, "tmrTurns")),
+      lblCut(*this, ControlKind::Label, "lblCut", 0, kLastCutMark, &fraLane),
+      lblLap(*this, ControlKind::Label, "lblLap", 0, kLastLapCell, &fraLane),
+      lblHdr(*this, ControlKind::Label, "lblHdr", 0, kLastLapCell, &fraLane),
+      lblLaneName(Add(ControlKind::Label, "lblLaneName", &fraLane)),
+      lblStatus(Add(ControlKind::Label, "lblStatus", &fraLane)),
+      lblLow(Add(ControlKind::Label, "lblLow", &fraLane)),
+      lblHigh(Add(ControlKind::Label, "lblHigh", &fraLane)),
+      race_(race),
+      owner_(owner),
+      laneNumber_(laneNumber),
+      laneIndex_(laneNumber - 1) {
+  for (Control* mark : lblCut) {
+    mark->SetCaption("No Cut");
+    mark->SetVisible(false);
+  }
+  for (int i = lblHdr.Lower(); i <= lblHdr.Upper(); ++i) {
+    lblHdr[i].SetCaption("Lap " + std::to_string(i + 1));
+    lblLap[i].SetBackColor(kWhite);
+  }
+  lblStatus.SetBackColor(kWindow);
+  lblStatus.SetForeColor(kWindowText);
+  HookEvents();
+}
+
+void frmLane::HookEvents() {
+  cmdLap.onClick = [this] { cmdLap_Click(); };
+  cmdCut.onClick = [this] { cmdCut_Click(); };
+  cmdTurn.onClick = [this] { cmdTurn_Click(); };
+  cmdOrder.onClick = [this] { cmdOrder_Click(); };
+  chkNovice.onClick = [this] { chkNovice_Click(); };
+  lblStatus.onClick = [this] { lblStatus_Click(); };
+  tmrLaps.onTimer = [this] { tmrLaps_Timer(); };
+  tmrTurns.onTimer = [this] { tmrTurns_Timer(); };
+  fraLane.onHover = [this] { fraLane_MouseMove(); };
+  for (int i = lblCut.Lower(); i <= lblCut.Upper(); ++i) {
+    lblCut[i].onHover = [this, i] { lblCut_MouseMove(i); };
+  }
+  for (Control* box : {&txtLapTen, &txtLapEleven}) {
+    box->onGotFocus = [box] { box->SetSelection(0, static_cast<int>(box->Text().size())); };
+  }
+}
+
+void frmLane::Form_Load() {
+  InitializeRace(0);
+  HidePopUp();
+}
+
+void frmLane::InitializeRace(std::int32_t timeBase) {
+  if (timeBase != kDoesNotFly) {
+    TimeBase_ = SubtractLong(timeBase, kCountdown);
+    LastLapTime_ = 0;
+    MissedPylonTimes_.fill(0);
+    ClearControls();
+    ShowHandButtons();
+  }
+  TurnToAnotherRace();
+  doesNotFly_ = timeBase == kDoesNotFly;
+  loaded_ = false;
+  NeedsCutDisplay_ = true;
+  log_.Clear();
+  RecalculateCuts(true);
+  lblStatus.SetCaption("");
+  lblStatus.SetTag("");
+  PylonCuts_.fill(0);
+}
+
+// What belongs to the race that the panel has shown so far: its lights, the place it was offered, a pop-up.
+void frmLane::TurnToAnotherRace() {
+  ++raceSerial_;
+  tmrLaps.SetEnabled(false);
+  tmrTurns.SetEnabled(false);
+  lblStatus.SetBackColor(kWindow);
+  cmdOrder.SetVisible(false);
+  HidePopUp();
+}
+
+void frmLane::ClearControls() {
+  for (Control* box : {&txtLapTen, &txtLapEleven}) {
+    box->SetBackColor(kSilver);
+    box->SetForeColor(kDarkGrey);
+    box->SetText("");
+  }
+  for (Control* mark : lblCut) mark->SetVisible(false);
+  for (Control* cell : lblLap) {
+    cell->SetCaption("");
+    cell->SetVisible(cell == &lblLap[0]);
+    cell->SetBackColor(kWhite);
+  }
+  cmdCut.SetTag("-1");
+}
+
+// The operator's hands are wanted only while no stations report.
+void frmLane::ShowHandButtons() {
+  const bool enabled = Laps_ <= LapTarget_ && owner_.ClockRunning();
+  for (Control* button : {&cmdLap, &cmdCut, &cmdTurn}) {
+    button->SetVisible(!race_.CommActive);
+    if (!race_.CommActive) button->SetEnabled(enabled);
+  }
+}
+
+std::int32_t frmLane::ToRaceTime(std::int32_t time) const {
+  return AddLong(TimeBase_, time);
+}
+
+std::int64_t frmLane::SinceLastLap() const {
+  return std::int64_t{owner_.RaceTime()} + TimeBase_ - LastLapTime_;
+}
+
+// An entry made after the race is over must show in its result at once.
+void frmLane::EntryMade() {
+  if (race_.RaceDone) FinalizeRace();
+}
+
+}  // namespace quorvane
