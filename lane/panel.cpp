@@ -40,8 +40,4 @@ void frmLane::HidePopUp() {
   cmdShow.SetTag("");
 }
 
-void frmLane::SelectWholeText(Control& box) {
-  box.SetSelection(0, static_cast<int>(box.Text().size()));
-}
-
 }  // namespace quorvane
