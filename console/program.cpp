@@ -2,10 +2,10 @@
 
 namespace quorvane {
 
-Program::Program(Platform& platform, SerialControl& serial)
+Program::Program(Platform& platform, SerialControl& serial, FileOps& files)
     : door_(platform),
       clock_(door_, race_),
-      project_(race_),
+      project_(race_, files),
       judge_(door_, race_, clock_, project_),
       link_(door_, race_, judge_.ForLink(), serial) {
   judge_.SetLink(link_);

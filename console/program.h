@@ -16,7 +16,7 @@ namespace quorvane {
 // event to start it. The platform and the serial control must outlive it.
 class Program : private DeviceEvents {
  public:
-  Program(Platform& platform, SerialControl& serial);
+  Program(Platform& platform, SerialControl& serial, FileOps& files = SystemFiles());
   ~Program() override;
 
   Door& door() { return door_; }

@@ -167,9 +167,11 @@ TEST(Project, HandEditedNonsenseStillOpens) {
     rig.Load();
     EXPECT_TRUE(rig.judge().Visible()) << text;
     EXPECT_GE(rig.race().RaceNumber, 1);
-    rig.Click("frmJudge.cmdDecHeat");
-    rig.Click("frmJudge.cmdDecHeat");
+    for (int i = 0; i < 3; ++i) rig.Click("frmJudge.cmdDecHeat");
+    EXPECT_EQ(rig.race().RaceNumber, 1);
+    while (!rig.judge().cmdStart.Enabled()) rig.Click("frmJudge.cmdIncHeat");
     FlyHeat(rig);
+    rig.Click("frmJudge.cmdSave");
   }
 }
 

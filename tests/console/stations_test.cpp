@@ -200,8 +200,10 @@ TEST_F(Stations, SendersLanesAndModesOutOfRangeChangeNothing) {
     }
   }
   EXPECT_EQ(rig.program.door().ErrorsContained(), 0);
-  EXPECT_EQ(rig.race().RaceMode, 6);
+  EXPECT_EQ(rig.race().RaceMode, 2);
   EXPECT_EQ(rig.race().RaceNumber, 1);
+  rig.Starter(67000, true, 255);
+  EXPECT_EQ(rig.race().RaceMode, 6);
 }
 
 TEST(Broadcasts, OnlyAControllerSends) {

@@ -64,7 +64,8 @@ struct Frame {
 // The whole program on a virtual platform, with a project of its own on the disk.
 class ConsoleRig {
  public:
-  explicit ConsoleRig(bool radio = false) : file(folder / "contest.ini"), program(platform, serial) {
+  explicit ConsoleRig(bool radio = false, FileOps& files = SystemFiles())
+      : file(folder / "contest.ini"), program(platform, serial, files) {
     platform.homeFolder = folder.Path();
     platform.programFolder = folder.Path();
     if (radio) {

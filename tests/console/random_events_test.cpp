@@ -1,0 +1,173 @@
+// Anything at all, in any order, at any time: the console neither stops nor loses what a lane has logged.
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <random>
+
+#include "tests/support/console_rig.h"
+#include "tests/support/memory_files.h"
+
+namespace quorvane {
+namespace {
+
+class Monkey {
+ public:
+  explicit Monkey(unsigned seed) : random_(seed), rig_(true, files_) {
+    rig_.Load();
+    for (const Form* form : rig_.program.door().AllForms().All()) {
+      for (const Control& control : form->Controls()) {
+        if (control.Kind() != ControlKind::Timer) controls_.push_back(control.FullName());
+      }
+    }
+  }
+
+  void Step() {
+    Rest();
+    const bool flown = rig_.judge().RaceBeingFlown();
+    const auto before = Laps();
+    const int race = rig_.race().RaceNumber;
+    Act();
+    CheckAgainst(flown, race, before);
+  }
+
+ private:
+  int Below(int n) { return static_cast<int>(random_() % static_cast<unsigned>(n)); }
+  template <typename T, std::size_t N>
+  T Pick(const T (&values)[N]) {
+    return values[static_cast<std::size_t>(Below(N))];
+  }
+
+  void Rest() {
+    const int rests[] = {1, 20, 500, 3000, 11000};
+    rig_.At(rig_.platform.ClockMs() + Below(Pick(rests)) + 1);
+    // Boxes are answered, now and then with nonsense; the one that insists gets its number.
+    rig_.platform.answers.clear();
+    const DialogAnswer::Word words[] = {DialogAnswer::Word::Yes, DialogAnswer::Word::No,
+                                        DialogAnswer::Word::Cancel, DialogAnswer::Word::Ok,
+                                        DialogAnswer::Word::Text};
+    const char* const texts[] = {"", "3", "x", "99999", "-1", " z"};
+    for (int i = 0; i < 3; ++i) rig_.Answer(Pick(words), Pick(texts));
+    for (int i = 0; i < 3; ++i) rig_.Answer(DialogAnswer::Word::Text, "4");
+  }
+
+  void Act() {
+    switch (Below(10)) {
+      case 0:
+        Noise();
+        return;
+      case 1:
+        Click();
+        return;
+      case 2:
+        rig_.Key(Pick({"F1", "F2", "F3", "F4", "F5", "F9", "F12", "7", "0"}));
+        return;
+      case 3:
+        Oddity();
+        return;
+      default:
+        Station();
+        return;
+    }
+  }
+  std::string Pick(std::initializer_list<const char*> keys) {
+    return keys.begin()[Below(static_cast<int>(keys.size()))];
+  }
+
+  void Click() {
+    const std::string name = controls_[static_cast<std::size_t>(Below(static_cast<int>(controls_.size())))];
+    if (name == "frmJudge.mnuExit" || name == "frmJudge.mnuSelectFile") return;
+    rig_.Click(name);
+  }
+
+  void Noise() {
+    Event event{.kind = EventKind::Bytes};
+    for (int n = Below(80); n >= 0; --n)
+      event.bytes.push_back(Below(4) == 0 ? 0x55 : static_cast<std::uint8_t>(random_()));
+    rig_.program.door().Enter(event);
+  }
+
+  void Oddity() {
+    switch (Below(6)) {
+      case 0:
+        rig_.program.door().Enter(
+            {.kind = EventKind::Ports, .numbers = Below(2) == 0 ? std::vector<int>{} : std::vector<int>{5}});
+        return;
+      case 1:
+        rig_.program.door().Enter({.kind = EventKind::LineError, .number = 1000 + Below(14)});
+        return;
+      case 2:
+        rig_.Type(Pick({"frmJudge.txtHeat", "frmJudge.txtRound", "frmJudge.txtComments"}),
+                  Pick({"", "1", "-3", "5", "99999", "a,b\r"}));
+        return;
+      case 3:
+        rig_.program.door().Enter(
+            {.kind = EventKind::Choose, .target = "frmJudge.cboRaceMode", .number = Below(8) - 1});
+        return;
+      case 4:
+        rig_.program.door().Enter({EventKind::Hover, "frmLane2.lblCut(" + std::to_string(Below(41)) + ")"});
+        return;
+      default:
+        rig_.program.door().Enter({EventKind::Activate, "frmSerialPort"});
+        return;
+    }
+  }
+
+  // Frames with a right check byte, half of them like those of a real field, half of them of random bytes.
+  void Station() {
+    Frame frame(Below(5) == 0 ? Below(256) : 3 + Below(2), Below(5) == 0 ? Below(256) : 6, clock_);
+    clock_ = Below(40) == 0 ? Below(70000) : clock_ + Below(600);
+    frame.With(3, Below(30) == 0 ? 0 : 1).With(28, Below(10) == 0 ? Below(256) : 2);
+    for (int lane = 0; lane < 4; ++lane) {
+      frame.Lane(lane, rig_.lane(lane).CountLaps() + Below(3), Below(2) * Below(256));
+      if (Below(6) == 0) frame.With(11 + static_cast<std::size_t>(lane), Below(256));
+    }
+    if (Below(2) == 0) {
+      for (int n = Below(34); n >= 0; --n) frame.With(3 + static_cast<std::size_t>(Below(33)), Below(256));
+    }
+    rig_.Receive(frame);
+  }
+
+  std::array<std::vector<std::int32_t>, 4> Laps() {
+    std::array<std::vector<std::int32_t>, 4> laps;
+    for (int lane = 0; lane < 4; ++lane) {
+      const LaneLog& log = rig_.lane(lane).Events();
+      for (int i = 0; i < log.EventCount(); ++i) {
+        if (log[i].Kind == "L") laps[static_cast<std::size_t>(lane)].push_back(log[i].EventTime);
+      }
+    }
+    return laps;
+  }
+
+  // Laps of a race that is still being flown, under the same number and with no answer in between, are still
+  // there.
+  void CheckAgainst(bool flown, int race, const std::array<std::vector<std::int32_t>, 4>& before) {
+    if (!flown || !rig_.judge().RaceBeingFlown() || rig_.race().RaceNumber != race) return;
+    const auto after = Laps();
+    bool restarted = true;
+    for (const auto& lane : after) restarted = restarted && lane.empty();
+    if (restarted) return;  // reset and started anew within one event
+    for (std::size_t lane = 0; lane < 4; ++lane) {
+      ASSERT_LE(before[lane].size(), after[lane].size());
+      ASSERT_TRUE(std::equal(before[lane].begin(), before[lane].end(), after[lane].begin()));
+    }
+  }
+
+  std::mt19937 random_;
+  MemoryFiles files_;
+  ConsoleRig rig_;
+  std::vector<std::string> controls_;
+  std::int32_t clock_ = 0;
+};
+
+TEST(RandomEvents, NothingStopsTheConsole) {
+  const int steps = std::getenv("QUORVANE_LONG") != nullptr ? 50000 : 5000;
+  for (unsigned seed = 1; seed <= 20; ++seed) {
+    SCOPED_TRACE("seed " + std::to_string(seed));
+    Monkey monkey(seed);
+    for (int i = 0; i < steps && !testing::Test::HasFatalFailure(); ++i) monkey.Step();
+  }
+}
+
+}  // namespace
+}  // namespace quorvane
