@@ -114,7 +114,7 @@ bool HasOuterQuotes(std::string_view value) {
 }
 
 // A value that reading would strip of something gets a pair of quotes for reading to strip instead.
-std::string Quoted(std::string value) {
+std::string Quoted(const std::string& value) {
   const bool outer_blanks = Trimmed(value).size() != value.size();
   return outer_blanks || HasOuterQuotes(value) ? '"' + value + '"' : value;
 }
