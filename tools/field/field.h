@@ -26,7 +26,7 @@ struct FieldOptions {
 
 // All stations of a pylon race on one radio channel: starter, timers, three judges, pylon box and display.
 //
-// Runs on the caller's clock, milliseconds that never fall and start anywhere at or above 0. It does no input
+// Runs on the caller's clock, milliseconds from 0 that never fall. It does no input
 // or output: AdvanceTo hands out what is on the air, Receive takes what the console sends. Until BeginHeats
 // the starter idles and polls are answered. Everything that happens follows from the options, the calls and
 // their times.
@@ -54,33 +54,33 @@ class Field {
 
  private:
   enum class Phase { kIdle, kStarting, kRunning, kStopping };
-  enum class Topic { kLaps, kStart, kTurns, kAckLaps, kAckTurns, kCut, kPollAnswer, kStatus };  // by urgency
+  // What a station wants to say, the most urgent first.
+  enum class Topic { kLaps, kRace, kTurns, kAckLaps, kAckTurns, kCut, kPollAnswer, kStatus };
   enum class Happening {
     kLeadIn,
     kStart,
     kStop,
     kHeatOver,
-    kEnd,  // the heat's course
+    kEnd,
     kLap,
     kTurn,
     kCut,
-    kStarterLearnsCut,  // what the aircraft do
-    kSpeak,             // a station wants the air
-    kStarterTick,
-    kReminder,
-    kStatusTick  // regular traffic
+    kStarterHearsCut,
+    kSpeak,
+    kRaceTick,
+    kReminderTick,
+    kStatusTick
+  };
+  struct Wish {
+    Topic topic = Topic::kStatus;
+    std::uint8_t station = 0;
+    bool operator==(const Wish&) const = default;
   };
   struct Event {
     Happening what;
-    int lane = 0;
-    int index = 0;  // lap, turn or cut of the lane's plan
-    Topic topic = Topic::kStatus;
-    std::uint8_t station = 0;
-  };
-  struct Wish {
-    Topic topic;
-    std::uint8_t station;
-    bool operator==(const Wish&) const = default;
+    std::size_t lane = 0;
+    std::size_t index = 0;  // lap or cut in the lane's plan
+    Wish wish = {};
   };
   struct Lane {
     std::uint8_t laps = 0;
@@ -90,47 +90,53 @@ class Field {
     std::int64_t turn_light_ends = 0;
   };
 
-  void At(std::int64_t us, Event event) { agenda_.emplace(us, event); }
-  void Speak(Topic topic, std::uint8_t station);
+  // Traffic (field.cpp).
+  void At(std::int64_t us, const Event& event) { agenda_.emplace(us, event); }
+  void SpeakAt(std::int64_t us, Wish wish) { At(us, {.what = Happening::kSpeak, .wish = wish}); }
+  void Speak(Wish wish);
+  std::int64_t NextSend() const;
   void RunUntil(std::int64_t us);
   void Happen(const Event& event);
   void Transmit();
-  Report Compose(const Wish& wish, std::int64_t end_us);
-  void AfterTransmission(const Report& report, std::int64_t end_us);
+  Report Compose(Wish wish, std::int64_t end_us);
+  void AddStationState(Report& report, std::uint8_t station, std::int64_t end_us) const;
+  void AddLapLights(Report& report, std::int64_t end_us, bool remind) const;
+  void AfterTransmission(Wish wish, const Report& report, std::int64_t end_us);
+  bool NoteLapsOnAir(std::int64_t end_us);
+  void NoteCutsOnAir(std::int64_t end_us);
 
-  void BeginHeat();
-  void ScheduleFlights(std::int64_t clock_start_us);
-  void Lap(int lane, int index);
-  void Turn(int lane);
-  void Cut(int lane, int index);
+  // The course of a heat (heat.cpp).
+  void PrepareHeat();
+  void ScheduleFlights();
+  std::int64_t RaceEnd() const;
+  void FlyLap(std::size_t lane, std::size_t index);
+  void FlyTurn(std::size_t lane);
+  void FlyCut(std::size_t lane, std::size_t index);
+  void StarterHearsCut(std::size_t lane, std::size_t index);
   void StopRace();
   void EndHeat();
-
-  void FillCuts(Report& report, std::uint8_t Lane::*lights) const;
-  void FillLapLights(Report& report);
-  void NoteLapsOnAir(const Report& report, std::int64_t end_us);
-  void NoteCutsOnAir(const Report& report, std::int64_t end_us);
+  std::int64_t RaceTickInterval() const;
   bool Holding(std::int64_t us) const;
   std::int64_t ClockMicros(std::int64_t us) const;
-  int LaneTime(int lane, std::int64_t us) const;
-  std::int64_t LaneMoment(int lane, int lane_ms) const;
-  std::int64_t StarterInterval() const;
+  int LaneTime(std::size_t lane, std::int64_t us) const;
+  std::int64_t LaneMoment(std::size_t lane, int lane_ms) const;
 
   FieldOptions options_;
   Line line_;
   Listener listener_;
-  std::multimap<std::int64_t, Event> agenda_;
-  std::vector<Wish> wishes_;
-  std::vector<HeatResult> results_;
+  std::multimap<std::int64_t, Event> agenda_;  // by time in microseconds; equal times in order of entry
+  std::vector<Wish> wishes_;                   // who waits for the air; nobody waits twice for the same topic
+  std::vector<HeatResult> finished_;
   std::int64_t now_us_ = 0;
 
   Phase phase_ = Phase::kIdle;
   bool begun_ = false;
   bool done_ = false;
   bool reminder_due_ = false;
-  int heat_ = 0;
+  bool turn_unacknowledged_ = false;
   HeatPlan plan_;
-  HeatResult result_;
+  HeatResult
+      result_;  // of the heat in hand; an expected time is -1 until the first report of it is on the air
   LineCounters counters_before_;
   std::int64_t polls_ = 0;
   std::array<Lane, kLanes> lanes_{};

@@ -34,7 +34,7 @@ struct HeatResult {
   int mode = 2;
   bool count = true;
   std::vector<LaneResult> lanes;  // those that fly
-  LineCounters line;              // from this heat's first idle frame to its last stop frame
+  LineCounters line;              // since the heat before, or since the beginning
   std::int64_t polls = 0;
 };
 

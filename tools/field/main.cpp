@@ -1,0 +1,118 @@
+#include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <fstream>
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "tools/field/options.h"
+#include "tools/field/pseudo_terminal.h"
+
+namespace {
+
+using namespace quorvane::field;
+
+volatile std::sig_atomic_t ended = 0;
+
+extern "C" void End(int) {
+  ended = 1;
+}
+
+void CatchSignals() {
+  struct sigaction action {};
+  action.sa_handler = End;
+  sigaction(SIGINT, &action, nullptr);
+  sigaction(SIGTERM, &action, nullptr);
+  sigaction(SIGHUP, &action, nullptr);
+  std::signal(SIGPIPE, SIG_IGN);
+}
+
+void PrintResults(Field& field) {
+  for (const HeatResult& result : field.TakeResults()) std::cout << ToJson(result) << std::endl;
+}
+
+int Fly(const CommandLine& line) {
+  std::string error;
+  const auto terminal = PseudoTerminal::Open(line.link, error);
+  if (!terminal) {
+    std::cerr << "quorvane-field: " << error << '\n';
+    return 1;
+  }
+  CatchSignals();
+  std::cerr << "quorvane-field: the field is on " << (line.link.empty() ? terminal->path() : line.link)
+            << std::endl;
+  Field field(line.field);
+  const auto start = std::chrono::steady_clock::now();
+  while (!ended && (line.stay || !field.Done())) {
+    const auto passed = std::chrono::steady_clock::now() - start;
+    const std::int64_t now = std::chrono::duration_cast<std::chrono::milliseconds>(passed).count();
+    if (line.delay ? now >= *line.delay : terminal->Connected()) field.BeginHeats(now);
+    field.Receive(terminal->Read(), now);
+    for (const Chunk& chunk : field.AdvanceTo(now)) terminal->Write(chunk.bytes);
+    PrintResults(field);
+    terminal->Wait(field.NextDue() - now);
+  }
+  return 0;
+}
+
+void PrintChunk(const Chunk& chunk) {
+  std::string text = "{\"ms\":" + std::to_string(chunk.DueMs()) + ",\"rx\":\"";
+  for (const std::uint8_t byte : chunk.bytes) {
+    static constexpr char kDigits[] = "0123456789ABCDEF";
+    text += kDigits[byte >> 4];
+    text += kDigits[byte & 15];
+  }
+  std::cout << text << "\"}\n";
+}
+
+int PrintCourse(const CommandLine& line) {
+  Field field(line.field);
+  field.BeginHeats(0);
+  while (!field.Done() && std::cout) {
+    for (const Chunk& chunk : field.AdvanceTo(field.NextDue())) PrintChunk(chunk);
+    PrintResults(field);
+  }
+  return std::cout ? 0 : 1;
+}
+
+int Compare(const CommandLine& line) {
+  std::vector<ToldHeat> heats[2];
+  const std::string* names[2] = {&line.flown, &line.shown};
+  for (int i = 0; i < 2; ++i) {
+    std::ifstream in(*names[i], std::ios::binary);
+    std::string error = "cannot be opened";
+    auto read = in ? ReadHeats(in, error) : std::nullopt;
+    if (!read) {
+      std::cerr << "quorvane-field: " << *names[i] << ": " << error << '\n';
+      return 2;
+    }
+    heats[i] = std::move(*read);
+  }
+  const std::vector<std::string> differences = CompareHeats(heats[0], heats[1], line.compare);
+  for (const std::string& difference : differences) std::cout << difference << '\n';
+  return differences.empty() ? 0 : 1;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  std::string error;
+  const auto line = ParseCommandLine({argv + 1, argv + argc}, error);
+  if (!line) {
+    std::cerr << "quorvane-field: " << error << '\n';
+    return 2;
+  }
+  switch (line->task) {
+    case Task::kHelp:
+      std::cout << kHelpText;
+      return 0;
+    case Task::kCompare:
+      return Compare(*line);
+    case Task::kFast:
+      return PrintCourse(*line);
+    case Task::kFly:
+      return Fly(*line);
+  }
+  return 2;
+}
