@@ -72,6 +72,9 @@ class Platform {
   virtual void PlayWave(const std::string& path) = 0;
   virtual void StopWave() = 0;
 
+  // Puts the text on the clipboard; does nothing where there is none.
+  virtual void CopyText(const std::string& /*text*/) {}
+
   virtual SettingsStore& Settings() = 0;
   virtual std::string ProgramFolder() = 0;
   virtual std::string HomeFolder() = 0;

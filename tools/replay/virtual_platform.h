@@ -61,6 +61,7 @@ class VirtualPlatform : public Platform {
   void BringForward(Form&) override {}
   void PlayWave(const std::string& path) override { playing = path; }
   void StopWave() override { playing.clear(); }
+  void CopyText(const std::string& text) override { copied = text; }
   SettingsStore& Settings() override { return settings; }
   std::string ProgramFolder() override { return programFolder; }
   std::string HomeFolder() override { return homeFolder; }
@@ -75,6 +76,7 @@ class VirtualPlatform : public Platform {
   std::string programFolder;
   std::string homeFolder;
   std::string playing;  // the wave file that sounds now
+  std::string copied;   // the clipboard
   int repaints = 0;
   bool ended = false;
 
