@@ -10,6 +10,7 @@ constexpr const char* kName = "frmSerialPort";  // also its section in the setti
 constexpr int kLastOption = 31;
 constexpr int kLastStation = 7;
 constexpr std::int32_t kIndicatorsMs = 100;
+constexpr std::int32_t kSilenceMs = 500;
 
 }  // namespace
 
@@ -23,6 +24,7 @@ frmSerialPort::frmSerialPort(Door& door, RaceState& race, LinkOwner& owner, Seri
       cmdHide(AddCaptioned(ControlKind::Button, "cmdHide", "Hide")),
       tmrAging(Add(ControlKind::Timer, "tmrAging")),
       tmrIndicators(Add(ControlKind::Timer, "tmrIndicators")),
+      tmrSilence(Add(ControlKind::Timer, "tmrSilence")),
       fraStations(AddCaptioned(ControlKind::Frame, "fraStations", "Stations")),
       lblStationHeader(
           AddCaptioned(ControlKind::Label, "lblStationHeader", "Stn ----  Age Volt Tmp", &fraStations)),
@@ -30,10 +32,15 @@ frmSerialPort::frmSerialPort(Door& door, RaceState& race, LinkOwner& owner, Seri
       lblAge(*this, ControlKind::Label, "lblAge", 0, kLastStation, &fraStations),
       lblVolt(*this, ControlKind::Label, "lblVolt", 0, kLastStation, &fraStations),
       lblTemp(*this, ControlKind::Label, "lblTemp", 0, kLastStation, &fraStations),
+      lblSilent(*this, ControlKind::Label, "lblSilent", 0, kLastStation, &fraStations),
       cmdStation(Add(ControlKind::Button, "cmdStation", &fraStations)),
       fraMore(AddCaptioned(ControlKind::Frame, "fraMore", "Msg")),
       lblMsg(Add(ControlKind::Label, "lblMsg", &fraMore)),
       cmdFreeze(AddCaptioned(ControlKind::Button, "cmdFreeze", "Thaw", &fraMore)),
+      cmdCopyMsg(AddCaptioned(ControlKind::Button, "cmdCopyMsg", "Copy", &fraMore)),
+      fraCounters(AddCaptioned(ControlKind::Frame, "fraCounters", "Since start", &fraMore)),
+      lblCounters(Add(ControlKind::Label, "lblCounters", &fraCounters)),
+      cmdCopyCounters(AddCaptioned(ControlKind::Button, "cmdCopyCounters", "Copy", &fraCounters)),
       door_(door),
       race_(race),
       owner_(owner),
@@ -43,6 +50,12 @@ frmSerialPort::frmSerialPort(Door& door, RaceState& race, LinkOwner& owner, Seri
   cmdStation.SetVisible(false);
   cmdFreeze.SetVisible(false);
   fraMore.SetVisible(false);
+  for (Control* label : lblSilent) {
+    label->SetCaption("Silent");
+    label->SetForeColor(kRed);
+    label->SetVisible(false);
+  }
+  tmrSilence.SetInterval(kSilenceMs);
   HookEvents();
 }
 
@@ -55,6 +68,9 @@ void frmSerialPort::HookEvents() {
   cmdHide.onClick = [this] { cmdHide_Click(); };
   lblMsg.onClick = [this] { lblMsg_Click(); };
   cmdFreeze.onClick = [this] { cmdFreeze_Click(); };
+  cmdCopyMsg.onClick = [this] { cmdCopyMsg_Click(); };
+  cmdCopyCounters.onClick = [this] { cmdCopyCounters_Click(); };
+  tmrSilence.onTimer = [this] { tmrSilence_Timer(); };
   tmrAging.onTimer = [this] { tmrAging_Timer(); };
   tmrIndicators.onTimer = [this] { tmrIndicators_Timer(); };
 }

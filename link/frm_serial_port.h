@@ -9,6 +9,7 @@
 #include "common/form.h"
 #include "common/race_state.h"
 #include "link/frame_receiver.h"
+#include "link/link_counters.h"
 #include "link/link_owner.h"
 #include "link/serial_control.h"
 #include "link/station_message.h"
@@ -80,6 +81,13 @@ class frmSerialPort : public Form, private FrameSink {
   void cmdMore_Click();
   void cmdHide_Click();
 
+  // Counters since the start, copies as text, and stations that fall silent while a race is flown.
+  const LinkCounters& Counters() const { return counters_; }
+  std::string CountersText() const;
+  void cmdCopyMsg_Click();
+  void cmdCopyCounters_Click();
+  void tmrSilence_Timer();
+
   // Ports found at the last activation, in rising order behind "None"; the others are hidden. The tag is the
   // number.
   ControlArray optPort;
@@ -90,6 +98,7 @@ class frmSerialPort : public Form, private FrameSink {
   Control& cmdHide;
   Control& tmrAging;
   Control& tmrIndicators;
+  Control& tmrSilence;  // runs while a race is flown
 
   Control& fraStations;
   Control& lblStationHeader;
@@ -97,11 +106,16 @@ class frmSerialPort : public Form, private FrameSink {
   ControlArray lblAge;  // its tag: when the station was last heard, empty when never
   ControlArray lblVolt;
   ControlArray lblTemp;
-  Control& cmdStation;  // lies over the name of the station that alone is polled
+  ControlArray lblSilent;  // shown beside a station that has fallen silent
+  Control& cmdStation;     // lies over the name of the station that alone is polled
 
   Control& fraMore;
   Control& lblMsg;
   Control& cmdFreeze;
+  Control& cmdCopyMsg;
+  Control& fraCounters;
+  Control& lblCounters;
+  Control& cmdCopyCounters;
 
  private:
   // FrameSink
@@ -128,6 +142,9 @@ class frmSerialPort : public Form, private FrameSink {
   void AgeStation(int address);
   void PollNextStation();
   void ShowStationHealth(const StationMessage& frame);
+  void NoteSignOfLife(int from);
+  void WatchForSilence();
+  void MarkSilentStations();
   bool ConfirmControl();
   void RestoreControllerBox();
   std::string Setting(const std::string& key, const std::string& fallback);
@@ -138,6 +155,7 @@ class frmSerialPort : public Form, private FrameSink {
   LinkOwner& owner_;
   SerialControl& MSComm1_;
   FrameReceiver receiver_;
+  LinkCounters counters_;
 
   StationMessage CurrentMessage_;
   StationMessage TxMessage_;  // keeps its contents between sends
@@ -153,6 +171,7 @@ class frmSerialPort : public Form, private FrameSink {
   std::int16_t LastToAddress_ = 0;
   std::int16_t LastShownFrom_ = 0;
   bool Frozen_ = false;
+  std::int64_t raceSeen_ = 0;  // when the race that is flown was first seen
 };
 
 }  // namespace quorvane

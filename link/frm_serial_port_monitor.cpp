@@ -21,6 +21,7 @@ void frmSerialPort::ShowMessageDetail(const StationMessage& frame) {
   if (frame.To == LastShownFrom_ && frame.From == kAcknowledgement) {
     if (fraMore.Caption().size() < kLongestCaption) fraMore.SetCaption(fraMore.Caption() + " Ack");
     MarkStationHeard(LastToAddress_);
+    counters_.Heard(LastToAddress_, door_.Now());
     return;
   }
   if (cmdStation.Visible()) {
@@ -44,7 +45,8 @@ void frmSerialPort::cmdFreeze_Click() {
   cmdFreeze.SetVisible(false);
 }
 
-// Saves the caption that was clicked, so that the click replayed at the next start leaves the panel as it was.
+// Saves the caption that was clicked, so that the click replayed at the next start leaves the panel as it
+// was.
 void frmSerialPort::cmdMore_Click() {
   SaveSetting(kMoreKey, cmdMore.Caption());
   const bool show = cmdMore.Caption() == ">";

@@ -30,7 +30,11 @@ void frmSerialPort::MSComm1_OnComm() {
   if (MSComm1_.CommEvent() >= kFirstLineError) DisplayCommError();
   if (receiving_) return;
   const BusyFlag busy(receiving_);
-  while (MSComm1_.InBufferCount() >= 1) receiver_.Receive(MSComm1_.Input(), *this);
+  while (MSComm1_.InBufferCount() >= 1) {
+    const std::vector<std::uint8_t> bytes = MSComm1_.Input();
+    counters_.Received(static_cast<std::int64_t>(bytes.size()));
+    receiver_.Receive(bytes, *this);
+  }
 }
 
 std::int32_t frmSerialPort::ReadMessage() {
@@ -38,7 +42,9 @@ std::int32_t frmSerialPort::ReadMessage() {
 }
 
 void frmSerialPort::GoodFrame(const StationMessage& frame) {
+  counters_.Good(frame.From, door_.Now());
   door_.Contain([this, &frame] { HandleFrame(frame); });
+  NoteSignOfLife(frame.From);
 }
 
 // The frame is handled from this copy throughout: CurrentMessage changes as soon as the race answers with a
@@ -54,6 +60,7 @@ void frmSerialPort::HandleFrame(const StationMessage& frame) {
 }
 
 void frmSerialPort::DamagedFrame(const StationMessage& frame, std::uint8_t computedEcc) {
+  counters_.Damaged();
   CurrentMessage_ = frame;
   if (frame.From == kAcknowledgement) CurrentMessage_.From = ToByte(LastToAddress_);
   ShowLinkMessage(StationName(CurrentMessage_.From) + " -> " + StationName(frame.To) + ", Ecc Error " +

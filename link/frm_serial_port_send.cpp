@@ -38,6 +38,7 @@ void frmSerialPort::SendMessage(std::int16_t to, std::int16_t from) {
 void frmSerialPort::Transmit(const FrameBytes& frame) {
   const std::vector<std::uint8_t> bytes(frame.begin(), frame.end());
   MSComm1_.Output(bytes);
+  counters_.Sent();
   door_.NoteSent(bytes);
 }
 

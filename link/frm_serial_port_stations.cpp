@@ -70,6 +70,8 @@ void frmSerialPort::tmrAging_Timer() {
   ReopenLostPort();
   for (int i = 0; i < kStations; ++i) AgeStation(i);
   if (!race_.RaceActive) PollNextStation();
+  WatchForSilence();
+  lblCounters.SetCaption(CountersText());
 }
 
 void frmSerialPort::AgeStation(int address) {

@@ -23,6 +23,7 @@ class FakeRace : public Form, public LinkOwner {
         lblComm(Add(ControlKind::Label, "lblComm")),
         lblReadComm(Add(ControlKind::Label, "lblReadComm")),
         lblWriteComm(Add(ControlKind::Label, "lblWriteComm")),
+        lblSilent(Add(ControlKind::Label, "lblSilent")),
         chkSixtySecondCount(Add(ControlKind::CheckBox, "chkSixtySecondCount")) {
     chkSixtySecondCount.SetEnabled(false);
   }
@@ -47,10 +48,12 @@ class FakeRace : public Form, public LinkOwner {
   Control& ReadLamp() override { return lblReadComm; }
   Control& WriteLamp() override { return lblWriteComm; }
   Control& SixtySecondCountBox() override { return chkSixtySecondCount; }
+  Control* SilenceLabel() override { return &lblSilent; }
 
   Control& lblComm;
   Control& lblReadComm;
   Control& lblWriteComm;
+  Control& lblSilent;
   Control& chkSixtySecondCount;
   std::vector<StationMessage> frames;
   std::function<void(const StationMessage&)> onFrame;

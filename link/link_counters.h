@@ -1,0 +1,60 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+namespace quorvane {
+
+// Counts what goes over the radio since the program started, for a person who has to find out why it fails.
+// Times are ms of the console clock.
+class LinkCounters {
+ public:
+  static constexpr int kStations = 8;
+  static constexpr std::int64_t kSilentAfterMs = 5000;
+
+  void Received(std::int64_t bytes) { bytesReceived_ += bytes; }
+  void Good(int from, std::int64_t now);
+  void Damaged() { ++damaged_; }
+  void Sent() { ++sent_; }
+  // The station was heard without a frame that names it: an acknowledgement.
+  void Heard(int address, std::int64_t now);
+
+  std::int64_t GoodFrames() const { return good_; }
+  std::int64_t DamagedFrames() const { return damaged_; }
+  std::int64_t FramesSent() const { return sent_; }
+  // Bytes received that were not part of a good frame and are not waiting in the receive buffer, which holds
+  // `buffered`.
+  std::int64_t BytesSkipped(int buffered) const;
+  std::int64_t FramesFrom(int address) const;
+  // The longest time between two signs of life, or since the last one; 0 when the station was never heard.
+  std::int64_t LongestSilence(int address, std::int64_t now) const;
+  // A station that has been heard, but not for more than five seconds, nor since `since`.
+  bool IsSilent(int address, std::int64_t now, std::int64_t since) const;
+
+  // Everything as text; lines end with a carriage return, the last one does not.
+  std::string Text(int buffered, std::int64_t now) const;
+
+ private:
+  static constexpr std::int64_t kRateSeconds = 10;
+
+  struct Station {
+    std::int64_t frames = 0;
+    std::int64_t lastHeard = -1;  // -1: never
+    std::int64_t longestSilence = 0;
+  };
+  struct Second {
+    std::int64_t number = -1;
+    std::int64_t frames = 0;
+  };
+  std::string RateText(std::int64_t now) const;
+
+  std::int64_t bytesReceived_ = 0;
+  std::int64_t good_ = 0;
+  std::int64_t damaged_ = 0;
+  std::int64_t sent_ = 0;
+  std::array<Station, kStations> stations_;
+  std::array<Second, kRateSeconds + 1> seconds_;  // the running second and those before it
+};
+
+}  // namespace quorvane
