@@ -10,8 +10,8 @@
 #include <span>
 
 #include "link/frame_receiver.h"
-#include "tests/link/naive_receiver.h"
-#include "tests/link/recording_sink.h"
+#include "tests/support/naive_receiver.h"
+#include "tests/support/recording_sink.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace quorvane;

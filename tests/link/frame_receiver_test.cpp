@@ -6,7 +6,7 @@
 #include <random>
 
 #include "tests/link/frames.h"
-#include "tests/link/recording_sink.h"
+#include "tests/support/recording_sink.h"
 
 namespace quorvane {
 namespace {

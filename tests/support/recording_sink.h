@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "link/frame_receiver.h"
-#include "tests/link/naive_receiver.h"
+#include "tests/support/naive_receiver.h"
 
 namespace quorvane {
 
