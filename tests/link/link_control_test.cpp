@@ -121,6 +121,24 @@ TEST_F(LinkControlTest, NothingIsSentWhileTheLinkIsOffOrOnlyListens) {
   EXPECT_EQ(serial.sent.size(), 1U);
 }
 
+class SentJournal : public Journal {
+ public:
+  void Entered(std::int64_t, const Event&) override {}
+  void Answered(std::int64_t, const DialogBox&, const DialogAnswer&) override {}
+  void Sent(std::int64_t, const std::vector<std::uint8_t>& frame) override { sent.push_back(frame); }
+
+  std::vector<std::vector<std::uint8_t>> sent;
+};
+
+TEST_F(LinkControlTest, TheJournalHearsOfEveryFrameSent) {
+  SentJournal journal;
+  door.SetJournal(&journal);
+  RunUntil(6001);
+  EXPECT_EQ(serial.sent.size(), 3U);
+  EXPECT_EQ(journal.sent, serial.sent);
+  door.SetJournal(nullptr);
+}
+
 TEST_F(LinkControlTest, AFrameWithoutControlCarriesOnlyItsAddresses) {
   RunUntil(77);
   door.Enter({});
