@@ -21,7 +21,7 @@ struct FieldOptions {
   bool count = true;       // 60-second count; without it the starter's clock begins at 60000
   bool hold = false;       // hold the count at 56000 for three seconds
   bool quick = false;      // short laps
-  LineOptions line;
+  LineOptions line = {};
 };
 
 // All stations of a pylon race on one radio channel: starter, timers, three judges, pylon box and display.
