@@ -1,46 +1,21 @@
 // A lane in the project file.
 
 #include <algorithm>
-#include <cmath>
-#include <optional>
 
-#include "common/checked.h"
 #include "common/text.h"
 #include "common/time_text.h"
 #include "lane/frm_lane.h"
+#include "lane/lane_text.h"
 
 namespace quorvane {
 namespace {
 
 constexpr const char* kNoCaptions = ",,,,,,,,,,,,,";
-constexpr std::size_t kEventFields = 6;
 
 std::string Captions(const ControlArray& labels, int number) {
   std::vector<std::string> captions;
   for (int i = 0; i < number; ++i) captions.push_back(labels[i].Caption());
   return Join(captions, ',');
-}
-
-std::string EventText(const LaneEvent& event) {
-  return Join({std::to_string(event.Count), std::to_string(event.Source), event.Kind, event.SourceName,
-               std::to_string(event.EventTime), std::to_string(event.FirstReported)},
-              ',');
-}
-
-// None for an entry with another number of fields or a number that its field cannot hold.
-std::optional<LaneEvent> ReadEvent(const std::string& text) {
-  const std::vector<std::string> fields = Split(text, ',');
-  if (fields.size() != kEventFields) return std::nullopt;
-  try {
-    return LaneEvent{RoundTo<std::uint8_t>(LeadingNumber(fields[0])),
-                     RoundTo<std::uint8_t>(LeadingNumber(fields[1])),
-                     fields[2],
-                     fields[3],
-                     LeadingLong(fields[4]),
-                     LeadingLong(fields[5])};
-  } catch (const OverflowError&) {
-    return std::nullopt;
-  }
 }
 
 bool HasContent(const Control& label) {
@@ -101,13 +76,9 @@ void frmLane::LoadCaptions(const std::string& laneSection, const char* key, cons
 }
 
 void frmLane::LoadLog(const std::string& laneSection) {
-  const double number = LeadingNumber(owner_.GetProjectValue(laneSection, "NumEvents", "0"));
-  log_.Clear();
-  log_.SetEventCount(static_cast<int>(std::clamp(std::nearbyint(number), 0.0, double{LaneLog::kSlots})));
-  for (int i = 0; i < log_.EventCount(); ++i) {
-    auto event = ReadEvent(owner_.GetProjectValue(laneSection, "Event" + std::to_string(i), ",,,,"));
-    if (event) log_.Restore(i, *std::move(event));
-  }
+  log_ = ReadLog([&](const std::string& key, const std::string& fallback) {
+    return owner_.GetProjectValue(laneSection, key, fallback);
+  });
 }
 
 void frmLane::LoadStatus(const std::string& section) {
