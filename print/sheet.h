@@ -1,0 +1,51 @@
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+#include "print/surface.h"
+
+namespace quorvane {
+
+// A page measured in hundredths of its width from its upper left corner, whatever the printer's unit and
+// origin. A page too low for the report is used only in the middle of its width, at a smaller unit. Also
+// carries the few line weights and the rule that too much text shrinks and is then cut.
+class Sheet {
+ public:
+  static constexpr double kWidth = 100;
+  static constexpr double kMargin = 5;
+  static constexpr double kLeft = kMargin;
+  static constexpr double kRight = kWidth - kMargin;
+  static constexpr double kSmallestText = 1.0;
+
+  // The page must have a size.
+  explicit Sheet(Surface& surface);
+
+  // The lower edge of the page, at least 127.
+  double Height() const { return height_; }
+
+  void Text(const Box& box, std::string_view text, Font font, Align align = Align::Left);
+  void Wrapped(const Box& box, std::string_view text, Font font);
+  void Caption(const Box& box, std::string_view text, Align align = Align::Left);
+  void HorizontalRule(double left, double right, double y, double thickness = kThin);
+  void VerticalRule(double x, double top, double bottom, double thickness = kThin);
+  void Rectangle(const Box& box, std::optional<Color> fill, double outline);
+
+  static constexpr double kHair = 0.04;
+  static constexpr double kThin = 0.1;
+  static constexpr double kThick = 0.25;
+
+ private:
+  double X(double x) const { return left_ + x * unit_; }
+  double Y(double y) const { return top_ + y * unit_; }
+  Box At(const Box& box) const;
+  Font At(Font font) const { return {font.size * unit_, font.bold}; }
+
+  Surface& surface_;
+  double unit_ = 1;
+  double left_ = 0;
+  double top_ = 0;
+  double height_ = 0;
+};
+
+}  // namespace quorvane

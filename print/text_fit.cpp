@@ -1,0 +1,173 @@
+#include "print/text_fit.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace quorvane {
+namespace {
+
+constexpr std::string_view kEllipsis = "\xE2\x80\xA6";
+// No line of the page holds more, and measuring a text of megabytes takes its time.
+constexpr std::size_t kLongestLine = 1000;
+constexpr double kShrinkStep = 0.95;
+constexpr double kMostLines = 1000;
+
+bool IsContinuation(char c) {
+  return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U;
+}
+
+// The greatest length up to `length` that does not split a character.
+std::size_t WholeCharacters(std::string_view text, std::size_t length) {
+  length = std::min(length, text.size());
+  while (length > 0 && length < text.size() && IsContinuation(text[length])) --length;
+  return length;
+}
+
+std::size_t NextCharacter(std::string_view text, std::size_t at) {
+  ++at;
+  while (at < text.size() && IsContinuation(text[at])) ++at;
+  return std::min(at, text.size());
+}
+
+std::string OnOneLine(std::string_view text) {
+  std::string line(text.substr(0, WholeCharacters(text, kLongestLine)));
+  for (char& c : line) {
+    if (static_cast<unsigned char>(c) < ' ') c = ' ';
+  }
+  const std::size_t first = line.find_first_not_of(' ');
+  if (first == std::string::npos) return {};
+  return line.substr(first, line.find_last_not_of(' ') - first + 1);
+}
+
+bool Fits(const Surface& surface, std::string_view text, Font font, double width) {
+  return surface.TextWidth(text, font) <= width;
+}
+
+// The beginning of the text, with an ellipsis, that fits; empty when not even the ellipsis does.
+std::string CutToFit(const Surface& surface, std::string_view text, Font font, double width) {
+  std::string cut(text.substr(0, WholeCharacters(text, kLongestLine)));
+  while (!Fits(surface, cut + std::string(kEllipsis), font, width)) {
+    if (cut.empty()) return {};
+    cut.resize(WholeCharacters(cut, cut.size() - 1));
+  }
+  return cut + std::string(kEllipsis);
+}
+
+// The number of bytes of the word that fit, at least one character.
+std::size_t BreakWord(const Surface& surface, std::string_view word, Font font, double width) {
+  std::size_t fitting = NextCharacter(word, 0);
+  for (std::size_t end = fitting; end < word.size();) {
+    end = NextCharacter(word, end);
+    if (!Fits(surface, word.substr(0, end), font, width)) break;
+    fitting = end;
+  }
+  return fitting;
+}
+
+std::size_t LinesIn(double height, double lineHeight) {
+  if (height <= 0 || lineHeight <= 0) return 0;
+  return static_cast<std::size_t>(std::min(kMostLines, std::floor(height / lineHeight)));
+}
+
+class LineWrapper {
+ public:
+  LineWrapper(const Surface& surface, Font font, double width, std::size_t limit)
+      : surface_(surface), font_(font), width_(width), limit_(limit) {}
+
+  bool Full() const { return lines_.size() >= limit_; }
+
+  void AddParagraph(std::string_view text) {
+    line_.clear();
+    while (!text.empty() && !Full()) {
+      const std::size_t end = std::min(text.find_first_of(" \t"), text.size());
+      if (end > 0) AddWord(text.substr(0, end));
+      text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    EndLine();
+  }
+
+  std::vector<std::string> Take() {
+    while (!lines_.empty() && lines_.back().empty()) lines_.pop_back();
+    return std::move(lines_);
+  }
+
+ private:
+  void AddWord(std::string_view word) {
+    if (!line_.empty()) {
+      const std::string longer = line_ + " " + std::string(word.substr(0, kLongestLine));
+      if (Fits(surface_, longer, font_, width_)) {
+        line_ = longer;
+        return;
+      }
+      EndLine();
+    }
+    while (!Full()) {
+      const std::size_t part = BreakWord(surface_, word, font_, width_);
+      line_ = word.substr(0, part);
+      word.remove_prefix(part);
+      if (word.empty()) return;
+      EndLine();
+    }
+  }
+
+  void EndLine() {
+    if (!Full()) lines_.push_back(line_);
+    line_.clear();
+  }
+
+  const Surface& surface_;
+  const Font font_;
+  const double width_;
+  const std::size_t limit_;
+  std::string line_;
+  std::vector<std::string> lines_;
+};
+
+}  // namespace
+
+std::vector<std::string> WrapText(const Surface& surface, std::string_view text, Font font, double width,
+                                  std::size_t limit) {
+  LineWrapper wrapper(surface, font, width, limit);
+  while (!text.empty() && !wrapper.Full()) {
+    const std::size_t end = std::min(text.find_first_of("\r\n"), text.size());
+    wrapper.AddParagraph(text.substr(0, end));
+    text.remove_prefix(end +
+                       (text.substr(end, 2) == "\r\n" ? 2 : std::min<std::size_t>(1, text.size() - end)));
+  }
+  return wrapper.Take();
+}
+
+void DrawFitted(Surface& surface, const Box& box, std::string_view text, Font font, double smallest,
+                Align align) {
+  std::string line = OnOneLine(text);
+  if (line.empty()) return;
+  while (font.size > smallest &&
+         (surface.LineHeight(font) > box.height || !Fits(surface, line, font, box.width))) {
+    font.size = std::max(smallest, font.size * kShrinkStep);
+  }
+  if (!Fits(surface, line, font, box.width)) line = CutToFit(surface, line, font, box.width);
+  if (!line.empty()) surface.Text(box, line, font, align);
+}
+
+void DrawWrapped(Surface& surface, const Box& box, std::string_view text, Font font, double smallest) {
+  std::vector<std::string> lines;
+  std::size_t room = 0;
+  for (;; font.size = std::max(smallest, font.size * kShrinkStep)) {
+    room = LinesIn(box.height, surface.LineHeight(font));
+    lines = WrapText(surface, text, font, box.width, room + 1);
+    if (lines.size() <= room || font.size <= smallest) break;
+  }
+  if (lines.size() > room) {
+    lines.resize(room);
+    if (!lines.empty()) lines.back() = CutToFit(surface, lines.back(), font, box.width);
+  }
+  const double height = surface.LineHeight(font);
+  double top = box.top;
+  for (const std::string& line : lines) {
+    if (!line.empty()) surface.Text({box.left, top, box.width, height}, line, font, Align::Left);
+    top += height;
+  }
+}
+
+}  // namespace quorvane
