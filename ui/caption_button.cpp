@@ -36,6 +36,7 @@ void CaptionButton::paintEvent(QPaintEvent*) {
   initStyleOption(&option);
   option.text.clear();
   painter.drawControl(QStyle::CE_PushButton, option);
+  DrawEdges(painter, rect(), 1, isEnabled() ? QColor(0x30, 0x30, 0x30) : QColor(0xB0, 0xB0, 0xB0));
 
   const QColor face = palette().color(QPalette::Button);
   painter.setPen(isEnabled() ? ReadableOn(face, palette().color(QPalette::ButtonText))

@@ -43,14 +43,7 @@ void CaptionLabel::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   if (testAttribute(Qt::WA_OpaquePaintEvent)) painter.fillRect(rect(), back_);
   const int line = LineWidth();
-  painter.setPen(Qt::NoPen);
-  painter.setBrush(isEnabled() ? QColor(0x30, 0x30, 0x30) : QColor(0x90, 0x90, 0x90));
-  if (line > 0) {
-    painter.drawRect(0, 0, width(), line);
-    painter.drawRect(0, height() - line, width(), line);
-    painter.drawRect(0, 0, line, height());
-    painter.drawRect(width() - line, 0, line, height());
-  }
+  DrawEdges(painter, rect(), line, isEnabled() ? QColor(0x30, 0x30, 0x30) : QColor(0x90, 0x90, 0x90));
   const int gap = line + (Has(look_, Look::Left) ? 2 : 1);
   PaintText(painter, rect().adjusted(gap, line, -gap, -line));
 }

@@ -73,7 +73,8 @@ class LabelView : public ViewOn<CaptionLabel> {
  protected:
   void Show(Property property) override {
     if (property == Property::Caption) {
-      if (widget_->text() != Caption()) widget_->setText(Caption());
+      const QString text = Caption().isEmpty() ? QString::fromStdString(Design().word) : Caption();
+      if (widget_->text() != text) widget_->setText(text);
       SpeakCaption();
     } else {
       widget_->SetColors(Back(), Fore(), Painted());
@@ -159,6 +160,7 @@ class TextView : public ViewOn<QPlainTextEdit> {
   TextView(Control& control, const Place& place, Door& door, QWidget* parent)
       : ViewOn(control, place, door, new QPlainTextEdit(parent)) {
     widget_->setTabChangesFocus(true);
+    widget_->setFrameStyle(QFrame::Box | QFrame::Plain);
     widget_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     QObject::connect(widget_, &QPlainTextEdit::textChanged, [this] {
       if (widget_->toPlainText() != ToQString(Of().Text())) {

@@ -50,7 +50,7 @@ void ControlView::Act(EventKind kind, std::string text, int number) {
 }
 
 void ControlView::SetFontPixels(double pixels, double /*leastPixels*/) {
-  Widget()->setFont(FontOfPixels(pixels, Has(place_.look, Look::Bold)));
+  Widget()->setFont(FontOfPixels(pixels, Has(place_.look, Look::Bold), Has(place_.look, Look::Fixed)));
 }
 
 void ControlView::Speak(const QString& caption) {

@@ -55,6 +55,7 @@ struct Place {
   std::string key = {};     // the console key that does the same, shown on a button
   char mnemonic = 0;        // the letter of the caption that works with Alt
   Anchoring anchoring = Anchoring::None;
+  std::string word = {};  // what a label says while its caption is empty
 };
 
 // A word on the form that is no control.

@@ -32,6 +32,7 @@ class FormView : public QWidget {
   // Puts another form where the named control of this one stands.
   void Embed(FormView& panel, const std::string& name);
   void SetDesignWidth(int width);
+  int DesignWidth() const { return scaler_.DesignWidth(); }
 
   // The focus goes to a place where a key does no harm.
   void FocusHome();

@@ -31,13 +31,15 @@ void FormWindow::Follow() {
   if (!Of().Visible()) return hide();
   if (!placed_) ShowFirst();
   show();
+  raise();
+  activateWindow();
 }
 
 // In its designed size where the screen allows it.
 void FormWindow::ShowFirst() {
   placed_ = true;
   const int menuHeight = menu_ == nullptr ? 0 : menu_->sizeHint().height();
-  const QSize designed(view_->Design().width, view_->Design().height + menuHeight);
+  const QSize designed(view_->DesignWidth(), view_->Design().height + menuHeight);
   const QSize room = screen() == nullptr ? designed : screen()->availableSize();
   resize(designed.boundedTo(room).expandedTo(minimumSize()));
 }
@@ -53,6 +55,16 @@ void FormWindow::SetDesignWidth(int width) {
   const double scale = static_cast<double>(view_->height()) / std::max(1, view_->Design().height);
   view_->SetDesignWidth(width);
   if (placed_) resize(static_cast<int>(width * scale), height());
+}
+
+// The menu bar grows with the window, but stays legible in a small one.
+void FormWindow::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  if (menu_ == nullptr) return;
+  const FormDesign& design = view_->Design();
+  const int pixels =
+      std::clamp(16 * std::min(width() * 100 / design.width, height() * 100 / design.height) / 100, 15, 28);
+  if (menu_->font().pixelSize() != pixels) menu_->setFont(FontOfPixels(pixels, false));
 }
 
 void FormWindow::closeEvent(QCloseEvent* event) {

@@ -24,8 +24,24 @@ void AddName(FormDesign& design) {
       design.places.end(),
       {{"fraLane", {0, 0, kWidth, kHeight}, 12, Look::Bare | Look::Heavy | Look::White, "panel"},
        {"lblLaneName", {8, 6, 134, 30}, 15, Look::Bold | Look::Left | Look::White, "name"},
-       {"lblLow", {10, 42, 60, 30}, 12, Look::Border | Look::Lamp, "low marking"},
-       {"lblHigh", {76, 42, 60, 30}, 12, Look::Border | Look::Lamp, "high marking"}});
+       {"lblLow",
+        {10, 42, 60, 30},
+        12,
+        Look::Border | Look::Lamp,
+        "low marking",
+        {},
+        0,
+        Anchoring::None,
+        "Low"},
+       {"lblHigh",
+        {76, 42, 60, 30},
+        12,
+        Look::Border | Look::Lamp,
+        "high marking",
+        {},
+        0,
+        Anchoring::None,
+        "High"}});
 }
 
 // The hands' buttons first: they are what the Tab key is for on a lane.

@@ -25,21 +25,22 @@ void AddPorts(FormDesign& design) {
 
 void AddStations(FormDesign& design, int top) {
   design.places.push_back({"fraStations", {10, top, 450, 252}, 12, Look::Bare | Look::White, "Stations"});
+  // The heading's letters are of one width, so that its words stand over the columns.
   design.places.push_back(
-      {"lblStationHeader", {16, top + 4, 436, 24}, 12, Look::Left | Look::Fixed | Look::White, "Columns"});
+      {"lblStationHeader", {16, top + 2, 436, 28}, 20, Look::Left | Look::Fixed | Look::White, "Columns"});
   for (int i = 0; i < kStations; ++i) {
-    const int y = top + 30 + 27 * i;
+    const int y = top + 31 + 27 * i;
     const std::string number = std::to_string(i);
     const Look look = Look::White;
-    design.places.push_back({Indexed("lblStation", i), {18, y, 130, 26}, 12, look | Look::Left | Look::Bold});
-    design.places.push_back({Indexed("lblAge", i), {152, y, 110, 26}, 12, look, "Age of station " + number});
+    design.places.push_back({Indexed("lblStation", i), {18, y, 136, 26}, 13, look | Look::Left | Look::Bold});
+    design.places.push_back({Indexed("lblAge", i), {160, y, 86, 26}, 13, look, "Age of station " + number});
     design.places.push_back(
-        {Indexed("lblVolt", i), {266, y, 90, 26}, 12, look, "Volts of station " + number});
+        {Indexed("lblVolt", i), {248, y, 66, 26}, 13, look, "Volts of station " + number});
     design.places.push_back(
-        {Indexed("lblTemp", i), {360, y, 90, 26}, 12, look, "Temperature of station " + number});
+        {Indexed("lblTemp", i), {316, y, 76, 26}, 13, look, "Temperature of station " + number});
   }
   design.places.push_back(
-      {"cmdStation", {18, top + 30, 130, 26}, 12, Look::Bold | Look::Blue, {}, {}, 0, Anchoring::Cover});
+      {"cmdStation", {18, top + 31, 136, 26}, 13, Look::Bold | Look::Blue, {}, {}, 0, Anchoring::Cover});
 }
 
 void AddDetail(FormDesign& design, int height) {

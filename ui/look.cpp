@@ -1,8 +1,11 @@
 #include "ui/look.h"
 
+#include <QFontDatabase>
 #include <QFontMetrics>
+#include <QPainter>
 #include <QProxyStyle>
 #include <QStyleFactory>
+#include <QStyleOption>
 #include <QWidget>
 #include <algorithm>
 #include <cmath>
@@ -11,6 +14,7 @@ namespace quorvane {
 namespace {
 
 constexpr double kLeastContrast = 2.5;
+constexpr int kLeastStretch = 82;  // percent
 
 double Luminance(const QColor& color) {
   const auto linear = [](double part) {
@@ -35,6 +39,66 @@ class ConsoleStyle : public QProxyStyle {
         break;
     }
     return QProxyStyle::pixelMetric(metric, option, widget);
+  }
+
+  // Fusion draws its outlines in pale grey, which the sun washes out.
+  void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override {
+    switch (element) {
+      case PE_IndicatorCheckBox:
+        return DrawCheckBox(*option, *painter);
+      case PE_IndicatorRadioButton:
+        return DrawOption(*option, *painter);
+      case PE_FrameLineEdit:
+        return DrawOutline(*option, *painter);
+      default:
+        return QProxyStyle::drawPrimitive(element, option, painter, widget);
+    }
+  }
+
+ private:
+  static QColor Ink(const QStyleOption& option) {
+    return option.state.testFlag(State_Enabled) ? QColor(0x20, 0x20, 0x20) : QColor(0x88, 0x88, 0x88);
+  }
+
+  static void DrawOutline(const QStyleOption& option, QPainter& painter) {
+    DrawEdges(painter, option.rect, 1, Ink(option));
+  }
+
+  static QRectF Square(const QRect& rect) {
+    const int side = std::min(rect.width(), rect.height()) - 2;
+    return {rect.x() + 1.0, rect.y() + (rect.height() - side) / 2.0, side * 1.0, side * 1.0};
+  }
+
+  static void DrawCheckBox(const QStyleOption& option, QPainter& painter) {
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QRectF box = Square(option.rect);
+    painter.setPen(QPen(Ink(option), 2));
+    painter.setBrush(Qt::white);
+    painter.drawRect(box);
+    if (option.state.testFlag(State_On)) {
+      painter.setPen(QPen(Ink(option), std::max(2.0, box.width() / 6)));
+      const QPointF corner = box.topLeft() + QPointF(box.width() * 0.42, box.height() * 0.75);
+      painter.drawLine(box.topLeft() + QPointF(box.width() * 0.2, box.height() * 0.5), corner);
+      painter.drawLine(corner, box.topLeft() + QPointF(box.width() * 0.82, box.height() * 0.25));
+    }
+    painter.restore();
+  }
+
+  static void DrawOption(const QStyleOption& option, QPainter& painter) {
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QRectF circle = Square(option.rect);
+    painter.setPen(QPen(Ink(option), 2));
+    painter.setBrush(Qt::white);
+    painter.drawEllipse(circle);
+    if (option.state.testFlag(State_On)) {
+      painter.setPen(Qt::NoPen);
+      painter.setBrush(Ink(option));
+      painter.drawEllipse(circle.center(), circle.width() * 0.28, circle.width() * 0.28);
+    }
+    painter.restore();
   }
 };
 
@@ -94,16 +158,27 @@ QString ToQString(const std::string& text) {
   return shown;
 }
 
-QFont FontOfPixels(double pixels, bool bold) {
-  QFont font;
+QFont FontOfPixels(double pixels, bool bold, bool fixedWidth) {
+  QFont font = fixedWidth ? QFontDatabase::systemFont(QFontDatabase::FixedFont) : QFont();
   font.setPixelSize(std::max(1, static_cast<int>(std::lround(pixels))));
   font.setBold(bold);
   return font;
 }
 
+void DrawEdges(QPainter& painter, const QRect& rect, int width, const QColor& color) {
+  painter.fillRect(rect.left(), rect.top(), rect.width(), width, color);
+  painter.fillRect(rect.left(), rect.bottom() + 1 - width, rect.width(), width, color);
+  painter.fillRect(rect.left(), rect.top(), width, rect.height(), color);
+  painter.fillRect(rect.right() + 1 - width, rect.top(), width, rect.height(), color);
+}
+
 QFont FitFont(QFont font, const QString& text, int width, int minimumPixels) {
-  const int full = QFontMetrics(font).horizontalAdvance(text);
+  int full = QFontMetrics(font).horizontalAdvance(text);
   if (full <= width || full <= 0) return font;
+  // Narrower letters first: they read better than small ones.
+  font.setStretch(std::max(kLeastStretch, width * 100 / full));
+  full = QFontMetrics(font).horizontalAdvance(text);
+  if (full <= width) return font;
   int pixels = std::max(minimumPixels, font.pixelSize() * width / full);
   font.setPixelSize(pixels);
   while (pixels > minimumPixels && QFontMetrics(font).horizontalAdvance(text) > width) {

@@ -3,11 +3,13 @@
 #include <QColor>
 #include <QFont>
 #include <QPalette>
+#include <QRect>
 #include <QString>
 #include <string>
 
 #include "common/color.h"
 
+class QPainter;
 class QStyle;
 
 namespace quorvane {
@@ -31,7 +33,11 @@ QStyle* NewConsoleStyle();
 // Text from the race logic: UTF-8, lines ending with a carriage return.
 QString ToQString(const std::string& text);
 
-QFont FontOfPixels(double pixels, bool bold);
+QFont FontOfPixels(double pixels, bool bold, bool fixedWidth = false);
+
+// A line of that width along the inner edge of the rectangle. Filled, not drawn with a pen, which loses an
+// edge at fractional scales of the screen.
+void DrawEdges(QPainter& painter, const QRect& rect, int width, const QColor& color);
 
 // The font that makes the text fit the width: as given where it fits, else smaller, never under
 // minimumPixels.

@@ -8,6 +8,7 @@
 
 #include "console/program.h"
 #include "ui/command_line.h"
+#include "ui/demo.h"
 #include "ui/look.h"
 #include "ui/program_windows.h"
 #include "ui/qt_platform.h"
@@ -39,6 +40,15 @@ int Run(const CommandLine& line) {
   quorvane::Program program(platform, serial);
   quorvane::ProgramWindows windows(program, platform);
   serial.SetDoor(&program.door());
+  std::unique_ptr<quorvane::Demo> demo;
+  if (!line.demo.empty()) {
+    platform.SetAnswerer([](const quorvane::DialogBox& box) { return quorvane::Demo::Answer(box); });
+    demo = std::make_unique<quorvane::Demo>(program, windows, line.demo, line.heats);
+    if (!demo->Begin()) {
+      std::fprintf(stderr, "quorvane: cannot write to the folder %s\n", line.demo.c_str());
+      return 1;
+    }
+  }
   if (!line.project.empty()) program.judge().SetStartupProject(AbsolutePath(line.project));
 
   QTimer::singleShot(0, [&program] {

@@ -1,6 +1,7 @@
 #include "ui/menu_view.h"
 
 #include <QAction>
+#include <QEvent>
 #include <QMenu>
 #include <algorithm>
 
@@ -34,6 +35,14 @@ void MenuView::Add(Control& control) {
     addAction(entry);
   }
   entries_.emplace(&control, entry);
+}
+
+void MenuView::changeEvent(QEvent* event) {
+  QMenuBar::changeEvent(event);
+  if (event->type() != QEvent::FontChange) return;
+  for (const auto& [control, entry] : entries_) {
+    if (entry->menu() != nullptr) entry->menu()->setFont(font());
+  }
 }
 
 void MenuView::Click(const Control& control) {

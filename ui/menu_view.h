@@ -16,6 +16,9 @@ class MenuView : public QMenuBar {
   void Apply();
   QAction* Find(const Control& control) const;
 
+ protected:
+  void changeEvent(QEvent* event) override;
+
  private:
   void Add(Control& control);
   void Click(const Control& control);

@@ -1,6 +1,7 @@
 #include "ui/program_windows.h"
 
 #include <QScreen>
+#include <algorithm>
 
 #include "ui/designs.h"
 #include "ui/focus_ring.h"
@@ -46,9 +47,15 @@ void ProgramWindows::Follow() {
   timers_.Arm();
 }
 
-// At the console's lower left corner at first, where it covers what is needed least while a race is flown.
+// Beside the console where the screen has room, else over its right end: the clock and the race buttons stay
+// in sight.
 void ProgramWindows::PlaceLinkWindow() {
   linkPlaced_ = true;
+  if (console_->screen() == nullptr) return;
+  const QRect screen = console_->screen()->availableGeometry();
+  const QRect console = console_->frameGeometry();
+  const int left = std::min(console.right() + 8, screen.right() - link_->width() - 8);
+  link_->move(std::max(screen.left(), left), std::max(screen.top(), console.top() + 40));
 }
 
 }  // namespace quorvane

@@ -7,6 +7,9 @@
 #include <utility>
 
 namespace quorvane {
+namespace {
+constexpr int kOnTheWayMs = 150;
+}
 
 Windows::Windows(Door& door) : door_(door) {
   door_.AllForms().SetObserver(this);
@@ -93,6 +96,17 @@ void Windows::FormChanged(const Form& form) {
 void Windows::Apply() {
   for (FormView* view : std::exchange(dirtyViews_, {})) view->Apply();
   for (const Form* form : std::exchange(dirtyForms_, {})) FollowForm(*form);
+  FollowActive();
+}
+
+// Brings the operator to the form that the program has shown.
+void Windows::FollowActive() {
+  const Form* active = door_.AllForms().Active();
+  if (active == std::exchange(active_, active) || active == nullptr) return;
+  FormWindow* window = FindWindow(*active);
+  if (window == nullptr || !window->isVisible() || window->isActiveWindow()) return;
+  window->raise();
+  window->activateWindow();
 }
 
 void Windows::FollowForm(const Form& form) {
@@ -118,10 +132,17 @@ void Windows::BringForward(const Form& form) {
 }
 
 void Windows::FocusMoved(QWindow* window) {
+  if (window == nullptr) {
+    // On the way from one window to another the focus may be nowhere for a moment.
+    focusLost_.start();
+    return;
+  }
+  if (focusLost_.isValid() && focusLost_.elapsed() > kOnTheWayMs) focused_ = nullptr;
+  focusLost_.invalidate();
   const auto found = std::find_if(windows_.begin(), windows_.end(),
                                   [&](const auto& w) { return w->windowHandle() == window; });
   FormWindow* from = focused_;
-  focused_ = window == nullptr || found == windows_.end() ? nullptr : found->get();
+  focused_ = found == windows_.end() ? nullptr : found->get();
   if (from == nullptr || focused_ == nullptr || from == focused_) return;
   if (door_.AllForms().Active() == &focused_->Of() || door_.DialogOpen()) return;
   Event activate;

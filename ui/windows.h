@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QObject>
 #include <memory>
 #include <unordered_map>
@@ -44,6 +45,7 @@ class Windows : public QObject, public ControlObserver {
 
  private:
   void FollowForm(const Form& form);
+  void FollowActive();
 
   Door& door_;
   std::vector<std::unique_ptr<FormWindow>> windows_;
@@ -51,7 +53,9 @@ class Windows : public QObject, public ControlObserver {
   std::unordered_map<const Form*, FormView*> views_;
   std::unordered_set<FormView*> dirtyViews_;
   std::unordered_set<const Form*> dirtyForms_;
+  const Form* active_ = nullptr;   // as last seen
   FormWindow* focused_ = nullptr;  // the window that had the focus last, null when it was not one of ours
+  QElapsedTimer focusLost_;        // since no window of this program has had it
 };
 
 }  // namespace quorvane

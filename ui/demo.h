@@ -1,0 +1,54 @@
+#pragma once
+
+#include <fstream>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "ui/program_windows.h"
+
+namespace quorvane {
+
+// Watches heats that are flown by the stations alone: takes pictures of the console on the way, prints what
+// the console has recorded of each heat and writes it to shown.jsonl, one JSON line a heat, and ends the
+// program after the last. Files go to the folder, which must exist.
+class Demo {
+ public:
+  Demo(Program& program, ProgramWindows& windows, std::string folder, int heats);
+  ~Demo();
+
+  // False when the folder cannot be written to.
+  bool Begin();
+  // The answer to any box, in the place of an operator who is not there.
+  static DialogAnswer Answer(const DialogBox& box);
+
+ private:
+  enum class Stage { Waiting, Counting, Flying, Finished };
+
+  void Look();
+  void LookAtRace();
+  void Picture(const char* what);
+  void WriteHeat();
+
+  Program& program_;
+  ProgramWindows& windows_;
+  const std::string folder_;
+  const int heats_;
+  int heat_ = 0;  // heats that are over
+  Stage stage_ = Stage::Waiting;
+  bool sized_ = false;      // the window has its designed size
+  bool pictured_ = false;   // in flight
+  std::int16_t race_ = 0;   // its number, while it is flown
+  std::vector<int> lanes_;  // that fly, 1..4
+  std::ofstream shown_;
+};
+
+// What the project file says of one lane of a race, as a JSON object and as a line to be read.
+struct RecordedLane {
+  std::string json;
+  std::string text;
+};
+// value(key) reads from the lane's section.
+RecordedLane DescribeLane(int lane, const std::function<std::string(const std::string&)>& value);
+
+}  // namespace quorvane
