@@ -30,6 +30,15 @@ void Door::SampleClock() {
   if (ms > now_) now_ = ms;
 }
 
+// Whole seconds are taken off, because the platform's time has lost its part of a second.
+LocalDateTime Door::LocalStart() {
+  if (!localStart_) {
+    const std::int64_t ms = platform_.ClockMs();
+    localStart_ = AddMilliseconds(platform_.LocalNow(), -(ms - ms % 1000));
+  }
+  return *localStart_;
+}
+
 bool Door::Contain(const std::function<void()>& action) {
   try {
     action();
@@ -95,7 +104,7 @@ void Door::DrainWhenIdle() {
     if (!posted_.empty()) {
       const std::function<void()> action = std::move(posted_.front());
       posted_.pop_front();
-      SampleClock();
+      // The clock stands still: a journal says nothing of this action, so it must not see another time.
       {
         const Depth depth(inHand_);
         Contain(action);

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <deque>
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "common/event.h"
@@ -47,6 +48,10 @@ class Door : public EventClock {
   void FireTimer(Control& timer);
 
   std::int64_t Now() const override { return now_; }
+  // The local date and time of the event in hand, and of 0 ms of the console clock. Counted on from the start
+  // of the program, so that a replay finds the same, however the computer's clock is set meanwhile.
+  LocalDateTime LocalNow() { return AddMilliseconds(LocalStart(), now_); }
+  LocalDateTime LocalStart();
   Platform& System() { return platform_; }
   Forms& AllForms() { return forms_; }
   bool DialogOpen() const { return dialogs_ > 0; }
@@ -54,7 +59,7 @@ class Door : public EventClock {
   // Shows a dialog box and lets the radio and the timers go on behind it. The clock is sampled again when it
   // closes.
   DialogAnswer Ask(const DialogBox& box);
-  // Runs the action as an event of its own as soon as no event is in hand and no box is open.
+  // Runs the action as soon as no event is in hand and no box is open, at the time of the last event.
   void Post(std::function<void()> action);
   // Runs the action with the same boundary as an event: an error ends the action, and only it. True: no
   // error.
@@ -82,6 +87,7 @@ class Door : public EventClock {
   Journal* journal_ = nullptr;
   std::function<void()> afterEvent_;
   std::int64_t now_ = 0;
+  std::optional<LocalDateTime> localStart_;
   int inHand_ = 0;   // events being handled, one inside the other
   int dialogs_ = 0;  // dialog boxes open
   int depthAtDialog_ = 0;

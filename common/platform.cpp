@@ -1,8 +1,24 @@
 #include "common/platform.h"
 
+#include <chrono>
 #include <filesystem>
 
 namespace quorvane {
+
+LocalDateTime AddMilliseconds(const LocalDateTime& at, std::int64_t ms) {
+  using namespace std::chrono;
+  const sys_days day = year(at.year) / at.month / at.day;
+  const auto moment = day + hours(at.hour) + minutes(at.minute) + seconds(at.second) + milliseconds(ms);
+  const auto midnight = floor<days>(moment);
+  const year_month_day date(midnight);
+  const hh_mm_ss time(floor<seconds>(moment - midnight));
+  return {static_cast<int>(date.year()),
+          static_cast<int>(static_cast<unsigned>(date.month())),
+          static_cast<int>(static_cast<unsigned>(date.day())),
+          static_cast<int>(time.hours().count()),
+          static_cast<int>(time.minutes().count()),
+          static_cast<int>(time.seconds().count())};
+}
 
 void PlaySound(Platform& platform, const std::string& path) {
   platform.StopWave();

@@ -19,6 +19,9 @@ struct LocalDateTime {
   bool operator==(const LocalDateTime&) const = default;
 };
 
+// `at` plus ms, by the calendar.
+LocalDateTime AddMilliseconds(const LocalDateTime& at, std::int64_t ms);
+
 enum class DialogKind : std::uint8_t { Ok, OkCancel, YesNo, YesNoCancel, Input, OpenFile, SaveFile };
 enum class DialogIcon : std::uint8_t { None, Exclamation, Critical };
 
@@ -31,6 +34,8 @@ struct DialogBox {
   std::string preset = {};            // input: the text offered; files: the path offered
   std::string folder = {};            // files: where the dialog starts
   std::string defaultExtension = {};  // files: ".ini"
+
+  bool operator==(const DialogBox&) const = default;
 };
 
 // Ok, Cancel, Yes and No are buttons; Text is an entered text, File a chosen path. A box that is closed

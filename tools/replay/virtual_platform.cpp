@@ -1,7 +1,5 @@
 #include "tools/replay/virtual_platform.h"
 
-#include <chrono>
-
 namespace quorvane {
 namespace {
 
@@ -59,21 +57,6 @@ void VirtualSerial::WriteDevice(const std::vector<std::uint8_t>& bytes) {
   if (onSent) onSent(bytes);
 }
 
-LocalDateTime AddMilliseconds(const LocalDateTime& at, std::int64_t ms) {
-  using namespace std::chrono;
-  const sys_days day = year(at.year) / at.month / at.day;
-  const auto moment = day + hours(at.hour) + minutes(at.minute) + seconds(at.second) + milliseconds(ms);
-  const auto midnight = floor<days>(moment);
-  const year_month_day date(midnight);
-  const hh_mm_ss time(floor<seconds>(moment - midnight));
-  return {static_cast<int>(date.year()),
-          static_cast<int>(static_cast<unsigned>(date.month())),
-          static_cast<int>(static_cast<unsigned>(date.day())),
-          static_cast<int>(time.hours().count()),
-          static_cast<int>(time.minutes().count()),
-          static_cast<int>(time.seconds().count())};
-}
-
 LocalDateTime VirtualPlatform::LocalNow() {
   return AddMilliseconds(start, ms_);
 }
@@ -81,13 +64,23 @@ LocalDateTime VirtualPlatform::LocalNow() {
 DialogAnswer VirtualPlatform::ShowDialog(const DialogBox& box) {
   const std::int64_t opened = ms_;
   if (whileOpen) whileOpen(box);
-  DialogAnswer answer = Dismissed(box.kind);
-  if (!answers.empty()) {
+  DialogAnswer answer;
+  if (answers.empty()) {
+    answer = Dismiss(box);
+  } else {
+    dismissals_ = 0;
     answer = Fitted(box, answers.front());
     answers.pop_front();
   }
   shown.push_back({opened, box, answer});
   return answer;
+}
+
+DialogAnswer VirtualPlatform::Dismiss(const DialogBox& box) {
+  if (!(dismissed_ == box)) dismissals_ = 0;
+  dismissed_ = box;
+  if (++dismissals_ > mostDismissals && box.kind != DialogKind::Ok) throw NoWayOut{box};
+  return Dismissed(box.kind);
 }
 
 void VirtualPlatform::RunUntil(Door& door, std::int64_t ms) {

@@ -44,6 +44,12 @@ class VirtualSerial : public SerialControl {
   void WriteDevice(const std::vector<std::uint8_t>& bytes) override;
 };
 
+// Thrown by a virtual platform when a box is asked again and again although nobody is there to answer: such a
+// loop would never end. No std::exception, so that the door does not take it for the end of one event.
+struct NoWayOut {
+  DialogBox box;
+};
+
 // A platform without a window, on a clock that only moves when it is told to. Serves the tests and the
 // replay.
 class VirtualPlatform : public Platform {
@@ -83,12 +89,15 @@ class VirtualPlatform : public Platform {
   std::deque<DialogAnswer> answers;                 // for the boxes to come, used in turn
   std::function<void(const DialogBox&)> whileOpen;  // runs once for each box, while it is open
   std::vector<Shown> shown;
+  // How often in succession the same box may be left without an answer; then NoWayOut. An Ok box may always.
+  int mostDismissals = 10000;
 
  private:
-  std::int64_t ms_ = 0;
-};
+  DialogAnswer Dismiss(const DialogBox& box);
 
-// `at` plus ms, by the calendar.
-LocalDateTime AddMilliseconds(const LocalDateTime& at, std::int64_t ms);
+  std::int64_t ms_ = 0;
+  DialogBox dismissed_;  // left without an answer, `dismissals_` times in succession
+  int dismissals_ = 0;
+};
 
 }  // namespace quorvane
