@@ -1,0 +1,123 @@
+#include "common/journal_recorder.h"
+
+#include <fstream>
+#include <iterator>
+#include <optional>
+
+#include "common/journal_text.h"
+
+namespace quorvane {
+namespace {
+
+constexpr std::uintmax_t kMostProjectBytes = std::uintmax_t{64} << 20;
+
+std::filesystem::path PathOf(const std::string& utf8) {
+  return std::filesystem::path(std::u8string(utf8.begin(), utf8.end()));
+}
+
+// Nothing when there is no such file, or none of a project's size.
+std::optional<std::string> ContentOf(const std::string& path) {
+  std::error_code error;
+  const std::filesystem::path file = PathOf(path);
+  if (!std::filesystem::is_regular_file(file, error)) return std::nullopt;
+  if (std::filesystem::file_size(file, error) > kMostProjectBytes || error) return std::nullopt;
+  std::ifstream in(file, std::ios::binary);
+  if (!in) return std::nullopt;
+  return std::string(std::istreambuf_iterator<char>(in), {});
+}
+
+}  // namespace
+
+void SessionRecorder::Begin(const SessionStart& start) {
+  begun_ = true;
+  Add(StartRecords(start.start, true));
+  for (const SessionStart::Setting& setting : start.settings) {
+    const bool replaced =
+        !start.project.empty() && setting.section == "DiskFile" && setting.key == "FileName";
+    if (!replaced) Add(SettingRecord(setting.section, setting.key, setting.value));
+  }
+  if (!start.project.empty()) {
+    Add(SettingRecord("DiskFile", "FileName", start.project));
+    KeepProject(start.project);
+    // A replay is asked about a project that exists, whoever named it.
+    const bool asked = start.projectUnasked && ContentOf(start.project).has_value();
+    if (asked) AddInput(0, AnswerRecord(0, {DialogAnswer::Word::Yes, {}}));
+  }
+  AddInput(0, EventRecord(0, {.kind = EventKind::Ports, .numbers = start.ports}));
+}
+
+// What a project held before the session touched it; the session is about what became of it.
+void SessionRecorder::KeepProject(const std::string& path) {
+  if (!projectsKept_.insert(path).second) return;
+  if (const auto content = ContentOf(path)) Add(ProjectComments(path, *content));
+}
+
+bool SessionRecorder::Record(const std::filesystem::path& path) {
+  problem_.clear();
+  path_ = path;
+  if (tooLong_) {
+    problem_ = "The session is too long by now to be recorded from its start.";
+    return false;
+  }
+  file_ = std::make_unique<JournalFile>(path);
+  file_->Append(session_);
+  return true;
+}
+
+void SessionRecorder::Stop() {
+  problem_ = Problem();
+  file_.reset();
+}
+
+std::string SessionRecorder::Problem() const {
+  return file_ != nullptr ? file_->Problem() : problem_;
+}
+
+void SessionRecorder::End(std::int64_t ms) {
+  Add(EndRecord(ms < latestMs_ ? latestMs_ : ms));
+  Stop();
+}
+
+void SessionRecorder::Add(const std::string& text) {
+  latest_ += text;
+  if (file_ != nullptr) file_->Append(text);
+  if (tooLong_) return;
+  session_ += text;
+  if (session_.size() <= mostBytes_) return;
+  tooLong_ = true;
+  session_ = {};
+}
+
+void SessionRecorder::AddInput(std::int64_t ms, const std::string& record) {
+  latest_.clear();
+  latestMs_ = ms;
+  Add(record);
+}
+
+// The failure belongs in front of the record that led to it: a replay has to know before it tries.
+void SessionRecorder::NoteOpened(int port, int number, const std::string& description) {
+  const auto known = busyPorts_.find(port);
+  const std::pair now(number, number == 0 ? std::string() : description);
+  const bool unchanged = known == busyPorts_.end() ? number == 0 : known->second == now;
+  if (!begun_ || unchanged) return;
+  busyPorts_[port] = now;
+  const std::string record = BusyRecord(latestMs_, port, number, now.second);
+  if (file_ != nullptr) file_->InsertBefore(latest_, record);
+  if (!tooLong_) session_.insert(session_.size() - latest_.size(), record);
+}
+
+void SessionRecorder::Entered(std::int64_t ms, const Event& event) {
+  const std::string record = EventRecord(ms, event);
+  if (!record.empty()) AddInput(ms, record);
+}
+
+void SessionRecorder::Answered(std::int64_t ms, const DialogBox& /*box*/, const DialogAnswer& answer) {
+  if (answer.word == DialogAnswer::Word::File) KeepProject(answer.text);
+  AddInput(ms, AnswerRecord(ms, answer));
+}
+
+void SessionRecorder::Sent(std::int64_t ms, const std::vector<std::uint8_t>& frame) {
+  Add(SentRecord(ms, frame));
+}
+
+}  // namespace quorvane

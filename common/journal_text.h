@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "common/event.h"
+#include "common/platform.h"
+
+namespace quorvane {
+
+// The session journal is a text file, UTF-8, one record a line: ms of the console clock, a verb, arguments.
+// These make its lines, each with its line feed. docs/journal.md describes the format.
+inline constexpr std::string_view kJournalFirstLine = "quorvane-journal 1";
+inline constexpr std::string_view kProjectComment = "# project ";  // the path follows, quoted
+inline constexpr std::string_view kContentComment = "# = ";        // a line of that file follows, quoted
+
+// What every journal begins with.
+std::string StartRecords(const LocalDateTime& start, bool timersRecorded);
+std::string SettingRecord(const std::string& section, const std::string& key, const std::string& value);
+// Empty for the events that a journal does not keep.
+std::string EventRecord(std::int64_t ms, const Event& event);
+std::string AnswerRecord(std::int64_t ms, const DialogAnswer& answer);
+std::string SentRecord(std::int64_t ms, const std::vector<std::uint8_t>& frame);
+// Number 0: the port can be opened again.
+std::string BusyRecord(std::int64_t ms, int port, int number, const std::string& description);
+std::string EndRecord(std::int64_t ms);
+
+// Comment lines that keep a project file as it was found. Every byte above 126 becomes an escape, so that
+// any file can be kept.
+std::string ProjectComments(const std::string& path, std::string_view bytes);
+
+// "yes", "no", "cancel", "ok", `text "..."` or `file "..."`.
+std::string AnswerWords(const DialogAnswer& answer);
+std::string_view EventVerb(EventKind kind);  // empty for the events that a journal does not keep
+
+}  // namespace quorvane
