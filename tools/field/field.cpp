@@ -14,7 +14,8 @@ constexpr std::int64_t kReminderInterval = 700 * kMs;
 constexpr std::int64_t kPollDelay = 15 * kMs;
 constexpr std::int64_t kAckDelay = 10 * kMs;
 constexpr std::int64_t kLitUnit = 8 * kMs;
-constexpr std::uint8_t kReminderLit = 25;  // 200 ms: a late lap must not lock out the next one
+constexpr std::uint8_t kTurnLitLeast = 38;  // 300 ms
+constexpr std::uint8_t kReminderLit = 25;   // 200 ms: a late lap must not lock out the next one
 constexpr std::uint8_t kHoldButton = 16;
 constexpr std::uint8_t kTemperature = 65;  // 22 degrees
 
@@ -202,8 +203,12 @@ void Field::AddStationState(Report& report, std::uint8_t station, std::int64_t e
       report.cuts[i] = lane.starter_cuts;
     }
     if (station == kJudge1) {
-      report.lit[i] = LightLeft(lane.turn_light_ends, end_us);
-      if (report.lit[i] > 0) report.turns |= static_cast<std::uint8_t>(1 << i);
+      // Turns are not counted. A light about to go out is no longer reported, or a console that heard the
+      // turn late could take it for another one.
+      const std::uint8_t left = LightLeft(lane.turn_light_ends, end_us);
+      if (left < kTurnLitLeast) continue;
+      report.lit[i] = left;
+      report.turns |= static_cast<std::uint8_t>(1 << i);
     }
   }
   if (station == kStarter && Holding(end_us)) report.buttons = kHoldButton;
