@@ -56,16 +56,31 @@ void frmLane::DisplayTotals() {
     }
     return;
   }
-  const bool finished = IsFinished();
-  if (finished) {
-    txtLapTen.SetText(lblLap[kTenthCell].Caption());
-    txtLapTen.SetBackColor(lblLap[kTenthCell].BackColor());
-    txtLapEleven.SetText(lblLap[kEleventhCell].Caption());
-    txtLapEleven.SetBackColor(lblLap[kEleventhCell].BackColor());
+  if (IsFinished()) {
+    ShowResult();
+  } else {
+    DisplayCutTotals();
   }
+}
+
+void frmLane::ShowResult() {
+  txtLapTen.SetText(lblLap[kTenthCell].Caption());
+  txtLapEleven.SetText(lblLap[kEleventhCell].Caption());
   DisplayCutTotals();
   std::int32_t final = 0;
-  if (finished) GetFinal(final);
+  GetFinal(final);
+  if (final < kNoFinalTime) {
+    txtLapTen.SetBackColor(lblLap[kTenthCell].BackColor());
+    txtLapEleven.SetBackColor(lblLap[kEleventhCell].BackColor());
+  }
+}
+
+// An entry made after the race is over must show in the result at once, however short a time ago the lane's
+// last lap is: no tick comes any more.
+void frmLane::EntryMade() {
+  if (!race_.RaceDone) return;
+  FinalizeRace();
+  ShowResult();
 }
 
 void frmLane::LaneOrder(int place) {

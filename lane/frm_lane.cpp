@@ -131,9 +131,4 @@ std::int64_t frmLane::SinceLastLap() const {
   return std::int64_t{owner_.RaceTime()} + TimeBase_ - LastLapTime_;
 }
 
-// An entry made after the race is over must show in its result at once.
-void frmLane::EntryMade() {
-  if (race_.RaceDone) FinalizeRace();
-}
-
 }  // namespace quorvane

@@ -135,6 +135,7 @@ class frmLane : public Form {
   void EnterPanelCut(std::int16_t missedPylon, bool accepted);
   void PlaceCutMark(const CutMark& mark);
   void HidePopUp();
+  void ShowResult();
   void EntryMade();
 
   std::string LaneSection(const std::string& section) const;

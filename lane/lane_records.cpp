@@ -57,11 +57,8 @@ void frmLane::LoadLane(const std::string& section) {
   const int laps = RecountLaps(log_, loadedFai_).laps;
   for (int i = 0; i <= lblLap.Upper(); ++i) lblLap[i].SetBackColor(i < laps ? kSilver : kWhite);
   lblStatus.SetTag("");
-  cmdCut.SetTag("-1");
   NeedsCutDisplay_ = true;
   FinalizeRace();
-  // The boxes take the cells' colours, and the finishing lap has got its own only now.
-  DisplayTotals();
   for (Control* cell : lblLap) cell->SetVisible(HasContent(*cell));
   LoadStatus(section);
 }

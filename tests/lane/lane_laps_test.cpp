@@ -62,8 +62,10 @@ TEST(Laps, TheEleventhCellBelongsToALaneThatOwesTheLap) {
   EXPECT_FALSE(lane.lblLap[10].Visible());
   EXPECT_EQ(lane.lblLap[10].Caption(), "");
   EXPECT_EQ(lane.FinalTime(), ten);
+  EXPECT_EQ(rig.Final(), ten);
   rig.CutAt(ten + 6500, "1o", 1);
   EXPECT_TRUE(lane.lblLap[10].Visible());
+  EXPECT_EQ(lane.lblLap[9].BackColor(), kSilver) << "no finish any more";
   rig.LapAt(ten + 7000);
   EXPECT_EQ(lane.lblLap[10].Caption(), "80.00");
   EXPECT_EQ(lane.lblLap[10].BackColor(), kSilver);
@@ -233,6 +235,7 @@ TEST(Laps, TheLightIsWhatIsLeftOfLapOrTurn) {
   rig.lane.GetInfo(laps, lit, cuts);
   EXPECT_EQ(laps, 1);
   EXPECT_EQ(lit, 255);
+  rig.LapAt(13500);  // the timer of the first lap runs on
   rig.At(13900);
   rig.lane.GetInfo(laps, lit, cuts);
   EXPECT_EQ(lit, 12);

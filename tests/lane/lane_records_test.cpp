@@ -81,7 +81,6 @@ TEST(Records, ALoadedLaneShowsWhatWasFlown) {
     rig.CutAt(6000, c.cuts, 1);
     rig.At((c.laps > 0 ? rig.Fly(c.laps, 10000) : 0) + 30001);
     rig.lane.FinalizeRace();
-    rig.lane.FinalizeRace();
     rig.lane.lblStatus.SetTag("2");
     rig.lane.lblStatus.SetCaption("Second");
     rig.owner.values[{"Race3", "RaceMode"}] = c.mode;
@@ -102,21 +101,26 @@ TEST(Records, ALoadedLaneShowsWhatWasFlown) {
 }
 
 TEST(Records, LoadingReplacesWhateverThePanelShowed) {
-  LaneRig empty;
-  empty.lane.LoadLane("Race1");
-  LaneRig rig;
-  rig.Start();
-  rig.CutAt(6000, "11", 1);
-  rig.At(rig.Fly(11, 10000) + 10000);
-  rig.Final();
-  rig.lane.DoTurn(4, rig.owner.raceTime, 500);
-  rig.lane.LaneOrder(1);
-  rig.lane.lblStatus.SetTag("Locked");
-  rig.lane.LoadLane("Race1");
-  ExpectSameLane(rig.lane, empty.lane);
-  EXPECT_FALSE(rig.lane.tmrTurns.Enabled());
-  EXPECT_FALSE(rig.lane.cmdOrder.Visible());
-  for (Control* mark : rig.lane.lblCut) EXPECT_FALSE(mark->Visible());
+  for (const char* events : {"0", "1"}) {
+    LaneRig fresh;
+    fresh.owner.values[{"Race1_Lane1", "NumEvents"}] = events;
+    fresh.owner.values[{"Race1_Lane1", "Event0"}] = "1,4,L,TM,20000,0";
+    fresh.lane.LoadLane("Race1");
+    LaneRig rig;
+    rig.owner.values = fresh.owner.values;
+    rig.Start();
+    rig.CutAt(6000, "11", 1);
+    rig.At(rig.Fly(11, 10000) + 10000);
+    rig.Final();
+    rig.lane.DoTurn(4, rig.owner.raceTime, 500);
+    rig.lane.LaneOrder(1);
+    rig.lane.lblStatus.SetTag("Locked");
+    rig.lane.LoadLane("Race1");
+    ExpectSameLane(rig.lane, fresh.lane);
+    EXPECT_FALSE(rig.lane.tmrTurns.Enabled());
+    EXPECT_FALSE(rig.lane.cmdOrder.Visible());
+    for (Control* mark : rig.lane.lblCut) EXPECT_FALSE(mark->Visible());
+  }
 }
 
 TEST(Records, EntriesThatMakeNoSenseAreLeftOut) {
