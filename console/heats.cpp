@@ -5,20 +5,14 @@
 #include "common/text.h"
 #include "console/frm_judge.h"
 #include "records/lane_colors.h"
+#include "records/race_record.h"
 
 namespace quorvane {
-namespace {
-
-constexpr std::array<const char*, 6> kRaceModes = {"RaceHorse", "AMA 1324", "AMA 2413",
-                                                   "FAI 123",   "FAI 231",  "FAI 312"};
-
-}  // namespace
-
 void frmJudge::ApplyRaceMode(int index) {
   race_.RaceMode = ToInteger(std::clamp(index, 1, 6));
   if (cboRaceMode.Visible()) cboRaceMode.SetListIndex(race_.RaceMode - 1);
   race_.IsFaiMode = race_.RaceMode >= 4;
-  lblRaceMode.SetCaption(kRaceModes[static_cast<std::size_t>(race_.RaceMode - 1)]);
+  lblRaceMode.SetCaption(kRaceModeNames[static_cast<std::size_t>(race_.RaceMode - 1)]);
   lblRaceMode.SetForeColor(kWindowText);
 }
 

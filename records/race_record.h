@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -12,6 +13,10 @@ namespace quorvane {
 
 // What is known of one race, as plain data: for the heat report and for tables of results. Taken from the
 // lanes' logs, never from what the windows show, but for the places. Times are ms of race time.
+
+inline constexpr int kLastRace = 32767;  // races are numbered from 1 in 16 bits
+inline constexpr std::array<const char*, 6> kRaceModeNames = {"RaceHorse", "AMA 1324", "AMA 2413",
+                                                              "FAI 123",   "FAI 231",  "FAI 312"};
 
 struct LapRecord {
   int count = 0;           // 1..11
@@ -27,15 +32,17 @@ struct CutRecord {
 };
 
 struct LaneRecord {
+  static constexpr std::int32_t kNoResult = 1000000;
+
   int lane = 1;      // 1..4
   std::string name;  // the lane's marking, " Low Green"
   Color low = kButtonFace;
   Color high = kButtonFace;
-  bool flies = true;             // false: no such lane in this race mode
-  bool novice = false;           // flew nine laps for ten
-  std::string placing;           // "First", "DNF", "DBL CUT", or what the operator wrote
-  std::string position;          // "1".."4", "100" without a result, "Locked" placed by hand
-  std::int32_t final = 1000000;  // 1000000 and above: no result
+  bool flies = true;               // false: no such lane in this race mode
+  bool novice = false;             // flew nine laps for ten
+  std::string placing;             // "First", "DNF", "DBL CUT", or what the operator wrote
+  std::string position;            // "1".."4", "100" without a result, "Locked" placed by hand
+  std::int32_t final = kNoResult;  // kNoResult and above: none
   int lapTarget = 10;
   std::vector<LapRecord> laps;
   std::vector<CutRecord> cuts;  // those in force; withdrawn ones are left out
@@ -44,8 +51,9 @@ struct LaneRecord {
 
 struct RaceRecord {
   int number = 1;
-  int refly = 0;      // serial number of the refly, 0: the race itself
-  int reflownBy = 0;  // of an original: the refly that repeats it, 0: none
+  int refly = 0;       // serial number of the refly, 0: the race itself
+  int reflownBy = 0;   // the refly that stands in the place of this flight, 0: none
+  bool stands = true;  // this flight is the race's result; false for a flight that was repeated
   int round = 1;
   int heat = 1;
   int mode = 0;          // 1..6
@@ -56,6 +64,31 @@ struct RaceRecord {
   std::string eventName;
   std::string projectFile;
   std::array<LaneRecord, 4> lanes;
+};
+
+// A lap as it is listed: numbered as flown, so that a novice's laps run from 1 to 9.
+struct FlownLap {
+  int number = 1;
+  std::int32_t time = 0;
+  std::optional<std::int32_t> split;  // none where the lap before is not known
+  bool finishing = false;
+};
+
+// The laps up to the lane's target, in rising order, without a novice's free lap.
+std::vector<FlownLap> FlownLaps(const LaneRecord& lane);
+// The one with the shortest split; the earlier of two.
+std::optional<FlownLap> FastestLap(const LaneRecord& lane);
+
+// Whether anything was seen of the lane in this race.
+bool HasFlown(const LaneRecord& lane);
+// The final time is one, and not what a hand-edited file says.
+bool HasResult(const LaneRecord& lane);
+
+// All flights of a contest by race number; of the flights of one race the one that stands comes first.
+struct ContestRecord {
+  std::string eventName;
+  std::string projectFile;
+  std::vector<RaceRecord> races;
 };
 
 }  // namespace quorvane
