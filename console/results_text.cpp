@@ -132,6 +132,12 @@ void AppendLane(std::string& page, const LaneRecord& lane) {
   if (!cuts.empty()) AppendWrapped(page, "      cuts     ", cuts);
 }
 
+std::string LapNumbers() {
+  std::string line = "      lap  ";
+  for (int lap = 1; lap <= kLapColumns; ++lap) line += Right(lap, kLapWidth);
+  return line;
+}
+
 void AppendRace(std::string& page, const RaceRecord& race) {
   const std::string note = RepeatedNote(race);
   AppendLine(page, Fit(RaceTitle(race) + "   Round " + std::to_string(race.round) + "  Heat " +
@@ -140,6 +146,7 @@ void AppendRace(std::string& page, const RaceRecord& race) {
                        kTextColumns));
   AppendLine(page, "  " + Left("Lane", 16) + " " + Left("Place", 20) + Right("Time", 12) + Right("Laps", 6) +
                        Right("Cuts", 6) + Right("Fastest lap", 13));
+  AppendLine(page, LapNumbers());
   for (const LaneRecord& lane : race.lanes) {
     if (lane.flies) AppendLane(page, lane);
   }
