@@ -1,0 +1,185 @@
+// Races and contests read from a project file that may say anything.
+
+#include <gtest/gtest.h>
+
+#include "console/contest_summary.h"
+#include "console/results_words.h"
+#include "records/project.h"
+#include "tests/tools/results_book.h"
+
+namespace quorvane {
+namespace {
+
+// "3 REFLY 2; 3 reflown by Refly 2": the flights in the order of the contest.
+std::string Flights(const ContestRecord& contest) {
+  std::string text;
+  for (const RaceRecord& race : contest.races) {
+    text += (text.empty() ? "" : "; ") + std::to_string(race.number);
+    if (race.refly != 0) text += " REFLY " + std::to_string(race.refly);
+    if (!race.stands) text += " " + RepeatedNote(race);
+  }
+  return text;
+}
+
+TEST(Reading, EveryRaceIsFoundWhateverHolesThereAre) {
+  Book book;
+  for (const int race : {1, 2, 700, 32767}) book.Flight("Race" + std::to_string(race), race);
+  book.Flight("Race0", 1).Flight("Race32768", 1).Flight("Race-1", 1);
+  book.Set("Race5", "Timestamp", "0").Set("Race6", "Timestamp", "-3").Set("Race7", "Timestamp", "never");
+  EXPECT_EQ(Flights(book.Contest()), "1; 2; 700; 32767");
+}
+
+TEST(Reading, AReflyStandsInThePlaceOfTheRaceItRepeats) {
+  struct Case {
+    const char* name;
+    std::string reflyId;
+    int reflysRun;
+    std::string flights;
+  };
+  const std::string text = " (index to refly entry for this race";
+  const Case cases[] = {
+      {"none", "", 0, "3"},
+      {"one", "1" + text, 1, "3 REFLY 1; 3 reflown by Refly 1"},
+      {"the second repeats the first", "2" + text, 2,
+       "3 REFLY 2; 3 reflown by Refly 2; 3 REFLY 1 reflown by Refly 2"},
+      {"one that is not there", "9" + text, 0, "3"},
+      {"one that nothing points to", "", 1, "3; 3 REFLY 1 does not count"},
+      {"no number", "x", 0, "3"},
+      {"no refly has such a number", "1e300", 0, "3"},
+      {"below one", "-1", 0, "3"},
+  };
+  for (const Case& c : cases) {
+    Book book;
+    book.Flight("Race3", 3).Set("Race3", "ReflyID", c.reflyId);
+    book.Set("Current", "NumberReflys", std::to_string(c.reflysRun));
+    for (int i = 1; i <= c.reflysRun; ++i) book.Flight("Refly" + std::to_string(i), 3);
+    EXPECT_EQ(Flights(book.Contest()), c.flights) << c.name;
+  }
+}
+
+TEST(Reading, OneRaceIsReadByItself) {
+  Book book;
+  book.Set("Current", "HeatsPerRound", "4").Flight("Race3", 3).Reflown(3, 1).Flight("Refly1", 3);
+  book.Lane("Race3", 1, Laps(10, 7000)).Lane("Refly1", 1, Laps(10, 8000)).Placed("Refly1", 1, "First");
+  const RaceRecord refly = ReadRace(book.Source(), 3);
+  EXPECT_EQ(refly.refly, 1);
+  EXPECT_EQ(refly.lanes[0].final, 80000);
+  EXPECT_EQ(refly.lanes[0].placing, "First");
+  const RaceRecord blank = ReadRace(book.Source(), 7);
+  EXPECT_FALSE(blank.hasRun);
+  EXPECT_EQ(blank.round, 2);
+  EXPECT_EQ(blank.heat, 3);
+}
+
+TEST(Reading, RoundAndHeatAreThoseOfTheFlight) {
+  Book book;
+  book.Set("Current", "HeatsPerRound", "4");
+  struct Case {
+    std::string text;
+    int round;
+    int heat;
+  };
+  for (const Case& c : {Case{"6 (h=3, r=9)", 9, 3}, Case{"6 (h=3", 2, 2}, Case{"", 2, 2},
+                        Case{"h=0, r=1", 2, 2}, Case{"h=99999, r=1", 2, 2}}) {
+    book.Flight("Race6", 6).Set("Race6", "CurrentRace", c.text);
+    const RaceRecord race = ReadRace(book.Source(), 6);
+    EXPECT_EQ(race.round, c.round) << c.text;
+    EXPECT_EQ(race.heat, c.heat) << c.text;
+  }
+}
+
+TEST(Reading, TheDateIsTheOneThatWasSaved) {
+  for (const LocalDateTime& when :
+       {LocalDateTime{2026, 11, 21, 9, 0, 0}, LocalDateTime{2024, 2, 29, 23, 59, 59},
+        LocalDateTime{1999, 12, 31, 0, 0, 1}, LocalDateTime{2100, 3, 1, 12, 34, 56}}) {
+    Book book;
+    book.Flight("Race1", 1).Set("Race1", "Timestamp", TimestampText(when));
+    EXPECT_EQ(ReadRace(book.Source(), 1).when, when) << TimestampText(when);
+  }
+  for (const char* serial : {"1e300", "2958466", "99999999999999999999"}) {
+    Book book;
+    book.Flight("Race1", 1).Set("Race1", "Timestamp", serial);
+    EXPECT_EQ(IsoDate(ReadRace(book.Source(), 1).when, ' '), "9999-12-31 23:59:59") << serial;
+  }
+}
+
+TEST(Reading, ALanesResultIsReplayedFromItsLog) {
+  struct Case {
+    const char* name;
+    int mode;
+    std::vector<std::string> events;
+    std::int32_t final;
+    int target;
+    int laps;
+    std::string fastest;  // number and split
+  };
+  const std::vector<std::string> ten = Laps(10, 7000);
+  const std::vector<std::string> free = With({Lap(1, 9000)}, {Lap(2, 9000), Lap(3, 15000)});
+  const Case cases[] = {
+      {"ten laps", 2, ten, 70000, 10, 10, "1 7000"},
+      {"a cut costs a lap", 2, With({Cut(0, 1, 3000)}, Laps(11, 7000)), 77000, 11, 11, "1 7000"},
+      {"a cut and ten laps", 2, With({Cut(0, 1, 3000)}, ten), 1000000, 11, 10, "1 7000"},
+      {"two cuts", 2, With({Cut(0, 1, 3000), Cut(0, 2, 4000)}, Laps(11, 7000)), 1000000, 11, 11, "1 7000"},
+      {"a cut after the finish", 2, With(ten, {Cut(10, 1, 71000)}), 70000, 10, 10, "1 7000"},
+      {"a lap after the finish is not listed", 2, With(ten, {Lap(11, 70500)}), 70000, 10, 10, "1 7000"},
+      {"FAI, one cut", 4, With({Cut(0, 1, 3000)}, ten), 70000, 10, 10, "1 7000"},
+      {"FAI, two cuts", 4, With({Cut(0, 1, 3000), Cut(0, 1, 4000)}, ten), 1000000, 10, 10, "1 7000"},
+      {"a cut withdrawn", 2, With({"0,0,-C,P1,3500,3000"}, ten), 70000, 10, 10, "1 7000"},
+      {"a novice's free lap is no lap", 2, free, 1000000, 10, 2, "2 6000"},
+      {"nobody flew", 2, {}, 1000000, 10, 0, ""},
+      {"laps out of order", 2, {Lap(2, 15000), Lap(1, 9000)}, 1000000, 10, 2, "2 6000"},
+      {"a lap is missing", 2, {Lap(1, 9000), Lap(3, 21000)}, 1000000, 10, 2, "1 9000"},
+      {"time runs backwards", 2, {Lap(1, 9000), Lap(2, -2000000000)}, 1000000, 10, 2, "1 9000"},
+      {"no entry at all",
+       2,
+       {"L", "", "1,4,L,TM,x", "300,4,L,TM,5,0", "1,4,L,TM,99999999999,0"},
+       1000000,
+       10,
+       0,
+       ""},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.name);
+    Book book;
+    book.Flight("Race1", 1, c.mode).Lane("Race1", 2, c.events);
+    const LaneRecord lane = ReadRace(book.Source(), 1).lanes[1];
+    EXPECT_EQ(lane.final, c.final);
+    EXPECT_EQ(lane.lapTarget, c.target);
+    EXPECT_EQ(FlownLaps(lane).size(), static_cast<std::size_t>(c.laps));
+    const auto fastest = FastestLap(lane);
+    EXPECT_EQ(fastest ? std::to_string(fastest->number) + " " + std::to_string(*fastest->split) : "",
+              c.fastest);
+  }
+}
+
+TEST(Reading, LanesThatDoNotFlyAreNotThere) {
+  for (const auto& [mode, lanes] :
+       {std::pair{"1, RaceHorse", 4}, {"4, FAI 123", 3}, {"6", 3}, {"7", 4}, {"", 4}}) {
+    Book book;
+    book.Flight("Race1", 1).Set("Race1", "RaceMode", mode);
+    int flying = 0;
+    for (const LaneRecord& lane : ReadRace(book.Source(), 1).lanes) flying += lane.flies ? 1 : 0;
+    EXPECT_EQ(flying, lanes) << mode;
+  }
+}
+
+TEST(Summary, CountsOnlyWhatStands) {
+  Book book;
+  book.Flight("Race1", 1).Reflown(1, 1).Flight("Refly1", 1).Flight("Race2", 2).Flight("Race3", 3);
+  book.Lane("Race1", 1, With({Cut(0, 1, 3000)}, Laps(11, 5000)));
+  book.Lane("Refly1", 1, Laps(10, 7000)).Lane("Refly1", 2, {Lap(1, 9000), Lap(2, 15500), Cut(2, 1, 16000)});
+  book.Lane("Race2", 1, Laps(10, 7000));
+  const ContestSummary summary = SummaryOf(book.Contest());
+  EXPECT_EQ(summary.racesFlown, 3);
+  EXPECT_EQ(summary.cuts, 1);
+  EXPECT_EQ(BestText(*summary.fastestHeat, true), "1:10.00 (race 1 REFLY, lane 1)");
+  EXPECT_EQ(BestText(*summary.fastestLap, true), "6.50 (race 1 REFLY, lane 2, lap 2)");
+  EXPECT_EQ(summary.lanes[0].racesFlown, 2);
+  EXPECT_EQ(summary.lanes[1].racesFlown, 1);
+  EXPECT_FALSE(summary.lanes[1].fastestHeat);
+  EXPECT_EQ(summary.lanes[2].racesFlown, 0);
+  EXPECT_FALSE(summary.lanes[2].fastestLap);
+}
+
+}  // namespace
+}  // namespace quorvane
