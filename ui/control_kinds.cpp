@@ -183,7 +183,7 @@ class TextView : public ViewOn<QPlainTextEdit> {
   }
 };
 
-// A check box or option button that never changes by itself.
+// A check box or option button that never changes by itself, and that can be clicked anywhere.
 template <typename T>
 class Unmoved : public T {
  public:
@@ -191,6 +191,7 @@ class Unmoved : public T {
 
  protected:
   void nextCheckState() override {}
+  bool hitButton(const QPoint& at) const override { return this->rect().contains(at); }
 };
 
 template <typename T>

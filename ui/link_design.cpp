@@ -45,14 +45,18 @@ void AddStations(FormDesign& design, int top) {
 
 void AddDetail(FormDesign& design, int height) {
   const int left = kNarrow;
-  design.places.push_back(
-      {"fraMore", {left, 10, kDetail - 10, height - 20}, 13, Look::Bold | Look::White, "Message detail"});
-  design.places.push_back({"lblMsg",
-                           {left + 8, 40, kDetail - 26, height - 104},
-                           11,
-                           Look::Left | Look::Top | Look::Fixed | Look::White,
-                           "Message"});
-  design.places.push_back({"cmdFreeze", {left + 8, height - 58, 120, 36}, 13, Look::Bold | Look::White});
+  const int width = kDetail - 10;
+  const Look text = Look::Left | Look::Top | Look::White;
+  const Look button = Look::Bold | Look::White;
+  design.places.insert(
+      design.places.end(),
+      {{"fraMore", {left, 10, width, height - 20}, 13, Look::Bold | Look::White, "Message detail"},
+       {"lblMsg", {left + 8, 40, width - 16, 244}, 11, text | Look::Fixed, "Message"},
+       {"cmdFreeze", {left + 8, 286, 110, 32}, 12, button},
+       {"cmdCopyMsg", {left + width - 118, 286, 110, 32}, 12, button, "Copy message"},
+       {"fraCounters", {left + 4, 324, width - 8, 322}, 12, Look::Bold | Look::White, "Counters"},
+       {"lblCounters", {left + 12, 348, width - 24, 258}, 11, text, "Counters since start"},
+       {"cmdCopyCounters", {left + width - 122, 608, 110, 32}, 12, button, "Copy counters"}});
 }
 
 }  // namespace

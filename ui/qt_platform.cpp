@@ -1,8 +1,9 @@
 #include "ui/qt_platform.h"
 
-#include <QCoreApplication>
+#include <QClipboard>
 #include <QDateTime>
 #include <QDir>
+#include <QGuiApplication>
 
 #include "ui/qt_dialogs.h"
 #include "ui/windows.h"
@@ -34,6 +35,10 @@ void QtPlatform::RepaintWindows() {
 
 void QtPlatform::BringForward(Form& form) {
   if (windows_ != nullptr) windows_->BringForward(form);
+}
+
+void QtPlatform::CopyText(const std::string& text) {
+  QGuiApplication::clipboard()->setText(QString::fromStdString(text));
 }
 
 std::string QtPlatform::ProgramFolder() {

@@ -29,6 +29,7 @@ class QtPlatform : public Platform {
   void BringForward(Form& form) override;
   void PlayWave(const std::string& path) override { player_.Play(path); }
   void StopWave() override { player_.Stop(); }
+  void CopyText(const std::string& text) override;
   SettingsStore& Settings() override { return settings_; }
   std::string ProgramFolder() override;
   std::string HomeFolder() override;

@@ -1,0 +1,135 @@
+#include <QCloseEvent>
+#include <QEnterEvent>
+#include <QLabel>
+
+#include "tests/ui/program_fixture.h"
+
+namespace quorvane {
+namespace {
+
+class ProgramWindowsTest : public ProgramTest {};
+
+TEST_F(ProgramWindowsTest, StartsWithTheConsoleAndTheLinkShown) {
+  serial.ports = {{2, true}, {5, true}};
+  settings.SaveSetting("frmSerialPort", "CommPort", "5");
+  Load();
+  EXPECT_TRUE(windows.Console().isVisible());
+  EXPECT_TRUE(windows.Link().isVisible());
+  EXPECT_EQ(windows.Console().windowTitle(), QStringLiteral("Quorvane - Demonstration (test.ini) - "));
+  for (int i = 0; i < 4; ++i) EXPECT_TRUE(windows.Lane(i).isVisible());
+  EXPECT_EQ(dynamic_cast<QLabel*>(Shown(program.judge().lblComm))->text(), QStringLiteral("COM5"));
+  // The hands' buttons are gone while the stations report.
+  EXPECT_TRUE(Shown(program.lane(0).cmdLap)->isHidden());
+}
+
+TEST_F(ProgramWindowsTest, HandStartedRaceRunsOnTheProgramsOwnTimers) {
+  Load();
+  const auto clock = [&] { return dynamic_cast<QLabel*>(Shown(program.judge().lblStatus))->text(); };
+  EXPECT_EQ(clock(), QStringLiteral("Waiting"));
+  ClickOn(Shown(program.judge().cmdStart));
+  EXPECT_TRUE(program.race().RaceActive);
+  EXPECT_FALSE(Shown(program.judge().cmdStart)->isEnabled());
+  EXPECT_TRUE(WaitFor([&] { return clock() == QStringLiteral("0.3"); })) << clock().toStdString();
+}
+
+TEST_F(ProgramWindowsTest, LinkWidensForTheMessageDetail) {
+  Load();
+  const int narrow = windows.Link().width();
+  ClickOn(Shown(program.link().cmdMore));
+  const int wide = windows.Link().width();
+  ClickOn(Shown(program.link().cmdMore));
+  EXPECT_EQ(windows.Link().width(), narrow);
+  EXPECT_GT(std::abs(wide - narrow), 200);
+}
+
+TEST_F(ProgramWindowsTest, ClosingAWindowIsForTheProgramToDecide) {
+  Load();
+  QCloseEvent closeLink;
+  QCoreApplication::sendEvent(&windows.Link(), &closeLink);
+  EXPECT_FALSE(windows.Link().isVisible());
+
+  answer = [](const DialogBox&) { return DialogAnswer{DialogAnswer::Word::No}; };
+  QCloseEvent closeConsole;
+  QCoreApplication::sendEvent(&windows.Console(), &closeConsole);
+  EXPECT_FALSE(closeConsole.isAccepted());
+  EXPECT_TRUE(windows.Console().isVisible());
+  EXPECT_EQ(shown.back(), "Close Quorvane");
+}
+
+TEST_F(ProgramWindowsTest, MarksStackUnderTheirLapCellAndPopUpOverTheRest) {
+  Load();
+  frmLane& lane = program.lane(1);
+  for (int i = 0; i < 3; ++i) {
+    lane.lblCut[i].SetCaption("C P" + std::to_string(i));
+    lane.lblCut[i].SetAnchor(&lane.lblLap[4]);
+    lane.lblCut[i].SetVisible(true);
+  }
+  windows.All().Apply();
+  const QRect cell = Shown(lane.lblLap[4])->geometry();
+  QRect above;
+  for (int i = 0; i < 3; ++i) {
+    const QRect mark = Shown(lane.lblCut[i])->geometry();
+    EXPECT_GE(mark.top(), cell.bottom());
+    EXPECT_LE(std::abs(mark.left() - cell.left()), 1);
+    EXPECT_FALSE(mark.intersects(above));
+    above = mark;
+  }
+
+  QEnterEvent enter({1, 1}, {1, 1}, {1, 1});
+  QCoreApplication::sendEvent(Shown(lane.lblCut[2]), &enter);
+  EXPECT_TRUE(lane.cmdShow.Visible());
+  EXPECT_FALSE(Shown(lane.cmdShow)->geometry().intersects(Shown(lane.lblCut[2])->geometry()));
+  QEvent leave(QEvent::Leave);
+  QCoreApplication::sendEvent(Shown(lane.lblCut[2]), &leave);
+  EXPECT_FALSE(lane.cmdShow.Visible());
+}
+
+TEST_F(ProgramWindowsTest, PanelsStandInTheirFramesAtEverySize) {
+  Load();
+  for (const QSize size : {QSize(1024, 700), QSize(1280, 800), QSize(2560, 1440)}) {
+    windows.Console().resize(size);
+    Settle();
+    for (int i = 0; i < 4; ++i) {
+      const QRect panel = windows.Lane(i).geometry();
+      EXPECT_TRUE(windows.Console().View().rect().contains(panel));
+      const int above = i == 0 ? -1 : windows.Lane(i - 1).geometry().bottom();
+      EXPECT_GT(panel.top(), above);
+    }
+  }
+}
+
+// The operator's way round: nothing that he does in any order may bring the program down.
+TEST_F(ProgramWindowsTest, BearsAnyOrderOfClicksAndKeys) {
+  serial.ports = {{1, true}, {3, false}};
+  Load();
+  unsigned random = 12345;
+  const auto next = [&](std::size_t most) {
+    random = random * 1664525U + 1013904223U;
+    return static_cast<std::size_t>(random >> 8) % most;
+  };
+  std::vector<Control*> controls;
+  for (Form* form : program.door().AllForms().All()) {
+    for (const Control& control : form->Controls()) {
+      if (control.Name() != "mnuExit") controls.push_back(form->Find(control.Name()));
+    }
+  }
+  for (int i = 0; i < 3000; ++i) {
+    Control& control = *controls[next(controls.size())];
+    const FormView* view = windows.All().FindView(control.Owner());
+    const ControlView* shown_as = view->Find(control);
+    if (shown_as != nullptr && shown_as->Widget()->isVisible() && i % 2 == 0) {
+      ClickOn(shown_as->Widget());
+    } else if (i % 3 == 0) {
+      Press(&windows.Console(), Qt::Key_F1 + static_cast<int>(next(12)));
+    } else {
+      Enter(EventKind::Hover, control.FullName());
+      Enter(EventKind::Type, control.FullName(), std::to_string(next(20)));
+    }
+    if (i % 100 == 0) Settle();
+  }
+  EXPECT_TRUE(windows.Console().isVisible());
+  EXPECT_EQ(program.door().ErrorsContained(), 0) << program.door().LastError();
+}
+
+}  // namespace
+}  // namespace quorvane

@@ -1,0 +1,171 @@
+#include "ui/qt_serial.h"
+
+#include <fcntl.h>
+#include <termios.h>
+#include <unistd.h>
+
+#include <ctime>
+
+#include "tests/ui/ui_fixture.h"
+
+namespace quorvane {
+namespace {
+
+// The far side of a pseudo-terminal that has a path of its own, as a modem has.
+class Modem {
+ public:
+  explicit Modem(const std::string& link) : link_(link), far_(posix_openpt(O_RDWR | O_NOCTTY)) {
+    grantpt(far_);
+    unlockpt(far_);
+    termios raw{};
+    tcgetattr(far_, &raw);
+    cfmakeraw(&raw);
+    tcsetattr(far_, TCSANOW, &raw);
+    EXPECT_EQ(symlink(ptsname(far_), link_.c_str()), 0);
+  }
+  ~Modem() {
+    unlink(link_.c_str());
+    close(far_);
+  }
+  void Send(const std::string& bytes) {
+    EXPECT_EQ(write(far_, bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
+  }
+  std::string Receive() {
+    char buffer[100];
+    fcntl(far_, F_SETFL, O_NONBLOCK);
+    const ssize_t got = read(far_, buffer, sizeof buffer);
+    return {buffer, static_cast<std::size_t>(std::max<ssize_t>(got, 0))};
+  }
+
+ private:
+  const std::string link_;
+  const int far_;
+};
+
+double ProcessorSeconds() {
+  return static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
+}
+
+class QtSerialTest : public UiTest, public DeviceEvents {
+ protected:
+  QtSerialTest() {
+    door.SetDevices(this);
+    serial.SetDoor(&door);
+  }
+  void Load() override {}
+  void BytesArrived(const std::vector<std::uint8_t>& bytes) override {
+    arrived.append(bytes.begin(), bytes.end());
+    if (onBytes) onBytes();
+  }
+  void LineError(int code) override { lineErrors.push_back(code); }
+  // As the link form does it.
+  void PortsChanged(const std::vector<int>& ports) override {
+    there = std::find(ports.begin(), ports.end(), 5) != ports.end();
+    ++told;
+    serial.SetPortOpen(there);
+  }
+  void EventEnded() override {}
+
+  SerialError Open() {
+    if (SerialError error = serial.SetCommPort(5)) return error;
+    return serial.SetPortOpen(true);
+  }
+
+  const std::string link = InFolder("radio");
+  QtSerial serial{settings, {{5, link}}};
+  std::string arrived;
+  std::function<void()> onBytes;
+  std::vector<int> lineErrors;
+  bool there = true;
+  int told = 0;
+};
+
+TEST_F(QtSerialTest, BytesPassBothWaysUnchanged) {
+  Modem modem(link);
+  ASSERT_FALSE(Open());
+  std::string all;
+  for (int i = 0; i < 256; ++i) all += static_cast<char>(i);
+  modem.Send(all);
+  EXPECT_TRUE(WaitFor([&] { return arrived.size() == all.size(); }));
+  EXPECT_EQ(arrived, all);
+  serial.Output({0x55, 0xAA, 0x00, 0x0D});
+  std::string sent;
+  EXPECT_TRUE(WaitFor([&] { return (sent += modem.Receive()).size() >= 4; }));
+  EXPECT_EQ(sent, std::string("\x55\xAA\x00\x0D", 4));
+}
+
+TEST_F(QtSerialTest, BytesGoOnWhileTheFirstOfThemHasOpenedABox) {
+  Modem modem(link);
+  ASSERT_FALSE(Open());
+  onBytes = [&] {
+    onBytes = {};
+    door.Post([&] {
+      platform.SetAnswerer([&](const DialogBox&) {
+        modem.Send("more");
+        EXPECT_TRUE(WaitFor([&] { return arrived == "firstmore"; }));
+        return std::optional(DialogAnswer{DialogAnswer::Word::Ok});
+      });
+      door.Ask({DialogKind::Ok, "T", "x"});
+    });
+  };
+  modem.Send("first");
+  EXPECT_TRUE(WaitFor([&] { return arrived.size() == 9; }));
+}
+
+TEST_F(QtSerialTest, DeviceThatGoesAwayCostsNothingAndIsOpenedAgainWhenItIsBack) {
+  auto modem = std::make_unique<Modem>(link);
+  ASSERT_FALSE(Open());
+  modem->Send("last words");
+  EXPECT_TRUE(WaitFor([&] { return arrived == "last words"; }));
+  modem.reset();
+  EXPECT_TRUE(WaitFor([&] { return told > 0; }));
+  EXPECT_FALSE(there);
+  EXPECT_FALSE(serial.PortOpen());
+
+  const double before = ProcessorSeconds();
+  WaitFor([] { return false; }, 700);
+  EXPECT_LT(ProcessorSeconds() - before, 0.3);
+  serial.Output({1, 2, 3});
+
+  modem = std::make_unique<Modem>(link);
+  EXPECT_TRUE(WaitFor([&] { return serial.PortOpen(); }));
+  arrived.clear();
+  modem->Send("hello again");
+  EXPECT_TRUE(WaitFor([&] { return arrived == "hello again"; }));
+}
+
+TEST_F(QtSerialTest, PortThatCannotBeOpenedSaysWhy) {
+  EXPECT_EQ(QtSerial(settings, {{5, link}}).SetCommPort(5).number, kErrorNoSuchPort);
+  Modem modem(link);
+  EXPECT_EQ(serial.SetCommPort(32).number, kErrorNoSuchPort);
+  ASSERT_FALSE(Open());
+  QtSerial second(settings, {{5, link}});
+  ASSERT_FALSE(second.SetCommPort(5));
+  const SerialError error = second.SetPortOpen(true);
+  EXPECT_EQ(error.number, 16) << error.description;
+  EXPECT_NE(error.description.find("Another program"), std::string::npos);
+}
+
+TEST_F(QtSerialTest, NumberOfTheCommandLineIsForThisRunOnly) {
+  Modem modem(link);
+  settings.SaveSetting("Ports", "COM5", "/dev/serial/by-id/usb-modem");
+  ASSERT_FALSE(Open());
+  EXPECT_EQ(settings.GetSetting("Ports", "COM5", ""), "/dev/serial/by-id/usb-modem");
+}
+
+TEST_F(QtSerialTest, WritingToALineThatNobodyReadsNeverWaits) {
+  Modem modem(link);
+  ASSERT_FALSE(Open());
+  QElapsedTimer waited;
+  waited.start();
+  for (int i = 0; i < 2000; ++i) {
+    serial.Output(std::vector<std::uint8_t>(36, 0x41));
+    if (i % 100 == 0) Settle();
+  }
+  EXPECT_LT(waited.elapsed(), 1000);
+  EXPECT_FALSE(lineErrors.empty());
+  EXPECT_EQ(lineErrors.front(), 1010);
+}
+
+}  // namespace
+}  // namespace quorvane
