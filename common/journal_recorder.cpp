@@ -26,6 +26,13 @@ std::optional<std::string> ContentOf(const std::string& path) {
   return std::string(std::istreambuf_iterator<char>(in), {});
 }
 
+template <typename Records>
+std::string Joined(const Records& records) {
+  std::string text;
+  for (const std::string& record : records) text += record;
+  return text;
+}
+
 }  // namespace
 
 void SessionRecorder::Begin(const SessionStart& start) {
@@ -60,7 +67,7 @@ bool SessionRecorder::Record(const std::filesystem::path& path) {
     return false;
   }
   file_ = std::make_unique<JournalFile>(path);
-  file_->Append(session_);
+  file_->Append(Joined(session_));
   return true;
 }
 
@@ -79,13 +86,17 @@ void SessionRecorder::End(std::int64_t ms) {
 }
 
 void SessionRecorder::Add(const std::string& text) {
-  latest_ += text;
+  latest_.push_back(text);
   if (file_ != nullptr) file_->Append(text);
+  Keep(text, session_.size());
+}
+
+void SessionRecorder::Keep(const std::string& text, std::size_t place) {
   if (tooLong_) return;
-  session_ += text;
-  if (session_.size() <= mostBytes_) return;
-  tooLong_ = true;
-  session_ = {};
+  session_.insert(session_.begin() + static_cast<std::ptrdiff_t>(place), text);
+  bytes_ += text.size();
+  tooLong_ = bytes_ > mostBytes_;
+  if (tooLong_) session_.clear();
 }
 
 void SessionRecorder::AddInput(std::int64_t ms, const std::string& record) {
@@ -102,8 +113,8 @@ void SessionRecorder::NoteOpened(int port, int number, const std::string& descri
   if (!begun_ || unchanged) return;
   busyPorts_[port] = now;
   const std::string record = BusyRecord(latestMs_, port, number, now.second);
-  if (file_ != nullptr) file_->InsertBefore(latest_, record);
-  if (!tooLong_) session_.insert(session_.size() - latest_.size(), record);
+  if (file_ != nullptr) file_->InsertBefore(Joined(latest_), record);
+  if (!tooLong_) Keep(record, session_.size() - latest_.size());
 }
 
 void SessionRecorder::Entered(std::int64_t ms, const Event& event) {

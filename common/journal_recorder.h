@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <filesystem>
 #include <map>
 #include <memory>
@@ -66,13 +68,16 @@ class SessionRecorder : public Journal {
  private:
   void AddInput(std::int64_t ms, const std::string& record);
   void Add(const std::string& text);
+  void Keep(const std::string& text, std::size_t place);
   void KeepProject(const std::string& path);
 
   const std::size_t mostBytes_;
-  std::string session_;  // since the start; empty once it has grown too long
+  // Since the start, a record each, so that it grows without being copied; empty once it has grown too long.
+  std::deque<std::string> session_;
+  std::size_t bytes_ = 0;
   bool begun_ = false;
   bool tooLong_ = false;
-  std::string latest_;  // the last record that a replay acts on, and what followed from it
+  std::vector<std::string> latest_;  // the last record that a replay acts on, and what followed from it
   std::int64_t latestMs_ = 0;
   std::set<std::string> projectsKept_;
   std::map<int, std::pair<int, std::string>> busyPorts_;  // with number and description of the failure

@@ -34,8 +34,6 @@ struct DialogBox {
   std::string preset = {};            // input: the text offered; files: the path offered
   std::string folder = {};            // files: where the dialog starts
   std::string defaultExtension = {};  // files: ".ini"
-
-  bool operator==(const DialogBox&) const = default;
 };
 
 // Ok, Cancel, Yes and No are buttons; Text is an entered text, File a chosen path. A box that is closed

@@ -49,7 +49,9 @@ void MemorySettings::SaveSetting(const std::string& section, const std::string& 
 SerialError VirtualSerial::OpenDevice(int port, const std::string& /*settings*/) {
   if (!ports.contains(port)) return {kErrorNoSuchPort, "Invalid port number"};
   const auto found = busy.find(port);
-  return found == busy.end() ? SerialError{} : found->second;
+  const SerialError error = found == busy.end() ? SerialError{} : found->second;
+  if (onOpened) onOpened(port, error);
+  return error;
 }
 
 void VirtualSerial::WriteDevice(const std::vector<std::uint8_t>& bytes) {
@@ -77,7 +79,10 @@ DialogAnswer VirtualPlatform::ShowDialog(const DialogBox& box) {
 }
 
 DialogAnswer VirtualPlatform::Dismiss(const DialogBox& box) {
-  if (!(dismissed_ == box)) dismissals_ = 0;
+  // What an input box offers may differ from one time to the next.
+  const bool again =
+      box.kind == dismissed_.kind && box.title == dismissed_.title && box.text == dismissed_.text;
+  if (!again) dismissals_ = 0;
   dismissed_ = box;
   if (++dismissals_ > mostDismissals && box.kind != DialogKind::Ok) throw NoWayOut{box};
   return Dismissed(box.kind);

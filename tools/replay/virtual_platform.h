@@ -36,6 +36,7 @@ class VirtualSerial : public SerialControl {
   std::map<int, SerialError> busy;              // opening these fails so
   std::vector<std::vector<std::uint8_t>> sent;  // one entry a write
   std::function<void(const std::vector<std::uint8_t>&)> onSent;
+  std::function<void(int port, const SerialError&)> onOpened;  // also when it has failed
 
  protected:
   bool DeviceExists(int port) override { return ports.contains(port); }
@@ -60,7 +61,7 @@ class VirtualPlatform : public Platform {
     DialogAnswer answer;
   };
 
-  std::int64_t ClockMs() override { return ms_; }
+  std::int64_t ClockMs() override { return ms_ += msPerLook; }
   LocalDateTime LocalNow() override;
   DialogAnswer ShowDialog(const DialogBox& box) override;
   void RepaintWindows() override { ++repaints; }
@@ -78,6 +79,7 @@ class VirtualPlatform : public Platform {
   void SetClock(std::int64_t ms) { ms_ = ms; }
 
   LocalDateTime start{2026, 11, 21, 9, 0, 0};  // local date and time at 0 ms
+  std::int64_t msPerLook = 0;                  // a real clock goes on between two looks at it
   MemorySettings settings;
   std::string programFolder;
   std::string homeFolder;
