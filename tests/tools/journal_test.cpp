@@ -1,0 +1,188 @@
+#include "tools/replay/journal.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <string>
+
+#include "common/journal_text.h"
+
+namespace quorvane {
+namespace {
+
+constexpr const char* kHead = "quorvane-journal 1\n0 start 2026-11-21T09:00:00\n0 timers virtual\n0 load\n";
+
+// "line: what was expected", or "" when the text can be read.
+std::string Fault(const std::string& text) {
+  try {
+    ReadJournal(text);
+    return "";
+  } catch (const UnreadableJournal& error) {
+    return std::to_string(error.Line()) + ": " + error.what();
+  }
+}
+
+Event RandomEvent(std::mt19937& random) {
+  static const std::vector<std::string> kTexts = {
+      "", "a b", "\"quoted\" \\ back", "line\r\nbreak\ttab", "Zürich 21°", "\x01\x1F", "end", "#"};
+  const auto pick = [&](std::size_t n) { return static_cast<int>(random() % n); };
+  Event event;
+  event.kind = static_cast<EventKind>(pick(14));
+  switch (event.kind) {
+    case EventKind::Key:
+      event.text = std::vector<std::string>{"F1", "F12", "7", "0"}[random() % 4];
+      break;
+    case EventKind::Load:
+      event.kind = EventKind::Bytes;
+      [[fallthrough]];
+    case EventKind::Bytes:
+      for (int i = pick(80); i >= 0; --i) event.bytes.push_back(static_cast<std::uint8_t>(random()));
+      break;
+    case EventKind::LineError:
+      event.number = 1000 + pick(12);
+      break;
+    case EventKind::Ports:
+      for (int port = 1 + pick(9); port < 32; port += 1 + pick(20)) event.numbers.push_back(port);
+      break;
+    case EventKind::Activate:
+    case EventKind::Close:
+    case EventKind::Resize:
+      event.target = "frmLane2";
+      break;
+    default:
+      event.target = "frmLane2.lblCut(" + std::to_string(pick(40)) + ")";
+      if (event.kind == EventKind::Type) event.text = kTexts[random() % kTexts.size()];
+      if (event.kind == EventKind::Choose) event.number = pick(7);
+  }
+  return event;
+}
+
+bool Equal(const Event& a, const Event& b) {
+  return a.kind == b.kind && a.target == b.target && a.text == b.text && a.number == b.number &&
+         a.numbers == b.numbers && a.bytes == b.bytes;
+}
+
+TEST(Journal, WhatIsWrittenReadsBack) {
+  std::mt19937 random(7);
+  const LocalDateTime start{2028, 2, 29, 23, 59, 1};
+  std::string text = StartRecords(start, true) + SettingRecord("a b", "k", "v \"x\"\r\n") +
+                     EventRecord(0, {.kind = EventKind::Load});
+  std::vector<Event> events;
+  for (int ms = 0; ms < 2000; ++ms) {
+    const Event event = RandomEvent(random);
+    text += EventRecord(ms, event);
+    if (event.kind != EventKind::GotFocus) events.push_back(event);
+  }
+  text += AnswerRecord(2000, {DialogAnswer::Word::File, "c:\\Quorvane\\x.ini"}) +
+          BusyRecord(2001, 5, 8005, "Access is \"denied\"") + SentRecord(2002, {0x55, 0xAA}) +
+          EndRecord(2003);
+  const SessionJournal journal = ReadJournal(text);
+  EXPECT_EQ(journal.start, start);
+  EXPECT_TRUE(journal.timersRecorded);
+  EXPECT_EQ(journal.settings.at(0).section, "a b");
+  EXPECT_EQ(journal.settings.at(0).value, "v \"x\"\r\n");
+  ASSERT_EQ(journal.records.size(), events.size() + 5);
+  for (std::size_t i = 0; i < events.size(); ++i) {
+    ASSERT_TRUE(Equal(journal.records[i + 1].event, events[i])) << i;
+  }
+  const JournalRecord* last = &journal.records[events.size() + 1];
+  EXPECT_EQ(last[0].answer.text, "c:\\Quorvane\\x.ini");
+  EXPECT_EQ(last[1].port, 5);
+  EXPECT_EQ(last[1].event.number, 8005);
+  EXPECT_EQ(last[1].event.text, "Access is \"denied\"");
+  EXPECT_EQ(last[2].event.bytes, (std::vector<std::uint8_t>{0x55, 0xAA}));
+  EXPECT_EQ(last[3].kind, JournalRecord::Kind::End);
+}
+
+TEST(Journal, ReadsWhatHandsWrite) {
+  const SessionJournal journal = ReadJournal(
+      "\xEF\xBB\xBFquorvane-journal 1\r\n# a comment\r\n\r\n0 start 2026-11-21T09:00:00\r\n"
+      "0\tports 5  3 5 \r\n0 load\r\n  7 rx 55aA\r\n"
+      "7 type frmJudge.txtComments \"caf\\u00e9 \\ud83d\\ude80 \\ud83d \\/\"\r\n7 end");
+  EXPECT_FALSE(journal.timersRecorded);
+  ASSERT_EQ(journal.records.size(), 5U);
+  EXPECT_EQ(journal.records[0].event.numbers, (std::vector<int>{3, 5}));
+  EXPECT_EQ(journal.records[2].event.bytes, (std::vector<std::uint8_t>{0x55, 0xAA}));
+  EXPECT_EQ(journal.records[3].event.text, "caf\xC3\xA9 \xF0\x9F\x9A\x80 \xEF\xBF\xBD /");
+  EXPECT_EQ(journal.records[3].line, 8);
+  EXPECT_TRUE(journal.hasEnd);
+}
+
+TEST(Journal, NamesTheLineAndWhatWasExpected) {
+  const struct {
+    const char* after;  // the head
+    const char* fault;
+  } kCases[] = {
+      {"5 frobnicate x\n", "5: expected a known verb, found \"frobnicate\""},
+      {"5 key F2\n4 key F2\n", "6: expected a time not before 5 ms, found \"4\""},
+      {"x key F2\n", "5: expected a time in whole milliseconds, found \"x\""},
+      {"1.5 key F2\n", "5: expected a time in whole milliseconds, found \"1.5\""},
+      {"99999999999 end\n", "5: expected a time in whole milliseconds, found \"99999999999\""},
+      {"5\n", "5: expected a verb, found nothing"},
+      {"5 key F13\n", "5: expected a key: F1 to F12, 7, 8, 9 or 0, found \"F13\""},
+      {"5 rx 55A\n", "5: expected bytes as pairs of hexadecimal digits, found \"55A\""},
+      {"5 rx\n", "5: expected bytes as pairs of hexadecimal digits, found nothing"},
+      {"5 rx 5g\n", "5: expected bytes as pairs of hexadecimal digits, found \"5g\""},
+      {"5 line 5\n", "5: expected a line error from 1000 up, found \"5\""},
+      {"5 click cmdStart\n", "5: expected a control like frmJudge.cmdStart, found \"cmdStart\""},
+      {"5 click frmJudge.cmdStart twice\n", "5: expected the end of the line, found \"twice\""},
+      {"5 type frmJudge.txtComments gusty\n", "5: expected a quoted text, found \"gusty\""},
+      {"5 type frmJudge.txtComments \"gusty\n", "5: expected a closing quote, found nothing"},
+      {"5 answer text \"\\x\"\n", "5: expected one of \"\\/bfnrtu after a backslash, found \"x\""},
+      {"5 answer text \"\\u12\"\n", "5: expected four hexadecimal digits after \\u, found \"\"\""},
+      {"5 choose frmJudge.cboRaceMode -1\n", "5: expected the number of a list entry, from 0, found \"-1\""},
+      {"5 answer perhaps\n",
+       "5: expected yes, no, cancel, ok, text \"...\" or file \"...\", found \"perhaps\""},
+      {"5 timer frmJudge.tmrTimeTick\n",
+       "5: expected timer records only after \"timers recorded\", found \"timer\""},
+      {"5 ports 32\n", "5: expected port numbers from 1 to 31, found \"32\""},
+      {"5 load\n", "5: expected \"load\" only once, found \"load\""},
+      {"5 setting a b \"c\"\n", "5: expected \"setting\" before \"load\", found \"setting\""},
+      {"5 end\n6 key F1\n", "6: expected nothing after the end, found \"6 key F1\""},
+  };
+  for (const auto& c : kCases) EXPECT_EQ(Fault(std::string(kHead) + c.after), c.fault);
+  EXPECT_EQ(Fault(""), "1: expected \"quorvane-journal 1\", found nothing");
+  EXPECT_EQ(Fault("quorvane-journal 2\n"),
+            "1: expected \"quorvane-journal 1\", found \"quorvane-journal 2\"");
+  EXPECT_EQ(Fault("quorvane-journal 1\n0 load\n"),
+            "2: expected \"0 start\" with the date and time first, found \"load\"");
+  EXPECT_EQ(Fault("quorvane-journal 1\n0 start 2026-02-30T09:00:00\n"),
+            "2: expected a date and time like 2026-11-21T09:00:00, found \"2026-02-30T09:00:00\"");
+  EXPECT_EQ(Fault("quorvane-journal 1\n0 start 2026-11-21T09:00:00\n0 key F1\n"),
+            "3: expected \"load\" before anything happens, found \"key\"");
+}
+
+TEST(Journal, CutOffAnywhereItReadsUpToItsLastWholeLine) {
+  const std::string text = std::string(kHead) +
+                           "# project \"a.ini\"\n# = \"x\"\n5 type frmJudge.txtComments \"a b\"\n"
+                           "6 rx 55AA\n7 click frmJudge.cmdStart\n8 key F10\n9 end\n";
+  for (std::size_t cut = 19; cut <= text.size(); ++cut) {
+    const std::string whole = text.substr(0, text.rfind('\n', cut - 1) + 1);
+    const SessionJournal journal = ReadJournal(text.substr(0, cut));
+    const std::size_t expected = ReadJournal(whole).records.size();
+    // A record that cannot go on is as good as a whole line.
+    if (journal.cutOff) {
+      EXPECT_EQ(journal.records.size(), expected) << cut;
+    } else {
+      EXPECT_LE(journal.records.size(), expected + 1) << cut;
+    }
+  }
+  EXPECT_TRUE(ReadJournal(std::string(kHead) + "8 key F1").cutOff);
+  EXPECT_TRUE(ReadJournal(std::string(kHead) + "8 click frmJudge.cmdSa").cutOff);
+  EXPECT_FALSE(ReadJournal(std::string(kHead) + "8 answer yes").cutOff);
+}
+
+TEST(Journal, CommentsKeepAProjectToTheByte) {
+  std::string bytes = "[Current]\r\nTitle=\"Cup\"\n\xE9\x80\xFFz\x7F\\";
+  bytes += '\0';
+  const SessionJournal journal =
+      ReadJournal(std::string(kHead) + "# project is what this is about\n# = nothing\n" +
+                  ProjectComments("/home/judge/my cup.ini", bytes) + ProjectComments("empty.ini", ""));
+  ASSERT_EQ(journal.projects.size(), 2U);
+  EXPECT_EQ(journal.projects[0].path, "/home/judge/my cup.ini");
+  EXPECT_EQ(journal.projects[0].bytes, bytes);
+  EXPECT_EQ(journal.projects[1].bytes, "");
+}
+
+}  // namespace
+}  // namespace quorvane
