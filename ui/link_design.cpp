@@ -34,6 +34,7 @@ void AddStations(FormDesign& design, int top) {
     const Look look = Look::White;
     design.places.push_back({Indexed("lblStation", i), {18, y, 136, 26}, 13, look | Look::Left | Look::Bold});
     design.places.push_back({Indexed("lblAge", i), {160, y, 86, 26}, 13, look, "Age of station " + number});
+    design.places.push_back({Indexed("lblSilent", i), {394, y, 60, 26}, 12, look | Look::Bold});
     design.places.push_back(
         {Indexed("lblVolt", i), {248, y, 66, 26}, 13, look, "Volts of station " + number});
     design.places.push_back(
