@@ -14,6 +14,7 @@ constexpr const char* kNoCaptions = ",,,,,,,,,,,,,";
 
 std::string Captions(const ControlArray& labels, int number) {
   std::vector<std::string> captions;
+  captions.reserve(static_cast<std::size_t>(number));
   for (int i = 0; i < number; ++i) captions.push_back(labels[i].Caption());
   return Join(captions, ',');
 }

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstdint>
 #include <cstdlib>
 #include <random>
 
@@ -42,6 +44,8 @@ class RandomLane : public testing::Test {
   int Below(int n) { return static_cast<int>(random_() % static_cast<unsigned>(n)); }
   bool OneIn(int n) { return Below(n) == 0; }
 
+  void Wait(int ms) { rig_.At(rig_.owner.raceTime + std::min(ms, INT32_MAX - rig_.owner.raceTime)); }
+
   void Operate() {
     const std::int32_t now = rig_.owner.raceTime;
     static constexpr std::array kCodes = {"oo", "1o", "o1", "11", "", "11o", "\xff"};
@@ -54,7 +58,7 @@ class RandomLane : public testing::Test {
       case 3:
       case 4:
       case 5:
-        return rig_.At(now + Below(9000));
+        return Wait(Below(9000));
       case 6:
       case 7:
         return lane.DoLap(now, 8 * (1 + Below(255)));
@@ -114,7 +118,7 @@ class RandomLane : public testing::Test {
         rig_.race.ManualStart = !rig_.race.ManualStart;
         return;
       case 9:
-        return rig_.At(OneIn(5) ? INT32_MAX - Below(70000) : rig_.owner.raceTime + 20000);
+        return OneIn(5) ? rig_.At(INT32_MAX - Below(70000)) : Wait(20000);
       default:
         if (!lane.IsFinished()) lane.UpdateLapTime(rig_.owner.raceTime);
         return;
