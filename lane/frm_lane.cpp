@@ -67,7 +67,6 @@ void frmLane::HookEvents() {
 
 void frmLane::Form_Load() {
   InitializeRace(0);
-  HidePopUp();
 }
 
 void frmLane::InitializeRace(std::int32_t timeBase) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "common/busy_flag.h"
 #include "common/checked.h"
 #include "common/time_text.h"
 #include "lane/frm_lane.h"
@@ -14,18 +15,6 @@ constexpr std::int32_t kFirstLapFrom = 5000;
 constexpr std::int32_t kBetweenLaps = 3000;
 constexpr std::int32_t kPanelLockOut = 4000;
 constexpr int kTimersStation = 4;
-
-// Sets a flag for as long as it lives.
-class FlagGuard {
- public:
-  explicit FlagGuard(bool& flag) : flag_(flag) { flag_ = true; }
-  ~FlagGuard() { flag_ = false; }
-  FlagGuard(const FlagGuard&) = delete;
-  FlagGuard& operator=(const FlagGuard&) = delete;
-
- private:
-  bool& flag_;
-};
 
 }  // namespace
 
@@ -58,7 +47,7 @@ void frmLane::DoLap(std::int32_t time, std::int32_t lockOut) {
   EntryMade();
 }
 
-// Whether the lap after `lap` completed ones has a cell that shows it: the eleventh only when the lane owes
+// Whether the lap after `lap` completed ones has a cell that shows it: the eleventh only in a lane that owes
 // it.
 bool frmLane::HasCell(int lap) const {
   return lap < lblLap.Upper() || (lap == lblLap.Upper() && LapTarget_ > lblLap.Upper());
@@ -128,7 +117,7 @@ void frmLane::cmdLap_Click() {
 
 void frmLane::chkNovice_Click() {
   if (InNoviceClick_) return;
-  const FlagGuard guard(InNoviceClick_);
+  const BusyFlag busy(InNoviceClick_);
   if (race_.RaceActive) {
     chkNovice.SetValue(chkNovice.Value() == 1 ? 0 : 1);
     return;

@@ -8,9 +8,8 @@
 namespace quorvane {
 namespace {
 
-constexpr std::int32_t kPanelTurn = 2000;  // ms that a turn of the operator is shown
-constexpr std::int32_t kPreviousLap =
-    4000;  // a cut at pylon 2 or 3 so soon after a lap belongs to the lap before
+constexpr std::int32_t kPanelTurn = 2000;    // ms that a turn of the operator is shown
+constexpr std::int32_t kPreviousLap = 4000;  // so soon after a lap, a cut at pylon 2 or 3 belongs before it
 constexpr std::int32_t kBetweenMissedPylons = 3000;
 
 // The judge's two lights for a lane.
@@ -63,7 +62,7 @@ void frmLane::EnterMissedPylon(std::int16_t pylon) {
   lastTime = now;
 }
 
-// One more cut than the lane has, named after the missed pylon (0: none). A refused entry leaves no name
+// One more cut than the lane has, named after the missed pylon (0: none). A refused one leaves no name
 // behind.
 void frmLane::EnterPanelCut(std::int16_t missedPylon, bool accepted) {
   const std::int16_t before = MissedPylon_;
