@@ -1,5 +1,6 @@
 #include "records/project.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <chrono>
@@ -18,6 +19,16 @@ constexpr std::string_view kResultsHeader =
 
 std::filesystem::path PathOf(const std::string& utf8) {
   return std::filesystem::path(std::u8string(utf8.begin(), utf8.end()));
+}
+
+// One file may be named in several ways: through a link, or by a path with "..".
+bool SameFile(const std::string& a, const std::string& b) {
+  if (a == b) return true;
+  if (a.empty() || b.empty()) return false;
+  std::error_code error;
+  const auto whole = std::filesystem::weakly_canonical(PathOf(a), error);
+  if (error) return false;
+  return whole == std::filesystem::weakly_canonical(PathOf(b), error) && !error;
 }
 
 std::string TwoDigits(int number) {
@@ -47,8 +58,15 @@ Project::Project(RaceState& race, FileOps& files)
 bool Project::Open(const std::string& path) {
   auto next = std::make_unique<ProjectStore>(files_);
   next->Open(path);
-  if (next->Path() != store_->Path()) {
-    if (next->TryLock() == LockResult::HeldElsewhere) return false;
+  if (!SameFile(next->Path(), store_->Path())) {
+    const auto left = std::find_if(unsaved_.begin(), unsaved_.end(),
+                                   [&](const auto& store) { return SameFile(store->Path(), next->Path()); });
+    if (left != unsaved_.end()) {
+      next = std::move(*left);
+      unsaved_.erase(left);
+    } else if (next->TryLock() == LockResult::HeldElsewhere) {
+      return false;
+    }
     if (!store_->Saved()) unsaved_.push_back(std::move(store_));
     store_ = std::move(next);
   }

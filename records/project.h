@@ -18,7 +18,8 @@ class Project {
   explicit Project(RaceState& race, FileOps& files = SystemFiles());
 
   // Makes the file at this path the project; it need not exist. False, and the open project stays, when
-  // another console has it open. What the old project could not save yet is kept and goes on being tried.
+  // another console has it open. What the old project could not save yet is kept, goes on being tried, and is
+  // there again when that project is opened again.
   bool Open(const std::string& path);
 
   std::string GetProjectValue(const std::string& section, const std::string& key,
