@@ -41,6 +41,7 @@ frmJudge::frmJudge(Door& door, RaceState& race, RaceClock& clock, Project& proje
       lblComm(Add(ControlKind::Label, "lblComm")),
       lblReadComm(AddCaptioned(ControlKind::Label, "lblReadComm", "R")),
       lblWriteComm(AddCaptioned(ControlKind::Label, "lblWriteComm", "T")),
+      lblSilent(Add(ControlKind::Label, "lblSilent")),
       fraLane(*this, ControlKind::Frame, "fraLane", 0, 3),
       tmrTimeTick(Add(ControlKind::Timer, "tmrTimeTick")),
       tmrSaveRetry(Add(ControlKind::Timer, "tmrSaveRetry")),
@@ -52,6 +53,8 @@ frmJudge::frmJudge(Door& door, RaceState& race, RaceClock& clock, Project& proje
   lblNotSaved.SetVisible(false);
   lblNotSaved.SetForeColor(kWhite);
   lblNotSaved.SetBackColor(kRed);
+  lblSilent.SetVisible(false);
+  lblSilent.SetForeColor(kRed);
   chkAudio.SetVisible(false);
   tmrSaveRetry.SetInterval(3000);
   for (int i = 0; i < 4; ++i) {
@@ -130,6 +133,7 @@ void frmJudge::Form_QueryUnload() {
 void frmJudge::Form_Unload() {
   tmrTimeTick.SetEnabled(false);
   for (const auto& lane : lanes_) lane->Form_Unload();
+  project_.Retry();
   door_.System().EndProgram();
 }
 

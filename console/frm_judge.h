@@ -77,6 +77,7 @@ class frmJudge : public Form, private LaneOwner, private LinkOwner {
   Control& lblComm;
   Control& lblReadComm;
   Control& lblWriteComm;
+  Control& lblSilent;    // beside lblComm: names stations that fell silent in the race
   ControlArray fraLane;  // 0..3, where the lane panels stand
   Control& tmrTimeTick;
   Control& tmrSaveRetry;  // tries again to write what is not on the disk yet
@@ -137,6 +138,8 @@ class frmJudge : public Form, private LaneOwner, private LinkOwner {
   void EventEnded();
 
   bool RaceBeingFlown() const { return race_.RaceActive && !race_.RaceDone; }
+  // A race is being flown or waits to be saved. It may have been started by radio while a box was open.
+  bool RaceAtStake() const { return RaceBeingFlown() || cmdSave.Enabled(); }
   std::int16_t Heat() const { return heat_; }
   std::int16_t Round() const { return round_; }
   const std::string& EventName() const { return eventName_; }
@@ -158,6 +161,7 @@ class frmJudge : public Form, private LaneOwner, private LinkOwner {
   Control& ReadLamp() override { return lblReadComm; }
   Control& WriteLamp() override { return lblWriteComm; }
   Control& SixtySecondCountBox() override { return chkSixtySecondCount; }
+  Control* SilenceLabel() override { return &lblSilent; }
 
   void HookEvents();
   void CheckRaceComplete(bool& allFinished);
@@ -196,6 +200,7 @@ class frmJudge : public Form, private LaneOwner, private LinkOwner {
   void ShowOpenProject();
   std::int16_t StoredInteger(const std::string& key, const std::string& fallback);
   void WriteRace();
+  std::int16_t NextRefly();
   std::string ShownSection();
   void ShowSaveState();
 

@@ -206,6 +206,15 @@ TEST_F(Stations, SendersLanesAndModesOutOfRangeChangeNothing) {
   EXPECT_EQ(rig.race().RaceMode, 6);
 }
 
+TEST_F(Stations, AStationThatFallsSilentDuringARaceIsNamedBesideTheLink) {
+  rig.Receive(Frame(1, 254, 0));
+  CountDown();
+  EXPECT_TRUE(rig.judge().lblSilent.Visible());
+  EXPECT_EQ(rig.judge().lblSilent.Caption(), "Silent: Judges 2");
+  rig.Receive(Frame(1, 254, 0));
+  EXPECT_FALSE(rig.judge().lblSilent.Visible());
+}
+
 TEST(Broadcasts, OnlyAControllerSends) {
   for (const bool controls : {false, true}) {
     ConsoleRig rig(true);
