@@ -150,7 +150,9 @@ void frmJudge::cmdRefly_Click() {
 void frmJudge::mnuHeatsPerRound_Click() {
   if (RaceBeingFlown()) return;
   cmdSave_Click();
-  race_.HeatsPerRound = AskHeatsPerRound();
+  const std::int16_t heats = AskHeatsPerRound();
+  if (RaceAtStake()) return;
+  race_.HeatsPerRound = heats;
   SetProjectValue("Current", "HeatsPerRound", std::to_string(race_.HeatsPerRound));
   ShowCurrentRace();
 }

@@ -22,7 +22,7 @@ std::string frmJudge::DefaultFolder() const {
 }
 
 std::string frmJudge::TodaysProjectName() const {
-  return ProjectDate(door_.System().LocalNow()) + ".ini";
+  return ProjectDate(door_.LocalNow()) + ".ini";
 }
 
 void frmJudge::mnuSelectFile_Click() {
@@ -47,6 +47,7 @@ bool frmJudge::ChooseProject(bool atStart) {
 
 bool frmJudge::OpenAtStart() {
   if (!startupProject_.empty()) {
+    race_.ProjectFile = startupProject_;
     MakeFolderPath(ParentFolder(startupProject_));
     return project_.Open(startupProject_) || AskOtherThan(startupProject_, true);
   }
@@ -94,8 +95,7 @@ bool frmJudge::AskProjectFile(bool atStart) {
   box.defaultExtension = ".ini";
   const DialogAnswer answer = door_.Ask(box);
   if (answer.word != DialogAnswer::Word::File || answer.text.empty()) return false;
-  // The race on the console may have been started by radio while the box was open.
-  if (!atStart && RaceBeingFlown()) return false;
+  if (!atStart && RaceAtStake()) return false;
   const std::string file = answer.text;
   MakeFolderPath(ParentFolder(file));
   if (!project_.Open(file)) return AskOtherThan(file, atStart);
@@ -127,6 +127,7 @@ void frmJudge::ShowOpenProject() {
   } else {
     SetCaption();
   }
+  if (RaceAtStake()) return;
   cmdReset.SetEnabled(false);
   cmdSave.SetEnabled(false);
 }
@@ -161,18 +162,27 @@ void frmJudge::cmdSave_Click() {
   cmdReset_Click();
 }
 
+// One more than the file counts. A file that counts wrong must not cost a refly that is recorded already.
+std::int16_t frmJudge::NextRefly() {
+  const std::int16_t counted = StoredInteger("NumberReflys", "0");
+  std::int16_t number = counted == INT16_MAX ? std::int16_t{1} : AddInteger(counted, 1);
+  while (LeadingNumber(GetProjectValue("Refly" + std::to_string(number), "Timestamp", "0")) != 0.0) {
+    number = AddInteger(number, 1);
+  }
+  return number;
+}
+
 void frmJudge::WriteRace() {
   const Project::Group group(project_);
   std::string section = RaceSection(race_.RaceNumber);
   if (race_.ReflyMode) {
-    race_.NumberReflys = AddInteger(StoredInteger("NumberReflys", "0"), 1);
+    race_.NumberReflys = NextRefly();
     const std::string number = std::to_string(race_.NumberReflys);
     SetProjectValue("Current", "NumberReflys", number);
     SetProjectValue(section, "ReflyID", number + " (index to refly entry for this race");
     section = "Refly" + number;
   }
-  const LocalDateTime now = door_.System().LocalNow();
-  SetProjectValue(section, "Timestamp", TimestampText(now));
+  SetProjectValue(section, "Timestamp", TimestampText(door_.LocalNow()));
   SetProjectValue(section, "CurrentRace",
                   std::to_string(race_.RaceNumber) + " (h=" + std::to_string(heat_) +
                       ", r=" + std::to_string(round_) + ")");

@@ -79,6 +79,20 @@ TEST(Heats, TheBoxForHeatsPerRoundInsists) {
   EXPECT_EQ(rig.platform.shown.back().box.preset, "0");
 }
 
+// The starter begins a race while the box is open: it stays what it was when it began.
+TEST(Heats, ARaceStartedBehindTheBoxForHeatsPerRoundGoesOn) {
+  ConsoleRig rig(true);
+  rig.Load();
+  rig.Answer(Word::Text, "3");
+  rig.platform.whileOpen = [&](const DialogBox&) { rig.Starter(0, true); };
+  rig.Click("frmJudge.mnuHeatsPerRound");
+  EXPECT_TRUE(rig.judge().RaceBeingFlown());
+  EXPECT_FALSE(rig.race().RaceLoaded);
+  EXPECT_TRUE(rig.judge().cmdReset.Enabled());
+  EXPECT_FALSE(rig.judge().cmdStart.Enabled());
+  EXPECT_EQ(rig.race().HeatsPerRound, 4);
+}
+
 TEST(Modes, TheListCountsFromZeroAndTheModesFromOne) {
   ConsoleRig rig;
   rig.Load();

@@ -103,6 +103,22 @@ TEST(Project, ASecondConsoleOnTheSameFileIsTurnedAway) {
   EXPECT_EQ(second.race().ProjectFile, second.folder / "own.ini");
 }
 
+TEST(Project, TheOneOfTheCommandLineIsOpenedWithoutAsking) {
+  ConsoleRig rig;
+  rig.program.judge().SetStartupProject(rig.folder / "day/flown.ini");
+  rig.Load();
+  EXPECT_EQ(rig.race().ProjectFile, rig.folder / "day/flown.ini");
+  EXPECT_EQ(rig.platform.shown[0].box.title, "Heats per Round");
+  EXPECT_EQ(rig.platform.settings.GetSetting("DiskFile", "FileName", ""), rig.file);
+
+  ConsoleRig second;
+  second.program.judge().SetStartupProject(rig.folder / "day/flown.ini");
+  second.program.door().Enter({EventKind::Load});
+  ASSERT_EQ(second.platform.shown.size(), 2U);
+  EXPECT_EQ(second.platform.shown[1].box.preset, rig.folder / "day/21-Nov-2026.ini");
+  EXPECT_TRUE(second.platform.ended);
+}
+
 TEST(Project, ASavedRaceComesBackAsItWas) {
   ConsoleRig rig;
   rig.Load();
@@ -151,6 +167,110 @@ TEST(Project, AReflyKeepsTheOriginalAndPointsToTheRefly) {
   rig.Click("frmJudge.cmdDecHeat");
   EXPECT_EQ(rig.judge().fraHeatControl.Caption(), "Race 1 REFLY");
   EXPECT_EQ(rig.lane(0).lblStatus.Caption(), "First");
+}
+
+TEST(Project, AReflyNeverOverwritesAnotherHoweverTheFileCounts) {
+  const std::pair<const char*, const char*> kCases[] = {{"0", "3"},     {"x", "3"}, {"32767", "3"},
+                                                        {"99999", "3"}, {"5", "6"}, {"-9", "-8"}};
+  for (const auto& [counted, used] : kCases) {
+    ConsoleRig rig;
+    Write(rig.file,
+          "[Current]\nTitle=T\nHeatsPerRound=4\n[Race1]\nTimestamp=1\n[Refly1]\nTimestamp=1\n"
+          "[Refly2]\nTimestamp=1\n");
+    rig.Answer(Word::Yes);
+    rig.program.door().Enter({EventKind::Load});
+    rig.Click("frmJudge.cmdDecHeat");
+    rig.Click("frmJudge.cmdRefly");
+    FlyHeat(rig);
+    rig.program.project().SetProjectValue("Current", "NumberReflys", counted);
+    rig.Click("frmJudge.cmdSave");
+    EXPECT_EQ(rig.Value("Race1", "ReflyID"), std::string(used) + " (index to refly entry for this race");
+    EXPECT_EQ(rig.Value("Current", "NumberReflys"), used);
+    EXPECT_EQ(rig.Value(std::string("Refly") + used, "CurrentRace"), "1 (h=1, r=1)");
+    EXPECT_EQ(rig.Value("Refly2", "Timestamp"), "1");
+  }
+}
+
+// The starter flies a whole race while the box for another project is open.
+TEST(Project, ARaceFinishedBehindTheFileBoxStaysInItsProject) {
+  for (const bool finished : {false, true}) {
+    ConsoleRig rig(true);
+    rig.Load();
+    rig.Answer(Word::File, rig.folder / "other.ini");
+    rig.platform.whileOpen = [&](const DialogBox&) {
+      rig.Starter(0, true);
+      if (finished) rig.At(rig.platform.ClockMs() + 91000);
+    };
+    rig.Click("frmJudge.mnuSelectFile");
+    rig.platform.whileOpen = nullptr;
+    EXPECT_EQ(rig.race().RaceDone, finished);
+    EXPECT_EQ(rig.race().ProjectFile, rig.file);
+    EXPECT_EQ(rig.judge().cmdSave.Enabled(), finished);
+    EXPECT_TRUE(rig.judge().cmdReset.Enabled());
+    if (!finished) continue;
+    rig.Click("frmJudge.cmdSave");
+    EXPECT_NE(rig.Value("Race1", "Timestamp"), "-");
+  }
+}
+
+TEST(Project, ARaceStartedBehindTheQuestionsOfAnotherProjectGoesOn) {
+  for (const char* title : {"Heats per Round", ""}) {
+    ConsoleRig rig(true);
+    rig.Load();
+    rig.Answer(Word::File, rig.folder / "other.ini");
+    rig.Answer(Word::Text, "3");
+    rig.Answer(Word::Text, "Derby");
+    rig.platform.whileOpen = [&](const DialogBox& box) {
+      if (box.kind == DialogKind::Input && box.title == title) rig.Starter(0, true);
+    };
+    rig.Click("frmJudge.mnuSelectFile");
+    EXPECT_EQ(rig.race().ProjectFile, rig.folder / "other.ini");
+    EXPECT_EQ(rig.judge().EventName(), "Derby");
+    EXPECT_TRUE(rig.judge().RaceBeingFlown());
+    EXPECT_FALSE(rig.race().RaceLoaded);
+    EXPECT_TRUE(rig.judge().cmdReset.Enabled());
+  }
+}
+
+TEST(Project, AnotherIsChosenFromTheMenu) {
+  ConsoleRig rig;
+  Write(rig.folder / "other.ini",
+        "[Current]\nTitle=Derby\nHeatsPerRound=2\nAutoPrint=1\n[Race1]\nTimestamp=1\n");
+  rig.Load();
+  EXPECT_FALSE(rig.judge().mnuAutoPrint.Checked());
+  FlyHeat(rig);
+  rig.Answer(Word::Cancel);
+  rig.Click("frmJudge.mnuSelectFile");
+  const DialogBox box = rig.platform.shown.back().box;
+  EXPECT_EQ(box.title, "Open Existing Quorvane Project");
+  EXPECT_EQ(box.preset, rig.file);
+  EXPECT_EQ(box.folder, rig.folder.Path());
+  EXPECT_EQ(rig.race().ProjectFile, rig.file);
+  EXPECT_EQ(rig.race().RaceNumber, 2);  // saved all the same
+
+  rig.Answer(Word::File, rig.folder / "other.ini");
+  rig.Click("frmJudge.mnuSelectFile");
+  EXPECT_EQ(rig.judge().Caption(), "Quorvane - Derby (other.ini) - ");
+  EXPECT_EQ(rig.race().RaceNumber, 2);
+  EXPECT_EQ(rig.race().HeatsPerRound, 2);
+  EXPECT_TRUE(rig.judge().mnuAutoPrint.Checked());
+  EXPECT_EQ(rig.platform.settings.GetSetting("DiskFile", "FileName", ""), rig.folder / "other.ini");
+  EXPECT_TRUE(FileExists(rig.folder / "other.csv"));
+  rig.Click("frmJudge.mnuAutoPrint");
+  rig.Click("frmJudge.mnuAutoPrint");
+  EXPECT_EQ(rig.Value("Current", "AutoPrint"), "True");
+  rig.Answer(Word::File, rig.folder / "other.ini");
+  rig.Click("frmJudge.mnuSelectFile");
+  EXPECT_FALSE(rig.judge().mnuAutoPrint.Checked());  // the word is no number
+}
+
+TEST(Project, TheMomentOfSavingIsThatOfTheEvent) {
+  ConsoleRig rig;
+  rig.Load();
+  FlyHeat(rig);
+  rig.platform.start.year = 1999;  // the computer's clock is set meanwhile
+  rig.Click("frmJudge.cmdSave");
+  EXPECT_NE(rig.Value("Race1", "Timestamp").find(", 11/21/2026 9:01:00 AM"), std::string::npos);
 }
 
 TEST(Project, HandEditedNonsenseStillOpens) {
