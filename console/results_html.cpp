@@ -23,14 +23,16 @@ th,td{border:1px solid #bbb;padding:.2rem .4rem;text-align:right;vertical-align:
 th{background:#eee}
 tr>:first-child{text-align:left;overflow-wrap:normal;width:6.5em}
 td small{display:block;color:#555}
+.lanes{table-layout:fixed}
 .place td{font-weight:bold;font-size:1.1rem}
 .finish{background:#d8f0d8;font-weight:bold}
 .repeated{color:#666}
 .repeated h2 b{font-weight:bold;text-decoration:underline}
 .mark{display:inline-block;width:.8em;height:.8em;border:1px solid #555;margin-right:.3em}
 footer{margin-top:2rem;color:#555;font-size:.85rem}
-@media(max-width:30rem){body{padding:.5rem;font-size:14px}th,td{padding:.15rem .25rem}tr>:first-child{width:4em}}
+@media(max-width:30rem){body{padding:.5rem;font-size:14px}.place td{font-size:1em}th,td{padding:.15rem .25rem}tr>:first-child{width:4em}}
 @media print{body{max-width:none;padding:0;font-size:9.5pt}section{break-inside:avoid}
+h2{margin-top:1.2em}th,td{padding:.05rem .35rem}td small{display:inline;margin-left:.8em}
 th,.finish{print-color-adjust:exact;-webkit-print-color-adjust:exact}@page{margin:12mm}}
 )";
 
@@ -114,7 +116,7 @@ std::string LanesTable(const RaceRecord& race) {
   for (const LaneRecord& lane : race.lanes) {
     if (lane.flies) lanes.push_back(&lane);
   }
-  std::string html = "<table>\n";
+  std::string html = "<table class=\"lanes\">\n";
   html += Row("Lane", lanes, [](const LaneRecord& lane) {
     return "<th scope=\"col\">" + Swatch(lane.high) + Swatch(lane.low) + Escaped(LaneTitle(lane)) +
            (lane.novice ? " (9 Laps)" : "") + "</th>";
