@@ -140,8 +140,6 @@ class frmJudge : public Form, private LaneOwner, private LinkOwner {
   bool RaceBeingFlown() const { return race_.RaceActive && !race_.RaceDone; }
   // A race is being flown or waits to be saved. It may have been started by radio while a box was open.
   bool RaceAtStake() const { return RaceBeingFlown() || cmdSave.Enabled(); }
-  // A race is being flown or waits to be saved. It may have been started by radio while a box was open.
-  bool RaceAtStake() const { return RaceBeingFlown() || cmdSave.Enabled(); }
   std::int16_t Heat() const { return heat_; }
   std::int16_t Round() const { return round_; }
   const std::string& EventName() const { return eventName_; }
@@ -202,7 +200,6 @@ class frmJudge : public Form, private LaneOwner, private LinkOwner {
   void ShowOpenProject();
   std::int16_t StoredInteger(const std::string& key, const std::string& fallback);
   void WriteRace();
-  std::int16_t NextRefly();
   std::int16_t NextRefly();
   std::string ShownSection();
   void ShowSaveState();
