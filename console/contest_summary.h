@@ -19,7 +19,7 @@ struct BestTime {
 };
 
 struct FlightSummary {
-  int racesFlown = 0;  // races in which anything was seen of the lane, or of any lane
+  int racesFlown = 0;  // of a lane: those in which anything was seen of it
   int cuts = 0;
   std::optional<BestTime> fastestHeat;
   std::optional<BestTime> fastestLap;
