@@ -32,8 +32,10 @@ void frmJudge::cmdStart_Click() {
 void frmJudge::InitializeRace() {
   if (!race_.RaceLoaded) cmdSave_Click();
   const std::string comments = txtComments.Text();
+  const std::int16_t shown = race_.RaceNumber;
   if (!race_.RaceActive) ResetRaceControls();
-  txtComments.SetText(comments);
+  // Typed for the race about to be flown; those of a race that was only looked at stay with that race.
+  if (race_.RaceNumber == shown) txtComments.SetText(comments);
   // Showing the race has marked it as loaded; a race that is flown is not, or it would not be saved.
   race_.RaceLoaded = false;
   starterRanRace_ = false;

@@ -186,5 +186,19 @@ TEST(Clock, AFinishedRaceIsSavedWhenTheNextOneStarts) {
   EXPECT_EQ(rig.judge().txtComments.Text(), "No comments");
 }
 
+TEST(Clock, CommentsOfARaceThatWasOnlyLookedAtStayWithIt) {
+  ConsoleRig rig(true);
+  rig.Load();
+  rig.Click("frmJudge.cmdStart");
+  rig.Type("frmJudge.txtComments", "gusty");
+  rig.At(40000);
+  rig.Click("frmJudge.cmdSave");
+  rig.Click("frmJudge.cmdDecHeat");
+  EXPECT_EQ(rig.judge().txtComments.Text(), "gusty");
+  rig.Starter(500, true);
+  EXPECT_EQ(rig.race().RaceNumber, 2);
+  EXPECT_EQ(rig.judge().txtComments.Text(), "No comments");
+}
+
 }  // namespace
 }  // namespace quorvane
