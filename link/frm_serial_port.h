@@ -136,12 +136,13 @@ class frmSerialPort : public Form, private FrameSink {
 
   void HandleFrame(const StationMessage& frame);
   void FillRaceData();
-  void Transmit(const FrameBytes& frame);
+  void Transmit(const StationMessage& message);
   void LightLamp(Control& lamp);
   bool DarkenLamp(Control& lamp);  // whether it is dark now
   void AgeStation(int address);
   void PollNextStation();
   void ShowStationHealth(const StationMessage& frame);
+  int NoteOnAir(const StationMessage& frame);  // who sent it; kAcknowledgement when nobody knows
   void NoteSignOfLife(int from);
   void WatchForSilence();
   void MarkSilentStations();
@@ -172,6 +173,9 @@ class frmSerialPort : public Form, private FrameSink {
   std::int16_t LastShownFrom_ = 0;
   bool Frozen_ = false;
   std::int64_t raceSeen_ = 0;  // when the race that is flown was first seen
+  // Of the last frame that was no acknowledgement, received or sent.
+  std::uint8_t onAirFrom_ = kConsole;
+  std::uint8_t onAirTo_ = kConsole;
 };
 
 }  // namespace quorvane

@@ -38,6 +38,19 @@ void frmSerialPort::WatchForSilence() {
   MarkSilentStations();
 }
 
+// An acknowledgement names no sender, but it answers the frame before it. A station that only acknowledges is
+// alive, whether or not the detail panel is open.
+int frmSerialPort::NoteOnAir(const StationMessage& frame) {
+  if (frame.From != kAcknowledgement) {
+    onAirFrom_ = frame.From;
+    onAirTo_ = frame.To;
+    return frame.From;
+  }
+  if (frame.To != onAirFrom_) return kAcknowledgement;
+  counters_.Heard(onAirTo_, door_.Now());
+  return onAirTo_;
+}
+
 // After a frame has been handled: it may have started or ended the race, and its sender is silent no more.
 void frmSerialPort::NoteSignOfLife(int from) {
   WatchForSilence();

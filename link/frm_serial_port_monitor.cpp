@@ -21,7 +21,6 @@ void frmSerialPort::ShowMessageDetail(const StationMessage& frame) {
   if (frame.To == LastShownFrom_ && frame.From == kAcknowledgement) {
     if (fraMore.Caption().size() < kLongestCaption) fraMore.SetCaption(fraMore.Caption() + " Ack");
     MarkStationHeard(LastToAddress_);
-    counters_.Heard(LastToAddress_, door_.Now());
     return;
   }
   if (cmdStation.Visible()) {

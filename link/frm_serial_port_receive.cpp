@@ -43,8 +43,9 @@ std::int32_t frmSerialPort::ReadMessage() {
 
 void frmSerialPort::GoodFrame(const StationMessage& frame) {
   counters_.Good(frame.From, door_.Now());
+  const int sender = NoteOnAir(frame);
   door_.Contain([this, &frame] { HandleFrame(frame); });
-  NoteSignOfLife(frame.From);
+  NoteSignOfLife(sender);
 }
 
 // The frame is handled from this copy throughout: CurrentMessage changes as soon as the race answers with a

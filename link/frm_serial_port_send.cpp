@@ -30,13 +30,15 @@ void frmSerialPort::SendMessage(std::int16_t to, std::int16_t from) {
   StationMessage message = TxMessage_;
   message.Ecc = ComputeEcc(EncodeFrame(message));
   LightLamp(owner_.WriteLamp());
-  if (MSComm1_.PortOpen()) Transmit(EncodeFrame(message));
+  if (MSComm1_.PortOpen()) Transmit(message);
   CurrentMessage_ = message;
   ShowMessageDetail(message);
 }
 
-void frmSerialPort::Transmit(const FrameBytes& frame) {
+void frmSerialPort::Transmit(const StationMessage& message) {
+  const FrameBytes frame = EncodeFrame(message);
   const std::vector<std::uint8_t> bytes(frame.begin(), frame.end());
+  NoteOnAir(message);
   MSComm1_.Output(bytes);
   counters_.Sent();
   door_.NoteSent(bytes);
