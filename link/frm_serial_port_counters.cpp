@@ -67,7 +67,7 @@ void frmSerialPort::MarkSilentStations() {
   for (int i = 0; i < LinkCounters::kStations; ++i) {
     const bool silent = tmrSilence.Enabled() && counters_.IsSilent(i, door_.Now(), raceSeen_);
     lblSilent[i].SetVisible(silent);
-    if (silent) names += (names.empty() ? "Silent: " : ", ") + StationName(i);
+    if (silent) names += (names.empty() ? "Silent: " : ", ") + StationLabel(i);
   }
   Control* label = owner_.SilenceLabel();
   if (label == nullptr) return;

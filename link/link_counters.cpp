@@ -13,12 +13,12 @@ constexpr std::size_t Slot(std::int64_t second, std::size_t slots) {
   return static_cast<std::size_t>(second) % slots;
 }
 
+}  // namespace
+
 std::string StationLabel(int address) {
   const std::string name = StationName(address);
   return name.empty() ? "Station " + std::to_string(address) : name;
 }
-
-}  // namespace
 
 void LinkCounters::Good(int from, std::int64_t now) {
   ++good_;

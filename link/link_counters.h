@@ -6,6 +6,9 @@
 
 namespace quorvane {
 
+// The station's name, "Station 5" for the one that has none.
+std::string StationLabel(int address);
+
 // Counts what goes over the radio since the program started, for a person who has to find out why it fails.
 // Times are ms of the console clock.
 class LinkCounters {
