@@ -140,8 +140,9 @@ void frmJudge::ResetRaceControls() {
 
 bool frmJudge::cmdReset_Click() {
   if (race_.RaceActive) {
-    bool allFinished = false;
-    CheckRaceComplete(allFinished);
+    // An entry after the finish does not reopen a concluded race.
+    bool allFinished = race_.RaceDone;
+    if (!allFinished) CheckRaceComplete(allFinished);
     if (allFinished) {
       race_.RaceActive = false;
       race_.RaceDone = true;

@@ -249,5 +249,30 @@ TEST(Broadcasts, OnlyAControllerSends) {
   }
 }
 
+TEST_F(Stations, AnEntryAfterTheFinishDoesNotReopenTheRace) {
+  for (const bool operatorResets : {true, false}) {
+    SCOPED_TRACE(operatorResets);
+    const std::string race = "Race" + std::to_string(rig.race().RaceNumber);
+    const std::int64_t start = rig.platform.ClockMs();
+    if (operatorResets) {
+      rig.Starter(0, true);
+    } else {
+      rig.Click("frmJudge.cmdStart");
+    }
+    rig.At(start + 95000);
+    ASSERT_TRUE(rig.race().RaceDone);
+    rig.Key("F2");
+    ASSERT_EQ(rig.lane(1).EventCount(), 1);
+    const std::size_t boxes = rig.platform.shown.size();
+    if (operatorResets) {
+      rig.Click("frmJudge.cmdReset");
+    } else {
+      rig.Starter(100, false);
+    }
+    EXPECT_EQ(rig.platform.shown.size(), boxes);
+    EXPECT_EQ(rig.Value(race + "_Lane2", "NumEvents"), "1");
+  }
+}
+
 }  // namespace
 }  // namespace quorvane
