@@ -76,6 +76,8 @@ void frmLane::InitializeRace(std::int32_t timeBase) {
     MissedPylonTimes_.fill(0);
     ClearControls();
     ShowHandButtons();
+  } else if (loaded_) {
+    ClearControls();  // what the panel shows is of a race that was flown before
   }
   TurnToAnotherRace();
   doesNotFly_ = timeBase == kDoesNotFly;
