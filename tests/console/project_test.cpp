@@ -1,9 +1,12 @@
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <fstream>
+#include <functional>
 #include <sstream>
 
 #include "tests/support/console_rig.h"
+#include "tests/support/ordinary_user.h"
 
 namespace quorvane {
 namespace {
@@ -139,6 +142,118 @@ TEST(Project, ASavedRaceComesBackAsItWas) {
   EXPECT_FALSE(rig.judge().cmdStart.Enabled());
   EXPECT_TRUE(rig.judge().cmdRefly.Enabled());
   EXPECT_TRUE(rig.race().RaceLoaded);
+}
+
+TEST(Project, ASavedRaceIsWrittenInOrder) {
+  ConsoleRig rig;
+  rig.Load();
+  rig.Click("frmJudge.cmdStart");
+  rig.At(6000);
+  rig.Key("F3");
+  rig.At(50000);
+  rig.Click("frmJudge.cmdSave");
+  const std::string file = ReadAll(rig.file);
+  EXPECT_EQ(file.substr(0, file.find("[Race1_Lane1]")),
+            "[Current]\r\nRace=2\r\nHeat=2\r\nRound=1\r\nNumberReflys=0\r\n"
+            "EventFormat=Lap, Station, EventType, Pylon, Time\r\nHeatsPerRound=4\r\nTitle=Cup\r\n"
+            "[Race1]\r\nTimestamp=46347.3755787037, 11/21/2026 9:00:50 AM\r\n"
+            "CurrentRace=1 (h=1, r=1)\r\nRaceMode=2, AMA 1324\r\nComments=No comments\r\n");
+  EXPECT_EQ(file.substr(file.find("[Race1_Lane3]"), file.find("[Race1_Lane4]") - file.find("[Race1_Lane3]")),
+            "[Race1_Lane3]\r\nNumEvents=1\r\nNumCuts=0\r\nNumLaps=1\r\nPlacing=DNF\r\nPosition=100\r\n"
+            "Time=nt\r\nLaps=6.00,DNF,,,,,,,,,\r\nCuts=\r\nEvent0=1,4,L,TM,6000,0\r\n");
+}
+
+TEST(Project, AnotherRaceModeNeitherChangesWhatIsShownNorIsChanged) {
+  ConsoleRig rig;
+  rig.Load();
+  const auto fly = [&](int mode) {
+    rig.judge().ApplyRaceMode(mode);
+    rig.Click("frmJudge.cmdStart");
+    const std::int64_t start = rig.platform.ClockMs();
+    for (int lap = 0; lap < 10; ++lap) {
+      rig.At(start + 8000 + lap * 4000);
+      for (const char* key : {"F1", "F2", "F3", "F4"}) rig.Key(key);
+      if (lap == 4) rig.Key("F5");
+    }
+    rig.At(start + 80000);
+    ASSERT_TRUE(rig.race().RaceDone);
+    rig.Click("frmJudge.cmdSave");
+  };
+  const auto shows = [&](int race, int target, const char* first, const char* fourth) {
+    rig.race().RaceNumber = static_cast<std::int16_t>(race);
+    rig.judge().ShowCurrentRace();
+    EXPECT_EQ(rig.lane(0).LapTarget(), target) << race;
+    EXPECT_EQ(rig.lane(0).lblStatus.Caption(), first) << race;
+    EXPECT_EQ(rig.lane(3).lblStatus.Caption(), fourth) << race;
+  };
+  fly(2);  // a cut costs lane 1 an eleventh lap
+  fly(4);  // here it does not; lane 4 stays down
+  for (const int mode : {2, 4}) {
+    rig.judge().ApplyRaceMode(mode);
+    shows(1, 11, "DNF", "Third");
+    EXPECT_EQ(rig.lane(3).EventCount(), 10);
+    shows(2, 10, "Third", "DNF");
+    EXPECT_EQ(rig.race().RaceMode, mode);
+    shows(1, 11, "DNF", "Third");
+    // A race that has not run is empty, also on a lane that will not fly it.
+    shows(3, 10, "", "");
+    EXPECT_EQ(rig.lane(3).EventCount(), 0);
+    for (const Control* cell : rig.lane(3).lblLap) EXPECT_EQ(cell->Caption(), "") << mode;
+  }
+}
+
+// What cannot be read is never replaced; the contest goes on in memory and is written when the way is free.
+TEST(Project, WhatIsNoReadableFileIsLeftAlone) {
+  const std::pair<const char*, std::function<void(const std::string&)>> kObstacles[] = {
+      {"folder", [](const std::string& path) { std::filesystem::create_directory(path); }},
+      {"pipe", [](const std::string& path) { ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0); }},
+      {"device", [](const std::string& path) { std::filesystem::create_symlink("/dev/zero", path); }},
+  };
+  for (const auto& [name, make] : kObstacles) {
+    SCOPED_TRACE(name);
+    ConsoleRig rig;
+    make(rig.file);
+    const auto kind = std::filesystem::symlink_status(rig.file).type();
+    const bool asked = FileExists(rig.file);
+    if (asked) rig.Answer(Word::Yes);
+    rig.Load();
+    ASSERT_EQ(rig.platform.shown.size(), asked ? 3U : 2U);
+    EXPECT_TRUE(rig.judge().lblNotSaved.Visible());
+    FlyHeat(rig);
+    rig.Click("frmJudge.cmdSave");
+    rig.Click("frmJudge.cmdDecHeat");
+    EXPECT_EQ(rig.lane(0).lblStatus.Caption(), "First");
+    rig.At(rig.platform.ClockMs() + 4000);
+    EXPECT_EQ(std::filesystem::symlink_status(rig.file).type(), kind);
+    EXPECT_TRUE(rig.judge().lblNotSaved.Visible());
+    std::filesystem::remove(rig.file);
+    rig.At(rig.platform.ClockMs() + 4000);
+    EXPECT_FALSE(rig.judge().lblNotSaved.Visible());
+    EXPECT_NE(ReadAll(rig.file).find("[Race1_Lane4]"), std::string::npos);
+  }
+}
+
+TEST(Project, WithoutPermissionNothingIsOverwritten) {
+  const std::string text = "[Current]\nTitle=Reno\nHeatsPerRound=3\n[Race1]\nTimestamp=1\n";
+  for (const bool readable : {false, true}) {
+    ConsoleRig rig;
+    Write(rig.file, text);
+    std::filesystem::permissions(rig.folder.Path(), std::filesystem::perms::all);
+    std::filesystem::permissions(rig.file, std::filesystem::perms(readable ? 0444 : 0222));
+    {
+      const AsOrdinaryUser user;
+      rig.Answer(Word::Yes);
+      rig.Load();
+      EXPECT_EQ(rig.judge().EventName(), readable ? "Reno" : "Cup");
+      EXPECT_EQ(rig.race().RaceNumber, readable ? 2 : 1);
+      FlyHeat(rig);
+      rig.Click("frmJudge.cmdSave");
+      EXPECT_TRUE(rig.judge().lblNotSaved.Visible());
+      rig.Click("frmJudge.cmdDecHeat");
+      EXPECT_EQ(rig.lane(0).lblStatus.Caption(), "First");
+    }
+    EXPECT_EQ(ReadAll(rig.file), text);
+  }
 }
 
 TEST(Project, AReflyKeepsTheOriginalAndPointsToTheRefly) {

@@ -3,11 +3,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <functional>
 
 #include "tests/records/scratch_folder.h"
+#include "tests/support/ordinary_user.h"
 
 namespace quorvane {
 namespace {
@@ -219,20 +219,6 @@ INSTANTIATE_TEST_SUITE_P(
                  },
                  S_IFREG}),
     [](const auto& test) { return test.param.name; });
-
-// Root may do anything, so a test of missing rights run by root goes on as somebody else.
-class AsOrdinaryUser {
- public:
-  AsOrdinaryUser() {
-    if (user_ == 0 && seteuid(65534) != 0) ADD_FAILURE() << "cannot become another user";
-  }
-  ~AsOrdinaryUser() {
-    if (user_ == 0 && seteuid(0) != 0) ADD_FAILURE() << "cannot become root again";
-  }
-
- private:
-  uid_t user_ = geteuid();
-};
 
 TEST_F(ProjectStoreTest, AFileWithoutPermissionIsNotReplaced) {
   PutFile(path_, "[a]\nk=1\n");
