@@ -90,7 +90,7 @@ class frmJudge : public Form, private LaneOwner, private LinkOwner {
   void DisplayStatus();
   void FinalizeRace();
   void ResetRaceControls();
-  bool cmdReset_Click();  // false: the operator cancelled and nothing has changed
+  bool cmdReset_Click();  // false: nothing was reset, by the operator's choice or because the race was gone
   void chkSixtySecondCount_Click();
   bool HasRun(std::int16_t race);
   void ShowCurrentRace();

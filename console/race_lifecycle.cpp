@@ -155,7 +155,7 @@ bool frmJudge::cmdReset_Click() {
                           "The race is still active.\rDo you want to save?"};
       const DialogAnswer::Word word = door_.Ask(box).word;
       if (word == DialogAnswer::Word::Cancel) return false;
-      if (serial != raceSerial_) return true;  // the race was concluded behind the box
+      if (serial != raceSerial_) return false;  // the race was concluded behind the box
       race_.RaceActive = false;
       race_.RaceDone = word == DialogAnswer::Word::Yes;
       FinalizeRace();

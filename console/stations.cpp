@@ -121,9 +121,9 @@ void frmJudge::AskResetForStarter(const StationMessage& frame) {
       resetAskedForStarter_ = false;
       return;
     }
-    if (!cmdReset_Click()) return;
-    resetAskedForStarter_ = false;
-    FinishStartersMessage(frame);
+    const bool reset = cmdReset_Click();
+    if (serial != raceSerial_) resetAskedForStarter_ = false;  // no more to ask about that race
+    if (reset) FinishStartersMessage(frame);
   });
 }
 

@@ -274,5 +274,20 @@ TEST_F(Stations, AnEntryAfterTheFinishDoesNotReopenTheRace) {
   }
 }
 
+TEST_F(Stations, AnAnswerToTheStartersQuestionLeavesTheNextRaceAlone) {
+  rig.Click("frmJudge.cmdStart");
+  rig.At(5000);
+  rig.platform.whileOpen = [&](const DialogBox&) {
+    rig.Starter(61000, true);  // takes the race over, ends it and starts the next one
+    rig.Starter(70000, false);
+    rig.Starter(500, true);
+  };
+  rig.Answer(Word::No);
+  rig.Starter(20000, false);
+  rig.platform.whileOpen = {};
+  EXPECT_EQ(rig.race().RaceNumber, 2);
+  EXPECT_TRUE(rig.judge().RaceBeingFlown());
+}
+
 }  // namespace
 }  // namespace quorvane
