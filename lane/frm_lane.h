@@ -40,8 +40,8 @@ class frmLane : public Form {
   Control& lblLow;
   Control& lblHigh;
 
-  // Laps. -1000000 for a lane that does not fly: it counts as finished and keeps its time base and controls, but
-  // for what it shows of a loaded race.
+  // Laps. -1000000 for a lane that does not fly: it counts as finished and keeps its time base and controls,
+  // but for what it shows of a loaded race.
   void InitializeRace(std::int32_t timeBase);
   void DoLap(std::int32_t time,
              std::int32_t lockOut);  // lockOut: ms in which a station's next lap is refused
