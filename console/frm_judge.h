@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "common/door.h"
@@ -183,6 +184,7 @@ class frmJudge : public Form, private LaneOwner, private LinkOwner {
   void ProcessTimersMessage(const StationMessage& frame);
   void ProcessPylonMessage(const StationMessage& frame);
   void ProcessStartersMessage(const StationMessage& frame);
+  bool BeginsNextCount(const StationMessage& frame) const;
   void StarterRuns();
   bool StarterStopped(const StationMessage& frame);
   void AskResetForStarter(const StationMessage& frame);
@@ -232,7 +234,8 @@ class frmJudge : public Form, private LaneOwner, private LinkOwner {
   unsigned raceSerial_ = 0;
 
   bool starterMayStart_ = true;  // it has stopped, or counted down, since the last race it ran
-  bool starterRanRace_ = false;  // the starter was running during the race on the console
+  // The starter's corrected clock when it was last running during the race on the console; empty: it was not.
+  std::optional<std::int32_t> starterClock_;
   bool resetAskedForStarter_ = false;
 };
 

@@ -38,7 +38,7 @@ void frmJudge::InitializeRace() {
   if (race_.RaceNumber == shown) txtComments.SetText(comments);
   // Showing the race has marked it as loaded; a race that is flown is not, or it would not be saved.
   race_.RaceLoaded = false;
-  starterRanRace_ = false;
+  starterClock_.reset();
   if (chkAudio.Value() == 1) {
     PlaySound(door_.System(), door_.System().ProgramFolder() + "WarbirdCountdownStart.wav");
   }
@@ -174,7 +174,7 @@ void frmJudge::ReadyForNextRace() {
   race_.RaceActive = false;
   race_.RaceHolding = false;
   CountdownRunning_ = false;
-  starterRanRace_ = false;
+  starterClock_.reset();
   tmrTimeTick.SetEnabled(false);
   race_.ReflyMode = false;
   ResetRaceControls();

@@ -50,6 +50,8 @@ void frmJudge::ProcessPylonMessage(const StationMessage& frame) {
 }
 
 void frmJudge::ProcessStartersMessage(const StationMessage& frame) {
+  // Nobody has saved the finished race yet: it must not be lost, nor recorded under the next one's mode.
+  if (BeginsNextCount(frame)) cmdSave_Click();
   race_.RaceHolding = HoldBit(frame);
   if (!race_.RaceHolding) ApplyRaceMode(frame.Mode);
   if (frame.Strt != 0) {
@@ -64,6 +66,14 @@ void frmJudge::ProcessStartersMessage(const StationMessage& frame) {
   FinishStartersMessage(frame);
 }
 
+// The count of the race itself goes on rising; only the next one falls back. A second is allowed for frames
+// that were held up.
+bool frmJudge::BeginsNextCount(const StationMessage& frame) const {
+  if (frame.Strt == 0 || LaneStartOffset_ >= kStartSignal || !race_.RaceActive || !race_.RaceDone)
+    return false;
+  return !starterClock_ || LaneStartOffset_ < *starterClock_ - 1000;
+}
+
 void frmJudge::StarterRuns() {
   resetAskedForStarter_ = false;
   const bool counting = LaneStartOffset_ < kStartSignal;
@@ -71,8 +81,6 @@ void frmJudge::StarterRuns() {
     starterMayStart_ = true;
     clock_.ResetRaceClock(LaneStartOffset_, "ProcessStartersMessage");
     for (const auto& lane : lanes_) lane->AdjustTime();
-    // A new count over a finished race that nobody has saved yet: that race is over and must not be lost.
-    if (race_.RaceActive && race_.RaceDone) cmdSave_Click();
   }
   if (!race_.RaceActive && starterMayStart_) {
     // A start joined in its second minute: the lanes take their time from the starter's clock, so the race
@@ -82,7 +90,7 @@ void frmJudge::StarterRuns() {
     InitializeRace();
   }
   starterMayStart_ = counting;
-  starterRanRace_ = race_.RaceActive;
+  if (race_.RaceActive) starterClock_ = LaneStartOffset_;
 }
 
 // The starter says "stopped" while a race is active. False: the race is not the starter's to end, and the
@@ -100,7 +108,7 @@ bool frmJudge::StarterStopped(const StationMessage& frame) {
     cmdReset_Click();
     return true;
   }
-  if (race_.ManualStart && !starterRanRace_) return false;
+  if (race_.ManualStart && !starterClock_) return false;
   if (RaceBeingFlown()) {
     FinalizeRace();
     race_.RaceDone = true;

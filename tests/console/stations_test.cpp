@@ -289,5 +289,25 @@ TEST_F(Stations, AnAnswerToTheStartersQuestionLeavesTheNextRaceAlone) {
   EXPECT_TRUE(rig.judge().RaceBeingFlown());
 }
 
+TEST_F(Stations, ACountJoinedLateRecordsNoRaceForEachFrame) {
+  for (int ms = 50000; ms < 59000; ms += 500) {
+    rig.At(ms - 49000);
+    rig.Starter(ms, true);
+  }
+  EXPECT_TRUE(rig.race().RaceDone);  // the lanes' time is further on than the count: over at once
+  EXPECT_EQ(rig.race().RaceNumber, 1);
+}
+
+TEST_F(Stations, AFinishedRaceIsSavedUnderItsOwnModeWhenTheNextCountBegins) {
+  CountDown();
+  rig.At(95000);
+  ASSERT_TRUE(rig.race().RaceDone);
+  rig.Starter(500, true, 4);
+  EXPECT_EQ(rig.Value("Race1", "RaceMode"), "2, AMA 1324");
+  EXPECT_EQ(rig.race().RaceMode, 4);
+  EXPECT_EQ(rig.race().RaceNumber, 2);
+  EXPECT_EQ(rig.lane(1).TimeBase(), 500 - 1000 - 60000);
+}
+
 }  // namespace
 }  // namespace quorvane
