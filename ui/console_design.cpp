@@ -44,7 +44,8 @@ void AddLinkRow(FormDesign& design) {
   const Look lamp = Look::Lamp | Look::Border;
   design.places.insert(
       design.places.end(),
-      {{"txtComments", {kLeft, 638, kColumn, 76}, 12, Look::Left | Look::Lines, "Comments"},
+      {{"txtComments", {kLeft, 638, kColumn, 54}, 12, Look::Left | Look::Lines, "Comments"},
+       {"lblSilent", {kLeft, 695, kColumn, 25}, 12, Look::Bold | Look::Left, "Radio"},
        {"lblComm", {kLeft, 722, 152, 40}, 13, Look::Bold | Look::Border | Look::White, "Station link"},
        {"lblReadComm", {kLeft + 160, 722, 52, 40}, 14, lamp, "Receiving"},
        {"lblWriteComm", {kLeft + 220, 722, 52, 40}, 14, lamp, "Sending"}});

@@ -1,6 +1,7 @@
 #include "ui/form_window.h"
 
 #include <QCloseEvent>
+#include <QGuiApplication>
 #include <QScreen>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -31,7 +32,12 @@ void FormWindow::Follow() {
   if (!Of().Visible()) return hide();
   if (!placed_) ShowFirst();
   show();
-  raise();
+  Activate();
+}
+
+void FormWindow::Activate() {
+  // The platform without a screen has no windows to raise, and would say so every time.
+  if (QGuiApplication::platformName() != QLatin1String("offscreen")) raise();
   activateWindow();
 }
 
@@ -46,8 +52,7 @@ void FormWindow::ShowFirst() {
 
 void FormWindow::BringForward() {
   if (!isVisible()) return;
-  raise();
-  activateWindow();
+  Activate();
   view_->FocusHome();
 }
 

@@ -17,6 +17,9 @@ class FormWindow : public QWidget {
   MenuView* Menu() const { return menu_; }
   // Shows the form's caption, and the window exactly while the form is visible.
   void Follow();
+  // Above the others and with the keyboard.
+  void Activate();
+  // The same, and the focus where a key does no harm.
   void BringForward();
   // The form is now designed that wide, at the same scale; the window follows.
   void SetDesignWidth(int width);

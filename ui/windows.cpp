@@ -105,8 +105,7 @@ void Windows::FollowActive() {
   if (active == std::exchange(active_, active) || active == nullptr) return;
   FormWindow* window = FindWindow(*active);
   if (window == nullptr || !window->isVisible() || window->isActiveWindow()) return;
-  window->raise();
-  window->activateWindow();
+  window->Activate();
 }
 
 void Windows::FollowForm(const Form& form) {
