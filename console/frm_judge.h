@@ -169,6 +169,7 @@ class frmJudge : public Form, private LaneOwner, private LinkOwner {
   void ShowClockTick();
   void ArmTick();
   void InitializeLanes();
+  void ReleaseHold();
   void ReadyForNextRace();
   std::string RaceSection(std::int16_t race) const;
   bool HasTimestamp(std::int16_t race);

@@ -15,8 +15,7 @@ constexpr std::int32_t kDoesNotFly = -1000000;
 
 void frmJudge::cmdStart_Click() {
   race_.ManualStart = true;
-  race_.RaceHolding = false;
-  CountdownRunning_ = false;
+  ReleaseHold();
   door_.System().BringForward(*this);
   if (chkSixtySecondCount.Value() == 0) {
     LaneStartOffset_ = 60000;
@@ -168,12 +167,17 @@ bool frmJudge::cmdReset_Click() {
   return true;
 }
 
-// An abandoned race must not go on ticking, and a starter that fell silent in hold must not leave "Holding"
-// behind.
-void frmJudge::ReadyForNextRace() {
-  race_.RaceActive = false;
+// A starter that fell silent in hold must leave neither "Holding" nor "Hold" over the next race.
+void frmJudge::ReleaseHold() {
   race_.RaceHolding = false;
   CountdownRunning_ = false;
+  ApplyRaceMode(race_.RaceMode);
+}
+
+// An abandoned race must not go on ticking.
+void frmJudge::ReadyForNextRace() {
+  race_.RaceActive = false;
+  ReleaseHold();
   starterClock_.reset();
   tmrTimeTick.SetEnabled(false);
   race_.ReflyMode = false;

@@ -13,6 +13,12 @@ bool HoldBit(const StationMessage& frame) {
   return (frame.ssBtn & BitMask[4]) != 0;
 }
 
+// The button only holds in the last seconds of the count.
+bool Holds(const StationMessage& frame) {
+  const std::int32_t clock = FrameTime(frame);
+  return HoldBit(frame) && clock >= 54000 && clock < kStartSignal;
+}
+
 }  // namespace
 
 void frmJudge::ProcessMessage(const StationMessage& frame) {
@@ -59,6 +65,7 @@ void frmJudge::ProcessStartersMessage(const StationMessage& frame) {
   } else {
     starterMayStart_ = true;
     if (race_.RaceActive && !StarterStopped(frame)) {
+      race_.RaceHolding = Holds(frame);
       DisplayStatus();
       return;
     }
@@ -137,11 +144,10 @@ void frmJudge::AskResetForStarter(const StationMessage& frame) {
 
 void frmJudge::FinishStartersMessage(const StationMessage& frame) {
   if (frame.Strt == 0) race_.RaceActive = false;
-  race_.RaceHolding = HoldBit(frame);
-  if (race_.RaceHolding) {
+  race_.RaceHolding = Holds(frame);
+  if (HoldBit(frame)) {
     lblRaceMode.SetCaption("Hold");
     lblRaceMode.SetForeColor(kRed);
-    if (StationClock_ < 54000 || StationClock_ >= kStartSignal) race_.RaceHolding = false;
   } else {
     ApplyRaceMode(frame.Mode);
     if (RaceBeingFlown()) {

@@ -309,5 +309,20 @@ TEST_F(Stations, AFinishedRaceIsSavedUnderItsOwnModeWhenTheNextCountBegins) {
   EXPECT_EQ(rig.lane(1).TimeBase(), 500 - 1000 - 60000);
 }
 
+TEST_F(Stations, AHoldLeavesNothingOverARaceByHand) {
+  rig.Receive(Frame(3, 6, 55000).With(18, 16));  // the starter falls silent in hold
+  EXPECT_EQ(rig.judge().lblRaceMode.Caption(), "Hold");
+  EXPECT_EQ(rig.judge().lblStatus.Caption(), "Holding");
+  rig.Click("frmJudge.cmdStart");
+  EXPECT_EQ(rig.judge().lblRaceMode.Caption(), "AMA 1324");
+  rig.At(2000);
+  EXPECT_EQ(rig.judge().lblStatus.BackColor(), kWhite);
+  rig.Answer(Word::Cancel);
+  rig.Receive(Frame(3, 6, 20000).With(18, 16));  // it idles, its hold button pressed
+  rig.At(2200);
+  EXPECT_FALSE(rig.race().RaceHolding);
+  EXPECT_EQ(rig.judge().lblStatus.BackColor(), kWhite);
+}
+
 }  // namespace
 }  // namespace quorvane
