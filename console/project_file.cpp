@@ -210,6 +210,7 @@ void frmJudge::LoadRaceHeader() {
   shownSection_ = section;
   fraHeatControl.SetCaption("Race " + std::to_string(race_.RaceNumber) +
                             (section.starts_with("Refly") ? " REFLY" : ""));
+  fraHeatControl.SetForeColor(kButtonText);
   txtComments.SetText(GetProjectValue(section, "Comments", "No comments"));
   race_.RaceLoaded = true;
 }

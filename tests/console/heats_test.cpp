@@ -67,6 +67,20 @@ TEST(Heats, LeavingAFinishedRaceSavesItUnderItsOwnNumber) {
   EXPECT_EQ(rig.race().RaceNumber, 5);
 }
 
+TEST(Heats, LeavingAReflyTakesItsMarkAlong) {
+  ConsoleRig rig;
+  rig.Load();
+  rig.Click("frmJudge.cmdStart");
+  rig.At(40000);
+  rig.Click("frmJudge.cmdSave");
+  rig.Click("frmJudge.cmdDecHeat");
+  rig.Click("frmJudge.cmdRefly");
+  EXPECT_EQ(rig.judge().fraHeatControl.ForeColor(), kRed);
+  rig.Click("frmJudge.cmdIncHeat");
+  EXPECT_EQ(rig.judge().fraHeatControl.Caption(), "Race 2");
+  EXPECT_EQ(rig.judge().fraHeatControl.ForeColor(), kButtonText);
+}
+
 TEST(Heats, TheBoxForHeatsPerRoundInsists) {
   ConsoleRig rig;
   rig.Load();
