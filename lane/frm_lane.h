@@ -94,8 +94,9 @@ class frmLane : public Form {
   void Resized() override { Form_Resize(); }
 
   // Records. `section` is that of the race, "Race7" or "Refly2"; the lane's own is "Race7_Lane3". Values that
-  // are read may be anything: entries that make no sense are left out. A loaded lane is recounted under the
-  // race mode that the race's section names and counts as finished until the next InitializeRace.
+  // are read may be anything: an entry that makes no sense leaves its slot of the log as it was. A loaded
+  // lane is recounted under the race mode that the race's section names and counts as finished until the next
+  // InitializeRace.
   void SaveLane(const std::string& section);
   void LoadLane(const std::string& section);
   void LoadStatus(const std::string& section);

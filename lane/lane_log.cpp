@@ -71,7 +71,6 @@ int LaneLog::CountLaps() const {
 }
 
 void LaneLog::Clear() {
-  events_.fill({});
   count_ = 0;
 }
 

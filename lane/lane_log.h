@@ -55,8 +55,9 @@ class LaneLog {
   // The count of the latest lap, 0 without one.
   int CountLaps() const;
 
-  void Clear();
-  // For a log that is read back: entries keep what the file says, and slots that it leaves out stay empty.
+  void Clear();  // the slots keep what they hold
+  // For a log that is read back: entries keep what the file says, and slots that it leaves out stay as they
+  // are.
   void SetEventCount(int count);
   void Restore(std::int64_t index, LaneEvent event);
 

@@ -74,9 +74,10 @@ void frmLane::LoadCaptions(const std::string& laneSection, const char* key, cons
 }
 
 void frmLane::LoadLog(const std::string& laneSection) {
-  log_ = ReadLog([&](const std::string& key, const std::string& fallback) {
+  const LaneValue value = [&](const std::string& key, const std::string& fallback) {
     return owner_.GetProjectValue(laneSection, key, fallback);
-  });
+  };
+  log_ = ReadLog(value, log_);
 }
 
 void frmLane::LoadStatus(const std::string& section) {

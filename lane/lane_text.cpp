@@ -37,8 +37,7 @@ std::optional<LaneEvent> ReadEvent(const std::string& text) {
   }
 }
 
-LaneLog ReadLog(const LaneValue& value) {
-  LaneLog log;
+LaneLog ReadLog(const LaneValue& value, LaneLog log) {
   const double number = LeadingNumber(value("NumEvents", "0"));
   log.SetEventCount(static_cast<int>(std::clamp(std::nearbyint(number), 0.0, double{LaneLog::kSlots})));
   for (int i = 0; i < log.EventCount(); ++i) {

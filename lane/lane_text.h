@@ -17,8 +17,8 @@ std::optional<LaneEvent> ReadEvent(const std::string& text);
 // The value of a key in the lane's section, or the fallback.
 using LaneValue = std::function<std::string(const std::string& key, const std::string& fallback)>;
 
-// The log that a lane's section describes. Its values may be anything: entries that make no sense leave their
-// slots empty, and there are never more than the log holds.
-LaneLog ReadLog(const LaneValue& value);
+// The log that a lane's section describes. Its values may be anything: an entry that makes no sense leaves
+// its slot as it is in `log`, and there are never more than the log holds.
+LaneLog ReadLog(const LaneValue& value, LaneLog log = {});
 
 }  // namespace quorvane

@@ -150,6 +150,22 @@ TEST(Records, EntriesThatMakeNoSenseAreLeftOut) {
   }
 }
 
+TEST(Records, AnEntryThatIsLeftOutKeepsItsSlot) {
+  LaneRig rig;
+  rig.owner.values = {{{"Race1_Lane1", "NumEvents"}, "2"},
+                      {{"Race1_Lane1", "Event0"}, "1,4,L,TM,10000,0"},
+                      {{"Race1_Lane1", "Event1"}, "1,0,C,P1,11000,11000"},
+                      {{"Race2_Lane1", "NumEvents"}, "2"},
+                      {{"Race2_Lane1", "Event0"}, "1,4,L,TM,12000,0"},
+                      {{"Race2_Lane1", "Event1"}, "2,4,L,TM,20000"}};
+  rig.lane.LoadLane("Race1");
+  rig.lane.InitializeRace(60000);
+  rig.lane.LoadLane("Race2");
+  EXPECT_EQ(rig.Kinds(), "L1 C1");
+  EXPECT_EQ(rig.lane.Events()[0].EventTime, 12000);
+  EXPECT_EQ(rig.lane.CutCount(), 1);
+}
+
 TEST(Records, NumbersOutOfRangeAreCutToTheLog) {
   for (const auto& [text, count] : std::vector<std::pair<const char*, int>>{
            {"99999", 101}, {"-3", 0}, {"1e400", 101}, {"-1e400", 0}, {"three", 0}, {"2.4", 2}, {"nan", 0}}) {
