@@ -54,8 +54,10 @@ bool WriteOutputs(const ReplayCommand& command, Replay& replay) {
 }
 
 int RunJournal(const ReplayCommand& command, const SessionJournal& journal) {
+  // In a comparison a file that exists is the session's, and one that does not is for the replay.
+  const bool isSessions = command.verify && FileExists(command.project);
   ReplayOptions options;
-  if (!command.verify) options.project = command.project;
+  if (!isSessions) options.project = command.project;
   options.keepVersions = command.verify;
   options.stopInOpenBox = command.verify;
   Replay replay(journal, options);
@@ -64,16 +66,22 @@ int RunJournal(const ReplayCommand& command, const SessionJournal& journal) {
   for (const std::string& note : replay.Notes()) Say(command.journal + ": " + note);
   if (journal.cutOff) Say(command.journal + ": the last line is unfinished and was left out");
   bool well = WriteOutputs(command, replay);
-  if (command.project.empty()) std::cout << "project: " << replay.program().race().ProjectFile << "\n";
+  if (command.project.empty() && !command.verify)
+    std::cout << "project: " << replay.program().race().ProjectFile << "\n";
   if (!replay.StuckIn().empty()) {
     Say(command.journal + ": no answer is left for a box that must have one: " + replay.StuckIn());
     well = false;
   }
   if (!command.verify || !well) return well ? kDone : kCannot;
-  const Verdict verdict = Verify(journal, replay, command.project);
+  const Verdict verdict = Verify(journal, replay, isSessions ? command.project : "");
   for (const std::string& note : verdict.notes) Say(note);
   std::cout << verdict.text << "\n";
-  return verdict.same ? kDone : kDifferent;
+  if (!verdict.same) {
+    std::cout << "replayed project: " << replay.program().race().ProjectFile << "\n";
+    return kDifferent;
+  }
+  replay.folder().Remove();
+  return kDone;
 }
 
 int Main(const std::vector<std::string>& words) {

@@ -48,7 +48,7 @@ class Replay {
   Program& program() { return program_; }
   const VirtualPlatform& platform() const { return platform_; }
   const ReplayFiles& files() const { return files_; }
-  const ReplayFolder& folder() const { return folder_; }
+  ReplayFolder& folder() { return folder_; }
 
  private:
   struct SentFrames : Journal {

@@ -47,6 +47,12 @@ const std::string& ReplayFolder::Path() {
   return folder_;
 }
 
+void ReplayFolder::Remove() {
+  std::error_code ignored;
+  if (!folder_.empty()) std::filesystem::remove_all(PathOf(folder_), ignored);
+  folder_.clear();
+}
+
 const std::string& ReplayFolder::CopyOf(const std::string& original) {
   for (const Copy& copy : copies_) {
     if (copy.original == original || copy.path == original) return copy.path;

@@ -54,6 +54,8 @@ class ReplayFolder {
   // Makes `path` the copy of `original`. A file that exists stays as it is.
   const std::string& Use(const std::string& path, const std::string& original);
   const std::vector<Copy>& Copies() const { return copies_; }
+  // Removes the temporary folder with all copies in it.
+  void Remove();
 
  private:
   const SessionJournal& journal_;

@@ -121,16 +121,16 @@ void CompareProject(Replay& replay, const std::string& recordedPath, const std::
   }
 }
 
-// Returns whether the open project could be compared.
-bool CompareProjects(Replay& replay, const std::string& project, Differences& differences,
-                     std::vector<std::string>& notes) {
-  bool compared = false;
+// Returns what was compared, for the operator.
+std::string CompareProjects(Replay& replay, const std::string& project, Differences& differences,
+                            std::vector<std::string>& notes) {
+  std::string compared;
   for (const ReplayFolder::Copy& copy : replay.folder().Copies()) {
     const bool open = copy.path == replay.program().race().ProjectFile;
     const std::string recorded = open && !project.empty() ? project : copy.original;
     if (FileExists(recorded)) {
       CompareProject(replay, recorded, copy.path, differences);
-      compared = compared || open;
+      compared += ", " + recorded;
     } else if (FileExists(copy.path)) {
       notes.push_back(recorded + " is not there and was not compared");
     }
@@ -144,11 +144,10 @@ Verdict Verify(const SessionJournal& journal, Replay& replay, const std::string&
   Verdict verdict;
   Differences differences;
   CompareFrames(journal, replay.Sent(), differences);
-  const bool compared = CompareProjects(replay, project, differences, verdict.notes);
+  const std::string compared = CompareProjects(replay, project, differences, verdict.notes);
   verdict.same = differences.empty();
   if (verdict.same) {
-    verdict.text = "same: " + std::to_string(replay.Sent().size()) + " frames" +
-                   (compared ? " and the project file" : "");
+    verdict.text = "same: " + std::to_string(replay.Sent().size()) + " frames" + compared;
     return verdict;
   }
   const auto first = std::min_element(differences.begin(), differences.end(),
