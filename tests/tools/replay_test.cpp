@@ -98,6 +98,21 @@ TEST(Replay, ABoxThatCannotBeLeftEndsIt) {
   EXPECT_FALSE(run.replay.program().door().DialogOpen());
 }
 
+// A console that was killed with a box open has cancelled nothing.
+TEST(Replay, OnRequestAJournalWithoutEndStopsInItsOpenBox) {
+  const SessionJournal journal = ReadJournal(
+      "quorvane-journal 1\n0 start 2026-11-21T09:00:00\n0 timers recorded\n0 load\n0 answer text \"4\"\n"
+      "0 answer text \"Cup\"\n1000 click frmJudge.mnuSetEventName\n");
+  for (const bool stop : {false, true}) {
+    const TempFolder folder;
+    Replay replay(journal, {.project = folder / "contest.ini", .stopInOpenBox = stop});
+    replay.Run();
+    EXPECT_EQ(replay.program().judge().EventName(), stop ? "Cup" : "");
+    EXPECT_EQ(replay.platform().shown.size(), stop ? 2U : 3U);
+    EXPECT_FALSE(replay.program().door().DialogOpen());
+  }
+}
+
 TEST(Replay, ClosingTheConsoleEndsTheJournal) {
   Played run(
       "1000 close frmJudge\n1500 answer no\n2000 close frmJudge\n2500 answer yes\n3000 click "

@@ -14,9 +14,9 @@ struct Verdict {
   std::vector<std::string> notes;  // what could not be compared
 };
 
-// Compares what a replay (with keepVersions) has sent and saved with what the session sent, by its tx records,
-// and saved, by its project files as they now stand on the disk. `project`, if given, stands in for the file
-// that was open at the end.
+// Compares what a replay (with keepVersions) has sent and saved with what the session sent, by its tx
+// records, and saved, by its project files as they now stand on the disk. `project`, if given, stands in for
+// the file that was open at the end.
 Verdict Verify(const SessionJournal& journal, Replay& replay, const std::string& project);
 
 }  // namespace quorvane
