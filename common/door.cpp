@@ -179,7 +179,7 @@ void Door::Dispatch(const Event& event) {
       if (devices_ != nullptr) devices_->PortsChanged(event.numbers);
       return;
     case EventKind::Key:
-      if (forms_.Main() != nullptr) forms_.Main()->KeyDown(event.text);
+      if (forms_.Main() != nullptr && forms_.Main()->Visible()) forms_.Main()->KeyDown(event.text);
       return;
     case EventKind::Activate:
     case EventKind::Close:

@@ -84,6 +84,8 @@ TEST_F(DoorTest, NothingReachesWhatTheOperatorCannotReach) {
   desk.fra.SetVisible(true);
   desk.SetVisible(false);
   Click("frmDesk.cmd");
+  door.Enter({.kind = EventKind::Key, .text = "F1"});
+  EXPECT_TRUE(desk.keys.empty());
   Click("frmDesk.nothing");
   Click("nothing");
   Click("frmDesk.cmd(4)");
