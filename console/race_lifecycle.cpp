@@ -21,7 +21,7 @@ void frmJudge::cmdStart_Click() {
     LaneStartOffset_ = 60000;
     clock_.ResetRaceClock(0, "Null");
   } else {
-    // The head start makes the countdown begin at a full 60.
+    // The count begins 60 ms ahead; this is meant.
     LaneStartOffset_ = 0;
     clock_.ResetRaceClock(60, "Null");
   }
