@@ -76,7 +76,10 @@ void frmJudge::DisplayStatus() {
   } else {
     if (CountdownRunning_) {
       CountdownRunning_ = false;
-      for (const auto& lane : lanes_) lane->UpdateLapTime(t);
+      // A starter that counts again after the race must not write over its results.
+      if (!race_.RaceDone) {
+        for (const auto& lane : lanes_) lane->UpdateLapTime(t);
+      }
       IssueRaceEvent(true);
     }
     caption = FormatTenths(t - 60000);

@@ -126,6 +126,25 @@ TEST(Modes, TheListCountsFromZeroAndTheModesFromOne) {
   EXPECT_EQ(rig.judge().lblRaceMode.Caption(), "FAI 312");
 }
 
+// The starter's switch may stand at the next race's mode before the last one is saved.
+TEST(Modes, AFinishedRaceKeepsItsOwnUntilItIsSaved) {
+  ConsoleRig rig(true);
+  rig.Load();
+  rig.Click("frmJudge.cmdStart");
+  rig.At(6000);
+  rig.lane(0).DoCut("1o", 0, 6000);
+  rig.At(40000);
+  ASSERT_TRUE(rig.judge().cmdSave.Enabled());
+  rig.Starter(70000, false, 5);
+  EXPECT_EQ(rig.judge().lblRaceMode.Caption(), "AMA 1324");
+  rig.lane(0).FinalizeRace();
+  EXPECT_EQ(rig.lane(0).LapTarget(), 11);
+  rig.Click("frmJudge.cmdSave");
+  EXPECT_EQ(rig.Value("Race1", "RaceMode"), "2, AMA 1324");
+  rig.Starter(70000, false, 5);
+  EXPECT_EQ(rig.race().RaceMode, 5);
+}
+
 TEST(Modes, FaiLanesStartApartAndTheFourthStaysDown) {
   const std::pair<int, std::array<int, 3>> kCases[] = {
       {4, {0, 1000, 2000}}, {5, {2000, 0, 1000}}, {6, {1000, 2000, 0}}};

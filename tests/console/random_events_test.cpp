@@ -11,6 +11,27 @@
 namespace quorvane {
 namespace {
 
+// Everything that is kept of a lane and shows on its panel.
+struct Shown {
+  explicit Shown(const frmLane& lane)
+      : final(lane.FinalTime()),
+        counts{lane.Laps(), lane.LapTarget(), lane.CutCount(), lane.CutsBeforeFinish()},
+        pylons(lane.PylonCuts()) {
+    for (int i = 0; i < lane.EventCount(); ++i) log.push_back(lane.Events()[i]);
+    captions = {lane.lblStatus.Caption(), lane.lblStatus.Tag()};
+    for (const Control* cell : lane.lblLap) captions.push_back(cell->Caption());
+    for (const Control* mark : lane.lblCut) {
+      captions.push_back(mark->Visible() ? mark->Caption() + "/" + mark->Anchor()->Name() : "");
+    }
+  }
+
+  std::vector<LaneEvent> log;
+  std::vector<std::string> captions;
+  std::int32_t final;
+  std::array<int, 4> counts;
+  PylonTally pylons;
+};
+
 class Monkey {
  public:
   explicit Monkey(unsigned seed) : random_(seed), rig_(true, files_) {
@@ -29,7 +50,9 @@ class Monkey {
     const int race = rig_.race().RaceNumber;
     Act();
     CheckAgainst(flown, race, before);
+    if (rig_.judge().cmdSave.Enabled() && Below(4) == 0) SaveAndShow();
   }
+  int saved = 0;  // races that were saved and shown again
 
  private:
   int Below(int n) { return static_cast<int>(random_() % static_cast<unsigned>(n)); }
@@ -153,6 +176,32 @@ class Monkey {
     }
   }
 
+  // The race comes back from the file as it stood on the console.
+  void SaveAndShow() {
+    const std::vector<Shown> before = Lanes();
+    const std::int16_t race = rig_.race().RaceNumber;
+    rig_.Click("frmJudge.cmdSave");
+    ASSERT_FALSE(rig_.judge().cmdSave.Enabled());
+    rig_.race().RaceNumber = race;
+    rig_.judge().ShowCurrentRace();
+    ASSERT_TRUE(rig_.judge().HasRun(race));
+    const std::vector<Shown> after = Lanes();
+    for (std::size_t i = 0; i < before.size(); ++i) {
+      SCOPED_TRACE("race " + std::to_string(race) + " lane " + std::to_string(i + 1));
+      ASSERT_EQ(after[i].log, before[i].log);
+      ASSERT_EQ(after[i].captions, before[i].captions);
+      ASSERT_EQ(after[i].final, before[i].final);
+      ASSERT_EQ(after[i].counts, before[i].counts);
+      ASSERT_EQ(after[i].pylons, before[i].pylons);
+    }
+    ++saved;
+  }
+  std::vector<Shown> Lanes() {
+    std::vector<Shown> lanes;
+    for (int i = 0; i < 4; ++i) lanes.emplace_back(rig_.lane(i));
+    return lanes;
+  }
+
   std::mt19937 random_;
   MemoryFiles files_;
   ConsoleRig rig_;
@@ -162,11 +211,14 @@ class Monkey {
 
 TEST(RandomEvents, NothingStopsTheConsole) {
   const int steps = std::getenv("QUORVANE_LONG") != nullptr ? 50000 : 5000;
+  int saved = 0;
   for (unsigned seed = 1; seed <= 20; ++seed) {
     SCOPED_TRACE("seed " + std::to_string(seed));
     Monkey monkey(seed);
     for (int i = 0; i < steps && !testing::Test::HasFatalFailure(); ++i) monkey.Step();
+    saved += monkey.saved;
   }
+  EXPECT_GT(saved, 100);
 }
 
 }  // namespace
