@@ -35,7 +35,8 @@ std::vector<field::HeatResult> FlyContest(ConsoleRig& rig, const field::FieldOpt
   rig.serial.onSent = [&](const std::vector<std::uint8_t>& bytes) {
     field.Receive(bytes, rig.platform.ClockMs());
   };
-  field.BeginHeats(0);
+  field.AdvanceTo(rig.platform.ClockMs());  // what was on the air before does not count
+  field.BeginHeats(rig.platform.ClockMs());
   std::vector<field::HeatResult> flown;
   while (!field.Done()) {
     rig.At(std::max(field.NextDue(), rig.platform.ClockMs() + 1));
@@ -78,6 +79,71 @@ TEST_P(Contest, EveryRaceShowsWhatWasFlown) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Modes, Contest, testing::Range(1, 7));
+
+void ExpectShown(const frmLane& panel, const field::LaneResult& flown) {
+  std::vector<int> laps;
+  std::vector<std::string> cuts;
+  for (int i = 0; i < panel.EventCount(); ++i) {
+    const LaneEvent& event = panel.Events()[i];
+    if (event.Kind == "L") laps.push_back(event.EventTime);
+    if (event.Kind == "C") cuts.push_back(event.SourceName);
+  }
+  ASSERT_EQ(laps.size(), flown.expected.size());
+  for (std::size_t i = 0; i < laps.size(); ++i) EXPECT_NEAR(laps[i], flown.expected[i], 3);
+  ASSERT_EQ(cuts.size(), flown.cuts.size());
+  for (std::size_t i = 0; i < cuts.size(); ++i) EXPECT_EQ(cuts[i], "P" + std::to_string(flown.cuts[i].pylon));
+  EXPECT_EQ(panel.LapTarget(), flown.target);
+  if (flown.place.empty()) {
+    EXPECT_EQ(panel.lblStatus.Tag(), "100");
+  } else {
+    EXPECT_EQ(panel.lblStatus.Caption(), flown.place);
+    EXPECT_NEAR(panel.FinalTime(), flown.final_time, 3);
+  }
+}
+
+// Two rounds of four heats in all race modes and a refly: closed, opened again, and shown in another mode.
+TEST(WholeContest, IsThereAgainOnTheNextDay) {
+  const TempFolder folder;
+  std::vector<field::HeatResult> flown;
+  {
+    ConsoleRig rig(true);
+    rig.platform.settings.SaveSetting("DiskFile", "FileName", folder / "contest.ini");
+    rig.Load();
+    field::FieldOptions options;
+    options.mode = 0;
+    options.heats = 8;
+    options.quick = true;
+    flown = FlyContest(rig, options);
+    ASSERT_EQ(flown.size(), 8U);
+    rig.Type("frmJudge.txtRound", "1");
+    rig.Type("frmJudge.txtHeat", "3");
+    rig.Click("frmJudge.cmdRefly");
+    options.mode = 3;
+    options.heats = 1;
+    options.seed = 77;
+    const auto refly = FlyContest(rig, options);
+    ASSERT_EQ(refly.size(), 1U);
+    flown[2] = refly[0];
+    rig.Answer(DialogAnswer::Word::Yes);
+    rig.Click("frmJudge.mnuExit");
+    ASSERT_TRUE(rig.platform.ended);
+  }
+  ConsoleRig rig;
+  rig.platform.settings.SaveSetting("DiskFile", "FileName", folder / "contest.ini");
+  rig.Answer(DialogAnswer::Word::Yes);
+  rig.program.door().Enter({EventKind::Load});
+  EXPECT_EQ(rig.race().RaceNumber, 9);
+  for (int race = 8; race >= 1; --race) {
+    rig.Click("frmJudge.cmdDecHeat");
+    EXPECT_EQ(rig.judge().fraHeatControl.Caption(),
+              "Race " + std::to_string(race) + (race == 3 ? " REFLY" : ""));
+    for (const auto& lane : flown[static_cast<std::size_t>(race - 1)].lanes) {
+      SCOPED_TRACE("race " + std::to_string(race) + " lane " + std::to_string(lane.lane));
+      ExpectShown(rig.lane(lane.lane - 1), lane);
+    }
+  }
+  EXPECT_EQ(rig.race().RaceMode, 2);
+}
 
 TEST(NoisyContest, NoLapIsInventedAndNoneThatWasReportedAgainIsLost) {
   for (int mode = 1; mode <= 6; ++mode) {
