@@ -79,6 +79,7 @@ class Platform {
   virtual void CopyText(const std::string& /*text*/) {}
 
   virtual SettingsStore& Settings() = 0;
+  // Folders with their last separator.
   virtual std::string ProgramFolder() = 0;
   virtual std::string HomeFolder() = 0;
 

@@ -42,11 +42,11 @@ void QtPlatform::CopyText(const std::string& text) {
 }
 
 std::string QtPlatform::ProgramFolder() {
-  return QCoreApplication::applicationDirPath().toStdString();
+  return QCoreApplication::applicationDirPath().toStdString() + '/';
 }
 
 std::string QtPlatform::HomeFolder() {
-  return QDir::homePath().toStdString();
+  return QDir::homePath().toStdString() + '/';
 }
 
 // Not quit(), which asks every window to close first, and they leave that to the race logic.
