@@ -1,7 +1,5 @@
 #include "records/file_ops.h"
 
-#include <filesystem>
-
 namespace quorvane {
 
 namespace {
@@ -48,17 +46,6 @@ std::error_code ReplaceFile(FileOps& files, const std::string& target, std::stri
 FileOps& SystemFiles() {
   static SystemFileOps files;
   return files;
-}
-
-bool IsFile(FileOps& files, const std::string& path) {
-  FileStamp stamp;
-  if (files.Look(path, stamp)) return false;
-  return stamp.kind == FileStamp::Kind::File || stamp.kind == FileStamp::Kind::Other;
-}
-
-bool IsFolder(FileOps& files, const std::string& path) {
-  FileStamp stamp;
-  return !files.Look(path, stamp) && stamp.kind == FileStamp::Kind::Folder;
 }
 
 }  // namespace quorvane

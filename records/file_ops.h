@@ -76,7 +76,6 @@ class FileOps {
   virtual std::error_code SyncFolder(const std::string& target) = 0;
 
   virtual std::error_code Remove(const std::string& path) = 0;
-  virtual std::error_code MakeFolder(const std::string& path) = 0;
 
   // Removes what replacements of `target` that were killed have left in its folder. Only for who holds its
   // lock.
@@ -105,17 +104,12 @@ class SystemFileOps : public FileOps {
   std::error_code Rename(const std::string& from, const std::string& to) override;
   std::error_code SyncFolder(const std::string& target) override;
   std::error_code Remove(const std::string& path) override;
-  std::error_code MakeFolder(const std::string& path) override;
   void RemoveLeftovers(const std::string& target) override;
   LockResult Lock(const std::string& target, FileLock& lock) override;
   void Unlock(FileLock& lock) override;
 };
 
 FileOps& SystemFiles();
-
-// True if `path` leads to a file that is not a folder, or to a folder.
-bool IsFile(FileOps& files, const std::string& path);
-bool IsFolder(FileOps& files, const std::string& path);
 
 // Replaces the whole content of `target` (made if missing) in one step: whoever looks, even after a power
 // failure, finds the old file or the new one, and once this has returned without error the new one is on the

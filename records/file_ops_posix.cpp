@@ -212,10 +212,6 @@ std::error_code SystemFileOps::Remove(const std::string& path) {
   return ErrorIf(unlink(path.c_str()) != 0);
 }
 
-std::error_code SystemFileOps::MakeFolder(const std::string& path) {
-  return ErrorIf(mkdir(path.c_str(), 0777) != 0);
-}
-
 void SystemFileOps::RemoveLeftovers(const std::string& target) {
   const std::string beginning = HiddenBeside(target) + ".";
   const std::string folder(FolderPart(target));

@@ -189,10 +189,6 @@ std::error_code SystemFileOps::Remove(const std::string& path) {
   return ErrorIf(!DeleteFileW(Native(path).c_str()));
 }
 
-std::error_code SystemFileOps::MakeFolder(const std::string& path) {
-  return ErrorIf(!CreateDirectoryW(Native(path).c_str(), nullptr));
-}
-
 void SystemFileOps::RemoveLeftovers(const std::string& target) {
   const std::string beginning = HiddenBeside(target) + ".";
   std::error_code error;

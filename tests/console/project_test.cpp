@@ -411,19 +411,25 @@ TEST(Project, HandEditedNonsenseStillOpens) {
 }
 
 TEST(Project, WhatCannotBeWrittenIsShownAndTriedAgain) {
-  ConsoleRig rig;
-  rig.Load();
-  FlyHeat(rig);
-  std::filesystem::rename(rig.folder.Path(),
-                          rig.folder.Path().substr(0, rig.folder.Path().size() - 1) + "-away");
-  rig.Click("frmJudge.cmdSave");
-  EXPECT_TRUE(rig.judge().lblNotSaved.Visible());
-  EXPECT_EQ(rig.Value("Race1_Lane1", "NumEvents"), "10");
-  std::filesystem::rename(rig.folder.Path().substr(0, rig.folder.Path().size() - 1) + "-away",
-                          rig.folder.Path());
-  rig.At(rig.platform.ClockMs() + 4000);
-  EXPECT_FALSE(rig.judge().lblNotSaved.Visible());
-  EXPECT_NE(ReadAll(rig.file).find("[Race1_Lane4]"), std::string::npos);
+  for (const bool closing : {false, true}) {
+    ConsoleRig rig;
+    rig.Load();
+    FlyHeat(rig);
+    const std::string here = rig.folder.Path().substr(0, rig.folder.Path().size() - 1);
+    std::filesystem::rename(here, here + "-away");
+    rig.Click("frmJudge.cmdSave");
+    EXPECT_TRUE(rig.judge().lblNotSaved.Visible());
+    EXPECT_EQ(rig.Value("Race1_Lane1", "NumEvents"), "10");
+    std::filesystem::rename(here + "-away", here);
+    if (closing) {
+      rig.Answer(Word::Yes);
+      rig.Click("frmJudge.mnuExit");
+    } else {
+      rig.At(rig.platform.ClockMs() + 4000);
+    }
+    EXPECT_FALSE(rig.judge().lblNotSaved.Visible());
+    EXPECT_NE(ReadAll(rig.file).find("[Race1_Lane4]"), std::string::npos);
+  }
 }
 
 }  // namespace

@@ -56,7 +56,6 @@ class MemoryFiles : public FileOps {
     files.erase(path);
     return {};
   }
-  std::error_code MakeFolder(const std::string&) override { return {}; }
   void RemoveLeftovers(const std::string&) override {}
   LockResult Lock(const std::string&, FileLock& lock) override {
     lock.handle = 1;
