@@ -10,6 +10,9 @@ frmJudge::frmJudge(Door& door, RaceState& race, RaceClock& clock, Project& proje
     : Form(door.AllForms(), "frmJudge"),
       mnuFile(AddCaptioned(ControlKind::Menu, "mnuFile", "&File")),
       mnuSelectFile(AddCaptioned(ControlKind::Menu, "mnuSelectFile", "&Open Project...", &mnuFile)),
+      mnuResults(AddCaptioned(ControlKind::Menu, "mnuResults", "&Results...", &mnuFile)),
+      mnuScoreboard(AddCaptioned(ControlKind::Menu, "mnuScoreboard", "Score&board", &mnuFile)),
+      mnuRecordSession(AddCaptioned(ControlKind::Menu, "mnuRecordSession", "Record Sessio&n", &mnuFile)),
       mnuAutoPrint(AddCaptioned(ControlKind::Menu, "mnuAutoPrint", "Enable AutoPrint", &mnuFile)),
       mnuExit(AddCaptioned(ControlKind::Menu, "mnuExit", "E&xit", &mnuFile)),
       mnuSetRaceInfo(AddCaptioned(ControlKind::Menu, "mnuSetRaceInfo", "&Set Race Info")),
@@ -90,6 +93,7 @@ void frmJudge::HookEvents() {
   tmrSaveRetry.onTimer = [this] { project_.Retry(); };
   mnuSelectFile.onClick = [this] { mnuSelectFile_Click(); };
   mnuAutoPrint.onClick = [this] { mnuAutoPrint_Click(); };
+  mnuRecordSession.onClick = [this] { mnuRecordSession_Click(); };
   mnuExit.onClick = [this] { Form_QueryUnload(); };
   mnuHeatsPerRound.onClick = [this] { mnuHeatsPerRound_Click(); };
   mnuSetEventName.onClick = [this] { mnuSetEventName_Click(); };
@@ -105,6 +109,8 @@ void frmJudge::Form_Load() {
     Lane(i).UpdateLaneColor();
   }
   mnuAutoPrint.SetChecked(LeadingNumber(GetProjectValue("Current", "AutoPrint", "False")) != 0.0);
+  const SettingsStore& settings = door_.System().Settings();
+  mnuRecordSession.SetChecked(settings.GetSetting(Name(), "RecordSession", "False") == "True");
   ApplyRaceMode(2);
   race_.RaceHolding = false;
   race_.RaceActive = false;

@@ -46,6 +46,10 @@ class frmJudge : public Form, private LaneOwner, private LinkOwner {
   // Menu bar.
   Control& mnuFile;
   Control& mnuSelectFile;
+  // The window opens the first two, and records the session while the third is checked.
+  Control& mnuResults;
+  Control& mnuScoreboard;
+  Control& mnuRecordSession;
   Control& mnuAutoPrint;
   Control& mnuExit;
   Control& mnuSetRaceInfo;
@@ -131,6 +135,7 @@ class frmJudge : public Form, private LaneOwner, private LinkOwner {
   // Records.
   void mnuSelectFile_Click();
   void mnuAutoPrint_Click();
+  void mnuRecordSession_Click();
   void cmdSave_Click();
   void LoadRaceHeader();
   void cmdPrint_Click();

@@ -151,6 +151,12 @@ void frmJudge::cmdPrint_Click() {
   if (printer_ != nullptr) printer_->PrintHeat();
 }
 
+void frmJudge::mnuRecordSession_Click() {
+  mnuRecordSession.SetChecked(!mnuRecordSession.Checked());
+  door_.System().Settings().SaveSetting(Name(), "RecordSession",
+                                        mnuRecordSession.Checked() ? "True" : "False");
+}
+
 // Saving concludes the race: the reset at the end would otherwise find it active and record it a second time.
 void frmJudge::cmdSave_Click() {
   if (!cmdSave.Enabled()) return;
