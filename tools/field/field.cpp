@@ -19,10 +19,6 @@ constexpr std::uint8_t kReminderLit = 25;   // 200 ms: a late lap must not lock 
 constexpr std::uint8_t kHoldButton = 16;
 constexpr std::uint8_t kTemperature = 65;  // 22 degrees
 
-bool IsStation(std::uint8_t address) {
-  return address <= kDisplay && address != 5;
-}
-
 // The stations add about this much between reading their clock and the radio's last bit.
 std::uint8_t DelayOf(std::uint8_t from) {
   switch (from) {
@@ -49,6 +45,15 @@ std::uint8_t LightLeft(std::int64_t ends_us, std::int64_t now_us) {
 
 Field::Field(const FieldOptions& options) : options_(options), line_(options.line, options.seed + 1) {
   plan_ = PlanHeat(options_.seed, 1, options_.mode == 0 ? 1 : options_.mode, options_.quick);
+  if (options_.controlled) {
+    options_.count = true;  // the console's frames count from the beginning of the count, flown or not
+    options_.hold = false;
+    for (const std::uint8_t station : {kStarter, kTimers}) {
+      options_.silent.push_back({.station = station});
+      if (options_.starter_at) options_.silent.back().to_ms = *options_.starter_at;
+    }
+    if (options_.starter_at) At(*options_.starter_at * kMs, {.what = Happening::kStarterArrives});
+  }
   At(0, {.what = Happening::kRaceTick});
   At(0, {.what = Happening::kReminderTick});
   std::int64_t first = 200 * kMs;
@@ -59,7 +64,7 @@ Field::Field(const FieldOptions& options) : options_(options), line_(options.lin
 }
 
 void Field::BeginHeats(std::int64_t ms) {
-  if (begun_) return;
+  if (begun_ || options_.controlled) return;
   begun_ = true;
   At(std::max(ms * kMs, now_us_), {.what = Happening::kLeadIn});
 }
@@ -71,11 +76,50 @@ std::vector<Chunk> Field::AdvanceTo(std::int64_t ms) {
 
 void Field::Receive(std::span<const std::uint8_t> bytes, std::int64_t ms) {
   for (const Frame& frame : listener_.Hear(bytes)) {
-    const std::uint8_t to = frame[4];
-    if (frame[5] != kConsole || !IsStation(to)) continue;
-    ++polls_;
-    SpeakAt(std::max(ms * kMs, now_us_) + kPollDelay, {Topic::kPollAnswer, to});
+    const std::int64_t us = std::max(ms * kMs, now_us_);
+    if (frame[5] == kConsole) {
+      Answer(frame[4], us);
+    } else if (options_.controlled) {
+      Follow(frame, us);
+    }
   }
+}
+
+void Field::Answer(std::uint8_t station, std::int64_t us) {
+  ++polls_;
+  if (!IsStation(station) || !OnAir(station, us)) return;
+  const std::int64_t at = us + kPollDelay + options_.late[station] * kMs;
+  SpeakAt(at, {Topic::kPollAnswer, station});
+  if (options_.twice[station]) SpeakAt(at, {Topic::kSecondAnswer, station});
+}
+
+void Field::Follow(const Frame& frame, std::int64_t us) {
+  std::uint8_t listening = 0;
+  for (std::uint8_t i = 0; i < kAddresses; ++i) {
+    if (IsStation(i) && OnAir(i, us)) listening |= static_cast<std::uint8_t>(1 << i);
+  }
+  follower_.Hear(frame, us / kMs, listening);
+  for (HeatResult& heat : follower_.TakeRaces()) {
+    Conclude(heat);
+    if (heat.heat == options_.heats) At(us + 1'000 * kMs, {.what = Happening::kEnd});
+  }
+  if (OnAir(kStarter, us)) return;  // which is who the stations believe
+  phase_ = follower_.race().running ? Phase::kRunning : Phase::kIdle;
+  clock_start_us_.reset();
+  if (phase_ == Phase::kRunning) clock_start_us_ = us - follower_.race().clock * kMs;
+}
+
+ConsoleHeard Field::Heard() const {
+  ConsoleHeard heard = follower_.heard();
+  heard.polls = polls_before_ + polls_;
+  heard.starter_ms = starter_heard_ms_;
+  return heard;
+}
+
+bool Field::OnAir(std::uint8_t station, std::int64_t us) const {
+  return std::none_of(options_.silent.begin(), options_.silent.end(), [&](const Silence& silence) {
+    return silence.station == station && us / kMs >= silence.from_ms && us / kMs < silence.to_ms;
+  });
 }
 
 std::int64_t Field::NextDue() const {
@@ -124,6 +168,9 @@ void Field::Happen(const Event& event) {
       return;
     case Happening::kStop:
       return StopRace();
+    case Happening::kStarterArrives:
+      phase_ = Phase::kIdle;
+      return clock_start_us_.reset();
     case Happening::kHeatOver:
       return EndHeat();
     case Happening::kEnd:
@@ -159,6 +206,7 @@ void Field::Transmit() {
                                        [](const Wish& a, const Wish& b) { return a.topic < b.topic; });
   const Wish wish = *urgent;
   wishes_.erase(urgent);
+  if (!OnAir(wish.station, now_us_)) return;
   const std::int64_t end_us = line_.Take(now_us_);
   if (wish.topic == Topic::kRace && phase_ == Phase::kStarting) {
     // The race clock leaves its first value as the first running frame arrives: whoever starts a clock on
@@ -180,7 +228,7 @@ Report Field::Compose(Wish wish, std::int64_t end_us) {
   if (wish.topic == Topic::kRace || wish.topic == Topic::kTurns) report.to = kPylonBox;
   if (wish.topic == Topic::kAckLaps) report.to = kTimers;
   if (wish.topic == Topic::kAckTurns) report.to = kJudge1;
-  if (wish.topic == Topic::kPollAnswer) report.to = kConsole;
+  if (wish.topic == Topic::kPollAnswer || wish.topic == Topic::kSecondAnswer) report.to = kConsole;
   report.running = phase_ == Phase::kRunning;
   report.clock = (ClockMicros(end_us) + kMs / 2) / kMs;
   report.mode = static_cast<std::uint8_t>(plan_.mode);
@@ -227,6 +275,7 @@ void Field::AddLapLights(Report& report, std::int64_t end_us, bool remind) const
 
 void Field::AfterTransmission(Wish wish, const Report& report, std::int64_t end_us) {
   const bool to_console_only = report.to == kConsole;
+  if (report.from == kStarter && !starter_heard_ms_) starter_heard_ms_ = end_us / kMs;
   if (report.from == kTimers && !to_console_only && NoteLapsOnAir(end_us)) {
     SpeakAt(end_us + kAckDelay, {Topic::kAckLaps, kStarter});
   }

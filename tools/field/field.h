@@ -2,17 +2,26 @@
 
 #include <array>
 #include <cstdint>
+#include <limits>
 #include <map>
 #include <optional>
 #include <span>
 #include <vector>
 
+#include "tools/field/follower.h"
 #include "tools/field/frame.h"
 #include "tools/field/line.h"
 #include "tools/field/plan.h"
 #include "tools/field/result.h"
 
 namespace quorvane::field {
+
+// A station that is switched off for a time: it neither sends nor hears.
+struct Silence {
+  std::uint8_t station = 0;
+  std::int64_t from_ms = 0;
+  std::int64_t to_ms = std::numeric_limits<std::int64_t>::max();  // not included
+};
 
 struct FieldOptions {
   int heats = 1;           // 0: heat after heat without end
@@ -22,6 +31,14 @@ struct FieldOptions {
   bool hold = false;       // hold the count at 56000 for three seconds
   bool quick = false;      // short laps
   LineOptions line = {};
+
+  // Neither the starter nor the timers are there: the stations follow a console that controls the race, and
+  // `heats` counts the races it runs.
+  bool controlled = false;
+  std::optional<std::int64_t> starter_at = {};  // ms; starter and timers come on the air and idle
+  std::vector<Silence> silent = {};
+  std::array<std::int64_t, kAddresses> late = {};  // ms by which a station answers polls later
+  std::array<bool, kAddresses> twice = {};         // stations that answer every poll twice
 };
 
 // All stations of a pylon race on one radio channel: starter, timers, three judges, pylon box and display.
@@ -40,7 +57,8 @@ class Field {
   // The chunks whose last byte has left by this time and that were not handed out before, in order.
   std::vector<Chunk> AdvanceTo(std::int64_t ms);
 
-  // Bytes from the console in any chunking; a poll of a station is answered shortly after.
+  // Bytes from the console in any chunking; a poll of a station is answered shortly after. A controlled field
+  // follows the frames that speak for the starter and the timers.
   void Receive(std::span<const std::uint8_t> bytes, std::int64_t ms);
 
   // The next time at which AdvanceTo has something to do.
@@ -52,14 +70,19 @@ class Field {
   // True a second after the last heat; the stations go on idling all the same.
   bool Done() const { return done_; }
 
+  // What the field has sent since the beginning, and what it has heard.
+  const LineCounters& counters() const { return line_.counters(); }
+  ConsoleHeard Heard() const;
+
  private:
   enum class Phase { kIdle, kStarting, kRunning, kStopping };
   // What a station wants to say, the most urgent first.
-  enum class Topic { kLaps, kRace, kTurns, kAckLaps, kAckTurns, kCut, kPollAnswer, kStatus };
+  enum class Topic { kLaps, kRace, kTurns, kAckLaps, kAckTurns, kCut, kPollAnswer, kSecondAnswer, kStatus };
   enum class Happening {
     kLeadIn,
     kStart,
     kStop,
+    kStarterArrives,
     kHeatOver,
     kEnd,
     kLap,
@@ -98,6 +121,9 @@ class Field {
   void RunUntil(std::int64_t us);
   void Happen(const Event& event);
   void Transmit();
+  bool OnAir(std::uint8_t station, std::int64_t us) const;
+  void Answer(std::uint8_t station, std::int64_t us);
+  void Follow(const Frame& frame, std::int64_t us);
   Report Compose(Wish wish, std::int64_t end_us);
   void AddStationState(Report& report, std::uint8_t station, std::int64_t end_us) const;
   void AddLapLights(Report& report, std::int64_t end_us, bool remind) const;
@@ -115,6 +141,7 @@ class Field {
   void StarterHearsCut(std::size_t lane, std::size_t index);
   void StopRace();
   void EndHeat();
+  void Conclude(HeatResult& result);
   std::int64_t RaceTickInterval() const;
   bool Holding(std::int64_t us) const;
   std::int64_t ClockMicros(std::int64_t us) const;
@@ -138,7 +165,10 @@ class Field {
   HeatResult
       result_;  // of the heat in hand; an expected time is -1 until the first report of it is on the air
   LineCounters counters_before_;
-  std::int64_t polls_ = 0;
+  std::int64_t polls_ = 0;         // in the heat in hand
+  std::int64_t polls_before_ = 0;  // in earlier ones
+  Follower follower_;
+  std::optional<std::int64_t> starter_heard_ms_;
   std::array<Lane, kLanes> lanes_{};
   std::optional<std::int64_t> clock_start_us_;  // when the race clock left its first value
 };

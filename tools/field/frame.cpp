@@ -23,11 +23,14 @@ std::uint8_t LanesWithCut(const std::array<std::uint8_t, kLanes>& cuts, int want
   return Byte(lanes);
 }
 
+std::int64_t Delay(const Report& report) {
+  return report.from == kAcknowledgement ? 2 * report.dif : report.dif;
+}
+
 }  // namespace
 
 Frame Encode(const Report& report) {
-  const std::int64_t delay = report.from == kAcknowledgement ? 2 * report.dif : report.dif;
-  const std::int64_t time = report.clock + delay;
+  const std::int64_t time = report.clock + Delay(report);
   Frame frame{};
   frame[0] = kSync1;
   frame[1] = kSync2;
@@ -48,6 +51,24 @@ Frame Encode(const Report& report) {
   frame[35] = report.voltage;
   frame[2] = CheckByte(frame);
   return frame;
+}
+
+Report Decode(const Frame& frame) {
+  Report report;
+  report.running = frame[3] != 0;
+  report.to = frame[4];
+  report.from = frame[5];
+  report.turns = frame[10];
+  std::copy_n(frame.begin() + 11, kLanes, report.cuts.begin());
+  report.buttons = frame[18];
+  std::copy_n(frame.begin() + 24, kLanes, report.lit.begin());
+  report.mode = frame[28];
+  std::copy_n(frame.begin() + 29, kLanes, report.lap.begin());
+  report.dif = frame[33];
+  report.temperature = frame[34];
+  report.voltage = frame[35];
+  report.clock = (frame[7] << 16) + (frame[8] << 8) + frame[9] - Delay(report);
+  return report;
 }
 
 std::uint8_t CheckByte(const Frame& frame) {

@@ -24,6 +24,11 @@ inline constexpr std::uint8_t kPylonBox = 6;
 inline constexpr std::uint8_t kDisplay = 7;
 inline constexpr std::uint8_t kConsole = 254;
 inline constexpr std::uint8_t kAcknowledgement = 255;
+inline constexpr std::size_t kAddresses = 8;  // 0..7; nobody has address 5
+
+constexpr bool IsStation(std::uint8_t address) {
+  return address < kAddresses && address != 5;
+}
 
 using Frame = std::array<std::uint8_t, kFrameBytes>;
 
@@ -47,6 +52,9 @@ struct Report {
 };
 
 Frame Encode(const Report& report);
+
+// What a frame says, whoever sent it; the clock has only the 24 bits that the stations read.
+Report Decode(const Frame& frame);
 
 // Exclusive OR of bytes 3 to 35.
 std::uint8_t CheckByte(const Frame& frame);

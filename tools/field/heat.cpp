@@ -1,5 +1,6 @@
 // The course of a heat: idling, the start, what the aircraft do and which station sees it, the stop.
 #include <algorithm>
+#include <utility>
 
 #include "tools/field/field.h"
 
@@ -97,6 +98,7 @@ void Field::FlyCut(std::size_t lane, std::size_t index) {
 
 void Field::StarterHearsCut(std::size_t lane, std::size_t index) {
   const PlannedCut& cut = plan_.lanes[lane].cuts[index];
+  if (!OnAir(static_cast<std::uint8_t>(cut.pylon - 1), now_us_)) return;
   lanes_[lane].starter_cuts = lanes_[lane].judged_cuts;
   result_.lanes[lane].cuts.push_back({cut.pylon, cut.time, -1});
   Speak({Topic::kRace, kStarter});
@@ -112,12 +114,8 @@ void Field::StopRace() {
 
 void Field::EndHeat() {
   phase_ = Phase::kIdle;
-  RankLanes(result_.lanes);
-  result_.line = line_.counters() - counters_before_;
-  result_.polls = polls_;
-  counters_before_ = line_.counters();
-  polls_ = 0;
-  finished_.push_back(result_);
+  for (LaneResult& lane : result_.lanes) lane.target = TargetLaps(result_.mode, !lane.cuts.empty());
+  Conclude(result_);
   if (options_.heats != 0 && result_.heat >= options_.heats) {
     return At(now_us_ + 1'000 * kMs, {.what = Happening::kEnd});
   }
@@ -125,6 +123,15 @@ void Field::EndHeat() {
   const int mode = options_.mode == 0 ? (result_.heat - 1) % 6 + 1 : options_.mode;
   plan_ = PlanHeat(options_.seed, result_.heat, mode, options_.quick);
   At(now_us_, {.what = Happening::kLeadIn});
+}
+
+void Field::Conclude(HeatResult& result) {
+  RankLanes(result.lanes);
+  result.line = line_.counters() - counters_before_;
+  result.polls = polls_;
+  counters_before_ = line_.counters();
+  polls_before_ += std::exchange(polls_, 0);
+  finished_.push_back(result);
 }
 
 // Twice a second; faster while a frame must not be missed.

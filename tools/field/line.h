@@ -33,6 +33,8 @@ struct LineCounters {
   std::int64_t damaged = 0;  // frames that left with a changed byte
   std::int64_t noise = 0;    // random bytes between frames
 
+  std::int64_t Good() const { return sent - damaged; }
+  std::int64_t Bytes() const { return sent * static_cast<std::int64_t>(kFrameBytes) + noise; }
   LineCounters operator-(const LineCounters& earlier) const;
 };
 

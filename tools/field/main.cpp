@@ -53,6 +53,8 @@ int Fly(const CommandLine& line) {
     PrintResults(field);
     terminal->Wait(field.NextDue() - now);
   }
+  PrintResults(field);
+  if (line.field.controlled) std::cout << ToJson(field.Heard(), field.counters()) << std::endl;
   return 0;
 }
 

@@ -1,5 +1,6 @@
 #include "tools/field/options.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <map>
@@ -26,6 +27,20 @@ The heats
                    it the starter's clock begins at 60000
   --hold           the starter holds the count at 56000 for three seconds
   --quick          laps of about four seconds, so that a heat is soon over
+
+Single stations (P1, P2, P3, ST, TM, PY or DS; each of these may come again)
+  --silent ST@MS[-MS]
+                   the station is off from the first to the second time, or for
+                   good: it neither sends nor hears. Times count from the start
+  --late ST=MS     it answers polls this much later
+  --twice ST       it answers every poll twice
+
+A console that controls the race
+  --controlled     no starter and no timers: the stations follow the console,
+                   and --heats counts the races that it runs. A race's line of
+                   JSON tells what the stations saw of it, and a last line what
+                   each of them heard
+  --starter-at MS  starter and timers come on the air after all, and idle
 
 The line (probabilities from 0 to 1, per frame)
   --noise P        random bytes before a frame
@@ -80,6 +95,20 @@ bool Probability(const std::string& text, double& result) {
   return true;
 }
 
+bool Ms(const std::string& text, std::int64_t& result) {
+  return Whole<std::int64_t>(text, 0, 86'400'000, result);
+}
+
+bool Station(const std::string& code, std::uint8_t& address) {
+  static const std::map<std::string, std::uint8_t> kStations = {
+      {"P1", 0},       {"P2", 1},         {"P3", 2},       {"ST", kStarter},
+      {"TM", kTimers}, {"PY", kPylonBox}, {"DS", kDisplay}};
+  const auto found = kStations.find(code);
+  if (found == kStations.end()) return false;
+  address = found->second;
+  return true;
+}
+
 class Parser {
  public:
   Parser(const std::vector<std::string>& arguments, std::string& error)
@@ -91,6 +120,14 @@ class Parser {
     }
     if (line_.field.hold && !line_.field.count) {
       error_ = "--hold needs the count: it does not go with --count off";
+      return std::nullopt;
+    }
+    if (line_.field.starter_at && !line_.field.controlled) {
+      error_ = "--starter-at goes with --controlled only";
+      return std::nullopt;
+    }
+    if (line_.task == Task::kFast && line_.field.controlled) {
+      error_ = "--fast has no console to follow: it does not go with --controlled";
       return std::nullopt;
     }
     if (line_.task == Task::kFast && line_.field.heats == 0 && heats_given_) {
@@ -119,6 +156,10 @@ class Parser {
         {"--damage", {&Parser::Damage, "a probability from 0 to 1"}},
         {"--link", {&Parser::Link, "a path"}},
         {"--delay", {&Parser::Delay, "milliseconds from 0 to 86400000"}},
+        {"--silent", {&Parser::Silent, "a station, \"@\" and one or two times, like DS@5000-9000"}},
+        {"--late", {&Parser::Late, "a station, \"=\" and milliseconds, like P2=800"}},
+        {"--twice", {&Parser::Twice, "a station: P1, P2, P3, ST, TM, PY or DS"}},
+        {"--starter-at", {&Parser::StarterAt, "milliseconds from 0 to 86400000"}},
         {"--tolerance", {&Parser::Tolerance, "milliseconds from 0 to 100000"}},
     };
     const auto option = kOptions.find(name);
@@ -144,6 +185,8 @@ class Parser {
       line_.field.quick = true;
     } else if (name == "--split") {
       line_.field.line.split = true;
+    } else if (name == "--controlled") {
+      line_.field.controlled = true;
     } else if (name == "--stay") {
       line_.stay = true;
     } else if (name == "--lossy") {
@@ -184,8 +227,25 @@ class Parser {
     line_.link = value;
     return !value.empty();
   }
-  bool Delay(const std::string& value) {
-    return Whole<std::int64_t>(value, 0, 86'400'000, line_.delay.emplace());
+  bool Delay(const std::string& value) { return Ms(value, line_.delay.emplace()); }
+  bool StarterAt(const std::string& value) { return Ms(value, line_.field.starter_at.emplace()); }
+  bool Silent(const std::string& value) {
+    Silence silence;
+    if (value.size() < 4 || value[2] != '@' || !Station(value.substr(0, 2), silence.station)) return false;
+    const std::size_t dash = std::min(value.find('-'), value.size());
+    if (!Ms(value.substr(3, dash - 3), silence.from_ms)) return false;
+    if (dash < value.size() && !Ms(value.substr(dash + 1), silence.to_ms)) return false;
+    line_.field.silent.push_back(silence);
+    return silence.from_ms < silence.to_ms;
+  }
+  bool Late(const std::string& value) {
+    std::uint8_t station = 0;
+    return value.size() > 3 && value[2] == '=' && Station(value.substr(0, 2), station) &&
+           Ms(value.substr(3), line_.field.late[station]);
+  }
+  bool Twice(const std::string& value) {
+    std::uint8_t station = 0;
+    return Station(value, station) && (line_.field.twice[station] = true);
   }
   bool Tolerance(const std::string& value) { return Whole(value, 0, 100'000, line_.compare.tolerance); }
 

@@ -73,7 +73,7 @@ LanePlan PlanLane(std::mt19937& random, Fate fate, int mode, bool quick) {
   LanePlan lane;
   lane.flies = true;
   const bool cut = fate == Fate::kOneCut || fate == Fate::kStopsWithCut || fate == Fate::kDoubleCut;
-  if (cut && !IsFai(mode)) lane.target = 11;
+  lane.target = TargetLaps(mode, cut);
   FlyLaps(random, lane, lane.target, quick);
   switch (fate) {
     case Fate::kClean:
@@ -114,7 +114,8 @@ void KeepFinishesApart(HeatPlan& plan) {
   }
 }
 
-// The staggered starts of the FAI modes.
+}  // namespace
+
 std::array<int, kLanes> Staggers(int mode) {
   switch (mode) {
     case 4:
@@ -127,8 +128,6 @@ std::array<int, kLanes> Staggers(int mode) {
       return {};
   }
 }
-
-}  // namespace
 
 int Draw(std::mt19937& random, int below) {
   return static_cast<int>((static_cast<std::uint64_t>(random()) * static_cast<std::uint64_t>(below)) >> 32);
@@ -143,7 +142,7 @@ HeatPlan PlanHeat(std::uint32_t seed, int heat, int mode, bool quick) {
   HeatPlan plan;
   plan.heat = heat;
   plan.mode = mode;
-  const int flying = IsFai(mode) ? 3 : kLanes;
+  const int flying = static_cast<int>(FlyingLanes(mode));
   const int sure = Draw(random, flying);
   const int also_sure = (sure + 1 + Draw(random, flying - 1)) % flying;
   for (int lane = 0; lane < flying; ++lane) {

@@ -43,6 +43,18 @@ inline bool IsFai(int mode) {
   return mode >= 4;
 }
 
+// Laps for a result: a cut costs one more outside the FAI modes.
+inline int TargetLaps(int mode, bool cut) {
+  return cut && !IsFai(mode) ? 11 : 10;
+}
+
+inline std::size_t FlyingLanes(int mode) {
+  return IsFai(mode) ? 3 : kLanes;
+}
+
+// Milliseconds from the race's start signal to each lane's own: the staggered starts of the FAI modes.
+std::array<int, kLanes> Staggers(int mode);
+
 // Heat number `heat` of the contest that belongs to `seed`: which laps, turns and cuts each lane flies. At
 // least two lanes finish. Finishing times lie far enough apart for the radio's delay not to change their
 // order.

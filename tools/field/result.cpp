@@ -26,11 +26,51 @@ std::string CutJson(const CutResult& cut) {
          ",\"time\":" + std::to_string(cut.expected) + "}";
 }
 
+// In the shape of what a console shows, so that it can be compared with either side.
+std::string SeenLaneJson(const LaneResult& lane) {
+  const auto cut = [](const CutResult& seen) {
+    return "{\"pylon\":" + std::to_string(seen.pylon) + ",\"time\":" + std::to_string(seen.expected) + "}";
+  };
+  return "{\"lane\":" + std::to_string(lane.lane) + ",\"target\":" + std::to_string(lane.target) +
+         ",\"laps\":" + Numbers(lane.expected) + ",\"lights\":" + Numbers(lane.lights) +
+         ",\"cuts\":" + Joined(lane.cuts, cut) + ",\"cutBits\":" + std::to_string(lane.cut_bits) +
+         ",\"final\":" + std::to_string(lane.final_time) + ",\"place\":\"" + lane.place + "\"}";
+}
+
 std::string LaneJson(const LaneResult& lane) {
   return "{\"lane\":" + std::to_string(lane.lane) + ",\"target\":" + std::to_string(lane.target) +
          ",\"flown\":" + Numbers(lane.flown) + ",\"expected\":" + Numbers(lane.expected) +
          ",\"cuts\":" + Joined(lane.cuts, CutJson) + ",\"turns\":" + Numbers(lane.turns) +
          ",\"final\":" + std::to_string(lane.final_time) + ",\"place\":\"" + lane.place + "\"}";
+}
+
+std::string LineJson(const LineCounters& line, std::int64_t polls) {
+  return ",\"frames\":{\"sent\":" + std::to_string(line.sent) + ",\"lost\":" + std::to_string(line.lost) +
+         ",\"damaged\":" + std::to_string(line.damaged) + "},\"noise\":" + std::to_string(line.noise) +
+         ",\"polls\":" + std::to_string(polls) + "}";
+}
+
+std::string RaceJson(const FollowedRace& race) {
+  return ",\"race\":{\"from\":" + std::to_string(race.from) + ",\"to\":" + std::to_string(race.to) +
+         ",\"clock\":[" + std::to_string(race.first_clock) + "," + std::to_string(race.last_clock) +
+         "],\"drift\":" + std::to_string(race.drift) + "}";
+}
+
+std::string Bool(bool value) {
+  return value ? "true" : "false";
+}
+
+std::string OrNull(const std::optional<std::int64_t>& value) {
+  return value ? std::to_string(*value) : "null";
+}
+
+std::string StationJson(std::size_t address, const StationView& view) {
+  const Report& race = view.race;
+  const auto number = [](std::uint8_t value) { return std::to_string(value); };
+  return "{\"station\":" + std::to_string(address) + ",\"frames\":" + std::to_string(view.frames) +
+         ",\"running\":" + Bool(race.running) + ",\"clock\":" + std::to_string(race.clock) +
+         ",\"mode\":" + number(race.mode) + ",\"laps\":" + Joined(race.lap, number) +
+         ",\"cuts\":" + Joined(race.cuts, number) + ",\"lights\":" + Joined(race.lit, number) + "}";
 }
 
 }  // namespace
@@ -51,12 +91,23 @@ void RankLanes(std::vector<LaneResult>& lanes) {
 }
 
 std::string ToJson(const HeatResult& result) {
-  const LineCounters& line = result.line;
   return "{\"heat\":" + std::to_string(result.heat) + ",\"mode\":" + std::to_string(result.mode) +
-         ",\"count\":" + (result.count ? "true" : "false") + ",\"lanes\":" + Joined(result.lanes, LaneJson) +
-         ",\"frames\":{\"sent\":" + std::to_string(line.sent) + ",\"lost\":" + std::to_string(line.lost) +
-         ",\"damaged\":" + std::to_string(line.damaged) + "},\"noise\":" + std::to_string(line.noise) +
-         ",\"polls\":" + std::to_string(result.polls) + "}";
+         ",\"count\":" + Bool(result.count) +
+         ",\"lanes\":" + Joined(result.lanes, result.followed ? SeenLaneJson : LaneJson) +
+         (result.followed ? RaceJson(*result.followed) : "") + LineJson(result.line, result.polls);
+}
+
+std::string ToJson(const ConsoleHeard& heard, const LineCounters& line) {
+  std::vector<std::size_t> stations;
+  for (std::uint8_t i = 0; i < kAddresses; ++i) {
+    if (IsStation(i)) stations.push_back(i);
+  }
+  return "{\"stations\":" +
+         Joined(stations, [&](std::size_t i) { return StationJson(i, heard.stations[i]); }) +
+         ",\"control\":{\"frames\":" + std::to_string(heard.frames) +
+         ",\"odd\":" + std::to_string(heard.odd) + ",\"first\":" + OrNull(heard.first_ms) +
+         ",\"last\":" + OrNull(heard.last_ms) + ",\"starter\":" + OrNull(heard.starter_ms) + "}" +
+         LineJson(line, heard.polls);
 }
 
 }  // namespace quorvane::field
