@@ -7,6 +7,9 @@
 #include "ui/focus_ring.h"
 
 namespace quorvane {
+namespace {
+constexpr int kGap = 8;  // between windows
+}
 
 ProgramWindows::ProgramWindows(Program& program, QtPlatform& platform)
     : program_(program),
@@ -43,19 +46,22 @@ void ProgramWindows::Follow() {
     link_->SetDesignWidth(detail ? link_->View().Design().width : LinkWidthWithoutDetail());
   }
   windows_.Apply();
-  if (!linkPlaced_ && link_->isVisible()) PlaceLinkWindow();
+  if (!placed_ && console_->isVisible()) PlaceWindows();
   timers_.Arm();
 }
 
-// Beside the console where the screen has room, else over its right end: the clock and the race buttons stay
-// in sight.
-void ProgramWindows::PlaceLinkWindow() {
-  linkPlaced_ = true;
+// Beside each other where the screen has room. Otherwise the link lies over the console's right end: the
+// clock and the race buttons stay in sight.
+void ProgramWindows::PlaceWindows() {
+  placed_ = true;
   if (console_->screen() == nullptr) return;
   const QRect screen = console_->screen()->availableGeometry();
-  const QRect console = console_->frameGeometry();
-  const int left = std::min(console.right() + 8, screen.right() - link_->width() - 8);
-  link_->move(std::max(screen.left(), left), std::max(screen.top(), console.top() + 40));
+  const int spare = screen.width() - console_->width() - link_->width() - 3 * kGap;
+  const int left = screen.left() + std::max(0, spare / 2);
+  const int top = screen.top() + std::max(0, (screen.height() - console_->height()) / 3);
+  console_->move(left, top);
+  const int beside = std::min(left + console_->width() + kGap, screen.right() - link_->width() - kGap);
+  link_->move(std::max(screen.left(), beside), top);
 }
 
 }  // namespace quorvane

@@ -30,7 +30,7 @@ class ProgramWindows {
 
  private:
   void Follow();
-  void PlaceLinkWindow();
+  void PlaceWindows();
 
   Program& program_;
   QtPlatform& platform_;
@@ -39,7 +39,7 @@ class ProgramWindows {
   FormWindow* link_ = nullptr;
   std::array<FormView*, 4> lanes_ = {};
   bool detailShown_ = true;
-  bool linkPlaced_ = false;
+  bool placed_ = false;
   KeyRouter keys_;
   TimerDriver timers_;
   std::function<void()> afterEvent_;

@@ -9,7 +9,8 @@
 namespace quorvane {
 namespace {
 constexpr int kOnTheWayMs = 150;
-}
+constexpr int kExpectedMs = 1000;  // for the desktop to do what the program has asked
+}  // namespace
 
 Windows::Windows(Door& door) : door_(door) {
   door_.AllForms().SetObserver(this);
@@ -95,8 +96,18 @@ void Windows::FormChanged(const Form& form) {
 
 void Windows::Apply() {
   for (FormView* view : std::exchange(dirtyViews_, {})) view->Apply();
-  for (const Form* form : std::exchange(dirtyForms_, {})) FollowForm(*form);
+  const auto forms = std::exchange(dirtyForms_, {});
+  // In the order in which they were added, so that the same window always ends up in front.
+  for (const Form* form : door_.AllForms().All()) {
+    if (forms.contains(form)) FollowForm(*form);
+  }
   FollowActive();
+}
+
+// The program itself brings the operator to that window: this is no activation.
+void Windows::Expect(FormWindow& window) {
+  expected_ = &window;
+  expectedSince_.start();
 }
 
 // Brings the operator to the form that the program has shown.
@@ -104,12 +115,14 @@ void Windows::FollowActive() {
   const Form* active = door_.AllForms().Active();
   if (active == std::exchange(active_, active) || active == nullptr) return;
   FormWindow* window = FindWindow(*active);
-  if (window == nullptr || !window->isVisible() || window->isActiveWindow()) return;
+  if (window == nullptr || !window->isVisible() || window == focused_) return;
+  Expect(*window);
   window->Activate();
 }
 
 void Windows::FollowForm(const Form& form) {
   if (FormWindow* window = FindWindow(form)) {
+    if (form.Visible() && !window->isVisible()) Expect(*window);
     window->Follow();
     if (window->Menu() != nullptr) window->Menu()->Apply();
   } else if (FormView* panel = FindView(form)) {
@@ -127,7 +140,10 @@ void Windows::Paint() {
 }
 
 void Windows::BringForward(const Form& form) {
-  if (FormWindow* window = FindWindow(form)) window->BringForward();
+  FormWindow* window = FindWindow(form);
+  if (window == nullptr) return;
+  Expect(*window);
+  window->BringForward();
 }
 
 void Windows::FocusMoved(QWindow* window) {
@@ -142,8 +158,10 @@ void Windows::FocusMoved(QWindow* window) {
                                   [&](const auto& w) { return w->windowHandle() == window; });
   FormWindow* from = focused_;
   focused_ = found == windows_.end() ? nullptr : found->get();
-  if (from == nullptr || focused_ == nullptr || from == focused_) return;
-  if (door_.AllForms().Active() == &focused_->Of() || door_.DialogOpen()) return;
+  if (focused_ == nullptr || from == focused_) return;
+  const bool expected = focused_ == expected_ && expectedSince_.elapsed() < kExpectedMs;
+  if (expected) expected_ = nullptr;
+  if (from == nullptr || expected || door_.DialogOpen()) return;
   Event activate;
   activate.kind = EventKind::Activate;
   activate.target = focused_->Of().Name();

@@ -46,6 +46,7 @@ class Windows : public QObject, public ControlObserver {
  private:
   void FollowForm(const Form& form);
   void FollowActive();
+  void Expect(FormWindow& window);
 
   Door& door_;
   std::vector<std::unique_ptr<FormWindow>> windows_;
@@ -53,9 +54,11 @@ class Windows : public QObject, public ControlObserver {
   std::unordered_map<const Form*, FormView*> views_;
   std::unordered_set<FormView*> dirtyViews_;
   std::unordered_set<const Form*> dirtyForms_;
-  const Form* active_ = nullptr;   // as last seen
-  FormWindow* focused_ = nullptr;  // the window that had the focus last, null when it was not one of ours
-  QElapsedTimer focusLost_;        // since no window of this program has had it
+  const Form* active_ = nullptr;    // as last seen
+  FormWindow* focused_ = nullptr;   // the window that had the focus last, null when it was not one of ours
+  FormWindow* expected_ = nullptr;  // brought forward by the program, not by the operator
+  QElapsedTimer expectedSince_;
+  QElapsedTimer focusLost_;  // since no window of this program has had it
 };
 
 }  // namespace quorvane

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QString>
+#include <string>
+#include <vector>
+
+#include "common/platform.h"
+#include "print/surface.h"
+#include "records/race_record.h"
+
+class QPagedPaintDevice;
+class QSizeF;
+
+namespace quorvane {
+
+// The papers that the heat report is made for.
+enum class Paper { A4, Letter };
+
+// "A4" or "Letter" in any letter case; false for anything else.
+bool PaperNamed(const std::string& name, Paper& paper);
+const char* PaperName(Paper paper);
+QSizeF PaperInches(Paper paper);
+// What the country of this computer uses.
+Paper UsualPaper();
+
+// What a report says of its own making.
+struct Imprint {
+  std::string program;  // name and version
+  LocalDateTime printed;
+};
+
+// One report a page, the whole sheet being the page, on a printer or into a PDF. Sets the device's paper.
+// False when the device cannot be written to.
+bool PutOnPaper(QPagedPaintDevice& device, int dotsPerInch, Paper paper, const std::vector<RaceRecord>& races,
+                const Imprint& imprint);
+
+// Replaces the file in one step. An empty text, or the reason why nothing was written.
+QString WritePdf(const QString& path, Paper paper, const std::vector<RaceRecord>& races,
+                 const Imprint& imprint);
+
+}  // namespace quorvane
