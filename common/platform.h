@@ -54,6 +54,12 @@ class SettingsStore {
   virtual void SaveSetting(const std::string& section, const std::string& key, const std::string& value) = 0;
 };
 
+// What the stopwatch behind the race clock can tell apart, as measured, and how often its counter steps.
+struct StopwatchFigures {
+  std::int64_t resolutionNs = 1000000;
+  std::int64_t frequencyHz = 1000;
+};
+
 // Everything outside the language that the race logic reaches. The window, the replay and the tests each
 // bring one.
 class Platform {
@@ -63,6 +69,8 @@ class Platform {
   // ms since the program started; never jumps, falls or restarts.
   virtual std::int64_t ClockMs() = 0;
   virtual LocalDateTime LocalNow() = 0;
+  // Takes a few milliseconds at the most.
+  virtual StopwatchFigures MeasureStopwatch() { return {}; }
 
   // Shows the box and returns when it has been answered. Events that arrive meanwhile are handed to the door.
   virtual DialogAnswer ShowDialog(const DialogBox& box) = 0;

@@ -13,6 +13,9 @@ frmJudge::frmJudge(Door& door, RaceState& race, RaceClock& clock, Project& proje
       mnuResults(AddCaptioned(ControlKind::Menu, "mnuResults", "&Results...", &mnuFile)),
       mnuScoreboard(AddCaptioned(ControlKind::Menu, "mnuScoreboard", "Score&board", &mnuFile)),
       mnuRecordSession(AddCaptioned(ControlKind::Menu, "mnuRecordSession", "Record Sessio&n", &mnuFile)),
+      mnuPrintPreview(AddCaptioned(ControlKind::Menu, "mnuPrintPreview", "Print Pre&view", &mnuFile)),
+      mnuSavePdf(AddCaptioned(ControlKind::Menu, "mnuSavePdf", "&Save as PDF...", &mnuFile)),
+      mnuPrinterSetup(AddCaptioned(ControlKind::Menu, "mnuPrinterSetup", "&Printer Setup...", &mnuFile)),
       mnuAutoPrint(AddCaptioned(ControlKind::Menu, "mnuAutoPrint", "Enable AutoPrint", &mnuFile)),
       mnuExit(AddCaptioned(ControlKind::Menu, "mnuExit", "E&xit", &mnuFile)),
       mnuSetRaceInfo(AddCaptioned(ControlKind::Menu, "mnuSetRaceInfo", "&Set Race Info")),
@@ -20,9 +23,14 @@ frmJudge::frmJudge(Door& door, RaceState& race, RaceClock& clock, Project& proje
       mnuHeatsPerRound(
           AddCaptioned(ControlKind::Menu, "mnuHeatsPerRound", "Set &Heats per Round", &mnuSetRaceInfo)),
       mnuLaneColors(AddCaptioned(ControlKind::Menu, "mnuLaneColors", "Set &Lane Colors", &mnuSetRaceInfo)),
+      mnuTimerSettings(
+          AddCaptioned(ControlKind::Menu, "mnuTimerSettings", "&Timer Settings...", &mnuSetRaceInfo)),
       mnuHelp(AddCaptioned(ControlKind::Menu, "mnuHelp", "&Help")),
+      mnuKeyboard(AddCaptioned(ControlKind::Menu, "mnuKeyboard", "&Keyboard", &mnuHelp)),
+      mnuAbout(AddCaptioned(ControlKind::Menu, "mnuAbout", "&About Quorvane...", &mnuHelp)),
       lblStatus(Add(ControlKind::Label, "lblStatus")),
       lblNotSaved(AddCaptioned(ControlKind::Label, "lblNotSaved", "NOT SAVED")),
+      lblNotice(Add(ControlKind::Label, "lblNotice")),
       fraHeatControl(Add(ControlKind::Frame, "fraHeatControl")),
       txtHeat(Add(ControlKind::TextBox, "txtHeat", &fraHeatControl)),
       cmdDecHeat(AddCaptioned(ControlKind::Button, "cmdDecHeat", "-", &fraHeatControl)),
@@ -56,6 +64,7 @@ frmJudge::frmJudge(Door& door, RaceState& race, RaceClock& clock, Project& proje
   lblNotSaved.SetVisible(false);
   lblNotSaved.SetForeColor(kWhite);
   lblNotSaved.SetBackColor(kRed);
+  lblNotice.SetVisible(false);
   lblSilent.SetVisible(false);
   lblSilent.SetForeColor(kRed);
   chkAudio.SetVisible(false);
@@ -94,6 +103,13 @@ void frmJudge::HookEvents() {
   mnuSelectFile.onClick = [this] { mnuSelectFile_Click(); };
   mnuAutoPrint.onClick = [this] { mnuAutoPrint_Click(); };
   mnuRecordSession.onClick = [this] { mnuRecordSession_Click(); };
+  mnuPrintPreview.onClick = [this] { mnuPrintPreview_Click(); };
+  mnuSavePdf.onClick = [this] { mnuSavePdf_Click(); };
+  mnuPrinterSetup.onClick = [this] { mnuPrinterSetup_Click(); };
+  lblNotice.onClick = [this] { ShowNotice({}); };
+  mnuTimerSettings.onClick = [this] { ShowSmallForm("frmTimer"); };
+  mnuKeyboard.onClick = [this] { ShowSmallForm("frmKeyboard"); };
+  mnuAbout.onClick = [this] { ShowSmallForm("frmAbout"); };
   mnuExit.onClick = [this] { Form_QueryUnload(); };
   mnuHeatsPerRound.onClick = [this] { mnuHeatsPerRound_Click(); };
   mnuSetEventName.onClick = [this] { mnuSetEventName_Click(); };

@@ -11,6 +11,7 @@
 #include "common/form.h"
 #include "common/race_clock.h"
 #include "common/race_state.h"
+#include "console/heat_printer.h"
 #include "lane/frm_lane.h"
 #include "lane/lane_owner.h"
 #include "link/frm_serial_port.h"
@@ -18,13 +19,6 @@
 #include "records/project.h"
 
 namespace quorvane {
-
-// Prints the heat that is on the console. Never opens a dialog box by itself.
-class HeatPrinter {
- public:
-  virtual ~HeatPrinter() = default;
-  virtual void PrintHeat() = 0;
-};
 
 // The console: owns the four lane panels, the race clock and the buttons that take a race from ready through
 // running to finished; turns station frames and keys into race actions; moves between races and keeps them in
@@ -50,17 +44,24 @@ class frmJudge : public Form, private LaneOwner, private LinkOwner {
   Control& mnuResults;
   Control& mnuScoreboard;
   Control& mnuRecordSession;
+  Control& mnuPrintPreview;
+  Control& mnuSavePdf;
+  Control& mnuPrinterSetup;
   Control& mnuAutoPrint;
   Control& mnuExit;
   Control& mnuSetRaceInfo;
   Control& mnuSetEventName;
   Control& mnuHeatsPerRound;
   Control& mnuLaneColors;
+  Control& mnuTimerSettings;
   Control& mnuHelp;
+  Control& mnuKeyboard;
+  Control& mnuAbout;
 
   // Clock and race.
   Control& lblStatus;
   Control& lblNotSaved;  // shown while something that was recorded is not on the disk
+  Control& lblNotice;    // what became of a heat report; a click on it takes it away
   Control& fraHeatControl;
   Control& txtHeat;
   Control& cmdDecHeat;
@@ -138,7 +139,14 @@ class frmJudge : public Form, private LaneOwner, private LinkOwner {
   void mnuRecordSession_Click();
   void cmdSave_Click();
   void LoadRaceHeader();
+
+  // Heat report.
   void cmdPrint_Click();
+  void mnuPrintPreview_Click();
+  void mnuSavePdf_Click();
+  void mnuPrinterSetup_Click();
+  // Says it in the window and asks nothing; the empty text takes the last notice away.
+  void ShowNotice(const std::string& text);
 
   // Run after every event: what may be touched now follows from the state of the race.
   void EventEnded();
@@ -211,6 +219,8 @@ class frmJudge : public Form, private LaneOwner, private LinkOwner {
   std::int16_t NextRefly();
   std::string ShownSection();
   void ShowSaveState();
+  RaceRecord RecordNow();
+  void ShowSmallForm(const char* name);
 
   Door& door_;
   RaceState& race_;

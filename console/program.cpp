@@ -7,7 +7,10 @@ Program::Program(Platform& platform, SerialControl& serial, FileOps& files)
       clock_(door_, race_),
       project_(race_, files),
       judge_(door_, race_, clock_, project_),
-      link_(door_, race_, judge_.ForLink(), serial) {
+      link_(door_, race_, judge_.ForLink(), serial),
+      timer_(door_.AllForms(), platform),
+      keyboard_(door_.AllForms()),
+      about_(door_.AllForms()) {
   judge_.SetLink(link_);
   door_.SetDevices(this);
 }

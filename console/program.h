@@ -5,7 +5,10 @@
 #include "common/door.h"
 #include "common/race_clock.h"
 #include "common/race_state.h"
+#include "console/frm_about.h"
 #include "console/frm_judge.h"
+#include "console/frm_keyboard.h"
+#include "console/frm_timer.h"
 #include "link/frm_serial_port.h"
 #include "link/serial_control.h"
 #include "records/project.h"
@@ -26,9 +29,15 @@ class Program : private DeviceEvents {
   frmJudge& judge() { return judge_; }
   frmLane& lane(int index) { return judge_.Lane(index); }  // 0..3
   frmSerialPort& link() { return link_; }
+  frmTimer& timer() { return timer_; }
+  frmKeyboard& keyboard() { return keyboard_; }
+  frmAbout& about() { return about_; }
 
  private:
-  void Load() override { judge_.Form_Load(); }
+  void Load() override {
+    timer_.Form_Load();
+    judge_.Form_Load();
+  }
   void BytesArrived(const std::vector<std::uint8_t>& bytes) override { link_.BytesArrived(bytes); }
   void LineError(int code) override { link_.LineError(code); }
   void PortsChanged(const std::vector<int>& ports) override { link_.PortsChanged(ports); }
@@ -40,6 +49,9 @@ class Program : private DeviceEvents {
   Project project_;
   frmJudge judge_;
   frmSerialPort link_;
+  frmTimer timer_;
+  frmKeyboard keyboard_;
+  frmAbout about_;
 };
 
 }  // namespace quorvane

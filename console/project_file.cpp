@@ -147,10 +147,6 @@ void frmJudge::mnuAutoPrint_Click() {
   SetProjectValue("Current", "AutoPrint", mnuAutoPrint.Checked() ? "True" : "False");
 }
 
-void frmJudge::cmdPrint_Click() {
-  if (printer_ != nullptr) printer_->PrintHeat();
-}
-
 void frmJudge::mnuRecordSession_Click() {
   mnuRecordSession.SetChecked(!mnuRecordSession.Checked());
   door_.System().Settings().SaveSetting(Name(), "RecordSession",

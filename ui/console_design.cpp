@@ -61,7 +61,8 @@ FormDesign ConsoleDesign() {
   design.home = "lblStatus";
   design.places = {
       {"lblStatus", {kLeft, 10, kColumn, 128}, 64, Look::Bold | Look::Heavy | Look::Focusable, "Race clock"},
-      {"lblNotSaved", {kLeft, 142, kColumn, 30}, 15, Look::Bold | Look::Border, "Warning"}};
+      {"lblNotSaved", {kLeft, 140, 104, 34}, 13, Look::Bold | Look::Border, "Warning"},
+      {"lblNotice", {kLeft + 108, 139, kColumn - 108, 36}, 11, Look::Left | Look::Top, "Notice"}};
   AddHeatControl(design);
   AddRaceButtons(design);
   AddLinkRow(design);

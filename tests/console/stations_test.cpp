@@ -179,8 +179,16 @@ TEST_F(Stations, ReceptionGoesOnBehindTheQuestionOfAFrame) {
 TEST_F(Stations, AutoPrintComesBeforeTheSave) {
   struct Printer : HeatPrinter {
     explicit Printer(ConsoleRig& r) : rig(r) {}
-    void PrintHeat() override { seen = rig.judge().cmdSave.Enabled() && rig.race().RaceNumber == 1; }
+    void PrintHeat(const RaceRecord& race) override {
+      ++printed;
+      seen =
+          rig.judge().cmdSave.Enabled() && race.number == 1 && race.hasRun && race.lanes[0].placing == "DNF";
+    }
+    void PreviewHeat(const RaceRecord&) override {}
+    void SaveHeat(const RaceRecord&, const std::string&) override {}
+    void SetUpPrinter() override {}
     ConsoleRig& rig;
+    int printed = 0;
     bool seen = false;
   } printer(rig);
   rig.judge().SetPrinter(&printer);
@@ -188,6 +196,7 @@ TEST_F(Stations, AutoPrintComesBeforeTheSave) {
   rig.Starter(500, true);
   rig.Starter(70000, false);
   EXPECT_TRUE(printer.seen);
+  EXPECT_EQ(printer.printed, 1);
   EXPECT_EQ(rig.Value("Current", "AutoPrint"), "True");
 }
 

@@ -1,0 +1,37 @@
+#include "console/frm_keyboard.h"
+
+#include <array>
+
+#include "common/forms.h"
+
+namespace quorvane {
+namespace {
+
+constexpr std::array kActions = {"Lap", "Cut at pylon 1", "Cut at pylon 2", "Cut at pylon 3"};
+constexpr std::array kKeys = {"F1", "F2",  "F3",  "F4",  "F5", "F6", "F7", "F8",
+                              "F9", "F10", "F11", "F12", "7",  "8",  "9",  "0"};
+
+}  // namespace
+
+frmKeyboard::frmKeyboard(Forms& forms)
+    : Form(forms, "frmKeyboard"),
+      lblLane(*this, ControlKind::Label, "lblLane", 1, 4),
+      lblAction(*this, ControlKind::Label, "lblAction", 0, 3),
+      lblKey(*this, ControlKind::Label, "lblKey", 0, 15),
+      lblNotes(AddCaptioned(
+          ControlKind::Label, "lblNotes",
+          "F1 starts the race while it waits for its start.\r"
+          "7, 8, 9 and 0 judge cuts unless you are typing; the function keys always act.\r"
+          "Alt with the underlined letter of a button or menu presses it. Tab goes from one to the next.\r"
+          "Print preview: Left, Right, Up, Down, Page Up and Page Down scroll the page.")),
+      cmdClose(AddCaptioned(ControlKind::Button, "cmdClose", "Close")) {
+  SetCaption("Keyboard");
+  for (int lane = 1; lane <= 4; ++lane) lblLane[lane].SetCaption("Lane " + std::to_string(lane));
+  for (std::size_t i = 0; i < kActions.size(); ++i) {
+    lblAction[static_cast<int>(i)].SetCaption(kActions[i]);
+  }
+  for (std::size_t i = 0; i < kKeys.size(); ++i) lblKey[static_cast<int>(i)].SetCaption(kKeys[i]);
+  cmdClose.onClick = [this] { CloseRequested(); };
+}
+
+}  // namespace quorvane
