@@ -41,6 +41,8 @@ void TakeOption(CommandLine& line, const std::string& name, const std::string& v
     line.settings = value;
   } else if (name == "--port") {
     TakePort(line, value);
+  } else if (name == "--journal") {
+    line.journal = value;
   } else if (name == "--demo") {
     line.demo = value;
   } else {
@@ -50,7 +52,8 @@ void TakeOption(CommandLine& line, const std::string& name, const std::string& v
 }
 
 bool TakesValue(const std::string& name) {
-  return name == "--settings" || name == "--port" || name == "--demo" || name == "--heats";
+  return name == "--settings" || name == "--port" || name == "--journal" || name == "--demo" ||
+         name == "--heats";
 }
 
 void TakeProject(CommandLine& line, const std::string& path) {
@@ -104,6 +107,7 @@ std::string HelpText() {
          "\n"
          "  --settings FILE   keep the settings in that INI file instead of the user's settings\n"
          "  --port N=DEVICE   serial port COM<N> (1 to 31) is that device; may be given several times\n"
+         "  --journal FILE    record the session in that file, for quorvane-replay\n"
          "  --demo FOLDER     fly without asking anything, leave pictures of the window and shown.jsonl in "
          "the\n"
          "                    folder, print the lanes' results, and end after the heats\n"

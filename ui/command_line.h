@@ -11,6 +11,7 @@ struct CommandLine {
   std::string project;               // opened without asking; empty: the one of last time, after a question
   std::string settings;              // file of its own for the settings; empty: the user's
   std::map<int, std::string> ports;  // COM number 1..31 -> device
+  std::string journal;               // file that the session is recorded in; empty: as the menu says
   std::string demo;                  // folder; empty: no demonstration
   int heats = 1;                     // of the demonstration
   bool help = false;

@@ -14,6 +14,7 @@
 #include "ui/qt_platform.h"
 #include "ui/qt_serial.h"
 #include "ui/qt_settings.h"
+#include "ui/session_recording.h"
 
 namespace {
 
@@ -40,6 +41,10 @@ int Run(const CommandLine& line) {
   quorvane::Program program(platform, serial);
   quorvane::ProgramWindows windows(program, platform);
   serial.SetDoor(&program.door());
+  quorvane::SessionRecording recording(program, windows);
+  serial.SetOpened([&recording](int port, int number, const std::string& description) {
+    recording.NoteOpened(port, number, description);
+  });
   std::unique_ptr<quorvane::Demo> demo;
   if (!line.demo.empty()) {
     platform.SetAnswerer([](const quorvane::DialogBox& box) { return quorvane::Demo::Answer(box); });
@@ -51,12 +56,19 @@ int Run(const CommandLine& line) {
   }
   if (!line.project.empty()) program.judge().SetStartupProject(AbsolutePath(line.project));
 
+  // The list of ports may give a new device its number in the settings store.
+  const std::vector<int> ports = serial.Ports();
+  recording.Begin({.settings = settings.All(),
+                   .ports = ports,
+                   .project = AbsolutePath(line.project),
+                   .journal = AbsolutePath(line.journal)});
   QTimer::singleShot(0, [&program] {
     quorvane::Event load;
     load.kind = quorvane::EventKind::Load;
     program.door().Enter(load);
   });
   const int status = QApplication::exec();
+  recording.End();
   serial.SetDoor(nullptr);
   return status;
 }

@@ -29,6 +29,7 @@ ProgramWindows::ProgramWindows(Program& program, QtPlatform& platform)
   for (FormWindow* window : {console_, link_}) new FocusRing(window);
   platform_.SetWindows(&windows_);
   program_.door().SetAfterEvent([this] {
+    for (const auto& follower : followers_) follower();
     Follow();
     if (afterEvent_) afterEvent_();
   });

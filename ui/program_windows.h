@@ -1,7 +1,9 @@
 #pragma once
 
 #include <QSize>
+#include <functional>
 #include <memory>
+#include <vector>
 
 #include "console/program.h"
 #include "ui/key_router.h"
@@ -27,6 +29,8 @@ class ProgramWindows {
 
   // Called after every event, when the windows have been told.
   void SetAfterEvent(std::function<void()> afterEvent) { afterEvent_ = std::move(afterEvent); }
+  // Called after every event, before the windows are told. It must be quick, and live as long as this.
+  void AddFollower(std::function<void()> follower) { followers_.push_back(std::move(follower)); }
 
  private:
   void Follow();
@@ -42,6 +46,7 @@ class ProgramWindows {
   bool placed_ = false;
   KeyRouter keys_;
   TimerDriver timers_;
+  std::vector<std::function<void()>> followers_;
   std::function<void()> afterEvent_;
 };
 

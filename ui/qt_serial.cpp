@@ -1,5 +1,6 @@
 #include "ui/qt_serial.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QFileInfo>
 #include <QSerialPortInfo>
@@ -14,7 +15,7 @@ constexpr int kErrorDenied = 13;
 constexpr int kErrorBusy = 16;
 constexpr int kTransmitFull = 1010;
 constexpr qint64 kMostToWrite = 4096;  // more than four seconds at 9600 baud: nobody is taking the bytes
-constexpr auto kListKept = std::chrono::milliseconds(500);
+constexpr int kLookMs = 1000;
 
 // Canonical device path -> name that stays with the piece of hardware.
 std::map<QString, QString> NamesById() {
@@ -101,14 +102,23 @@ QtSerial::QtSerial(SettingsStore& settings, GivenPorts given)
         if (error == QSerialPort::ResourceError || error == QSerialPort::ReadError) HangUp();
       },
       Qt::QueuedConnection);
-  look_.setInterval(1000);
-  QObject::connect(&look_, &QTimer::timeout, [this] { LookForLost(); });
+  look_.setInterval(kLookMs);
+  QObject::connect(&look_, &QTimer::timeout, [this] { Look(); });
 }
 
-// The list is asked for number by number, so it is kept for a moment.
+// The program hears of every change by an event, and finds the list as it was told in between: what it does
+// follows from what came in and from nothing else.
 const std::map<int, SerialDevice>& QtSerial::Devices() {
-  const auto now = std::chrono::steady_clock::now();
-  if (listedAt_.time_since_epoch().count() != 0 && now - listedAt_ < kListKept) return devices_;
+  if (!listed_) {
+    List();
+    look_.start();
+  }
+  return devices_;
+}
+
+void QtSerial::List() {
+  listed_ = true;
+  MayHaveChanged();
   const PortAssignments remembered = ReadPortAssignments(settings_);
   PortAssignments saved = remembered;
   for (const auto& [number, path] : given_) {
@@ -120,8 +130,24 @@ const std::map<int, SerialDevice>& QtSerial::Devices() {
   std::erase_if(numbering.added, [&](const auto& entry) { return KnownIdentity(remembered, entry.second); });
   if (!numbering.added.empty()) SavePortAssignments(settings_, numbering.added);
   devices_ = std::move(numbering.devices);
-  listedAt_ = std::chrono::steady_clock::now();
-  return devices_;
+}
+
+// Cheap, because it runs every second. Where devices are no files it cannot tell.
+bool QtSerial::MayHaveChanged() {
+  const QFileInfo folder(QStringLiteral("/dev"));
+  QString seen = QString::number(folder.lastModified().toMSecsSinceEpoch());
+  for (const auto& [number, path] : given_) {
+    seen += QFileInfo::exists(QString::fromStdString(path)) ? QLatin1Char('+') : QLatin1Char('-');
+  }
+  return std::exchange(seen_, seen) != seen || !folder.exists();
+}
+
+std::vector<int> QtSerial::Ports() {
+  std::vector<int> numbers;
+  for (const auto& [number, device] : Devices()) {
+    if (number != lost_) numbers.push_back(number);
+  }
+  return numbers;
 }
 
 bool QtSerial::DeviceExists(int port) {
@@ -129,6 +155,12 @@ bool QtSerial::DeviceExists(int port) {
 }
 
 SerialError QtSerial::OpenDevice(int port, const std::string& settings) {
+  const SerialError error = TryDevice(port, settings);
+  if (opened_) opened_(port, error.number, error.description);
+  return error;
+}
+
+SerialError QtSerial::TryDevice(int port, const std::string& settings) {
   const auto found = Devices().find(port);
   if (found == Devices().end()) return {kErrorNotFound, "There is no such port."};
   const std::string path = found->second.path;
@@ -137,7 +169,6 @@ SerialError QtSerial::OpenDevice(int port, const std::string& settings) {
   if (!device_.open(QIODevice::ReadWrite)) return ReasonOf(device_, path);
   ApplySettings(device_, QString::fromStdString(settings));
   lost_ = 0;
-  look_.stop();
   return {};
 }
 
@@ -173,9 +204,7 @@ void QtSerial::TellPorts() {
   if (door_ == nullptr) return;
   Event event;
   event.kind = EventKind::Ports;
-  for (const auto& [number, device] : Devices()) {
-    if (number != lost_) event.numbers.push_back(number);
-  }
+  event.numbers = Ports();
   door_->Enter(event);
 }
 
@@ -185,13 +214,20 @@ void QtSerial::HangUp() {
   TellBytes();
   device_.close();
   lost_ = CommPort();
-  listedAt_ = {};
-  look_.start();
+  List();
   TellPorts();
 }
 
+void QtSerial::Look() {
+  if (lost_ != 0) return LookForLost();
+  if (!MayHaveChanged()) return;
+  const std::vector<int> before = Ports();
+  List();
+  if (Ports() != before) TellPorts();
+}
+
 void QtSerial::LookForLost() {
-  listedAt_ = {};
+  List();
   const bool heard = !PortOpen();
   if (!heard || !DeviceExists(lost_)) return TellPorts();
   const int back = std::exchange(lost_, 0);

@@ -1,8 +1,9 @@
 #pragma once
 
 #include <QSerialPort>
+#include <QString>
 #include <QTimer>
-#include <chrono>
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -23,6 +24,11 @@ class QtSerial : public SerialControl {
 
   // Where bytes and port changes go; without one they are dropped.
   void SetDoor(Door* door) { door_ = door; }
+  // Told what came of each opening of a device: number and description of the failure, or number 0.
+  using Opened = std::function<void(int port, int number, const std::string& description)>;
+  void SetOpened(Opened opened) { opened_ = std::move(opened); }
+  // The numbers of the devices that exist, as the program knows them.
+  std::vector<int> Ports();
 
  protected:
   bool DeviceExists(int port) override;
@@ -32,20 +38,26 @@ class QtSerial : public SerialControl {
 
  private:
   const std::map<int, SerialDevice>& Devices();
+  void List();
+  bool MayHaveChanged();
+  SerialError TryDevice(int port, const std::string& settings);
   void TellBytes();
   void TellPorts();
   void TellLineError(int code);
   void HangUp();
+  void Look();
   void LookForLost();
 
   SettingsStore& settings_;
   const GivenPorts given_;
   Door* door_ = nullptr;
   QSerialPort device_;
-  QTimer look_;   // for the device that was unplugged
+  Opened opened_;
+  QTimer look_;   // for devices that come and go
   int lost_ = 0;  // its number, 0: none
   std::map<int, SerialDevice> devices_;
-  std::chrono::steady_clock::time_point listedAt_;
+  bool listed_ = false;
+  QString seen_;  // what the last list was made of, to see that it is another one now
 };
 
 }  // namespace quorvane

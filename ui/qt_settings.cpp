@@ -29,6 +29,18 @@ std::string QtSettings::GetSetting(const std::string& section, const std::string
   return settings_->value(name).toStringList().join(QLatin1Char(',')).toStdString();
 }
 
+std::vector<SessionStart::Setting> QtSettings::All() const {
+  std::vector<SessionStart::Setting> all;
+  for (const QString& name : settings_->allKeys()) {
+    const qsizetype slash = name.indexOf(QLatin1Char('/'));
+    if (slash < 1) continue;  // without a section: none of ours
+    const std::string section = name.left(slash).toStdString();
+    const std::string key = name.mid(slash + 1).toStdString();
+    all.push_back({section, key, GetSetting(section, key, "")});
+  }
+  return all;
+}
+
 // On the disk at once: the console may be switched off at any moment.
 void QtSettings::SaveSetting(const std::string& section, const std::string& key, const std::string& value) {
   const QString name = Name(section, key);

@@ -2,7 +2,9 @@
 
 #include <QSettings>
 #include <memory>
+#include <vector>
 
+#include "common/journal_recorder.h"
 #include "common/platform.h"
 
 namespace quorvane {
@@ -15,6 +17,8 @@ class QtSettings : public SettingsStore {
   std::string GetSetting(const std::string& section, const std::string& key,
                          const std::string& fallback) const override;
   void SaveSetting(const std::string& section, const std::string& key, const std::string& value) override;
+
+  std::vector<SessionStart::Setting> All() const;
 
  private:
   std::unique_ptr<QSettings> settings_;

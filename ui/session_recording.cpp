@@ -1,0 +1,122 @@
+#include "ui/session_recording.h"
+
+#include <QLabel>
+#include <cstdio>
+#include <filesystem>
+
+#include "ui/look.h"
+
+namespace quorvane {
+namespace {
+
+constexpr const char* kOpenProject[] = {"DiskFile", "FileName"};  // in the settings store
+
+std::filesystem::path PathOf(const std::string& utf8) {
+  return {std::u8string(utf8.begin(), utf8.end())};
+}
+
+QLabel* NewNotice(FormWindow& console) {
+  auto* notice = new QLabel(&console);
+  notice->setObjectName(QStringLiteral("recording"));
+  notice->setContentsMargins(10, 2, 10, 2);
+  notice->setAutoFillBackground(true);
+  if (console.Menu() != nullptr) console.Menu()->setCornerWidget(notice);
+  notice->hide();
+  return notice;
+}
+
+}  // namespace
+
+SessionRecording::~SessionRecording() {
+  End();
+}
+
+void SessionRecording::Begin(const Options& options) {
+  SessionStart start;
+  start.start = program_.door().LocalStart();
+  start.settings = options.settings;
+  // The console of the replay must find the menu as this one does.
+  if (!options.journal.empty()) start.settings.push_back({"frmJudge", "RecordSession", "True"});
+  start.ports = options.ports;
+  start.project = options.project;
+  start.projectUnasked = !options.project.empty();
+  if (start.project.empty()) {
+    start.project = program_.door().System().Settings().GetSetting(kOpenProject[0], kOpenProject[1], "");
+  }
+  recorder_.Begin(start);
+  program_.door().SetJournal(&recorder_);
+  begun_ = true;
+  given_ = options.journal;
+  notice_ = NewNotice(windows_.Console());
+  if (!given_.empty()) {
+    file_ = given_;
+    wanted_ = true;
+    Start();
+  }
+  windows_.AddFollower([this] { FollowMenu(); });
+}
+
+void SessionRecording::End() {
+  if (!begun_) return;
+  begun_ = false;
+  program_.door().SetJournal(nullptr);
+  recorder_.End(program_.door().System().ClockMs());
+  if (!stopped_ && !recorder_.Problem().empty()) {
+    std::fprintf(stderr, "quorvane: %s: %s\n", file_.c_str(), recorder_.Problem().c_str());
+  }
+}
+
+// After every event.
+void SessionRecording::FollowMenu() {
+  if (!begun_) return;
+  Control& menu = program_.judge().mnuRecordSession;
+  if (!given_.empty()) {
+    given_.clear();
+    menu.SetChecked(true);
+  }
+  if (menu.Checked() && !wanted_) {
+    if (program_.race().ProjectFile.empty()) return;  // its name is not known yet
+    if (file_.empty()) file_ = FileBesideProject();
+    Start();
+  } else if (!menu.Checked() && wanted_) {
+    recorder_.Stop();
+    Show({}, false);
+  }
+  wanted_ = menu.Checked();
+  if (wanted_ && !stopped_ && !recorder_.Problem().empty()) {
+    stopped_ = true;
+    const std::string problem = recorder_.Problem();
+    recorder_.Stop();
+    Show(QStringLiteral("Recording stopped: %1").arg(ToQString(problem)), true);
+    std::fprintf(stderr, "quorvane: %s: %s\n", file_.c_str(), problem.c_str());
+  }
+}
+
+void SessionRecording::Start() {
+  stopped_ = false;
+  recorder_.Record(PathOf(file_));
+  Show(QStringLiteral("\u25cf Recording"), false);
+}
+
+void SessionRecording::Show(const QString& text, bool bad) {
+  notice_->setFont(FontOfPixels(15, true));
+  QPalette colors = notice_->palette();
+  colors.setColor(QPalette::Window, bad ? QColor(0xC0, 0, 0) : OutdoorPalette().color(QPalette::Window));
+  colors.setColor(QPalette::WindowText, bad ? QColor(Qt::white) : QColor(0xA0, 0, 0));
+  notice_->setPalette(colors);
+  notice_->setText(text);
+  notice_->setToolTip(ToQString(file_));
+  notice_->setVisible(!text.isEmpty());
+  notice_->adjustSize();
+  if (windows_.Console().Menu() != nullptr) windows_.Console().Menu()->adjustSize();
+}
+
+std::string SessionRecording::FileBesideProject() {
+  const LocalDateTime at = program_.door().LocalStart();
+  char time[40];
+  std::snprintf(time, sizeof time, "-%04d-%02d-%02d-%02d%02d%02d.journal", at.year, at.month, at.day, at.hour,
+                at.minute, at.second);
+  return program_.race().ProjectBaseName + time;
+}
+
+}  // namespace quorvane

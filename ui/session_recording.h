@@ -1,0 +1,58 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "common/journal_recorder.h"
+#include "ui/program_windows.h"
+
+class QLabel;
+
+namespace quorvane {
+
+// Records the session of the console into a journal: into the file of the command line, or, while "Record
+// Session" is checked, into one beside the project. Says at the right end of the menu bar that it does, or
+// why it cannot go on; nothing of it ever stops the race.
+class SessionRecording {
+ public:
+  struct Options {
+    std::vector<SessionStart::Setting> settings = {};  // the whole settings store
+    std::vector<int> ports = {};                       // the serial ports that exist
+    std::string project = {};  // of the command line; empty: the one of last time is asked about
+    std::string journal = {};  // of the command line; empty: as the menu says
+  };
+
+  SessionRecording(Program& program, ProgramWindows& windows) : program_(program), windows_(windows) {}
+  ~SessionRecording();
+
+  // Before the Load event enters.
+  void Begin(const Options& options);
+  // The program ends. Nothing is recorded after it.
+  void End();
+
+  // What came of opening a serial port, see SessionRecorder.
+  void NoteOpened(int port, int number, const std::string& description) {
+    recorder_.NoteOpened(port, number, description);
+  }
+
+  const SessionRecorder& Recorder() const { return recorder_; }
+  QLabel* Notice() const { return notice_; }
+
+ private:
+  void FollowMenu();
+  void Start();
+  void Show(const QString& text, bool bad);
+  std::string FileBesideProject();
+
+  Program& program_;
+  ProgramWindows& windows_;
+  SessionRecorder recorder_;
+  std::string given_;     // the file of the command line, until the menu has been checked for it
+  std::string file_;      // of this session, once it has been recorded
+  bool wanted_ = false;   // as the menu said last
+  bool stopped_ = false;  // by a problem, which the notice names
+  bool begun_ = false;
+  QLabel* notice_ = nullptr;
+};
+
+}  // namespace quorvane
