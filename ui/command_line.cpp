@@ -2,12 +2,17 @@
 
 #include <charconv>
 #include <optional>
+#include <string_view>
+
+#include "records/race_record.h"
+#include "ui/paper.h"
 
 namespace quorvane {
 namespace {
 
 constexpr int kMostPorts = 31;
 constexpr int kMostHeats = 999;
+constexpr std::size_t kMostPages = 5000;
 
 std::optional<int> NumberUpTo(const std::string& text, int most) {
   int number = 0;
@@ -36,6 +41,57 @@ void TakeHeats(CommandLine& line, const std::string& value) {
   }
 }
 
+bool TakeNumber(std::string_view& text, int& number) {
+  const auto [stop, fault] = std::from_chars(text.data(), text.data() + text.size(), number);
+  if (fault != std::errc() || number < 1 || number > kLastRace) return false;
+  text.remove_prefix(static_cast<std::size_t>(stop - text.data()));
+  return true;
+}
+
+// "5" or "5-8".
+bool TakeRange(std::string_view& text, std::vector<int>& races) {
+  int first = 0;
+  if (!TakeNumber(text, first)) return false;
+  int last = first;
+  if (text.starts_with('-')) {
+    text.remove_prefix(1);
+    if (!TakeNumber(text, last) || last < first) return false;
+  }
+  for (int race = first; race <= last; ++race) races.push_back(race);
+  return races.size() <= kMostPages;
+}
+
+// "1,3,5-8" or "all".
+bool TakeRaces(std::string_view text, RaceList& list) {
+  if (text == "all") return list.all = true;
+  while (TakeRange(text, list.races)) {
+    if (text.empty()) return true;
+    if (!text.starts_with(',')) return false;
+    text.remove_prefix(1);
+  }
+  return false;
+}
+
+void TakePrinting(CommandLine& line, const std::string& name, const std::string& value) {
+  Paper paper = Paper::A4;
+  if (name == "--print") {
+    if (!TakeRaces(value, line.print)) {
+      line.error = "--print takes races such as 7 or 1,3,5-8, or the word all, not " + value;
+    }
+  } else if (name == "--paper") {
+    line.paper = value;
+    if (!PaperNamed(value, paper)) line.error = "--paper takes A4 or Letter, not " + value;
+  } else if (line.output.empty()) {
+    line.output = value;
+  } else {
+    line.error = "one output file at a time: " + value + " is one too many";
+  }
+}
+
+bool IsPrinting(const std::string& name) {
+  return name == "--print" || name == "--paper" || name == "--output" || name == "-o";
+}
+
 void TakeOption(CommandLine& line, const std::string& name, const std::string& value) {
   if (name == "--settings") {
     line.settings = value;
@@ -45,6 +101,8 @@ void TakeOption(CommandLine& line, const std::string& name, const std::string& v
     line.journal = value;
   } else if (name == "--demo") {
     line.demo = value;
+  } else if (IsPrinting(name)) {
+    TakePrinting(line, name, value);
   } else {
     TakeHeats(line, value);
   }
@@ -53,7 +111,7 @@ void TakeOption(CommandLine& line, const std::string& name, const std::string& v
 
 bool TakesValue(const std::string& name) {
   return name == "--settings" || name == "--port" || name == "--journal" || name == "--demo" ||
-         name == "--heats";
+         name == "--heats" || IsPrinting(name);
 }
 
 void TakeProject(CommandLine& line, const std::string& path) {
@@ -64,6 +122,16 @@ void TakeProject(CommandLine& line, const std::string& path) {
   } else {
     line.project = path;
   }
+}
+
+// What is wrong with the options taken together, else empty.
+std::string Contradiction(const CommandLine& line) {
+  if (line.print.IsEmpty()) {
+    return line.output.empty() && line.paper.empty() ? "" : "-o and --paper go with --print only";
+  }
+  if (line.project.empty()) return "--print needs a project";
+  if (line.output.empty()) return "--print needs -o FILE.pdf";
+  return line.demo.empty() && line.journal.empty() && line.ports.empty() ? "" : "--print opens no console";
 }
 
 }  // namespace
@@ -95,11 +163,13 @@ CommandLine ParseCommandLine(const std::vector<std::string>& arguments) {
       TakeOption(line, name, arguments[++i]);
     }
   }
+  if (line.error.empty() && !line.help && !line.version) line.error = Contradiction(line);
   return line;
 }
 
 std::string HelpText() {
   return "Usage: quorvane [OPTION...] [PROJECT.ini]\n"
+         "       quorvane --print RACES PROJECT.ini -o FILE.pdf [--paper A4|Letter]\n"
          "\n"
          "The race-control console. Opens that project without asking; without one it offers the project of "
          "last\n"
@@ -112,6 +182,10 @@ std::string HelpText() {
          "the\n"
          "                    folder, print the lanes' results, and end after the heats\n"
          "  --heats N         how many heats the demonstration waits for (default 1)\n"
+         "  --print RACES     write the heat reports of these races (7, or 1,3,5-8, or all) without a "
+         "window\n"
+         "  -o FILE.pdf       where to; one page a race\n"
+         "  --paper SIZE      A4 or Letter; otherwise as set up, or as usual in this country\n"
          "  --version         print the version\n"
          "  --help            print this text\n";
 }

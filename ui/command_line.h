@@ -6,6 +6,14 @@
 
 namespace quorvane {
 
+// Races to be printed, in the order in which they were named.
+struct RaceList {
+  std::vector<int> races;
+  bool all = false;  // every race that was flown
+
+  bool IsEmpty() const { return races.empty() && !all; }
+};
+
 // What the program was asked for on its command line.
 struct CommandLine {
   std::string project;               // opened without asking; empty: the one of last time, after a question
@@ -14,6 +22,9 @@ struct CommandLine {
   std::string journal;               // file that the session is recorded in; empty: as the menu says
   std::string demo;                  // folder; empty: no demonstration
   int heats = 1;                     // of the demonstration
+  RaceList print;                    // heat reports to be written without a window
+  std::string output;                // PDF file that they go to
+  std::string paper;                 // "A4", "Letter"; empty: as set up
   bool help = false;
   bool version = false;
   std::string error;  // one line; empty when the command line is sound

@@ -10,11 +10,14 @@
 #include "ui/command_line.h"
 #include "ui/demo.h"
 #include "ui/look.h"
+#include "ui/print_command.h"
 #include "ui/program_windows.h"
 #include "ui/qt_platform.h"
+#include "ui/qt_printer.h"
 #include "ui/qt_serial.h"
 #include "ui/qt_settings.h"
 #include "ui/session_recording.h"
+#include "ui/small_windows.h"
 
 namespace {
 
@@ -40,6 +43,8 @@ int Run(const CommandLine& line) {
   quorvane::QtSerial serial(settings, line.ports);
   quorvane::Program program(platform, serial);
   quorvane::ProgramWindows windows(program, platform);
+  quorvane::AddSmallWindows(program, windows.All(), windows.Console());
+  quorvane::QtHeatPrinter printer(program, platform, &windows.Console());
   serial.SetDoor(&program.door());
   quorvane::SessionRecording recording(program, windows);
   serial.SetOpened([&recording](int port, int number, const std::string& description) {
@@ -73,6 +78,12 @@ int Run(const CommandLine& line) {
   return status;
 }
 
+int Print(const CommandLine& line) {
+  quorvane::QtSettings settings(line.settings);
+  quorvane::QtPlatform platform(settings);
+  return quorvane::RunPrintCommand(line, {quorvane::frmAbout::ProgramName(), platform.LocalNow()}, settings);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -83,9 +94,14 @@ int main(int argc, char** argv) {
   }
   if (line.help) return std::fputs(quorvane::HelpText().c_str(), stdout) < 0 ? 1 : 0;
   if (line.version) return std::puts("quorvane " QUORVANE_VERSION) < 0 ? 1 : 0;
+  if (!line.print.IsEmpty()) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    // What Qt says of a missing desktop is no news to somebody who asked for none.
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
+  }
   // The options are ours; Qt's own come from its environment variables.
   int one = 1;
   QApplication application(one, argv);
   SetUpApplication();
-  return Run(line);
+  return line.print.IsEmpty() ? Run(line) : Print(line);
 }

@@ -76,13 +76,16 @@ DialogAnswer AskFile(const DialogBox& box, QWidget* parent) {
   const bool open = box.kind == DialogKind::OpenFile;
   dialog.setAcceptMode(open ? QFileDialog::AcceptOpen : QFileDialog::AcceptSave);
   dialog.setFileMode(open ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
+  const bool report = box.defaultExtension == ".pdf";
   // A project that exists already is opened, never overwritten.
-  dialog.setOption(QFileDialog::DontConfirmOverwrite);
+  dialog.setOption(QFileDialog::DontConfirmOverwrite, !report);
   const QString extension = ToQString(box.defaultExtension).remove(QLatin1Char('.'));
   dialog.setDefaultSuffix(extension);
   if (!extension.isEmpty()) {
     dialog.setNameFilters(
-        {QStringLiteral("Quorvane projects (*.%1)").arg(extension), QStringLiteral("All files (*)")});
+        {(report ? QStringLiteral("PDF files (*.%1)") : QStringLiteral("Quorvane projects (*.%1)"))
+             .arg(extension),
+         QStringLiteral("All files (*)")});
   }
   if (!box.preset.empty()) dialog.selectFile(ToQString(box.preset));
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {Word::Cancel};

@@ -4,6 +4,7 @@
 #include <QDateTime>
 #include <QDir>
 #include <QGuiApplication>
+#include <algorithm>
 
 #include "ui/qt_dialogs.h"
 #include "ui/windows.h"
@@ -20,6 +21,26 @@ LocalDateTime QtPlatform::LocalNow() {
   const QDate day = now.date();
   const QTime time = now.time();
   return {day.year(), day.month(), day.day(), time.hour(), time.minute(), time.second()};
+}
+
+// The smallest step seen between two looks at the clock.
+StopwatchFigures QtPlatform::MeasureStopwatch() {
+  using Clock = std::chrono::steady_clock;
+  constexpr int kLooks = 2000;
+  Clock::duration least = Clock::duration::max();
+  Clock::time_point last = Clock::now();
+  const Clock::time_point end = last + std::chrono::milliseconds(5);
+  for (int i = 0; i < kLooks && last < end; ++i) {
+    const Clock::time_point now = Clock::now();
+    if (now > last) least = std::min(least, now - last);
+    last = now;
+  }
+  StopwatchFigures figures;
+  figures.frequencyHz = Clock::period::den / Clock::period::num;
+  if (least != Clock::duration::max()) {
+    figures.resolutionNs = std::chrono::duration_cast<std::chrono::nanoseconds>(least).count();
+  }
+  return figures;
 }
 
 DialogAnswer QtPlatform::ShowDialog(const DialogBox& box) {

@@ -24,6 +24,7 @@ class QtPlatform : public Platform {
 
   std::int64_t ClockMs() override;
   LocalDateTime LocalNow() override;
+  StopwatchFigures MeasureStopwatch() override;
   DialogAnswer ShowDialog(const DialogBox& box) override;
   void RepaintWindows() override;
   void BringForward(Form& form) override;

@@ -26,6 +26,8 @@ QtSurface::QtSurface(QPainter& painter, const Box& page, const QRectF& target)
 // Letters must not be fitted to the dots of one device, or they would be wider there than elsewhere.
 QFont QtSurface::OnGrid(Font font) const {
   QFont letters = FontOfPixels(font.size * scale_, font.bold);
+  // The same letters with and without a screen.
+  letters.setFamilies({QStringLiteral("DejaVu Sans"), QStringLiteral("Arial"), QStringLiteral("Helvetica")});
   letters.setHintingPreference(QFont::PreferNoHinting);
   return letters;
 }
