@@ -1,0 +1,20 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <system_error>
+
+#include "records/file_ops.h"
+#include "records/race_record.h"
+
+namespace quorvane {
+
+// Reads all flights of a project file, as it stands on the disk. From any thread.
+std::error_code ReadProject(FileOps& files, const std::string& path, ContestRecord& contest);
+
+// Replaces `path` by these results in one step. Gives the reason why not: then nothing has changed. The
+// project itself, and what is no file, is never replaced.
+std::optional<std::string> SaveResults(FileOps& files, const std::string& path, const std::string& project,
+                                       const std::string& bytes);
+
+}  // namespace quorvane
