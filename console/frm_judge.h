@@ -163,6 +163,7 @@ class frmJudge : public Form, private LaneOwner, private LinkOwner {
   // LaneOwner
   std::int32_t RaceTime() const override { return clock_.RaceTime(); }
   bool ClockRunning() const override { return tmrTimeTick.Enabled(); }
+  void ResultChanged() override;
   DialogAnswer Ask(const DialogBox& box) override { return door_.Ask(box); }
   std::string LaneColorName(int lane) const override;
   Color LaneLowColor(int lane) const override;
@@ -179,6 +180,7 @@ class frmJudge : public Form, private LaneOwner, private LinkOwner {
 
   void HookEvents();
   void CheckRaceComplete(bool& allFinished);
+  void RankLanes();
   void ShowClockTick();
   void ArmTick();
   void InitializeLanes();

@@ -64,7 +64,15 @@ void frmJudge::FinalizeRace() {
   for (const auto& lane : lanes_) lane->FinalizeRace();
   race_.LastRaceRun = race_.RaceNumber;
   tmrTimeTick.SetEnabled(false);
+  RankLanes();
+}
 
+// A late cut or lap may change the order; what is saved must not contradict the logs.
+void frmJudge::ResultChanged() {
+  if (race_.RaceActive && cmdSave.Enabled()) RankLanes();
+}
+
+void frmJudge::RankLanes() {
   struct Ranked {
     frmLane* lane;
     std::int32_t final;

@@ -103,6 +103,9 @@ void frmJudge::StarterRuns() {
 // The starter says "stopped" while a race is active. False: the race is not the starter's to end, and the
 // frame changes nothing more.
 bool frmJudge::StarterStopped(const StationMessage& frame) {
+  // A starter that only idles on the air leaves a race by hand alone; its places may still have to be given.
+  const bool idles = race_.ManualStart && !starterClock_;
+  if (idles && race_.RaceDone) return false;
   if (LaneStartOffset_ <= kEarlyStop) {
     if (race_.ManualStart && RaceBeingFlown()) {
       bool allFinished = false;
@@ -115,7 +118,7 @@ bool frmJudge::StarterStopped(const StationMessage& frame) {
     cmdReset_Click();
     return true;
   }
-  if (race_.ManualStart && !starterClock_) return false;
+  if (idles) return false;
   if (RaceBeingFlown()) {
     FinalizeRace();
     race_.RaceDone = true;

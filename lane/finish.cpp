@@ -81,6 +81,7 @@ void frmLane::EntryMade() {
   if (!race_.RaceDone) return;
   FinalizeRace();
   ShowResult();
+  owner_.ResultChanged();
 }
 
 void frmLane::LaneOrder(int place) {

@@ -18,6 +18,8 @@ class LaneOwner {
   virtual void IssueLapEvent() = 0;
   virtual void IssueRaceEvent(bool flag) = 0;
   virtual void SetOrder(int place) = 0;  // offer this place on every lane
+  // The lane's result has changed after the race was done: an entry came late.
+  virtual void ResultChanged() {}
   virtual DialogAnswer Ask(const DialogBox& box) = 0;
 
   virtual std::string LaneColorName(int lane) const = 0;

@@ -101,6 +101,21 @@ TEST(Clock, EqualFinalsKeepTheLowerLaneFirst) {
   EXPECT_EQ(rig.lane(0).lblStatus.Tag(), "4");
 }
 
+TEST(Clock, ALateCutChangesThePlacesToo) {
+  ConsoleRig rig;
+  rig.Load();
+  rig.Click("frmJudge.cmdStart");
+  for (int lap = 0; lap < 10; ++lap) {
+    rig.At(6000 + lap * 4000);
+    for (const int lane : {1, 2}) rig.Click("frmLane" + std::to_string(lane) + ".cmdLap");
+  }
+  rig.At(60000);
+  ASSERT_EQ(rig.lane(0).lblStatus.Tag(), "1");
+  rig.lane(0).DoCut("1o", 0, -30000);  // the judge's report of a cut in the race comes late
+  rig.judge().EventEnded();
+  EXPECT_EQ(rig.lane(1).lblStatus.Tag(), rig.lane(0).CutsBeforeFinish() == 0 ? "2" : "1");
+}
+
 TEST(Reset, TheQuestionDecides) {
   const struct {
     Word answer;

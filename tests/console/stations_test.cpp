@@ -167,6 +167,17 @@ TEST_F(Stations, AnIdlingStarterAsksOnceAboutARaceStartedByHand) {
   EXPECT_FALSE(rig.race().RaceActive);
 }
 
+TEST_F(Stations, AnIdlingStarterLeavesAFinishedRaceByHandToTheOperator) {
+  rig.Click("frmJudge.cmdStart");
+  rig.At(40000);
+  ASSERT_TRUE(rig.race().RaceDone);
+  for (const int clock : {20000, 70000}) rig.Starter(clock, false);
+  EXPECT_EQ(rig.race().RaceNumber, 1);
+  EXPECT_TRUE(rig.judge().cmdSave.Enabled());
+  rig.Starter(500, true);  // but a new count saves it
+  EXPECT_NE(rig.Value("Race1", "Timestamp"), "-");
+}
+
 TEST_F(Stations, ReceptionGoesOnBehindTheQuestionOfAFrame) {
   rig.Click("frmJudge.cmdStart");
   rig.At(6000);
