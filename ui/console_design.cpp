@@ -11,18 +11,18 @@ void AddHeatControl(FormDesign& design) {
   const Look button = Look::Bold | Look::White;
   design.places.insert(
       design.places.end(),
-      {{"fraHeatControl", {kLeft, 176, kColumn, 204}, 20, Look::Title | Look::Bold | Look::White, "Race"},
-       {"cmdDecHeat", {84, 218, 38, 34}, 16, button, "Previous heat"},
-       {"txtHeat", {128, 218, 104, 34}, 16, number, "Heat"},
-       {"cmdIncHeat", {238, 218, 38, 34}, 16, button, "Next heat"},
-       {"cmdDecRound", {84, 258, 38, 34}, 16, button, "Previous round"},
-       {"txtRound", {128, 258, 104, 34}, 16, number, "Round"},
-       {"cmdIncRound", {238, 258, 38, 34}, 16, button, "Next round"},
-       {"cboRaceMode", {18, 300, 166, 36}, 13, Look::Bold, "Race mode"},
-       {"cmdRefly", {192, 300, 84, 36}, 13, button, "Refly", {}, 'l'},
-       {"lblRaceMode", {18, 342, 258, 32}, 15, Look::Bold | Look::Border | Look::White, "Race mode now"}});
-  design.texts.push_back({"H&eat", {20, 218, 60, 34}, 13, Look::Left, "txtHeat"});
-  design.texts.push_back({"Ro&und", {20, 258, 60, 34}, 13, Look::Left, "txtRound"});
+      {{"fraHeatControl", {kLeft, 176, kColumn, 198}, 20, Look::Title | Look::Bold | Look::White, "Race"},
+       {"cmdDecHeat", {84, 215, 38, 34}, 16, button, "Previous heat"},
+       {"txtHeat", {128, 215, 104, 34}, 16, number, "Heat"},
+       {"cmdIncHeat", {238, 215, 38, 34}, 16, button, "Next heat"},
+       {"cmdDecRound", {84, 254, 38, 34}, 16, button, "Previous round"},
+       {"txtRound", {128, 254, 104, 34}, 16, number, "Round"},
+       {"cmdIncRound", {238, 254, 38, 34}, 16, button, "Next round"},
+       {"cboRaceMode", {18, 294, 166, 36}, 13, Look::Bold, "Race mode"},
+       {"cmdRefly", {192, 294, 84, 36}, 13, button, "Refly", {}, 'l'},
+       {"lblRaceMode", {18, 336, 258, 32}, 15, Look::Bold | Look::Border | Look::White, "Race mode now"}});
+  design.texts.push_back({"H&eat", {20, 215, 60, 34}, 13, Look::Left, "txtHeat"});
+  design.texts.push_back({"Ro&und", {20, 254, 60, 34}, 13, Look::Left, "txtRound"});
 }
 
 void AddRaceButtons(FormDesign& design) {
@@ -31,25 +31,30 @@ void AddRaceButtons(FormDesign& design) {
   const int right = kLeft + kColumn - half;
   design.places.insert(
       design.places.end(),
-      {{"chkSixtySecondCount", {kLeft + 4, 386, kColumn - 4, 28}, 13, Look::Left, "60 Second Count", {}, '6'},
-       {"chkAudio", {kLeft + 4, 414, kColumn - 4, 28}, 13, Look::Left, "Audio Countdown", {}, 'A'},
-       {"cmdStart", {kLeft, 448, kColumn, 62}, 22, button, "Start", "F1", 't'},
-       {"cmdReset", {kLeft, 516, half, 44}, 15, button, "Reset", {}, 'R'},
-       {"cmdSave", {right, 516, half, 44}, 15, button, "Save", {}, 'v'},
-       {"cmdPrint", {kLeft, 566, half, 44}, 15, button, "Print", {}, 'P'},
-       {"cmdReorder", {right, 566, half, 44}, 15, button, "Order", {}, 'O'}});
+      {{"chkSixtySecondCount", {kLeft + 4, 379, kColumn - 4, 26}, 13, Look::Left, "60 Second Count", {}, '6'},
+       {"chkAudio", {kLeft + 4, 406, kColumn - 4, 26}, 13, Look::Left, "Audio Countdown", {}, 'A'},
+       {"cmdStart", {kLeft, 437, kColumn, 60}, 22, button, "Start", "F1", 't'},
+       {"cmdReset", {kLeft, 503, half, 40}, 15, button, "Reset", {}, 'R'},
+       {"cmdSave", {right, 503, half, 40}, 15, button, "Save", {}, 'v'},
+       {"cmdPrint", {kLeft, 549, half, 40}, 15, button, "Print", {}, 'P'},
+       {"cmdReorder", {right, 549, half, 40}, 15, button, "Order", {}, 'O'}});
 }
 
 void AddLinkRow(FormDesign& design) {
   const Look lamp = Look::Lamp | Look::Border;
   design.places.insert(
       design.places.end(),
-      {{"txtComments", {kLeft, 638, kColumn, 54}, 12, Look::Left | Look::Lines, "Comments"},
-       {"lblSilent", {kLeft, 695, kColumn, 25}, 12, Look::Bold | Look::Left, "Radio"},
+      {{"txtComments", {kLeft, 611, kColumn, 46}, 12, Look::Left | Look::Lines, "Comments"},
+       {"lblNotice",
+        {kLeft, 660, kColumn, 35},
+        10.5,
+        Look::Left | Look::Top | Look::Border | Look::White,
+        "Notice"},
+       {"lblSilent", {kLeft, 696, kColumn, 24}, 12, Look::Bold | Look::Left, "Radio"},
        {"lblComm", {kLeft, 722, 152, 40}, 13, Look::Bold | Look::Border | Look::White, "Station link"},
        {"lblReadComm", {kLeft + 160, 722, 52, 40}, 14, lamp, "Receiving"},
        {"lblWriteComm", {kLeft + 220, 722, 52, 40}, 14, lamp, "Sending"}});
-  design.texts.push_back({"&Comments", {kLeft + 2, 614, kColumn, 24}, 12, Look::Left, "txtComments"});
+  design.texts.push_back({"&Comments", {kLeft + 2, 590, kColumn, 21}, 12, Look::Left, "txtComments"});
 }
 
 }  // namespace
@@ -61,8 +66,7 @@ FormDesign ConsoleDesign() {
   design.home = "lblStatus";
   design.places = {
       {"lblStatus", {kLeft, 10, kColumn, 128}, 64, Look::Bold | Look::Heavy | Look::Focusable, "Race clock"},
-      {"lblNotSaved", {kLeft, 140, 104, 34}, 13, Look::Bold | Look::Border, "Warning"},
-      {"lblNotice", {kLeft + 108, 139, kColumn - 108, 36}, 11, Look::Left | Look::Top, "Notice"}};
+      {"lblNotSaved", {kLeft, 142, kColumn, 30}, 15, Look::Bold | Look::Border, "Warning"}};
   AddHeatControl(design);
   AddRaceButtons(design);
   AddLinkRow(design);
