@@ -16,6 +16,8 @@
 #include "ui/qt_printer.h"
 #include "ui/qt_serial.h"
 #include "ui/qt_settings.h"
+#include "ui/results_window.h"
+#include "ui/scoreboard.h"
 #include "ui/session_recording.h"
 #include "ui/small_windows.h"
 
@@ -46,6 +48,8 @@ int Run(const CommandLine& line) {
   quorvane::AddSmallWindows(program, windows.All(), windows.Console());
   quorvane::QtHeatPrinter printer(program, platform, &windows.Console());
   serial.SetDoor(&program.door());
+  const quorvane::ResultsWindow results(program);
+  const quorvane::Scoreboard scoreboard(program, windows, settings);
   quorvane::SessionRecording recording(program, windows);
   serial.SetOpened([&recording](int port, int number, const std::string& description) {
     recording.NoteOpened(port, number, description);

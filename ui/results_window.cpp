@@ -1,0 +1,260 @@
+#include "ui/results_window.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QHeaderView>
+#include <QKeySequence>
+#include <QLabel>
+#include <QPointer>
+#include <QPushButton>
+#include <QScreen>
+#include <QShortcut>
+#include <QTableView>
+#include <QThreadPool>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <utility>
+
+#include "console/contest_file.h"
+#include "console/results_formats.h"
+#include "ui/look.h"
+
+namespace quorvane {
+namespace {
+
+constexpr int kLookMs = 500;
+constexpr int kTextPixels = 18;
+constexpr QSize kUsual{1120, 640};
+constexpr QSize kLeast{560, 300};
+
+std::string Formatted(const ContestRecord& contest, const QString& ending) {
+  if (ending == QLatin1String("csv")) return ResultsCsv(contest, true);
+  if (ending == QLatin1String("json")) return ResultsJson(contest);
+  if (ending == QLatin1String("html") || ending == QLatin1String("htm")) {
+    const QString program = QApplication::applicationName() + ' ' + QApplication::applicationVersion();
+    return ResultsHtml(contest, program.toStdString());
+  }
+  return ResultsText(contest);
+}
+
+QString EndingOf(const QString& filter) {
+  const qsizetype at = filter.indexOf(QLatin1String("*."));
+  return at < 0 ? QString() : filter.mid(at + 2).chopped(1);
+}
+
+bool IsNumberColumn(int column) {
+  static constexpr std::array kNumbers = {0, 1, 2, 5, 7, 8, 9, 10};
+  return std::find(kNumbers.begin(), kNumbers.end(), column) != kNumbers.end();
+}
+
+}  // namespace
+
+void ResultsModel::Show(ResultsTable table) {
+  beginResetModel();
+  table_ = std::move(table);
+  order_ = table_.Order(static_cast<std::size_t>(column_), direction_ == Qt::DescendingOrder);
+  endResetModel();
+}
+
+int ResultsModel::rowCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : static_cast<int>(order_.size());
+}
+
+int ResultsModel::columnCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : static_cast<int>(kResultsColumns.size());
+}
+
+QVariant ResultsModel::data(const QModelIndex& index, int role) const {
+  if (!index.isValid()) return {};
+  const ResultsRow& row = table_.Rows()[RowAt(index.row())];
+  switch (role) {
+    case Qt::DisplayRole:
+    case Qt::ToolTipRole:
+      return ToQString(row.cells[static_cast<std::size_t>(index.column())].text);
+    case Qt::TextAlignmentRole:
+      return QVariant(Qt::AlignVCenter | (IsNumberColumn(index.column()) ? Qt::AlignRight : Qt::AlignLeft));
+    case Qt::FontRole: {
+      QFont font = FontOfPixels(kTextPixels, false);
+      font.setStrikeOut(!row.stands);
+      return font;
+    }
+    default:
+      return {};
+  }
+}
+
+QVariant ResultsModel::headerData(int section, Qt::Orientation orientation, int role) const {
+  if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
+  return QString::fromLatin1(kResultsColumns[static_cast<std::size_t>(section)]);
+}
+
+void ResultsModel::sort(int column, Qt::SortOrder order) {
+  if (column < 0 || column >= columnCount()) return;
+  column_ = column;
+  direction_ = order;
+  beginResetModel();
+  order_ = table_.Order(static_cast<std::size_t>(column), order == Qt::DescendingOrder);
+  endResetModel();
+}
+
+ResultsWindow::ResultsWindow(Program& program)
+    : program_(program), summary_(new QLabel(this)), told_(new QLabel(this)), view_(new QTableView(this)) {
+  setWindowTitle(QStringLiteral("Results"));
+  setMinimumSize(kLeast);
+  summary_->setFont(FontOfPixels(kTextPixels, true));
+  summary_->setTextFormat(Qt::PlainText);
+  summary_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  view_->setModel(&model_);
+  view_->setSortingEnabled(true);
+  view_->sortByColumn(0, Qt::AscendingOrder);
+  view_->setSelectionBehavior(QAbstractItemView::SelectRows);
+  view_->setAlternatingRowColors(true);
+  view_->setWordWrap(false);
+  view_->verticalHeader()->hide();
+  view_->horizontalHeader()->setFont(FontOfPixels(kTextPixels, true));
+  view_->horizontalHeader()->setStretchLastSection(true);
+  auto* layout = new QVBoxLayout(this);
+  layout->addWidget(summary_);
+  layout->addWidget(view_, 1);
+  layout->addWidget(NewButtons());
+  look_.setInterval(kLookMs);
+  QObject::connect(&look_, &QTimer::timeout, this, [this] { Look(); });
+  program_.judge().mnuResults.onClick = [this] { Open(); };
+}
+
+ResultsWindow::~ResultsWindow() {
+  program_.judge().mnuResults.onClick = {};
+}
+
+QWidget* ResultsWindow::NewButtons() {
+  auto* row = new QWidget(this);
+  auto* layout = new QHBoxLayout(row);
+  layout->setContentsMargins(0, 0, 0, 0);
+  told_->setFont(FontOfPixels(kTextPixels - 2, false));
+  told_->setTextFormat(Qt::PlainText);
+  told_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  layout->addWidget(told_, 1);
+  const auto add = [&](const char* text, const QKeySequence& key, void (ResultsWindow::*action)()) {
+    auto* button = new QPushButton(QString::fromLatin1(text), row);
+    button->setFont(FontOfPixels(kTextPixels, true));
+    button->setMinimumHeight(36);
+    layout->addWidget(button);
+    QObject::connect(button, &QPushButton::clicked, this, [this, action] { (this->*action)(); });
+    QObject::connect(new QShortcut(key, this), &QShortcut::activated, this,
+                     [this, action] { (this->*action)(); });
+  };
+  add("&Copy", QKeySequence::Copy, &ResultsWindow::Copy);
+  add("&Save As...", QKeySequence::Save, &ResultsWindow::SaveAs);
+  QObject::connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, [this] { hide(); });
+  return row;
+}
+
+void ResultsWindow::Open() {
+  if (!isVisible()) {
+    const QSize room = screen() == nullptr ? kUsual : screen()->availableSize();
+    if (size().width() < kUsual.width()) resize(kUsual.boundedTo(room).expandedTo(kLeast));
+    told_->clear();
+  }
+  look_.start();
+  Look();
+  show();
+  raise();
+  activateWindow();
+}
+
+void ResultsWindow::Look() {
+  if (!isVisible() && stamp_.kind == FileStamp::Kind::File) return look_.stop();
+  const std::string& file = program_.race().ProjectFile;
+  FileStamp stamp;
+  SystemFiles().Look(file, stamp);
+  if (file == file_ && stamp == stamp_) return;
+  file_ = file;
+  stamp_ = stamp;
+  Read();
+}
+
+void ResultsWindow::Read() {
+  again_ = reading_;
+  if (std::exchange(reading_, true)) return;
+  QThreadPool::globalInstance()->start([guard = QPointer<ResultsWindow>(this), file = file_] {
+    const auto content = std::make_shared<Content>();
+    if (const std::error_code error = ReadProject(SystemFiles(), file, content->contest)) {
+      content->problem = error.message();
+    }
+    content->table = ResultsTable(content->contest);
+    QMetaObject::invokeMethod(
+        qApp,
+        [guard, content] {
+          if (guard != nullptr) guard->Take(*content);
+        },
+        Qt::QueuedConnection);
+  });
+}
+
+void ResultsWindow::Take(const Content& content) {
+  reading_ = false;
+  contest_ = content.contest;
+  const bool first = model_.rowCount() == 0;
+  model_.Show(content.table);
+  if (first) {
+    view_->resizeColumnsToContents();
+    view_->resizeRowsToContents();
+  }
+  const QString name = QFileInfo(ToQString(file_)).fileName();
+  QString text = contest_.eventName.empty() ? name : ToQString(contest_.eventName) + "  (" + name + ")";
+  if (!content.problem.empty()) {
+    text += QStringLiteral(": ") + ToQString(content.problem);
+  } else if (contest_.races.empty()) {
+    text += QStringLiteral(": no race has been flown");
+  }
+  summary_->setText(text);
+  summary_->setToolTip(ToQString(file_));
+  if (again_) Read();
+}
+
+// The rows that are selected, or all, in the order in which they are shown.
+void ResultsWindow::Copy() {
+  std::vector<int> shown;
+  for (const QModelIndex& index : view_->selectionModel()->selectedRows()) shown.push_back(index.row());
+  const bool all = shown.empty();
+  for (int row = 0; all && row < model_.rowCount(); ++row) shown.push_back(row);
+  std::sort(shown.begin(), shown.end());
+  std::vector<std::size_t> rows;
+  for (const int row : shown) rows.push_back(model_.RowAt(row));
+  QApplication::clipboard()->setText(ToQString(model_.Table().CopyText(rows)));
+  told_->setText(QStringLiteral("%1 rows copied").arg(rows.size()));
+}
+
+// Not modal to the program: the race goes on, and the console takes its keys.
+void ResultsWindow::SaveAs() {
+  auto* dialog = new QFileDialog(this, QStringLiteral("Save Results"));
+  dialog->setAttribute(Qt::WA_DeleteOnClose);
+  dialog->setWindowModality(Qt::NonModal);
+  dialog->setAcceptMode(QFileDialog::AcceptSave);
+  dialog->setNameFilters({QStringLiteral("Web page (*.html)"), QStringLiteral("Spreadsheet (*.csv)"),
+                          QStringLiteral("Text (*.txt)"), QStringLiteral("JSON (*.json)")});
+  dialog->setDefaultSuffix(QStringLiteral("html"));
+  const QFileInfo project(ToQString(file_));
+  dialog->setDirectory(project.absolutePath());
+  dialog->selectFile(project.completeBaseName() + QStringLiteral(" results.html"));
+  QObject::connect(dialog, &QFileDialog::filterSelected, dialog, [dialog, project](const QString& filter) {
+    dialog->setDefaultSuffix(EndingOf(filter));
+    dialog->selectFile(project.completeBaseName() + QStringLiteral(" results.") + EndingOf(filter));
+  });
+  QObject::connect(dialog, &QFileDialog::fileSelected, this, [this](const QString& path) {
+    const auto reason = Save(path.toStdString());
+    told_->setText(reason ? QStringLiteral("Not saved: %1").arg(ToQString(*reason))
+                          : QStringLiteral("Saved as %1").arg(path));
+    told_->setToolTip(told_->text());
+  });
+  dialog->show();
+}
+
+std::optional<std::string> ResultsWindow::Save(const std::string& path) const {
+  const QString ending = QFileInfo(ToQString(path)).suffix().toLower();
+  return SaveResults(SystemFiles(), path, file_, Formatted(contest_, ending));
+}
+
+}  // namespace quorvane
