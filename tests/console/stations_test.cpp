@@ -287,6 +287,7 @@ TEST_F(Stations, AnEntryAfterTheFinishDoesNotReopenTheRace) {
     if (operatorResets) {
       rig.Click("frmJudge.cmdReset");
     } else {
+      rig.Starter(62000, true);  // it has been running too, and stops
       rig.Starter(100, false);
     }
     EXPECT_EQ(rig.platform.shown.size(), boxes);
