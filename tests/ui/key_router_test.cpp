@@ -27,6 +27,7 @@ TEST(ConsoleKeyTest, OnlyPlainFunctionKeysAndFourDigitsAreConsoleKeys) {
 class KeyRouterTest : public UiTest {};
 
 TEST_F(KeyRouterTest, KeysReachTheMainFormFromAnyWindowUnlessABoxIsOpen) {
+  form.SetVisible(true);
   door.AllForms().SetMain(form);
   const KeyRouter router(door);
   QWidget other;
