@@ -254,6 +254,8 @@ RaceRecord RecordOnConsole(const frmJudge& judge, const RaceState& race, const P
   // The novice boxes speak of the next race while an old one is shown.
   const bool shownFromFile = race.RaceLoaded && record.hasRun;
   record.comments = judge.txtComments.Text();
+  // Nobody has said so yet: a score sheet leaves room for comments.
+  if (!record.hasRun && record.comments == kDefaultComments) record.comments.clear();
   MarkLanes(record, project.laneColorScheme);
   for (int i = 0; i < 4; ++i) {
     const frmLane& panel = judge.Lane(i);
