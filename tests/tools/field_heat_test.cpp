@@ -54,6 +54,7 @@ TEST(FieldHeat, AConsoleOnAGoodLineShowsWhatIsExpected) {
       {"hold", {.heats = 6, .mode = 0, .seed = 5, .hold = true}},
       {"quick", {.heats = 60, .mode = 0, .seed = 6, .count = false, .quick = true}},
       {"pieces", {.heats = 6, .mode = 0, .seed = 7, .line = {.split = true}}},
+      {"judges off", {.heats = 6, .mode = 0, .seed = 8, .silent = {{0, 200000}, {1, 0, 400000}}}},
   };
   for (const Case& c : cases) EXPECT_EQ(Disagreement(c.options, false), "") << c.name;
 }

@@ -158,7 +158,7 @@ class LaneComparison {
   }
 
   void Cuts() {
-    for (int pylon = 1; pylon <= 3; ++pylon) {
+    for (int pylon = 1; pylon <= kHandCut; ++pylon) {
       const std::vector<ToldCut> flown = CutsAt(flown_, pylon);
       const std::vector<ToldCut> shown = CutsAt(shown_, pylon);
       const std::string at = " at pylon " + std::to_string(pylon);
@@ -173,8 +173,9 @@ class LaneComparison {
             std::to_string(*shown[i].time) + " shown");
       }
     }
-    const auto elsewhere = std::find_if(shown_.cuts.begin(), shown_.cuts.end(),
-                                        [](const ToldCut& cut) { return cut.pylon < 1 || cut.pylon > 3; });
+    const auto elsewhere = std::find_if(shown_.cuts.begin(), shown_.cuts.end(), [](const ToldCut& cut) {
+      return cut.pylon < 1 || cut.pylon > kHandCut;
+    });
     if (elsewhere != shown_.cuts.end()) Say("a cut at no pylon shown");
   }
 

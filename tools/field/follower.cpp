@@ -104,7 +104,7 @@ void Follower::NoteCuts() {
   for (std::size_t i = 0; i < race_.lanes.size(); ++i) {
     LaneResult& lane = race_.lanes[i];
     lane.cut_bits = all_.race.cuts[i];
-    for (int pylon = 1; pylon <= 4; ++pylon) {
+    for (int pylon = 1; pylon <= kHandCut; ++pylon) {
       const auto is_here = [pylon](const CutResult& cut) { return cut.pylon == pylon; };
       auto seen = static_cast<std::size_t>(std::count_if(lane.cuts.begin(), lane.cuts.end(), is_here));
       for (; seen < CutsAt(lane.cut_bits, pylon); ++seen) {

@@ -81,6 +81,7 @@ void Field::FlyLap(std::size_t lane, std::size_t index) {
 }
 
 void Field::FlyTurn(std::size_t lane) {
+  if (!OnAir(kJudge1, now_us_)) return;
   lanes_[lane].turn_light_ends = now_us_ + kTurnLight;
   turn_unacknowledged_ = true;
   result_.lanes[lane].turns.push_back(LaneTime(lane, now_us_));

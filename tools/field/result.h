@@ -13,8 +13,10 @@ namespace quorvane::field {
 
 inline constexpr int kNoResult = 1000000;  // a final from here on means "no result"
 
+inline constexpr int kHandCut = 4;  // in place of the pylon of a cut that no judge has reported
+
 struct CutResult {
-  int pylon = 1;  // 1..3
+  int pylon = 1;  // 1..3, or kHandCut
   int flown = 0;
   int expected = 0;
 };
