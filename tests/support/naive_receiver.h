@@ -24,6 +24,7 @@ class NaiveReceiver {
 
   int Count() const { return count_; }
   const std::vector<std::string>& Found() const { return found_; }
+  void Forget() { found_.clear(); }
 
   static std::string Hex(const std::uint8_t* bytes, int count) {
     static constexpr char kDigits[] = "0123456789ABCDEF";
