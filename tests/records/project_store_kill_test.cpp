@@ -10,12 +10,12 @@
 #include <thread>
 
 #include "records/project_store.h"
-#include "tests/records/scratch_folder.h"
+#include "tests/support/scratch_folder.h"
 
 namespace quorvane {
 namespace {
 
-constexpr int kKeys = 200;
+const std::string kSections[] = {"Race0", "Race1", "Race2"};
 
 // Saves version after version, all keys of one with the same number, and reports each number once it is
 // saved.
@@ -26,8 +26,8 @@ constexpr int kKeys = 200;
   for (long version = std::stol(store.Read("Race0", "Event0", "0")) + 1;; ++version) {
     {
       WriteGroup group(store);
-      for (int key = 0; key < kKeys; ++key) {
-        store.Write("Race" + std::to_string(key % 9), "Event" + std::to_string(key), std::to_string(version));
+      for (int key = 0; key < 200; ++key) {
+        store.Write(kSections[key % 3], "Event" + std::to_string(key), std::to_string(version));
       }
     }
     if (store.Saved() && write(report, &version, sizeof version) != sizeof version) _exit(1);
@@ -38,9 +38,8 @@ constexpr int kKeys = 200;
 long VersionOf(const std::string& path) {
   const ProfileFile file(FileBytes(path));
   const std::string first = ProfileString(file, "Race0", "Event0", "0");
-  for (int key = 1; key < kKeys; ++key) {
-    const std::string section = "Race" + std::to_string(key % 9);
-    if (ProfileString(file, section, "Event" + std::to_string(key), "0") != first) return -1;
+  for (int key = 1; key < 200; ++key) {
+    if (ProfileString(file, kSections[key % 3], "Event" + std::to_string(key), "0") != first) return -1;
   }
   return std::stol(first);
 }

@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/records/scratch_folder.h"
+#include <array>
+
+#include "tests/support/scratch_folder.h"
 
 namespace quorvane {
 namespace {
@@ -17,6 +19,7 @@ TEST(Project, OneLeftWithSomethingUnsavedCanBeOpenedAgain) {
   const std::string other = folder / "other.ini";
   ASSERT_TRUE(project.Open(away));
   project.SetProjectValue("Race1", "Comments", "windy");
+  EXPECT_NE(project.Problem().find(away), std::string::npos);
   ASSERT_TRUE(project.Open(other));
   project.SetProjectValue("Race1", "Comments", "calm");
   EXPECT_FALSE(project.Saved());
@@ -24,77 +27,54 @@ TEST(Project, OneLeftWithSomethingUnsavedCanBeOpenedAgain) {
   ASSERT_TRUE(project.Open(away));
   EXPECT_EQ(race.ProjectFile, away);
   EXPECT_EQ(project.GetProjectValue("Race1", "Comments", ""), "windy");
-  ASSERT_TRUE(project.Open(other));
-  EXPECT_EQ(project.GetProjectValue("Race1", "Comments", ""), "calm");
   fs::create_directory(folder / "stick");
   EXPECT_TRUE(project.Retry());
   EXPECT_EQ(FileBytes(away), "[Race1]\r\nComments=windy\r\n");
+  EXPECT_EQ(FileBytes(other), "[Race1]\r\nComments=calm\r\n");
 }
 
-TEST(Project, AnotherNameOfTheOpenFileIsNoOtherConsole) {
+TEST(Project, AFileIsOpenInOneConsoleAtATimeUnderAnyName) {
   const ScratchFolder folder;
-  RaceState race;
-  Project project(race);
+  RaceState race, race2;
+  Project project(race), console2(race2);
   ASSERT_TRUE(project.Open(folder / "day.ini"));
   project.SetProjectValue("Current", "Title", "Cup");
   fs::create_symlink("day.ini", folder / "link.ini");
+  EXPECT_FALSE(console2.Open(folder / "link.ini"));
   EXPECT_TRUE(project.Open(folder / "link.ini"));
   EXPECT_TRUE(project.Open(folder / "./day.ini"));
-
-  RaceState race2;
-  Project console2(race2);
   EXPECT_FALSE(console2.Open(folder / "link.ini"));
   EXPECT_TRUE(project.Open(folder / "other.ini"));
   EXPECT_TRUE(console2.Open(folder / "link.ini"));
 }
 
 TEST(Project, PathsAreTakenApartAtEitherSeparator) {
-  const struct {
-    const char* path;
-    const char* parent;
-    const char* base;
-    const char* name;
-  } kCases[] = {
+  const std::array<std::string, 4> kCases[] = {
       {"c:\\Quorvane\\21-Nov-2026.ini", "c:\\Quorvane\\", "c:\\Quorvane\\21-Nov-2026", "21-Nov-2026.ini"},
       {"/home/me/a.b/day", "/home/me/a.b/", "/home/me/a", "day"},
       {"/day.ini", "", "/day", "day.ini"},
       {".ini", "", ".ini", ".ini"},
-      {"day.2.ini", "", "day.2", "day.2.ini"},
       {"", "", "", ""},
   };
-  for (const auto& c : kCases) {
-    EXPECT_EQ(ParentFolder(c.path), c.parent);
-    EXPECT_EQ(WithoutExtension(c.path), c.base);
-    EXPECT_EQ(FileNameOf(c.path), c.name);
+  for (const auto& [path, parent, base, name] : kCases) {
+    EXPECT_EQ(ParentFolder(path), parent);
+    EXPECT_EQ(WithoutExtension(path), base);
+    EXPECT_EQ(FileNameOf(path), name);
   }
 }
 
-TEST(Project, MissingFoldersAreMadeAndTroubleIsIgnored) {
+TEST(Project, FoldersAndTheResultsFileAreMadeAndTroubleIsIgnored) {
   const ScratchFolder folder;
-  MakeFolderPath(folder / "a/b/c/");
-  EXPECT_TRUE(FolderExists(folder / "a/b/c"));
-  PutFile(folder / "file", "");
+  PutFile(folder / "day.csv", "mine");
   for (const std::string& path :
-       {folder / "file/a/", std::string(), std::string("/"), std::string(9000, 'x')}) {
+       {folder / "a/b/", folder / "day.csv/a/", std::string(), std::string("/"), std::string(9000, 'x')}) {
     MakeFolderPath(path);
   }
-  EXPECT_FALSE(FolderExists(folder / "file"));
-  EXPECT_TRUE(FileExists(folder / "file"));
+  EXPECT_TRUE(FolderExists(folder / "a/b"));
   EXPECT_FALSE(FileExists(folder / "a"));
-}
-
-TEST(Project, TheResultsFileIsMadeOnceAndNeverTouched) {
-  const ScratchFolder folder;
-  const std::string path = folder / "day.csv";
-  CreateResultsFile(path);
-  const std::string header = FileBytes(path);
-  EXPECT_TRUE(header.starts_with("Round,Heat(racemode&time),Lane,"));
-  EXPECT_TRUE(header.ends_with(",Lap10,Comments\r\n"));
-  PutFile(path, "mine");
-  CreateResultsFile(path);
-  EXPECT_EQ(FileBytes(path), "mine");
-  fs::create_directory(folder / "folder.csv");
-  CreateResultsFile(folder / "folder.csv");
+  CreateResultsFile(folder / "a");
+  CreateResultsFile(folder / "day.csv");
+  EXPECT_EQ(FileBytes(folder / "day.csv"), "mine");
 }
 
 TEST(Project, AMomentIsWrittenAsADaySerialAndInWords) {
