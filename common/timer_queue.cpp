@@ -32,6 +32,20 @@ std::optional<std::int64_t> TimerQueue::NextDue() const {
   return next == nullptr ? std::nullopt : std::optional(next->due);
 }
 
+std::optional<std::int64_t> TimerQueue::DueTime(const Control& timer) const {
+  const auto entry = std::find_if(entries_.begin(), entries_.end(),
+                                  [&](const Entry& candidate) { return candidate.timer == &timer; });
+  return entry == entries_.end() ? std::nullopt : std::optional(entry->due);
+}
+
+std::optional<std::int64_t> TimerQueue::NextDueBut(const Control& timer) const {
+  std::optional<std::int64_t> next;
+  for (const Entry& entry : entries_) {
+    if (entry.timer != &timer && (!next || entry.due < *next)) next = entry.due;
+  }
+  return next;
+}
+
 Control* TimerQueue::NextTimer() const {
   const Entry* next = Next();
   return next == nullptr ? nullptr : next->timer;

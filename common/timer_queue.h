@@ -19,6 +19,10 @@ class TimerQueue {
   bool IsArmed(const Control& timer) const;
 
   std::optional<std::int64_t> NextDue() const;
+  // When that timer is due; empty when it is not armed.
+  std::optional<std::int64_t> DueTime(const Control& timer) const;
+  // When the first of the others is due.
+  std::optional<std::int64_t> NextDueBut(const Control& timer) const;
   Control* NextTimer() const;  // the timer that NextDue speaks of, null when none is armed
 
  private:

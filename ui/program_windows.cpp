@@ -27,6 +27,7 @@ ProgramWindows::ProgramWindows(Program& program, QtPlatform& platform)
                               console_);
   windows_.ChainTabs();
   for (FormWindow* window : {console_, link_}) new FocusRing(window);
+  timers_.Coarsen(program.judge().tmrTimeTick, [&program] { return program.timer().Granularity(); });
   platform_.SetWindows(&windows_);
   program_.door().SetAfterEvent([this] {
     for (const auto& follower : followers_) follower();

@@ -1,5 +1,7 @@
 #include "ui/small_windows.h"
 
+#include <QShortcut>
+
 #include "ui/focus_ring.h"
 
 namespace quorvane {
@@ -75,7 +77,10 @@ void AddSmallWindows(Program& program, Windows& windows, FormWindow& console) {
   program.about().SetLibraries(std::string("Qt ") + qVersion());
   const auto add = [&](Form& form, FormDesign design) {
     const QSize least(design.width * 3 / 4, design.height * 3 / 4);
-    new FocusRing(&windows.AddWindow(form, std::move(design), least, &console));
+    FormWindow& window = windows.AddWindow(form, std::move(design), least, &console);
+    new FocusRing(&window);
+    QObject::connect(new QShortcut(Qt::Key_Escape, &window), &QShortcut::activated, &window,
+                     [&window] { window.close(); });
   };
   add(program.timer(), TimerDesign());
   add(program.keyboard(), KeyboardDesign());
