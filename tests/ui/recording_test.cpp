@@ -1,0 +1,144 @@
+#include <QLabel>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include "link/station_message.h"
+#include "tests/ui/modem.h"
+#include "tests/ui/program_fixture.h"
+#include "tools/replay/verify.h"
+#include "ui/qt_serial.h"
+#include "ui/session_recording.h"
+
+namespace quorvane {
+namespace {
+
+std::string BytesOf(const std::string& path) {
+  std::ifstream in(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(in), {}};
+}
+
+// A console on a pseudo-terminal whose session is recorded, put together as the program does it.
+class RecordingTest : public testing::Test {
+ protected:
+  RecordingTest() {
+    settings.SaveSetting("frmSerialPort", "CommPort", "5");
+    platform.SetAnswerer([](const DialogBox& box) { return std::optional(Demo::Answer(box)); });
+    program.judge().SetStartupProject(project);
+    serial.SetDoor(&program.door());
+    serial.SetOpened([this](int port, int number, const std::string& description) {
+      recording.NoteOpened(port, number, description);
+    });
+  }
+  ~RecordingTest() override { serial.SetDoor(nullptr); }
+
+  void Begin(const std::string& journal) {
+    const std::vector<int> ports = serial.Ports();
+    recording.Begin({.settings = settings.All(), .ports = ports, .project = project, .journal = journal});
+    program.door().Enter({.kind = EventKind::Load});
+  }
+  void Click(const std::string& control) {
+    program.door().Enter({.kind = EventKind::Click, .target = control});
+  }
+  void Send(StationMessage frame) {
+    frame.Wig1 = kWig1;
+    frame.Wig2 = kWig2;
+    frame.Mode = 2;
+    FrameBytes bytes = EncodeFrame(frame);
+    bytes[2] = ComputeEcc(bytes);
+    modem.Send(std::string(bytes.begin(), bytes.end()));
+  }
+  void FlyHeat() {
+    StationMessage starter;
+    starter.From = kStarter;
+    starter.To = kPylonBox;
+    starter.Time = {0, 1, 0x11, 0x70};  // 70000: laps count at once
+    starter.Strt = 1;
+    Send(starter);
+    WaitFor([&] { return program.race().RaceActive; });
+    StationMessage timers;
+    timers.From = kTimers;
+    timers.To = kStarter;
+    for (std::uint8_t lap = 1; lap <= 10; ++lap) {
+      timers.Lap = {lap, lap, lap, static_cast<std::uint8_t>(lap / 2)};
+      timers.Lit = {1, 1, 1, 1};
+      Send(timers);
+      WaitFor([&] { return program.lane(0).Laps() >= lap; });
+      WaitFor([] { return false; }, 12);  // until the lap lights are out
+    }
+    starter.Strt = 0;
+    Send(starter);
+    WaitFor([&] { return program.judge().HasRun(1); });
+  }
+  static Verdict Replayed(const std::string& journal) {
+    const SessionJournal session = ReadJournal(BytesOf(journal));
+    Replay replay(session, {.keepVersions = true, .stopInOpenBox = true});
+    replay.Run();
+    return Verify(session, replay, "");
+  }
+  std::vector<std::string> Journals() const {
+    std::vector<std::string> found;
+    for (const auto& entry : std::filesystem::directory_iterator(folder.path().toStdString())) {
+      if (entry.path().extension() == ".journal") found.push_back(entry.path().string());
+    }
+    return found;
+  }
+
+  QTemporaryDir folder;
+  const std::string project = folder.filePath("test.ini").toStdString();
+  QtSettings settings{folder.filePath("settings.ini").toStdString()};
+  QtPlatform platform{settings};
+  const std::string link = folder.filePath("radio").toStdString();
+  Modem modem{link};
+  QtSerial serial{settings, {{5, link}}};
+  Program program{platform, serial};
+  ProgramWindows windows{program, platform};
+  SessionRecording recording{program, windows};
+};
+
+TEST_F(RecordingTest, ReplayOfAHeatInTheWindowGivesTheSameFileAndFrames) {
+  const std::string journal = folder.filePath("given.journal").toStdString();
+  Begin(journal);
+  EXPECT_TRUE(program.judge().mnuRecordSession.Checked());
+  Click("frmSerialPort.chkSystemController");  // so that the console has something to send
+  FlyHeat();
+  windows.Console().resize(1100, 760);
+  Click("frmJudge.cmdSave");
+  Click("frmJudge.cmdReset");
+  WaitFor([] { return false; }, 50);
+  recording.End();
+  EXPECT_FALSE(recording.Notice()->text().contains("stopped"));
+  const Verdict verdict = Replayed(journal);
+  EXPECT_TRUE(verdict.same) << verdict.text;
+  EXPECT_NE(BytesOf(project).find("Timestamp"), std::string::npos);
+  EXPECT_NE(BytesOf(journal).find(" tx 55AA"), std::string::npos);
+}
+
+TEST_F(RecordingTest, SwitchedOnLateItStillBeginsAtTheStart) {
+  Begin("");
+  FlyHeat();
+  EXPECT_TRUE(Journals().empty());
+  Click("frmJudge.mnuRecordSession");
+  EXPECT_EQ(settings.GetSetting("frmJudge", "RecordSession", ""), "True");
+  EXPECT_FALSE(recording.Notice()->isHidden());
+  Click("frmJudge.cmdReset");
+  recording.End();
+  ASSERT_EQ(Journals().size(), 1U);
+  EXPECT_EQ(Journals().front().rfind(WithoutExtension(project) + "-20", 0), 0U) << Journals().front();
+  const Verdict verdict = Replayed(Journals().front());
+  EXPECT_TRUE(verdict.same) << verdict.text;
+}
+
+TEST_F(RecordingTest, FullDiskStopsTheRecordingAndSaysSo) {
+  Begin("/dev/full");
+  EXPECT_TRUE(WaitFor([&] {
+    Click("frmJudge.lblStatus");
+    return recording.Notice()->text().startsWith("Recording stopped: ");
+  }));
+  EXPECT_FALSE(recording.Recorder().Recording());
+  FlyHeat();
+  EXPECT_TRUE(program.judge().HasRun(1));
+}
+
+}  // namespace
+}  // namespace quorvane
