@@ -3,7 +3,7 @@
 #include <QEvent>
 #include <QFocusEvent>
 #include <QLabel>
-#include <QPointer>
+#include <QTimer>
 #include <algorithm>
 #include <cmath>
 #include <map>
@@ -229,8 +229,7 @@ bool FormView::eventFilter(QObject* watched, QEvent* event) {
     const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
     if (reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason) return false;
     // After the click that brought the focus, which would undo a selection made now.
-    QMetaObject::invokeMethod(
-        this, [&view] { view.Act(EventKind::GotFocus); }, Qt::QueuedConnection);
+    QTimer::singleShot(0, this, [&view] { view.Act(EventKind::GotFocus); });
   }
   return false;
 }

@@ -4,6 +4,7 @@
 #include <QDateTime>
 #include <QDir>
 #include <QGuiApplication>
+#include <QTimer>
 #include <algorithm>
 
 #include "ui/qt_dialogs.h"
@@ -72,8 +73,7 @@ std::string QtPlatform::HomeFolder() {
 
 // Not quit(), which asks every window to close first, and they leave that to the race logic.
 void QtPlatform::EndProgram() {
-  QMetaObject::invokeMethod(
-      qApp, [] { QCoreApplication::exit(0); }, Qt::QueuedConnection);
+  QTimer::singleShot(0, qApp, [] { QCoreApplication::exit(0); });
 }
 
 }  // namespace quorvane

@@ -155,7 +155,7 @@ bool QtSerial::DeviceExists(int port) {
 }
 
 SerialError QtSerial::OpenDevice(int port, const std::string& settings) {
-  const SerialError error = TryDevice(port, settings);
+  SerialError error = TryDevice(port, settings);
   if (opened_) opened_(port, error.number, error.description);
   return error;
 }

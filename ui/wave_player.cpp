@@ -1,6 +1,7 @@
 #include "ui/wave_player.h"
 
 #include <QSoundEffect>
+#include <QTimer>
 #include <QUrl>
 
 namespace quorvane {
@@ -38,12 +39,12 @@ void WavePlayer::Play(const std::string& path) {
     speaker_->moveToThread(thread_.get());
     thread_->start();
   }
-  QMetaObject::invokeMethod(
-      speaker_, [speaker = speaker_, file = QString::fromStdString(path)] { speaker->Play(file); });
+  QTimer::singleShot(0, speaker_,
+                     [speaker = speaker_, file = QString::fromStdString(path)] { speaker->Play(file); });
 }
 
 void WavePlayer::Stop() {
-  if (speaker_ != nullptr) QMetaObject::invokeMethod(speaker_, [speaker = speaker_] { speaker->Stop(); });
+  if (speaker_ != nullptr) QTimer::singleShot(0, speaker_, [speaker = speaker_] { speaker->Stop(); });
 }
 
 }  // namespace quorvane
