@@ -25,8 +25,9 @@ namespace quorvane {
 namespace {
 
 constexpr int kLookMs = 500;
-constexpr int kTextPixels = 18;
-constexpr QSize kUsual{1120, 640};
+constexpr int kTextPixels = 17;
+constexpr int kColumnGap = 8;
+constexpr QSize kUsual{1320, 660};
 constexpr QSize kLeast{560, 300};
 
 std::string Formatted(const ContestRecord& contest, const QString& ending) {
@@ -44,9 +45,12 @@ QString EndingOf(const QString& filter) {
   return at < 0 ? QString() : filter.mid(at + 2).chopped(1);
 }
 
-bool IsNumberColumn(int column) {
-  static constexpr std::array kNumbers = {0, 1, 2, 5, 7, 8, 9, 10};
-  return std::find(kNumbers.begin(), kNumbers.end(), column) != kNumbers.end();
+// Times stand under each other, small numbers in the middle, words at the left.
+Qt::Alignment AlignmentOf(int column) {
+  static constexpr std::array kMiddle = {0, 1, 2, 5, 8, 9};
+  if (column == 7 || column == 10) return Qt::AlignVCenter | Qt::AlignRight;
+  const bool middle = std::find(kMiddle.begin(), kMiddle.end(), column) != kMiddle.end();
+  return Qt::AlignVCenter | (middle ? Qt::AlignHCenter : Qt::AlignLeft);
 }
 
 }  // namespace
@@ -74,7 +78,7 @@ QVariant ResultsModel::data(const QModelIndex& index, int role) const {
     case Qt::ToolTipRole:
       return ToQString(row.cells[static_cast<std::size_t>(index.column())].text);
     case Qt::TextAlignmentRole:
-      return QVariant(Qt::AlignVCenter | (IsNumberColumn(index.column()) ? Qt::AlignRight : Qt::AlignLeft));
+      return QVariant(AlignmentOf(index.column()));
     case Qt::FontRole: {
       QFont font = FontOfPixels(kTextPixels, false);
       font.setStrikeOut(!row.stands);
@@ -199,8 +203,7 @@ void ResultsWindow::Take(const Content& content) {
   const bool first = model_.rowCount() == 0;
   model_.Show(content.table);
   if (first) {
-    view_->resizeColumnsToContents();
-    view_->resizeRowsToContents();
+    FitColumns();
   }
   const QString name = QFileInfo(ToQString(file_)).fileName();
   QString text = contest_.eventName.empty() ? name : ToQString(contest_.eventName) + "  (" + name + ")";
@@ -212,6 +215,12 @@ void ResultsWindow::Take(const Content& content) {
   summary_->setText(text);
   summary_->setToolTip(ToQString(file_));
   if (again_) Read();
+}
+
+void ResultsWindow::FitColumns() {
+  view_->resizeColumnsToContents();
+  view_->resizeRowsToContents();
+  for (int i = 0; i < model_.columnCount(); ++i) view_->setColumnWidth(i, view_->columnWidth(i) + kColumnGap);
 }
 
 // The rows that are selected, or all, in the order in which they are shown.

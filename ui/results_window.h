@@ -66,6 +66,7 @@ class ResultsWindow : public QWidget {
   void Look();
   void Read();
   void Take(const Content& content);
+  void FitColumns();
   void SaveAs();
 
   Program& program_;

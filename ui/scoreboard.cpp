@@ -29,7 +29,9 @@ const QColor kFace(0xEE, 0xEE, 0xEE);
 // Shares of the picture's height and width.
 constexpr double kHead = 0.235;
 constexpr double kCaptions = 0.06;
-constexpr std::array kColumns = {0.13, 0.16, 0.13, 0.33, 0.25};
+constexpr std::array kColumns = {0.13, 0.15, 0.14, 0.32, 0.26};
+constexpr std::array kAligned = {Qt::AlignHCenter, Qt::AlignRight, Qt::AlignRight, Qt::AlignRight,
+                                 Qt::AlignLeft};
 constexpr std::array kColumnNames = {"Lane", "Laps", "Cuts", "Time", "Place"};
 
 QString PlaceText(const std::string& caption) {
@@ -134,7 +136,7 @@ void ScoreView::AddHead(std::vector<Cell>& cells) const {
                    .back = score_.clockBack,
                    .fore = ReadableOn(score_.clockBack, Qt::black),
                    .part = 0.92,
-                   .right = true});
+                   .align = Qt::AlignHCenter});
   const QRect row(0, head, width(), static_cast<int>(height() * (kHead + kCaptions)) - head);
   double from = 0;
   for (std::size_t i = 0; i < kColumns.size(); ++i) {
@@ -142,7 +144,7 @@ void ScoreView::AddHead(std::vector<Cell>& cells) const {
                      .text = QString::fromLatin1(kColumnNames[i]),
                      .back = kFace,
                      .part = 0.8,
-                     .right = i == 1 || i == 2 || i == 3});
+                     .align = kAligned[i]});
     from += kColumns[i];
   }
 }
@@ -151,7 +153,7 @@ void ScoreView::AddLane(std::vector<Cell>& cells, const Score::Lane& lane, const
   const std::array texts = {lane.name, lane.laps, lane.cuts, lane.time, lane.place};
   double from = 0;
   for (std::size_t i = 0; i < texts.size(); ++i) {
-    Cell cell{.rect = Part(row, from, from + kColumns[i]), .text = texts[i], .right = i >= 1 && i <= 3};
+    Cell cell{.rect = Part(row, from, from + kColumns[i]), .text = texts[i], .align = kAligned[i]};
     if (i == 0) {
       cell.back = lane.low;
       cell.second = lane.high;
@@ -175,9 +177,7 @@ void ScoreView::Paint(QPainter& painter, const Cell& cell) {
   const QFont font = FitFont(FontOfPixels(cell.rect.height() * cell.part, true), cell.text, inner.width(), 8);
   painter.setFont(font);
   painter.setPen(cell.fore);
-  painter.drawText(inner,
-                   Qt::AlignVCenter | Qt::TextSingleLine | (cell.right ? Qt::AlignRight : Qt::AlignLeft),
-                   cell.text);
+  painter.drawText(inner, Qt::AlignVCenter | Qt::TextSingleLine | cell.align, cell.text);
 }
 
 void ScoreView::paintEvent(QPaintEvent* event) {

@@ -52,7 +52,7 @@ class ScoreView : public QWidget {
     QColor fore = Qt::black;
     QColor second = {};  // lower half of a lane's marking
     double part = 0.86;  // of the height that the letters take
-    bool right = false;
+    Qt::AlignmentFlag align = Qt::AlignLeft;
 
     bool operator==(const Cell&) const = default;
   };
