@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "console/race_records.h"
-#include "console/results_formats.h"
 
 namespace quorvane {
 
@@ -24,10 +23,6 @@ class Book {
     Set(section, "Timestamp", "46347.375, 11/21/2026 9:00:00 AM");
     Set(section, "CurrentRace", std::to_string(race) + " (h=" + std::to_string(race) + ", r=1)");
     return Set(section, "RaceMode", std::to_string(mode) + ", as it was");
-  }
-  Book& Reflown(int race, int refly) {
-    return Set("Race" + std::to_string(race), "ReflyID",
-               std::to_string(refly) + " (index to refly entry for this race");
   }
   // A lane's log; entries are "1,4,L,TM,6000,0".
   Book& Lane(const std::string& section, int lane, const std::vector<std::string>& events) {
@@ -70,11 +65,6 @@ inline std::vector<std::string> Laps(int last, std::int32_t split) {
 inline std::vector<std::string> With(std::vector<std::string> events, const std::vector<std::string>& more) {
   events.insert(events.end(), more.begin(), more.end());
   return events;
-}
-
-// All that a record says, as a text to compare.
-inline std::string Told(const RaceRecord& race) {
-  return ResultsJson({race.eventName, race.projectFile, {race}});
 }
 
 }  // namespace quorvane

@@ -3,10 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
+#include <iterator>
 #include <sstream>
 
-#include "tests/support/console_rig.h"
+#include "tests/support/scratch_folder.h"
 #include "tools/results/results.h"
 
 namespace quorvane {
@@ -39,58 +39,38 @@ TEST(ResultsOptions, TellWhatIsWanted) {
 }
 
 TEST(ResultsOptions, ABadCommandLineIsOneLine) {
-  const std::vector<std::string> bad[] = {
-      {},
-      {"a.ini", "b.ini"},
-      {"--format", "xml", "a.ini"},
-      {"--format"},
-      {"a.ini", "-o"},
-      {"a.ini", "-o", ""},
-      {"--output=", "a.ini"},
-      {"--what", "a.ini"},
-      {"-x", "a.ini"},
-      {"--bom", "a.ini"},
-      {"--bom=1", "--format", "csv", "a.ini"},
-      {""},
-      {"--"},
-  };
-  for (const auto& arguments : bad) {
+  for (const char* line : {"", "a.ini b.ini", "--format xml a.ini", "--format", "a.ini -o", "--output= a.ini",
+                           "--what a.ini", "-x a.ini", "--bom a.ini", "--bom=1 --format csv a.ini", "--"}) {
+    std::istringstream words(line);
     std::string error;
-    EXPECT_FALSE(ParseResultsOptions(arguments, error));
-    EXPECT_FALSE(error.empty());
+    EXPECT_FALSE(ParseResultsOptions({std::istream_iterator<std::string>(words), {}}, error)) << line;
+    EXPECT_FALSE(error.empty()) << line;
     EXPECT_EQ(error.find('\n'), std::string::npos) << error;
   }
 }
 
-std::string Content(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  std::ostringstream text;
-  text << in.rdbuf();
-  return text.str();
-}
-
 TEST(ResultsFile, ReplacesAFileAndNothingElse) {
-  const TempFolder folder;
+  const ScratchFolder folder;
   const std::string project = folder / "cup.ini";
-  std::ofstream(project) << "[Current]\nTitle=Cup\n";
+  PutFile(project, "[Current]\nTitle=Cup\n");
   std::filesystem::create_symlink(project, folder / "link.html");
   std::filesystem::create_directory(folder / "folder");
   EXPECT_EQ(SaveResults(SystemFiles(), folder / "new.html", project, "one"), std::nullopt);
   EXPECT_EQ(SaveResults(SystemFiles(), folder / "new.html", project, "two"), std::nullopt);
-  EXPECT_EQ(Content(folder / "new.html"), "two");
+  EXPECT_EQ(FileBytes(folder / "new.html"), "two");
   for (const char* name : {"cup.ini", "link.html", "folder", "no/folder.html"}) {
     EXPECT_NE(SaveResults(SystemFiles(), folder / name, project, "x"), std::nullopt) << name;
   }
   EXPECT_NE(SaveResults(SystemFiles(), "/dev/null", project, "x"), std::nullopt);
-  EXPECT_EQ(Content(project), "[Current]\nTitle=Cup\n");
+  EXPECT_EQ(FileBytes(project), "[Current]\nTitle=Cup\n");
 }
 
 TEST(ResultsFile, AProjectThatCannotBeReadIsAnErrorAndAnyOtherFileAContest) {
-  const TempFolder folder;
+  const ScratchFolder folder;
   ContestRecord contest;
   EXPECT_TRUE(ReadProject(SystemFiles(), folder / "none.ini", contest));
-  EXPECT_TRUE(ReadProject(SystemFiles(), folder.Path(), contest));
-  std::ofstream(folder / "noise.ini", std::ios::binary) << std::string("\xFF\x00[Race1\x01]\n=\n[", 13);
+  EXPECT_TRUE(ReadProject(SystemFiles(), folder.path().string(), contest));
+  PutFile(folder / "noise.ini", std::string("\xFF\x00[Race1\x01]\n=\n[", 13));
   EXPECT_FALSE(ReadProject(SystemFiles(), folder / "noise.ini", contest));
   EXPECT_TRUE(contest.races.empty());
 }
