@@ -12,56 +12,43 @@ using Word = DialogAnswer::Word;
 
 class LinkControlTest : public LinkTest {
  protected:
-  LinkControlTest() { EnterLoad(); }
-
-  void TakeControl() {
-    Answer(Word::Yes);
+  void Tick(Word answer) {
+    Answer(answer);
     Click("chkSystemController");
+  }
+  void ExpectControl(bool controls, bool ticked) {
+    EXPECT_EQ(link.IsControllerMode(), ticked);
+    EXPECT_EQ(link.chkListen.Enabled(), !controls);
+    EXPECT_EQ(Saved("chkSystemController"), ticked ? "1" : "0");
   }
 };
 
 TEST_F(LinkControlTest, TakingControlAsksAndTellsTheStations) {
-  TakeControl();
-  ASSERT_EQ(platform.shown.size(), 1U);
-  const DialogBox& box = platform.shown[0].box;
-  EXPECT_EQ(box.kind, DialogKind::YesNo);
-  EXPECT_EQ(box.icon, DialogIcon::Exclamation);
-  EXPECT_EQ(box.title, "Enabling CONTROLLER mode");
-  EXPECT_EQ(box.text,
+  Tick(Word::Yes);
+  ExpectBox(DialogKind::YesNo, DialogIcon::Exclamation, "Enabling CONTROLLER mode",
             "Do you want to CONTROL the race equipment\rfrom this computer\r\r"
             "Confirm that you really want to do this.");
-  EXPECT_TRUE(link.IsControllerMode());
+  ExpectControl(true, true);
   EXPECT_EQ(race.raceEvents, std::vector<bool>{true});
-  EXPECT_FALSE(link.chkListen.Enabled());
   EXPECT_TRUE(race.chkSixtySecondCount.Enabled());
-  EXPECT_EQ(Saved("chkSystemController"), "1");
-
   Click("chkSystemController");
   EXPECT_EQ(platform.shown.size(), 1U);  // giving it up asks nothing
-  EXPECT_TRUE(link.chkListen.Enabled());
-  EXPECT_EQ(Saved("chkSystemController"), "0");
+  ExpectControl(false, false);
 }
 
 TEST_F(LinkControlTest, NoLeavesTheBoxTicked) {
-  Answer(Word::No);
-  Click("chkSystemController");
-  EXPECT_TRUE(link.IsControllerMode());
-  EXPECT_EQ(Saved("chkSystemController"), "1");
-  EXPECT_TRUE(link.chkListen.Enabled());
+  Tick(Word::No);
+  ExpectControl(false, true);
   EXPECT_TRUE(race.raceEvents.empty());
 }
 
 TEST_F(LinkControlTest, ASavedTickIsRestoredOnActivationAndAsksAgain) {
-  for (const char* saved : {"0", "2", "no"}) {
+  for (const char* saved : {"0", "2", "no", "1"}) {
     platform.settings.SaveSetting("frmSerialPort", "chkSystemController", saved);
+    Answer(Word::Yes);
     Activate();
-    EXPECT_FALSE(link.IsControllerMode()) << saved;
+    EXPECT_EQ(link.IsControllerMode(), std::string(saved) == "1") << saved;
   }
-  platform.settings.SaveSetting("frmSerialPort", "chkSystemController", "1");
-  Answer(Word::Yes);
-  Activate();
-  EXPECT_TRUE(link.IsControllerMode());
-  EXPECT_EQ(platform.shown.size(), 1U);
   Activate();  // the box does not change: nothing to ask
   EXPECT_EQ(platform.shown.size(), 1U);
 }
@@ -69,7 +56,7 @@ TEST_F(LinkControlTest, ASavedTickIsRestoredOnActivationAndAsksAgain) {
 TEST_F(LinkControlTest, AStarterOnTheAirWins) {
   Rx(Frame(6, 3));
   EXPECT_TRUE(platform.shown.empty());  // nothing to cancel
-  TakeControl();
+  Tick(Word::Yes);
   platform.shown.clear();
   bool handledBeforeBox = false;
   platform.whileOpen = [&](const DialogBox&) {
@@ -77,28 +64,20 @@ TEST_F(LinkControlTest, AStarterOnTheAirWins) {
     Rx(Frame(6, 3));  // reception goes on behind the box
   };
   Rx(Frame(6, 3) + Frame(6, 3));
-  ASSERT_EQ(platform.shown.size(), 1U);
-  const DialogBox& box = platform.shown[0].box;
-  EXPECT_EQ(box.kind, DialogKind::OkCancel);
-  EXPECT_EQ(box.icon, DialogIcon::Exclamation);
-  EXPECT_EQ(box.title, "Cancel CONTROLLER mode");
-  EXPECT_EQ(box.text, "CONTROLLER mode is cancelled\rbecause the STARTER was detected");
+  ExpectBox(DialogKind::OkCancel, DialogIcon::Exclamation, "Cancel CONTROLLER mode",
+            "CONTROLLER mode is cancelled\rbecause the STARTER was detected");
   EXPECT_TRUE(handledBeforeBox);
   EXPECT_EQ(race.frames.size(), 4U);
-  EXPECT_FALSE(link.IsControllerMode());
-  EXPECT_TRUE(link.chkListen.Enabled());
-  EXPECT_EQ(Saved("chkSystemController"), "0");
+  ExpectControl(false, false);
 }
 
 TEST_F(LinkControlTest, AStarterHeardWhileTheQuestionIsOpenWinsOverYes) {
   platform.whileOpen = [&](const DialogBox& box) {
     if (box.kind == DialogKind::YesNo) Rx(Frame(6, 3));
   };
-  TakeControl();
-  EXPECT_FALSE(link.IsControllerMode());
-  EXPECT_TRUE(link.chkListen.Enabled());
+  Tick(Word::Yes);
+  ExpectControl(false, false);
   EXPECT_TRUE(race.raceEvents.empty());
-  EXPECT_EQ(Saved("chkSystemController"), "0");
 }
 
 TEST_F(LinkControlTest, NothingIsSentWhileTheLinkIsOffOrOnlyListens) {
@@ -110,7 +89,6 @@ TEST_F(LinkControlTest, NothingIsSentWhileTheLinkIsOffOrOnlyListens) {
   link.SendMessage(6, 3);
   EXPECT_TRUE(serial.sent.empty());
   EXPECT_EQ(link.CurrentMessage(), before);
-  EXPECT_EQ(race.lblWriteComm.BackColor(), kButtonFace);
   RunUntil(2001);
   EXPECT_EQ(link.lblStation[0].ForeColor(), kRed);  // polled in vain
 
@@ -121,28 +99,9 @@ TEST_F(LinkControlTest, NothingIsSentWhileTheLinkIsOffOrOnlyListens) {
   EXPECT_EQ(serial.sent.size(), 1U);
 }
 
-class SentJournal : public Journal {
- public:
-  void Entered(std::int64_t, const Event&) override {}
-  void Answered(std::int64_t, const DialogBox&, const DialogAnswer&) override {}
-  void Sent(std::int64_t, const std::vector<std::uint8_t>& frame) override { sent.push_back(frame); }
-
-  std::vector<std::vector<std::uint8_t>> sent;
-};
-
-TEST_F(LinkControlTest, TheJournalHearsOfEveryFrameSent) {
-  SentJournal journal;
-  door.SetJournal(&journal);
-  RunUntil(6001);
-  EXPECT_EQ(serial.sent.size(), 3U);
-  EXPECT_EQ(journal.sent, serial.sent);
-  door.SetJournal(nullptr);
-}
-
 TEST_F(LinkControlTest, AFrameWithoutControlCarriesOnlyItsAddresses) {
   RunUntil(77);
   door.Enter({});
-  serial.sent.clear();
   link.SendMessage(2, 254);
   Bytes expected(36, 0);
   expected[0] = 0x55;
@@ -150,35 +109,31 @@ TEST_F(LinkControlTest, AFrameWithoutControlCarriesOnlyItsAddresses) {
   expected[2] = 0xFC;  // 2 ^ 254
   expected[4] = 2;
   expected[5] = 254;
-  ASSERT_EQ(serial.sent.size(), 1U);
-  EXPECT_EQ(serial.sent[0], expected);
+  EXPECT_EQ(serial.sent.back(), expected);
   EXPECT_EQ(link.CurrentMessage().Ecc, 0xFC);
   EXPECT_EQ(race.lblWriteComm.BackColor(), kGreen);
   EXPECT_EQ(race.lblWriteComm.Tag(), "77");
   EXPECT_EQ(race.lblReadComm.BackColor(), kButtonFace);
-  EXPECT_TRUE(link.tmrIndicators.Enabled());
 }
 
 TEST_F(LinkControlTest, AControllersFrameCarriesTheRace) {
-  TakeControl();
+  Tick(Word::Yes);
   race.laps = {1, 2, 3, 10};
   race.lit = {0, 5, 255, 1};
   race.cuts = {{{1, 0, 0, 0}, {0, 2, 0, 0}, {1, 3, 0, 1}, {0, 0, -1, 0}}};
   link.SendMessage(6, 3);
-  const Bytes expected = {0x55, 0xAA, 0x61,              // sync, check
-                          0x01, 0x06, 0x03,              // running, to the pylon box, as the starter
-                          0x00, 0x01, 0xD4, 0xC0,        // 120000 ms
-                          0x00,                          // turns
-                          0x01, 0x0C, 0x4D, 0x00,        // cuts
-                          0x00, 0x05, 0x06, 0x00,        // lanes 1 and 3 single, 2 and 3 double
-                          0x00, 0x00, 0x00, 0x00, 0x00,  // ages
-                          0x00, 0x05, 0xFF, 0x01, 0x05,  // lights, race mode
-                          0x01, 0x02, 0x03, 0x0A,        // laps
-                          0x00, 0x00, 0x00};
-  Bytes sent = serial.sent.back();
-  EXPECT_EQ(sent[2], testing_frames::Check(expected));
-  sent[2] = expected[2];
-  EXPECT_EQ(sent, expected);
+  Bytes expected = {0x55, 0xAA, 0,                 // sync, check
+                    0x01, 0x06, 0x03,              // running, to the pylon box, as the starter
+                    0x00, 0x01, 0xD4, 0xC0,        // 120000 ms
+                    0x00,                          // turns
+                    0x01, 0x0C, 0x4D, 0x00,        // cuts
+                    0x00, 0x05, 0x06, 0x00,        // lanes 1 and 3 single, 2 and 3 double
+                    0x00, 0x00, 0x00, 0x00, 0x00,  // ages
+                    0x00, 0x05, 0xFF, 0x01, 0x05,  // lights, race mode
+                    0x01, 0x02, 0x03, 0x0A,        // laps
+                    0x00, 0x00, 0x00};
+  expected[2] = testing_frames::Check(expected);
+  EXPECT_EQ(serial.sent.back(), expected);
 
   // Without control the bytes stay as they were last sent.
   Click("chkSystemController");
@@ -188,21 +143,21 @@ TEST_F(LinkControlTest, AControllersFrameCarriesTheRace) {
   EXPECT_EQ(serial.sent.back()[3], 1);
 
   // With it they are made anew, and no old cut stays behind.
-  Answer(Word::Yes);
-  Click("chkSystemController");
+  Tick(Word::Yes);
   race.cuts = {};
   link.SendMessage(6, 3);
-  EXPECT_EQ(serial.sent.back()[13], 0);
-  EXPECT_EQ(serial.sent.back()[16], 0);
+  EXPECT_EQ(Bytes(serial.sent.back().begin() + 11, serial.sent.back().begin() + 19), Bytes(8, 0));
   EXPECT_EQ(serial.sent.back()[29], 9);
 }
 
-TEST_F(LinkControlTest, AddressesThatAreNoByteAreAnError) {
+TEST_F(LinkControlTest, AddressesOutOfRangeAreErrors) {
   for (const std::int16_t bad : {std::int16_t{-1}, std::int16_t{256}}) {
     EXPECT_THROW(link.SendMessage(bad, 3), OverflowError);
     EXPECT_THROW(link.SendMessage(3, bad), OverflowError);
+    EXPECT_THROW(link.LastStationMessage(bad < 0 ? -1 : 17), SubscriptError);
   }
   EXPECT_TRUE(serial.sent.empty());
+  EXPECT_EQ(link.LastStationMessage(16).From, 0);
 }
 
 }  // namespace

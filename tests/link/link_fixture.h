@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -18,14 +17,9 @@ namespace quorvane {
 // A race that writes down what the link asks of it.
 class FakeRace : public Form, public LinkOwner {
  public:
-  explicit FakeRace(Forms& forms)
-      : Form(forms, "frmJudge"),
-        lblComm(Add(ControlKind::Label, "lblComm")),
-        lblReadComm(Add(ControlKind::Label, "lblReadComm")),
-        lblWriteComm(Add(ControlKind::Label, "lblWriteComm")),
-        lblSilent(Add(ControlKind::Label, "lblSilent")),
-        chkSixtySecondCount(Add(ControlKind::CheckBox, "chkSixtySecondCount")) {
+  explicit FakeRace(Forms& forms) : Form(forms, "frmJudge") {
     chkSixtySecondCount.SetEnabled(false);
+    lblSilent.SetVisible(false);
   }
 
   void ProcessMessage(const StationMessage& frame) override {
@@ -50,21 +44,20 @@ class FakeRace : public Form, public LinkOwner {
   Control& SixtySecondCountBox() override { return chkSixtySecondCount; }
   Control* SilenceLabel() override { return &lblSilent; }
 
-  Control& lblComm;
-  Control& lblReadComm;
-  Control& lblWriteComm;
-  Control& lblSilent;
-  Control& chkSixtySecondCount;
+  Control& lblComm = Add(ControlKind::Label, "lblComm");
+  Control& lblReadComm = Add(ControlKind::Label, "lblReadComm");
+  Control& lblWriteComm = Add(ControlKind::Label, "lblWriteComm");
+  Control& lblSilent = Add(ControlKind::Label, "lblSilent");
+  Control& chkSixtySecondCount = Add(ControlKind::CheckBox, "chkSixtySecondCount");
   std::vector<StationMessage> frames;
   std::function<void(const StationMessage&)> onFrame;
   std::vector<bool> raceEvents;
-  std::array<std::uint8_t, 4> laps = {};
-  std::array<std::uint8_t, 4> lit = {};
+  std::array<std::uint8_t, 4> laps = {}, lit = {};
   std::array<std::array<std::int16_t, 4>, 4> cuts = {};
 };
 
-// The link form between a fake race and a virtual serial port. Everything enters through the door, as in the
-// program.
+// The link form, loaded, between a fake race and a virtual serial port. Everything enters through the door,
+// as in the program.
 class LinkTest : public testing::Test, public DeviceEvents {
  protected:
   using Bytes = testing_frames::Bytes;
@@ -74,6 +67,7 @@ class LinkTest : public testing::Test, public DeviceEvents {
     serial.ports = {3, 5};
     platform.settings.SaveSetting("frmSerialPort", "CommPort", "5");
   }
+  void SetUp() override { EnterLoad(); }
 
   // DeviceEvents
   void Load() override {
@@ -85,51 +79,27 @@ class LinkTest : public testing::Test, public DeviceEvents {
   void PortsChanged(const std::vector<int>& ports) override { link.PortsChanged(ports); }
   void EventEnded() override {}
 
-  void Enter(EventKind kind, const std::string& target = {}, int number = 0) {
-    Event event;
-    event.kind = kind;
-    event.target = target;
-    event.number = number;
-    door.Enter(event);
-  }
-  void EnterLoad() { Enter(EventKind::Load); }
-  void Click(const std::string& control) { Enter(EventKind::Click, "frmSerialPort." + control); }
-  void Activate() { Enter(EventKind::Activate, "frmSerialPort"); }
-  void Line(int code) { Enter(EventKind::LineError, {}, code); }
-  void Rx(const Bytes& bytes) {
-    Event event;
-    event.kind = EventKind::Bytes;
-    event.bytes = bytes;
-    door.Enter(event);
-  }
+  void EnterLoad() { door.Enter({EventKind::Load}); }
+  void Click(const std::string& control) { door.Enter({EventKind::Click, "frmSerialPort." + control}); }
+  void Activate() { door.Enter({EventKind::Activate, "frmSerialPort"}); }
+  void Close() { door.Enter({EventKind::Close, "frmSerialPort"}); }
+  void Line(int code) { door.Enter({.kind = EventKind::LineError, .number = code}); }
+  void Rx(const Bytes& bytes) { door.Enter({.kind = EventKind::Bytes, .bytes = bytes}); }
   void Ports(const std::vector<int>& ports) {
     serial.ports = {ports.begin(), ports.end()};
-    Event event;
-    event.kind = EventKind::Ports;
-    event.numbers = ports;
-    door.Enter(event);
+    door.Enter({.kind = EventKind::Ports, .numbers = ports});
   }
   void RunUntil(std::int64_t ms) { platform.RunUntil(door, ms); }
   void Answer(DialogAnswer::Word word) { platform.answers.push_back({word, {}}); }
-
+  void ExpectBox(DialogKind kind, DialogIcon icon, const std::string& title, const std::string& text) {
+    ASSERT_EQ(platform.shown.size(), 1U);
+    const DialogBox& box = platform.shown[0].box;
+    EXPECT_EQ(std::pair(box.kind, box.icon), std::pair(kind, icon));
+    EXPECT_EQ(box.title, title);
+    EXPECT_EQ(box.text, text);
+  }
   std::string Saved(const std::string& key) {
     return platform.settings.GetSetting("frmSerialPort", key, "(none)");
-  }
-  std::string CommCaption() const { return race.lblComm.Caption(); }
-  int Ticked() const {  // the index of the chosen port, -1 when it is not exactly one
-    int index = -1;
-    for (int i = 0; i <= link.optPort.Upper(); ++i) {
-      if (link.optPort[i].Value() == 1) index = index == -1 ? i : -2;
-    }
-    return index;
-  }
-  // "None,COM3,COM5": the port buttons that can be seen.
-  std::string PortButtons() const {
-    std::string text;
-    for (const Control* button : link.optPort) {
-      if (button->Visible()) text += (text.empty() ? "" : ",") + button->Caption();
-    }
-    return text;
   }
 
   VirtualPlatform platform;

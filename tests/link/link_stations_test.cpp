@@ -7,8 +7,6 @@ using testing_frames::Frame;
 
 class LinkStationsTest : public LinkTest {
  protected:
-  LinkStationsTest() { EnterLoad(); }
-
   std::string Polled() const {  // the addressees of what was sent, all from the console
     std::string text;
     for (const Bytes& frame : serial.sent) text += frame[5] == 254 ? std::to_string(frame[4]) : "?";
@@ -16,40 +14,29 @@ class LinkStationsTest : public LinkTest {
   }
 };
 
-TEST_F(LinkStationsTest, RowsStartOffAndStayOffUntilHeard) {
-  state.RaceActive = true;
-  EXPECT_EQ(link.lblStation[7].Caption(), "Display");
-  EXPECT_EQ(link.lblStation[5].Caption(), "");
-  EXPECT_EQ(link.lblAge[0].Caption(), "Off");
-  RunUntil(2001);
-  EXPECT_EQ(link.lblAge[0].Caption(), "Off");
-  EXPECT_EQ(link.lblAge[0].ForeColor(), kRed);
-}
-
 TEST_F(LinkStationsTest, RawBytesAreShownAsVoltsAndDegrees) {
   const struct {
     int volt, temp;
     const char *volts, *degrees;
   } cases[] = {{128, 60, "9.4", "-0.9"},
                {13, 80, "", "89.2"},
-               {14, 0, "1.0", "-271.3"},
                {0, 255, "", "878.0"},
-               {255, 61, "18.8", "3.6"}};
+               {255, 61, "18.8", "3.6"},
+               {14, 0, "1.0", "-271.3"}};
   for (const auto& c : cases) {
     Rx(Frame(254, 3, {{34, c.temp}, {35, c.volt}}));
     EXPECT_EQ(link.lblVolt[3].Caption(), c.volts) << c.volt;
     EXPECT_EQ(link.lblTemp[3].Caption(), c.degrees) << c.temp;
+    EXPECT_EQ(link.lblVolt[3].ForeColor(), kButtonText) << "far below the starter's 12.0 V too";
   }
-}
-
-// 12.0 V is the starter's limit and the frame stays far below it.
-TEST_F(LinkStationsTest, ALowVoltageKeepsThePlainColour) {
-  Rx(Frame(254, 3, {{35, 30}}));
-  EXPECT_EQ(link.lblVolt[3].ForeColor(), kButtonText);
+  for (const int from : {8, 16, 254, 255}) Rx(Frame(1, from, {{35, 255}}));
+  for (const int row : {0, 1, 2, 4, 5, 6, 7}) EXPECT_EQ(link.lblAge[row].Tag(), "") << row;
 }
 
 TEST_F(LinkStationsTest, AgesCountUpInSecondsAndEndInOff) {
   state.RaceActive = true;
+  EXPECT_EQ(link.lblStation[7].Caption(), "Display");
+  EXPECT_EQ(link.lblStation[5].Caption(), "");
   platform.SetClock(123);
   Rx(Frame(254, 1, {{34, 80}, {35, 128}}));
   EXPECT_EQ(link.lblAge[1].Caption(), "0");
@@ -57,46 +44,30 @@ TEST_F(LinkStationsTest, AgesCountUpInSecondsAndEndInOff) {
   RunUntil(2001);
   EXPECT_EQ(link.lblAge[1].Caption(), "1.877");
   EXPECT_EQ(link.lblAge[1].ForeColor(), kButtonText);
-  RunUntil(30001);
-  EXPECT_EQ(link.lblAge[1].Caption(), "29.877");
-  EXPECT_EQ(link.lblTemp[1].Caption(), "89.2");
-  RunUntil(32001);
-  EXPECT_EQ(link.lblAge[1].Caption(), "Off");
+  EXPECT_EQ(link.lblAge[0].Caption(), "Off");  // never heard
+  EXPECT_EQ(link.lblAge[0].ForeColor(), kRed);
+  for (const bool over : {false, true}) {
+    platform.SetClock(over ? 30124 : 30123);
+    door.Enter({EventKind::Timer, "frmSerialPort.tmrAging"});
+    EXPECT_EQ(link.lblAge[1].Caption(), over ? "Off" : "30");
+    EXPECT_EQ(link.lblVolt[1].Caption(), over ? "" : "9.4");
+    EXPECT_EQ(link.lblTemp[1].Caption(), over ? "" : "89.2");
+  }
   EXPECT_EQ(link.lblAge[1].ForeColor(), kRed);
-  EXPECT_EQ(link.lblVolt[1].Caption(), "");
-  EXPECT_EQ(link.lblTemp[1].Caption(), "");
 }
 
-TEST_F(LinkStationsTest, ExactlyThirtySecondsAreStillShown) {
-  state.RaceActive = true;
-  platform.SetClock(1000);
-  Rx(Frame(254, 1));
-  platform.SetClock(31000);
-  Enter(EventKind::Timer, "frmSerialPort.tmrAging");
-  EXPECT_EQ(link.lblAge[1].Caption(), "30");
-  platform.SetClock(31001);
-  Enter(EventKind::Timer, "frmSerialPort.tmrAging");
-  EXPECT_EQ(link.lblAge[1].Caption(), "Off");
-}
-
-TEST_F(LinkStationsTest, StationsArePolledInTurnBetweenRaces) {
-  RunUntil(18001);
-  EXPECT_EQ(Polled(), "012345670");
-  EXPECT_EQ(race.lblWriteComm.BackColor(), kGreen);
-  EXPECT_EQ(race.lblReadComm.BackColor(), kButtonFace);
-  state.RaceActive = true;
-  RunUntil(30001);
-  EXPECT_EQ(serial.sent.size(), 9U);
-}
-
-TEST_F(LinkStationsTest, APolledStationIsRedUntilItAnswers) {
+TEST_F(LinkStationsTest, StationsArePolledInTurnBetweenRacesAndRedUntilTheyAnswer) {
   RunUntil(4001);
-  EXPECT_EQ(link.lblStation[0].ForeColor(), kRed);
   EXPECT_EQ(link.lblStation[1].ForeColor(), kRed);
   EXPECT_EQ(link.lblStation[2].ForeColor(), kButtonText);
   Rx(Frame(254, 1));
   EXPECT_EQ(link.lblStation[0].ForeColor(), kRed);
   EXPECT_EQ(link.lblStation[1].ForeColor(), kButtonText);
+  RunUntil(18001);
+  EXPECT_EQ(Polled(), "012345670");
+  state.RaceActive = true;
+  RunUntil(30001);
+  EXPECT_EQ(serial.sent.size(), 9U);
 }
 
 TEST_F(LinkStationsTest, ASelectedStationAloneIsPolled) {
@@ -113,11 +84,6 @@ TEST_F(LinkStationsTest, ASelectedStationAloneIsPolled) {
   EXPECT_FALSE(link.cmdStation.Visible());
   RunUntil(12001);
   EXPECT_EQ(Polled(), "016623");
-}
-
-TEST_F(LinkStationsTest, FramesFromTheConsoleOrAcknowledgementsMarkNoRow) {
-  for (const int from : {8, 16, 254, 255}) Rx(Frame(1, from, {{35, 255}}));
-  for (int i = 0; i < 8; ++i) EXPECT_EQ(link.lblAge[i].Tag(), "") << i;
 }
 
 }  // namespace
