@@ -12,48 +12,43 @@ namespace {
 
 namespace fs = std::filesystem;
 
+using Files = SystemFileOps;
+using Error = std::error_code;
+
 // The real file calls, one of which can be made to fail, or to be preceded by something that another program
 // does.
-class TroubledFiles : public SystemFileOps {
+class TroubledFiles : public Files {
  public:
   std::string failing;
   std::function<void()> before_rename;
   int replacements = 0;
 
-  std::error_code CreateTemp(const std::string& target, TempFile& temp) override {
-    return Fails("create") ? kFull : SystemFileOps::CreateTemp(target, temp);
+  Error CreateTemp(const std::string& target, TempFile& temp) override {
+    return failing == "create" ? kFull : Files::CreateTemp(target, temp);
   }
-  std::error_code KeepMode(const TempFile& temp, const std::string& target) override {
-    return Fails("mode") ? kFull : SystemFileOps::KeepMode(temp, target);
+  Error KeepMode(const TempFile& t, const std::string& to) override {
+    return Or("mode", Files::KeepMode(t, to));
   }
-  std::error_code Write(const TempFile& temp, std::string_view bytes) override {
-    const std::error_code error =
-        SystemFileOps::Write(temp, bytes.substr(0, bytes.size() / (Fails("write") ? 2 : 1)));
-    return Fails("write") ? kFull : error;
+  Error Write(const TempFile& temp, std::string_view bytes) override {
+    return Or("write", Files::Write(temp, bytes.substr(0, bytes.size() / (failing == "write" ? 2 : 1))));
   }
-  std::error_code Sync(const TempFile& temp) override {
-    return Fails("sync") ? kFull : SystemFileOps::Sync(temp);
-  }
-  std::error_code StampOf(const TempFile& temp, FileStamp& stamp) override {
-    return Fails("stamp") ? kFull : SystemFileOps::StampOf(temp, stamp);
-  }
-  std::error_code Close(TempFile& temp) override {
-    const std::error_code closed = SystemFileOps::Close(temp);
+  Error Sync(const TempFile& temp) override { return Or("sync", Files::Sync(temp)); }
+  Error StampOf(const TempFile& temp, FileStamp& s) override { return Or("stamp", Files::StampOf(temp, s)); }
+  Error Close(TempFile& temp) override {
+    const Error closed = Files::Close(temp);
     if (before_rename) before_rename();
-    return Fails("close") ? kFull : closed;
+    return Or("close", closed);
   }
-  std::error_code Rename(const std::string& from, const std::string& to) override {
-    if (Fails("rename")) return kFull;
+  Error Rename(const std::string& from, const std::string& to) override {
+    if (failing == "rename") return kFull;
     ++replacements;
-    return SystemFileOps::Rename(from, to);
+    return Files::Rename(from, to);
   }
-  std::error_code SyncFolder(const std::string& target) override {
-    return Fails("sync folder") ? kFull : SystemFileOps::SyncFolder(target);
-  }
+  Error SyncFolder(const std::string& to) override { return Or("sync folder", Files::SyncFolder(to)); }
 
  private:
-  const std::error_code kFull = std::make_error_code(std::errc::no_space_on_device);
-  bool Fails(const char* step) const { return failing == step; }
+  const Error kFull = std::make_error_code(std::errc::no_space_on_device);
+  Error Or(const char* step, Error done) const { return failing == step ? kFull : done; }
 };
 
 class ProjectStoreTest : public testing::Test {

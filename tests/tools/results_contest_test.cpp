@@ -1,13 +1,10 @@
-// Contests flown on the console by the simulated field: what the records say of them.
+// What the records say of the race on the console.
 
 #include <gtest/gtest.h>
-
-#include <algorithm>
 
 #include "console/race_records.h"
 #include "console/results_formats.h"
 #include "tests/support/console_rig.h"
-#include "tools/field/field.h"
 #include "tools/results/results.h"
 
 namespace quorvane {
@@ -22,49 +19,6 @@ RaceRecord OnConsole(ConsoleRig& rig) {
 std::string Told(const RaceRecord& race) {
   return ResultsJson({race.eventName, race.projectFile, {race}});
 }
-
-class FlownContest : public testing::TestWithParam<int> {};
-
-TEST_P(FlownContest, IsToldAsItWasFlown) {
-  ConsoleRig rig(true);
-  rig.Load();
-  field::FieldOptions options;
-  options.mode = GetParam();
-  options.heats = 4;
-  options.seed = static_cast<std::uint32_t>(70 + GetParam());
-  field::Field field(options);
-  rig.serial.onSent = [&](const auto& bytes) { field.Receive(bytes, rig.platform.ClockMs()); };
-  field.BeginHeats(0);
-  std::vector<field::HeatResult> flown;
-  while (!field.Done()) {
-    rig.At(std::max(field.NextDue(), rig.platform.ClockMs() + 1));
-    for (const auto& chunk : field.AdvanceTo(rig.platform.ClockMs())) {
-      rig.program.door().Enter({.kind = EventKind::Bytes, .bytes = chunk.bytes});
-    }
-    for (auto& heat : field.TakeResults()) flown.push_back(std::move(heat));
-  }
-  ContestRecord contest;
-  ASSERT_FALSE(ReadProject(SystemFiles(), rig.file, contest));
-  ASSERT_EQ(contest.races.size(), flown.size());
-  for (std::size_t i = 0; i < flown.size(); ++i) {
-    EXPECT_EQ(contest.races[i].mode, GetParam());
-    EXPECT_EQ(contest.races[i].heat, static_cast<int>(i) + 1);
-    for (const auto& expected : flown[i].lanes) {
-      SCOPED_TRACE("heat " + std::to_string(i + 1) + " lane " + std::to_string(expected.lane));
-      const LaneRecord& lane = contest.races[i].lanes[static_cast<std::size_t>(expected.lane - 1)];
-      EXPECT_EQ(lane.lapTarget, expected.target);
-      EXPECT_EQ(lane.laps.size(), expected.expected.size());
-      EXPECT_EQ(lane.cuts.size(), expected.cuts.size());
-      ASSERT_EQ(HasResult(lane), expected.final_time < field::kNoResult);
-      if (!HasResult(lane)) continue;
-      EXPECT_NEAR(lane.final, expected.final_time, 3);
-      EXPECT_EQ(lane.placing, expected.place);
-      EXPECT_TRUE(FlownLaps(lane).back().finishing);
-    }
-  }
-}
-
-INSTANTIATE_TEST_SUITE_P(Modes, FlownContest, testing::Values(2, 5));
 
 // A heat flown by hand: lane 2 a novice, lane 1 with a cut, the others on the ground.
 void FlyByHand(ConsoleRig& rig) {

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <iterator>
 #include <sstream>
+#include <tuple>
 
 #include "tests/support/scratch_folder.h"
 #include "tools/results/results.h"
@@ -12,38 +13,35 @@
 namespace quorvane {
 namespace {
 
+std::optional<ResultsOptions> Parse(const std::string& line, std::string& error) {
+  std::istringstream words(line);
+  return ParseResultsOptions({std::istream_iterator<std::string>(words), {}}, error);
+}
+
 TEST(ResultsOptions, TellWhatIsWanted) {
-  struct Case {
-    std::vector<std::string> arguments;
-    ResultsFormat format;
-    bool mark;
-    std::string output;
-    std::string project;
+  using enum ResultsFormat;
+  const std::tuple<std::string, ResultsFormat, bool, std::string, std::string> cases[] = {
+      {"a.ini", Text, false, "", "a.ini"},
+      {"--format csv --bom a.ini -o b.csv", Csv, true, "b.csv", "a.ini"},
+      {"--format=html --output=b.html a.ini", Html, false, "b.html", "a.ini"},
+      {"--output -- -- -a.ini", Text, false, "--", "-a.ini"},
+      {"a.ini --format text --format json", Json, false, "", "a.ini"},
   };
-  const Case cases[] = {
-      {{"a.ini"}, ResultsFormat::Text, false, "", "a.ini"},
-      {{"--format", "csv", "--bom", "a.ini", "-o", "b.csv"}, ResultsFormat::Csv, true, "b.csv", "a.ini"},
-      {{"--format=html", "--output=b.html", "a.ini"}, ResultsFormat::Html, false, "b.html", "a.ini"},
-      {{"--output", "--", "--", "-a.ini"}, ResultsFormat::Text, false, "--", "-a.ini"},
-      {{"a.ini", "--format", "text", "--format", "json"}, ResultsFormat::Json, false, "", "a.ini"},
-  };
-  for (const Case& c : cases) {
+  for (const auto& [line, format, mark, output, project] : cases) {
     std::string error;
-    const auto options = ParseResultsOptions(c.arguments, error);
+    const auto options = Parse(line, error);
     ASSERT_TRUE(options) << error;
-    EXPECT_EQ(options->format, c.format);
-    EXPECT_EQ(options->byteOrderMark, c.mark);
-    EXPECT_EQ(options->output, c.output);
-    EXPECT_EQ(options->project, c.project);
+    EXPECT_EQ(std::tie(options->format, options->byteOrderMark, options->output, options->project),
+              std::tie(format, mark, output, project))
+        << line;
   }
 }
 
 TEST(ResultsOptions, ABadCommandLineIsOneLine) {
   for (const char* line : {"", "a.ini b.ini", "--format xml a.ini", "--format", "a.ini -o", "--output= a.ini",
                            "--what a.ini", "-x a.ini", "--bom a.ini", "--bom=1 --format csv a.ini", "--"}) {
-    std::istringstream words(line);
     std::string error;
-    EXPECT_FALSE(ParseResultsOptions({std::istream_iterator<std::string>(words), {}}, error)) << line;
+    EXPECT_FALSE(Parse(line, error)) << line;
     EXPECT_FALSE(error.empty()) << line;
     EXPECT_EQ(error.find('\n'), std::string::npos) << error;
   }

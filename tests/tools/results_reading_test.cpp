@@ -86,46 +86,33 @@ TEST(Reading, TheDateIsTheOneThatWasSaved) {
 }
 
 TEST(Reading, ALanesResultIsReplayedFromItsLog) {
-  struct Case {
-    const char* name;
-    int mode;
-    std::vector<std::string> events;
-    std::int32_t final;
-    int target;
-    int laps;
-    std::string fastest;  // number and split
-  };
   const std::vector<std::string> ten = Laps(10, 7000);
-  const std::vector<std::string> free = {Lap(1, 9000), Lap(2, 9000), Lap(3, 15000)};
-  const std::vector<std::string> noise = {"L", "", "1,4,L,TM,x", "300,4,L,TM,5,0", "1,4,L,TM,99999999999,0"};
-  const Case cases[] = {
-      {"ten laps", 2, ten, 70000, 10, 10, "1 7000"},
-      {"a cut costs a lap", 2, With({Cut(0, 1, 3000)}, Laps(11, 7000)), 77000, 11, 11, "1 7000"},
-      {"a cut and ten laps", 2, With({Cut(0, 1, 3000)}, ten), 1000000, 11, 10, "1 7000"},
-      {"two cuts", 2, With({Cut(0, 1, 3000), Cut(0, 2, 4000)}, Laps(11, 7000)), 1000000, 11, 11, "1 7000"},
-      {"a cut after the finish", 2, With(ten, {Cut(10, 1, 71000)}), 70000, 10, 10, "1 7000"},
-      {"a lap after the finish is not listed", 2, With(ten, {Lap(11, 70500)}), 70000, 10, 10, "1 7000"},
-      {"FAI, one cut", 4, With({Cut(0, 1, 3000)}, ten), 70000, 10, 10, "1 7000"},
-      {"FAI, two cuts", 4, With({Cut(0, 1, 3000), Cut(0, 1, 4000)}, ten), 1000000, 10, 10, "1 7000"},
-      {"a cut withdrawn", 2, With({"0,0,-C,P1,3500,3000"}, ten), 70000, 10, 10, "1 7000"},
-      {"a novice's free lap is no lap", 2, free, 1000000, 10, 2, "2 6000"},
-      {"nobody flew", 2, {}, 1000000, 10, 0, ""},
-      {"laps out of order", 2, {Lap(2, 15000), Lap(1, 9000)}, 1000000, 10, 2, "2 6000"},
-      {"a lap is missing", 2, {Lap(1, 9000), Lap(3, 21000)}, 1000000, 10, 2, "1 9000"},
-      {"time runs backwards", 2, {Lap(1, 9000), Lap(2, -2000000000)}, 1000000, 10, 2, "1 9000"},
-      {"no entry at all", 2, noise, 1000000, 10, 0, ""},
+  const std::tuple<int, std::vector<std::string>, std::int32_t, int, std::size_t, std::string> cases[] = {
+      // Mode, log, final time, lap target, laps flown, number and split of the fastest.
+      {2, ten, 70000, 10, 10, "1 7000"},
+      {2, With({Cut(0, 1, 3000)}, Laps(11, 7000)), 77000, 11, 11, "1 7000"},
+      {2, With({Cut(0, 1, 3000)}, ten), 1000000, 11, 10, "1 7000"},
+      {2, With({Cut(0, 1, 3000), Cut(0, 2, 4000)}, Laps(11, 7000)), 1000000, 11, 11, "1 7000"},
+      {2, With(ten, {Cut(10, 1, 71000), Lap(11, 71500)}), 70000, 10, 10, "1 7000"},
+      {4, With({Cut(0, 1, 3000)}, ten), 70000, 10, 10, "1 7000"},  // FAI
+      {4, With({Cut(0, 1, 3000), Cut(0, 1, 4000)}, ten), 1000000, 10, 10, "1 7000"},
+      {2, With({"0,0,-C,P1,3500,3000"}, ten), 70000, 10, 10, "1 7000"},            // withdrawn
+      {2, {Lap(1, 9000), Lap(2, 9000), Lap(3, 15000)}, 1000000, 10, 2, "2 6000"},  // a novice's free lap
+      {2, {Lap(2, 15000), Lap(1, 9000)}, 1000000, 10, 2, "2 6000"},
+      {2, {Lap(1, 9000), Lap(3, 21000)}, 1000000, 10, 2, "1 9000"},
+      {2, {Lap(1, 9000), Lap(2, -2000000000)}, 1000000, 10, 2, "1 9000"},
+      {2, {"L", "", "1,4,L,TM,x", "300,4,L,TM,5,0", "1,4,L,TM,99999999999,0"}, 1000000, 10, 0, ""},
   };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.name);
+  for (const auto& [mode, events, final, target, laps, fastest] : cases) {
+    SCOPED_TRACE(testing::PrintToString(events));
     Book book;
-    book.Flight("Race1", 1, c.mode).Lane("Race1", 2, c.events);
+    book.Flight("Race1", 1, mode).Lane("Race1", 2, events);
     const LaneRecord lane = ReadRace(book.Source(), 1).lanes[1];
-    EXPECT_EQ(lane.final, c.final);
-    EXPECT_EQ(lane.lapTarget, c.target);
-    EXPECT_EQ(FlownLaps(lane).size(), static_cast<std::size_t>(c.laps));
-    const auto fastest = FastestLap(lane);
-    EXPECT_EQ(fastest ? std::to_string(fastest->number) + " " + std::to_string(*fastest->split) : "",
-              c.fastest);
+    EXPECT_EQ(lane.final, final);
+    EXPECT_EQ(lane.lapTarget, target);
+    EXPECT_EQ(FlownLaps(lane).size(), laps);
+    const auto best = FastestLap(lane);
+    EXPECT_EQ(best ? std::to_string(best->number) + " " + std::to_string(*best->split) : "", fastest);
   }
 }
 
