@@ -28,8 +28,7 @@ inline LaneRecord FlownLane(int number, int laps, int target = 10) {
 inline LaneRecord NoviceLane(int number) {
   LaneRecord lane = FlownLane(number, 10);
   lane.novice = true;
-  lane.laps[0].credited = true;
-  lane.laps[0].time = lane.laps[1].time;
+  lane.laps[0] = {1, lane.laps[1].time, true, false};
   return lane;
 }
 
@@ -49,16 +48,22 @@ inline RaceRecord FlownRace() {
   return race;
 }
 
+inline RaceRecord OneLane(const LaneRecord& lane) {
+  RaceRecord race = FlownRace();
+  for (LaneRecord& other : race.lanes) other.flies = false;
+  race.lanes[0] = lane;
+  return race;
+}
+
 inline RaceRecord UnflownRace(int mode = 2) {
   RaceRecord race = FlownRace();
   race.hasRun = false;
   race.mode = mode;
   race.comments.clear();
   for (LaneRecord& lane : race.lanes) {
-    LaneRecord blank;
-    blank.lane = lane.lane;
-    blank.name = lane.name;
-    lane = blank;
+    const LaneRecord flown = std::exchange(lane, {});
+    lane.lane = flown.lane;
+    lane.name = flown.name;
   }
   if (mode >= 4) race.lanes[3].flies = false;
   return race;
