@@ -72,7 +72,7 @@ TEST_F(ProjectStoreTest, AGroupIsOneReplacementAndNoChangeIsNone) {
   {
     WriteGroup outer(store_);
     store_.Write("a", "k", "1");
-    WriteGroup inner(store_);
+    { const WriteGroup inner(store_); }
     store_.Write("a", "j", "2");
     EXPECT_EQ(store_.Read("a", "j", ""), "2");
   }

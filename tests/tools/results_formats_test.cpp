@@ -94,18 +94,6 @@ TEST(Formats, NoTextBecomesAFormula) {
   for (const char* text : {"First", "", "1-1"}) EXPECT_EQ(WithoutFormula(text), text);
 }
 
-TEST(Formats, HtmlShowsTypedTextsAsTexts) {
-  Book book;
-  book.Set("Current", "Title", "</title><script>alert('x')</script>");
-  book.Flight("Race1", 1).Set("Race1", "Comments", "<b>&amp;\"").Set("Race1", "RaceMode", "9, <i>");
-  book.Placed("Race1", 1, "<img src=x onerror=y>").Lane("Race1", 1, {"0,254,C,<hr>,5000,0"});
-  const std::string html = ResultsHtml(book.Contest(), "");
-  for (const char* tag : {"<script", "<b>", "<i>", "<img", "<hr>"}) {
-    EXPECT_EQ(html.find(tag), std::string::npos) << tag;
-  }
-  EXPECT_NE(html.find("&lt;b&gt;&amp;amp;&quot;"), std::string::npos);
-}
-
 // A contest of what is too long or too much for any page.
 ContestRecord Endless() {
   std::string word = "\x1B[31m";
