@@ -52,18 +52,6 @@ TEST(FrameReceiver, FindsAndLosesFramesLikeThis) {
   }
 }
 
-TEST(FrameReceiver, AFreshPortMayStartInTheMiddleOfAFrameUntold) {
-  FrameReceiver receiver;
-  RecordingSink sink;
-  receiver.PortOpened();
-  receiver.Receive(Bytes(36, 9), sink);
-  EXPECT_FALSE(receiver.PortJustOpened());
-  receiver.Receive(Bytes(36, 0), sink);  // owed
-  EXPECT_TRUE(sink.found.empty());
-  receiver.Receive(Bytes(36, 9), sink);
-  EXPECT_EQ(sink.found, std::vector<std::string>{"unexpected 09 09"});
-}
-
 // Frames, noise, cut frames and single bits turned over: what a bad radio delivers.
 TEST(FrameReceiver, FindsInAnyChunkingWhatThePlainAlgorithmFinds) {
   const unsigned streams = std::getenv("QUORVANE_LONG") != nullptr ? 10000 : 200;
