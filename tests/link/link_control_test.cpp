@@ -103,14 +103,8 @@ TEST_F(LinkControlTest, AFrameWithoutControlCarriesOnlyItsAddresses) {
   RunUntil(77);
   door.Enter({});
   link.SendMessage(2, 254);
-  Bytes expected(36, 0);
-  expected[0] = 0x55;
-  expected[1] = 0xAA;
-  expected[2] = 0xFC;  // 2 ^ 254
-  expected[4] = 2;
-  expected[5] = 254;
-  EXPECT_EQ(serial.sent.back(), expected);
-  EXPECT_EQ(link.CurrentMessage().Ecc, 0xFC);
+  EXPECT_EQ(serial.sent.back(), Frame(2, 254));
+  EXPECT_EQ(link.CurrentMessage().Ecc, 0xFC);  // 2 ^ 254
   EXPECT_EQ(race.lblWriteComm.BackColor(), kGreen);
   EXPECT_EQ(race.lblWriteComm.Tag(), "77");
   EXPECT_EQ(race.lblReadComm.BackColor(), kButtonFace);

@@ -98,18 +98,6 @@ TEST_F(LinkReceiveTest, AFrameIsHandledFromItsOwnCopy) {
   EXPECT_EQ(link.lblAge[4].Caption(), "Off");
 }
 
-// A box inside the handling of a frame: the bytes that come meanwhile wait for it, and keep their order.
-TEST_F(LinkReceiveTest, BytesBehindABoxAreReadByTheOuterLoop) {
-  race.onFrame = [&](const StationMessage& frame) {
-    if (frame.From != 1) return;
-    door.Ask({DialogKind::Ok, "", ""});
-    EXPECT_EQ(Senders(), "1");
-  };
-  platform.whileOpen = [&](const DialogBox&) { Rx(Frame(254, 2)); };
-  Rx(Frame(254, 1) + Frame(254, 0));
-  EXPECT_EQ(Senders(), "102");
-}
-
 TEST_F(LinkReceiveTest, TheMessageLineIsClearedEvenUnderSteadyNoise) {
   for (int ms = 0; ms < 2000; ms += 100) {
     RunUntil(ms);
