@@ -138,34 +138,33 @@ TEST_F(DoorTest, InsideABoxEventsAreNotInterruptedAndPostedActionsWait) {
 }
 
 TEST_F(DoorTest, TimersFireInOrderAndAreArmedAnewBeforeTheyRun) {
-  desk.tmr.SetInterval(100);
-  desk.tmrOther.SetInterval(100);
-  desk.tmrOther.SetEnabled(true);
-  desk.tmr.SetEnabled(true);
-  desk.tmrOther.onTimer = [&] { order += "o"; };
-  desk.tmr.onTimer = [&] { order += "t"; };
-  platform.RunUntil(door, 100);
-  EXPECT_EQ(order, "");
-  platform.RunUntil(door, 101);
-  EXPECT_EQ(order, "ot");
+  const auto runs = [&](std::int64_t ms) {
+    platform.RunUntil(door, ms);
+    return order;
+  };
+  for (Control* timer : {&desk.tmrOther, &desk.tmr}) {
+    timer->SetInterval(100);
+    timer->SetEnabled(true);
+    timer->onTimer = [this, timer] { order += timer == &desk.tmr ? "t" : "o"; };
+  }
+  EXPECT_EQ(runs(100), "");
+  EXPECT_EQ(runs(101), "ot");
   desk.tmr.SetInterval(100);  // the same: not armed anew
   desk.tmr.SetEnabled(true);
-  platform.RunUntil(door, 201);
-  EXPECT_EQ(order, "otot");
-  desk.tmr.onTimer = [&] {
-    order += "t";
-    desk.tmr.SetEnabled(false);
-  };
+  EXPECT_EQ(runs(201), "otot");
   desk.tmrOther.SetInterval(0);
-  platform.RunUntil(door, 2000);
-  EXPECT_EQ(order, "otott");
-  desk.tmr.SetEnabled(true);
   desk.cmd.onClick = [&] {
     door.FireTimer(desk.tmr);  // waits, and is stopped meanwhile
     desk.tmr.SetEnabled(false);
   };
   Click("frmDesk.cmd");
-  EXPECT_EQ(order, "otott");
+  EXPECT_EQ(runs(2000), "otot");
+  desk.tmr.onTimer = [&] {
+    order += "t";
+    desk.tmr.SetEnabled(false);
+  };
+  desk.tmr.SetEnabled(true);
+  EXPECT_EQ(runs(4000), "otott");
 }
 
 TEST_F(DoorTest, BoxesAndListsTellOnlyRealChanges) {
