@@ -33,6 +33,8 @@ class frmJudge : public Form, private LaneOwner, private LinkOwner {
   void SetPrinter(HeatPrinter* printer) { printer_ = printer; }
   // The project named on the command line; opened at start-up without asking.
   void SetStartupProject(std::string path) { startupProject_ = std::move(path); }
+  // The project that is opened, or asked about, at start-up.
+  std::string ProjectAtStart() const;
   LinkOwner& ForLink() { return *this; }
   frmLane& Lane(int index) { return *Element(lanes_, index); }  // 0..3
   const frmLane& Lane(int index) const { return *Element(lanes_, index); }

@@ -45,14 +45,18 @@ bool frmJudge::ChooseProject(bool atStart) {
   return true;
 }
 
+std::string frmJudge::ProjectAtStart() const {
+  if (!startupProject_.empty()) return startupProject_;
+  return door_.System().Settings().GetSetting("DiskFile", "FileName", DefaultFolder() + TodaysProjectName());
+}
+
 bool frmJudge::OpenAtStart() {
   if (!startupProject_.empty()) {
     race_.ProjectFile = startupProject_;
     MakeFolderPath(ParentFolder(startupProject_));
     return project_.Open(startupProject_) || AskOtherThan(startupProject_, true);
   }
-  const std::string file =
-      door_.System().Settings().GetSetting("DiskFile", "FileName", DefaultFolder() + TodaysProjectName());
+  const std::string file = ProjectAtStart();
   race_.ProjectFile = file;
   if (FileExists(file)) {
     const std::string title = project_.ReadProfileString("Current", "Title", "", file);

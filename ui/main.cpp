@@ -69,7 +69,7 @@ int Run(const CommandLine& line) {
   const std::vector<int> ports = serial.Ports();
   recording.Begin({.settings = settings.All(),
                    .ports = ports,
-                   .project = AbsolutePath(line.project),
+                   .projectUnasked = !line.project.empty(),
                    .journal = AbsolutePath(line.journal)});
   QTimer::singleShot(0, [&program] {
     quorvane::Event load;

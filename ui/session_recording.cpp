@@ -9,8 +9,6 @@
 namespace quorvane {
 namespace {
 
-constexpr const char* kOpenProject[] = {"DiskFile", "FileName"};  // in the settings store
-
 std::filesystem::path PathOf(const std::string& utf8) {
   return {std::u8string(utf8.begin(), utf8.end())};
 }
@@ -38,11 +36,8 @@ void SessionRecording::Begin(const Options& options) {
   // The console of the replay must find the menu as this one does.
   if (!options.journal.empty()) start.settings.push_back({"frmJudge", "RecordSession", "True"});
   start.ports = options.ports;
-  start.project = options.project;
-  start.projectUnasked = !options.project.empty();
-  if (start.project.empty()) {
-    start.project = program_.door().System().Settings().GetSetting(kOpenProject[0], kOpenProject[1], "");
-  }
+  start.project = program_.judge().ProjectAtStart();
+  start.projectUnasked = options.projectUnasked;
   recorder_.Begin(start);
   program_.door().SetJournal(&recorder_);
   begun_ = true;

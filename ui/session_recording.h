@@ -18,8 +18,8 @@ class SessionRecording {
   struct Options {
     std::vector<SessionStart::Setting> settings = {};  // the whole settings store
     std::vector<int> ports = {};                       // the serial ports that exist
-    std::string project = {};  // of the command line; empty: the one of last time is asked about
-    std::string journal = {};  // of the command line; empty: as the menu says
+    bool projectUnasked = false;                       // it was named on the command line
+    std::string journal = {};                          // of the command line; empty: as the menu says
   };
 
   SessionRecording(Program& program, ProgramWindows& windows) : program_(program), windows_(windows) {}

@@ -34,7 +34,7 @@ class RecordingTest : public testing::Test {
 
   void Begin(const std::string& journal) {
     const std::vector<int> ports = serial.Ports();
-    recording.Begin({.settings = settings.All(), .ports = ports, .project = project, .journal = journal});
+    recording.Begin({.settings = settings.All(), .ports = ports, .projectUnasked = true, .journal = journal});
     program.door().Enter({.kind = EventKind::Load});
   }
   void Click(const std::string& control) {
