@@ -1,0 +1,144 @@
+#include "ui/paper.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QImage>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <cmath>
+#include <map>
+
+#include "print/heat_report.h"
+#include "tests/print/races.h"
+#include "tests/ui/ui_fixture.h"
+#include "ui/print_command.h"
+#include "ui/qt_surface.h"
+
+namespace quorvane {
+namespace {
+
+const Imprint kImprint{"Quorvane 1.2.3", {2026, 11, 21, 17, 5, 0}};
+
+// The words of a page and where they stand, as shares of its width and height, taken from a PDF.
+struct PdfPage {
+  double width = 0;
+  double height = 0;
+  std::multimap<std::string, Box> words;
+};
+
+std::vector<PdfPage> ReadPdf(const QString& path) {
+  QProcess reader;
+  reader.start("pdftotext", {"-bbox", path, "-"});
+  reader.waitForFinished();
+  static const QRegularExpression line(
+      "<page width=\"([0-9.]+)\" height=\"([0-9.]+)\">|<word xMin=\"([0-9.-]+)\" yMin=\"([0-9.-]+)\" "
+      "xMax=\"([0-9.-]+)\" yMax=\"([0-9.-]+)\">([^<]*)</word>");
+  std::vector<PdfPage> pages;
+  auto found = line.globalMatch(QString::fromUtf8(reader.readAllStandardOutput()));
+  while (found.hasNext()) {
+    const auto match = found.next();
+    const auto number = [&](int group) { return match.captured(group).toDouble(); };
+    if (!match.captured(1).isEmpty()) {
+      pages.push_back({number(1), number(2), {}});
+      continue;
+    }
+    PdfPage& page = pages.back();
+    page.words.emplace(match.captured(7).toStdString(),
+                       Box{number(3) / page.width, number(4) / page.height,
+                           (number(5) - number(3)) / page.width, (number(6) - number(4)) / page.height});
+  }
+  return pages;
+}
+
+class PaperTest : public testing::Test {
+ protected:
+  QString Path(const char* name) const { return folder.filePath(name); }
+  void SetUp() override {
+    QProcess probe;
+    probe.start("pdftotext", {"-v"});
+    if (!probe.waitForFinished()) GTEST_SKIP() << "needs pdftotext (poppler-utils)";
+  }
+  QTemporaryDir folder;
+};
+
+TEST_F(PaperTest, APdfHasAPageARaceWithTheSameWordsInTheSamePlacesOnAnyPaper) {
+  std::vector<RaceRecord> races = {FlownRace(), FlownRace()};
+  races[1].number = 77;
+  EXPECT_EQ(WritePdf(Path("a4.pdf"), Paper::A4, races, kImprint), QString());
+  EXPECT_EQ(WritePdf(Path("letter.pdf"), Paper::Letter, races, kImprint), QString());
+  const auto a4 = ReadPdf(Path("a4.pdf"));
+  const auto letter = ReadPdf(Path("letter.pdf"));
+  ASSERT_EQ(a4.size(), 2U);
+  ASSERT_EQ(letter.size(), 2U);
+  EXPECT_NEAR(a4[0].width, 595, 1);
+  EXPECT_NEAR(letter[0].width, 612, 1);
+  EXPECT_NEAR(letter[0].height, 792, 1);
+  EXPECT_EQ(a4[1].words.count("77"), 1U);
+  ASSERT_EQ(a4[0].words.size(), letter[0].words.size());
+  for (const auto& [word, box] : a4[0].words) {
+    EXPECT_GE(letter[0].words.count(word), 1U) << word;
+    EXPECT_GT(box.left, 0.045) << word;
+    EXPECT_LT(box.Right(), 0.955) << word;
+    EXPECT_GT(box.top, 0.02) << word;
+    EXPECT_LT(box.Bottom(), 0.98) << word;
+  }
+  // Columns stand at the same shares of the width.
+  EXPECT_NEAR(a4[0].words.find("Caller")->second.left, letter[0].words.find("Caller")->second.left, 0.002);
+}
+
+// What is measured is what is drawn, whatever the device's dots are.
+TEST_F(PaperTest, TheSameReportFillsAPictureOfAnySizeAlike) {
+  const RaceRecord race = FlownRace();
+  std::vector<double> dark;
+  for (const int width : {400, 800, 1600}) {
+    QImage picture(width, width * 297 / 210, QImage::Format_RGB32);
+    picture.fill(Qt::white);
+    QPainter painter(&picture);
+    QtSurface surface(painter, {-3, 7, 210, 297}, QRectF(picture.rect()));
+    EXPECT_NEAR(surface.TextWidth("Second", {5, true}) / surface.TextWidth("Second", {2.5, true}), 2, 0.02);
+    frmPrint(race, "Quorvane", {}).PrintDocument(surface);
+    painter.end();
+    double sum = 0;
+    for (int y = 0; y < picture.height(); ++y) {
+      for (int x = 0; x < width; ++x) sum += 255 - qGray(picture.pixel(x, y));
+    }
+    dark.push_back(sum / (picture.width() * static_cast<double>(picture.height())));
+  }
+  EXPECT_GT(dark[0], 2);
+  EXPECT_NEAR(dark[0], dark[2], 0.15 * dark[2]);
+  EXPECT_NEAR(dark[1], dark[2], 0.1 * dark[2]);
+}
+
+TEST_F(PaperTest, TheCommandLineFailsWithAStatusAndLeavesTheProjectAlone) {
+  QFile project(Path("cup.ini"));
+  ASSERT_TRUE(QFile::copy(QString(QUORVANE_TEST_DATA) + "/results/cup.ini", project.fileName()));
+  project.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+  QFile(Path("empty.ini")).open(QIODevice::WriteOnly);
+  const QtSettings settings(Path("s.ini").toStdString());
+  const struct {
+    const char* races;
+    const char* project;
+    const char* output;
+    int status;
+    std::size_t pages;
+  } cases[] = {{"all", "cup.ini", "all.pdf", 0, 3},    {"2,1,9-10", "cup.ini", "some.pdf", 0, 4},
+               {"1", "missing.ini", "none.pdf", 1, 0}, {"all", "empty.ini", "none.pdf", 1, 0},
+               {"7", "empty.ini", "blank.pdf", 0, 1},  {"1", "cup.ini", "no/such/folder.pdf", 1, 0},
+               {"1", "cup.ini", "./cup.ini", 2, 0}};
+  for (const auto& example : cases) {
+    const CommandLine line = ParseCommandLine({"--print", example.races, Path(example.project).toStdString(),
+                                               "-o", Path(example.output).toStdString(), "--paper", "a4"});
+    ASSERT_EQ(line.error, "") << example.races;
+    EXPECT_EQ(RunPrintCommand(line, kImprint, settings), example.status) << example.output;
+    if (example.status != 0) continue;
+    EXPECT_EQ(ReadPdf(Path(example.output)).size(), example.pages) << example.races;
+  }
+  EXPECT_FALSE(QFile::exists(Path("none.pdf")));
+  ASSERT_TRUE(project.open(QIODevice::ReadOnly));
+  EXPECT_FALSE(project.readAll().startsWith("%PDF"));
+}
+
+}  // namespace
+}  // namespace quorvane

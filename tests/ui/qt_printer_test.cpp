@@ -1,0 +1,162 @@
+#include "ui/qt_printer.h"
+
+#include <QAction>
+#include <QLabel>
+#include <semaphore>
+
+#include "tests/ui/program_fixture.h"
+#include "ui/printer_setup.h"
+#include "ui/small_windows.h"
+#include "ui/timer_driver.h"
+
+namespace quorvane {
+namespace {
+
+class QtPrinterTest : public ProgramTest {
+ protected:
+  QtPrinterTest() {
+    AddSmallWindows(program, windows.All(), windows.Console());
+    Load();
+  }
+  void Click(const std::string& control) { Enter(EventKind::Click, control); }
+  std::string Notice() { return program.judge().lblNotice.Caption(); }
+
+  QtHeatPrinter printer{program, platform, &windows.Console()};
+};
+
+TEST_F(QtPrinterTest, TheConsoleGoesOnWhileAPrinterHangsAndTheRaceIsTheOneThatWasShown) {
+  std::binary_semaphore hanging(0);
+  std::vector<int> printed;
+  printer.SetSpooler([&](const PrinterChoice&, const RaceRecord& race, const Imprint&) {
+    hanging.acquire();
+    printed.push_back(race.number);
+    return QStringLiteral("done %1").arg(race.number);
+  });
+  Click("frmJudge.cmdPrint");
+  Click("frmJudge.cmdIncHeat");
+  EXPECT_EQ(program.race().RaceNumber, 2);
+  Click("frmJudge.cmdPrint");
+  EXPECT_EQ(Notice(), "");
+  hanging.release();
+  EXPECT_TRUE(WaitFor([&] { return Notice() == "done 1"; }));
+  EXPECT_TRUE(Shown(program.judge().lblNotice)->isVisible());
+  hanging.release();
+  EXPECT_TRUE(WaitFor([&] { return Notice() == "done 2"; }));
+  Click("frmJudge.lblNotice");
+  EXPECT_FALSE(program.judge().lblNotice.Visible());
+  EXPECT_EQ(printed, (std::vector<int>{1, 2}));
+}
+
+TEST_F(QtPrinterTest, AMissingPrinterIsANoticeAndNoDialog) {
+  SavePrinterChoice(settings, {QStringLiteral("no such printer"), Paper::Letter});
+  EXPECT_EQ(LoadPrinterChoice(settings).paper, Paper::Letter);
+  const std::size_t boxes = shown.size();
+  Click("frmJudge.cmdPrint");
+  EXPECT_TRUE(WaitFor([&] { return Notice() == "No printer no such printer: race 1 not printed"; }, 10000))
+      << Notice();
+  EXPECT_EQ(shown.size(), boxes);
+  EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+}
+
+TEST_F(QtPrinterTest, SavesTheRaceThatWasOnTheConsoleWhenAsked) {
+  const QString path = folder.filePath("heat.pdf");
+  answer = [&](const DialogBox& box) {
+    EXPECT_TRUE(box.preset.ends_with("test race 1.pdf")) << box.preset;
+    return DialogAnswer{DialogAnswer::Word::File, path.toStdString()};
+  };
+  Click("frmJudge.mnuSavePdf");
+  EXPECT_TRUE(WaitFor([&] { return Notice() == "PDF saved: race 1"; }));
+  QFile file(path);
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  EXPECT_TRUE(file.readAll().startsWith("%PDF"));
+  answer = [&](const DialogBox&) { return DialogAnswer{DialogAnswer::Word::File, "/no/such/folder/x.pdf"}; };
+  Click("frmJudge.mnuSavePdf");
+  EXPECT_TRUE(WaitFor([&] { return Notice().starts_with("PDF not saved: "); }));
+}
+
+TEST_F(QtPrinterTest, PreviewScrollsScalesAndClosesInItsWindow) {
+  SavePrinterChoice(settings, {{}, Paper::A4});
+  Click("frmJudge.mnuPrintPreview");
+  PreviewForm& preview = printer.Preview();
+  ASSERT_TRUE(WaitFor([&] { return preview.isVisible(); }));
+  preview.resize(500, 400);
+  Settle();
+  EXPECT_EQ(preview.HiddenPicture().size(), QSize(794, 1122));
+  EXPECT_TRUE(preview.Across().isVisible());
+  Press(&preview, Qt::Key_PageDown);
+  EXPECT_EQ(preview.Down().value(), preview.Down().pageStep());
+  Press(&preview, Qt::Key_Right);
+  EXPECT_EQ(preview.Across().value(), preview.Across().singleStep());
+  preview.Down().setValue(100000);
+  EXPECT_EQ(preview.Of().Layout().ScrollArea.top, -preview.Down().maximum());
+  preview.Menu().Find(preview.Of().mnuScaleSet[3])->trigger();
+  EXPECT_FALSE(preview.Across().isVisible());
+  EXPECT_TRUE(preview.Menu().Find(preview.Of().mnuScaleSet[3])->isChecked());
+  EXPECT_FALSE(preview.Menu().Find(preview.Of().mnuScaleSet[1])->isChecked());
+  preview.Menu().Find(preview.Of().mnuFileClose)->trigger();
+  EXPECT_FALSE(preview.isVisible());
+  EXPECT_EQ(program.door().ErrorsContained(), 0);
+}
+
+TEST_F(QtPrinterTest, SetupKeepsAPrinterThatIsSwitchedOff) {
+  const PrinterChoice now{QStringLiteral("Laser"), Paper::Letter};
+  const PrinterSetup setup({QStringLiteral("Ink")}, QStringLiteral("Ink"), now, nullptr);
+  EXPECT_EQ(setup.Choice().name, QStringLiteral("Laser"));
+  EXPECT_EQ(setup.Choice().paper, Paper::Letter);
+}
+
+TEST_F(QtPrinterTest, SmallFormsOpenFromTheMenuWithEveryControlInItsPlace) {
+  for (const auto& [entry, form] : {std::pair<const char*, Form*>{"mnuTimerSettings", &program.timer()},
+                                    {"mnuKeyboard", &program.keyboard()},
+                                    {"mnuAbout", &program.about()}}) {
+    Click(std::string("frmJudge.") + entry);
+    EXPECT_TRUE(form->Visible());
+    EXPECT_TRUE(windows.All().FindWindow(*form)->isVisible()) << entry;
+    EXPECT_EQ(windows.All().FindView(*form)->Unplaced(), std::vector<std::string>());
+    Click(form->Name() + ".cmdClose");
+    EXPECT_FALSE(form->Visible());
+  }
+  EXPECT_NE(program.timer().lblResolution.Caption(), "");
+  EXPECT_EQ(program.timer().lblFrequency.Caption(), "1000.000 MHz");
+  Click("frmJudge.mnuTimerSettings");
+  Click("frmTimer.optGranularity(3)");
+  EXPECT_EQ(program.timer().Granularity(), 10);
+  EXPECT_EQ(settings.GetSetting("Timer", "Granularity", ""), "10");
+  settings.SaveSetting("Timer", "Granularity", "5");
+  program.timer().Form_Load();
+  EXPECT_EQ(program.timer().optGranularity[2].Value(), 1);
+}
+
+class TimerDriverTest : public UiTest {};
+
+TEST_F(TimerDriverTest, OnlyTheDisplayTimerWaitsForTheNextMultiple) {
+  Control& display = form.Make(ControlKind::Timer, "tmrShow");
+  Control& other = form.Make(ControlKind::Timer, "tmrOther");
+  std::int64_t displayLate = -1;
+  std::int64_t displayDue = 0;
+  display.onTimer = [&] {
+    displayLate = door.Now() - displayDue;
+    display.SetEnabled(false);
+  };
+  bool otherFired = false;
+  other.onTimer = [&] {
+    otherFired = true;
+    other.SetEnabled(false);
+  };
+  TimerDriver driver(door);
+  driver.Coarsen(display, [] { return 200; });
+  door.Enter({.kind = EventKind::Resize, .target = "frmTest"});
+  display.SetInterval(200 - static_cast<int>(door.Now() % 200) + 10);
+  display.SetEnabled(true);
+  displayDue = *door.AllForms().Timers().DueTime(display);
+  driver.Arm();
+  EXPECT_TRUE(WaitFor([&] { return displayLate >= 0; }));
+  EXPECT_GE(displayLate, 190);
+  other.SetInterval(5);
+  other.SetEnabled(true);
+  driver.Arm();
+  EXPECT_TRUE(WaitFor([&] { return otherFired; }));
+}
+
+}  // namespace
+}  // namespace quorvane
