@@ -14,7 +14,7 @@ packages_to_build=(
   fonts-dejavu-core
 )
 packages_to_check=(
-  libbenchmark-dev
+  libbenchmark-dev poppler-utils
   clang clang-format clang-tidy libclang-rt-14-dev
 )
 
