@@ -94,11 +94,11 @@ TEST(Formats, NoTextBecomesAFormula) {
   for (const char* text : {"First", "", "1-1"}) EXPECT_EQ(WithoutFormula(text), text);
 }
 
-// A contest of what is too long or too much for any page.
+// A contest of what is too long or too much for any page, with a "<" in every text.
 ContestRecord Endless() {
-  std::string word = "\x1B[31m";
+  std::string word = "<\x1B[31m";
   for (int i = 0; i < 300; ++i) word += "\xC3\xBC";
-  std::vector<std::string> events(91, "1,254,C,MP1,2147483647,0");
+  std::vector<std::string> events(91, "1,254,C,M<1,2147483647,0");
   events[0] = Lap(1, 2147483647);
   Book book;
   book.Set("Current", "Title", word).Flight("Race1", 1).Lane("Race1", 1, events).Placed("Race1", 1, word);
