@@ -18,29 +18,43 @@ TEST(CommandLineTest, TakesEverythingInAnyOrder) {
   EXPECT_TRUE(ParseCommandLine({"--help"}).help);
   EXPECT_TRUE(ParseCommandLine({"--version"}).version);
   EXPECT_EQ(ParseCommandLine({}).error, "");
+  const CommandLine print = ParseCommandLine({"--print", "7,2-4", "day.ini", "-o", "x.pdf", "--print=9"});
+  EXPECT_EQ(print.error, "");
+  EXPECT_EQ(print.print.races, (std::vector<int>{7, 2, 3, 4, 9}));
+  EXPECT_TRUE(ParseCommandLine({"--print", "all", "day.ini", "--output=x.pdf"}).print.all);
 }
 
 TEST(CommandLineTest, RefusesWithOneLine) {
-  const std::vector<std::vector<std::string>> wrong = {{"--port"},
-                                                       {"--port", "5"},
-                                                       {"--port", "0=/dev/x"},
-                                                       {"--port", "32=/dev/x"},
-                                                       {"--port", "5="},
-                                                       {"--port", "=x"},
-                                                       {"--port", "5x=/dev/x"},
-                                                       {"--port", "5=a", "--port", "5=b"},
-                                                       {"--settings"},
-                                                       {"--settings="},
-                                                       {"--heats", "0"},
-                                                       {"--heats", "two"},
-                                                       {"--heats", "1000"},
-                                                       {"a.ini", "b.ini"},
-                                                       {"--nonsense"},
-                                                       {"-x"},
-                                                       {""},
-                                                       {"--helpx"},
-                                                       {"--heats="},
-                                                       {"--demo"}};
+  const std::vector<std::vector<std::string>> wrong = {
+      {"--port"},
+      {"--port", "5"},
+      {"--port", "0=/dev/x"},
+      {"--port", "32=/dev/x"},
+      {"--port", "5="},
+      {"--port", "=x"},
+      {"--port", "5x=/dev/x"},
+      {"--port", "5=a", "--port", "5=b"},
+      {"--settings"},
+      {"--settings="},
+      {"--heats", "0"},
+      {"--heats", "two"},
+      {"--heats", "1000"},
+      {"a.ini", "b.ini"},
+      {"--nonsense"},
+      {"-x"},
+      {""},
+      {"--helpx"},
+      {"--heats="},
+      {"--demo"},
+      {"--print", "1", "day.ini"},
+      {"--print", "1", "-o", "x.pdf"},
+      {"day.ini", "-o", "x.pdf"},
+      {"--print", "0", "day.ini", "-o", "x.pdf"},
+      {"--print", "4-2", "day.ini", "-o", "x.pdf"},
+      {"--print", "1,", "day.ini", "-o", "x.pdf"},
+      {"--print", "1-32767", "day.ini", "-o", "x.pdf"},
+      {"--print", "99999", "day.ini", "-o", "x.pdf"},
+      {"--print", "1", "a.ini", "-o", "x.pdf", "--paper", "A5"}};
   for (const auto& arguments : wrong) {
     const CommandLine line = ParseCommandLine(arguments);
     EXPECT_NE(line.error, "") << arguments.front();
