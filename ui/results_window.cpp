@@ -164,7 +164,8 @@ void ResultsWindow::Open() {
   look_.start();
   Look();
   show();
-  raise();
+  // The platform without a screen has no windows to raise, and would say so every time.
+  if (QGuiApplication::platformName() != QLatin1String("offscreen")) raise();
   activateWindow();
 }
 

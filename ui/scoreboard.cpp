@@ -92,6 +92,29 @@ Score ReadScore(Program& program) {
   return score;
 }
 
+Score ScoreOf(const RaceRecord& race) {
+  Score score;
+  score.heat = QStringLiteral("Round %1  Heat %2").arg(race.round).arg(race.heat);
+  if (race.refly != 0) score.heat += QStringLiteral("  Refly");
+  score.event = ToQString(race.eventName + (race.eventName.empty() ? "" : "  ") + race.modeName);
+  score.clock = QStringLiteral("Result");
+  for (std::size_t i = 0; i < score.lanes.size(); ++i) {
+    const LaneRecord& from = race.lanes[i];
+    Score::Lane& lane = score.lanes[i];
+    lane.flies = from.flies;
+    lane.name = QString::number(from.lane);
+    lane.low = ToQColor(from.low);
+    lane.high = ToQColor(from.high);
+    if (!HasFlown(from)) continue;
+    lane.laps = QString::number(from.laps.size());
+    if (!from.cuts.empty()) lane.cuts = QString::number(from.cuts.size());
+    if (HasResult(from)) lane.time = ToQString(FormatMinutes(FormatSeconds(from.final)));
+    lane.place = PlaceText(from.placing);
+    lane.bad = !HasResult(from);
+  }
+  return score;
+}
+
 ScoreView::ScoreView(QWidget* parent) : QWidget(parent) {
   setAttribute(Qt::WA_OpaquePaintEvent);
   setMinimumSize(200, 120);
@@ -299,7 +322,27 @@ void Scoreboard::SetFullScreen(bool full) {
 }
 
 void Scoreboard::Follow() {
-  view_->Show(ReadScore(program_));
+  const RaceState& race = program_.race();
+  bool empty = !race.RaceActive;
+  for (int i = 0; i < 4; ++i) empty = empty && program_.lane(i).EventCount() == 0;
+  const Score* result = empty && !race.ReflyMode ? LastResult() : nullptr;
+  view_->Show(result != nullptr ? *result : ReadScore(program_));
+}
+
+// Read once: the starter's stop makes the console ready for the next race as soon as one is over.
+const Score* Scoreboard::LastResult() {
+  const RaceState& race = program_.race();
+  if (race.LastRaceRun < 1) return nullptr;
+  if (race.LastRaceRun != resultRace_ || race.NumberReflys != resultReflys_ ||
+      race.ProjectFile != resultFile_) {
+    resultRace_ = race.LastRaceRun;
+    resultReflys_ = race.NumberReflys;
+    resultFile_ = race.ProjectFile;
+    const RaceRecord record = ReadRace(OpenProject(program_.project(), race), resultRace_);
+    hasResult_ = record.hasRun;
+    if (hasResult_) result_ = ScoreOf(record);
+  }
+  return hasResult_ ? &result_ : nullptr;
 }
 
 void Scoreboard::keyPressEvent(QKeyEvent* event) {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "common/platform.h"
+#include "console/race_records.h"
 #include "ui/program_windows.h"
 
 class QComboBox;
@@ -33,6 +34,8 @@ struct Score {
   std::array<Lane, 4> lanes;
 };
 Score ReadScore(Program& program);
+// The same of a race in the project file.
+Score ScoreOf(const RaceRecord& race);
 
 // The picture of a score, in type as large as the room allows. Paints only what has changed.
 class ScoreView : public QWidget {
@@ -69,7 +72,7 @@ class ScoreView : public QWidget {
 
 // A window for a screen that is turned to the public, opened by "Scoreboard" in the console's menu. It
 // follows the race at most 25 times a second, after the console's own windows have been shown, and takes no
-// part in it: no key, no event.
+// part in it: no key, no event. Between two races it shows the result of the last.
 class Scoreboard : public QWidget {
  public:
   Scoreboard(Program& program, ProgramWindows& windows, SettingsStore& settings);
@@ -91,6 +94,7 @@ class Scoreboard : public QWidget {
   void ListScreens();
   QScreen* ScreenToOpenOn() const;
   void Follow();
+  const Score* LastResult();
 
   Program& program_;
   ProgramWindows& windows_;
@@ -99,6 +103,13 @@ class Scoreboard : public QWidget {
   QComboBox* screens_ = nullptr;
   QWidget* bar_;
   QTimer soon_;
+
+  // The race that result_ is of.
+  int resultRace_ = 0;
+  int resultReflys_ = 0;
+  std::string resultFile_;
+  bool hasResult_ = false;
+  Score result_;
 };
 
 }  // namespace quorvane
