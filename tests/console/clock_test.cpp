@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <fstream>
+
 #include "common/text.h"
 #include "tests/support/console_rig.h"
 
@@ -55,6 +57,25 @@ TEST(Clock, TheCountRunsFromSixtyToOneAndThenUp) {
   EXPECT_EQ(rig.judge().lblStatus.BackColor(), Color::Rgb(0xC0FFC0));
   EXPECT_EQ(rig.judge().lblStatus.Caption().front(), '0');
   EXPECT_EQ(rig.lane(0).lblLap[0].Caption().front(), '0');
+}
+
+TEST(Clock, TheAudioCountdownPlaysWhereThereIsOneAndEndsWithAReset) {
+  ConsoleRig rig;
+  rig.Load();
+  rig.Click("frmJudge.chkSixtySecondCount");
+  rig.Click("frmJudge.chkAudio");
+  rig.Click("frmJudge.cmdStart");
+  EXPECT_EQ(rig.platform.playing, "") << "a missing file is silent";
+  EXPECT_TRUE(rig.race().RaceActive);
+  rig.Answer(Word::No);
+  rig.Click("frmJudge.cmdReset");
+  const std::string wave = rig.platform.programFolder + "WarbirdCountdownStart.wav";
+  std::ofstream(wave) << "sound";
+  rig.Click("frmJudge.cmdStart");
+  EXPECT_EQ(rig.platform.playing, wave);
+  rig.Answer(Word::No);
+  rig.Click("frmJudge.cmdReset");
+  EXPECT_EQ(rig.platform.playing, "");
 }
 
 TEST(Clock, ARaceByHandEndsRanked) {
