@@ -5,174 +5,167 @@
 namespace quorvane {
 namespace {
 
-TEST(Cuts, AJudgesReportsAreFollowed) {
-  LaneRig rig;
-  rig.Start();
-  rig.LapAt(10000);
-  struct {
-    std::int32_t time;
-    const char* code;
-    int source;
-    const char* log;
-  } const kSteps[] = {{20000, "1o", 0, "L1 C1"},          {20100, "1o", 0, "L1 C1"},
-                      {20200, "xx", 0, "L1 -C1"},         {21199, "o1", 0, "L1 C1"},
-                      {22000, "oo", 0, "L1 -C1"},         {23000, "1o", 0, "L1 -C1 C1"},
-                      {24000, "11", 1, "L1 -C1 C1 C1 C1"}};
-  for (const auto& step : kSteps) {
-    rig.CutAt(step.time, step.code, step.source);
-    EXPECT_EQ(rig.Kinds(), step.log) << step.time;
-  }
-  EXPECT_EQ(rig.owner.raceEvents, 7);
-}
-
-TEST(Cuts, ACutAtAFarPylonSoonAfterALapBelongsToTheLapBefore) {
-  struct {
-    int source;
-    std::int32_t after;
-    const char* log;
-  } const kCases[] = {{2, 3999, "L1 C1 L2"},
-                      {2, 4000, "L1 L2 C2"},
-                      {1, 0, "L1 C1 L2"},
-                      {0, 10, "L1 L2 C2"},
-                      {3, 10, "L1 L2 C2"}};
-  for (const auto& c : kCases) {
-    LaneRig rig;
-    rig.Start();
-    const std::int32_t lap = rig.Fly(2, 10000);
-    rig.CutAt(lap + c.after, "1o", c.source);
-    EXPECT_EQ(rig.Kinds(), c.log) << c.source << " " << c.after;
+TEST(Cuts, ALaneFollowsWhatEachJudgeReports) {
+  const std::pair<const char*, const char*> kCases[] = {
+      {"C0 C0+100", "C0"},
+      {"C0 W0+100 W0+100", "-C0"},
+      {"C0 L D0 C0+100", "C0 L1 -C1"},  // the later of two is withdrawn
+      {"C0 L D0 W0+100", "-C0 L1 -C1"},
+      {"C0 D1 W0 C1", "-C0 C0 -C0"},
+      {"C0 W0 C0+999", "C0"},  // back within a second
+      {"C0 W0 C0+1000", "-C0 C0"},
+      {"C0 W0 C1+100", "-C0 C0"},
+      {"C0 C1 W0 C0+100", "-C0 C0 C0"},
+      {"C0 W0 D0+100", "C0 C0"},
+      {"2L D2+3999", "L1 C1 C1 L2"},  // belongs to the lap before
+      {"2L C2+4000", "L1 L2 C2"},
+      {"2L C1+0", "L1 C1 L2"},
+      {"2L C0+10", "L1 L2 C2"},
+      {"2L C3+10", "L1 L2 C2"},
+      {"C0 P", "C0 C0 C0"},  // the panel wants two and has none
+      {"10L C0 L D0", "L1 L2 L3 L4 L5 L6 L7 L8 L9 L10 C10 L11"}};
+  for (const auto& [script, log] : kCases) EXPECT_EQ(LaneRig(script).Kinds(), log) << script;
+  for (const auto& [code, cuts] : {std::pair("o1", 1), {"11", 2}, {"1", 0}, {"11o", 0}}) {
+    LaneRig rig("");
+    rig.CutAt(6000, code, 0);
+    EXPECT_EQ(rig.lane.CutCount(), cuts) << code;
+    EXPECT_EQ(rig.owner.broadcasts, 1);
   }
 }
 
 TEST(Cuts, TheCaptionsShowTheCutsBeforeTheFinish) {
-  LaneRig rig;
-  rig.Start();
-  rig.CutAt(6000, "1o", 0);
-  EXPECT_EQ(rig.lane.cmdCut.Caption(), "Cuts(1)");
-  EXPECT_EQ(rig.lane.lblStatus.ForeColor(), kRed);
-  EXPECT_EQ(rig.lane.lblStatus.Caption(), "");
-  rig.CutAt(7000, "11", 1);
-  EXPECT_EQ(rig.lane.cmdCut.Caption(), "Cuts(3)");
-  EXPECT_EQ(rig.lane.lblStatus.Caption(), "DBL CUT");
-  rig.CutAt(8000, "oo", 1);
-  rig.CutAt(8000, "oo", 0);
-  EXPECT_EQ(rig.lane.cmdCut.Caption(), "Cut");
-  EXPECT_EQ(rig.lane.lblStatus.Caption(), "");
-  EXPECT_EQ(rig.lane.lblStatus.ForeColor(), kWindowText);
-  for (Control* mark : rig.lane.lblCut) EXPECT_FALSE(mark->Visible());
+  for (const auto& [script, shown] : {std::pair("C0", "Cuts(1)||FF0000"),
+                                      {"C0 C1+100", "Cuts(2)|DBL CUT|FF0000"},
+                                      {"C0 C1 W1 W0", "Cut||windowText"},
+                                      {"10L C0", "Cut||buttonText"}}) {
+    const LaneRig rig(script);
+    const Control& status = rig.lane.lblStatus;
+    EXPECT_EQ(rig.lane.cmdCut.Caption() + "|" + status.Caption() + "|" + status.ForeColor().Name(), shown);
+  }
 }
 
-TEST(Cuts, ALanePastItsLastCellTakesNoReport) {
-  LaneRig rig;
-  rig.Start();
-  const std::int32_t last = rig.Fly(11, 10000);
-  rig.CutAt(last + 100, "11", 0);
-  EXPECT_EQ(rig.lane.EventCount(), 11);
-  EXPECT_EQ(rig.owner.raceEvents, 0);
-}
-
-TEST(Cuts, MissedPylonKeys) {
-  LaneRig rig;
-  rig.Start();
-  rig.At(3000);
-  rig.lane.cntrCutP1(0);
-  EXPECT_EQ(rig.lane.EventCount(), 0) << "within three seconds of the clock's zero";
-  rig.At(3001);
-  rig.lane.cntrCutP1(0);
-  rig.At(6001);
-  rig.lane.cntrCutP1(0);
-  EXPECT_EQ(rig.Kinds(), "C0");
-  rig.lane.cntrCutP3(0);
-  rig.At(6002);
-  rig.lane.cntrCutP1(0);
-  rig.lane.cntrCutP2(0);
-  ASSERT_EQ(rig.Kinds(), "C0 C0 C0 C0");
-  EXPECT_EQ(rig.lane.Events()[0].SourceName, "MP1");
-  EXPECT_EQ(rig.lane.Events()[1].SourceName, "MP3");
-  EXPECT_EQ(rig.lane.Events()[3].SourceName, "MP2");
-  rig.At(20000);
-  rig.lane.cntrCutP2(0);
-  EXPECT_EQ(rig.lane.EventCount(), 4) << "four cuts are enough";
-  rig.lane.cmdCut_Click();
-  EXPECT_EQ(rig.lane.Events()[4].SourceName, "ME");
-  rig.race.RaceActive = false;
-  rig.At(30000);
-  rig.lane.cmdCut_Click();
-  rig.lane.cntrCutP3(0);
-  EXPECT_EQ(rig.lane.EventCount(), 5);
-  EXPECT_EQ(rig.lane.MissedPylon(), 3);
-  EXPECT_EQ(rig.lane.MissedPylonTimes()[2], 30000);
+TEST(Cuts, KeysNameTheMissedPylon) {
+  LaneRig rig("");
+  // Time, pylon (0: the button for a cut), cuts in the log.
+  using Step = std::tuple<std::int32_t, int, int>;
+  for (const auto& [time, pylon, cuts] :
+       {Step{3000, 1, 0}, Step{3001, 1, 1}, Step{5000, 3, 1}, Step{6001, 1, 1}, Step{6002, 1, 2},
+        Step{6002, 2, 3}, Step{8001, 3, 4}, Step{9003, 2, 4}, Step{20000, 0, 5}, Step{30000, 0, 5}}) {
+    rig.At(time);
+    rig.race.RaceActive = time != 5000 && time < 30000;
+    if (pylon == 0) rig.lane.cmdCut_Click();
+    if (pylon == 1) rig.lane.cntrCutP1(0);
+    if (pylon == 2) rig.lane.cntrCutP2(0);
+    if (pylon == 3) rig.lane.cntrCutP3(0);
+    EXPECT_EQ(rig.lane.EventCount(), cuts) << time << " " << pylon;
+  }
+  rig.lane.cmdLap_Click();
+  EXPECT_EQ(rig.Kinds(), "C0 C0 C0 C0 C0") << "no race any more";
+  const char* const kNames[] = {"MP1", "MP1", "MP2", "MP3", "ME"};
+  for (int i = 0; i < 5; ++i) EXPECT_EQ(rig.lane.Events()[i].SourceName, kNames[i]) << i;
 }
 
 TEST(Cuts, ARefusedCutLeavesTheLaneAsItWas) {
-  LaneRig rig;
-  rig.Start();
-  rig.CutAt(4000, "1o", 0);
-  for (int i = 0; i < 50; ++i) {
-    rig.lane.DoTurn(4, 5000, 80);
-    rig.CutAt(5000 + 2000 * i, i % 2 == 0 ? "1o" : "oo", 1);
+  LaneRig rig("C0 99T+100");
+  for (const bool full : {false, true}) {
+    if (full) rig.Play("T");
+    rig.At(rig.owner.raceTime + 9000);
+    const auto before = Shown(rig.lane);
+    EXPECT_THROW(rig.Play("D2"), SubscriptError) << "both or none";
+    if (full) {
+      EXPECT_THROW(rig.lane.cntrCutP2(0), SubscriptError);
+      EXPECT_THROW(rig.Play("T"), SubscriptError);
+    }
+    EXPECT_EQ(Shown(rig.lane), before);
+    EXPECT_FALSE(rig.lane.NeedsCutDisplay());
   }
-  while (rig.lane.EventCount() < 101) rig.lane.DoTurn(4, 200000, 80);
-  rig.lane.FinalizeRace();
-  const std::string log = rig.Kinds();
-  const std::int32_t turnEnd = rig.lane.TurnTimerEnd();
-  rig.At(300000);
-  EXPECT_THROW(rig.lane.cntrCutP2(0), SubscriptError);
-  EXPECT_THROW(rig.lane.cmdCut_Click(), SubscriptError);
-  EXPECT_THROW(rig.lane.DoCut("11", 2, 300000), SubscriptError);
-  EXPECT_THROW(rig.lane.DoTurn(4, 300000, 80), SubscriptError);
-  EXPECT_EQ(rig.Kinds(), log);
   EXPECT_EQ(rig.lane.MissedPylon(), 0);
   EXPECT_EQ(rig.lane.MissedPylonTimes()[1], 0);
-  EXPECT_FALSE(rig.lane.NeedsCutDisplay());
-  EXPECT_FALSE(rig.lane.tmrTurns.Enabled());
-  EXPECT_LE(rig.lane.TurnTimerEnd(), turnEnd);
-  rig.CutAt(300000, "oo", 0);
+  rig.Play("W0");
   EXPECT_EQ(rig.lane.Events()[0].Kind, "-C") << "a withdrawal needs no slot";
 }
 
 TEST(Turns, ShowTheLightAndTheSpeed) {
-  LaneRig rig;
-  rig.Start();
-  rig.LapAt(10000);
-  rig.lane.DoTurn(4, 11000, 160);
+  LaneRig rig("L T+1000");
   EXPECT_FALSE(rig.lane.tmrLaps.Enabled());
   EXPECT_EQ(rig.lane.lblStatus.BackColor(), kGreen);
   EXPECT_EQ(rig.lane.lblStatus.Caption(), "");
   EXPECT_FALSE(rig.lane.CanDoTurn());
-  rig.At(10160);
+  rig.At(8080);
   EXPECT_TRUE(rig.lane.CanDoTurn());
   EXPECT_EQ(rig.lane.lblStatus.BackColor(), kWindow);
   EXPECT_EQ(rig.lane.TurnTimerEnd(), 0);
-  rig.LapAt(17000);
-  rig.lane.DoTurn(4, 17000, 160);  // in the very millisecond of the lap
+  rig.Play("L T+0");  // in the very millisecond of the lap
   EXPECT_EQ(rig.lane.lblStatus.Caption(), "0 MPH");
   rig.At(20000);
+  rig.lane.cntrCutP1(0);
   rig.lane.cmdTurn_Click();
   EXPECT_EQ(rig.lane.tmrTurns.Interval(), 2000);
-  EXPECT_EQ(rig.lane.lblStatus.Caption(), "0 MPH");
-  EXPECT_EQ(rig.Kinds(), "L1 T1 L2 T2 T2");
+  EXPECT_EQ(rig.Kinds(), "L1 T1 L2 T2 C2 T2");
+  EXPECT_EQ(rig.lane.Events()[5].SourceName, "ME");
   EXPECT_EQ(rig.lane.Turns(), 2);
-  EXPECT_TRUE(rig.lane.lblCut[1].Visible());
-  EXPECT_FALSE(rig.lane.lblCut[2].Visible());
-  EXPECT_EQ(rig.lane.lblCut[1].Anchor(), &rig.lane.lblLap[2]);
+  rig.race.RaceActive = false;
+  rig.At(30000);
+  rig.lane.cmdTurn_Click();
+  EXPECT_EQ(rig.lane.EventCount(), 6);
+  rig.At(46000);
+  EXPECT_FALSE(rig.lane.CanDoTurn()) << "finished";
 }
 
-TEST(Turns, ThePopUpFollowsThePointer) {
-  LaneRig rig;
-  rig.Start();
-  rig.CutAt(6000, "1o", 0);
-  rig.lane.lblCut[0].onHover();
-  EXPECT_TRUE(rig.lane.cmdShow.Visible());
-  EXPECT_EQ(rig.lane.cmdShow.Caption(), "C P1 6.00");
-  EXPECT_EQ(rig.lane.cmdShow.Anchor(), &rig.lane.lblCut[0]);
+TEST(Marks, StandInTheColumnOfTheirLap) {
+  const LaneRig rig("T T L T C1 9L T C3", true);
+  std::string marks;
+  for (const Control* mark : rig.lane.lblCut) {
+    if (mark->Visible()) marks += mark->Anchor()->Name() + " " + mark->Caption() + "|" + mark->Tag() + "; ";
+  }
+  EXPECT_EQ(marks,
+            "lblLap(0) T  7.00|T TM 7.00; lblLap(1) T  28.00|T TM 28.00; lblLap(1) C P2 35.00|C P2 35.00; "
+            "lblLap(10) T  105.00|T TM 105.00; lblLap(10) C ST 112.00|C ST 112.00; ");
+  EXPECT_EQ(rig.lane.lblCut[3].BackColor(), kWhite);
+  EXPECT_EQ(rig.lane.lblCut[4].BackColor(), kButtonFace);
+  EXPECT_EQ(LaneRig("11L T").lane.lblCut[0].BackColor(), kButtonFace);
+}
+
+TEST(Marks, ThePopUpFollowsThePointer) {
+  LaneRig rig("D0");
+  for (const int mark : {0, 1}) {
+    rig.lane.lblCut[mark].onHover();
+    EXPECT_EQ(rig.lane.cmdShow.Caption(), "C P1 7.00");
+    EXPECT_EQ(rig.lane.cmdShow.Anchor(), &rig.lane.lblCut[mark]);
+  }
   rig.lane.fraLane.onHover();
   EXPECT_FALSE(rig.lane.cmdShow.Visible());
-  rig.lane.lblCut[0].onHover();
+  rig.lane.lblCut[1].onHover();
   EXPECT_TRUE(rig.lane.cmdShow.Visible());
-  rig.CutAt(7000, "oo", 0);
+  rig.Play("C0");
   EXPECT_FALSE(rig.lane.cmdShow.Visible()) << "its mark is gone";
-  EXPECT_THROW(rig.lane.lblCut_MouseMove(40), SubscriptError);
+}
+
+TEST(LaneLog, NamesSourcesAndTalliesTheirCuts) {
+  LaneLog log;
+  for (const auto& [source, name] : {std::pair(3, "ST"), {6, "PY"}, {7, "?"}, {253, "?"}, {255, "?"}}) {
+    log.SetEvent(0, {"C", 1, source});
+    EXPECT_EQ(log[0].SourceName, name) << source;
+  }
+  for (const int source : {0, 1, 2, 3, kPanelSource, 4, 2}) log.AddEvent({"C", 1000, source});
+  EXPECT_EQ(RecountCuts(log, false).pylonCuts, (PylonTally{7, 0, 0, 0})) << "all for the first entry's";
+  using Tally = std::pair<const char*, PylonTally>;
+  for (const auto& [name, tally] :
+       {Tally{"P1", {1, 1, 2, 3}}, Tally{"2", {0, 1, 3, 3}}, Tally{"4", {1, 1, 2, 3}}}) {
+    LaneEvent named = log[0];
+    named.SourceName = name;
+    log.Restore(0, named);
+    EXPECT_EQ(RecountLaps(log, false).pylonCuts, tally) << name;
+  }
+}
+
+TEST(LaneLog, AFullStripStepsBackAndShowsNoMoreMarks) {
+  LaneLog log;
+  for (int i = 0; i < 14; ++i) log.AddEvent({i % 2 == 0 ? "T" : "L", 1000 * i, 4, (i + 1) / 2});
+  for (int i = 0; i < 61; ++i) log.AddEvent({"C", 1000 * i, 0, 7});
+  const CutRecount r = RecountCuts(log, false);
+  EXPECT_EQ(r.cutCount, 33);
+  for (const CutMark& mark : r.marks) EXPECT_LE(mark.index, kLastCutMark);
 }
 
 }  // namespace

@@ -6,163 +6,179 @@ namespace quorvane {
 namespace {
 
 constexpr Color kFinishColor = Color::Rgb(0x80FF80);
-constexpr Color kNoFinishColor = Color::Rgb(0xFFC0C0);
+constexpr std::int32_t kNone = kNoFinalTime;
 
-TEST(Finish, ResultStatusAndCells) {
+TEST(Finish, TheLogMakesTheResultAndItComesBackFromTheFile) {
   struct {
-    const char* what;
+    const char* script;
     bool fai;
-    const char* cuts;
-    int laps;
-    std::int32_t final;
+    const char* counts;  // laps, target, cuts, those before the finish
+    std::int32_t finalTime;
     const char* status;
-    int finishCell;      // -1: none
-    int unfinishedCell;  // -1: none
+    int cell;  // of the finish, or with "DNF" or "DBL"; -1: none
     const char* text;
-  } const kCases[] = {{"ten laps", false, "oo", 10, 73000, "1:13.00", 9, -1, ""},
-                      {"a cut and eleven laps", false, "1o", 11, 80000, "1:20.00", 10, -1, ""},
-                      {"a cut and ten laps", false, "1o", 10, kNoFinalTime, "DNF", -1, 10, "DNF"},
-                      {"two cuts and ten laps", false, "11", 10, kNoFinalTime, "Dbl Cut", -1, 10, "DBL"},
-                      {"two cuts and eleven laps", false, "11", 11, kNoFinalTime, "Dbl Cut", -1, -1, ""},
-                      {"nine laps", false, "oo", 9, kNoFinalTime, "DNF", -1, 9, "DNF"},
-                      {"FAI, a cut", true, "1o", 10, 73000, "1:13.00", 9, -1, ""},
-                      {"FAI, two cuts", true, "11", 10, kNoFinalTime, "Dbl Cut", -1, -1, ""},
-                      {"FAI, two cuts, four laps", true, "11", 4, kNoFinalTime, "Dbl Cut", -1, 4, "DBL"}};
+  } const kCases[] = {{"9L", false, "9 10 0 0", kNone, "DNF", 9, "DNF"},
+                      {"10L", false, "10 10 0 0", 70000, "1:10.00", 9, "70.00"},
+                      {"12L", false, "12 10 0 0", 70000, "1:10.00", 9, "70.00"},
+                      {"9L P 2L", false, "11 11 1 1", 84000, "1:24.00", 10, "84.00"},
+                      {"9L P L", false, "10 11 1 1", kNone, "DNF", 10, "DNF"},
+                      {"10L P", false, "10 10 1 0", 70000, "1:10.00", 9, "70.00"},
+                      {"D0 10L", false, "10 11 2 2", kNone, "Dbl Cut", 10, "DBL"},
+                      {"P 9L P 2L", false, "11 11 2 2", 91000, "Dbl Cut", -1, ""},
+                      {"9L P L", true, "10 10 1 1", 77000, "1:17.00", 9, "77.00"},
+                      {"P 10L P", true, "10 10 2 1", 77000, "1:17.00", 9, "77.00"},
+                      {"4L P 5L P L", true, "10 10 2 2", 200000, "Dbl Cut", -1, ""},
+                      {"D0 4L", true, "4 10 2 2", kNone, "Dbl Cut", 4, "DBL"}};
   for (const auto& c : kCases) {
-    LaneRig rig;
-    rig.race.IsFaiMode = c.fai;
-    rig.Start();
-    rig.CutAt(6000, c.cuts, 0);
-    rig.At(rig.Fly(c.laps, 10000) + 30001);
-    EXPECT_EQ(rig.Final(), c.final) << c.what;
-    EXPECT_EQ(rig.lane.lblStatus.Caption(), c.status) << c.what;
-    for (int cell = 9; cell <= 10; ++cell) {
-      EXPECT_EQ(rig.lane.lblLap[cell].BackColor() == kFinishColor, cell == c.finishCell) << c.what;
+    SCOPED_TRACE(c.script + std::string(c.fai ? ", FAI" : ""));
+    LaneRig rig(c.script, c.fai);
+    const frmLane& lane = rig.lane;
+    rig.At(rig.owner.raceTime + 30001);
+    const bool finished = *c.status == '1';
+    EXPECT_EQ(rig.Final(), finished ? c.finalTime : kNone);
+    EXPECT_EQ(lane.FinalTime(), c.finalTime);
+    EXPECT_EQ(lane.lblStatus.Caption(), c.status);
+    EXPECT_EQ(std::to_string(lane.Laps()) + " " + std::to_string(lane.LapTarget()) + " " +
+                  std::to_string(lane.CutCount()) + " " + std::to_string(lane.CutsBeforeFinish()),
+              c.counts);
+    for (int i = 0; i <= 10; ++i) {
+      const std::string& text = lane.lblLap[i].Caption();
+      EXPECT_EQ(lane.lblLap[i].BackColor() == kFinishColor, finished && i == c.cell) << i;
+      EXPECT_EQ(text == "DNF" || text == "DBL", !finished && i == c.cell) << i;
+      EXPECT_TRUE(i != c.cell || text == c.text) << text;
     }
-    for (int cell = 0; cell <= 10; ++cell) {
-      const std::string& text = rig.lane.lblLap[cell].Caption();
-      EXPECT_EQ(text == "DNF" || text == "DBL", cell == c.unfinishedCell) << c.what << " " << cell;
-      if (cell == c.unfinishedCell) {
-        EXPECT_EQ(text, c.text) << c.what;
-      }
+    const std::pair<const Control&, const Control&> kBoxes[] = {{lane.txtLapTen, lane.lblLap[9]},
+                                                                {lane.txtLapEleven, lane.lblLap[10]}};
+    for (const auto& [box, cell] : kBoxes) {
+      EXPECT_EQ(box.Text(), cell.Caption());
+      EXPECT_EQ(box.BackColor(), finished ? cell.BackColor() : Color::Rgb(0xFFC0C0));
     }
-    EXPECT_EQ(rig.lane.txtLapTen.BackColor() == kNoFinishColor, c.final == kNoFinalTime) << c.what;
-    EXPECT_EQ(rig.lane.txtLapTen.Text(), rig.lane.lblLap[9].Caption()) << c.what;
-  }
-}
 
-TEST(Finish, TimesAboveAMinuteShowMinutes) {
-  for (const auto& [last, text] : std::vector<std::pair<std::int32_t, const char*>>{
-           {60000, "60.00"}, {60010, "1:00.01"}, {75500, "1:15.50"}}) {
-    LaneRig rig;
-    rig.Start();
-    for (int i = 0; i < 9; ++i) rig.LapAt(10000 + 1000 * i);
-    rig.LapAt(last);
-    rig.Final();
-    EXPECT_EQ(rig.lane.lblStatus.Caption(), text);
+    for (const char* mode : {"", "7, FAI", c.fai ? "4, FAI 123" : "3, AMA 2413"}) {
+      rig.owner.values[{"Race3", "RaceMode"}] = mode;
+      rig.lane.SaveLane("Race3");
+      LaneRig other;
+      other.owner.values = rig.owner.values;
+      other.race.IsFaiMode = c.fai == (*mode == '\0' || *mode == '7');  // an unknown mode is the console's
+      other.lane.LoadLane("Race3");
+      EXPECT_EQ(Shown(other.lane), Shown(lane)) << mode;
+      EXPECT_TRUE(other.lane.IsFinished());
+      other.lane.InitializeRace(-1000000);
+      EXPECT_EQ(other.Cell(0), "") << "also off a lane that does not fly the next one";
+      other.Start();
+      EXPECT_FALSE(other.lane.IsFinished());
+    }
+    rig.lane.LaneOrder(1);
+    EXPECT_EQ(lane.cmdOrder.Visible(), finished);
   }
 }
 
 TEST(Finish, AnEntryAfterTheRaceShowsInTheResult) {
-  LaneRig rig;
-  rig.Start();
-  const std::int32_t last = rig.Fly(9, 10000);
-  rig.At(last + 31000);
+  LaneRig rig("9L");
+  rig.At(94000);
   rig.lane.FinalizeRace();
   rig.race.RaceDone = true;
-  EXPECT_EQ(rig.lane.lblStatus.Caption(), "DNF");
-  rig.lane.cmdLap_Click();
-  EXPECT_EQ(rig.lane.lblLap[9].Caption(), "97.00");
-  EXPECT_EQ(rig.lane.lblLap[10].Caption(), "");
-  EXPECT_EQ(rig.lane.lblStatus.Caption(), "1:37.00");
-  EXPECT_EQ(rig.lane.txtLapTen.Text(), "97.00");
-  EXPECT_EQ(rig.lane.txtLapTen.BackColor(), kFinishColor);
-  rig.lane.cmdCut_Click();
-  EXPECT_EQ(rig.lane.lblStatus.Caption(), "1:37.00") << "a cut after the finish costs nothing";
-  EXPECT_EQ(rig.lane.CutCount(), 1);
+  const Control& box = rig.lane.txtLapTen;
+  for (const auto& [entry, shown] : {std::pair("L", "101.00 101.00 80FF80 1:41.00"),
+                                     {"C0+10", "101.00 101.00 80FF80 1:41.00"},  // it costs nothing any more
+                                     {"C2+10", "101.00 101.00 FFC0C0 Dbl Cut"}}) {
+    rig.Play(entry);
+    EXPECT_EQ(
+        rig.Cell(9) + " " + box.Text() + " " + box.BackColor().Name() + " " + rig.lane.lblStatus.Caption(),
+        shown);
+  }
+  rig.lane.txtLapTen.onGotFocus();
+  EXPECT_EQ(box.SelectionLength(), 6);
+}
+
+TEST(Finish, AnotherRaceReplacesWhateverThePanelShowed) {
+  const std::function<void(frmLane&)> kWays[] = {[](frmLane& lane) { lane.InitializeRace(0); },
+                                                 [](frmLane& lane) { lane.LoadLane("Race1"); },
+                                                 [](frmLane& lane) { lane.LoadLane("Race9"); }};
+  for (const auto& turn : kWays) {
+    LaneRig fresh;
+    LaneRig rig("D2 11L");
+    fresh.owner.values = rig.owner.values = {{{"Race1_Lane1", "NumEvents"}, "1"},
+                                             {{"Race1_Lane1", "Event0"}, "1,4,L,TM,20000,0"}};
+    rig.At(100000);
+    rig.lane.cntrCutP1(0);
+    rig.Final();
+    rig.Play("T+1 L+1");
+    rig.lane.cmdOrder.SetVisible(true);
+    rig.lane.lblStatus.SetTag("Locked");
+    rig.lane.lblCut_MouseMove(0);
+    turn(rig.lane);
+    turn(fresh.lane);
+    EXPECT_EQ(Shown(rig.lane), Shown(fresh.lane)) << &turn - kWays;
+    EXPECT_FALSE(rig.lane.cmdOrder.Visible() || rig.lane.cmdShow.Visible());
+  }
+}
+
+TEST(Finish, InitializeRaceStartsTimesAndButtonsAnew) {
+  LaneRig rig("L");
+  rig.lane.cntrCutP1(0);
+  for (const bool on : {true, false}) {
+    rig.owner.clockRunning = on;
+    rig.race.CommActive = on;
+    rig.lane.InitializeRace(0);
+    EXPECT_EQ(rig.lane.cmdLap.Visible(), !on);
+  }
+  EXPECT_FALSE(rig.lane.cmdLap.Enabled());
+  rig.lane.UpdateLapTime(0);
+  EXPECT_TRUE(rig.lane.cmdLap.Enabled());
+  EXPECT_EQ(rig.lane.TimeBase(), -60000);
+  EXPECT_EQ(rig.lane.LastLapTime(), 0);
+  EXPECT_EQ(rig.lane.MissedPylonTimes()[0], 0);
 }
 
 TEST(Places, AreGivenOneAfterTheOther) {
-  LaneRig rig;
-  rig.Start();
-  rig.At(rig.Fly(10, 10000) + 10000);
-  rig.Final();
+  LaneRig rig("10L");
   frmLane& lane = rig.lane;
+  rig.Final();
   lane.LaneOrder(1);
-  EXPECT_TRUE(lane.cmdOrder.Visible());
   EXPECT_EQ(lane.cmdOrder.Caption(), "First");
   lane.LaneOrder(4);
   lane.cmdOrder_Click();
-  EXPECT_EQ(lane.lblStatus.Caption(), "Fourth");
-  EXPECT_EQ(rig.owner.orders, std::vector<int>{4});
-  EXPECT_FALSE(lane.cmdOrder.Visible());
+  rig.Play("C2+10 W2+10");
   rig.Final();
-  EXPECT_EQ(lane.lblStatus.Caption(), "Fourth") << "locked";
-  EXPECT_EQ(lane.lblStatus.Tag(), "Locked");
+  EXPECT_EQ(lane.lblStatus.Caption() + " " + lane.lblStatus.Tag(), "Fourth Locked");
   lane.LaneOrder(2);
   EXPECT_FALSE(lane.cmdOrder.Visible());
   lane.LaneOrder(1);
   EXPECT_TRUE(lane.cmdOrder.Visible());
-  EXPECT_EQ(lane.lblStatus.Tag(), "");
-  EXPECT_EQ(lane.lblStatus.Caption(), "1:13.00");
+  EXPECT_EQ(lane.lblStatus.Caption() + " " + lane.lblStatus.Tag(), "1:10.00 ");
   lane.cmdOrder_Click();
-  EXPECT_EQ(rig.owner.orders.back(), 2);
   lane.LaneOrder(5);
   lane.cmdOrder_Click();
-  EXPECT_EQ(rig.owner.orders.size(), 2U);
+  EXPECT_EQ(rig.owner.orders, (std::vector<int>{4, 2})) << "the next place, and none after the last";
   EXPECT_THROW(lane.LaneOrder(0), RunTimeError);
   EXPECT_THROW(lane.LaneOrder(6), RunTimeError);
 }
 
-TEST(Places, AreOfferedOnlyToALaneThatFinished) {
-  LaneRig rig;
-  rig.Start();
-  rig.At(rig.Fly(9, 10000) + 31000);
-  rig.Final();
-  rig.lane.LaneOrder(1);
-  EXPECT_FALSE(rig.lane.cmdOrder.Visible());
-}
-
 TEST(Places, TheOperatorMayTypeAStatus) {
-  struct {
-    DialogAnswer answer;
-    bool otherRace;
-    const char* after;
-  } const kCases[] = {{{DialogAnswer::Word::Text, "Crashed"}, false, "Crashed"},
-                      {{DialogAnswer::Word::Text, ""}, false, "before"},
-                      {{DialogAnswer::Word::Text, " "}, false, "before"},
-                      {{DialogAnswer::Word::Cancel, "Crashed"}, false, "before"},
-                      {{DialogAnswer::Word::Text, "Crashed"}, true, ""}};
-  for (const auto& c : kCases) {
+  using Word = DialogAnswer::Word;
+  using Case = std::tuple<DialogAnswer, bool, const char*>;
+  for (const auto& [answer, otherRace, after] :
+       {Case{{Word::Text, "Crashed"}, false, "Crashed"}, Case{{Word::Text, " "}, false, "before"},
+        Case{{Word::Cancel, "Crashed"}, false, "before"}, Case{{Word::Text, "Crashed"}, true, ""}}) {
     LaneRig rig;
-    rig.Start();
     rig.lane.lblStatus.SetCaption("before");
-    rig.owner.answer = c.answer;
-    if (c.otherRace) rig.owner.whileAsking = [&rig] { rig.lane.InitializeRace(60000); };
+    rig.owner.answer = answer;
+    if (otherRace) rig.owner.whileAsking = [&rig] { rig.lane.InitializeRace(60000); };
     rig.lane.lblStatus.onClick();
-    EXPECT_EQ(rig.lane.lblStatus.Caption(), c.after);
-    EXPECT_EQ(rig.owner.asked.title, "Finish Order");
+    EXPECT_EQ(rig.lane.lblStatus.Caption(), after);
     EXPECT_EQ(rig.owner.asked.preset, "before");
   }
 }
 
 TEST(Panel, StandsInTheConsolesFrame) {
   LaneRig rig;
-  struct Console : Form {
-    explicit Console(Forms& forms) : Form(forms, "frmJudge"), frame(Add(ControlKind::Frame, "fraLane(2)")) {}
-    Control& frame;
-  } console(rig.forms);
-  rig.race.CommActive = true;
-  rig.lane.SetFormParent(console.frame, 2);
-  EXPECT_FALSE(console.frame.Visible());
-  EXPECT_TRUE(rig.lane.Visible());
-  EXPECT_EQ(rig.lane.Container(), &console.frame);
+  LaneRig console;
+  Control& frame = console.lane.fraLane;
+  rig.lane.SetFormParent(frame, 2);
+  EXPECT_FALSE(frame.Visible());
+  EXPECT_EQ(rig.lane.Container(), &frame);
   EXPECT_EQ(rig.lane.fraLane.Caption(), " Lane 3");
-  EXPECT_EQ(rig.lane.lblLow.BackColor(), Color::Rgb(3));
-  EXPECT_FALSE(rig.lane.cmdTurn.Visible());
-  rig.race.CommActive = false;
-  rig.lane.Resized();
-  EXPECT_TRUE(rig.lane.cmdTurn.Visible());
 }
 
 }  // namespace

@@ -6,245 +6,127 @@ namespace quorvane {
 namespace {
 
 TEST(Laps, EarlyAndQuickLapsAreIgnored) {
-  struct {
-    const char* what;
-    bool manualStart;
-    std::vector<std::int32_t> times;
-    int laps;
-  } const kCases[] = {{"before 5 s", true, {-1, 4999}, 0},
-                      {"at 5 s", true, {5000}, 1},
-                      {"within 3 s, started by hand", true, {20000, 22999}, 1},
-                      {"3 s later", true, {20000, 23000}, 2},
-                      {"within 3 s, started by the starter", false, {20000, 20001}, 2}};
-  for (const auto& c : kCases) {
-    LaneRig rig;
-    rig.Start();
-    rig.race.ManualStart = c.manualStart;
-    for (const std::int32_t t : c.times) rig.LapAt(t);
-    EXPECT_EQ(rig.lane.Laps(), c.laps) << c.what;
-    EXPECT_EQ(rig.owner.lapEvents, c.laps) << c.what;
+  using Case = std::tuple<const char*, bool, int>;
+  for (const auto& [script, manualStart, laps] :
+       {Case{"L+-1 L+4999", true, 0}, Case{"L+5000", true, 1}, Case{"L+20000 L+2999", true, 1},
+        Case{"L+20000 L+3000", true, 2}, Case{"L+20000 L+1", false, 2}}) {
+    LaneRig rig("");
+    rig.race.ManualStart = manualStart;
+    rig.Play(script);
+    EXPECT_EQ(rig.lane.Laps(), laps) << script;
+    EXPECT_EQ(rig.owner.broadcasts, laps) << script;
   }
 }
 
 TEST(Laps, CellsRunAndFreeze) {
-  LaneRig rig;
-  rig.Start();
-  frmLane& lane = rig.lane;
-  lane.UpdateLapTime(-1);
-  EXPECT_EQ(lane.lblLap[0].Caption(), "");
-  lane.UpdateLapTime(1234);
-  EXPECT_EQ(lane.lblLap[0].Caption(), "1.2");
-  rig.LapAt(10236);
-  EXPECT_EQ(lane.lblLap[0].Caption(), "10.24");
-  EXPECT_EQ(lane.lblLap[0].BackColor(), kSilver);
-  EXPECT_TRUE(lane.lblLap[1].Visible());
-  EXPECT_EQ(lane.lblLap[1].Caption(), "10.2");
-  EXPECT_EQ(lane.lblStatus.BackColor(), Color::Rgb(0x8080FF));
-  EXPECT_EQ(lane.Events()[0], (LaneEvent{1, 4, "L", "TM", 10236, 0}));
-}
-
-TEST(Laps, TheEleventhCellBelongsToALaneThatOwesTheLap) {
-  LaneRig rig;
-  rig.Start();
-  frmLane& lane = rig.lane;
-  const std::int32_t ten = rig.Fly(10, 10000);
-  lane.UpdateLapTime(ten + 5000);
-  EXPECT_FALSE(lane.lblLap[10].Visible());
-  EXPECT_EQ(lane.lblLap[10].Caption(), "");
-  // Seen at pylon 2 before the tenth lap was over: now the lane owes an eleventh.
-  rig.CutAt(ten + 3999, "1o", 1);
-  EXPECT_EQ(lane.LapTarget(), 11);
-  EXPECT_TRUE(lane.lblLap[10].Visible());
-  lane.UpdateLapTime(ten + 5000);
-  EXPECT_EQ(lane.lblLap[10].Caption(), "78.0");
-  // Withdrawn, and reported again: the cell goes and comes.
-  rig.CutAt(ten + 6000, "oo", 1);
-  EXPECT_FALSE(lane.lblLap[10].Visible());
-  EXPECT_EQ(lane.lblLap[10].Caption(), "");
-  EXPECT_EQ(lane.FinalTime(), ten);
-  EXPECT_EQ(rig.Final(), ten);
-  rig.CutAt(ten + 6500, "1o", 1);
-  EXPECT_TRUE(lane.lblLap[10].Visible());
-  EXPECT_EQ(lane.lblLap[9].BackColor(), kSilver) << "no finish any more";
-  rig.LapAt(ten + 7000);
-  EXPECT_EQ(lane.lblLap[10].Caption(), "80.00");
-  EXPECT_EQ(lane.lblLap[10].BackColor(), kSilver);
-  EXPECT_EQ(rig.Final(), ten + 7000);
+  LaneRig rig("");
+  const auto after = [&](const char* script) {
+    rig.lane.UpdateLapTime(rig.Play(script));
+    return rig.Cell(0) + "|" + rig.Cell(1) + "|" + rig.Cell(9) + "|" + rig.Cell(10);
+  };
+  rig.lane.UpdateLapTime(-1);
+  EXPECT_EQ(rig.Cell(0), "");
+  rig.lane.UpdateLapTime(1234);
+  EXPECT_EQ(rig.Cell(0), "1.2");
+  rig.Play("L+7236");
+  EXPECT_EQ(rig.Cell(1), "7.2");
+  EXPECT_EQ(rig.lane.lblStatus.BackColor(), Color::Rgb(0x8080FF));
+  EXPECT_EQ(after("L+10000"), "7.24|17.24|hidden|hidden");
+  EXPECT_EQ(rig.lane.lblLap[1].BackColor(), kSilver);
+  EXPECT_EQ(after("8L"), "7.24|17.24|73.24|hidden");
+  EXPECT_EQ(rig.lane.lblLap[10].Caption(), "");
+  // Seen at pylon 2 before the tenth lap was over, withdrawn, and seen again: an eleventh lap is owed or not.
+  EXPECT_EQ(after("C1+3999"), "7.24|17.24|73.24|77.2");
+  EXPECT_EQ(after("W1+1001"), "7.24|17.24|73.24|hidden");
+  EXPECT_EQ(rig.Final(), 73236);
+  EXPECT_EQ(after("C1+500"), "7.24|17.24|73.24|78.7");
+  EXPECT_EQ(rig.lane.lblLap[9].BackColor(), kSilver) << "no finish any more";
+  EXPECT_EQ(after("L+2500"), "7.24|17.24|73.24|81.24");
+  EXPECT_EQ(rig.lane.lblLap[10].BackColor(), kSilver);
+  EXPECT_EQ(rig.Final(), 81236);
+  rig.lane.UpdateLapTime(rig.Play("2L"));
+  EXPECT_EQ(rig.lane.Laps(), 11);
 }
 
 TEST(Laps, ANoviceIsCreditedWithTheFirstLap) {
   LaneRig rig;
+  const auto heads = [&] {
+    std::string text;
+    for (const Control* head : rig.lane.lblHdr) text += head->Visible() ? head->Caption().substr(3) : " -";
+    return text;
+  };
   rig.lane.chkNovice.SetValue(1);
-  EXPECT_EQ(rig.lane.lblHdr[0].Caption(), "Lap 1");
-  EXPECT_FALSE(rig.lane.lblHdr[1].Visible());
-  EXPECT_EQ(rig.lane.lblHdr[10].Caption(), "Lap 10");
+  EXPECT_EQ(heads(), " 1 - 2 3 4 5 6 7 8 9 10");
+  EXPECT_EQ(rig.lane.chkNovice.ForeColor(), kRed);
   rig.Start();
-  EXPECT_TRUE(rig.lane.CanDoLap(1) || rig.lane.IsFinished());
-  rig.LapAt(12000);
+  EXPECT_FALSE(rig.lane.CanDoLap(0));
+  rig.Play("L");
   EXPECT_EQ(rig.Kinds(), "L1 L2");
-  EXPECT_EQ(rig.lane.lblLap[0].Caption(), "12.00");
-  EXPECT_EQ(rig.lane.lblLap[0].BackColor(), kSilver);
-  EXPECT_FALSE(rig.lane.lblLap[1].Visible());
-  EXPECT_TRUE(rig.lane.lblLap[2].Visible());
-  // The station has counted one lap; its second is the lane's third.
-  rig.At(19000);
-  EXPECT_FALSE(rig.lane.CanDoLap(1));
-  EXPECT_TRUE(rig.lane.CanDoLap(2));
-  const std::int32_t last = rig.Fly(8, 19000);
-  EXPECT_EQ(rig.lane.Laps(), 10);
-  EXPECT_EQ(rig.Final(), last);
-
+  EXPECT_EQ(rig.Cell(0) + "|" + rig.Cell(1) + "|" + rig.Cell(2), "7.00|hidden|7.0");
+  rig.At(12000);
+  EXPECT_FALSE(rig.lane.CanDoLap(1)) << "the station has counted one lap";
+  EXPECT_TRUE(rig.lane.CanDoLap(2)) << "its second is the lane's third";
+  rig.lane.chkNovice.SetValue(0);
+  EXPECT_EQ(rig.lane.chkNovice.Value(), 1) << "not during a race";
+  rig.Play("8L");
+  EXPECT_EQ(rig.Final(), 68000);
   rig.race.RaceActive = false;
   rig.lane.chkNovice.SetValue(0);
-  EXPECT_EQ(rig.lane.lblHdr[1].Caption(), "Lap 2");
-  EXPECT_TRUE(rig.lane.lblHdr[1].Visible());
+  EXPECT_EQ(heads(), " 1 2 3 4 5 6 7 8 9 10 11");
 }
 
-TEST(Laps, TheNoviceBoxStaysAsItIsDuringARace) {
-  for (const int before : {0, 1}) {
-    LaneRig rig;
-    rig.lane.chkNovice.SetValue(before);
-    rig.Start();
-    const Color color = rig.lane.chkNovice.ForeColor();
-    rig.lane.chkNovice.SetValue(1 - before);
-    EXPECT_EQ(rig.lane.chkNovice.Value(), before);
-    EXPECT_EQ(rig.lane.chkNovice.ForeColor(), color);
-    EXPECT_FALSE(rig.lane.InNoviceClick());
-  }
-}
-
-TEST(Laps, AStationsLapCountsOnce) {
-  LaneRig rig;
-  rig.Start();
-  rig.At(10000);
+TEST(Laps, AStationsLapCountsOnceAndIsLitWhileLockedOut) {
+  using Info = std::pair<int, int>;
+  LaneRig rig("");
   EXPECT_FALSE(rig.lane.CanDoLap(0));
   EXPECT_TRUE(rig.lane.CanDoLap(1));
-  rig.LapAt(10000);
-  rig.At(13999);
-  EXPECT_FALSE(rig.lane.CanDoLap(2)) << "locked out";
-  rig.At(14000);
+  rig.At(7000);
+  EXPECT_EQ(rig.Info(), Info(0, 0));
+  rig.lane.cmdLap_Click();
+  EXPECT_EQ(rig.Info(), Info(1, 255));
+  rig.Play("L+3500");  // the timer of the first lap runs on
+  rig.At(10999);
+  EXPECT_EQ(rig.Info(), Info(2, 0));
+  EXPECT_FALSE(rig.lane.CanDoLap(3)) << "locked out";
+  rig.Play("C0+1");
   EXPECT_EQ(rig.lane.lblStatus.BackColor(), kWindow);
-  EXPECT_FALSE(rig.lane.CanDoLap(1)) << "counted already";
-  EXPECT_TRUE(rig.lane.CanDoLap(2));
-  rig.At(40001);
-  EXPECT_FALSE(rig.lane.CanDoLap(2)) << "finished";
+  EXPECT_FALSE(rig.lane.CanDoLap(2)) << "counted already";
+  EXPECT_TRUE(rig.lane.CanDoLap(3));
+  rig.Play("T");
+  EXPECT_EQ(rig.Info(), Info(2, 10));
+  rig.At(40501);
+  EXPECT_FALSE(rig.lane.CanDoLap(3)) << "finished";
 }
 
 TEST(Laps, ALaneFinishesByLapsByCutsAndBySilence) {
-  struct {
-    const char* what;
-    int laps;
-    int cuts;
-    std::int32_t sinceLast;
-    bool finished;
-  } const kCases[] = {{"silent from the start", 0, 0, 30000, false},
-                      {"at last", 0, 0, 30001, true},
-                      {"nine laps", 9, 0, 10000, false},
-                      {"ten laps", 10, 0, 9999, false},
-                      {"ten laps, 10 s", 10, 0, 10000, true},
-                      {"a cut: owes one", 10, 1, 10000, false},
-                      {"two cuts", 3, 2, 10000, true}};
-  for (const auto& c : kCases) {
-    LaneRig rig;
-    rig.Start();
-    if (c.cuts > 0) rig.CutAt(1, c.cuts == 1 ? "o1" : "11", 0);
-    const std::int32_t last = c.laps > 0 ? rig.Fly(c.laps, 6000) : 0;
-    rig.At(last + c.sinceLast);
-    EXPECT_EQ(rig.lane.IsFinished(), c.finished) << c.what;
+  using Case = std::tuple<const char*, std::int32_t, bool>;
+  for (const auto& [script, after, finished] :
+       {Case{"", 30000, false}, Case{"", 30001, true}, Case{"9L", 10000, false}, Case{"C0 10L", 10000, false},
+        Case{"10L", 9999, false}, Case{"10L", 10000, true}, Case{"C0 C1 3L", 9999, false},
+        Case{"C0 C1 3L", 10000, true}}) {
+    LaneRig rig(script);
+    rig.At(rig.owner.raceTime + after);
+    EXPECT_EQ(rig.lane.IsFinished(), finished) << script << " " << after;
   }
-}
-
-TEST(Laps, ALaneThatDoesNotFlyIsFinishedAndTakesNothing) {
-  LaneRig rig;
-  rig.Start();
-  rig.LapAt(10000);
+  LaneRig rig("L");
   rig.lane.InitializeRace(-1000000);
-  rig.At(-500000);
+  rig.Play("L C0 T");
+  EXPECT_EQ(rig.lane.EventCount(), 0) << "does not fly";
   EXPECT_TRUE(rig.lane.IsFinished());
-  EXPECT_EQ(rig.lane.TimeBase(), 0);
-  EXPECT_EQ(rig.lane.EventCount(), 0);
-  EXPECT_EQ(rig.lane.Laps(), 0);
-  rig.LapAt(20000);
-  rig.lane.DoCut("11", 0, 20000);
-  rig.lane.DoTurn(4, 20000, 80);
-  EXPECT_EQ(rig.lane.EventCount(), 0);
   rig.Start();
   EXPECT_FALSE(rig.lane.IsFinished());
 }
 
-TEST(Laps, InitializeRaceClearsTheRaceBefore) {
-  LaneRig rig;
-  rig.race.CommActive = true;
-  rig.Start();
-  EXPECT_FALSE(rig.lane.cmdLap.Visible());
-  rig.race.CommActive = false;
-  rig.owner.clockRunning = false;
-  rig.CutAt(6000, "11", 2);
-  rig.Fly(11, 7000);
-  rig.Final();
-  rig.lane.LaneOrder(1);
-  rig.lane.lblStatus.SetTag("Locked");
-  rig.lane.lblCut_MouseMove(0);
-  rig.lane.InitializeRace(0);
-  const frmLane& lane = rig.lane;
-  EXPECT_EQ(lane.TimeBase(), -60000);
-  EXPECT_EQ(lane.FinalTime(), kNoFinalTime);
-  EXPECT_EQ(lane.LapTarget(), 10);
-  EXPECT_EQ(lane.CutsBeforeFinish(), 0);
-  EXPECT_EQ(lane.cmdCut.Caption(), "Cut");
-  EXPECT_EQ(lane.lblStatus.Tag(), "");
-  EXPECT_EQ(lane.lblStatus.BackColor(), kWindow);
-  EXPECT_FALSE(lane.tmrLaps.Enabled());
-  EXPECT_FALSE(lane.cmdOrder.Visible());
-  EXPECT_FALSE(lane.cmdShow.Visible());
-  EXPECT_FALSE(lane.lblCut[0].Visible());
-  EXPECT_TRUE(lane.lblLap[0].Visible());
-  EXPECT_FALSE(lane.lblLap[1].Visible());
-  EXPECT_TRUE(lane.cmdLap.Visible());
-  EXPECT_FALSE(lane.cmdLap.Enabled());
-}
-
 TEST(Laps, ARefusedLapLeavesTheLaneAsItWas) {
-  LaneRig rig;
-  rig.Start();
-  for (int i = 0; i < 101; ++i) rig.LapAt(10000 + 4000 * i);
-  ASSERT_EQ(rig.lane.EventCount(), 101);
+  LaneRig rig("101L");
   const std::int32_t last = rig.lane.LastLapTime();
-  EXPECT_THROW(rig.LapAt(900000), SubscriptError);
+  EXPECT_THROW(rig.Play("L"), SubscriptError);
   EXPECT_EQ(rig.lane.LastLapTime(), last);
-  EXPECT_EQ(rig.owner.lapEvents, 101);
-
+  EXPECT_EQ(rig.owner.broadcasts, 101);
   rig.lane.InitializeRace(2000000000);
-  rig.race.RaceDone = true;
   EXPECT_THROW(rig.LapAt(2000000000), OverflowError);
-  EXPECT_EQ(rig.lane.EventCount(), 0);
   EXPECT_THROW(rig.lane.InitializeRace(INT32_MIN), OverflowError);
   EXPECT_EQ(rig.lane.TimeBase(), 2000000000 - 60000);
-}
-
-TEST(Laps, TheLightIsWhatIsLeftOfLapOrTurn) {
-  LaneRig rig;
-  rig.Start();
-  std::uint8_t laps = 9;
-  std::uint8_t lit = 9;
-  std::array<std::int16_t, 4> cuts = {};
-  rig.lane.GetInfo(laps, lit, cuts);
-  EXPECT_EQ(laps, 0);
-  EXPECT_EQ(lit, 0);
-  rig.LapAt(10000);
-  rig.lane.GetInfo(laps, lit, cuts);
-  EXPECT_EQ(laps, 1);
-  EXPECT_EQ(lit, 255);
-  rig.LapAt(13500);  // the timer of the first lap runs on
-  rig.At(13900);
-  rig.lane.GetInfo(laps, lit, cuts);
-  EXPECT_EQ(lit, 12);
-  rig.lane.DoTurn(4, 13900, 800);
-  rig.lane.GetInfo(laps, lit, cuts);
-  EXPECT_EQ(lit, 100);
-  rig.At(14700);
-  rig.lane.GetInfo(laps, lit, cuts);
-  EXPECT_EQ(lit, 0);
 }
 
 }  // namespace
