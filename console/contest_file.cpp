@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "console/race_records.h"
+#include "records/lane_colors.h"
 #include "records/profile_file.h"
 #include "records/project_store.h"
 
@@ -11,18 +12,42 @@ namespace {
 
 constexpr std::size_t kLargestProject = std::size_t{256} << 20;
 
-}  // namespace
-
-std::error_code ReadProject(FileOps& files, const std::string& path, ContestRecord& contest) {
+std::error_code ReadText(FileOps& files, const std::string& path, ProfileFile& text) {
   std::string bytes;
   FileStamp stamp;
   if (const std::error_code error = files.ReadFile(path, kLargestProject, bytes, stamp)) return error;
-  const ProfileFile text(std::move(bytes));
-  contest =
-      ReadContest({[&](const std::string& section, const std::string& key, const std::string& fallback) {
-                     return ProfileString(text, section, key, fallback);
-                   },
-                   path});
+  text = ProfileFile(std::move(bytes));
+  return {};
+}
+
+// Good for as long as the text lives.
+ProjectSource SourceOf(const ProfileFile& text, const std::string& path) {
+  return {[&text](const std::string& section, const std::string& key, const std::string& fallback) {
+            return ProfileString(text, section, key, fallback);
+          },
+          path};
+}
+
+}  // namespace
+
+std::error_code ReadProject(FileOps& files, const std::string& path, ContestRecord& contest) {
+  ProfileFile text("");
+  if (const std::error_code error = ReadText(files, path, text)) return error;
+  contest = ReadContest(SourceOf(text, path));
+  return {};
+}
+
+std::error_code ReadRaces(FileOps& files, const std::string& path, const SettingsStore& settings,
+                          const std::vector<int>& numbers, std::vector<RaceRecord>& races) {
+  ProfileFile text("");
+  if (const std::error_code error = ReadText(files, path, text)) return error;
+  ProjectSource project = SourceOf(text, path);
+  project.laneColorScheme = LoadLaneColorScheme(settings);
+  for (const int number : numbers) races.push_back(ReadRace(project, number));
+  if (!numbers.empty()) return {};
+  for (RaceRecord& race : ReadContest(project).races) {
+    if (race.stands) races.push_back(std::move(race));
+  }
   return {};
 }
 

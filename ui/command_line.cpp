@@ -4,7 +4,7 @@
 #include <optional>
 #include <string_view>
 
-#include "records/race_record.h"
+#include "console/heat_printer.h"
 #include "ui/paper.h"
 
 namespace quorvane {

@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "common/platform.h"
+#include "console/heat_printer.h"
 #include "print/surface.h"
-#include "records/race_record.h"
 
 class QPagedPaintDevice;
 class QSizeF;
