@@ -36,7 +36,7 @@ void JournalFile::Append(std::string text) {
   Add({0, std::move(text)});
 }
 
-void JournalFile::InsertBefore(std::string tail, const std::string& text) {
+void JournalFile::InsertBefore(const std::string& tail, const std::string& text) {
   const std::size_t back = tail.size();
   Add({back, text + tail});
 }

@@ -29,7 +29,7 @@ class JournalFile {
 
   void Append(std::string text);
   // Puts the text in front of the last `tail` bytes appended, which must be what was appended last.
-  void InsertBefore(std::string tail, const std::string& text);
+  void InsertBefore(const std::string& tail, const std::string& text);
 
   // Empty while all is well. From any thread.
   std::string Problem() const;

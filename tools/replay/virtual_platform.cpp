@@ -49,7 +49,7 @@ void MemorySettings::SaveSetting(const std::string& section, const std::string& 
 SerialError VirtualSerial::OpenDevice(int port, const std::string& /*settings*/) {
   if (!ports.contains(port)) return {kErrorNoSuchPort, "Invalid port number"};
   const auto found = busy.find(port);
-  const SerialError error = found == busy.end() ? SerialError{} : found->second;
+  SerialError error = found == busy.end() ? SerialError{} : found->second;
   if (onOpened) onOpened(port, error);
   return error;
 }
