@@ -199,6 +199,7 @@ class frmJudge : public Form, private LaneOwner, private LinkOwner {
   void MoveToTyped(Control& box, bool isHeat);
   std::int16_t AskHeatsPerRound();
 
+  void ForEachLane(const std::function<void(frmLane&, std::size_t)>& part);
   void ProcessTimersMessage(const StationMessage& frame);
   void ProcessPylonMessage(const StationMessage& frame);
   void ProcessStartersMessage(const StationMessage& frame);

@@ -38,21 +38,29 @@ void frmJudge::ProcessMessage(const StationMessage& frame) {
   if (frame.From < frmSerialPort::kLastStationMessages) link_->LastStationMessage(frame.From) = frame;
 }
 
-void frmJudge::ProcessTimersMessage(const StationMessage& frame) {
+// A lane that refuses its part of a frame (its log is full) must not cost the lanes after it theirs.
+void frmJudge::ForEachLane(const std::function<void(frmLane&, std::size_t)>& part) {
   for (std::size_t i = 0; i < lanes_.size(); ++i) {
-    if (lanes_[i]->CanDoLap(frame.Lap[i]) && frame.Lit[i] != 0) {
-      lanes_[i]->DoLap(MessageRaceTime_, frame.Lit[i] * 8);
+    try {
+      part(*lanes_[i], i);
+    } catch (const SubscriptError&) {
+      ShowNotice("Lane " + std::to_string(i + 1) + " takes no more entries: its log is full");
+    } catch (const RunTimeError&) {  // ends this lane's part only
     }
   }
 }
 
+void frmJudge::ProcessTimersMessage(const StationMessage& frame) {
+  ForEachLane([&](frmLane& lane, std::size_t i) {
+    if (lane.CanDoLap(frame.Lap[i]) && frame.Lit[i] != 0) lane.DoLap(MessageRaceTime_, frame.Lit[i] * 8);
+  });
+}
+
 void frmJudge::ProcessPylonMessage(const StationMessage& frame) {
   if (race_.RaceDone) return;
-  for (std::size_t i = 0; i < lanes_.size(); ++i) {
-    if (lanes_[i]->CanDoTurn() && frame.Lit[i] != 0) {
-      lanes_[i]->DoTurn(kTimers, MessageRaceTime_, frame.Lit[i] * 8);
-    }
-  }
+  ForEachLane([&](frmLane& lane, std::size_t i) {
+    if (lane.CanDoTurn() && frame.Lit[i] != 0) lane.DoTurn(kTimers, MessageRaceTime_, frame.Lit[i] * 8);
+  });
 }
 
 void frmJudge::ProcessStartersMessage(const StationMessage& frame) {
@@ -164,16 +172,16 @@ void frmJudge::FinishStartersMessage(const StationMessage& frame) {
 
 void frmJudge::ApplyStarterCuts(const StationMessage& frame) {
   const StationMessage& before = link_->LastStationMessage(kStarter);
-  for (std::size_t i = 0; i < lanes_.size(); ++i) {
-    if (frame.Cuts[i] == before.Cuts[i]) continue;
+  ForEachLane([&](frmLane& lane, std::size_t i) {
+    if (frame.Cuts[i] == before.Cuts[i]) return;
     const std::string now = BitString(frame.Cuts[i]);
     const std::string then = BitString(before.Cuts[i]);
     for (int k = 0; k < 4; ++k) {
       const auto at = static_cast<std::size_t>((3 - k) * 2);
       const std::string pair = now.substr(at, 2);
-      if (pair != then.substr(at, 2)) lanes_[i]->DoCut(pair, k, MessageRaceTime_);
+      if (pair != then.substr(at, 2)) lane.DoCut(pair, k, MessageRaceTime_);
     }
-  }
+  });
 }
 
 }  // namespace quorvane

@@ -90,6 +90,21 @@ TEST_F(Stations, TurnsComeFromTheFirstJudgeToThePylonBox) {
   EXPECT_EQ(rig.lane(0).Events()[0].Kind, "T");
 }
 
+TEST_F(Stations, AFullLogCostsNoOtherLaneItsEntries) {
+  CountDown();
+  rig.At(66000);
+  while (rig.lane(0).EventCount() < LaneLog::kSlots) rig.lane(0).DoTurn(4, 66000, 1);
+  rig.At(66010);
+  rig.Receive(Frame(4, 3, 1).Lane(0, 1, 50).Lane(1, 1, 50));
+  EXPECT_EQ(rig.lane(1).Laps(), 1);
+  rig.Receive(Frame(0, 6, 1).Lane(0, 0, 50).Lane(1, 0, 50));
+  EXPECT_EQ(rig.lane(1).EventCount(), 2);
+  rig.Receive(Frame(3, 6, 66010).With(3, 1).With(11, 0x01).With(12, 0x01));
+  EXPECT_EQ(rig.lane(1).EventCount(), 3);
+  EXPECT_EQ(rig.lane(0).EventCount(), LaneLog::kSlots);
+  EXPECT_EQ(rig.judge().lblNotice.Caption(), "Lane 1 takes no more entries: its log is full");
+}
+
 TEST_F(Stations, CutsAreWhatChangedInTheStartersByte) {
   CountDown();
   rig.At(66000);
