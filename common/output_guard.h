@@ -1,0 +1,41 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace quorvane {
+
+// What a path leads to, through symbolic links, told by the content and never by the name.
+enum class FileKind : std::uint8_t {
+  Missing,
+  Empty,       // nothing but blanks and line ends
+  Project,     // a section "Current", "Race<n>" or "Refly<n>", or one of their lanes
+  Settings,    // a section of the settings store
+  Journal,     // begins as a session journal does
+  Ini,         // begins with a section, but has none of the above
+  Other,       // any other content
+  NoFile,      // a folder, a device, a FIFO, a socket: is neither opened nor waited for
+  Unreadable,  // cannot be looked at
+};
+
+FileKind KindOfFile(const std::filesystem::path& path);
+
+// Asked before any file is written that somebody has named. The reason, in words for whoever named it, why
+// `path` must not become a file of this kind (Other: a report, a table, a text); nothing when it may.
+//
+// Never replaced are: what is no file or cannot be looked at; a project, settings store or journal by another
+// kind; a file of another kind by one of these three (but a settings store may be any INI file); an existing
+// journal by any (see FreeJournalName); and the files `inUse`, by whatever name or hard link they are
+// reached.
+std::optional<std::string> WhyNotWrite(const std::filesystem::path& path, FileKind becomes,
+                                       const std::vector<std::filesystem::path>& inUse = {});
+
+// Where a session that is to be recorded in `path` goes: `path` itself when no journal with content stands
+// there, otherwise the first free name of "name-2.journal", "name-3.journal", ... Says nothing of whether it
+// may be written.
+std::filesystem::path FreeJournalName(const std::filesystem::path& path);
+
+}  // namespace quorvane
