@@ -101,6 +101,10 @@ void Control::SetAnchor(Control* anchor) {
   Set(anchor_, anchor, Property::Anchor);
 }
 
+void Control::SetToolTip(std::string toolTip) {
+  Set(toolTip_, std::move(toolTip), Property::ToolTip);
+}
+
 void Control::SetListIndex(int index) {
   if (index < -1 || index >= static_cast<int>(items_.size())) index = -1;
   if (listIndex_ == index) return;
@@ -131,9 +135,9 @@ bool Control::Reachable() const {
 }
 
 std::string_view PropertyName(Property property) {
-  static constexpr std::array<std::string_view, 14> kNames = {
-      "caption",   "text", "value",     "checked", "enabled",  "visible", "backColor",
-      "foreColor", "tag",  "listIndex", "items",   "interval", "anchor",  "selection"};
+  static constexpr std::array<std::string_view, 15> kNames = {
+      "caption", "text",      "value", "checked",  "enabled", "visible",   "backColor", "foreColor",
+      "tag",     "listIndex", "items", "interval", "anchor",  "selection", "toolTip"};
   return kNames[static_cast<std::size_t>(property)];
 }
 

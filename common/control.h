@@ -39,6 +39,7 @@ enum class Property : std::uint8_t {
   Interval,
   Anchor,
   Selection,
+  ToolTip,
 };
 
 // One control of a form as plain data: what the operator sees of it and what an event procedure reads from
@@ -72,6 +73,8 @@ class Control {
   // The control that this one is placed by: a cut mark's lap cell, the label that a pop-up button covers. The
   // window decides what "by" looks like.
   Control* Anchor() const { return anchor_; }
+  // What the pointer is told that rests on the control, such as why it is disabled now. Empty: nothing.
+  const std::string& ToolTip() const { return toolTip_; }
   int SelectionStart() const { return selectionStart_; }
   int SelectionLength() const { return selectionLength_; }  // characters of Text
 
@@ -87,6 +90,7 @@ class Control {
   void SetChecked(bool checked);
   void SetInterval(std::int32_t ms);
   void SetAnchor(Control* anchor);
+  void SetToolTip(std::string toolTip);
   void SetSelection(int start, int length);
   // A check box whose value really changes raises onClick, whoever changes it. An option button does not.
   void SetValue(int value);
@@ -122,6 +126,7 @@ class Control {
   std::string caption_;
   std::string text_;
   std::string tag_;
+  std::string toolTip_;
   std::vector<std::string> items_;
 };
 

@@ -21,6 +21,7 @@ bool ControlView::Apply() {
         Property::BackColor, Property::ForeColor, Property::ListIndex, Property::Selection}) {
     if (has(property) && control_.Has(property)) Show(property);
   }
+  if (has(Property::ToolTip)) Widget()->setToolTip(ToQString(control_.ToolTip()));
   if (has(Property::Enabled)) ShowEnabled();
   if (has(Property::Visible)) ShowVisible();
   return has(Property::Visible) || has(Property::Anchor);

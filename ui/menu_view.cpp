@@ -24,7 +24,10 @@ QAction* MenuView::Find(const Control& control) const {
 
 void MenuView::Add(Control& control) {
   QAction* parent = control.Parent() == nullptr ? nullptr : Find(*control.Parent());
-  if (parent != nullptr && parent->menu() == nullptr) parent->setMenu(new QMenu(this));
+  if (parent != nullptr && parent->menu() == nullptr) {
+    parent->setMenu(new QMenu(this));
+    parent->menu()->setToolTipsVisible(true);
+  }
   auto* entry = new QAction(this);
   entry->setObjectName(QString::fromStdString(control.FullName()));
   entry->setMenuRole(QAction::NoRole);
@@ -56,6 +59,7 @@ void MenuView::Click(const Control& control) {
 void MenuView::Apply() {
   for (const auto& [control, entry] : entries_) {
     entry->setText(ToQString(control->Caption()));
+    entry->setToolTip(ToQString(control->ToolTip()));
     entry->setEnabled(control->Enabled());
     entry->setVisible(control->Visible());
     entry->setSeparator(control->Caption() == "-");
