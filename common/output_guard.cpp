@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <filesystem>
 #include <fstream>
 #include <string_view>
 #include <system_error>
@@ -19,6 +20,10 @@ constexpr std::size_t kMostBytes = std::size_t{16} << 20;
 constexpr std::string_view kBlanks = " \t\r\n\f\v";
 constexpr std::array<std::string_view, 8> kSettingsSections = {
     "DiskFile", "RaceInfo", "frmSerialPort", "frmJudge", "Ports", "Printer", "Scoreboard", "Timer"};
+
+fs::path PathOf(const std::string& utf8) {
+  return {std::u8string(utf8.begin(), utf8.end())};
+}
 
 bool ReadBeginning(const fs::path& path, std::string& bytes) {
   std::ifstream in(path, std::ios::binary);
@@ -105,7 +110,10 @@ const char* NameOf(FileKind kind) {
 }
 
 // A missing file may be named in several ways as well: through a link, or by a path with "..".
-bool IsSame(const fs::path& a, const fs::path& b) {
+bool IsSame(const std::string& one, const std::string& other) {
+  if (one.empty() || other.empty()) return false;
+  const fs::path a = PathOf(one);
+  const fs::path b = PathOf(other);
   std::error_code error;
   if (fs::equivalent(a, b, error) && !error) return true;
   const fs::path whole = fs::weakly_canonical(a, error);
@@ -114,43 +122,43 @@ bool IsSame(const fs::path& a, const fs::path& b) {
 
 }  // namespace
 
-FileKind KindOfFile(const fs::path& path) {
+FileKind KindOfFile(const std::string& path) {
   std::error_code error;
-  const fs::file_status status = fs::status(path, error);
+  const fs::path file = PathOf(path);
+  const fs::file_status status = fs::status(file, error);
   if (status.type() == fs::file_type::not_found) return FileKind::Missing;
   if (!fs::status_known(status)) return FileKind::Unreadable;
   if (status.type() != fs::file_type::regular) return FileKind::NoFile;
   std::string bytes;
-  return ReadBeginning(path, bytes) ? KindOfContent(bytes) : FileKind::Unreadable;
+  return ReadBeginning(file, bytes) ? KindOfContent(bytes) : FileKind::Unreadable;
 }
 
-std::optional<std::string> WhyNotWrite(const fs::path& path, FileKind becomes,
-                                       const std::vector<fs::path>& inUse) {
-  if (std::any_of(inUse.begin(), inUse.end(), [&](const fs::path& used) { return IsSame(path, used); })) {
+std::optional<std::string> WhyNotWrite(const std::string& path, FileKind becomes,
+                                       const std::vector<std::string>& inUse) {
+  if (std::any_of(inUse.begin(), inUse.end(), [&](const std::string& used) { return IsSame(path, used); })) {
     return "it is a file in use";
   }
   const FileKind kind = KindOfFile(path);
   if (kind == FileKind::Missing || kind == FileKind::Empty) return std::nullopt;
   if (kind == becomes && kind != FileKind::Journal) return std::nullopt;
-  if (kind == FileKind::Ini && (becomes == FileKind::Settings || becomes == FileKind::Other))
+  if (kind == FileKind::Ini && (becomes == FileKind::Settings || becomes == FileKind::Other)) {
     return std::nullopt;
+  }
   return NameOf(kind);
 }
 
-fs::path FreeJournalName(const fs::path& path) {
-  const auto taken = [](const fs::path& name) {
-    const FileKind kind = KindOfFile(name);
-    return kind != FileKind::Missing && kind != FileKind::Empty;
-  };
+std::string FreeJournalName(const std::string& path) {
   if (KindOfFile(path) != FileKind::Journal) return path;
-  fs::path free;
+  const std::string ending = PathOf(path).extension().string();
+  const std::string base = path.substr(0, path.size() - ending.size());
+  std::string name;
   int number = 2;
+  FileKind kind = FileKind::Missing;
   do {
-    free = path.parent_path() / path.stem();
-    free += "-" + std::to_string(number++);
-    free += path.extension();
-  } while (taken(free));
-  return free;
+    name = base + "-" + std::to_string(number++) + ending;
+    kind = KindOfFile(name);
+  } while (kind != FileKind::Missing && kind != FileKind::Empty);
+  return name;
 }
 
 }  // namespace quorvane

@@ -1,12 +1,13 @@
 #pragma once
 
 #include <cstdint>
-#include <filesystem>
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace quorvane {
+
+// Paths are UTF-8.
 
 // What a path leads to, through symbolic links, told by the content and never by the name.
 enum class FileKind : std::uint8_t {
@@ -21,7 +22,7 @@ enum class FileKind : std::uint8_t {
   Unreadable,  // cannot be looked at
 };
 
-FileKind KindOfFile(const std::filesystem::path& path);
+FileKind KindOfFile(const std::string& path);
 
 // Asked before any file is written that somebody has named. The reason, in words for whoever named it, why
 // `path` must not become a file of this kind (Other: a report, a table, a text); nothing when it may.
@@ -30,12 +31,12 @@ FileKind KindOfFile(const std::filesystem::path& path);
 // kind; a file of another kind by one of these three (but a settings store may be any INI file); an existing
 // journal by any (see FreeJournalName); and the files `inUse`, by whatever name or hard link they are
 // reached.
-std::optional<std::string> WhyNotWrite(const std::filesystem::path& path, FileKind becomes,
-                                       const std::vector<std::filesystem::path>& inUse = {});
+std::optional<std::string> WhyNotWrite(const std::string& path, FileKind becomes,
+                                       const std::vector<std::string>& inUse = {});
 
 // Where a session that is to be recorded in `path` goes: `path` itself when no journal with content stands
 // there, otherwise the first free name of "name-2.journal", "name-3.journal", ... Says nothing of whether it
 // may be written.
-std::filesystem::path FreeJournalName(const std::filesystem::path& path);
+std::string FreeJournalName(const std::string& path);
 
 }  // namespace quorvane

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "common/output_guard.h"
 #include "console/race_records.h"
 #include "records/lane_colors.h"
 #include "records/profile_file.h"
@@ -53,18 +54,12 @@ std::error_code ReadRaces(FileOps& files, const std::string& path, const Setting
 
 std::optional<std::string> SaveResults(FileOps& files, const std::string& path, const std::string& project,
                                        const std::string& bytes) {
+  if (auto reason = WhyNotWrite(path, FileKind::Other, {project})) return reason;
   std::string target;
   FileStamp seen;
-  FileStamp source;
   std::error_code error = files.Resolve(path, target);
   if (!error) error = files.Look(target, seen);
-  if (!error) error = files.Look(project, source);
-  if (error) return error.message();
-  if (seen.kind != FileStamp::Kind::Missing) {
-    if (seen.kind != FileStamp::Kind::File) return "it is not a file";
-    if (seen.device == source.device && seen.number == source.number) return "it is the project itself";
-  }
-  error = ReplaceFile(files, target, bytes, seen);
+  if (!error) error = ReplaceFile(files, target, bytes, seen);
   return error ? std::optional(error.message()) : std::nullopt;
 }
 

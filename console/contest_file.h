@@ -20,7 +20,7 @@ std::error_code ReadRaces(FileOps& files, const std::string& path, const Setting
                           const std::vector<int>& numbers, std::vector<RaceRecord>& races);
 
 // Replaces `path` by these results in one step. Gives the reason why not: then nothing has changed. The
-// project itself, and what is no file, is never replaced.
+// project itself, and what results must not replace (see WhyNotWrite), stays.
 std::optional<std::string> SaveResults(FileOps& files, const std::string& path, const std::string& project,
                                        const std::string& bytes);
 

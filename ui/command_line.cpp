@@ -4,6 +4,7 @@
 #include <optional>
 #include <string_view>
 
+#include "common/output_guard.h"
 #include "console/heat_printer.h"
 #include "ui/paper.h"
 
@@ -165,6 +166,12 @@ CommandLine ParseCommandLine(const std::vector<std::string>& arguments) {
   }
   if (line.error.empty() && !line.help && !line.version) line.error = Contradiction(line);
   return line;
+}
+
+std::string TroubleWithSettings(const CommandLine& line) {
+  if (line.settings.empty()) return "";
+  const auto reason = WhyNotWrite(line.settings, FileKind::Settings, {line.project});
+  return reason ? "cannot keep settings in " + line.settings + ": " + *reason : "";
 }
 
 std::string HelpText() {

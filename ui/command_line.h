@@ -35,4 +35,7 @@ CommandLine ParseCommandLine(const std::vector<std::string>& arguments);
 // What --help prints.
 std::string HelpText();
 
+// What stands in the way of the settings file that is named, as a line for the user; empty when nothing does.
+std::string TroubleWithSettings(const CommandLine& line);
+
 }  // namespace quorvane

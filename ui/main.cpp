@@ -98,6 +98,10 @@ int main(int argc, char** argv) {
   }
   if (line.help) return std::fputs(quorvane::HelpText().c_str(), stdout) < 0 ? 1 : 0;
   if (line.version) return std::puts("quorvane " QUORVANE_VERSION) < 0 ? 1 : 0;
+  if (const std::string trouble = quorvane::TroubleWithSettings(line); !trouble.empty()) {
+    std::fprintf(stderr, "quorvane: %s\n", trouble.c_str());
+    return 2;
+  }
   if (!line.print.IsEmpty()) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     // What Qt says of a missing desktop is no news to somebody who asked for none.

@@ -6,6 +6,7 @@
 #include <QPdfWriter>
 #include <QSaveFile>
 
+#include "common/output_guard.h"
 #include "print/heat_report.h"
 #include "ui/look.h"
 #include "ui/qt_surface.h"
@@ -62,7 +63,8 @@ bool PutOnPaper(QPagedPaintDevice& device, int dotsPerInch, Paper paper, const s
 }
 
 QString WritePdf(const QString& path, Paper paper, const std::vector<RaceRecord>& races,
-                 const Imprint& imprint) {
+                 const Imprint& imprint, const std::vector<std::string>& inUse) {
+  if (const auto reason = WhyNotWrite(path.toStdString(), FileKind::Other, inUse)) return ToQString(*reason);
   QSaveFile file(path);
   if (!file.open(QIODevice::WriteOnly)) return file.errorString();
   {

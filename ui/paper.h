@@ -34,8 +34,10 @@ struct Imprint {
 bool PutOnPaper(QPagedPaintDevice& device, int dotsPerInch, Paper paper, const std::vector<RaceRecord>& races,
                 const Imprint& imprint);
 
-// Replaces the file in one step. An empty text, or the reason why nothing was written.
+// Replaces the file in one step, unless it is one that a report must not replace (see WhyNotWrite): a file of
+// `inUse`, such as the open project, or what is no file. An empty text, or the reason why nothing was
+// written.
 QString WritePdf(const QString& path, Paper paper, const std::vector<RaceRecord>& races,
-                 const Imprint& imprint);
+                 const Imprint& imprint, const std::vector<std::string>& inUse = {});
 
 }  // namespace quorvane

@@ -1,6 +1,5 @@
 #include "ui/print_command.h"
 
-#include <QFileInfo>
 #include <cstdio>
 
 #include "console/contest_file.h"
@@ -24,14 +23,10 @@ int RunPrintCommand(const CommandLine& line, const Imprint& imprint, const Setti
     return Complain("cannot read " + line.project + ": " + error.message(), 1);
   }
   if (races.empty()) return Complain("no race has been flown in " + line.project, 1);
-  const QFileInfo output(QString::fromStdString(line.output));
-  if (output.exists() &&
-      output.canonicalFilePath() == QFileInfo(QString::fromStdString(line.project)).canonicalFilePath()) {
-    return Complain("the report must not replace the project " + line.project, 2);
-  }
   Paper paper = LoadPrinterChoice(settings).paper;
   if (!line.paper.empty()) PaperNamed(line.paper, paper);
-  const QString trouble = WritePdf(output.filePath(), paper, races, imprint);
+  const QString trouble =
+      WritePdf(QString::fromStdString(line.output), paper, races, imprint, {line.project, line.settings});
   if (!trouble.isEmpty()) return Complain("cannot write " + line.output + ": " + trouble.toStdString(), 1);
   return 0;
 }

@@ -6,8 +6,7 @@
 namespace quorvane {
 
 // Writes the heat reports that the command line asks for into a PDF, without a window; needs a
-// QGuiApplication. The program's exit status: 0, 1 when a file is in the way, 2 when the command makes no
-// sense.
+// QGuiApplication. The program's exit status: 0, or 1 when a file is in the way.
 int RunPrintCommand(const CommandLine& line, const Imprint& imprint, const SettingsStore& settings);
 
 }  // namespace quorvane

@@ -84,8 +84,9 @@ void QtHeatPrinter::PrintHeat(const RaceRecord& race) {
 
 void QtHeatPrinter::SaveHeat(const RaceRecord& race, const std::string& path) {
   const Paper paper = LoadPrinterChoice(platform_.Settings()).paper;
-  Later([file = QString::fromStdString(path), paper, race, imprint = Now()] {
-    const QString trouble = WritePdf(file, paper, {race}, imprint);
+  const std::vector<std::string> inUse{program_.race().ProjectFile};
+  Later([file = QString::fromStdString(path), paper, race, imprint = Now(), inUse] {
+    const QString trouble = WritePdf(file, paper, {race}, imprint, inUse);
     return trouble.isEmpty() ? QStringLiteral("PDF saved: ") + RaceName(race)
                              : QStringLiteral("PDF not saved: ") + trouble;
   });

@@ -48,7 +48,7 @@ TEST(OutputGuard, RefusesWhatIsNoFileAndWhatIsInUseUnderAnyName) {
   std::filesystem::create_symlink(fifo, folder / "link");
   std::filesystem::create_symlink("loop", folder / "loop");
   std::filesystem::create_symlink("not-there", folder / "new");
-  for (const std::string name : {"", "fifo", "link", "loop"}) {
+  for (const char* name : {"", "fifo", "link", "loop"}) {
     EXPECT_TRUE(WhyNotWrite(folder / name, FileKind::Other)) << name;
   }
   EXPECT_FALSE(WhyNotWrite(folder / "new", FileKind::Other));

@@ -56,10 +56,10 @@ TEST(ResultsFile, ReplacesAFileAndNothingElse) {
   EXPECT_EQ(SaveResults(SystemFiles(), folder / "new.html", project, "one"), std::nullopt);
   EXPECT_EQ(SaveResults(SystemFiles(), folder / "new.html", project, "two"), std::nullopt);
   EXPECT_EQ(FileBytes(folder / "new.html"), "two");
-  for (const char* name : {"cup.ini", "link.html", "folder", "no/folder.html"}) {
+  PutFile(folder / "settings.ini", "[frmSerialPort]\nMore=1\n");
+  for (const char* name : {"cup.ini", "link.html", "folder", "no/folder.html", "settings.ini"}) {
     EXPECT_NE(SaveResults(SystemFiles(), folder / name, project, "x"), std::nullopt) << name;
   }
-  EXPECT_NE(SaveResults(SystemFiles(), "/dev/null", project, "x"), std::nullopt);
   EXPECT_EQ(FileBytes(project), "[Current]\nTitle=Cup\n");
 }
 

@@ -1,6 +1,7 @@
 #include "ui/paper.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <QFile>
 #include <QImage>
@@ -116,7 +117,9 @@ TEST_F(PaperTest, TheCommandLineFailsWithAStatusAndLeavesTheProjectAlone) {
   ASSERT_TRUE(QFile::copy(QString(QUORVANE_TEST_DATA) + "/results/cup.ini", project.fileName()));
   project.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
   QFile(Path("empty.ini")).open(QIODevice::WriteOnly);
-  const QtSettings settings(Path("s.ini").toStdString());
+  QtSettings settings(Path("set.ini").toStdString());
+  settings.SaveSetting("Printer", "Paper", "A4");
+  ASSERT_EQ(mkfifo(Path("fifo").toUtf8().constData(), 0600), 0);
   const struct {
     const char* races;
     const char* project;
@@ -126,7 +129,8 @@ TEST_F(PaperTest, TheCommandLineFailsWithAStatusAndLeavesTheProjectAlone) {
   } cases[] = {{"all", "cup.ini", "all.pdf", 0, 3},    {"2,1,9-10", "cup.ini", "some.pdf", 0, 4},
                {"1", "missing.ini", "none.pdf", 1, 0}, {"all", "empty.ini", "none.pdf", 1, 0},
                {"7", "empty.ini", "blank.pdf", 0, 1},  {"1", "cup.ini", "no/such/folder.pdf", 1, 0},
-               {"1", "cup.ini", "./cup.ini", 2, 0}};
+               {"1", "cup.ini", "./cup.ini", 1, 0},    {"1", "cup.ini", "fifo", 1, 0},
+               {"1", "cup.ini", "set.ini", 1, 0}};
   for (const auto& example : cases) {
     const CommandLine line = ParseCommandLine({"--print", example.races, Path(example.project).toStdString(),
                                                "-o", Path(example.output).toStdString(), "--paper", "a4"});
