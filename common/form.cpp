@@ -47,11 +47,15 @@ Control& Form::AddCaptioned(ControlKind kind, std::string name, std::string capt
   return control;
 }
 
+std::string IndexedName(const std::string& name, int index) {
+  return name + "(" + std::to_string(index) + ")";
+}
+
 ControlArray::ControlArray(Form& form, ControlKind kind, const std::string& name, int lower, int upper,
                            Control* parent)
     : lower_(lower) {
   for (int i = lower; i <= upper; ++i) {
-    elements_.push_back(&form.Add(kind, name + "(" + std::to_string(i) + ")", parent));
+    elements_.push_back(&form.Add(kind, IndexedName(name, i), parent));
   }
 }
 

@@ -56,6 +56,9 @@ class Form {
   std::unordered_map<std::string, Control*> byName_;
 };
 
+// "lblLap(3)".
+std::string IndexedName(const std::string& name, int index);
+
 // Controls of one name and kind with an index, "lblLap(0)".."lblLap(10)". An index outside is a
 // SubscriptError.
 class ControlArray {

@@ -9,8 +9,6 @@
 namespace quorvane {
 namespace {
 
-constexpr int kLapColumns = 11;
-
 std::string Quoted(const std::string& field) {
   if (field.find_first_of(",\"\r\n") == std::string::npos) return field;
   std::string text = "\"";

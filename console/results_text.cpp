@@ -11,7 +11,6 @@
 namespace quorvane {
 namespace {
 
-constexpr int kLapColumns = 11;
 constexpr int kLapWidth = 8;
 
 bool BeginsCharacter(char c) {

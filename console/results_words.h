@@ -12,6 +12,8 @@ namespace quorvane {
 
 // The words that every form of the results shares.
 
+inline constexpr int kLapColumns = 11;  // of a table that shows every lap
+
 std::string RaceTitle(const RaceRecord& race);  // "Race 12 REFLY"
 // Why a flight does not count: "reflown by Refly 2"; empty when it does.
 std::string RepeatedNote(const RaceRecord& race);

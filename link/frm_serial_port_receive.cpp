@@ -9,7 +9,7 @@ namespace {
 
 constexpr int kFirstLineError = 1000;
 
-std::string HexByte(std::uint8_t value) {
+std::string HexNumber(std::uint8_t value) {
   return "0x" + Hex(value);
 }
 
@@ -65,11 +65,11 @@ void frmSerialPort::DamagedFrame(const StationMessage& frame, std::uint8_t compu
   CurrentMessage_ = frame;
   if (frame.From == kAcknowledgement) CurrentMessage_.From = ToByte(LastToAddress_);
   ShowLinkMessage(StationName(CurrentMessage_.From) + " -> " + StationName(frame.To) + ", Ecc Error " +
-                  HexByte(computedEcc) + ", " + HexByte(frame.Ecc));
+                  HexNumber(computedEcc) + ", " + HexNumber(frame.Ecc));
 }
 
 void frmSerialPort::Unexpected(std::uint8_t first, std::uint8_t second) {
-  ShowLinkMessage("Unexpected " + HexByte(first) + ", " + HexByte(second));
+  ShowLinkMessage("Unexpected " + HexNumber(first) + ", " + HexNumber(second));
 }
 
 // The ageing timer clears the line again. It always has this interval, so that steady noise does not hold it

@@ -1,3 +1,4 @@
+#include "common/form.h"
 #include "ui/designs.h"
 
 namespace quorvane {
@@ -71,7 +72,7 @@ FormDesign ConsoleDesign() {
   AddRaceButtons(design);
   AddLinkRow(design);
   for (int i = 0; i < 4; ++i) {
-    design.places.push_back({"fraLane(" + std::to_string(i) + ")", {292, 10 + 189 * i, 978, 184}});
+    design.places.push_back({IndexedName("fraLane", i), {292, 10 + 189 * i, 978, 184}});
   }
   return design;
 }

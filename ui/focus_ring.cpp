@@ -6,7 +6,7 @@
 
 namespace quorvane {
 namespace {
-constexpr int kWidth = 3;
+constexpr int kRingWidth = 3;
 }
 
 FocusRing::FocusRing(QWidget* window) : QWidget(window) {
@@ -29,9 +29,9 @@ void FocusRing::Follow(QWidget* widget) {
 void FocusRing::Surround() {
   if (around_ == nullptr || !around_->isVisible()) return hide();
   const QRect inner(around_->mapTo(parentWidget(), QPoint(0, 0)), around_->size());
-  const QRect outer = inner.adjusted(-kWidth, -kWidth, kWidth, kWidth);
+  const QRect outer = inner.adjusted(-kRingWidth, -kRingWidth, kRingWidth, kRingWidth);
   setGeometry(outer);
-  setMask(QRegion(rect()) - QRegion(rect().adjusted(kWidth, kWidth, -kWidth, -kWidth)));
+  setMask(QRegion(rect()) - QRegion(rect().adjusted(kRingWidth, kRingWidth, -kRingWidth, -kRingWidth)));
   raise();
   show();
 }

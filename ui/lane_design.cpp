@@ -1,6 +1,7 @@
 #include <array>
 #include <string>
 
+#include "common/form.h"
 #include "ui/designs.h"
 
 namespace quorvane {
@@ -14,10 +15,6 @@ constexpr int kCell = 57;  // from one lap column to the next
 constexpr int kMarks = 40;
 constexpr int kMarkTop = 76;
 constexpr int kButtonTop = 128;
-
-std::string Indexed(const char* name, int index) {
-  return std::string(name) + "(" + std::to_string(index) + ")";
-}
 
 void AddName(FormDesign& design) {
   design.places.insert(
@@ -72,8 +69,8 @@ void AddColumns(FormDesign& design) {
     const int left = kFirstCell + kCell * i;
     const std::string number = std::to_string(i + 1);
     design.places.push_back(
-        {Indexed("lblHdr", i), {left, 6, kCell - 1, 20}, 10.5, Look::White, "column " + number});
-    design.places.push_back({Indexed("lblLap", i),
+        {IndexedName("lblHdr", i), {left, 6, kCell - 1, 20}, 10.5, Look::White, "column " + number});
+    design.places.push_back({IndexedName("lblLap", i),
                              {left, 27, kCell, 46},
                              13,
                              Look::Bold | Look::Border | Look::White,
@@ -83,7 +80,7 @@ void AddColumns(FormDesign& design) {
 
 void AddMarks(FormDesign& design) {
   for (int i = 0; i < kMarks; ++i) {
-    design.places.push_back({Indexed("lblCut", i),
+    design.places.push_back({IndexedName("lblCut", i),
                              {kFirstCell, kMarkTop, kCell, 22},
                              10,
                              Look::Border | Look::Words,

@@ -1,5 +1,6 @@
 #include <string>
 
+#include "common/form.h"
 #include "ui/designs.h"
 
 namespace quorvane {
@@ -10,15 +11,11 @@ constexpr int kStations = 8;
 constexpr int kNarrow = 470;
 constexpr int kDetail = 410;
 
-std::string Indexed(const char* name, int index) {
-  return std::string(name) + "(" + std::to_string(index) + ")";
-}
-
 // Up to 31 ports, in four rows of eight; most computers have one or two.
 void AddPorts(FormDesign& design) {
   for (int i = 0; i < kPorts; ++i) {
     const clsRect rect{14 + 112 * (i % 4), 34 + 26 * (i / 4), 108, 26};
-    design.places.push_back({Indexed("optPort", i), rect, 12, Look::Left});
+    design.places.push_back({IndexedName("optPort", i), rect, 12, Look::Left});
   }
   design.texts.push_back({"Serial port of the radio modem", {14, 8, 400, 24}, 12, Look::Left | Look::Bold});
 }
@@ -32,13 +29,15 @@ void AddStations(FormDesign& design, int top) {
     const int y = top + 31 + 27 * i;
     const std::string number = std::to_string(i);
     const Look look = Look::White;
-    design.places.push_back({Indexed("lblStation", i), {18, y, 136, 26}, 13, look | Look::Left | Look::Bold});
-    design.places.push_back({Indexed("lblAge", i), {160, y, 86, 26}, 13, look, "Age of station " + number});
-    design.places.push_back({Indexed("lblSilent", i), {394, y, 60, 26}, 12, look | Look::Bold});
     design.places.push_back(
-        {Indexed("lblVolt", i), {248, y, 66, 26}, 13, look, "Volts of station " + number});
+        {IndexedName("lblStation", i), {18, y, 136, 26}, 13, look | Look::Left | Look::Bold});
     design.places.push_back(
-        {Indexed("lblTemp", i), {316, y, 76, 26}, 13, look, "Temperature of station " + number});
+        {IndexedName("lblAge", i), {160, y, 86, 26}, 13, look, "Age of station " + number});
+    design.places.push_back({IndexedName("lblSilent", i), {394, y, 60, 26}, 12, look | Look::Bold});
+    design.places.push_back(
+        {IndexedName("lblVolt", i), {248, y, 66, 26}, 13, look, "Volts of station " + number});
+    design.places.push_back(
+        {IndexedName("lblTemp", i), {316, y, 76, 26}, 13, look, "Temperature of station " + number});
   }
   design.places.push_back(
       {"cmdStation", {18, top + 31, 136, 26}, 13, Look::Bold | Look::Blue, {}, {}, 0, Anchoring::Cover});

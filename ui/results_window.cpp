@@ -24,11 +24,11 @@
 namespace quorvane {
 namespace {
 
-constexpr int kLookMs = 500;
+constexpr int kRefreshMs = 500;
 constexpr int kTextPixels = 17;
 constexpr int kColumnGap = 8;
-constexpr QSize kUsual{1320, 660};
-constexpr QSize kLeast{560, 300};
+constexpr QSize kResultsSize{1320, 660};
+constexpr QSize kLeastResultsSize{560, 300};
 
 std::string Formatted(const ContestRecord& contest, const QString& ending) {
   if (ending == QLatin1String("csv")) return ResultsCsv(contest, true);
@@ -106,7 +106,7 @@ void ResultsModel::sort(int column, Qt::SortOrder order) {
 ResultsWindow::ResultsWindow(Program& program)
     : program_(program), summary_(new QLabel(this)), told_(new QLabel(this)), view_(new QTableView(this)) {
   setWindowTitle(QStringLiteral("Results"));
-  setMinimumSize(kLeast);
+  setMinimumSize(kLeastResultsSize);
   summary_->setFont(FontOfPixels(kTextPixels, true));
   summary_->setTextFormat(Qt::PlainText);
   summary_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
@@ -123,7 +123,7 @@ ResultsWindow::ResultsWindow(Program& program)
   layout->addWidget(summary_);
   layout->addWidget(view_, 1);
   layout->addWidget(NewButtons());
-  look_.setInterval(kLookMs);
+  look_.setInterval(kRefreshMs);
   QObject::connect(&look_, &QTimer::timeout, this, [this] { Look(); });
   program_.judge().mnuResults.onClick = [this] { Open(); };
 }
@@ -157,8 +157,9 @@ QWidget* ResultsWindow::NewButtons() {
 
 void ResultsWindow::Open() {
   if (!isVisible()) {
-    const QSize room = screen() == nullptr ? kUsual : screen()->availableSize();
-    if (size().width() < kUsual.width()) resize(kUsual.boundedTo(room).expandedTo(kLeast));
+    const QSize room = screen() == nullptr ? kResultsSize : screen()->availableSize();
+    if (size().width() < kResultsSize.width())
+      resize(kResultsSize.boundedTo(room).expandedTo(kLeastResultsSize));
     told_->clear();
   }
   look_.start();

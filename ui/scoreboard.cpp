@@ -21,9 +21,9 @@ namespace quorvane {
 namespace {
 
 constexpr int kFollowMs = 40;
-constexpr QSize kUsual{1024, 620};
-constexpr QSize kLeast{480, 300};
-constexpr const char* kSection = "Scoreboard";  // in the settings store
+constexpr QSize kScoreboardSize{1024, 620};
+constexpr QSize kLeastScoreboardSize{480, 300};
+constexpr const char* kSettings = "Scoreboard";  // in the settings store
 const QColor kFace(0xEE, 0xEE, 0xEE);
 
 // Shares of the picture's height and width.
@@ -220,7 +220,7 @@ Scoreboard::Scoreboard(Program& program, ProgramWindows& windows, SettingsStore&
   setWindowTitle(QStringLiteral("Scoreboard"));
   // The operator's keys belong to the console.
   setAttribute(Qt::WA_ShowWithoutActivating);
-  setMinimumSize(kLeast);
+  setMinimumSize(kLeastScoreboardSize);
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->setSpacing(0);
@@ -278,7 +278,7 @@ void Scoreboard::ListScreens() {
 }
 
 QScreen* Scoreboard::ScreenToOpenOn() const {
-  const QString chosen = ToQString(settings_.GetSetting(kSection, "Screen", ""));
+  const QString chosen = ToQString(settings_.GetSetting(kSettings, "Screen", ""));
   QScreen* other = nullptr;
   for (QScreen* screen : QGuiApplication::screens()) {
     if (screen->name() == chosen) return screen;
@@ -291,7 +291,7 @@ void Scoreboard::Open() {
   if (isVisible()) return raise();
   QScreen* screen = ScreenToOpenOn();
   if (screen == nullptr) return;
-  resize(kUsual.boundedTo(screen->availableSize()).expandedTo(kLeast));
+  resize(kScoreboardSize.boundedTo(screen->availableSize()).expandedTo(kLeastScoreboardSize));
   Follow();
   MoveToScreen(static_cast<int>(QGuiApplication::screens().indexOf(screen)));
   SetFullScreen(screen != windows_.Console().screen());
@@ -308,7 +308,7 @@ void Scoreboard::MoveToScreen(int index) {
   const QRect room = screen->availableGeometry();
   resize(size().boundedTo(room.size()));
   move(room.center() - rect().center());
-  if (chosen) settings_.SaveSetting(kSection, "Screen", screen->name().toStdString());
+  if (chosen) settings_.SaveSetting(kSettings, "Screen", screen->name().toStdString());
 }
 
 void Scoreboard::SetFullScreen(bool full) {

@@ -2,14 +2,11 @@
 
 #include <QShortcut>
 
+#include "common/form.h"
 #include "ui/focus_ring.h"
 
 namespace quorvane {
 namespace {
-
-std::string Indexed(const char* name, int index) {
-  return std::string(name) + "(" + std::to_string(index) + ")";
-}
 
 constexpr Look kText = Look::Left | Look::Top;
 constexpr Look kButton = Look::Bold | Look::White;
@@ -28,7 +25,7 @@ FormDesign TimerDesign() {
       {"lblFrequency", {212, 48, 192, 30}, 13, Look::Bold | Look::Border | Look::White, "Frequency"},
       {"fraGranularity", {12, 92, 396, 66}, 12, Look::Bold, "Display timer"}};
   for (int i = 0; i < 4; ++i) {
-    design.places.push_back({Indexed("optGranularity", i), {24 + 95 * i, 118, 90, 30}, 13, Look::Left});
+    design.places.push_back({IndexedName("optGranularity", i), {24 + 95 * i, 118, 90, 30}, 13, Look::Left});
   }
   design.places.push_back({"lblExplained", {16, 166, 388, 66}, 11, kText});
   design.places.push_back({"cmdClose", {152, 238, 116, 36}, 13, kButton, {}, {}, 'C'});
@@ -41,13 +38,14 @@ FormDesign KeyboardDesign() {
   design.height = 400;
   design.home = "cmdClose";
   for (int lane = 1; lane <= 4; ++lane) {
-    design.places.push_back({Indexed("lblLane", lane), {170 + 96 * (lane - 1), 10, 90, 32}, 13, Look::Bold});
+    design.places.push_back(
+        {IndexedName("lblLane", lane), {170 + 96 * (lane - 1), 10, 90, 32}, 13, Look::Bold});
   }
   for (int row = 0; row < 4; ++row) {
     const int top = 46 + 40 * row;
-    design.places.push_back({Indexed("lblAction", row), {16, top, 150, 36}, 12, Look::Left | Look::Bold});
+    design.places.push_back({IndexedName("lblAction", row), {16, top, 150, 36}, 12, Look::Left | Look::Bold});
     for (int lane = 0; lane < 4; ++lane) {
-      design.places.push_back({Indexed("lblKey", 4 * row + lane),
+      design.places.push_back({IndexedName("lblKey", 4 * row + lane),
                                {170 + 96 * lane, top, 90, 36},
                                16,
                                Look::Bold | Look::Border | Look::White,

@@ -12,8 +12,8 @@ namespace quorvane {
 namespace {
 
 // Everything that is kept of a lane and shows on its panel.
-struct Shown {
-  explicit Shown(const frmLane& lane)
+struct LaneShown {
+  explicit LaneShown(const frmLane& lane)
       : final(lane.FinalTime()),
         counts{lane.Laps(), lane.LapTarget(), lane.CutCount(), lane.CutsBeforeFinish()},
         pylons(lane.PylonCuts()) {
@@ -178,14 +178,14 @@ class Monkey {
 
   // The race comes back from the file as it stood on the console.
   void SaveAndShow() {
-    const std::vector<Shown> before = Lanes();
+    const std::vector<LaneShown> before = Lanes();
     const std::int16_t race = rig_.race().RaceNumber;
     rig_.Click("frmJudge.cmdSave");
     ASSERT_FALSE(rig_.judge().cmdSave.Enabled());
     rig_.race().RaceNumber = race;
     rig_.judge().ShowCurrentRace();
     ASSERT_TRUE(rig_.judge().HasRun(race));
-    const std::vector<Shown> after = Lanes();
+    const std::vector<LaneShown> after = Lanes();
     for (std::size_t i = 0; i < before.size(); ++i) {
       SCOPED_TRACE("race " + std::to_string(race) + " lane " + std::to_string(i + 1));
       ASSERT_EQ(after[i].log, before[i].log);
@@ -196,8 +196,8 @@ class Monkey {
     }
     ++saved;
   }
-  std::vector<Shown> Lanes() {
-    std::vector<Shown> lanes;
+  std::vector<LaneShown> Lanes() {
+    std::vector<LaneShown> lanes;
     for (int i = 0; i < 4; ++i) lanes.emplace_back(rig_.lane(i));
     return lanes;
   }

@@ -7,7 +7,6 @@
 namespace quorvane::field {
 namespace {
 
-constexpr std::int64_t kMs = 1000;  // microseconds
 constexpr std::int64_t kNever = std::numeric_limits<std::int64_t>::max();
 constexpr std::int64_t kStatusInterval = 3000 * kMs;
 constexpr std::int64_t kReminderInterval = 700 * kMs;

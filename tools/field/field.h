@@ -16,6 +16,9 @@
 
 namespace quorvane::field {
 
+inline constexpr std::int64_t kMs = 1000;                   // microseconds
+inline constexpr std::int64_t kStartSignal = 60'000 * kMs;  // of the race clock
+
 // A station that is switched off for a time: it neither sends nor hears.
 struct Silence {
   std::uint8_t station = 0;

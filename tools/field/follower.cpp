@@ -9,7 +9,7 @@
 namespace quorvane::field {
 namespace {
 
-constexpr std::int64_t kStartSignal = 60'000;
+constexpr std::int64_t kStartSignalMs = 60'000;
 constexpr std::int64_t kCountBelow = 59'000;  // without a count the clock begins just before the start signal
 
 bool IsRaceEvent(const Report& report) {
@@ -121,7 +121,7 @@ void Follower::NoteCuts() {
 // By the clock of the frame in hand, since the lane's own start signal.
 int Follower::LaneTime(const LaneResult& lane) const {
   const int stagger = Staggers(race_.mode)[static_cast<std::size_t>(lane.lane - 1)];
-  return static_cast<int>(all_.race.clock - kStartSignal) - stagger;
+  return static_cast<int>(all_.race.clock - kStartSignalMs) - stagger;
 }
 
 }  // namespace quorvane::field

@@ -7,8 +7,6 @@
 namespace quorvane::field {
 namespace {
 
-constexpr std::int64_t kMs = 1000;  // microseconds
-constexpr std::int64_t kStartSignal = 60'000 * kMs;
 constexpr std::int64_t kHoldAt = 56'000 * kMs;
 constexpr std::int64_t kHoldFor = 3'000 * kMs;
 constexpr std::int64_t kEarliestStop = 66'500 * kMs;  // a stop within the first 65 s would be a reset
