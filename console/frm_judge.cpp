@@ -160,13 +160,21 @@ void frmJudge::Form_Unload() {
 }
 
 // Moving to another race, or changing the race mode's meaning, has to wait while a race is in the air: it
-// would be recorded under another number. A finished race that waits to be saved must keep its refly mark.
+// would be recorded under another number. What asks a question waits too, because its box would swallow the
+// keys that judge. A finished race that waits to be saved must keep its refly mark.
 void frmJudge::EventEnded() {
   const bool free = !RaceBeingFlown();
-  for (Control* control : {&txtHeat, &cmdDecHeat, &cmdIncHeat, &txtRound, &cmdDecRound, &cmdIncRound,
-                           &mnuHeatsPerRound, &mnuSelectFile}) {
-    control->SetEnabled(free);
+  const auto lock = [free](Control& control) {
+    if (control.Enabled() == free) return;
+    control.SetEnabled(free);
+    control.SetToolTip(free ? "" : "Locked while a race is flown");
+  };
+  for (Control* control :
+       {&txtHeat, &cmdDecHeat, &cmdIncHeat, &txtRound, &cmdDecRound, &cmdIncRound, &chkSixtySecondCount,
+        &mnuHeatsPerRound, &mnuSelectFile, &mnuSetEventName, &mnuLaneColors}) {
+    lock(*control);
   }
+  for (const auto& lane : lanes_) lock(lane->lblStatus);
   cmdRefly.SetEnabled(free && !cmdSave.Enabled() && projectOpen_ && HasTimestamp(race_.RaceNumber));
   ShowSaveState();
 }

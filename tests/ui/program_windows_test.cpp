@@ -1,3 +1,4 @@
+#include <QAction>
 #include <QCloseEvent>
 #include <QEnterEvent>
 #include <QLabel>
@@ -30,6 +31,26 @@ TEST_F(ProgramWindowsTest, HandStartedRaceRunsOnTheProgramsOwnTimers) {
   EXPECT_TRUE(program.race().RaceActive);
   EXPECT_FALSE(Shown(program.judge().cmdStart)->isEnabled());
   EXPECT_TRUE(WaitFor([&] { return clock() == QStringLiteral("0.3"); })) << clock().toStdString();
+}
+
+TEST_F(ProgramWindowsTest, WhileARaceIsFlownNothingOpensABoxThatWouldSwallowAHandsKey) {
+  Load();
+  frmJudge& judge = program.judge();
+  ClickOn(Shown(judge.cmdStart));
+  const std::size_t before = shown.size();
+  ClickOn(Shown(judge.chkSixtySecondCount));
+  ClickOn(Shown(program.lane(1).lblStatus));
+  EXPECT_EQ(judge.chkSixtySecondCount.Value(), 0);
+  for (Control* menu : {&judge.mnuSetEventName, &judge.mnuLaneColors, &judge.mnuHeatsPerRound}) {
+    QAction* entry = windows.Console().Menu()->Find(*menu);
+    entry->trigger();
+    EXPECT_EQ(entry->toolTip(), QStringLiteral("Locked while a race is flown"));
+  }
+  EXPECT_EQ(Shown(judge.chkSixtySecondCount)->toolTip(), QStringLiteral("Locked while a race is flown"));
+  EXPECT_EQ(shown.size(), before);
+  ClickOn(Shown(judge.cmdReset));  // answered as in the demonstration: the race is over
+  EXPECT_TRUE(Shown(program.lane(1).lblStatus)->isEnabled());
+  EXPECT_EQ(Shown(program.lane(1).lblStatus)->toolTip(), QString());
 }
 
 TEST_F(ProgramWindowsTest, LinkWidensForTheMessageDetail) {
