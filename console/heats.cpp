@@ -29,7 +29,13 @@ void frmJudge::cboRaceMode_Change() {
   if (!race_.RaceActive) ApplyRaceMode(cboRaceMode.ListIndex());
 }
 
+// A place that is given already is not offered a second time.
 void frmJudge::SetOrder(int place) {
+  const auto taken = [&](int n) {
+    return std::any_of(lanes_.begin(), lanes_.end(),
+                       [n](const auto& lane) { return lane->PlaceByHand() == n; });
+  };
+  while (place > 1 && place < 4 && taken(place)) ++place;
   for (const auto& lane : lanes_) lane->LaneOrder(place);
 }
 

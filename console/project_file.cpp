@@ -163,6 +163,7 @@ void frmJudge::cmdSave_Click() {
   race_.RaceActive = false;
   race_.ManualStart = false;
   IssueRaceEvent(true);
+  RankLanes();  // the operator may have given only some of the places
   WriteRace();
   cmdSave.SetEnabled(false);
   cmdReset_Click();
@@ -222,11 +223,12 @@ void frmJudge::LoadRaceHeader() {
 }
 
 void frmJudge::ShowRaceLanes() {
-  if (!HasRun(race_.RaceNumber)) {
+  if (HasRun(race_.RaceNumber)) {
+    for (const auto& lane : lanes_) lane->LoadLane(shownSection_);
+  } else {
     InitializeLanes();
-    return;
   }
-  for (const auto& lane : lanes_) lane->LoadLane(shownSection_);
+  Lane(3).SetVisible(Lane(3).Flies());
 }
 
 }  // namespace quorvane

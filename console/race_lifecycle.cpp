@@ -1,6 +1,7 @@
 // The race from ready through running to finished.
 
 #include <algorithm>
+#include <set>
 
 #include "common/text.h"
 #include "console/frm_judge.h"
@@ -72,29 +73,34 @@ void frmJudge::ResultChanged() {
   if (race_.RaceActive && cmdSave.Enabled()) RankLanes();
 }
 
+// A lane that the operator has placed keeps its place; the others share the places that are left.
 void frmJudge::RankLanes() {
   struct Ranked {
     frmLane* lane;
     std::int32_t final;
   };
   std::array<Ranked, 4> order{};
+  std::set<int> taken;
   for (std::size_t i = 0; i < order.size(); ++i) {
     order[i].lane = lanes_[i].get();
     lanes_[i]->GetFinal(order[i].final);
+    taken.insert(lanes_[i]->PlaceByHand());
   }
   std::stable_sort(order.begin(), order.end(),
                    [](const Ranked& a, const Ranked& b) { return a.final < b.final; });
   door_.System().RepaintWindows();
-  static constexpr std::array kPlaces = {"First", "Second", "Third", "Fourth"};
-  for (std::size_t k = 0; k < order.size(); ++k) {
-    Control& status = order[k].lane->lblStatus;
-    if (status.Tag() == "Locked") continue;  // placed by hand
-    if (order[k].final >= kNoResult) {
+  int place = 0;
+  for (const Ranked& ranked : order) {
+    Control& status = ranked.lane->lblStatus;
+    if (ranked.lane->StatusLocked()) continue;
+    if (ranked.final >= kNoResult) {
       status.SetTag("100");
-    } else {
-      status.SetCaption(kPlaces[k]);
-      status.SetTag(std::to_string(k + 1));
+      continue;
     }
+    do ++place;
+    while (taken.contains(place));
+    status.SetCaption(kPlaceWords[static_cast<std::size_t>(place - 1)]);
+    status.SetTag(std::to_string(place));
   }
 }
 

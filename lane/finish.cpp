@@ -19,6 +19,10 @@ constexpr int kEleventhCell = 10;
 }  // namespace
 
 void frmLane::GetFinal(std::int32_t& result) {
+  if (doesNotFly_) {
+    result = kNoFinalTime;
+    return;
+  }
   std::string status;
   if (Laps_ < LapTarget_ || CutsBeforeFinish_ >= 2) {
     result = kNoFinalTime;
@@ -38,7 +42,7 @@ void frmLane::GetFinal(std::int32_t& result) {
 void frmLane::FinalizeRace() {
   RecalculateCuts(true);
   RecalculateLaps(false);
-  if (HasCell(Laps_)) lblLap[Laps_].SetCaption(CutsBeforeFinish_ > 1 ? "DBL" : "DNF");
+  if (!doesNotFly_ && HasCell(Laps_)) lblLap[Laps_].SetCaption(CutsBeforeFinish_ > 1 ? "DBL" : "DNF");
   for (int i = Laps_ + 1; i <= lblLap.Upper(); ++i) lblLap[i].SetCaption("");
   DisplayTotals();
 }
@@ -47,9 +51,11 @@ void frmLane::DisplayTotals() {
   if (log_.EventCount() == 0) {
     cmdCut.SetCaption("Cut");
     cmdCut.SetTag("0");
-    lblStatus.SetTag("");
-    lblStatus.SetCaption("");
-    lblStatus.SetForeColor(kButtonText);
+    if (!StatusLocked()) {
+      lblStatus.SetTag("");
+      lblStatus.SetCaption("");
+      lblStatus.SetForeColor(kButtonText);
+    }
     for (Control* box : {&txtLapTen, &txtLapEleven}) {
       box->SetText("");
       box->SetBackColor(kSilver);
@@ -84,16 +90,27 @@ void frmLane::EntryMade() {
   owner_.ResultChanged();
 }
 
+int frmLane::PlaceByHand() const {
+  if (!StatusLocked()) return 0;
+  for (std::size_t i = 0; i < kPlaceWords.size(); ++i) {
+    const std::string number = std::to_string(i + 1);
+    if (EqualsIgnoringCase(lblStatus.Caption(), kPlaceWords[i]) || lblStatus.Caption() == number) {
+      return static_cast<int>(i + 1);
+    }
+  }
+  return 0;
+}
+
 void frmLane::LaneOrder(int place) {
-  static constexpr std::array kWords = {"First", "Second", "Third", "Fourth", ""};
-  if (place < 1 || place > static_cast<int>(kWords.size())) throw RunTimeError("Invalid use of Null");
+  const int none = static_cast<int>(kPlaceWords.size()) + 1;
+  if (place < 1 || place > none) throw RunTimeError("Invalid use of Null");
   if (place == 1) {
     if (StatusLocked()) lblStatus.SetTag("");
     std::int32_t final = 0;
     GetFinal(final);
     cmdOrder.SetVisible(final < kNoFinalTime);
   }
-  cmdOrder.SetCaption(kWords[static_cast<std::size_t>(place - 1)]);
+  cmdOrder.SetCaption(place == none ? "" : kPlaceWords[static_cast<std::size_t>(place - 1)]);
   cmdOrder.SetTag(std::to_string(place));
 }
 
@@ -105,12 +122,19 @@ void frmLane::cmdOrder_Click() {
   if (n < 5) owner_.SetOrder(std::min(n + 1, 4));
 }
 
+// What the operator writes stands like a place that was given by the button: nothing else replaces it.
 void frmLane::lblStatus_Click() {
   const unsigned race = raceSerial_;
   const DialogAnswer answer = owner_.Ask(
       {DialogKind::Input, "Finish Order", "Enter finish order", DialogIcon::None, lblStatus.Caption()});
   if (answer.word != DialogAnswer::Word::Text || race != raceSerial_) return;
-  if (answer.text > " ") lblStatus.SetCaption(answer.text);
+  if (answer.text <= " ") return;
+  lblStatus.SetTag("Locked");
+  lblStatus.SetCaption(answer.text);
+  cmdOrder.SetVisible(false);
+  const int offered = LeadingInteger(cmdOrder.Tag());
+  if (PlaceByHand() != 0 && PlaceByHand() == offered) owner_.SetOrder(std::min(offered + 1, 4));
+  owner_.ResultChanged();
 }
 
 void frmLane::GetInfo(std::uint8_t& laps, std::uint8_t& lit, std::array<std::int16_t, 4>& cuts) const {

@@ -84,9 +84,9 @@ void frmLane::InitializeRace(std::int32_t timeBase) {
   loaded_ = false;
   NeedsCutDisplay_ = true;
   log_.Clear();
+  lblStatus.SetTag("");
   RecalculateCuts(true);
   lblStatus.SetCaption("");
-  lblStatus.SetTag("");
   PylonCuts_.fill(0);
 }
 

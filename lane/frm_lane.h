@@ -11,6 +11,9 @@
 
 namespace quorvane {
 
+inline constexpr int kFaiLanes = 3;  // that an FAI mode flies
+inline constexpr std::array kPlaceWords = {"First", "Second", "Third", "Fourth"};
+
 // The judging panel of one lane: takes laps, cuts and turns from the operator and, through the console, from
 // the stations, keeps them in the lane's event log and shows what the log says.
 //
@@ -41,7 +44,7 @@ class frmLane : public Form {
   Control& lblHigh;
 
   // Laps. -1000000 for a lane that does not fly: it counts as finished and keeps its time base and controls,
-  // but for what it shows of a loaded race.
+  // but for what it shows of a loaded race. It has no place.
   void InitializeRace(std::int32_t timeBase);
   void DoLap(std::int32_t time,
              std::int32_t lockOut);  // lockOut: ms in which a station's next lap is refused
@@ -50,6 +53,8 @@ class frmLane : public Form {
   bool CanDoLap(std::uint8_t stationLaps) const;
   int CountLaps() const { return log_.CountLaps(); }
   bool IsFinished() const;
+  // Whether the mode of the race that the panel shows flies this lane.
+  bool Flies() const { return !IsFai() || laneNumber_ <= kFaiLanes; }
   void RecalculateLaps(bool display);
   void UpdateLapTime(std::int32_t time);
   void AdjustTime() {}  // called while the starter sets the clock; a lane has nothing to adjust
@@ -72,10 +77,12 @@ class frmLane : public Form {
   void DisplayCutTotals();
   void lblCut_MouseMove(int index);
 
-  // Finish and places. The final time is 1000000 without a result.
+  // Finish and places. The final time is 1000000 without a result. A status that the operator gave is locked.
   void GetFinal(std::int32_t& result);
   void FinalizeRace();
   void DisplayTotals();
+  bool StatusLocked() const { return lblStatus.Tag() == "Locked"; }
+  int PlaceByHand() const;    // 1..4; 0 when the status is not locked, or no place
   void LaneOrder(int place);  // offers place 1..4, or none with 5; an error otherwise
   void cmdOrder_Click();
   void lblStatus_Click();
@@ -123,7 +130,6 @@ class frmLane : public Form {
   std::int32_t ToRaceTime(std::int32_t time) const;
   std::int64_t SinceLastLap() const;
   bool IsFai() const { return loaded_ ? loadedFai_ : race_.IsFaiMode; }
-  bool StatusLocked() const { return lblStatus.Tag() == "Locked"; }
   bool HasCell(int lap) const;
 
   void HookEvents();

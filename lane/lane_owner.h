@@ -18,7 +18,7 @@ class LaneOwner {
   virtual void IssueLapEvent() = 0;
   virtual void IssueRaceEvent(bool flag) = 0;
   virtual void SetOrder(int place) = 0;  // offer this place on every lane
-  // The lane's result has changed after the race was done: an entry came late.
+  // The lane's result has changed after the race was done: an entry came late, or the operator wrote one.
   virtual void ResultChanged() {}
   virtual DialogAnswer Ask(const DialogBox& box) = 0;
 

@@ -54,6 +54,8 @@ void frmLane::LoadLane(const std::string& section) {
   LoadCaptions(lane, "Cuts", lblCut);
   // The counts and the time that the file gives are for its readers; the log has the last word here.
   LoadLog(lane);
+  // A lane that flew was saved with a place, or with why it has none.
+  doesNotFly_ = !Flies() || (log_.EventCount() == 0 && owner_.GetProjectValue(lane, "Placing", "").empty());
 
   const int laps = RecountLaps(log_, loadedFai_).laps;
   for (int i = 0; i <= lblLap.Upper(); ++i) lblLap[i].SetBackColor(i < laps ? kSilver : kWhite);

@@ -86,7 +86,7 @@ void frmLane::DoTurn(int source, std::int32_t time, std::int32_t interval) {
   tmrTurns.SetEnabled(true);
   lblStatus.SetBackColor(kGreen);
   TurnTimerEnd_ = end;
-  if (Laps_ > 1) lblStatus.SetCaption(SpeedText(std::int64_t{t} - LastLapTime_));
+  if (Laps_ > 1 && !StatusLocked()) lblStatus.SetCaption(SpeedText(std::int64_t{t} - LastLapTime_));
   NeedsCutDisplay_ = true;
   RecalculateCuts(true);
   owner_.IssueRaceEvent(true);

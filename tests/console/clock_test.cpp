@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <functional>
 
 #include "common/text.h"
 #include "tests/support/console_rig.h"
@@ -122,19 +123,73 @@ TEST(Clock, EqualFinalsKeepTheLowerLaneFirst) {
   EXPECT_EQ(rig.lane(0).lblStatus.Tag(), "4");
 }
 
-TEST(Clock, ALateCutChangesThePlacesToo) {
-  ConsoleRig rig;
-  rig.Load();
-  rig.Click("frmJudge.cmdStart");
-  for (int lap = 0; lap < 10; ++lap) {
-    rig.At(6000 + lap * 4000);
-    for (const int lane : {1, 2}) rig.Click("frmLane" + std::to_string(lane) + ".cmdLap");
+// Whatever comes after the finish: the places follow the logs, no place is given twice, and those that the
+// operator gave stay.
+TEST(Places, FollowLateEntriesAndTheOperator) {
+  using Step = std::function<void(ConsoleRig&)>;
+  const Step order = [](ConsoleRig& rig) { rig.Click("frmJudge.cmdReorder"); };
+  const auto place = [](int lane) {
+    return [lane](ConsoleRig& rig) { rig.Click("frmLane" + std::to_string(lane) + ".cmdOrder"); };
+  };
+  const auto status = [](int lane, const char* text) {
+    return [lane, text](ConsoleRig& rig) {
+      rig.Answer(Word::Text, text);
+      rig.Click("frmLane" + std::to_string(lane) + ".lblStatus");
+    };
+  };
+  const Step lateLap = [](ConsoleRig& rig) { rig.lane(3).DoLap(60000, 4000); };
+  const Step lateTurn = [](ConsoleRig& rig) { rig.lane(2).DoTurn(4, 60000, 100); };
+  const auto lateCut = [](const char* code) {
+    return [code](ConsoleRig& rig) { rig.lane(0).DoCut(code, 1, 42300); };
+  };
+  const struct {
+    std::vector<Step> steps;
+    const char* shown;
+    const char* saved;
+  } kCases[] = {
+      {{}, "First;Second;Third;DNF", "First 1;Second 2;Third 3;DNF 100"},
+      {{lateCut("11")}, "Dbl Cut;First;Second;DNF", "Dbl Cut 100;First 1;Second 2;DNF 100"},
+      {{lateCut("1o")}, "DNF;First;Second;DNF", "DNF 100;First 1;Second 2;DNF 100"},
+      {{lateLap}, "First;Second;Third;Fourth", "First 1;Second 2;Third 3;Fourth 4"},
+      {{order, place(3)}, "42.00;42.10;First;DNF", "Second 2;Third 3;First Locked;DNF 100"},
+      {{order, place(3), lateLap, lateTurn},
+       "Second;Third;First;Fourth",
+       "Second 2;Third 3;First Locked;Fourth 4"},
+      {{order, place(3), lateTurn, order, place(2)},
+       "42.00;First;42.20;DNF",
+       "Second 2;First Locked;Third 3;DNF 100"},
+      {{status(1, "Crashed"), status(4, "Landed"), lateTurn},
+       "Crashed;First;Second;Landed",
+       "Crashed Locked;First 1;Second 2;Landed Locked"},
+      {{order, place(1), status(2, "second"), place(3)},
+       "First;second;Third;DNF",
+       "First Locked;second Locked;Third Locked;DNF 100"},
+  };
+  for (const auto& c : kCases) {
+    SCOPED_TRACE(c.saved);
+    ConsoleRig rig;
+    rig.Load();
+    rig.Click("frmJudge.cmdStart");
+    for (int lap = 0; lap < 10; ++lap) {
+      for (int lane = 0; lane < (lap < 9 ? 4 : 3); ++lane) {
+        rig.At(6000 + lap * 4000 + lane * 100);
+        rig.Key("F" + std::to_string(lane + 1));
+      }
+    }
+    rig.At(80000);
+    ASSERT_TRUE(rig.race().RaceDone);
+    for (const Step& step : c.steps) step(rig);
+    std::vector<std::string> shown;
+    std::vector<std::string> saved;
+    for (int i = 0; i < 4; ++i) shown.push_back(rig.lane(i).lblStatus.Caption());
+    EXPECT_EQ(Join(shown, ';'), c.shown);
+    rig.Click("frmJudge.cmdSave");
+    for (int i = 1; i <= 4; ++i) {
+      const std::string lane = "Race1_Lane" + std::to_string(i);
+      saved.push_back(rig.Value(lane, "Placing") + " " + rig.Value(lane, "Position"));
+    }
+    EXPECT_EQ(Join(saved, ';'), c.saved);
   }
-  rig.At(60000);
-  ASSERT_EQ(rig.lane(0).lblStatus.Tag(), "1");
-  rig.lane(0).DoCut("1o", 0, -30000);  // the judge's report of a cut in the race comes late
-  rig.judge().EventEnded();
-  EXPECT_EQ(rig.lane(1).lblStatus.Tag(), rig.lane(0).CutsBeforeFinish() == 0 ? "2" : "1");
 }
 
 TEST(Reset, TheQuestionDecides) {
