@@ -1,7 +1,9 @@
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QPlainTextEdit>
 #include <QRadioButton>
 #include <QSignalBlocker>
@@ -92,16 +94,16 @@ class LabelView : public ViewOn<CaptionLabel> {
   }
 };
 
-// One line of text. Its change counts when Enter is pressed or the box is left; Escape takes it back.
 class LineEdit : public QLineEdit {
  public:
   LineEdit(QWidget* parent, const Control& control, bool numeric)
       : QLineEdit(parent), control_(control), numeric_(numeric) {}
   std::function<void()> onEscape;
+  std::function<void()> onFinish;  // only of a box whose change waits for its end
 
  protected:
   void keyPressEvent(QKeyEvent* event) override {
-    if (event->key() == Qt::Key_Escape && onEscape) return onEscape();
+    if (event->key() == Qt::Key_Escape) return onEscape();
     if (numeric_ && event->text().size() == 1) {
       int keyCode = event->text().at(0).unicode();
       FilterNumericKey(control_, keyCode);
@@ -115,6 +117,7 @@ class LineEdit : public QLineEdit {
   const bool numeric_;
 };
 
+// One line of text. A late one counts when Enter is pressed or the box is left, and Escape takes it back.
 class LineEditView : public ViewOn<LineEdit> {
  public:
   LineEditView(Control& control, const Place& place, Door& door, QWidget* parent)
@@ -123,7 +126,9 @@ class LineEditView : public ViewOn<LineEdit> {
     const auto finished = [this] {
       if (widget_->text() != ToQString(Of().Text())) Act(EventKind::Type, widget_->text().toStdString());
     };
+    widget_->onEscape = [this] { Leave(); };
     if (Has(place.look, Look::Late)) {
+      widget_->onFinish = finished;
       QObject::connect(widget_, &QLineEdit::editingFinished, finished);
       QObject::connect(widget_, &QLineEdit::returnPressed, [this] { Leave(); });
       widget_->onEscape = [this] {
@@ -155,10 +160,32 @@ class LineEditView : public ViewOn<LineEdit> {
   }
 };
 
-class TextView : public ViewOn<QPlainTextEdit> {
+class TextEdit : public QPlainTextEdit {
+ public:
+  using QPlainTextEdit::QPlainTextEdit;
+  std::function<void()> onEscape;
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override {
+    if (event->key() == Qt::Key_Escape) return onEscape();
+    QPlainTextEdit::keyPressEvent(event);
+  }
+  // An empty clipboard offers no format at all, and Qt 6.4 takes the first one without looking.
+  bool canInsertFromMimeData(const QMimeData* source) const override {
+    return !source->formats().isEmpty() && QPlainTextEdit::canInsertFromMimeData(source);
+  }
+  void insertFromMimeData(const QMimeData* source) override {
+    if (canInsertFromMimeData(source)) QPlainTextEdit::insertFromMimeData(source);
+  }
+};
+
+class TextView : public ViewOn<TextEdit> {
  public:
   TextView(Control& control, const Place& place, Door& door, QWidget* parent)
-      : ViewOn(control, place, door, new QPlainTextEdit(parent)) {
+      : ViewOn(control, place, door, new TextEdit(parent)) {
+    widget_->onEscape = [this] {
+      if (onFinished) onFinished();
+    };
     widget_->setTabChangesFocus(true);
     widget_->setFrameStyle(QFrame::Box | QFrame::Plain);
     widget_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
@@ -266,6 +293,11 @@ class FrameView : public ViewOn<FrameBox> {
 };
 
 }  // namespace
+
+void FinishTyping() {
+  const auto* box = dynamic_cast<LineEdit*>(QApplication::focusWidget());
+  if (box != nullptr && box->onFinish) box->onFinish();
+}
 
 std::unique_ptr<ControlView> ControlView::Create(Control& control, const Place& place, Door& door,
                                                  QWidget* parent) {

@@ -13,9 +13,7 @@ ControlView::ControlView(Control& control, const Place& place, Door& door)
 
 bool ControlView::Apply() {
   const unsigned dirty = std::exchange(dirty_, 0U);
-  const auto has = [dirty](Property property) {
-    return (dirty >> static_cast<unsigned>(property) & 1U) != 0;
-  };
+  const auto has = [dirty](Property property) { return (dirty & Bit(property)) != 0; };
   for (const Property property :
        {Property::Items, Property::Caption, Property::Text, Property::Value, Property::Checked,
         Property::BackColor, Property::ForeColor, Property::ListIndex, Property::Selection}) {
@@ -40,7 +38,9 @@ void ControlView::ShowVisible() {
 }
 
 void ControlView::Act(EventKind kind, std::string text, int number) {
-  ChangedAll();
+  if (kind == EventKind::Click || kind == EventKind::Choose) FinishTyping();
+  // The widget may have moved on its own. A selection is the operator's until a procedure selects anew.
+  dirty_ |= ~Bit(Property::Selection);
   Event event;
   event.kind = kind;
   event.target = control_.FullName();

@@ -28,8 +28,7 @@ class ControlView {
   virtual QWidget* Widget() const = 0;
 
   // Notes that a property has changed; Apply shows it.
-  void Changed(Property property) { dirty_ |= 1U << static_cast<unsigned>(property); }
-  void ChangedAll() { dirty_ = ~0U; }
+  void Changed(Property property) { dirty_ |= Bit(property); }
   bool IsDirty() const { return dirty_ != 0; }
   // Returns whether where it stands may have changed too.
   bool Apply();
@@ -37,7 +36,8 @@ class ControlView {
   // The font in pixels at the present size, and the least that text may shrink to.
   virtual void SetFontPixels(double pixels, double leastPixels);
 
-  // Hands an action on this control to the door and shows its outcome.
+  // Hands an action on this control to the door and shows its outcome. What is being typed elsewhere counts
+  // before a click or a choice.
   void Act(EventKind kind, std::string text = {}, int number = 0);
 
   // Called when the operator has finished with a text box and the focus should leave it.
@@ -55,6 +55,7 @@ class ControlView {
   void SetPaletteColors(QPalette::ColorRole back, QPalette::ColorRole fore);
 
  private:
+  static constexpr unsigned Bit(Property property) { return 1U << static_cast<unsigned>(property); }
   void ShowEnabled();
   void ShowVisible();
 
@@ -66,5 +67,8 @@ class ControlView {
 
 // Whether that widget takes typed text.
 bool IsTextField(const QWidget* widget);
+
+// A number that is being typed into a box that waits for its end counts now.
+void FinishTyping();
 
 }  // namespace quorvane

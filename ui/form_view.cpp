@@ -113,6 +113,8 @@ void FormView::SetDesignWidth(int width) {
 void FormView::FocusHome() {
   if (QWidget* home = FindWidget(design_.home)) {
     home->setFocus();
+  } else if (auto* around = dynamic_cast<FormView*>(parentWidget())) {
+    around->FocusHome();
   } else if (QWidget* widget = focusWidget()) {
     widget->clearFocus();
   }
@@ -229,9 +231,16 @@ bool FormView::eventFilter(QObject* watched, QEvent* event) {
     const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
     if (reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason) return false;
     // After the click that brought the focus, which would undo a selection made now.
-    QTimer::singleShot(0, this, [&view] { view.Act(EventKind::GotFocus); });
+    arrived_ = &view;
+    QTimer::singleShot(0, this, [this] { TellArrival(); });
+  } else if (event->type() == QEvent::KeyPress) {
+    TellArrival();  // before the key, or the selection would swallow what it types
   }
   return false;
+}
+
+void FormView::TellArrival() {
+  if (ControlView* view = std::exchange(arrived_, nullptr)) view->Act(EventKind::GotFocus);
 }
 
 }  // namespace quorvane

@@ -65,6 +65,7 @@ class FormView : public QWidget {
   void SetScaled(ControlView& view, const clsRect& rect);
   clsRect RoomUnder(const clsRect& anchor) const;
   ControlView* HoverFrame(ControlView& view) const;
+  void TellArrival();
 
   Form& form_;
   const FormDesign design_;
@@ -74,6 +75,7 @@ class FormView : public QWidget {
   std::unordered_map<const Control*, ControlView*> byControl_;
   std::unordered_map<const QObject*, ControlView*> byWidget_;
   std::unordered_map<const ControlView*, clsRect> anchoredAt_;  // in the design
+  ControlView* arrived_ = nullptr;                              // has got the focus and has not been told yet
   std::vector<Text> texts_;
   std::vector<Panel> panels_;
   std::vector<std::string> unplaced_;

@@ -1,7 +1,7 @@
 #include "ui/form_window.h"
 
+#include <QApplication>
 #include <QCloseEvent>
-#include <QGuiApplication>
 #include <QScreen>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -70,6 +70,11 @@ void FormWindow::resizeEvent(QResizeEvent* event) {
   const int pixels =
       std::clamp(16 * std::min(width() * 100 / design.width, height() * 100 / design.height) / 100, 15, 28);
   if (menu_->font().pixelSize() != pixels) menu_->setFont(FontOfPixels(pixels, false));
+}
+
+// A click on an empty place ends the typing, so that the digit keys judge again.
+void FormWindow::mousePressEvent(QMouseEvent*) {
+  if (IsTextField(QApplication::focusWidget())) view_->FocusHome();
 }
 
 void FormWindow::closeEvent(QCloseEvent* event) {

@@ -5,6 +5,7 @@
 #include <QMenu>
 #include <algorithm>
 
+#include "ui/control_view.h"
 #include "ui/look.h"
 
 namespace quorvane {
@@ -49,6 +50,7 @@ void MenuView::changeEvent(QEvent* event) {
 }
 
 void MenuView::Click(const Control& control) {
+  FinishTyping();
   Event event;
   event.kind = EventKind::Click;
   event.target = control.FullName();
