@@ -63,9 +63,8 @@ void CaptionButton::paintEvent(QPaintEvent*) {
   painter.drawText(keyRoom, Qt::AlignRight | Qt::AlignVCenter, key_);
 }
 
-// Enter presses the button that has the focus, as the space bar does; holding a key down is one press.
+// Enter presses the button that has the focus, as the space bar does.
 void CaptionButton::keyPressEvent(QKeyEvent* event) {
-  if (event->isAutoRepeat() && (event->key() == Qt::Key_Space || event->key() == Qt::Key_Return)) return;
   if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) return click();
   QPushButton::keyPressEvent(event);
 }

@@ -78,8 +78,9 @@ void CaptionLabel::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void CaptionLabel::keyPressEvent(QKeyEvent* event) {
-  const bool click = event->key() == Qt::Key_Space || event->key() == Qt::Key_Return;
-  if (!onClick_ || !click || event->isAutoRepeat()) return event->ignore();
+  const int key = event->key();
+  const bool click = key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter;
+  if (!onClick_ || !click) return event->ignore();
   onClick_();
 }
 

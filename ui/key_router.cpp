@@ -2,10 +2,64 @@
 
 #include <QApplication>
 #include <QKeyEvent>
+#include <QPlainTextEdit>
+#include <array>
 
 #include "ui/control_view.h"
 
 namespace quorvane {
+namespace {
+
+constexpr std::array<char, 4> kDigits = {'7', '8', '9', '0'};
+
+// Where those digits stand on the keyboard, in the terms of the platform.
+#if defined(Q_OS_WIN)
+constexpr std::array<quint32, 4> kPlaces = {0x08, 0x09, 0x0A, 0x0B};
+#elif defined(Q_OS_MACOS)
+constexpr std::array<quint32, 4> kPlaces = {0x1A, 0x1C, 0x19, 0x1D};
+#else
+constexpr std::array<quint32, 4> kPlaces = {16, 17, 18, 19};
+#endif
+
+quint32 PlaceOf(const QKeyEvent& press) {
+#if defined(Q_OS_MACOS)
+  return press.nativeVirtualKey();
+#else
+  return press.nativeScanCode();
+#endif
+}
+
+// Whether the key may be a digit by its place. Never a letter from A to Z, a blank or a key that types
+// nothing: some display servers number the places in a way of their own.
+bool TypesSign(int key) {
+  return key > Qt::Key_Space && key < Qt::Key_Escape && (key < Qt::Key_A || key > Qt::Key_Z);
+}
+
+std::string DigitOf(const QKeyEvent& press) {
+  const int key = press.key();
+  for (std::size_t i = 0; i < kDigits.size(); ++i) {
+    const bool placed = PlaceOf(press) == kPlaces[i] && TypesSign(key) &&
+                        (key < Qt::Key_0 || key > Qt::Key_9) &&
+                        !press.modifiers().testFlag(Qt::GroupSwitchModifier);
+    if (placed || key == kDigits[i]) return std::string(1, kDigits[i]);
+  }
+  return {};
+}
+
+quint32 IdentityOf(const QKeyEvent& event) {
+  return event.nativeScanCode() != 0 ? event.nativeScanCode() : static_cast<quint32>(event.key());
+}
+
+// Whether that key, held down, would press the button that has the focus again and again, or a box's default
+// button.
+bool PressesButton(int key) {
+  const QWidget* focus = QApplication::focusWidget();
+  if (key == Qt::Key_Space) return !IsTextField(focus);
+  return (key == Qt::Key_Return || key == Qt::Key_Enter) &&
+         qobject_cast<const QPlainTextEdit*>(focus) == nullptr;
+}
+
+}  // namespace
 
 KeyRouter::KeyRouter(Door& door) : door_(door) {
   qApp->installEventFilter(this);
@@ -15,19 +69,33 @@ std::string KeyRouter::ConsoleKey(const QKeyEvent& press, bool typing) {
   if ((press.modifiers() & (Qt::AltModifier | Qt::ControlModifier | Qt::MetaModifier)) != 0) return {};
   const int key = press.key();
   if (key >= Qt::Key_F1 && key <= Qt::Key_F12) return "F" + std::to_string(key - Qt::Key_F1 + 1);
-  const bool digit = key == Qt::Key_7 || key == Qt::Key_8 || key == Qt::Key_9 || key == Qt::Key_0;
-  const bool keypad = (press.modifiers() & Qt::KeypadModifier) != 0;
-  if (!digit || keypad || typing) return {};
-  return std::string(1, static_cast<char>('0' + (key - Qt::Key_0)));
+  if (typing || press.modifiers().testFlag(Qt::KeypadModifier)) return {};
+  return DigitOf(press);
+}
+
+// Not every display server marks the repeats of a held key, but each repeat carries the time stamp of the
+// release that the server makes up before it.
+bool KeyRouter::IsRepeat(const QKeyEvent& press) const {
+  if (press.isAutoRepeat()) return true;
+  const auto released = released_.find(IdentityOf(press));
+  return press.timestamp() != 0 && released != released_.end() && released->second == press.timestamp();
 }
 
 bool KeyRouter::eventFilter(QObject*, QEvent* event) {
+  if (event->type() == QEvent::KeyRelease) {
+    const auto& release = *static_cast<QKeyEvent*>(event);
+    released_[IdentityOf(release)] = release.timestamp();
+    return false;
+  }
   if (event->type() != QEvent::KeyPress) return false;
-  if (door_.DialogOpen() || QApplication::activeModalWidget() != nullptr) return false;
   const auto& press = *static_cast<QKeyEvent*>(event);
+  const bool repeat = IsRepeat(press);
+  if (repeat && PressesButton(press.key())) return true;
+  if (door_.DialogOpen() || QApplication::activeModalWidget() != nullptr) return false;
   const std::string key = ConsoleKey(press, IsTextField(QApplication::focusWidget()));
   if (key.empty()) return false;
-  if (!press.isAutoRepeat()) {
+  if (!repeat) {
+    FinishTyping();
     Event pressed;
     pressed.kind = EventKind::Key;
     pressed.text = key;

@@ -2,6 +2,7 @@
 
 #include <QObject>
 #include <string>
+#include <unordered_map>
 
 #include "common/door.h"
 
@@ -11,19 +12,23 @@ namespace quorvane {
 
 // Takes the console's keys out of whatever window of the program they are pressed in: F1..F12 always, the
 // digits 7, 8, 9 and 0 unless the operator is typing in a text field. While a dialog box is open every key is
-// the box's.
+// the box's. A key that is held down counts once, here and on buttons.
 class KeyRouter : public QObject {
  public:
   explicit KeyRouter(Door& door);
 
-  // "F5" or "7" when that key press is a console key, else empty.
+  // "F5" or "7" when that key press is a console key, else empty. A digit key is known by its place too: on
+  // many keyboards digits need Shift, and the bare keys give other characters.
   static std::string ConsoleKey(const QKeyEvent& press, bool typing);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  bool IsRepeat(const QKeyEvent& press) const;
+
   Door& door_;
+  std::unordered_map<quint32, quint64> released_;  // key -> time stamp of its last release
 };
 
 }  // namespace quorvane
