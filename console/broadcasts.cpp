@@ -62,13 +62,16 @@ void frmJudge::LapKey(int lane) {
   }
 }
 
-// The keys stand in rows of four, one for each lane. A lane that does not fly has none.
+// The keys stand in rows of four, one for each lane. A lane that does not fly has none. After the finish they
+// enter nothing: a slip of the hand, or a key meant to start the next race, would change a result that nobody
+// looks at any more. The buttons stay for late corrections.
 void frmJudge::KeyDown(const std::string& key) {
   static const std::map<std::string, int> kKeys = {
       {"F1", 0}, {"F2", 1},  {"F3", 2},   {"F4", 3},   {"F5", 4}, {"F6", 5}, {"F7", 6}, {"F8", 7},
       {"F9", 8}, {"F10", 9}, {"F11", 10}, {"F12", 11}, {"7", 12}, {"8", 13}, {"9", 14}, {"0", 15}};
   const auto found = kKeys.find(key);
   if (found == kKeys.end()) return;
+  if (WaitsForSave()) return ShowNotice(kSaveFirst);
   const int lane = found->second % 4;
   if (found->second < 4) {
     LapKey(lane);

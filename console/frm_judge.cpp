@@ -176,6 +176,7 @@ void frmJudge::EventEnded() {
   }
   for (const auto& lane : lanes_) lock(lane->lblStatus);
   cmdRefly.SetEnabled(free && !cmdSave.Enabled() && projectOpen_ && HasTimestamp(race_.RaceNumber));
+  if (!WaitsForSave() && lblNotice.Caption() == kSaveFirst) ShowNotice({});
   ShowSaveState();
 }
 

@@ -154,6 +154,8 @@ class frmJudge : public Form, private LaneOwner, private LinkOwner {
   void EventEnded();
 
   bool RaceBeingFlown() const { return race_.RaceActive && !race_.RaceDone; }
+  // A finished race has to be saved: it keeps its number and its mode, and no key adds to it.
+  bool WaitsForSave() const { return race_.RaceDone && cmdSave.Enabled(); }
   // A race is being flown or waits to be saved. It may have been started by radio while a box was open.
   bool RaceAtStake() const { return RaceBeingFlown() || cmdSave.Enabled(); }
   std::int16_t Heat() const { return heat_; }
@@ -226,6 +228,8 @@ class frmJudge : public Form, private LaneOwner, private LinkOwner {
   void ShowSaveState();
   RaceRecord RecordNow();
   void ShowSmallForm(const char* name);
+
+  static constexpr const char* kSaveFirst = "Race over: save it first";
 
   Door& door_;
   RaceState& race_;

@@ -11,7 +11,7 @@ namespace quorvane {
 void frmJudge::ApplyRaceMode(int index) {
   // A finished race that waits to be saved keeps the mode it was flown in, whatever the starter is set to
   // now.
-  if (race_.RaceDone && cmdSave.Enabled()) index = race_.RaceMode;
+  if (WaitsForSave()) index = race_.RaceMode;
   race_.RaceMode = ToInteger(std::clamp(index, 1, 6));
   if (cboRaceMode.Visible()) cboRaceMode.SetListIndex(race_.RaceMode - 1);
   race_.IsFaiMode = race_.RaceMode >= 4;

@@ -258,6 +258,17 @@ TEST(Clock, KeysWorkTheLanesInRowsOfFour) {
   EXPECT_EQ(rig.lane(1).Events()[1].SourceName, "MP1");
   EXPECT_EQ(rig.lane(2).Events()[1].SourceName, "MP2");
   EXPECT_EQ(rig.lane(3).Events()[1].SourceName, "MP3");
+
+  rig.At(60000);  // over, and not saved
+  for (const char* key : {"F1", "F2", "F7", "0"}) rig.Key(key);
+  for (int i = 0; i < 4; ++i) EXPECT_EQ(rig.lane(i).EventCount(), i == 0 ? 1 : 2);
+  EXPECT_EQ(rig.judge().lblNotice.Caption(), "Race over: save it first");
+  rig.Click("frmLane1.cmdCut");
+  EXPECT_EQ(rig.lane(0).EventCount(), 2);
+  rig.Click("frmJudge.cmdSave");
+  EXPECT_FALSE(rig.judge().lblNotice.Visible());
+  rig.Key("F1");
+  EXPECT_TRUE(rig.judge().RaceBeingFlown());
 }
 
 TEST(Clock, AFinishedRaceIsSavedWhenTheNextOneStarts) {

@@ -296,7 +296,7 @@ TEST_F(Stations, AnEntryAfterTheFinishDoesNotReopenTheRace) {
     }
     rig.At(start + 95000);
     ASSERT_TRUE(rig.race().RaceDone);
-    rig.Key("F2");
+    rig.lane(1).cmdLap_Click();
     ASSERT_EQ(rig.lane(1).EventCount(), 1);
     const std::size_t boxes = rig.platform.shown.size();
     if (operatorResets) {
