@@ -46,6 +46,7 @@ bool Door::Contain(const std::function<void()>& action) {
   } catch (const std::exception& error) {
     ++errors_;
     lastError_ = error.what();
+    if (journal_ != nullptr) journal_->Failed(now_, lastError_);
     return false;
   }
 }
@@ -147,6 +148,10 @@ void Door::Post(std::function<void()> action) {
 
 void Door::NoteSent(const std::vector<std::uint8_t>& frame) {
   if (journal_ != nullptr) journal_->Sent(now_, frame);
+}
+
+void Door::NoteProject(const std::string& path, bool taken) {
+  if (journal_ != nullptr) journal_->ProjectOpened(now_, path, taken);
 }
 
 void Door::FireTimer(Control& timer) {

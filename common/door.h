@@ -65,6 +65,7 @@ class Door : public EventClock {
   // error.
   bool Contain(const std::function<void()>& action);
   void NoteSent(const std::vector<std::uint8_t>& frame);
+  void NoteProject(const std::string& path, bool taken);
 
   // Errors contained so far and the text of the last, for whoever looks for a fault.
   int ErrorsContained() const { return errors_; }

@@ -35,14 +35,18 @@ struct Event {
   std::vector<std::uint8_t> bytes = {};
 };
 
-// Written to by the door: every event, answer and sent frame, with its time on the console clock in ms. A
-// journal never throws and never waits.
+// Written to by the door: every event, answer and sent frame, and what else a replay has to know, with its
+// time on the console clock in ms. A journal never throws and never waits.
 class Journal {
  public:
   virtual ~Journal() = default;
   virtual void Entered(std::int64_t ms, const Event& event) = 0;
   virtual void Answered(std::int64_t ms, const DialogBox& box, const DialogAnswer& answer) = 0;
   virtual void Sent(std::int64_t ms, const std::vector<std::uint8_t>& frame) = 0;
+  // A project file has been opened, or (not taken) could not be, as another console has it.
+  virtual void ProjectOpened(std::int64_t /*ms*/, const std::string& /*path*/, bool /*taken*/) {}
+  // An error has ended what was in hand.
+  virtual void Failed(std::int64_t /*ms*/, const std::string& /*error*/) {}
 };
 
 }  // namespace quorvane

@@ -2,7 +2,10 @@
 
 #include <cerrno>
 #include <cstring>
+#include <fstream>
 #include <utility>
+
+#include "common/output_guard.h"
 
 namespace quorvane {
 namespace {
@@ -14,16 +17,32 @@ std::string Reason() {
 }  // namespace
 
 JournalFile::JournalFile(const std::filesystem::path& path) {
-  errno = 0;
-  file_.open(path, std::ios::binary | std::ios::trunc);
-  if (!file_) {
-    problem_ = Reason();
+  if (const auto reason = WhyNotWrite(path, FileKind::Journal)) {
+    problem_ = "the file may not be replaced, " + *reason;
     return;
   }
-  thread_ = std::thread([this] { Work(); });
+  errno = 0;
+  out_ = std::make_unique<std::ofstream>(path, std::ios::binary | std::ios::trunc);
+  Begin();
+}
+
+JournalFile::JournalFile(std::unique_ptr<std::ostream> out) : out_(std::move(out)) {
+  Begin();
+}
+
+void JournalFile::Begin() {
+  if (*out_) {
+    thread_ = std::thread([this] { Work(); });
+  } else {
+    problem_ = Reason();
+  }
 }
 
 JournalFile::~JournalFile() {
+  Close();
+}
+
+void JournalFile::Close() {
   {
     const std::lock_guard lock(mutex_);
     closing_ = true;
@@ -67,7 +86,7 @@ void JournalFile::Work() {
     errno = 0;
     bool written = true;
     for (const Piece& piece : pieces) written = written && Write(piece);
-    if (written && file_.flush()) continue;
+    if (written && out_->flush()) continue;
     const std::lock_guard lock(mutex_);
     problem_ = Reason();
     waiting_.clear();
@@ -76,9 +95,9 @@ void JournalFile::Work() {
 }
 
 bool JournalFile::Write(const Piece& piece) {
-  if (piece.back > 0) file_.seekp(-static_cast<std::ofstream::off_type>(piece.back), std::ios::end);
-  file_.write(piece.text.data(), static_cast<std::streamsize>(piece.text.size()));
-  return static_cast<bool>(file_);
+  if (piece.back > 0) out_->seekp(-static_cast<std::ostream::off_type>(piece.back), std::ios::end);
+  out_->write(piece.text.data(), static_cast<std::streamsize>(piece.text.size()));
+  return static_cast<bool>(*out_);
 }
 
 }  // namespace quorvane

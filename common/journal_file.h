@@ -4,9 +4,9 @@
 #include <cstddef>
 #include <deque>
 #include <filesystem>
-#include <fstream>
 #include <memory>
 #include <mutex>
+#include <ostream>
 #include <string>
 #include <thread>
 
@@ -20,9 +20,10 @@ namespace quorvane {
 // The first error ends the writing; the file then stays as far as it was written, and Problem() says why.
 class JournalFile {
  public:
-  // Replaces a file that exists. A file that cannot be made is such an error.
+  // Makes a new file. One that cannot be made is such an error, and so is one that exists and has contents.
   explicit JournalFile(const std::filesystem::path& path);
-  // Writes what is left and closes the file.
+  // Writes to any other stream.
+  explicit JournalFile(std::unique_ptr<std::ostream> out);
   ~JournalFile();
   JournalFile(const JournalFile&) = delete;
   JournalFile& operator=(const JournalFile&) = delete;
@@ -30,6 +31,9 @@ class JournalFile {
   void Append(std::string text);
   // Puts the text in front of the last `tail` bytes appended, which must be what was appended last.
   void InsertBefore(const std::string& tail, const std::string& text);
+
+  // Writes what is left and closes the file. Nothing may be appended any more.
+  void Close();
 
   // Empty while all is well. From any thread.
   std::string Problem() const;
@@ -40,11 +44,12 @@ class JournalFile {
     std::string text;
   };
 
+  void Begin();
   void Add(Piece piece);
   void Work();
   bool Write(const Piece& piece);
 
-  std::ofstream file_;  // the thread's, once it runs
+  std::unique_ptr<std::ostream> out_;  // the thread's, once it runs
   mutable std::mutex mutex_;
   std::condition_variable wake_;
   std::deque<Piece> waiting_;

@@ -9,6 +9,7 @@
 namespace quorvane {
 namespace {
 
+constexpr std::string_view kProjectExtension = ".ini";  // what the boxes that ask for a project offer
 constexpr std::uintmax_t kMostProjectBytes = std::uintmax_t{64} << 20;
 
 std::filesystem::path PathOf(const std::string& utf8) {
@@ -60,19 +61,34 @@ void SessionRecorder::KeepProject(const std::string& path) {
 }
 
 bool SessionRecorder::Record(const std::filesystem::path& path) {
+  return !tooLong_ ? RecordInto(std::make_unique<JournalFile>(path)) : RecordInto(nullptr);
+}
+
+bool SessionRecorder::Record(std::unique_ptr<std::ostream> out) {
+  return !tooLong_ ? RecordInto(std::make_unique<JournalFile>(std::move(out))) : RecordInto(nullptr);
+}
+
+bool SessionRecorder::RecordInto(std::unique_ptr<JournalFile> file) {
   problem_.clear();
-  path_ = path;
-  if (tooLong_) {
+  file_ = std::move(file);
+  if (file_ == nullptr) {
     problem_ = "The session is too long by now to be recorded from its start.";
     return false;
   }
-  file_ = std::make_unique<JournalFile>(path);
   file_->Append(Joined(session_));
   return true;
 }
 
 void SessionRecorder::Stop() {
-  problem_ = Problem();
+  if (file_ == nullptr) return;
+  file_->Append(StoppedComment(latestMs_));
+  Close();
+}
+
+void SessionRecorder::Close() {
+  if (file_ == nullptr) return;
+  file_->Close();
+  problem_ = file_->Problem();
   file_.reset();
 }
 
@@ -82,7 +98,7 @@ std::string SessionRecorder::Problem() const {
 
 void SessionRecorder::End(std::int64_t ms) {
   Add(EndRecord(ms < latestMs_ ? latestMs_ : ms));
-  Stop();
+  Close();
 }
 
 void SessionRecorder::Add(const std::string& text) {
@@ -112,9 +128,21 @@ void SessionRecorder::NoteOpened(int port, int number, const std::string& descri
   const bool unchanged = known == busyPorts_.end() ? number == 0 : known->second == now;
   if (!begun_ || unchanged) return;
   busyPorts_[port] = now;
-  const std::string record = BusyRecord(latestMs_, port, number, now.second);
+  InsertBeforeLatest(BusyRecord(latestMs_, port, number, now.second));
+}
+
+void SessionRecorder::InsertBeforeLatest(const std::string& record) {
   if (file_ != nullptr) file_->InsertBefore(Joined(latest_), record);
   if (!tooLong_) Keep(record, session_.size() - latest_.size());
+}
+
+void SessionRecorder::ProjectOpened(std::int64_t /*ms*/, const std::string& path, bool taken) {
+  const bool news = taken ? heldProjects_.erase(path) > 0 : heldProjects_.insert(path).second;
+  if (news) InsertBeforeLatest(HeldRecord(latestMs_, path, !taken));
+}
+
+void SessionRecorder::Failed(std::int64_t ms, const std::string& error) {
+  Add(ErrorComment(ms, error));
 }
 
 void SessionRecorder::Entered(std::int64_t ms, const Event& event) {
@@ -122,8 +150,9 @@ void SessionRecorder::Entered(std::int64_t ms, const Event& event) {
   if (!record.empty()) AddInput(ms, record);
 }
 
-void SessionRecorder::Answered(std::int64_t ms, const DialogBox& /*box*/, const DialogAnswer& answer) {
-  if (answer.word == DialogAnswer::Word::File) KeepProject(answer.text);
+void SessionRecorder::Answered(std::int64_t ms, const DialogBox& box, const DialogAnswer& answer) {
+  const bool project = answer.word == DialogAnswer::Word::File && box.defaultExtension == kProjectExtension;
+  if (project) KeepProject(answer.text);
   AddInput(ms, AnswerRecord(ms, answer));
 }
 

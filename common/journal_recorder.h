@@ -43,12 +43,13 @@ class SessionRecorder : public Journal {
   // Before the Load event enters.
   void Begin(const SessionStart& start);
 
-  // Writes the session so far to this file, replacing one that exists, and all that follows. False when the
+  // Writes the session so far to this file, which must be a new one, and all that follows. False when the
   // session has grown beyond what is kept (see Problem).
   bool Record(const std::filesystem::path& path);
+  bool Record(std::unique_ptr<std::ostream> out);
+  // The file ends with a mark that says up to where it goes.
   void Stop();
   bool Recording() const { return file_ != nullptr; }
-  const std::filesystem::path& Path() const { return path_; }
 
   // Why the recording cannot go on, in the operating system's words; empty while it does. To be looked at
   // after each event: the recording has stopped then, and the operator must be told.
@@ -64,10 +65,15 @@ class SessionRecorder : public Journal {
   void Entered(std::int64_t ms, const Event& event) override;
   void Answered(std::int64_t ms, const DialogBox& box, const DialogAnswer& answer) override;
   void Sent(std::int64_t ms, const std::vector<std::uint8_t>& frame) override;
+  void ProjectOpened(std::int64_t ms, const std::string& path, bool taken) override;
+  void Failed(std::int64_t ms, const std::string& error) override;
 
  private:
+  bool RecordInto(std::unique_ptr<JournalFile> file);
+  void Close();
   void AddInput(std::int64_t ms, const std::string& record);
   void Add(const std::string& text);
+  void InsertBeforeLatest(const std::string& record);
   void Keep(const std::string& text, std::size_t place);
   void KeepProject(const std::string& path);
 
@@ -81,7 +87,7 @@ class SessionRecorder : public Journal {
   std::int64_t latestMs_ = 0;
   std::set<std::string> projectsKept_;
   std::map<int, std::pair<int, std::string>> busyPorts_;  // with number and description of the failure
-  std::filesystem::path path_;
+  std::set<std::string> heldProjects_;
   std::unique_ptr<JournalFile> file_;
   std::string problem_;
 };

@@ -152,6 +152,18 @@ std::string BusyRecord(std::int64_t ms, int port, int number, const std::string&
                 std::to_string(port) + " " + std::to_string(number) + " " + JsonString(description));
 }
 
+std::string HeldRecord(std::int64_t ms, const std::string& path, bool held) {
+  return Record(ms, held ? "held" : "free", JsonString(path));
+}
+
+std::string StoppedComment(std::int64_t ms) {
+  return std::string(kStoppedComment) + std::to_string(ms) + "\n";
+}
+
+std::string ErrorComment(std::int64_t ms, const std::string& error) {
+  return "# error " + std::to_string(ms) + " " + JsonString(error) + "\n";
+}
+
 std::string EndRecord(std::int64_t ms) {
   return Record(ms, "end", {});
 }

@@ -15,6 +15,7 @@ namespace quorvane {
 inline constexpr std::string_view kJournalFirstLine = "quorvane-journal 1";
 inline constexpr std::string_view kProjectComment = "# project ";  // the path follows, quoted
 inline constexpr std::string_view kContentComment = "# = ";        // a line of that file follows, quoted
+inline constexpr std::string_view kStoppedComment = "# stopped ";  // the time in ms follows
 
 // What every journal begins with.
 std::string StartRecords(const LocalDateTime& start, bool timersRecorded);
@@ -25,7 +26,13 @@ std::string AnswerRecord(std::int64_t ms, const DialogAnswer& answer);
 std::string SentRecord(std::int64_t ms, const std::vector<std::uint8_t>& frame);
 // Number 0: the port can be opened again.
 std::string BusyRecord(std::int64_t ms, int port, int number, const std::string& description);
+// The project file can be opened, or cannot, because another console holds it.
+std::string HeldRecord(std::int64_t ms, const std::string& path, bool held);
 std::string EndRecord(std::int64_t ms);
+// The operator has switched the recording off; nothing follows, though the session goes on.
+std::string StoppedComment(std::int64_t ms);
+// An error has ended an event.
+std::string ErrorComment(std::int64_t ms, const std::string& error);
 
 // Comment lines that keep a project file as it was found. Every byte above 126 becomes an escape, so that
 // any file can be kept.

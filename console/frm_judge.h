@@ -218,6 +218,7 @@ class frmJudge : public Form, private LaneOwner, private LinkOwner {
   std::string TodaysProjectName() const;
   bool ChooseProject(bool atStart);
   bool OpenAtStart();
+  bool TakeProject(const std::string& file);
   bool AskProjectFile(bool atStart);
   bool AskOtherThan(const std::string& file, bool atStart);
   void ShowOpenProject();

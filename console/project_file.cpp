@@ -54,7 +54,7 @@ bool frmJudge::OpenAtStart() {
   if (!startupProject_.empty()) {
     race_.ProjectFile = startupProject_;
     MakeFolderPath(ParentFolder(startupProject_));
-    return project_.Open(startupProject_) || AskOtherThan(startupProject_, true);
+    return TakeProject(startupProject_) || AskOtherThan(startupProject_, true);
   }
   const std::string file = ProjectAtStart();
   race_.ProjectFile = file;
@@ -68,7 +68,14 @@ bool frmJudge::OpenAtStart() {
   } else {
     MakeFolderPath(ParentFolder(file));
   }
-  return project_.Open(file) || AskOtherThan(file, true);
+  return TakeProject(file) || AskOtherThan(file, true);
+}
+
+// Whether another console has the file is nothing that a replay could find out.
+bool frmJudge::TakeProject(const std::string& file) {
+  const bool taken = project_.Open(file);
+  door_.NoteProject(file, taken);
+  return taken;
 }
 
 // Two consoles on one file would take each other's races for their own.
@@ -102,7 +109,7 @@ bool frmJudge::AskProjectFile(bool atStart) {
   if (!atStart && RaceAtStake()) return false;
   const std::string file = answer.text;
   MakeFolderPath(ParentFolder(file));
-  if (!project_.Open(file)) return AskOtherThan(file, atStart);
+  if (!TakeProject(file)) return AskOtherThan(file, atStart);
   settings.SaveSetting("DiskFile", "InitDir", ParentFolder(file));
   settings.SaveSetting("DiskFile", "FileName", file);
   return true;

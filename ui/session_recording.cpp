@@ -3,7 +3,9 @@
 #include <QLabel>
 #include <cstdio>
 #include <filesystem>
+#include <utility>
 
+#include "common/output_guard.h"
 #include "ui/look.h"
 
 namespace quorvane {
@@ -11,6 +13,11 @@ namespace {
 
 std::filesystem::path PathOf(const std::string& utf8) {
   return {std::u8string(utf8.begin(), utf8.end())};
+}
+
+std::string Utf8Of(const std::filesystem::path& path) {
+  const std::u8string utf8 = path.u8string();
+  return {utf8.begin(), utf8.end()};
 }
 
 QLabel* NewNotice(FormWindow& console) {
@@ -44,7 +51,7 @@ void SessionRecording::Begin(const Options& options) {
   given_ = options.journal;
   notice_ = NewNotice(windows_.Console());
   if (!given_.empty()) {
-    file_ = given_;
+    named_ = given_;
     wanted_ = true;
     Start();
   }
@@ -71,13 +78,16 @@ void SessionRecording::FollowMenu() {
   }
   if (menu.Checked() && !wanted_) {
     if (program_.race().ProjectFile.empty()) return;  // its name is not known yet
-    if (file_.empty()) file_ = FileBesideProject();
+    if (named_.empty()) named_ = FileBesideProject();
     Start();
   } else if (!menu.Checked() && wanted_) {
     recorder_.Stop();
     Show({}, false);
   }
   wanted_ = menu.Checked();
+  if (!news_.empty()) {
+    program_.door().Post([this, news = std::exchange(news_, {})] { program_.judge().ShowNotice(news); });
+  }
   if (wanted_ && !stopped_ && !recorder_.Problem().empty()) {
     stopped_ = true;
     const std::string problem = recorder_.Problem();
@@ -87,10 +97,16 @@ void SessionRecording::FollowMenu() {
   }
 }
 
+// A journal that stands there may be all that is left of a heat that was lost.
 void SessionRecording::Start() {
   stopped_ = false;
+  file_ = Utf8Of(FreeJournalName(PathOf(named_)));
   recorder_.Record(PathOf(file_));
   Show(QStringLiteral("\u25cf Recording"), false);
+  if (file_ == named_) return;
+  const auto name = [](const std::string& file) { return Utf8Of(PathOf(file).filename()); };
+  news_ = "Recording into " + name(file_) + ", as " + name(named_) + " has a session already";
+  std::fprintf(stderr, "quorvane: %s\n", news_.c_str());
 }
 
 void SessionRecording::Show(const QString& text, bool bad) {

@@ -11,7 +11,8 @@ class QLabel;
 namespace quorvane {
 
 // Records the session of the console into a journal: into the file of the command line, or, while "Record
-// Session" is checked, into one beside the project. Says at the right end of the menu bar that it does, or
+// Session" is checked, into one beside the project. When that is there already, the next free name is taken.
+// Says at the right end of the menu bar that it does, or
 // why it cannot go on; nothing of it ever stops the race.
 class SessionRecording {
  public:
@@ -48,7 +49,9 @@ class SessionRecording {
   ProgramWindows& windows_;
   SessionRecorder recorder_;
   std::string given_;     // the file of the command line, until the menu has been checked for it
-  std::string file_;      // of this session, once it has been recorded
+  std::string named_;     // where this session is to be recorded, once that is known
+  std::string file_;      // where it is, or was last
+  std::string news_;      // of another name for it, until the window says so
   bool wanted_ = false;   // as the menu said last
   bool stopped_ = false;  // by a problem, which the notice names
   bool begun_ = false;

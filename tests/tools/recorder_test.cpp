@@ -1,12 +1,9 @@
 #include "common/journal_recorder.h"
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
+#include <cerrno>
 #include <chrono>
-#include <filesystem>
 #include <future>
 #include <iterator>
 #include <random>
@@ -156,11 +153,90 @@ TEST(Recorder, VerifyNamesTheFirstDifferenceWithItsTime) {
                               ": [Race1] Comments: recorded \"gusty\", replayed \"windy\"");
 }
 
+// One race more, flown and saved.
+void FlyRace(ConsoleRig& rig) {
+  rig.Click("frmJudge.cmdStart");
+  rig.At(rig.platform.ClockMs() + 70000);
+  rig.Click("frmLane1.cmdLap");
+  rig.Click("frmJudge.cmdSave");
+}
+
+TEST(Recorder, ASoundSessionIsNotAccused) {
+  enum class What { SavesPdf, StopsRecording, IsKilled, GoesOnInAnotherSession };
+  for (const What what :
+       {What::SavesPdf, What::StopsRecording, What::IsKilled, What::GoesOnInAnotherSession}) {
+    Recorded session;
+    ConsoleRig& rig = session.rig;
+    session.Begin();
+    session.recorder.Record(session.path);
+    rig.Load();
+    FlyRace(rig);
+    if (what == What::SavesPdf) {
+      rig.Answer(DialogAnswer::Word::File, rig.folder / "race.pdf");
+      rig.Click("frmJudge.mnuSavePdf");
+      PutFile(rig.folder / "race.pdf", "%PDF");
+    }
+    if (what == What::StopsRecording) session.recorder.Stop();
+    const std::string killed = [&] {
+      while (FileBytes(session.path).find("frmJudge.cmdSave") == std::string::npos) {
+      }
+      return FileBytes(session.path);
+    }();
+    if (what == What::IsKilled || what == What::StopsRecording) FlyRace(rig);
+    session.recorder.End(rig.platform.ClockMs());
+    if (what == What::GoesOnInAnotherSession) FlyRace(rig);
+    const Verdict verdict = session.Verified(what == What::IsKilled ? killed : FileBytes(session.path));
+    EXPECT_TRUE(verdict.same) << verdict.text;
+    EXPECT_EQ(verdict.text.find("race.pdf"), std::string::npos);
+    EXPECT_EQ(verdict.text.find("where the recording was stopped") != std::string::npos,
+              what == What::StopsRecording)
+        << verdict.text;
+    EXPECT_EQ(verdict.notes.size(), what == What::SavesPdf ? 0U : 1U);
+  }
+}
+
+// Another console holds the project at the start, and lets go of it later.
+TEST(Recorder, AProjectThatIsHeldElsewhereIsHeldInTheReplay) {
+  Recorded session;
+  ConsoleRig& rig = session.rig;
+  PutFile(rig.file, "[Current]\nTitle=Cup\nHeatsPerRound=4\n");
+  ProjectStore other;
+  other.Open(rig.file);
+  ASSERT_EQ(other.TryLock(), LockResult::Locked);
+  session.Begin();
+  session.recorder.Record(session.path);
+  rig.Answer(DialogAnswer::Word::Yes);
+  rig.Answer(DialogAnswer::Word::Ok);
+  rig.Answer(DialogAnswer::Word::File, rig.folder / "mine.ini");
+  rig.Load();
+  FlyRace(rig);
+  other.Unlock();
+  rig.Answer(DialogAnswer::Word::File, rig.file);
+  rig.Click("frmJudge.mnuSelectFile");
+  EXPECT_EQ(rig.race().ProjectFile, rig.file);
+  FlyRace(rig);
+  session.ExpectVerified();
+}
+
+// Writes a little, then fails as a full disk does.
+class FullDisk : public std::stringbuf {
+  std::streamsize xsputn(const char*, std::streamsize) override {
+    errno = ENOSPC;
+    return 0;
+  }
+};
+
+template <typename Buffer>
+class Onto : public std::ostream {
+ public:
+  Onto() : std::ostream(&buffer) {}
+  Buffer buffer;
+};
+
 TEST(Recorder, AFullDiskEndsTheRecordingAndNothingElse) {
-  if (!std::filesystem::exists("/dev/full")) GTEST_SKIP();
   Recorded session;
   session.Begin();
-  session.recorder.Record("/dev/full");
+  session.recorder.Record(std::make_unique<Onto<FullDisk>>());
   session.rig.Load();
   for (int i = 0; i < 500 && session.recorder.Problem().empty(); ++i) {
     std::this_thread::sleep_for(std::chrono::milliseconds(2));
@@ -188,22 +264,31 @@ TEST(Recorder, ASessionTooLongForMemoryIsRecordedFromItsStartOrNotAtAll) {
   EXPECT_EQ(folder.Entries(), 1);
 }
 
-// A disk that does not answer, played by a pipe that nobody empties: waiting for it would be for ever.
+// A disk that does not answer before it is told to.
+class SlowDisk : public std::stringbuf {
+ public:
+  std::promise<void> answer;
+
+ private:
+  std::streamsize xsputn(const char* text, std::streamsize size) override {
+    if (answered_.valid()) answered_.get();
+    return std::stringbuf::xsputn(text, size);
+  }
+  std::future<void> answered_ = answer.get_future();
+};
+
 TEST(Recorder, AppendingNeverWaitsForTheDisk) {
-  const ScratchFolder folder;
-  const std::string path = folder / "pipe";
-  ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
-  const int reader = ::open(path.c_str(), O_RDONLY | O_NONBLOCK);
+  auto out = std::make_unique<Onto<SlowDisk>>();
+  SlowDisk& disk = out->buffer;
   SessionRecorder recorder;
   recorder.Begin({});
-  recorder.Record(path);
+  recorder.Record(std::move(out));
   recorder.Entered(0, {.kind = EventKind::Load});
   const Event frame{.kind = EventKind::Bytes, .bytes = std::vector<std::uint8_t>(36, 0x55)};
   for (int i = 0; i < 20000; ++i) recorder.Entered(i, frame);
-  auto bytes = std::async(std::launch::async, [&] { return FileBytes(path); });
+  EXPECT_EQ(disk.str(), "");
+  disk.answer.set_value();
   recorder.End(20000);
-  EXPECT_EQ(ReadJournal(bytes.get()).records.size(), 20003U);
-  ::close(reader);
 }
 
 }  // namespace

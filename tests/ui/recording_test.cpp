@@ -129,15 +129,31 @@ TEST_F(RecordingTest, SwitchedOnLateItStillBeginsAtTheStart) {
   EXPECT_TRUE(verdict.same) << verdict.text;
 }
 
-TEST_F(RecordingTest, FullDiskStopsTheRecordingAndSaysSo) {
-  Begin("/dev/full");
-  EXPECT_TRUE(WaitFor([&] {
-    Click("frmJudge.lblStatus");
-    return recording.Notice()->text().startsWith("Recording stopped: ");
-  }));
+TEST_F(RecordingTest, AfterARestartTheJournalOfTheLostHeatIsKept) {
+  const std::string journal = folder.filePath("day.journal").toStdString();
+  std::ofstream(journal) << "quorvane-journal 1\n0 start 2026-11-21T09:00:00\n";
+  Begin(journal);
+  EXPECT_EQ(program.judge().lblNotice.Caption(),
+            "Recording into day-2.journal, as day.journal has a session already");
+  // Switched off and on again, it does not write over its own either.
+  Click("frmJudge.mnuRecordSession");
+  Click("frmJudge.mnuRecordSession");
+  recording.End();
+  EXPECT_EQ(BytesOf(journal), "quorvane-journal 1\n0 start 2026-11-21T09:00:00\n");
+  EXPECT_NE(BytesOf(folder.filePath("day-2.journal").toStdString()).find("\n# stopped "), std::string::npos);
+  EXPECT_NE(BytesOf(folder.filePath("day-3.journal").toStdString()).find(" end\n"), std::string::npos);
+}
+
+TEST_F(RecordingTest, AFileThatIsNoJournalIsRefusedAndTheRaceGoesOn) {
+  const std::string notes = folder.filePath("notes.txt").toStdString();
+  std::ofstream(notes) << "Wind from the west.\n";
+  Begin(notes);
+  EXPECT_EQ(recording.Notice()->text(),
+            "Recording stopped: the file may not be replaced, it is a file of another kind");
   EXPECT_FALSE(recording.Recorder().Recording());
   FlyHeat();
   EXPECT_TRUE(program.judge().HasRun(1));
+  EXPECT_EQ(BytesOf(notes), "Wind from the west.\n");
 }
 
 }  // namespace

@@ -161,6 +161,9 @@ class Reader {
       } else if (line.starts_with(kContentComment) && !journal_.projects.empty()) {
         JournalWords words(line.substr(kContentComment.size()), line_);
         AppendBytes(words.Quoted("a line"), journal_.projects.back().bytes);
+      } else if (line.starts_with(kStoppedComment)) {
+        JournalWords words(line.substr(kStoppedComment.size()), line_);
+        journal_.stoppedMs = words.Number(lastMs_, kLastJournalMs, "a time");
       }
     } catch (const UnreadableJournal&) {
     }
@@ -230,6 +233,10 @@ class Reader {
       record.port = static_cast<int>(words.Number(1, kLastPort, "a port number from 1 to 31"));
       record.event.number = static_cast<int>(words.Number(0, kLastJournalMs, "an error number"));
       record.event.text = words.Quoted("a quoted error text");
+    } else if (verb == "held" || verb == "free") {
+      record.kind = Kind::Held;
+      record.held = verb == "held";
+      record.event.text = words.Quoted("a quoted path");
     } else if (verb == "tx") {
       record.kind = Kind::Sent;
       record.event.bytes = words.Hex();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <stdexcept>
 #include <string>
@@ -17,6 +18,7 @@ struct JournalRecord {
     Input,   // event
     Answer,  // answer
     Busy,    // port, number, text: opening it fails so from now on; number 0: no longer
+    Held,    // held, event.text: whether another console holds this project file from now on
     Sent,    // event.bytes: a frame that went out
     End,
   };
@@ -26,6 +28,7 @@ struct JournalRecord {
   Event event = {};
   DialogAnswer answer = {};
   int port = 0;
+  bool held = false;
 };
 
 // A journal as data.
@@ -47,6 +50,11 @@ struct SessionJournal {
   std::vector<JournalRecord> records = {};
   bool hasEnd = false;
   bool cutOff = false;  // the last line was unfinished and has been left out
+  // ms at which the operator switched the recording off, though the session went on; -1: has not
+  std::int64_t stoppedMs = -1;
+
+  // The last moment that the journal tells of, in ms.
+  std::int64_t LastMs() const { return std::max(stoppedMs, records.empty() ? 0 : records.back().ms); }
 };
 
 // The longest session that is read: race times are 32-bit numbers of ms.

@@ -39,7 +39,7 @@ void Replay::Prepare() {
   platform_.homeFolder = ParentFolder(project);
   platform_.programFolder = platform_.homeFolder;
   if (options_.keepVersions) files_.KeepVersions([this] { return Now(); });
-  program_.door().SetJournal(&sent_);
+  program_.door().SetJournal(&made_);
 }
 
 void Replay::Run() {
@@ -87,18 +87,27 @@ void Replay::Take(const JournalRecord& record) {
       return;
     case JournalRecord::Kind::Answer: {
       DialogAnswer answer = record.answer;
-      const bool contestFile = answer.word == DialogAnswer::Word::File && journal_.timersRecorded;
-      if (contestFile && !answer.text.empty()) answer.text = folder_.CopyOf(answer.text);
+      const bool file = answer.word == DialogAnswer::Word::File && !answer.text.empty();
+      if (file) answer.text = PathFor(answer.text);
       platform_.answers.push_back(answer);
       return;
     }
     case JournalRecord::Kind::Busy:
       serial_.busy[record.port] = {record.event.number, record.event.text};
       return;
+    case JournalRecord::Kind::Held:
+      files_.Hold(PathFor(record.event.text), record.held);
+      return;
     case JournalRecord::Kind::Sent:
     case JournalRecord::Kind::End:
       return;
   }
+}
+
+// The file that stands for this one of the journal.
+std::string Replay::PathFor(const std::string& named) {
+  if (options_.inPlace && !folder_.HasCopyOf(named)) return named;
+  return folder_.CopyOf(named, !journal_.timersRecorded);
 }
 
 void Replay::TakeEvent(const JournalRecord& record) {

@@ -12,8 +12,21 @@
 namespace quorvane {
 namespace {
 
+constexpr std::size_t kMostCopied = std::size_t{64} << 20;
+
 std::filesystem::path PathOf(const std::string& utf8) {
   return std::filesystem::path(std::u8string(utf8.begin(), utf8.end()));
+}
+
+std::string WholePath(const std::string& path) {
+  std::error_code error;
+  const std::filesystem::path whole = std::filesystem::weakly_canonical(PathOf(path), error);
+  return error ? path : whole.string();
+}
+
+void PutFile(const std::string& path, const std::string& bytes) {
+  MakeFolderPath(ParentFolder(path));
+  std::ofstream(PathOf(path), std::ios::binary) << bytes;
 }
 
 std::string MakeTemporaryFolder() {
@@ -42,6 +55,18 @@ std::error_code ReplayFiles::Rename(const std::string& from, const std::string& 
   return SystemFileOps::Rename(from, to);
 }
 
+void ReplayFiles::Hold(const std::string& path, bool held) {
+  if (held) {
+    held_.insert(WholePath(path));
+  } else {
+    held_.erase(WholePath(path));
+  }
+}
+
+LockResult ReplayFiles::Lock(const std::string& target, FileLock& lock) {
+  return held_.contains(WholePath(target)) ? LockResult::HeldElsewhere : SystemFileOps::Lock(target, lock);
+}
+
 const std::string& ReplayFolder::Path() {
   if (folder_.empty()) folder_ = MakeTemporaryFolder();
   return folder_;
@@ -53,15 +78,26 @@ void ReplayFolder::Remove() {
   folder_.clear();
 }
 
-const std::string& ReplayFolder::CopyOf(const std::string& original) {
-  for (const Copy& copy : copies_) {
-    if (copy.original == original || copy.path == original) return copy.path;
-  }
+const ReplayFolder::Copy* ReplayFolder::Find(const std::string& original) const {
+  const auto found = std::find_if(copies_.begin(), copies_.end(), [&](const Copy& copy) {
+    return copy.original == original || copy.path == original;
+  });
+  return found == copies_.end() ? nullptr : &*found;
+}
+
+const std::string& ReplayFolder::CopyOf(const std::string& original, bool asItStands) {
+  if (const Copy* copy = Find(original)) return copy->path;
   std::string name = FileNameOf(original);
   if (name.empty() || name == "." || name == "..") name = "project.ini";
   // Files of one name from several folders must not meet.
   const std::string folder = copies_.empty() ? "" : std::to_string(copies_.size()) + "/";
-  return Use(Path() + folder + name, original);
+  const std::string& path = Use(Path() + folder + name, original);
+  std::string bytes;
+  FileStamp stamp;
+  if (asItStands && !FileExists(path) && !SystemFiles().ReadFile(original, kMostCopied, bytes, stamp)) {
+    PutFile(path, bytes);
+  }
+  return path;
 }
 
 const std::string& ReplayFolder::Use(const std::string& path, const std::string& original) {
@@ -69,8 +105,7 @@ const std::string& ReplayFolder::Use(const std::string& path, const std::string&
   const auto kept = std::find_if(journal_.projects.begin(), journal_.projects.end(),
                                  [&](const auto& project) { return project.path == original; });
   if (kept != journal_.projects.end() && !FileExists(path)) {
-    MakeFolderPath(ParentFolder(path));
-    std::ofstream(PathOf(path), std::ios::binary) << kept->bytes;
+    PutFile(path, kept->bytes);
   }
   return copies_.back().path;
 }

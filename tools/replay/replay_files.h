@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -29,9 +30,14 @@ class ReplayFiles : public SystemFileOps {
   std::error_code Rename(const std::string& from, const std::string& to) override;
   std::error_code SyncFolder(const std::string&) override { return {}; }
 
+  // Whether another console is to hold the file from now on.
+  void Hold(const std::string& path, bool held);
+  LockResult Lock(const std::string& target, FileLock& lock) override;
+
  private:
   std::function<std::int64_t()> clock_;
   std::map<std::string, std::string> unnamed_;  // content of temporary files
+  std::set<std::string> held_;
   std::vector<Version> versions_;
 };
 
@@ -49,8 +55,10 @@ class ReplayFolder {
 
   // Made at the first call. Ends with a separator.
   const std::string& Path();
-  // The copy of this file, a new one at the first call for it.
-  const std::string& CopyOf(const std::string& original);
+  // The copy of this file, a new one at the first call for it. Of a file of which the journal keeps nothing
+  // it is as the file now stands, on request.
+  const std::string& CopyOf(const std::string& original, bool asItStands = false);
+  bool HasCopyOf(const std::string& original) const { return Find(original) != nullptr; }
   // Makes `path` the copy of `original`. A file that exists stays as it is.
   const std::string& Use(const std::string& path, const std::string& original);
   const std::vector<Copy>& Copies() const { return copies_; }
@@ -58,6 +66,8 @@ class ReplayFolder {
   void Remove();
 
  private:
+  const Copy* Find(const std::string& original) const;
+
   const SessionJournal& journal_;
   std::string folder_;
   std::vector<Copy> copies_;
