@@ -164,17 +164,24 @@ void frmJudge::Form_Unload() {
 // keys that judge. A finished race that waits to be saved must keep its refly mark.
 void frmJudge::EventEnded() {
   const bool free = !RaceBeingFlown();
-  const auto lock = [free](Control& control) {
-    if (control.Enabled() == free) return;
-    control.SetEnabled(free);
-    control.SetToolTip(free ? "" : "Locked while a race is flown");
+  const std::string flown = free ? "" : "Locked while a race is flown";
+  const auto lock = [](Control& control, const std::string& why) {
+    control.SetEnabled(why.empty());
+    control.SetToolTip(why);
   };
   for (Control* control :
        {&txtHeat, &cmdDecHeat, &cmdIncHeat, &txtRound, &cmdDecRound, &cmdIncRound, &chkSixtySecondCount,
         &mnuHeatsPerRound, &mnuSelectFile, &mnuSetEventName, &mnuLaneColors}) {
-    lock(*control);
+    lock(*control, flown);
   }
-  for (const auto& lane : lanes_) lock(lane->lblStatus);
+  // What is written over a saved race would be dropped with the next move.
+  const std::string saved = Lane(0).Loaded() ? "Locked: this race is saved" : "";
+  for (const auto& lane : lanes_) {
+    lock(lane->lblStatus, free ? saved : flown);
+    lock(lane->txtLapTen, saved);
+    lock(lane->txtLapEleven, saved);
+  }
+  lock(txtComments, race_.ReflyMode ? "" : saved);
   cmdRefly.SetEnabled(free && !cmdSave.Enabled() && projectOpen_ && HasTimestamp(race_.RaceNumber));
   if (!WaitsForSave() && lblNotice.Caption() == kSaveFirst) ShowNotice({});
   ShowSaveState();

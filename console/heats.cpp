@@ -151,7 +151,11 @@ void frmJudge::MoveToTyped(Control& box, bool isHeat) {
 
 void frmJudge::cmdRefly_Click() {
   if (RaceBeingFlown()) return;
-  race_.ReflyMode = !race_.ReflyMode;
+  const bool on = !race_.ReflyMode;
+  // Switched off, what was flown before is shown again.
+  if (!on) ShowCurrentRace();
+  race_.ReflyMode = on;
+  if (on) txtComments.SetText("No comments");
   ShowHeatCaption(race_.ReflyMode);
   cmdStart.SetEnabled(race_.ReflyMode || !HasRun(race_.RaceNumber));
 }
@@ -210,7 +214,9 @@ void frmJudge::mnuLaneColors_Click() {
     if (answer.word != DialogAnswer::Word::Text || answer.text.empty()) return;
     const double chosen = LeadingNumber(answer.text);
     if (!(chosen > 0.0) || chosen > kLaneColorSchemesOffered) continue;
-    race_.LaneColorScheme = RoundTo<std::int16_t>(chosen);
+    const auto scheme = RoundTo<std::int16_t>(chosen);
+    if (scheme == 0) continue;
+    race_.LaneColorScheme = scheme;
     SaveLaneColorScheme(settings, race_.LaneColorScheme);
     for (const auto& lane : lanes_) lane->UpdateLaneColor();
     return;

@@ -172,6 +172,7 @@ void frmJudge::cmdSave_Click() {
   IssueRaceEvent(true);
   RankLanes();  // the operator may have given only some of the places
   WriteRace();
+  race_.ReflyMode = false;
   cmdSave.SetEnabled(false);
   cmdReset_Click();
 }

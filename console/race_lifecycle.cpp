@@ -31,11 +31,11 @@ void frmJudge::cmdStart_Click() {
 
 void frmJudge::InitializeRace() {
   if (!race_.RaceLoaded) cmdSave_Click();
+  // Those of a saved race that was only looked at stay with that race.
+  const bool typedForThisRace = !Lane(0).Loaded() || race_.ReflyMode;
   const std::string comments = txtComments.Text();
-  const std::int16_t shown = race_.RaceNumber;
   if (!race_.RaceActive) ResetRaceControls();
-  // Typed for the race about to be flown; those of a race that was only looked at stay with that race.
-  if (race_.RaceNumber == shown) txtComments.SetText(comments);
+  if (typedForThisRace) txtComments.SetText(comments);
   // Showing the race has marked it as loaded; a race that is flown is not, or it would not be saved.
   race_.RaceLoaded = false;
   starterClock_.reset();
@@ -188,13 +188,12 @@ void frmJudge::ReleaseHold() {
   ApplyRaceMode(race_.RaceMode);
 }
 
-// An abandoned race must not go on ticking.
+// An abandoned race must not go on ticking. An abandoned refly is still to be flown.
 void frmJudge::ReadyForNextRace() {
   race_.RaceActive = false;
   ReleaseHold();
   starterClock_.reset();
   tmrTimeTick.SetEnabled(false);
-  race_.ReflyMode = false;
   ResetRaceControls();
   door_.System().StopWave();
   DisplayStatus();

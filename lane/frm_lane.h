@@ -53,6 +53,7 @@ class frmLane : public Form {
   bool CanDoLap(std::uint8_t stationLaps) const;
   int CountLaps() const { return log_.CountLaps(); }
   bool IsFinished() const;
+  bool Loaded() const { return loaded_; }  // shows a race from the project file
   // Whether the mode of the race that the panel shows flies this lane.
   bool Flies() const { return !IsFai() || laneNumber_ <= kFaiLanes; }
   void RecalculateLaps(bool display);

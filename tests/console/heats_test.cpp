@@ -181,7 +181,7 @@ TEST(LaneColors, TheMenuInsistsOnASchemeThatIsOffered) {
   ConsoleRig rig;
   rig.Load();
   EXPECT_EQ(rig.lane(0).fraLane.Caption(), " Low Green");
-  for (const char* text : {"9", "0", "x", "2.5"}) rig.Answer(Word::Text, text);
+  for (const char* text : {"9", "0", "0.4", "x", "2.5"}) rig.Answer(Word::Text, text);
   rig.Click("frmJudge.mnuLaneColors");
   EXPECT_EQ(rig.race().LaneColorScheme, 2);
   EXPECT_EQ(rig.platform.settings.GetSetting("RaceInfo", "LaneColor", "-"), "2");

@@ -287,6 +287,36 @@ TEST(Project, AReflyKeepsTheOriginalAndPointsToTheRefly) {
   EXPECT_EQ(rig.lane(0).lblStatus.Caption(), "First");
 }
 
+TEST(Project, AReflyHasItsOwnCommentsAndIsOnUntilItIsSaved) {
+  ConsoleRig rig;
+  rig.Load();
+  FlyHeat(rig);
+  rig.Type("frmJudge.txtComments", "original");
+  rig.Click("frmJudge.cmdSave");
+  rig.Click("frmJudge.cmdDecHeat");
+  rig.Type("frmJudge.txtComments", "over a saved race");
+  rig.Click("frmLane1.lblStatus");
+  EXPECT_NE(rig.LastBox(), "Finish Order");
+  EXPECT_EQ(rig.judge().txtComments.Text() + " " + rig.lane(0).lblStatus.Caption(), "original First");
+
+  rig.Click("frmJudge.cmdRefly");
+  EXPECT_EQ(rig.judge().txtComments.Text(), "No comments");
+  rig.Click("frmJudge.cmdStart");
+  rig.Answer(Word::No);
+  rig.Click("frmJudge.cmdReset");
+  EXPECT_EQ(rig.judge().fraHeatControl.Caption(), "Race 1 REFLY") << "called off, not over";
+  rig.Click("frmJudge.cmdRefly");
+  EXPECT_EQ(rig.judge().txtComments.Text() + " " + rig.lane(0).lblStatus.Caption(), "original First");
+
+  rig.Click("frmJudge.cmdRefly");
+  rig.Type("frmJudge.txtComments", "again");
+  FlyHeat(rig);
+  rig.Click("frmJudge.cmdSave");
+  EXPECT_EQ(rig.Value("Race1", "Comments") + " " + rig.Value("Refly1", "Comments"), "original again");
+  EXPECT_EQ(rig.race().RaceNumber, 2);
+  EXPECT_TRUE(rig.judge().txtComments.Enabled());
+}
+
 TEST(Project, AReflyNeverOverwritesAnotherHoweverTheFileCounts) {
   const std::pair<const char*, const char*> kCases[] = {{"0", "3"},     {"x", "3"}, {"32767", "3"},
                                                         {"99999", "3"}, {"5", "6"}, {"-9", "-8"}};
