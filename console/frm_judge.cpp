@@ -52,6 +52,7 @@ frmJudge::frmJudge(Door& door, RaceState& race, RaceClock& clock, Project& proje
       lblComm(Add(ControlKind::Label, "lblComm")),
       lblReadComm(AddCaptioned(ControlKind::Label, "lblReadComm", "R")),
       lblWriteComm(AddCaptioned(ControlKind::Label, "lblWriteComm", "T")),
+      lblController(AddCaptioned(ControlKind::Label, "lblController", "CONTROLLER")),
       lblSilent(Add(ControlKind::Label, "lblSilent")),
       fraLane(*this, ControlKind::Frame, "fraLane", 0, 3),
       tmrTimeTick(Add(ControlKind::Timer, "tmrTimeTick")),
@@ -64,6 +65,8 @@ frmJudge::frmJudge(Door& door, RaceState& race, RaceClock& clock, Project& proje
   lblNotSaved.SetVisible(false);
   lblNotSaved.SetForeColor(kWhite);
   lblNotSaved.SetBackColor(kRed);
+  lblController.SetVisible(false);
+  lblController.SetBackColor(Color::Rgb(0xFFC840));
   lblNotice.SetVisible(false);
   lblSilent.SetVisible(false);
   lblSilent.SetForeColor(kRed);
@@ -184,6 +187,8 @@ void frmJudge::EventEnded() {
   lock(txtComments, race_.ReflyMode ? "" : saved);
   cmdRefly.SetEnabled(free && !cmdSave.Enabled() && projectOpen_ && HasTimestamp(race_.RaceNumber));
   if (!WaitsForSave() && lblNotice.Caption() == kSaveFirst) ShowNotice({});
+  for (const auto& lane : lanes_) lane->FollowLink();
+  lblController.SetVisible(link_ != nullptr && link_->IsControllerMode());
   ShowSaveState();
 }
 

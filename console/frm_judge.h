@@ -85,8 +85,9 @@ class frmJudge : public Form, private LaneOwner, private LinkOwner {
   Control& lblComm;
   Control& lblReadComm;
   Control& lblWriteComm;
-  Control& lblSilent;    // beside lblComm: names stations that fell silent in the race
-  ControlArray fraLane;  // 0..3, where the lane panels stand
+  Control& lblController;  // shown while this console acts for the starter and the timers
+  Control& lblSilent;      // beside lblComm: names stations that fell silent in the race
+  ControlArray fraLane;    // 0..3, where the lane panels stand
   Control& tmrTimeTick;
   Control& tmrSaveRetry;  // tries again to write what is not on the disk yet
 

@@ -97,6 +97,8 @@ class frmLane : public Form {
   void UpdateLaneColor();
   void Form_Load();
   void Form_Resize();
+  // The hands' buttons come back when the link has dropped, and go when it is there again.
+  void FollowLink();
   void Form_Unload();
   void fraLane_MouseMove();
   void Resized() override { Form_Resize(); }

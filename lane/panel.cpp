@@ -26,6 +26,10 @@ void frmLane::Form_Resize() {
   for (Control* button : {&cmdLap, &cmdCut, &cmdTurn}) button->SetVisible(!race_.CommActive);
 }
 
+void frmLane::FollowLink() {
+  if (cmdLap.Visible() == race_.CommActive) ShowHandButtons();
+}
+
 void frmLane::Form_Unload() {
   container_ = nullptr;
   SetVisible(false);

@@ -82,7 +82,9 @@ void frmSerialPort::TickPort(int index) {
   for (int i = 0; i <= optPort.Upper(); ++i) optPort[i].SetValue(i == index ? 1 : 0);
 }
 
+// The port that is open stays so: opened anew, it would lose what is on the air meanwhile.
 void frmSerialPort::optPort_Click(int index) {
+  if (race_.CommActive && optPort[index].Value() != 0) return;
   lostPort_ = 0;
   SelectPort(index, true);
 }

@@ -32,7 +32,8 @@ void AddRaceButtons(FormDesign& design) {
   const int right = kLeft + kColumn - half;
   design.places.insert(
       design.places.end(),
-      {{"chkSixtySecondCount", {kLeft + 4, 379, kColumn - 4, 26}, 13, Look::Left, "60 Second Count", {}, '6'},
+      {{"chkSixtySecondCount", {kLeft + 4, 379, 168, 26}, 13, Look::Left, "60 Second Count", {}, '6'},
+       {"lblController", {kLeft + 174, 379, 98, 26}, 10.5, Look::Bold | Look::Border, "Mode"},
        {"chkAudio", {kLeft + 4, 406, kColumn - 4, 26}, 13, Look::Left, "Audio Countdown", {}, 'A'},
        {"cmdStart", {kLeft, 437, kColumn, 60}, 22, button, "Start", "F1", 't'},
        {"cmdReset", {kLeft, 503, half, 40}, 15, button, "Reset", {}, 'R'},

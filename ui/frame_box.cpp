@@ -8,7 +8,6 @@ namespace quorvane {
 
 FrameBox::FrameBox(QWidget* parent, Look look)
     : QFrame(parent), look_(look), back_(ToQColor(kButtonFace)), fore_(Qt::black) {
-  setAttribute(Qt::WA_OpaquePaintEvent);
 }
 
 void FrameBox::SetCaption(const QString& caption) {

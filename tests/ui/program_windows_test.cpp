@@ -23,6 +23,29 @@ TEST_F(ProgramWindowsTest, StartsWithTheConsoleAndTheLinkShown) {
   EXPECT_TRUE(Shown(program.lane(0).cmdLap)->isHidden());
 }
 
+TEST_F(ProgramWindowsTest, HandsGetTheirButtonsBackWhileTheLinkIsDown) {
+  serial.ports = {{5, true}};
+  settings.SaveSetting("frmSerialPort", "CommPort", "5");
+  Load();
+  ClickOn(Shown(program.judge().cmdStart));
+  for (const bool there : {true, false, true}) {
+    serial.ports.clear();
+    if (there) serial.ports = {{5, true}};
+    Event plugged;
+    plugged.kind = EventKind::Ports;
+    if (there) plugged.numbers = {5};
+    program.door().Enter(plugged);
+    for (int i = 0; i < 4; ++i) {
+      EXPECT_EQ(Shown(program.lane(i).cmdCut)->isVisible(), !there);
+      EXPECT_TRUE(there || Shown(program.lane(i).cmdCut)->isEnabled());
+    }
+  }
+  EXPECT_FALSE(Shown(program.judge().lblController)->isVisible());
+  program.link().chkSystemController.SetValue(1);
+  Enter(EventKind::Click, "frmJudge.lblReadComm");
+  EXPECT_TRUE(Shown(program.judge().lblController)->isVisible());
+}
+
 TEST_F(ProgramWindowsTest, HandStartedRaceRunsOnTheProgramsOwnTimers) {
   Load();
   const auto clock = [&] { return dynamic_cast<QLabel*>(Shown(program.judge().lblStatus))->text(); };
