@@ -7,8 +7,7 @@
 namespace quorvane {
 
 FrameBox::FrameBox(QWidget* parent, Look look)
-    : QFrame(parent), look_(look), back_(ToQColor(kButtonFace)), fore_(Qt::black) {
-}
+    : QFrame(parent), look_(look), back_(ToQColor(kButtonFace)), fore_(Qt::black) {}
 
 void FrameBox::SetCaption(const QString& caption) {
   caption_ = caption;
