@@ -15,11 +15,6 @@ std::filesystem::path PathOf(const std::string& utf8) {
   return {std::u8string(utf8.begin(), utf8.end())};
 }
 
-std::string Utf8Of(const std::filesystem::path& path) {
-  const std::u8string utf8 = path.u8string();
-  return {utf8.begin(), utf8.end()};
-}
-
 QLabel* NewNotice(FormWindow& console) {
   auto* notice = new QLabel(&console);
   notice->setObjectName(QStringLiteral("recording"));
@@ -100,11 +95,14 @@ void SessionRecording::FollowMenu() {
 // A journal that stands there may be all that is left of a heat that was lost.
 void SessionRecording::Start() {
   stopped_ = false;
-  file_ = Utf8Of(FreeJournalName(PathOf(named_)));
+  file_ = FreeJournalName(named_);
   recorder_.Record(PathOf(file_));
   Show(QStringLiteral("\u25cf Recording"), false);
   if (file_ == named_) return;
-  const auto name = [](const std::string& file) { return Utf8Of(PathOf(file).filename()); };
+  const auto name = [](const std::string& file) {
+    const std::u8string utf8 = PathOf(file).filename().u8string();
+    return std::string(utf8.begin(), utf8.end());
+  };
   news_ = "Recording into " + name(file_) + ", as " + name(named_) + " has a session already";
   std::fprintf(stderr, "quorvane: %s\n", news_.c_str());
 }

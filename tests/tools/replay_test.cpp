@@ -2,8 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
+#include <iterator>
+
 #include "common/journal_text.h"
+#include "common/text.h"
 #include "tests/support/console_rig.h"
+#include "tools/replay/command_files.h"
 #include "tools/replay/outputs.h"
 
 namespace quorvane {
@@ -110,6 +115,32 @@ TEST(Replay, UnknownNamesDoNothingAndAreNamed) {
   Played run("1000 click frmJudge.cmdStrat\n1000 close frmDesk\n1000 click frmLane1.lblLap(99)\n2000 end\n");
   ASSERT_EQ(run.replay.Notes().size(), 3U);
   EXPECT_EQ(run.replay.Notes()[0], "line 9: there is no frmJudge.cmdStrat, the record does nothing");
+}
+
+TEST(Replay, AFileThatTheJournalNamesIsCopiedUnlessItIsToBeWrittenInPlace) {
+  const TempFolder folder;
+  const std::string named = folder / "other.ini";
+  const std::string before = "[Current]\nTitle=Mine\nHeatsPerRound=3\n";
+  std::ofstream(named) << before;
+  const SessionJournal journal = ReadJournal(
+      "quorvane-journal 1\n0 start 2026-11-21T09:00:00\n0 load\n0 answer text \"4\"\n0 answer text \"Cup\"\n"
+      "1000 click frmJudge.mnuSelectFile\n1000 answer file " +
+      JsonString(named) + "\n2000 end\n");
+  for (const bool inPlace : {false, true}) {
+    Replay replay(journal, {.project = folder / (inPlace ? "a.ini" : "b.ini"), .inPlace = inPlace});
+    replay.Run();
+    EXPECT_EQ(replay.program().judge().EventName(), "Mine");
+    std::string after(std::istreambuf_iterator<char>(std::ifstream(named).rdbuf()), {});
+    EXPECT_EQ(after == before, !inPlace);
+  }
+  EXPECT_EQ(WhyNotRun({.project = named, .inPlace = true}, journal), std::nullopt);
+  EXPECT_NE(WhyNotRun({.project = named}, journal), std::nullopt);
+  EXPECT_EQ(WhyNotRun({.project = named, .verify = true}, journal), std::nullopt);
+  EXPECT_NE(WhyNotRun({.project = folder / "new.ini", .verify = true}, journal), std::nullopt);
+  EXPECT_NE(WhyNotRun({.state = named}, journal), std::nullopt);
+  EXPECT_NE(WhyNotRun({.state = folder / "j", .journal = folder / "j"}, journal), std::nullopt);
+  EXPECT_NE(WhyNotRun({.state = folder / "a", .frames = folder / "a"}, journal), std::nullopt);
+  EXPECT_EQ(WhyNotRun({.state = folder / "a", .frames = folder / "b"}, journal), std::nullopt);
 }
 
 TEST(Replay, OutputsSayWhatHappened) {

@@ -1,17 +1,20 @@
 #include <chrono>
 #include <csignal>
 #include <cstdio>
-#include <fstream>
 #include <iostream>
+#include <sstream>
 #include <string>
 #include <vector>
 
+#include "records/file_ops.h"
 #include "tools/field/options.h"
 #include "tools/field/pseudo_terminal.h"
 
 namespace {
 
 using namespace quorvane::field;
+
+constexpr std::size_t kMostBytes = std::size_t{1} << 28;  // of results, many thousand heats
 
 volatile std::sig_atomic_t ended = 0;
 
@@ -82,9 +85,13 @@ int Compare(const CommandLine& line) {
   std::vector<ToldHeat> heats[2];
   const std::string* names[2] = {&line.flown, &line.shown};
   for (int i = 0; i < 2; ++i) {
-    std::ifstream in(*names[i], std::ios::binary);
-    std::string error = "cannot be opened";
-    auto read = in ? ReadHeats(in, error) : std::nullopt;
+    // A device or a pipe may have no end.
+    std::string text;
+    quorvane::FileStamp stamp;
+    const std::error_code fault = quorvane::SystemFiles().ReadFile(*names[i], kMostBytes, text, stamp);
+    std::string error = "cannot be opened: " + fault.message();
+    std::istringstream in(text);
+    auto read = fault ? std::nullopt : ReadHeats(in, error);
     if (!read) {
       std::cerr << "quorvane-field: " << *names[i] << ": " << error << '\n';
       return 2;
@@ -93,6 +100,10 @@ int Compare(const CommandLine& line) {
   }
   const std::vector<std::string> differences = CompareHeats(heats[0], heats[1], line.compare);
   for (const std::string& difference : differences) std::cout << difference << '\n';
+  if (!std::cout.flush()) {
+    std::cerr << "quorvane-field: standard output cannot be written\n";
+    return 2;
+  }
   return differences.empty() ? 0 : 1;
 }
 

@@ -1,13 +1,12 @@
 // quorvane-replay: runs a session journal without a window.
 
-#include <cstdio>
-#include <filesystem>
+#include <csignal>
 #include <fstream>
 #include <iostream>
-#include <iterator>
 #include <string>
 #include <vector>
 
+#include "tools/replay/command_files.h"
 #include "tools/replay/journal.h"
 #include "tools/replay/options.h"
 #include "tools/replay/outputs.h"
@@ -23,18 +22,6 @@ constexpr int kCannot = 2;
 
 void Say(const std::string& text) {
   std::cerr << "quorvane-replay: " << text << "\n";
-}
-
-bool ReadWhole(const std::string& path, std::string& text) {
-  if (path == "-") {
-    text.assign(std::istreambuf_iterator<char>(std::cin), {});
-    return true;
-  }
-  std::error_code ignored;
-  std::ifstream in(path, std::ios::binary);
-  if (!in || std::filesystem::is_directory(path, ignored)) return false;
-  text.assign(std::istreambuf_iterator<char>(in), {});
-  return true;
 }
 
 bool WriteWhole(const std::string& path, const std::string& text) {
@@ -54,10 +41,13 @@ bool WriteOutputs(const ReplayCommand& command, Replay& replay) {
 }
 
 int RunJournal(const ReplayCommand& command, const SessionJournal& journal) {
-  // In a comparison a file that exists is the session's, and one that does not is for the replay.
-  const bool isSessions = command.verify && FileExists(command.project);
+  if (const auto reason = WhyNotRun(command, journal)) {
+    Say(*reason);
+    return kCannot;
+  }
   ReplayOptions options;
-  if (!isSessions) options.project = command.project;
+  if (!command.verify) options.project = command.project;
+  options.inPlace = command.inPlace;
   options.keepVersions = command.verify;
   options.stopInOpenBox = command.verify;
   Replay replay(journal, options);
@@ -73,7 +63,7 @@ int RunJournal(const ReplayCommand& command, const SessionJournal& journal) {
     well = false;
   }
   if (!command.verify || !well) return well ? kDone : kCannot;
-  const Verdict verdict = Verify(journal, replay, isSessions ? command.project : "");
+  const Verdict verdict = Verify(journal, replay, command.project);
   for (const std::string& note : verdict.notes) Say(note);
   std::cout << verdict.text << "\n";
   if (!verdict.same) {
@@ -97,8 +87,8 @@ int Main(const std::vector<std::string>& words) {
     return kDone;
   }
   std::string text;
-  if (!ReadWhole(command->journal, text)) {
-    Say(command->journal + ": the journal cannot be opened");
+  if (!ReadJournalText(command->journal, text, problem)) {
+    Say(command->journal + ": " + problem);
     return kCannot;
   }
   try {
@@ -115,5 +105,13 @@ int Main(const std::vector<std::string>& words) {
 }  // namespace quorvane
 
 int main(int argc, char** argv) {
-  return quorvane::Main(std::vector<std::string>(argv + 1, argv + argc));
+#ifndef _WIN32
+  // A reader that has gone away and a full quota are errors of writing, and told as such.
+  std::signal(SIGPIPE, SIG_IGN);
+  std::signal(SIGXFSZ, SIG_IGN);
+#endif
+  const int status = quorvane::Main(std::vector<std::string>(argv + 1, argv + argc));
+  if (std::cout.flush()) return status;
+  quorvane::Say("standard output cannot be written");
+  return quorvane::kCannot;
 }

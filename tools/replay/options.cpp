@@ -6,7 +6,7 @@ namespace quorvane {
 
 const char* const kReplayUsage =
     "usage: quorvane-replay [--project FILE] [--settings FILE] [--state FILE] [--frames FILE]\n"
-    "                       [--dialogs FILE] [--verify] JOURNAL\n"
+    "                       [--dialogs FILE] [--in-place] [--verify] JOURNAL\n"
     "\n"
     "Runs a session journal through the console on a virtual clock.\n"
     "\n"
@@ -15,10 +15,11 @@ const char* const kReplayUsage =
     "  --state FILE     gets the state of the race, the lanes and all controls at the end, as JSON\n"
     "  --frames FILE    gets a tx record for each frame sent\n"
     "  --dialogs FILE   gets a line of JSON for each dialog box shown\n"
+    "  --in-place       the files that the journal names by answers are written where they stand; otherwise\n"
+    "                   copies are used, and --project is no file of the session\n"
     "  --verify         compares the frames with the journal's tx records, and the project files with those\n"
-    "                   that the session left; --project then names the session's file, or a copy of it, "
-    "and\n"
-    "                   nothing of the session is written\n"
+    "                   that the session left; --project then names the session's file, or a copy of it.\n"
+    "                   No project is written\n"
     "\n"
     "Exit status: 0 done, or the same; 1 different; 2 the journal cannot be read, or not be run to its "
     "end.\n";
@@ -42,6 +43,8 @@ std::optional<ReplayCommand> ReadCommand(const std::vector<std::string>& words, 
       optionsOver = true;
     } else if (word == "--verify") {
       command.verify = true;
+    } else if (word == "--in-place") {
+      command.inPlace = true;
     } else if (word == "--help" || word == "-h") {
       command.help = true;
     } else if (file == files.end()) {
@@ -54,6 +57,10 @@ std::optional<ReplayCommand> ReadCommand(const std::vector<std::string>& words, 
       problem = word + " needs a file";
     }
     if (!problem.empty()) return std::nullopt;
+  }
+  if (command.verify && command.inPlace) {
+    problem = "--verify writes no file of the session, so --in-place does not go with it";
+    return std::nullopt;
   }
   if (command.journal.empty() && !command.help) {
     problem = "no journal given";

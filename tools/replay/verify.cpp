@@ -21,10 +21,11 @@ struct Difference {
 
 using Differences = std::vector<Difference>;
 
-std::string Bytes(const std::string& path) {
+// Nothing when the file cannot be read.
+std::optional<std::string> Bytes(const std::string& path) {
   std::string bytes;
   FileStamp stamp;
-  SystemFiles().ReadFile(path, std::size_t{1} << 30, bytes, stamp);
+  if (SystemFiles().ReadFile(path, std::size_t{1} << 30, bytes, stamp)) return std::nullopt;
   return bytes;
 }
 
@@ -108,13 +109,13 @@ std::string RaceOf(const Name& name) {
 // One project file as the session left it, and as the replay did.
 class ProjectComparison {
  public:
-  ProjectComparison(const SessionJournal& journal, Replay& replay, std::string path,
+  ProjectComparison(const SessionJournal& journal, Replay& replay, std::string path, std::string recorded,
                     const std::string& copyPath)
       : journal_(journal),
         replay_(replay),
         path_(std::move(path)),
-        recordedBytes_(Bytes(path_)),
-        replayedBytes_(Bytes(copyPath)) {
+        recordedBytes_(std::move(recorded)),
+        replayedBytes_(Bytes(copyPath).value_or("")) {
     const std::string fullPath = std::filesystem::weakly_canonical(copyPath).string();
     for (const auto& version : replay.files().Versions()) {
       if (version.path == copyPath || version.path == fullPath) versions_.push_back(&version);
@@ -192,11 +193,12 @@ std::string CompareProjects(const SessionJournal& journal, Replay& replay, const
     if (!replay.Projects().contains(copy.path)) continue;
     const bool open = copy.path == replay.program().race().ProjectFile;
     const std::string recorded = open && !project.empty() ? project : copy.original;
-    if (FileExists(recorded)) {
-      ProjectComparison(journal, replay, recorded, copy.path).Compare(differences, notes);
+    if (auto bytes = Bytes(recorded)) {
+      ProjectComparison(journal, replay, recorded, std::move(*bytes), copy.path).Compare(differences, notes);
       compared += ", " + recorded;
     } else if (FileExists(copy.path)) {
-      notes.push_back(recorded + " is not there and was not compared");
+      notes.push_back(recorded + (FileExists(recorded) ? " cannot be read" : " is not there") +
+                      " and was not compared");
     }
   }
   return compared;
