@@ -10,6 +10,7 @@ export LC_ALL=C.UTF-8
 packages_to_build=(
   cmake ninja-build g++
   qt6-base-dev qt6-serialport-dev qt6-multimedia-dev
+  libcli11-dev libfmt-dev nlohmann-json3-dev
   libgtest-dev libgmock-dev
   fonts-dejavu-core
 )
@@ -77,7 +78,7 @@ processors() { nproc 2>/dev/null || echo 2; }
 source_files() {
   (
     cd "$root" || exit 1
-    find common records lane link print console ui tools tests bench fuzz packaging \
+    find common records lane link print console programs ui tools tests bench fuzz packaging \
       \( -name '*.h' -o -name '*.cpp' \) -type f 2>/dev/null | LC_ALL=C sort
   )
 }

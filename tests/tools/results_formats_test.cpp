@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <nlohmann/json.hpp>
+
 #include <algorithm>
 #include <random>
 
@@ -11,7 +13,6 @@
 #include "records/project_store.h"
 #include "tests/support/scratch_folder.h"
 #include "tests/tools/results_book.h"
-#include "tools/field/json.h"
 #include "tools/results/results.h"
 
 namespace quorvane {
@@ -68,7 +69,7 @@ void ExpectSound(const ContestRecord& contest) {
   const std::string text = ResultsText(contest);
   EXPECT_LE(LongestLine(text), static_cast<std::size_t>(kTextColumns));
   EXPECT_EQ(text.find('\x1B'), std::string::npos);
-  EXPECT_TRUE(field::ParseJson(ResultsJson(contest)));
+  EXPECT_TRUE(nlohmann::json::accept(ResultsJson(contest)));
   std::string html = ResultsHtml(contest, "");
   html.erase(0, html.find("</style>"));
   EXPECT_EQ(std::count(html.begin(), html.end(), '<'), std::count(html.begin(), html.end(), '>'));

@@ -5,86 +5,69 @@
 #include <cmath>
 #include <cstdlib>
 #include <map>
-
-#include "tools/field/json.h"
+#include <nlohmann/json.hpp>
 
 namespace quorvane::field {
 namespace {
 
-// ---- Reading. A false result means that the value is there but is not what it should be.
+using nlohmann::json;
 
-bool ToInt(const JsonValue& value, int& result) {
-  const double* number = value.As<double>();
-  if (number == nullptr || std::abs(*number) > 1e9 || *number != std::floor(*number)) return false;
-  result = static_cast<int>(*number);
-  return true;
+// What is wrong with a file, in words.
+struct Fault {
+  std::string text;
+};
+
+int ToInt(const json& value, const char* name) {
+  const auto number = value.is_number_integer() ? value.get<std::int64_t>() : INT64_MAX;
+  if (std::abs(static_cast<double>(number)) > 1e9)
+    throw Fault{"\"" + std::string(name) + "\" is not a whole number"};
+  return static_cast<int>(number);
 }
 
-bool ReadNumber(const JsonValue& object, std::string_view name, int& result) {
-  const JsonValue* value = object.Find(name);
-  return value != nullptr && ToInt(*value, result);
+int ReadNumber(const json& object, const char* name) {
+  return ToInt(object.contains(name) ? object[name] : json(), name);
 }
 
-bool ReadNumbers(const JsonValue& value, std::vector<int>& result) {
-  const JsonArray* items = value.As<JsonArray>();
-  if (items == nullptr) return false;
-  for (const JsonValue& item : *items) {
-    if (!ToInt(item, result.emplace_back())) return false;
+// The array of that name.
+const json& ReadArray(const json& object, const char* name) {
+  if (!object.contains(name) || !object[name].is_array())
+    throw Fault{"\"" + std::string(name) + "\" is not an array"};
+  return object[name];
+}
+
+std::vector<int> ReadNumbers(const json& object, const char* name) {
+  std::vector<int> numbers;
+  for (const json& item : ReadArray(object, name)) numbers.push_back(ToInt(item, name));
+  return numbers;
+}
+
+ToldCut ReadCut(const json& value) {
+  ToldCut cut{ReadNumber(value, "pylon"), {}};
+  if (value.contains("time")) cut.time = ReadNumber(value, "time");
+  return cut;
+}
+
+ToldLane ReadLane(const json& value) {
+  ToldLane lane;
+  lane.lane = ReadNumber(value, "lane");
+  if (lane.lane < 1 || lane.lane > kLanes) throw Fault{"there is no lane " + std::to_string(lane.lane)};
+  lane.laps = ReadNumbers(value, value.contains("laps") ? "laps" : "expected");
+  for (const json& cut : ReadArray(value, "cuts")) lane.cuts.push_back(ReadCut(cut));
+  if (value.contains("turns")) {
+    const bool listed = value["turns"].is_array();
+    lane.turns = listed ? static_cast<int>(ReadNumbers(value, "turns").size()) : ReadNumber(value, "turns");
   }
-  return true;
+  lane.final_time = ReadNumber(value, "final");
+  if (!value.contains("place") || !value["place"].is_string()) throw Fault{"\"place\" is not a text"};
+  lane.place = value["place"];
+  return lane;
 }
 
-bool ReadCuts(const JsonValue& value, std::vector<ToldCut>& cuts) {
-  const JsonArray* items = value.As<JsonArray>();
-  if (items == nullptr) return false;
-  for (const JsonValue& item : *items) {
-    ToldCut cut;
-    if (!ReadNumber(item, "pylon", cut.pylon)) return false;
-    int time = 0;
-    if (item.Find("time") != nullptr) {
-      if (!ReadNumber(item, "time", time)) return false;
-      cut.time = time;
-    }
-    cuts.push_back(cut);
-  }
-  return true;
-}
-
-bool ReadTurns(const JsonValue& value, std::optional<int>& turns) {
-  std::vector<int> times;
-  if (value.As<JsonArray>() != nullptr) {
-    turns = static_cast<int>(value.As<JsonArray>()->size());
-    return ReadNumbers(value, times);
-  }
-  return ToInt(value, turns.emplace());
-}
-
-// The name of the member that is missing or wrong; empty when the lane could be read.
-std::string ReadLane(const JsonValue& value, ToldLane& lane) {
-  if (!ReadNumber(value, "lane", lane.lane) || lane.lane < 1 || lane.lane > kLanes) return "lane";
-  const JsonValue* laps = value.Find("laps");
-  if (laps == nullptr) laps = value.Find("expected");
-  if (laps == nullptr || !ReadNumbers(*laps, lane.laps)) return "laps";
-  const JsonValue* cuts = value.Find("cuts");
-  if (cuts == nullptr || !ReadCuts(*cuts, lane.cuts)) return "cuts";
-  const JsonValue* turns = value.Find("turns");
-  if (turns != nullptr && !ReadTurns(*turns, lane.turns)) return "turns";
-  if (!ReadNumber(value, "final", lane.final_time)) return "final";
-  const JsonValue* place = value.Find("place");
-  if (place == nullptr || place->As<std::string>() == nullptr) return "place";
-  lane.place = *place->As<std::string>();
-  return "";
-}
-
-std::string ReadHeat(const JsonValue& value, ToldHeat& heat) {
-  if (!ReadNumber(value, "heat", heat.heat)) return "\"heat\" is not a whole number";
-  const JsonValue* lanes = value.Find("lanes");
-  if (lanes == nullptr || lanes->As<JsonArray>() == nullptr) return "\"lanes\" is not an array";
-  for (const JsonValue& item : *lanes->As<JsonArray>()) {
-    const std::string fault = ReadLane(item, heat.lanes.emplace_back());
-    if (!fault.empty()) return "a lane's \"" + fault + "\" is missing or wrong";
-  }
-  return "";
+ToldHeat ReadHeat(const json& value) {
+  ToldHeat heat;
+  heat.heat = ReadNumber(value, "heat");
+  for (const json& lane : ReadArray(value, "lanes")) heat.lanes.push_back(ReadLane(lane));
+  return heat;
 }
 
 // ---- Comparing.
@@ -244,15 +227,12 @@ std::optional<std::vector<ToldHeat>> ReadHeats(std::istream& in, std::string& er
   std::string line;
   for (int number = 1; std::getline(in, line); ++number) {
     if (line.find_first_not_of(" \t\r") == std::string::npos) continue;
-    const std::optional<JsonValue> value = ParseJson(line);
-    std::string fault;
-    if (!value || value->As<JsonObject>() == nullptr) {
-      fault = "not a JSON object";
-    } else if (value->Find("heat") != nullptr) {
-      fault = ReadHeat(*value, heats.emplace_back());
-    }
-    if (!fault.empty()) {
-      error = "line " + std::to_string(number) + ": " + fault;
+    const json value = json::parse(line, nullptr, false);
+    try {
+      if (!value.is_object()) throw Fault{"not a JSON object"};
+      if (value.contains("heat")) heats.push_back(ReadHeat(value));
+    } catch (const Fault& fault) {
+      error = "line " + std::to_string(number) + ": " + fault.text;
       return std::nullopt;
     }
   }

@@ -1,6 +1,6 @@
+#include <fmt/format.h>
 #include <chrono>
 #include <csignal>
-#include <cstdio>
 #include <iostream>
 #include <sstream>
 #include <string>
@@ -62,13 +62,9 @@ int Fly(const CommandLine& line) {
 }
 
 void PrintChunk(const Chunk& chunk) {
-  std::string text = "{\"ms\":" + std::to_string(chunk.DueMs()) + ",\"rx\":\"";
-  for (const std::uint8_t byte : chunk.bytes) {
-    static constexpr char kDigits[] = "0123456789ABCDEF";
-    text += kDigits[byte >> 4];
-    text += kDigits[byte & 15];
-  }
-  std::cout << text << "\"}\n";
+  std::string hex;
+  for (const std::uint8_t byte : chunk.bytes) hex += fmt::format("{:02X}", byte);
+  std::cout << fmt::format("{{\"ms\":{},\"rx\":\"{}\"}}\n", chunk.DueMs(), hex);
 }
 
 int PrintCourse(const CommandLine& line) {
@@ -83,17 +79,17 @@ int PrintCourse(const CommandLine& line) {
 
 int Compare(const CommandLine& line) {
   std::vector<ToldHeat> heats[2];
-  const std::string* names[2] = {&line.flown, &line.shown};
-  for (int i = 0; i < 2; ++i) {
+  for (std::size_t i = 0; i < 2; ++i) {
+    const std::string& name = line.compared[i];
     // A device or a pipe may have no end.
     std::string text;
     quorvane::FileStamp stamp;
-    const std::error_code fault = quorvane::SystemFiles().ReadFile(*names[i], kMostBytes, text, stamp);
+    const std::error_code fault = quorvane::SystemFiles().ReadFile(name, kMostBytes, text, stamp);
     std::string error = "cannot be opened: " + fault.message();
     std::istringstream in(text);
     auto read = fault ? std::nullopt : ReadHeats(in, error);
     if (!read) {
-      std::cerr << "quorvane-field: " << *names[i] << ": " << error << '\n';
+      std::cerr << "quorvane-field: " << name << ": " << error << '\n';
       return 2;
     }
     heats[i] = std::move(*read);
@@ -110,22 +106,16 @@ int Compare(const CommandLine& line) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  std::string error;
-  const auto line = ParseCommandLine({argv + 1, argv + argc}, error);
-  if (!line) {
-    std::cerr << "quorvane-field: " << error << '\n';
-    return 2;
-  }
-  switch (line->task) {
-    case Task::kHelp:
-      std::cout << kHelpText;
-      return 0;
+  const auto parsed = ParseCommandLine({argv + 1, argv + argc});
+  if (const auto* ending = std::get_if<quorvane::Ending>(&parsed)) return ending->Tell();
+  const auto& line = std::get<CommandLine>(parsed);
+  switch (line.task) {
     case Task::kCompare:
-      return Compare(*line);
+      return Compare(line);
     case Task::kFast:
-      return PrintCourse(*line);
+      return PrintCourse(line);
     case Task::kFly:
-      return Fly(*line);
+      break;
   }
-  return 2;
+  return Fly(line);
 }

@@ -2,29 +2,28 @@
 
 #include <optional>
 #include <string>
+#include <variant>
 #include <vector>
 
+#include "programs/arguments.h"
 #include "tools/field/compare.h"
 #include "tools/field/field.h"
 
 namespace quorvane::field {
 
-enum class Task { kFly, kFast, kCompare, kHelp };
+enum class Task { kFly, kFast, kCompare };
 
-// What the command line asks for.
+// What the command line of quorvane-field asks for.
 struct CommandLine {
   Task task = Task::kFly;
   FieldOptions field;
   std::string link;                   // empty: no link
   std::optional<std::int64_t> delay;  // ms; without it the heats wait for a console
   bool stay = false;
-  std::string flown, shown;  // files to compare
+  std::vector<std::string> compared;  // two files: what was flown, what was shown
   CompareOptions compare;
 };
 
-// On a bad command line gives nothing and one line in `error`.
-std::optional<CommandLine> ParseCommandLine(const std::vector<std::string>& arguments, std::string& error);
-
-extern const char* const kHelpText;
+std::variant<CommandLine, Ending> ParseCommandLine(const std::vector<std::string>& arguments);
 
 }  // namespace quorvane::field

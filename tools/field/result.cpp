@@ -2,75 +2,55 @@
 
 #include <algorithm>
 #include <array>
+#include <nlohmann/json.hpp>
 
 namespace quorvane::field {
 namespace {
 
-// Writes values with commas between them and brackets round them.
-template <typename Values, typename Write>
-std::string Joined(const Values& values, Write write) {
-  std::string text = "[";
-  for (const auto& value : values) {
-    if (text.size() > 1) text += ',';
-    text += write(value);
-  }
-  return text + "]";
-}
+using Json = nlohmann::ordered_json;
 
-std::string Numbers(const std::vector<int>& values) {
-  return Joined(values, [](int value) { return std::to_string(value); });
-}
-
-std::string CutJson(const CutResult& cut) {
-  return "{\"pylon\":" + std::to_string(cut.pylon) + ",\"flown\":" + std::to_string(cut.flown) +
-         ",\"time\":" + std::to_string(cut.expected) + "}";
+Json CutJson(const CutResult& cut) {
+  return {{"pylon", cut.pylon}, {"flown", cut.flown}, {"time", cut.expected}};
 }
 
 // In the shape of what a console shows, so that it can be compared with either side.
-std::string SeenLaneJson(const LaneResult& lane) {
-  const auto cut = [](const CutResult& seen) {
-    return "{\"pylon\":" + std::to_string(seen.pylon) + ",\"time\":" + std::to_string(seen.expected) + "}";
-  };
-  return "{\"lane\":" + std::to_string(lane.lane) + ",\"target\":" + std::to_string(lane.target) +
-         ",\"laps\":" + Numbers(lane.expected) + ",\"lights\":" + Numbers(lane.lights) +
-         ",\"cuts\":" + Joined(lane.cuts, cut) + ",\"cutBits\":" + std::to_string(lane.cut_bits) +
-         ",\"final\":" + std::to_string(lane.final_time) + ",\"place\":\"" + lane.place + "\"}";
+Json SeenLaneJson(const LaneResult& lane) {
+  Json cuts = Json::array();
+  for (const CutResult& cut : lane.cuts) cuts.push_back({{"pylon", cut.pylon}, {"time", cut.expected}});
+  return {{"lane", lane.lane},        {"target", lane.target}, {"laps", lane.expected},
+          {"lights", lane.lights},    {"cuts", cuts},          {"cutBits", lane.cut_bits},
+          {"final", lane.final_time}, {"place", lane.place}};
 }
 
-std::string LaneJson(const LaneResult& lane) {
-  return "{\"lane\":" + std::to_string(lane.lane) + ",\"target\":" + std::to_string(lane.target) +
-         ",\"flown\":" + Numbers(lane.flown) + ",\"expected\":" + Numbers(lane.expected) +
-         ",\"cuts\":" + Joined(lane.cuts, CutJson) + ",\"turns\":" + Numbers(lane.turns) +
-         ",\"final\":" + std::to_string(lane.final_time) + ",\"place\":\"" + lane.place + "\"}";
+Json LaneJson(const LaneResult& lane) {
+  Json cuts = Json::array();
+  for (const CutResult& cut : lane.cuts) cuts.push_back(CutJson(cut));
+  return {{"lane", lane.lane},         {"target", lane.target}, {"flown", lane.flown},
+          {"expected", lane.expected}, {"cuts", cuts},          {"turns", lane.turns},
+          {"final", lane.final_time},  {"place", lane.place}};
 }
 
-std::string LineJson(const LineCounters& line, std::int64_t polls) {
-  return ",\"frames\":{\"sent\":" + std::to_string(line.sent) + ",\"lost\":" + std::to_string(line.lost) +
-         ",\"damaged\":" + std::to_string(line.damaged) + "},\"noise\":" + std::to_string(line.noise) +
-         ",\"polls\":" + std::to_string(polls) + "}";
+void AddLine(Json& json, const LineCounters& line, std::int64_t polls) {
+  json["frames"] = {{"sent", line.sent}, {"lost", line.lost}, {"damaged", line.damaged}};
+  json["noise"] = line.noise;
+  json["polls"] = polls;
 }
 
-std::string RaceJson(const FollowedRace& race) {
-  return ",\"race\":{\"from\":" + std::to_string(race.from) + ",\"to\":" + std::to_string(race.to) +
-         ",\"clock\":[" + std::to_string(race.first_clock) + "," + std::to_string(race.last_clock) +
-         "],\"drift\":" + std::to_string(race.drift) + "}";
+Json RaceJson(const FollowedRace& race) {
+  return {{"from", race.from},
+          {"to", race.to},
+          {"clock", {race.first_clock, race.last_clock}},
+          {"drift", race.drift}};
 }
 
-std::string Bool(bool value) {
-  return value ? "true" : "false";
+Json OrNull(const std::optional<std::int64_t>& value) {
+  return value ? Json(*value) : Json();
 }
 
-std::string OrNull(const std::optional<std::int64_t>& value) {
-  return value ? std::to_string(*value) : "null";
-}
-
-std::string StationJson(std::size_t address, const StationView& view) {
+Json StationJson(std::size_t address, const StationView& view) {
   const Report& race = view.race;
-  const auto number = [](std::uint8_t value) { return std::to_string(value); };
-  return "{\"station\":" + std::to_string(address) + ",\"frames\":" + std::to_string(view.frames) +
-         ",\"running\":" + Bool(race.running) + ",\"clock\":" + std::to_string(race.clock) +
-         ",\"mode\":" + number(race.mode) + ",\"laps\":" + Joined(race.lap, number) +
-         ",\"cuts\":" + Joined(race.cuts, number) + ",\"lights\":" + Joined(race.lit, number) + "}";
+  return {{"station", address}, {"frames", view.frames}, {"running", race.running}, {"clock", race.clock},
+          {"mode", race.mode},  {"laps", race.lap},      {"cuts", race.cuts},       {"lights", race.lit}};
 }
 
 }  // namespace
@@ -91,23 +71,29 @@ void RankLanes(std::vector<LaneResult>& lanes) {
 }
 
 std::string ToJson(const HeatResult& result) {
-  return "{\"heat\":" + std::to_string(result.heat) + ",\"mode\":" + std::to_string(result.mode) +
-         ",\"count\":" + Bool(result.count) +
-         ",\"lanes\":" + Joined(result.lanes, result.followed ? SeenLaneJson : LaneJson) +
-         (result.followed ? RaceJson(*result.followed) : "") + LineJson(result.line, result.polls);
+  Json lanes = Json::array();
+  for (const LaneResult& lane : result.lanes)
+    lanes.push_back(result.followed ? SeenLaneJson(lane) : LaneJson(lane));
+  Json json = {{"heat", result.heat}, {"mode", result.mode}, {"count", result.count}, {"lanes", lanes}};
+  if (result.followed) json["race"] = RaceJson(*result.followed);
+  AddLine(json, result.line, result.polls);
+  return json.dump();
 }
 
 std::string ToJson(const ConsoleHeard& heard, const LineCounters& line) {
-  std::vector<std::size_t> stations;
+  Json stations = Json::array();
   for (std::uint8_t i = 0; i < kAddresses; ++i) {
-    if (IsStation(i)) stations.push_back(i);
+    if (IsStation(i)) stations.push_back(StationJson(i, heard.stations[i]));
   }
-  return "{\"stations\":" +
-         Joined(stations, [&](std::size_t i) { return StationJson(i, heard.stations[i]); }) +
-         ",\"control\":{\"frames\":" + std::to_string(heard.frames) +
-         ",\"odd\":" + std::to_string(heard.odd) + ",\"first\":" + OrNull(heard.first_ms) +
-         ",\"last\":" + OrNull(heard.last_ms) + ",\"starter\":" + OrNull(heard.starter_ms) + "}" +
-         LineJson(line, heard.polls);
+  Json json = {{"stations", stations},
+               {"control",
+                {{"frames", heard.frames},
+                 {"odd", heard.odd},
+                 {"first", OrNull(heard.first_ms)},
+                 {"last", OrNull(heard.last_ms)},
+                 {"starter", OrNull(heard.starter_ms)}}}};
+  AddLine(json, line, heard.polls);
+  return json.dump();
 }
 
 }  // namespace quorvane::field

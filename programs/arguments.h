@@ -1,0 +1,35 @@
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace quorvane {
+
+// The end of a program that does not get to its work: the help or the version that was asked for (status 0),
+// or what is wrong with the command line (status 2).
+struct Ending {
+  int status = 0;
+  std::string text = {};  // whole lines
+
+  // Prints the text where it belongs and gives the status.
+  int Tell() const;
+};
+
+// A command line in the one style of all programs: "--name value" or "--name=value", "--" before file names
+// that begin with "-", --help and --version.
+class Arguments : public CLI::App {
+ public:
+  Arguments(const std::string& program, const std::string& purpose);
+
+  // Reads them into the variables that the options are bound to. Nothing: go on.
+  std::optional<Ending> Read(std::vector<std::string> arguments);
+  // The ending for a command line whose options contradict each other.
+  Ending Wrong(const std::string& what) const;
+};
+
+// For file names: the name must not be empty, so that an unset variable of a script is noticed.
+const CLI::Validator& NamedFile();
+
+}  // namespace quorvane
