@@ -94,6 +94,13 @@ class LabelView : public ViewOn<CaptionLabel> {
   }
 };
 
+// What stands in a locked box is still there to be read, in its colours, and to be scrolled.
+template <typename T>
+void KeepReadable(T& box, bool usable) {
+  box.setReadOnly(!usable);
+  box.setFocusPolicy(usable ? Qt::StrongFocus : Qt::NoFocus);
+}
+
 class LineEdit : public QLineEdit {
  public:
   LineEdit(QWidget* parent, const Control& control, bool numeric)
@@ -153,6 +160,11 @@ class LineEditView : public ViewOn<LineEdit> {
     }
   }
 
+  void SetUsable(bool usable) override {
+    if (Has(Design().look, Look::Late)) return ControlView::SetUsable(usable);
+    KeepReadable(*widget_, usable);
+  }
+
  private:
   // Out of the box, so that the digit keys judge again.
   void Leave() {
@@ -207,6 +219,15 @@ class TextView : public ViewOn<TextEdit> {
     } else {
       SetPaletteColors(QPalette::Base, QPalette::Text);
     }
+  }
+
+  void SetUsable(bool usable) override {
+    KeepReadable(*widget_, usable);
+    SetPaletteColors(QPalette::Base, QPalette::Text);
+    if (usable) return;
+    QPalette palette = widget_->palette();
+    palette.setColor(QPalette::Base, ToQColor(kButtonFace));
+    widget_->setPalette(palette);
   }
 };
 

@@ -28,7 +28,7 @@ bool ControlView::Apply() {
 void ControlView::ShowEnabled() {
   QWidget* widget = Widget();
   if (!control_.Enabled() && widget->hasFocus() && onFocusLost) onFocusLost();
-  widget->setEnabled(control_.Enabled());
+  SetUsable(control_.Enabled());
 }
 
 void ControlView::ShowVisible() {

@@ -48,7 +48,8 @@ class ControlView {
 
  protected:
   virtual void Show(Property property) = 0;  // all but Enabled and Visible
-  void Speak(const QString& caption);        // sets the accessible name
+  virtual void SetUsable(bool usable) { Widget()->setEnabled(usable); }
+  void Speak(const QString& caption);  // sets the accessible name
   QColor Back() const;
   QColor Fore() const;
   bool Painted() const { return control_.BackColor() != kButtonFace; }

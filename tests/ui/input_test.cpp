@@ -45,6 +45,29 @@ TEST_F(InputTest, CommentsAndLapBoxesAreTypedWholeAfterTheFirstLetterReplacedThe
   }
 }
 
+TEST_F(InputTest, ASavedRaceThatIsShownIsReadAndNotWritten) {
+  for (const auto& [section, key, text] :
+       {std::tuple("Race1", "Timestamp", "1"), std::tuple("Race1", "Comments", "gusty"),
+        std::tuple("Race1_Lane1", "Placing", "First")}) {
+    program.project().SetProjectValue(section, key, text);
+  }
+  Click(judge().cmdIncHeat);
+  Click(judge().cmdDecHeat);
+  const std::size_t boxes = shown.size();
+  frmLane& lane = program.lane(0);
+  for (Control* control : {&judge().txtComments, &lane.txtLapTen, &lane.lblStatus}) {
+    Click(*control);
+    Keys("calm");
+  }
+  EXPECT_EQ(shown.size(), boxes);
+  EXPECT_EQ(judge().txtComments.Text() + lane.txtLapTen.Text() + lane.lblStatus.Caption(), "gustyFirst");
+  EXPECT_TRUE(Shown(judge().txtComments)->isEnabled()) << "long comments are scrolled";
+  Click(judge().cmdIncHeat);
+  Click(judge().txtComments);
+  Keys("calm");
+  EXPECT_EQ(judge().txtComments.Text(), "calm");
+}
+
 TEST_F(InputTest, PastingNothingChangesNothing) {
   QGuiApplication::clipboard()->setMimeData(new QMimeData);
   Click(judge().txtComments);
