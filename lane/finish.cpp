@@ -82,9 +82,9 @@ void frmLane::ShowResult() {
 }
 
 // An entry made after the race is over must show in the result at once, however short a time ago the lane's
-// last lap is: no tick comes any more.
+// last lap is: no tick comes any more. Once that race is saved, the panel is that of the next one.
 void frmLane::EntryMade() {
-  if (!race_.RaceDone) return;
+  if (!race_.RaceActive || !race_.RaceDone) return;
   FinalizeRace();
   ShowResult();
   owner_.ResultChanged();
