@@ -52,15 +52,20 @@ void frmJudge::CheckRaceComplete(bool& allFinished) {
 }
 
 void frmJudge::DisplayStatus() {
+  if (ShowClock()) IssueRaceEvent(true);
+}
+
+// True when the stations are to be told of what it shows now: a hold, the start signal, a whole second.
+bool frmJudge::ShowClock() {
   const std::int32_t t = RaceTime();
   std::string caption;
   Color back = kSilver;
   Color fore = kDarkGrey;
+  bool tell = race_.RaceHolding;
   if (race_.RaceHolding) {
     caption = "Holding";
     back = Color::Rgb(0xFFFFD0);
     fore = kRed;
-    IssueRaceEvent(true);
   } else if (!race_.RaceActive) {
     caption = "Waiting";
   } else if (chkSixtySecondCount.Value() == 0 && race_.ManualStart) {
@@ -80,7 +85,7 @@ void frmJudge::DisplayStatus() {
       if (!race_.RaceDone) {
         for (const auto& lane : lanes_) lane->UpdateLapTime(t);
       }
-      IssueRaceEvent(true);
+      tell = true;
     }
     caption = FormatTenths(t - 60000);
     back = Color::Rgb(0xC0FFC0);
@@ -91,7 +96,7 @@ void frmJudge::DisplayStatus() {
     lblStatus.SetBackColor(back);
     lblStatus.SetForeColor(fore);
   }
-  if (caption.ends_with(".0")) IssueRaceEvent(true);
+  return tell || caption.ends_with(".0");
 }
 
 }  // namespace quorvane

@@ -186,6 +186,7 @@ class frmJudge : public Form, private LaneOwner, private LinkOwner {
   void HookEvents();
   void CheckRaceComplete(bool& allFinished);
   void RankLanes();
+  bool ShowClock();
   void ShowClockTick();
   void ArmTick();
   void InitializeLanes();

@@ -54,6 +54,7 @@ void frmJudge::InitializeRace() {
   cmdReset.SetEnabled(true);
   if (link_ != nullptr) link_->CurrentMessage().Dif = 6;
   IssueRaceEvent(true);
+  ShowClock();
 }
 
 void frmJudge::FinalizeRace() {

@@ -25,6 +25,7 @@ TEST(Clock, WithoutTheCountItRunsUpAtOnceOnWhite) {
   EXPECT_EQ(rig.judge().lblStatus.Caption(), "Waiting");
   rig.At(1000);
   rig.Click("frmJudge.cmdStart");
+  EXPECT_EQ(rig.judge().lblStatus.Caption(), "0.0");
   rig.At(1101);
   EXPECT_EQ(rig.judge().lblStatus.Caption(), "0.1");
   EXPECT_EQ(rig.judge().lblStatus.BackColor(), kWhite);
@@ -42,17 +43,13 @@ TEST(Clock, TheCountRunsFromSixtyToOneAndThenUp) {
   EXPECT_TRUE(rig.judge().chkAudio.Visible());
   rig.Click("frmJudge.cmdStart");
   int wanted = 60;
-  bool counting = false;
-  for (int ms = 1; ms < 59900; ++ms) {
+  for (int ms = 0; ms < 59900; ++ms) {
     rig.At(ms);
     const std::string shown = rig.judge().lblStatus.Caption();
-    if (shown == "Waiting") continue;
-    counting = true;
     if (shown == std::to_string(wanted)) continue;
     --wanted;
     ASSERT_EQ(shown, std::to_string(wanted)) << ms;
   }
-  EXPECT_TRUE(counting);
   EXPECT_EQ(wanted, 1);
   rig.At(60060);
   EXPECT_EQ(rig.judge().lblStatus.BackColor(), Color::Rgb(0xC0FFC0));
