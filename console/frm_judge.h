@@ -93,12 +93,13 @@ class frmJudge : public Form, private LaneOwner, private LinkOwner {
 
   // Race lifecycle and clock.
   void Form_Load();
-  void InitializeRace();
+  // `laneStart` is the value of the race clock, less 60000 ms, that the lanes take for their start signal.
+  void InitializeRace(std::int32_t laneStart);
   void cmdStart_Click();
   void tmrTimeTick_Timer();
   void DisplayStatus();
   void FinalizeRace();
-  void ResetRaceControls();
+  void ResetRaceControls() { ResetRaceControls(LaneStartOffset_); }
   bool cmdReset_Click();  // false: nothing was reset, by the operator's choice or because the race was gone
   void chkSixtySecondCount_Click();
   bool HasRun(std::int16_t race);
@@ -189,7 +190,8 @@ class frmJudge : public Form, private LaneOwner, private LinkOwner {
   bool ShowClock();
   void ShowClockTick();
   void ArmTick();
-  void InitializeLanes();
+  void ResetRaceControls(std::int32_t laneStart);
+  void InitializeLanes(std::int32_t laneStart);
   void ReleaseHold();
   void ReadyForNextRace();
   std::string RaceSection(std::int16_t race) const;
@@ -207,9 +209,20 @@ class frmJudge : public Form, private LaneOwner, private LinkOwner {
   void ProcessTimersMessage(const StationMessage& frame);
   void ProcessPylonMessage(const StationMessage& frame);
   void ProcessStartersMessage(const StationMessage& frame);
-  bool BeginsNextCount(const StationMessage& frame) const;
+  // What a frame of the starter does to the race on the console: nothing at all, or it goes on, is saved or
+  // is called off.
+  enum class StarterMeans { kNothing, kGoesOn, kConcludes, kCallsOff };
+  StarterMeans WhatTheStarterMeans(const StationMessage& frame) const;
+  bool BeginsNextCount() const;
+  bool CountsAfterSignal() const;
+  bool LapFlown() const;
+  bool NothingHeardSinceCount() const;
+  bool HasBeenFlown() const;
+  bool MissedHold() const;
+  void LeaveRaceByHandAlone(const StationMessage& frame);
+  void ConcludeForStarter();
   void StarterRuns();
-  bool StarterStopped(const StationMessage& frame);
+  void StartByStarter();
   void AskResetForStarter(const StationMessage& frame);
   void FinishStartersMessage(const StationMessage& frame);
   void ApplyStarterCuts(const StationMessage& frame);
@@ -265,6 +278,11 @@ class frmJudge : public Form, private LaneOwner, private LinkOwner {
   // The starter's corrected clock when it was last running during the race on the console; empty: it was not.
   std::optional<std::int32_t> starterClock_;
   bool resetAskedForStarter_ = false;
+  std::array<std::uint8_t, 4> starterCuts_{};  // those that the next frame is compared with
+  static constexpr const char* kCountsOverRace =
+      "The starter is counting. The race started by hand keeps its own clock";
+  bool countTold_ = false;      // that the starter counts over the race by hand
+  std::int32_t laneStart_ = 0;  // added to the race clock it gives 60000 at the start signal
 };
 
 }  // namespace quorvane

@@ -167,6 +167,9 @@ void frmJudge::mnuRecordSession_Click() {
 // Saving concludes the race: the reset at the end would otherwise find it active and record it a second time.
 void frmJudge::cmdSave_Click() {
   if (!cmdSave.Enabled()) return;
+  // A starter that goes on running runs the race that is saved here, also if its frames since the count were
+  // lost.
+  if (starterClock_) starterMayStart_ = false;
   race_.RaceActive = false;
   race_.ManualStart = false;
   IssueRaceEvent(true);
@@ -234,7 +237,7 @@ void frmJudge::ShowRaceLanes() {
   if (HasRun(race_.RaceNumber)) {
     for (const auto& lane : lanes_) lane->LoadLane(shownSection_);
   } else {
-    InitializeLanes();
+    InitializeLanes(LaneStartOffset_);
   }
   Lane(3).SetVisible(Lane(3).Flies());
 }

@@ -26,19 +26,20 @@ void frmJudge::cmdStart_Click() {
     LaneStartOffset_ = 0;
     clock_.ResetRaceClock(60, "Null");
   }
-  InitializeRace();
+  InitializeRace(LaneStartOffset_);
 }
 
-void frmJudge::InitializeRace() {
+void frmJudge::InitializeRace(std::int32_t laneStart) {
   if (!race_.RaceLoaded) cmdSave_Click();
   // Those of a saved race that was only looked at stay with that race.
   const bool typedForThisRace = !Lane(0).Loaded() || race_.ReflyMode;
   const std::string comments = txtComments.Text();
-  if (!race_.RaceActive) ResetRaceControls();
+  if (!race_.RaceActive) ResetRaceControls(laneStart);
   if (typedForThisRace) txtComments.SetText(comments);
   // Showing the race has marked it as loaded; a race that is flown is not, or it would not be saved.
   race_.RaceLoaded = false;
   starterClock_.reset();
+  laneStart_ = laneStart;
   if (chkAudio.Value() == 1) {
     PlaySound(door_.System(), door_.System().ProgramFolder() + "WarbirdCountdownStart.wav");
   }
@@ -105,8 +106,8 @@ void frmJudge::RankLanes() {
   }
 }
 
-void frmJudge::InitializeLanes() {
-  const std::int32_t o = LaneStartOffset_;
+void frmJudge::InitializeLanes(std::int32_t laneStart) {
+  const std::int32_t o = laneStart;
   std::array<std::int32_t, 4> offsets = {o, o, o, o};
   const auto staggered = [o](std::int32_t first, std::int32_t second, std::int32_t third) {
     return std::array<std::int32_t, 4>{SubtractLong(o, first), SubtractLong(o, second),
@@ -132,7 +133,7 @@ void frmJudge::InitializeLanes() {
   for (std::size_t i = 0; i < lanes_.size(); ++i) lanes_[i]->InitializeRace(offsets[i]);
 }
 
-void frmJudge::ResetRaceControls() {
+void frmJudge::ResetRaceControls(std::int32_t laneStart) {
   ++raceSerial_;
   // A refly stays on the race it repeats; showing that race anew would end the refly.
   if (!race_.ReflyMode) {
@@ -142,7 +143,7 @@ void frmJudge::ResetRaceControls() {
   }
   LaneStartOffsetCopy_ = LaneStartOffset_;
   laneFlags_[0] = laneFlags_[1] = true;
-  InitializeLanes();
+  InitializeLanes(laneStart);
   Lane(3).SetVisible(race_.RaceMode <= 3);
   txtComments.SetText("No comments");
   cmdStart.SetEnabled(true);
@@ -194,6 +195,8 @@ void frmJudge::ReadyForNextRace() {
   race_.RaceActive = false;
   ReleaseHold();
   starterClock_.reset();
+  countTold_ = false;
+  if (lblNotice.Caption() == kCountsOverRace) ShowNotice({});
   tmrTimeTick.SetEnabled(false);
   ResetRaceControls();
   door_.System().StopWave();

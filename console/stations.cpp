@@ -1,5 +1,8 @@
 // What arriving station frames do to the race.
 
+#include <algorithm>
+#include <utility>
+
 #include "common/bits.h"
 #include "console/frm_judge.h"
 
@@ -8,6 +11,7 @@ namespace {
 
 constexpr std::int32_t kStartSignal = 60000;  // on the starter's clock
 constexpr std::int32_t kEarlyStop = 65000;    // a stop up to here calls the start off
+constexpr std::int32_t kHeldUp = 1000;        // ms by which a frame may come late
 
 bool HoldBit(const StationMessage& frame) {
   return (frame.ssBtn & BitMask[4]) != 0;
@@ -64,76 +68,128 @@ void frmJudge::ProcessPylonMessage(const StationMessage& frame) {
 }
 
 void frmJudge::ProcessStartersMessage(const StationMessage& frame) {
-  // Nobody has saved the finished race yet: it must not be lost, nor recorded under the next one's mode.
-  if (BeginsNextCount(frame)) cmdSave_Click();
+  const StarterMeans means = WhatTheStarterMeans(frame);
+  if (means == StarterMeans::kNothing) {
+    LeaveRaceByHandAlone(frame);
+    return;
+  }
+  // Before its mode is applied: a race must not be recorded under that of the next one.
+  if (means == StarterMeans::kConcludes) ConcludeForStarter();
   race_.RaceHolding = HoldBit(frame);
   if (!race_.RaceHolding) ApplyRaceMode(frame.Mode);
+  if (means == StarterMeans::kCallsOff) ReadyForNextRace();
   if (frame.Strt != 0) {
     StarterRuns();
   } else {
     starterMayStart_ = true;
-    if (race_.RaceActive && !StarterStopped(frame)) {
-      race_.RaceHolding = Holds(frame);
-      DisplayStatus();
-      return;
-    }
   }
   FinishStartersMessage(frame);
 }
 
-// The count of the race itself goes on rising; only the next one falls back. A second is allowed for frames
-// that were held up.
-bool frmJudge::BeginsNextCount(const StationMessage& frame) const {
-  if (frame.Strt == 0 || LaneStartOffset_ >= kStartSignal || !race_.RaceActive || !race_.RaceDone)
-    return false;
-  return !starterClock_ || LaneStartOffset_ < *starterClock_ - 1000;
+// A race by hand is not the starter's to end as long as it only idles or counts, and a race that was flown is
+// not called off by a starter that starts anew.
+frmJudge::StarterMeans frmJudge::WhatTheStarterMeans(const StationMessage& frame) const {
+  if (!race_.RaceActive) return StarterMeans::kGoesOn;
+  const bool flownByHand = race_.ManualStart && RaceBeingFlown();
+  if (frame.Strt != 0) {
+    if (flownByHand) return CountsAfterSignal() ? StarterMeans::kNothing : StarterMeans::kGoesOn;
+    if (!BeginsNextCount()) return StarterMeans::kGoesOn;
+  } else {
+    const bool early = LaneStartOffset_ <= kEarlyStop;
+    if (race_.ManualStart && !starterClock_ && !(early && flownByHand)) return StarterMeans::kNothing;
+    if (!early) return StarterMeans::kConcludes;
+    if (flownByHand && !HasBeenFlown()) return StarterMeans::kNothing;
+  }
+  return HasBeenFlown() ? StarterMeans::kConcludes : StarterMeans::kCallsOff;
+}
+
+// The starter's clock goes on rising during a race; only that of the next one falls back. A second is allowed
+// for frames that were held up.
+bool frmJudge::BeginsNextCount() const {
+  const bool counts = LaneStartOffset_ < kStartSignal;
+  if (!starterClock_) return counts;
+  if (counts && *starterClock_ < kStartSignal && (race_.RaceDone || LapFlown()))
+    return true;  // flown unheard
+  return LaneStartOffset_ < *starterClock_ - kHeldUp && (counts || race_.RaceDone);
+}
+
+// The starter counts although the race that was started by hand has had its start signal.
+bool frmJudge::CountsAfterSignal() const {
+  return LaneStartOffset_ < kStartSignal && AddLong(RaceTime(), laneStart_) >= kStartSignal;
+}
+
+bool frmJudge::LapFlown() const {
+  return std::any_of(lanes_.begin(), lanes_.end(), [](const auto& lane) { return lane->CountLaps() > 0; });
+}
+
+// Of a race that the starter runs, nobody has told anything since its count.
+bool frmJudge::NothingHeardSinceCount() const {
+  if (race_.ManualStart || starterClock_.value_or(kStartSignal) >= kStartSignal) return false;
+  return std::all_of(lanes_.begin(), lanes_.end(), [](const auto& lane) { return lane->EventCount() == 0; });
+}
+
+// Its laps tell as well as the starter's clock, of which we may have heard nothing since the signal.
+bool frmJudge::HasBeenFlown() const {
+  if (starterClock_.value_or(0) > kEarlyStop || (!race_.ManualStart && LapFlown())) return true;
+  const auto finished = [](const auto& lane) { return lane->IsFinished(); };
+  const bool done = race_.RaceDone || std::all_of(lanes_.begin(), lanes_.end(), finished);
+  return done && !NothingHeardSinceCount();
+}
+
+void frmJudge::LeaveRaceByHandAlone(const StationMessage& frame) {
+  race_.RaceHolding = false;
+  starterMayStart_ = true;
+  if (frame.Strt != 0) {
+    resetAskedForStarter_ = false;
+    starterClock_.reset();
+    starterCuts_ = frame.Cuts;
+    if (AddLong(RaceTime(), laneStart_) - LaneStartOffset_ > kHeldUp && !countTold_) {
+      countTold_ = true;
+      ShowNotice(kCountsOverRace);
+    }
+  } else if (LaneStartOffset_ <= kEarlyStop && RaceBeingFlown()) {
+    AskResetForStarter(frame);
+  }
+  DisplayStatus();
+}
+
+void frmJudge::ConcludeForStarter() {
+  if (RaceBeingFlown()) {
+    FinalizeRace();
+    race_.RaceDone = true;
+  }
+  if (mnuAutoPrint.Checked() && starterClock_) cmdPrint_Click();
+  cmdSave_Click();
 }
 
 void frmJudge::StarterRuns() {
   resetAskedForStarter_ = false;
   const bool counting = LaneStartOffset_ < kStartSignal;
-  if (counting) {
-    starterMayStart_ = true;
+  if (!race_.RaceActive) {
+    if (counting || starterMayStart_) StartByStarter();
+  } else if (!race_.RaceDone && (counting || MissedHold())) {
     clock_.ResetRaceClock(LaneStartOffset_, "ProcessStartersMessage");
     for (const auto& lane : lanes_) lane->AdjustTime();
-  }
-  if (!race_.RaceActive && starterMayStart_) {
-    // A start joined in its second minute: the lanes take their time from the starter's clock, so the race
-    // clock has to begin at nothing and not where the race before it left off.
-    if (!counting) clock_.ResetRaceClock(0, "ProcessStartersMessage");
-    race_.ManualStart = false;
-    InitializeRace();
   }
   starterMayStart_ = counting;
   if (race_.RaceActive) starterClock_ = LaneStartOffset_;
 }
 
-// The starter says "stopped" while a race is active. False: the race is not the starter's to end, and the
-// frame changes nothing more.
-bool frmJudge::StarterStopped(const StationMessage& frame) {
-  // A starter that only idles on the air leaves a race by hand alone; its places may still have to be given.
-  const bool idles = race_.ManualStart && !starterClock_;
-  if (idles && race_.RaceDone) return false;
-  if (LaneStartOffset_ <= kEarlyStop) {
-    if (race_.ManualStart && RaceBeingFlown()) {
-      bool allFinished = false;
-      CheckRaceComplete(allFinished);
-      if (!allFinished) {
-        AskResetForStarter(frame);
-        return false;
-      }
-    }
-    cmdReset_Click();
-    return true;
-  }
-  if (idles) return false;
-  if (RaceBeingFlown()) {
-    FinalizeRace();
-    race_.RaceDone = true;
-  }
-  if (mnuAutoPrint.Checked()) cmdPrint_Click();
-  cmdSave_Click();
-  return true;
+// The start signal came later than our clock had it: the count was held, or begun anew, while no frame got
+// through. A frame that was held up itself comes right after one of the count.
+bool frmJudge::MissedHold() const {
+  return NothingHeardSinceCount() && LaneStartOffset_ - *starterClock_ > 2 * kHeldUp &&
+         RaceTime() - std::int64_t{LaneStartOffset_} > kHeldUp;
+}
+
+// However late the first frame is heard, the clock is the starter's from then on, and the lanes count from
+// its start signal.
+void frmJudge::StartByStarter() {
+  clock_.ResetRaceClock(LaneStartOffset_, "ProcessStartersMessage");
+  race_.ManualStart = false;
+  InitializeRace(0);
+  if (LaneStartOffset_ <= kEarlyStop) return;
+  for (const auto& lane : lanes_) lane->JoinRace();
 }
 
 // The question waits until the frame has been handled, so that reception goes on behind it; it is asked once,
@@ -167,15 +223,17 @@ void frmJudge::FinishStartersMessage(const StationMessage& frame) {
       if (!allFinished && LaneStartOffset_ >= kStartSignal) ApplyStarterCuts(frame);
     }
   }
+  // Lights that burn before the start signal are no cuts of the race.
+  if (!race_.RaceActive || LaneStartOffset_ < kStartSignal) starterCuts_ = frame.Cuts;
   DisplayStatus();
 }
 
 void frmJudge::ApplyStarterCuts(const StationMessage& frame) {
-  const StationMessage& before = link_->LastStationMessage(kStarter);
+  const auto before = std::exchange(starterCuts_, frame.Cuts);
   ForEachLane([&](frmLane& lane, std::size_t i) {
-    if (frame.Cuts[i] == before.Cuts[i]) return;
+    if (frame.Cuts[i] == before[i]) return;
     const std::string now = BitString(frame.Cuts[i]);
-    const std::string then = BitString(before.Cuts[i]);
+    const std::string then = BitString(before[i]);
     for (int k = 0; k < 4; ++k) {
       const auto at = static_cast<std::size_t>((3 - k) * 2);
       const std::string pair = now.substr(at, 2);

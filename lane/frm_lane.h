@@ -59,6 +59,8 @@ class frmLane : public Form {
   void RecalculateLaps(bool display);
   void UpdateLapTime(std::int32_t time);
   void AdjustTime() {}  // called while the starter sets the clock; a lane has nothing to adjust
+  // For a race whose laps before now were not heard: the lane has its time for the next one from here on.
+  void JoinRace();
   void cmdLap_Click();
   void doLap_KeyBoard() { cmdLap_Click(); }
   void tmrLaps_Timer();

@@ -100,6 +100,10 @@ bool frmLane::IsFinished() const {
   return (s >= 10000 && done) || s >= 30001;
 }
 
+void frmLane::JoinRace() {
+  LastLapTime_ = std::max(0, ToRaceTime(owner_.RaceTime()));
+}
+
 void frmLane::RecalculateLaps(bool display) {
   const LapRecount r = RecountLaps(log_, IsFai());
   Laps_ = r.laps;

@@ -35,28 +35,52 @@ TEST_F(Stations, TheStarterStartsTheRaceAndItsMode) {
   EXPECT_EQ(rig.judge().lblStatus.Caption(), "60");
 }
 
-TEST_F(Stations, AStartHeardLateKeepsItsOffset) {
-  rig.Receive(Frame(3, 6, 7040).With(3, 1).With(33, 40));
-  EXPECT_EQ(rig.lane(0).TimeBase(), 7000 - 60000);
-  EXPECT_EQ(rig.program.clock().RaceTime(), 7000);
+TEST_F(Stations, RaceTimeIsTheTimeSinceTheSignalWheneverTheStarterIsFirstHeard) {
+  // After another race, whose clock stands elsewhere, as well as after the start of the program.
+  std::int64_t now = 100;
+  for (const int first : {0, 2000, 31000, 57000, 60000, 62000, 95000, 62000}) {
+    SCOPED_TRACE(first);
+    rig.At(now);
+    rig.Receive(Frame(3, 6, first + 40).With(3, 1).With(28, 6).With(33, 40));
+    EXPECT_EQ(rig.judge().lblStatus.Caption(),
+              first < 60000 ? std::to_string(60 - first / 1000) : std::to_string(first / 1000 - 60) + ".0");
+    const std::int64_t signal = now - first + 60000;
+    const std::int64_t lap = std::max(now, signal) + 9000;
+    for (; now < lap; now += 500) rig.At(now);
+    rig.At(lap);
+    Timers(2, 1);
+    ASSERT_TRUE(rig.judge().RaceBeingFlown());
+    ASSERT_EQ(rig.lane(2).EventCount(), 1);
+    EXPECT_EQ(rig.lane(2).Events()[0].EventTime, lap - signal);
+    EXPECT_EQ(rig.lane(0).Events().CountLaps(), 0);
+    Timers(1, 1);
+    EXPECT_EQ(rig.lane(1).Events()[0].EventTime, lap - signal - 2000);  // the stagger of FAI 312
+    rig.Starter(static_cast<int>(lap - signal) + 60000, false, 6);
+    EXPECT_NE(rig.Value("Race" + std::to_string(rig.race().RaceNumber - 1), "Timestamp"), "-");
+    now = lap + 5000;
+  }
 }
 
-TEST_F(Stations, AStartJoinedInItsSecondMinuteGoesOn) {
-  for (const int before : {0, 1}) {
-    if (before == 1) {  // also when another race was flown before
-      rig.At(200000);
-      rig.Starter(100000, false);
-      EXPECT_EQ(rig.race().RaceNumber, 2);
-    }
-    const std::int64_t now = before == 0 ? 100 : 200000;
-    rig.At(now);
-    rig.Starter(62000, true);
-    EXPECT_TRUE(rig.judge().RaceBeingFlown());
-    rig.At(now + 4000);
-    EXPECT_TRUE(rig.judge().RaceBeingFlown());
+TEST_F(Stations, ACountOfWhichTheRestIsLostStartsNoFalseClock) {
+  // The count is held or begun anew while nothing is heard of it. `at`: when the signal really is.
+  const struct {
+    int at, clock;  // of the next frame that is heard
+  } kCases[] = {{63000, 61000}, {85000, 61000}, {110000, 40000}, {180000, 5000}};
+  for (const auto& c : kCases) {
+    SCOPED_TRACE(c.at);
+    const std::int64_t now = rig.platform.ClockMs();
+    const int race = rig.race().RaceNumber;
+    rig.Starter(0, true);
+    rig.At(now + 55000);
+    rig.Starter(55000, true);
+    rig.At(now + c.at - 60000 + c.clock);
+    rig.Starter(c.clock, true);
+    rig.At(now + c.at + 8000);
     Timers(0, 1);
-    ASSERT_EQ(rig.lane(0).Laps(), 1);
-    EXPECT_EQ(rig.lane(0).Events()[0].EventTime, 6000);
+    ASSERT_EQ(rig.lane(0).EventCount(), 1);
+    EXPECT_EQ(rig.lane(0).Events()[0].EventTime, 8000);
+    rig.Starter(70000, false);
+    EXPECT_EQ(rig.race().RaceNumber, race + 1);
   }
 }
 
@@ -122,6 +146,23 @@ TEST_F(Stations, CutsAreWhatChangedInTheStartersByte) {
   EXPECT_EQ(rig.lane(1).CutCount(), 1);
 }
 
+TEST_F(Stations, AFrameWhoseCutsAreNotLookedAtHidesNone) {
+  rig.Starter(0, true);
+  rig.At(59000);
+  rig.Receive(Frame(3, 6, 59000).With(3, 1).With(11, 0x01));  // before the signal there are no cuts
+  const struct { int to, buttons, cuts; } kFrames[] = {{6, 0, 0x01}, {254, 0, 0x05}, {6, 16, 0x05}};
+  rig.At(66000);
+  for (const auto& f : kFrames) {
+    rig.Receive(Frame(3, f.to, 66000).With(3, 1).With(18, f.buttons).With(11, 0x01).With(12, f.cuts));
+  }
+  EXPECT_EQ(rig.lane(1).EventCount(), 1);
+  rig.At(66500);
+  rig.Receive(Frame(3, 6, 66500).With(3, 1).With(11, 0x01).With(12, 0x05));
+  EXPECT_EQ(rig.lane(0).EventCount(), 0);
+  ASSERT_EQ(rig.lane(1).EventCount(), 2);
+  EXPECT_EQ(rig.lane(1).Events()[1].EventTime, 6500);
+}
+
 TEST_F(Stations, HoldHoldsOnlyInItsSixSeconds) {
   const struct {
     int clock;
@@ -149,18 +190,123 @@ TEST_F(Stations, AStopIsACallOffUpTo65SecondsAndTheEndAfterwards) {
   EXPECT_TRUE(rig.platform.shown.size() == 2);  // only the two boxes of a new project
 }
 
+TEST_F(Stations, AStarterThatStartsAnewLosesNoRaceThatHasBeenFlown) {
+  struct Case {
+    int running;  // the last clock of the old race
+    bool lap;
+    int clock;  // of the frame after it
+    bool runs;
+    bool saved;
+    bool flown;  // a race is, after that
+  };
+  const Case kCases[] = {
+      {64000, false, 0, false, false, false},     {65001, false, 0, false, true, false},
+      {65000, false, 65000, false, false, false}, {65000, false, 65001, false, true, false},
+      {64000, true, 0, false, true, false},       {70000, false, 500, true, true, true},
+      {64000, true, 500, true, true, true},       {40000, false, 500, true, false, true},
+      {60400, false, 59400, true, false, true},   {60400, false, 59399, true, false, true},
+  };
+  for (const Case& c : kCases) {
+    SCOPED_TRACE(std::to_string(c.running) + " then " + std::to_string(c.clock));
+    const std::string race = "Race" + std::to_string(rig.race().RaceNumber);
+    const std::int64_t now = rig.platform.ClockMs();
+    rig.Starter(0, true);
+    rig.Type("frmJudge.txtComments", "windy");
+    rig.At(now + c.running);
+    rig.Starter(c.running, true);
+    if (c.lap) rig.At(now + 66000), Timers(0, 1);
+    rig.Starter(c.clock, c.runs);
+    EXPECT_EQ(rig.Value(race, "Timestamp") != "-", c.saved);
+    EXPECT_EQ(rig.judge().RaceBeingFlown(), c.flown);
+    EXPECT_EQ(rig.judge().txtComments.Text() == "windy", c.clock == 59400);  // the same race
+    EXPECT_EQ(rig.judge().cmdStart.Enabled(), !c.flown);
+    if (c.flown) {
+      EXPECT_EQ(rig.program.clock().RaceTime(), c.clock);
+    }
+    rig.At(rig.platform.ClockMs() + 500);
+    rig.Starter(c.runs ? c.clock + 500 : 0, false);
+  }
+}
+
 TEST_F(Stations, AStarterThatGoesOnRunningStartsNoSecondRace) {
-  CountDown();
-  rig.At(95000);
-  ASSERT_TRUE(rig.race().RaceDone);
+  for (const int heard : {60000, 59500}) {  // the frames after that are lost
+    const std::int64_t now = rig.platform.ClockMs();
+    const int race = rig.race().RaceNumber;
+    for (const int ms : {0, 30000, heard}) {
+      rig.At(now + ms);
+      rig.Starter(ms, true);
+    }
+    rig.At(now + 95000);
+    ASSERT_TRUE(rig.race().RaceDone);
+    rig.Click("frmJudge.cmdSave");
+    EXPECT_EQ(rig.race().RaceNumber, race + 1);
+    rig.Starter(95500, true);
+    EXPECT_FALSE(rig.race().RaceActive);
+    EXPECT_EQ(rig.judge().lblStatus.Caption(), "Waiting");
+    rig.Starter(96000, false);
+    rig.Starter(100, true);
+    EXPECT_TRUE(rig.race().RaceActive);
+    rig.Starter(0, false);
+  }
+}
+
+TEST_F(Stations, ACountLeavesARaceThatIsFlownByHandAlone) {
+  for (const bool count : {false, true}) {
+    SCOPED_TRACE(count);
+    const std::int64_t now = rig.platform.ClockMs();
+    const std::string race = "Race" + std::to_string(rig.race().RaceNumber);
+    if (count) rig.Click("frmJudge.chkSixtySecondCount");
+    rig.Click("frmJudge.cmdStart");
+    if (count) {  // before the signal its clock is the starter's
+      rig.At(now + 1000);
+      rig.Starter(31000, true);
+      EXPECT_EQ(rig.program.clock().RaceTime(), 31000);
+    }
+    const std::int64_t signal = now + (count ? 30000 : 0);
+    rig.At(signal + 8000);
+    for (int ms = 10000; ms < 12000; ms += 500) {
+      rig.At(signal + ms);
+      rig.Starter(ms, true, 5);
+    }
+    EXPECT_EQ(rig.judge().lblNotice.Caption(),
+              "The starter is counting. The race started by hand keeps its own clock");
+    EXPECT_TRUE(rig.judge().lblNotice.Visible());
+    EXPECT_EQ(rig.race().RaceMode, 2);
+    Timers(0, 1);
+    EXPECT_EQ(rig.lane(0).Events()[0].EventTime, 11500);
+    rig.At(signal + 42000);
+    ASSERT_TRUE(rig.race().RaceDone);
+    rig.Starter(42000, true);  // the count goes on: it is that of the next race
+    EXPECT_NE(rig.Value(race, "Timestamp"), "-");
+    EXPECT_FALSE(rig.judge().lblNotice.Visible());
+    EXPECT_TRUE(rig.judge().RaceBeingFlown());
+    EXPECT_EQ(rig.program.clock().RaceTime(), 42000);
+    rig.Starter(42500, false);
+  }
+}
+
+TEST_F(Stations, AFinishedRaceIsSavedByTheNextCountButNotByAFrameHeldUp) {
+  for (const auto& [clock, saved] : {std::pair{59400, false}, {59399, true}}) {
+    rig.Click("frmJudge.cmdStart");
+    rig.At(rig.platform.ClockMs() + 40000);
+    ASSERT_TRUE(rig.race().RaceDone);
+    const std::string race = "Race" + std::to_string(rig.race().RaceNumber);
+    rig.Starter(60400, true);
+    rig.Starter(clock, true);
+    EXPECT_EQ(rig.Value(race, "Timestamp") != "-", saved) << clock;
+    rig.Starter(0, false);
+  }
+}
+
+TEST_F(Stations, ALateLapShowsNoDnfInTheNextRace) {
+  rig.Click("frmJudge.cmdStart");
+  rig.At(40000);
+  rig.Receive(Frame(6, 3, 1));
   rig.Click("frmJudge.cmdSave");
-  EXPECT_EQ(rig.race().RaceNumber, 2);
-  rig.Starter(95500, true);
-  EXPECT_FALSE(rig.race().RaceActive);
-  EXPECT_EQ(rig.judge().lblStatus.Caption(), "Waiting");
-  rig.Starter(96000, false);
-  rig.Starter(100, true);
-  EXPECT_TRUE(rig.race().RaceActive);
+  rig.At(70000);
+  Timers(0, 1);
+  for (const Control* cell : rig.lane(0).lblLap) EXPECT_NE(cell->Caption(), "DNF");
+  EXPECT_NE(rig.lane(0).lblStatus.Caption(), "DNF");
 }
 
 TEST_F(Stations, AnIdlingStarterAsksOnceAboutARaceStartedByHand) {
@@ -224,6 +370,8 @@ TEST_F(Stations, AutoPrintComesBeforeTheSave) {
   EXPECT_TRUE(printer.seen);
   EXPECT_EQ(printer.printed, 1);
   EXPECT_EQ(rig.Value("Current", "AutoPrint"), "True");
+  for (const int clock : {500, 70000, 500}) rig.Starter(clock, true);  // its stop was not heard
+  EXPECT_EQ(printer.printed, 2);
 }
 
 TEST_F(Stations, SendersLanesAndModesOutOfRangeChangeNothing) {
@@ -260,6 +408,7 @@ TEST(Broadcasts, OnlyAControllerSends) {
     }
     rig.serial.sent.clear();
     rig.Click("frmJudge.cmdStart");
+    EXPECT_EQ(rig.serial.sent.size(), controls ? 1U : 0U);
     rig.At(6000);
     rig.Key("F2");
     rig.Key("F6");
@@ -282,6 +431,28 @@ TEST(Broadcasts, OnlyAControllerSends) {
     EXPECT_FALSE(rig.serial.sent.empty());
     for (const auto& f : rig.serial.sent) EXPECT_EQ(f[4], 6);
   }
+}
+
+TEST(Broadcasts, TheCountIsToldFor54SecondsAndTheSignalOnce) {
+  ConsoleRig rig(true);
+  rig.Load();
+  rig.Click("frmJudge.chkSixtySecondCount");
+  rig.Answer(Word::No);
+  rig.Click("frmSerialPort.chkSystemController");
+  rig.Click("frmJudge.cmdStart");
+  int told = 0, atSignal = 0;
+  for (int ms = 1; atSignal == 0; ++ms) {
+    ASSERT_LT(ms, 60100);
+    rig.serial.sent.clear();
+    rig.At(ms);
+    const auto frames = static_cast<int>(std::count_if(rig.serial.sent.begin(), rig.serial.sent.end(),
+                                                       [](const auto& f) { return f[5] == 3; }));
+    const std::int32_t t = rig.program.clock().RaceTime();
+    EXPECT_TRUE(frames == 0 || t < 54000 || t >= 60000) << t;
+    (t < 60000 ? told : atSignal) += frames;
+  }
+  EXPECT_NEAR(told, 51, 3);
+  EXPECT_EQ(atSignal, 1);
 }
 
 TEST_F(Stations, AnEntryAfterTheFinishDoesNotReopenTheRace) {
@@ -325,15 +496,6 @@ TEST_F(Stations, AnAnswerToTheStartersQuestionLeavesTheNextRaceAlone) {
   EXPECT_TRUE(rig.judge().RaceBeingFlown());
 }
 
-TEST_F(Stations, ACountJoinedLateRecordsNoRaceForEachFrame) {
-  for (int ms = 50000; ms < 59000; ms += 500) {
-    rig.At(ms - 49000);
-    rig.Starter(ms, true);
-  }
-  EXPECT_TRUE(rig.race().RaceDone);  // the lanes' time is further on than the count: over at once
-  EXPECT_EQ(rig.race().RaceNumber, 1);
-}
-
 TEST_F(Stations, AFinishedRaceIsSavedUnderItsOwnModeWhenTheNextCountBegins) {
   CountDown();
   rig.At(95000);
@@ -342,7 +504,7 @@ TEST_F(Stations, AFinishedRaceIsSavedUnderItsOwnModeWhenTheNextCountBegins) {
   EXPECT_EQ(rig.Value("Race1", "RaceMode"), "2, AMA 1324");
   EXPECT_EQ(rig.race().RaceMode, 4);
   EXPECT_EQ(rig.race().RaceNumber, 2);
-  EXPECT_EQ(rig.lane(1).TimeBase(), 500 - 1000 - 60000);
+  EXPECT_EQ(rig.lane(1).TimeBase(), -1000 - 60000);
 }
 
 TEST_F(Stations, AHoldLeavesNothingOverARaceByHand) {
