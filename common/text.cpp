@@ -113,6 +113,16 @@ std::string Join(const std::vector<std::string>& fields, char separator) {
   return text;
 }
 
+std::string Replaced(std::string_view text, std::string_view from, std::string_view to) {
+  std::string result;
+  std::size_t done = 0;
+  for (std::size_t at = text.find(from); at != std::string_view::npos; at = text.find(from, done)) {
+    result.append(text.substr(done, at - done)).append(to);
+    done = at + from.size();
+  }
+  return result.append(text.substr(done));
+}
+
 bool EqualsIgnoringCase(std::string_view a, std::string_view b) {
   const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; };
   if (a.size() != b.size()) return false;

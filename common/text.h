@@ -29,6 +29,9 @@ std::string Hex(std::uint8_t value);
 std::vector<std::string> Split(std::string_view text, char separator);
 std::string Join(const std::vector<std::string>& fields, char separator);
 
+// Every `from` (not empty) as `to`.
+std::string Replaced(std::string_view text, std::string_view from, std::string_view to);
+
 bool EqualsIgnoringCase(std::string_view a, std::string_view b);
 
 // JSON: a string with its quotes.

@@ -1,5 +1,7 @@
 // The results as one JSON object.
 
+#include <nlohmann/json.hpp>
+
 #include "common/text.h"
 #include "console/results_formats.h"
 #include "console/results_words.h"
@@ -8,90 +10,103 @@
 namespace quorvane {
 namespace {
 
+using Json = nlohmann::ordered_json;
+
 constexpr int kShapeVersion = 1;
 
-template <typename Values, typename Write>
-std::string Array(const Values& values, const std::string& separator, Write write) {
-  std::string text;
-  for (const auto& value : values) text += (text.empty() ? "" : separator) + write(value);
-  return "[" + text + "]";
+Json BestJson(const std::optional<BestTime>& best) {
+  if (!best) return nullptr;
+  Json json = {{"ms", best->time}, {"race", best->race}, {"refly", best->refly}, {"lane", best->lane}};
+  if (best->lap != 0) json["lap"] = best->lap;
+  return json;
 }
 
-const char* Bool(bool value) {
-  return value ? "true" : "false";
+Json SummaryJson(const FlightSummary& summary) {
+  return {{"racesFlown", summary.racesFlown},
+          {"cuts", summary.cuts},
+          {"fastestHeat", BestJson(summary.fastestHeat)},
+          {"fastestLap", BestJson(summary.fastestLap)}};
 }
 
-std::string Number(const char* name, std::int64_t value) {
-  return "\"" + std::string(name) + "\":" + std::to_string(value);
-}
-
-std::string Text(const char* name, std::string_view value) {
-  return "\"" + std::string(name) + "\":" + JsonString(value);
-}
-
-std::string BestJson(const char* name, const std::optional<BestTime>& best) {
-  const std::string key = "\"" + std::string(name) + "\":";
-  if (!best) return key + "null";
-  return key + "{" + Number("ms", best->time) + "," + Number("race", best->race) + "," +
-         Number("refly", best->refly) + "," + Number("lane", best->lane) +
-         (best->lap != 0 ? "," + Number("lap", best->lap) : "") + "}";
-}
-
-std::string SummaryFields(const FlightSummary& summary) {
-  return Number("racesFlown", summary.racesFlown) + "," + Number("cuts", summary.cuts) + "," +
-         BestJson("fastestHeat", summary.fastestHeat) + "," + BestJson("fastestLap", summary.fastestLap);
-}
-
-std::string SummaryJson(const ContestSummary& summary) {
-  int lane = 0;
-  const std::string lanes = Array(summary.lanes, ",\n    ", [&](const LaneSummary& of) {
-    return "{" + Number("lane", ++lane) + "," + SummaryFields(of) + "}";
-  });
-  return "{" + SummaryFields(summary) + ",\n   \"lanes\":" + lanes + "}";
-}
-
-std::string LapJson(const FlownLap& lap) {
-  return "{" + Number("lap", lap.number) + "," + Number("ms", lap.time) +
-         ",\"splitMs\":" + (lap.split ? std::to_string(*lap.split) : "null") +
-         ",\"finishing\":" + Bool(lap.finishing) + "}";
-}
-
-std::string CutJson(const CutRecord& cut) {
-  return "{" + Text("pylon", cut.pylon) + "," + Number("ms", cut.time) + "," + Number("lap", cut.lap) + "}";
-}
-
-std::string LaneJson(const LaneRecord& lane) {
-  const auto fastest = FastestLap(lane);
-  return "{" + Number("lane", lane.lane) + "," + Text("name", MarkingOf(lane)) + "," +
-         Text("place", lane.placing) + "," + Text("position", lane.position) + "," +
-         "\"finalMs\":" + (HasResult(lane) ? std::to_string(lane.final) : "null") + "," +
-         Text("time", FinalText(lane)) +
-         ",\"fastestLapMs\":" + (fastest ? std::to_string(*fastest->split) : "null") + "," +
-         Number("lapTarget", lane.lapTarget) + ",\"novice\":" + Bool(lane.novice) +
-         ",\n    \"laps\":" + Array(FlownLaps(lane), ",", LapJson) +
-         ",\n    \"cuts\":" + Array(lane.cuts, ",", CutJson) +
-         ",\"turns\":" + Array(lane.turns, ",", [](std::int32_t turn) { return std::to_string(turn); }) + "}";
-}
-
-std::string RaceJson(const RaceRecord& race) {
-  std::vector<LaneRecord> lanes;
-  for (const LaneRecord& lane : race.lanes) {
-    if (lane.flies) lanes.push_back(lane);
+Json SummaryJson(const ContestSummary& summary) {
+  Json json = SummaryJson(static_cast<const FlightSummary&>(summary));
+  for (const LaneSummary& of : summary.lanes) {
+    Json lane = {{"lane", json["lanes"].size() + 1}};
+    lane.update(SummaryJson(static_cast<const FlightSummary&>(of)));
+    json["lanes"].push_back(lane);
   }
-  return "{" + Number("race", race.number) + "," + Number("refly", race.refly) +
-         ",\"counts\":" + Bool(race.stands) + "," + Number("reflownBy", race.reflownBy) + "," +
-         Number("round", race.round) + "," + Number("heat", race.heat) + "," + Number("mode", race.mode) +
-         "," + Text("modeName", race.modeName) + "," + Text("date", IsoDate(race.when, 'T')) + "," +
-         Text("comments", CommentsOf(race)) + ",\n   \"lanes\":" + Array(lanes, ",\n   ", LaneJson) + "}";
+  return json;
 }
+
+Json LapJson(const FlownLap& lap) {
+  return {{"lap", lap.number},
+          {"ms", lap.time},
+          {"splitMs", lap.split ? Json(*lap.split) : Json()},
+          {"finishing", lap.finishing}};
+}
+
+Json LaneJson(const LaneRecord& lane) {
+  const auto fastest = FastestLap(lane);
+  Json laps = Json::array();
+  for (const FlownLap& lap : FlownLaps(lane)) laps.push_back(LapJson(lap));
+  Json cuts = Json::array();
+  for (const CutRecord& cut : lane.cuts)
+    cuts.push_back({{"pylon", cut.pylon}, {"ms", cut.time}, {"lap", cut.lap}});
+  return {{"lane", lane.lane},
+          {"name", MarkingOf(lane)},
+          {"place", lane.placing},
+          {"position", lane.position},
+          {"finalMs", HasResult(lane) ? Json(lane.final) : Json()},
+          {"time", FinalText(lane)},
+          {"fastestLapMs", fastest ? Json(*fastest->split) : Json()},
+          {"lapTarget", lane.lapTarget},
+          {"novice", lane.novice},
+          {"laps", laps},
+          {"cuts", cuts},
+          {"turns", lane.turns}};
+}
+
+Json RaceJson(const RaceRecord& race) {
+  Json lanes = Json::array();
+  for (const LaneRecord& lane : race.lanes) {
+    if (lane.flies) lanes.push_back(LaneJson(lane));
+  }
+  return {{"race", race.number},
+          {"refly", race.refly},
+          {"counts", race.stands},
+          {"reflownBy", race.reflownBy},
+          {"round", race.round},
+          {"heat", race.heat},
+          {"mode", race.mode},
+          {"modeName", race.modeName},
+          {"date", IsoDate(race.when, 'T')},
+          {"comments", CommentsOf(race)},
+          {"lanes", lanes}};
+}
+
+// Where a new line begins, so that people can read it too. No quote stands bare inside a string, so none of
+// these can be part of a value.
+constexpr std::pair<std::string_view, std::string_view> kBreaks[] = {
+    {",\"event\":", ",\n \"event\":"},        {",\"summary\":", ",\n \"summary\":"},
+    {",\"races\":", ",\n \"races\":"},        {",\"lanes\":", ",\n   \"lanes\":"},
+    {",\"laps\":", ",\n    \"laps\":"},       {",\"cuts\":[", ",\n    \"cuts\":["},
+    {"}},{\"lane\":", "}},\n    {\"lane\":"}, {"null},{\"lane\":", "null},\n    {\"lane\":"},
+    {"]},{\"lane\":", "]},\n   {\"lane\":"},  {"]},{\"race\":", "]},\n  {\"race\":"}};
 
 }  // namespace
 
 std::string ResultsJson(const ContestRecord& contest) {
-  return "{" + Text("format", "quorvane-results") + "," + Number("version", kShapeVersion) + ",\n " +
-         Text("event", contest.eventName) + "," + Text("project", FileNameOf(contest.projectFile)) +
-         ",\n \"summary\":" + SummaryJson(SummaryOf(contest)) +
-         ",\n \"races\":" + Array(contest.races, ",\n  ", RaceJson) + "}\n";
+  Json races = Json::array();
+  for (const RaceRecord& race : contest.races) races.push_back(RaceJson(race));
+  const Json json = {{"format", "quorvane-results"},
+                     {"version", kShapeVersion},
+                     {"event", contest.eventName},
+                     {"project", FileNameOf(contest.projectFile)},
+                     {"summary", SummaryJson(SummaryOf(contest))},
+                     {"races", races}};
+  std::string text = json.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
+  for (const auto& [together, apart] : kBreaks) text = Replaced(text, together, apart);
+  return text;
 }
 
 }  // namespace quorvane
