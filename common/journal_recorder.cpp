@@ -1,5 +1,6 @@
 #include "common/journal_recorder.h"
 
+#include <algorithm>
 #include <fstream>
 #include <iterator>
 #include <optional>
@@ -56,7 +57,16 @@ void SessionRecorder::Begin(const SessionStart& start) {
 
 // What a project held before the session touched it; the session is about what became of it.
 void SessionRecorder::KeepProject(const std::string& path) {
-  if (!projectsKept_.insert(path).second) return;
+  if (projectsKept_.contains(path)) return;
+  std::error_code error;
+  const auto same = std::find_if(projectsKept_.begin(), projectsKept_.end(), [&](const std::string& before) {
+    return std::filesystem::equivalent(PathOf(path), PathOf(before), error) && !error;
+  });
+  if (same != projectsKept_.end()) {
+    Add(SameFileComment(path, *same));
+    return;
+  }
+  projectsKept_.insert(path);
   if (const auto content = ContentOf(path)) Add(ProjectComments(path, *content));
 }
 

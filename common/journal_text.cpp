@@ -179,4 +179,8 @@ std::string ProjectComments(const std::string& path, std::string_view bytes) {
   return comments;
 }
 
+std::string SameFileComment(const std::string& path, const std::string& before) {
+  return std::string(kSameComment) + JsonString(path) + " " + JsonString(before) + "\n";
+}
+
 }  // namespace quorvane

@@ -15,6 +15,7 @@ namespace quorvane {
 inline constexpr std::string_view kJournalFirstLine = "quorvane-journal 1";
 inline constexpr std::string_view kProjectComment = "# project ";  // the path follows, quoted
 inline constexpr std::string_view kContentComment = "# = ";        // a line of that file follows, quoted
+inline constexpr std::string_view kSameComment = "# same ";        // two paths follow, quoted
 inline constexpr std::string_view kStoppedComment = "# stopped ";  // the time in ms follows
 
 // What every journal begins with.
@@ -37,6 +38,9 @@ std::string ErrorComment(std::int64_t ms, const std::string& error);
 // Comment lines that keep a project file as it was found. Every byte above 126 becomes an escape, so that
 // any file can be kept.
 std::string ProjectComments(const std::string& path, std::string_view bytes);
+
+// The path leads to the file that was named by the other one before.
+std::string SameFileComment(const std::string& path, const std::string& before);
 
 // "yes", "no", "cancel", "ok", `text "..."` or `file "..."`.
 std::string AnswerWords(const DialogAnswer& answer);

@@ -1,5 +1,7 @@
 #include "console/frm_judge.h"
 
+#include <utility>
+
 #include "common/text.h"
 #include "console/numeric_keys.h"
 #include "records/lane_colors.h"
@@ -190,6 +192,14 @@ void frmJudge::EventEnded() {
   for (const auto& lane : lanes_) lane->FollowLink();
   lblController.SetVisible(link_ != nullptr && link_->IsControllerMode());
   ShowSaveState();
+  TellErrors();
+}
+
+// Such an error is a fault of the program, or a full log: what was asked for has not been done.
+void frmJudge::TellErrors() {
+  const int errors = door_.ErrorsContained();
+  if (std::exchange(errorsTold_, errors) == errors) return;
+  ShowNotice("Something failed and was left undone: " + door_.LastError());
 }
 
 void frmJudge::ShowSaveState() {

@@ -241,6 +241,7 @@ class frmJudge : public Form, private LaneOwner, private LinkOwner {
   void WriteRace();
   std::int16_t NextRefly();
   std::string ShownSection();
+  void TellErrors();
   void ShowSaveState();
   RaceRecord RecordNow();
   void ShowSmallForm(const char* name);
@@ -268,6 +269,7 @@ class frmJudge : public Form, private LaneOwner, private LinkOwner {
   std::int16_t round_ = 1;
   std::string eventName_;
   std::string startupProject_;
+  int errorsTold_ = 0;
   bool projectOpen_ = false;
   std::string shownSection_;  // of the race on the console, or of its refly
   // Changes whenever the console turns to another race, so that a procedure that waited for an answer can see

@@ -12,6 +12,7 @@
 #include <thread>
 
 #include "common/journal_text.h"
+#include "common/run_time_error.h"
 #include "tests/support/console_rig.h"
 #include "tests/support/scratch_folder.h"
 #include "tools/replay/replay.h"
@@ -215,7 +216,23 @@ TEST(Recorder, AProjectThatIsHeldElsewhereIsHeldInTheReplay) {
   rig.Click("frmJudge.mnuSelectFile");
   EXPECT_EQ(rig.race().ProjectFile, rig.file);
   FlyRace(rig);
+  // By another name it is the same project.
+  std::filesystem::create_symlink(rig.file, rig.folder / "link.ini");
+  rig.Answer(DialogAnswer::Word::File, rig.folder / "link.ini");
+  rig.Click("frmJudge.mnuSelectFile");
+  FlyRace(rig);
   session.ExpectVerified();
+}
+
+TEST(Recorder, AnErrorThatWasContainedIsKeptAndTold) {
+  Recorded session;
+  session.Begin();
+  session.recorder.Record(session.path);
+  session.rig.Load();
+  session.rig.program.door().Post([] { throw OverflowError(); });
+  EXPECT_EQ(session.rig.judge().lblNotice.Caption(), "Something failed and was left undone: Overflow");
+  session.ExpectVerified();
+  EXPECT_NE(FileBytes(session.path).find("# error "), std::string::npos);
 }
 
 // Writes a little, then fails as a full disk does.

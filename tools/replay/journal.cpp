@@ -161,6 +161,10 @@ class Reader {
       } else if (line.starts_with(kContentComment) && !journal_.projects.empty()) {
         JournalWords words(line.substr(kContentComment.size()), line_);
         AppendBytes(words.Quoted("a line"), journal_.projects.back().bytes);
+      } else if (line.starts_with(kSameComment)) {
+        JournalWords words(line.substr(kSameComment.size()), line_);
+        const std::string path = words.Quoted("a path");
+        journal_.sameFiles[path] = words.Quoted("a path");
       } else if (line.starts_with(kStoppedComment)) {
         JournalWords words(line.substr(kStoppedComment.size()), line_);
         journal_.stoppedMs = words.Number(lastMs_, kLastJournalMs, "a time");

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <map>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -47,6 +48,7 @@ struct SessionJournal {
   bool timersRecorded = false;
   std::vector<Setting> settings = {};
   std::vector<KeptProject> projects = {};
+  std::map<std::string, std::string> sameFiles = {};  // another name of a project file, and its first one
   std::vector<JournalRecord> records = {};
   bool hasEnd = false;
   bool cutOff = false;  // the last line was unfinished and has been left out

@@ -91,6 +91,13 @@ const std::string& ReplayFolder::CopyOf(const std::string& original, bool asItSt
   if (name.empty() || name == "." || name == "..") name = "project.ini";
   // Files of one name from several folders must not meet.
   const std::string folder = copies_.empty() ? "" : std::to_string(copies_.size()) + "/";
+  const auto same = journal_.sameFiles.find(original);
+  if (same != journal_.sameFiles.end() && !journal_.sameFiles.contains(same->second)) {
+    const std::string copy = WholePath(CopyOf(same->second));
+    MakeFolderPath(Path() + folder);
+    std::error_code ignored;
+    std::filesystem::create_symlink(PathOf(copy), PathOf(Path() + folder + name), ignored);
+  }
   const std::string& path = Use(Path() + folder + name, original);
   std::string bytes;
   FileStamp stamp;
