@@ -200,6 +200,7 @@ class frmJudge : public Form, private LaneOwner, private LinkOwner {
   void ShowRaceLanes();
   std::int16_t HeatsInRound() const;
   void ShowHeatCaption(bool refly);
+  void DeriveHeat();
 
   void MoveBy(std::int64_t races);
   void MoveToTyped(Control& box, bool isHeat);
@@ -239,6 +240,7 @@ class frmJudge : public Form, private LaneOwner, private LinkOwner {
   void ShowOpenProject();
   std::int16_t StoredInteger(const std::string& key, const std::string& fallback);
   void WriteRace();
+  void TakeFreeNumber();
   std::int16_t NextRefly();
   std::string ShownSection();
   void TellErrors();

@@ -66,6 +66,12 @@ void frmJudge::SkipRacesRun() {
   while (race_.RaceNumber < 32767 && HasTimestamp(race_.RaceNumber)) ++race_.RaceNumber;
 }
 
+void frmJudge::DeriveHeat() {
+  const int before = race_.RaceNumber - 1;
+  round_ = ToInteger(before / HeatsInRound() + 1);
+  heat_ = ToInteger(before % HeatsInRound() + 1);
+}
+
 void frmJudge::ShowHeatCaption(bool refly) {
   fraHeatControl.SetCaption("Race " + std::to_string(race_.RaceNumber) + (refly ? " REFLY" : ""));
   fraHeatControl.SetForeColor(refly ? kRed : kButtonText);
@@ -80,9 +86,7 @@ void frmJudge::ShowCurrentRace() {
     const Project::Group group(project_);
     if (race_.RaceNumber < 1) race_.RaceNumber = 1;
     SetProjectValue("Current", "Race", std::to_string(race_.RaceNumber));
-    const int before = race_.RaceNumber - 1;
-    round_ = ToInteger(before / HeatsInRound() + 1);
-    heat_ = ToInteger(before % HeatsInRound() + 1);
+    DeriveHeat();
     txtHeat.SetText(std::to_string(heat_));
     SetProjectValue("Current", "Heat", std::to_string(heat_));
     txtRound.SetText(std::to_string(round_));

@@ -190,8 +190,27 @@ std::int16_t frmJudge::NextRefly() {
   return number;
 }
 
+// Another program may have put a race where this one was to go, or the whole project may have come only
+// after the start. What was flown before stays; this race takes the next number that is free.
+void frmJudge::TakeFreeNumber() {
+  const int wanted = race_.RaceNumber;
+  const std::string taken = "Race " + std::to_string(wanted) + " is in the project already: saved as ";
+  for (int step = 0; step < kLastRace; ++step) {
+    const std::int16_t race = ToInteger((wanted - 1 + step) % kLastRace + 1);
+    if (HasTimestamp(race)) continue;
+    if (race == wanted) return;
+    race_.RaceNumber = race_.LastRaceRun = race;
+    DeriveHeat();
+    ShowNotice(taken + std::to_string(race));
+    return;
+  }
+  race_.ReflyMode = true;
+  ShowNotice(taken + "its refly, because no other number is free");
+}
+
 void frmJudge::WriteRace() {
   const Project::Group group(project_);
+  if (!race_.ReflyMode) TakeFreeNumber();
   std::string section = RaceSection(race_.RaceNumber);
   if (race_.ReflyMode) {
     race_.NumberReflys = NextRefly();

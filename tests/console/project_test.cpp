@@ -287,6 +287,36 @@ TEST(Project, AReflyKeepsTheOriginalAndPointsToTheRefly) {
   EXPECT_EQ(rig.lane(0).lblStatus.Caption(), "First");
 }
 
+// Another program has written to the file, or it has come only now.
+TEST(Project, ASaveNeverOverwritesARaceThatIsThere) {
+  const struct {
+    int race;
+    const char* there;
+    const char* saved;
+    const char* place;
+  } kCases[] = {{1, "[Race1]\nTimestamp=7\n[Race2]\nTimestamp=8\n", "Race3", "3 (h=3, r=1)"},
+                {4, "[Race4]\nTimestamp=7\n[Race9]\nTimestamp=8\n", "Race5", "5 (h=1, r=2)"},
+                {32767, "[Race32767]\nTimestamp=7\n[Race1]\nTimestamp=8\n", "Race2", "2 (h=2, r=1)"}};
+  for (const auto& c : kCases) {
+    SCOPED_TRACE(c.race);
+    ConsoleRig rig;
+    rig.Load();
+    rig.race().RaceNumber = static_cast<std::int16_t>(c.race);
+    rig.judge().ShowCurrentRace();
+    FlyHeat(rig);
+    const std::string there = std::string("[Current]\nTitle=Cup\nHeatsPerRound=4\n") + c.there;
+    Write(rig.file, there);
+    rig.Click("frmJudge.cmdSave");
+    const std::string file = ReadAll(rig.file);
+    EXPECT_NE(file.find(c.there), std::string::npos);
+    EXPECT_EQ(rig.Value(c.saved, "CurrentRace"), c.place);
+    EXPECT_EQ(rig.Value(std::string(c.saved) + "_Lane1", "NumEvents"), "10");
+    EXPECT_EQ(rig.judge().lblNotice.Caption(), "Race " + std::to_string(c.race) +
+                                                   " is in the project already: saved as " +
+                                                   std::string(c.saved).substr(4));
+  }
+}
+
 TEST(Project, AReflyHasItsOwnCommentsAndIsOnUntilItIsSaved) {
   ConsoleRig rig;
   rig.Load();
