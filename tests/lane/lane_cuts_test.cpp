@@ -36,6 +36,7 @@ TEST(Cuts, ALaneFollowsWhatEachJudgeReports) {
 TEST(Cuts, TheCaptionsShowTheCutsBeforeTheFinish) {
   for (const auto& [script, shown] : {std::pair("C0", "Cuts(1)||FF0000"),
                                       {"C0 C1+100", "Cuts(2)|DBL CUT|FF0000"},
+                                      {"C0 C1+100 C2+100", "Cuts(3)|DBL CUT|FF0000"},
                                       {"C0 C1 W1 W0", "Cut||windowText"},
                                       {"10L C0", "Cut||buttonText"}}) {
     const LaneRig rig(script);
@@ -123,7 +124,11 @@ TEST(Marks, StandInTheColumnOfTheirLap) {
             "lblLap(10) T  105.00|T TM 105.00; lblLap(10) C ST 112.00|C ST 112.00; ");
   EXPECT_EQ(rig.lane.lblCut[3].BackColor(), kWhite);
   EXPECT_EQ(rig.lane.lblCut[4].BackColor(), kButtonFace);
-  EXPECT_EQ(LaneRig("11L T").lane.lblCut[0].BackColor(), kButtonFace);
+  const LaneRig late("T L T L T L T L T L T L T L T L T L T L T L T");
+  const ControlArray& strip = late.lane.lblCut;
+  EXPECT_EQ(strip[10].Anchor()->Name() + " " + strip[10].BackColor().Name(), "lblLap(10) FFFFFF");
+  EXPECT_EQ(strip[11].Anchor()->Name() + " " + strip[11].BackColor().Name(), "lblLap(10) buttonFace");
+  EXPECT_FALSE(strip[11].Visible()) << "one more turn than there are columns";
 }
 
 TEST(Marks, ThePopUpFollowsThePointer) {

@@ -24,6 +24,7 @@ TEST(Finish, TheLogMakesTheResultAndItComesBackFromTheFile) {
                       {"9L P L", false, "10 11 1 1", kNone, "DNF", 10, "DNF"},
                       {"10L P", false, "10 10 1 0", 70000, "1:10.00", 9, "70.00"},
                       {"D0 10L", false, "10 11 2 2", kNone, "Dbl Cut", 10, "DBL"},
+                      {"P P P 11L", false, "11 11 3 3", 98000, "Dbl Cut", -1, ""},
                       {"P 9L P 2L", false, "11 11 2 2", 91000, "Dbl Cut", -1, ""},
                       {"9L P L", true, "10 10 1 1", 77000, "1:17.00", 9, "77.00"},
                       {"P 10L P", true, "10 10 2 1", 77000, "1:17.00", 9, "77.00"},

@@ -73,6 +73,7 @@ TEST(Laps, ANoviceIsCreditedWithTheFirstLap) {
   rig.race.RaceActive = false;
   rig.lane.chkNovice.SetValue(0);
   EXPECT_EQ(heads(), " 1 2 3 4 5 6 7 8 9 10 11");
+  EXPECT_EQ(rig.lane.chkNovice.ForeColor(), kBlack);
 }
 
 TEST(Laps, AStationsLapCountsOnceAndIsLitWhileLockedOut) {
@@ -94,8 +95,12 @@ TEST(Laps, AStationsLapCountsOnceAndIsLitWhileLockedOut) {
   EXPECT_TRUE(rig.lane.CanDoLap(3));
   rig.Play("T");
   EXPECT_EQ(rig.Info(), Info(2, 10));
-  rig.At(40501);
-  EXPECT_FALSE(rig.lane.CanDoLap(3)) << "finished";
+  rig.Play("L");
+  rig.At(28000);
+  rig.lane.DoLap(28000, 1000);
+  EXPECT_EQ(rig.Info(), Info(4, 125)) << "another lock-out has its own end";
+  rig.At(58001);
+  EXPECT_FALSE(rig.lane.CanDoLap(5)) << "finished";
 }
 
 TEST(Laps, ALaneFinishesByLapsByCutsAndBySilence) {
