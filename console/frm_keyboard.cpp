@@ -21,9 +21,10 @@ frmKeyboard::frmKeyboard(Forms& forms)
       lblNotes(AddCaptioned(
           ControlKind::Label, "lblNotes",
           "F1 starts the race while it waits for its start.\r"
-          "7, 8, 9 and 0 judge cuts unless you are typing; the function keys always act.\r"
+          "After the finish no key enters anything until the race is saved.\r"
+          "7, 8, 9 and 0 judge cuts unless you are typing (Esc ends that); the function keys always act.\r"
           "Alt with the underlined letter of a button or menu presses it. Tab goes from one to the next.\r"
-          "Print preview: Left, Right, Up, Down, Page Up and Page Down scroll the page.")),
+          "In the print preview the arrows, Page Up and Page Down scroll.")),
       cmdClose(AddCaptioned(ControlKind::Button, "cmdClose", "Close")) {
   SetCaption("Keyboard");
   for (int lane = 1; lane <= 4; ++lane) lblLane[lane].SetCaption("Lane " + std::to_string(lane));

@@ -130,7 +130,8 @@ class LineEditView : public ViewOn<LineEdit> {
   LineEditView(Control& control, const Place& place, Door& door, QWidget* parent)
       : ViewOn(control, place, door, new LineEdit(parent, control, Has(place.look, Look::Numeric))) {
     widget_->setAlignment(Has(place.look, Look::Left) ? Qt::AlignLeft : Qt::AlignHCenter);
-    const auto finished = [this] {
+    const auto finished = [this, late = Has(place.look, Look::Late)] {
+      if (late && widget_->text().trimmed().isEmpty()) return Show(Property::Text);  // no number was typed
       if (widget_->text() != ToQString(Of().Text())) Act(EventKind::Type, widget_->text().toStdString());
     };
     widget_->onEscape = [this] { Leave(); };

@@ -1,6 +1,7 @@
 #include "ui/key_router.h"
 
 #include <QApplication>
+#include <QDialog>
 #include <QKeyEvent>
 #include <QPlainTextEdit>
 #include <array>
@@ -92,7 +93,9 @@ bool KeyRouter::eventFilter(QObject*, QEvent* event) {
   const bool repeat = IsRepeat(press);
   if (repeat && PressesButton(press.key())) return true;
   if (door_.DialogOpen() || QApplication::activeModalWidget() != nullptr) return false;
-  const std::string key = ConsoleKey(press, IsTextField(QApplication::focusWidget()));
+  const bool typing = IsTextField(QApplication::focusWidget()) ||
+                      qobject_cast<QDialog*>(QApplication::activeWindow()) != nullptr;  // a list of files
+  const std::string key = ConsoleKey(press, typing);
   if (key.empty()) return false;
   if (!repeat) {
     FinishTyping();

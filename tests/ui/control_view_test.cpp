@@ -120,6 +120,12 @@ TEST_F(ControlViewTest, NumberCountsWhenItIsFinished) {
   EXPECT_EQ(seen, "12,");
 
   edit->setFocus();
+  edit->clear();
+  Press(edit, Qt::Key_Return, QStringLiteral("\r"));
+  EXPECT_EQ(edit->text(), QStringLiteral("12"));
+  EXPECT_EQ(seen, "12,");
+
+  edit->setFocus();
   edit->selectAll();
   TypeText(edit, QStringLiteral("7"));
   Shown<QPushButton>("cmd")->setFocus();

@@ -7,14 +7,30 @@
 #include <QTest>
 
 #include "tests/ui/program_fixture.h"
+#include "ui/qt_printer.h"
+#include "ui/results_window.h"
+#include "ui/scoreboard.h"
+#include "ui/small_windows.h"
 
 namespace quorvane {
 namespace {
+
+// The console's keys that were entered.
+class KeyLog : public Journal {
+ public:
+  void Entered(std::int64_t, const Event& event) override {
+    if (event.kind == EventKind::Key) keys += event.text + " ";
+  }
+  void Answered(std::int64_t, const DialogBox&, const DialogAnswer&) override {}
+  void Sent(std::int64_t, const std::vector<std::uint8_t>&) override {}
+  std::string keys;
+};
 
 class InputTest : public ProgramTest {
  protected:
   void SetUp() override {
     Load();
+    program.door().SetJournal(&log);
     windows.Console().activateWindow();
     Settle();
   }
@@ -32,7 +48,26 @@ class InputTest : public ProgramTest {
   void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
     QTest::keyClick(windows.Console().windowHandle(), key, modifiers);
   }
+  // A key held down: the display server sends a release and a press at the same time for every repeat.
+  void Hold(int key, bool marked) {
+    quint64 ms = 1000;
+    const auto send = [&](QEvent::Type type, bool repeat) {
+      QKeyEvent event(type, key, {}, 99, 0, 0, {}, repeat);
+      event.setTimestamp(ms);
+      QCoreApplication::sendEvent(windows.Console().windowHandle(), &event);
+    };
+    send(QEvent::KeyPress, false);
+    for (int i = 0; i < 3; ++i) {
+      ms += 30;
+      send(QEvent::KeyRelease, marked);
+      send(QEvent::KeyPress, marked);
+    }
+    ms += 30;
+    send(QEvent::KeyRelease, false);
+  }
   frmJudge& judge() { return program.judge(); }
+
+  KeyLog log;
 };
 
 TEST_F(InputTest, CommentsAndLapBoxesAreTypedWholeAfterTheFirstLetterReplacedTheOldText) {
@@ -78,6 +113,57 @@ TEST_F(InputTest, PastingNothingChangesNothing) {
   QGuiApplication::clipboard()->setText("y");
   Key(Qt::Key_V, Qt::ControlModifier);
   EXPECT_EQ(judge().txtComments.Text(), "windy");
+}
+
+TEST_F(InputTest, EscapeAndAClickOnAnEmptyPlaceLeaveATextBox) {
+  Click(judge().txtComments);
+  Keys("7");
+  Key(Qt::Key_Escape);
+  Keys("8");
+  Click(program.lane(0).txtLapTen);
+  Key(Qt::Key_Escape);
+  Keys("9");
+  Click(judge().txtComments);
+  ClickAt(*Shown(program.lane(2).lblHdr[5]));
+  Keys("0");
+  EXPECT_EQ(judge().txtComments.Text(), "7");
+  EXPECT_EQ(log.keys, "8 9 0 ");
+}
+
+TEST_F(InputTest, HeldKeyCountsOnce) {
+  for (const bool marked : {true, false}) {
+    log.keys.clear();
+    Hold(Qt::Key_F2, marked);
+    Hold(Qt::Key_8, marked);
+    EXPECT_EQ(log.keys, "F2 8 ");
+    for (const int key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter}) {
+      const std::int16_t race = program.race().RaceNumber;
+      Shown(judge().cmdIncHeat)->setFocus();
+      Hold(key, marked);
+      EXPECT_EQ(program.race().RaceNumber, race + 1) << key;
+    }
+  }
+}
+
+TEST_F(InputTest, KeysJudgeFromWhateverWindowIsInFront) {
+  AddSmallWindows(program, windows.All(), windows.Console());
+  ResultsWindow results(program);
+  Scoreboard scoreboard(program, windows, settings);
+  QtHeatPrinter printer(program, platform, &windows.Console());
+  std::string expected;
+  for (const char* menu : {"mnuTimerSettings", "mnuKeyboard", "mnuAbout", "mnuResults", "mnuScoreboard",
+                           "mnuPrintPreview", "lblComm"}) {
+    Enter(EventKind::Click, std::string("frmJudge.") + menu);
+    Settle();
+    QWidget* front = QApplication::activeWindow();
+    ASSERT_NE(front, nullptr);
+    EXPECT_NE(front, &windows.Console()) << menu;
+    QTest::keyClick(front->windowHandle(), Qt::Key_F6);
+    QTest::keyClick(front->windowHandle(), Qt::Key_F10);
+    Keys(*front, "0");
+    expected += "F6 F10 0 ";
+    EXPECT_EQ(log.keys, expected) << menu;
+  }
 }
 
 TEST_F(InputTest, HeatBeingTypedIsTheOneThatIsStarted) {
