@@ -203,6 +203,7 @@ void frmJudge::TellErrors() {
 }
 
 void frmJudge::ShowSaveState() {
+  if (const auto moved = project_.TakeMoved(); !moved.empty()) ShowNotice(Join(moved, ';'));
   const bool saved = project_.Saved();
   lblNotSaved.SetVisible(!saved);
   tmrSaveRetry.SetEnabled(!saved);

@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <fstream>
 #include <string_view>
+#include <utility>
 
 #include "common/text.h"
 
@@ -88,8 +89,18 @@ std::string Project::ReadProfileString(const std::string& section, const std::st
   return ProfileStringFrom(files_, file, section, key, fallback);
 }
 
+std::vector<std::string> Project::TakeMoved() {
+  store_->TakeMoved(moved_);
+  for (const auto& store : unsaved_) store->TakeMoved(moved_);
+  return std::exchange(moved_, {});
+}
+
 bool Project::Retry() {
-  std::erase_if(unsaved_, [](const auto& store) { return store->Retry(); });
+  std::erase_if(unsaved_, [this](const auto& store) {
+    const bool saved = store->Retry();
+    store->TakeMoved(moved_);
+    return saved;
+  });
   store_->Retry();
   return Saved();
 }

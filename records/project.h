@@ -34,6 +34,9 @@ class Project {
   bool Saved() const { return store_->Saved() && unsaved_.empty(); }
   std::string Problem() const { return unsaved_.empty() ? store_->Problem() : unsaved_.front()->Problem(); }
   bool Retry();
+  // Races and reflies that were saved under another number than their own, in words for the operator; each is
+  // told once.
+  std::vector<std::string> TakeMoved();
 
   // Everything written while a Group lives goes to the disk in one replacement of the file, when the last one
   // ends.
@@ -49,6 +52,7 @@ class Project {
   RaceState& race_;
   FileOps& files_;
   std::unique_ptr<ProjectStore> store_;
+  std::vector<std::string> moved_;
   std::vector<std::unique_ptr<ProjectStore>> unsaved_;  // projects left with something not on the disk
 };
 

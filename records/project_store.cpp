@@ -43,6 +43,8 @@ void ProjectStore::Open(const std::string& path) {
   looked_ = false;
   seen_ = {};
   unreadable_.clear();
+  foreign_.clear();
+  title_.clear();
   problem_.clear();
   Refresh();
 }
@@ -90,6 +92,7 @@ void ProjectStore::Refresh() {
   std::error_code error = files_.Look(path_, now);
   if (!error && looked_ && unreadable_.empty() && now == seen_) return;
   looked_ = true;
+  foreign_.clear();
   if (!error && now.kind == FileStamp::Kind::Missing) {
     // A file that has disappeared must be written again even if the next write changes nothing in it.
     if (seen_.kind == FileStamp::Kind::File) differs_ = true;
@@ -105,16 +108,38 @@ void ProjectStore::Refresh() {
     return;
   }
   unreadable_.clear();
-  text_ = ProfileFile(std::move(bytes));
+  ProfileFile file(std::move(bytes));
+  if (!FitKept(file)) return;
+  text_ = std::move(file);
   differs_ = false;
-  for (const Change& change : pending_) {
+  for (const KeptChange& change : pending_) {
     if (text_.Write(change.section, change.key, change.value)) differs_ = true;
   }
 }
 
+// Whether what is kept in memory may go into the file as it is now. It is another one than was seen last.
+bool ProjectStore::FitKept(const ProfileFile& file) {
+  const std::string title = file.Read("Current", "Title").value_or("");
+  const bool renamed = !title.empty() && title == title_;  // here, and not yet in the file
+  if (!pending_.empty() && !renamed && !SameContest(text_, file)) {
+    foreign_ = path_ + " holds another contest, which is left alone";
+    return false;
+  }
+  title_ = title;
+  for (std::string& move : MoveTakenRaces(file, pending_)) moved_.push_back(std::move(move));
+  return true;
+}
+
+void ProjectStore::TakeMoved(std::vector<std::string>& moved) {
+  moved.insert(moved.end(), moved_.begin(), moved_.end());
+  moved_.clear();
+}
+
 void ProjectStore::Commit() {
+  if (!foreign_.empty()) looked_ = false;  // the event's name may have changed
   problem_ = ReplaceOnDisk();
   if (!problem_.empty()) return;
+  title_ = text_.Read("Current", "Title").value_or("");
   differs_ = false;
   pending_.clear();
 }
@@ -125,6 +150,7 @@ std::string ProjectStore::ReplaceOnDisk() {
   for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
     Refresh();
     if (!unreadable_.empty()) return unreadable_;
+    if (!foreign_.empty()) return foreign_;
     if (!differs_) return {};
     const std::string bytes = text_.Serialize();
     std::string target;

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "records/file_ops.h"
+#include "records/kept_changes.h"
 #include "records/profile_file.h"
 
 namespace quorvane {
@@ -20,7 +21,8 @@ namespace quorvane {
 // The disk is written only by replacing the whole file in one step, so the file is complete at any moment.
 // What other programs change meanwhile is read again first, and the own changes are made in their text. A
 // file that disappears is kept as it was last seen and written again whole by the next write. A file that
-// exists but cannot be read is never replaced.
+// exists but cannot be read is never replaced, and what was kept in memory never goes into another contest's
+// file, nor over a race that has come into the file meanwhile: it takes the next free number (TakeMoved).
 class ProjectStore {
  public:
   explicit ProjectStore(FileOps& files = SystemFiles());
@@ -55,27 +57,29 @@ class ProjectStore {
   bool Saved() const { return problem_.empty(); }
   const std::string& Problem() const { return problem_; }
 
+  // Appends what was given another number because its own was taken meanwhile, in words for the operator;
+  // each is told once.
+  void TakeMoved(std::vector<std::string>& moved);
+
   // Tries once more what could not be saved. Returns Saved().
   bool Retry();
 
  private:
-  struct Change {
-    std::string section;
-    std::string key;
-    std::string value;
-  };
-
   void Refresh();
+  bool FitKept(const ProfileFile& file);
   void Commit();
   std::string ReplaceOnDisk();
 
   FileOps& files_;
   std::string path_;
-  ProfileFile text_;             // the file as last seen, with `pending_` in it
-  std::vector<Change> pending_;  // what was written since the disk last had everything
-  bool differs_ = false;         // `text_` differs from the file as last seen
+  ProfileFile text_;                 // the file as last seen, with `pending_` in it
+  std::vector<KeptChange> pending_;  // what was written since the disk last had everything
+  bool differs_ = false;             // `text_` differs from the file as last seen
   FileStamp seen_;
   bool looked_ = false;
+  std::string title_;    // of the contest, as the file has it
+  std::string foreign_;  // why the file that stands there is not this project; empty when it is
+  std::vector<std::string> moved_;
   std::string unreadable_;  // why the file that stands there cannot be read; empty when it can
   std::string problem_;
   int groups_ = 0;

@@ -144,6 +144,44 @@ TEST_F(ProjectStoreTest, AChangeInTheMiddleOfASaveIsTakenIn) {
   EXPECT_EQ(File(), "[a]\nk=3\n");
 }
 
+TEST_F(ProjectStoreTest, WhatWasKeptGoesIntoItsOwnContestOnlyAndOverNoFlight) {
+  store_.Open(path_);
+  files_.failing = "create";
+  const char* const kKept[][3] = {{"Current", "Title", "Cup"},
+                                  {"Current", "HeatsPerRound", "4"},
+                                  {"Current", "NumberReflys", "1"},
+                                  {"Race1", "Timestamp", "50"},
+                                  {"Race1", "CurrentRace", "1 (h=1, r=1)"},
+                                  {"Race1_Lane2", "NumLaps", "10"},
+                                  {"Race1", "ReflyID", "1 (index to"},
+                                  {"Refly1", "Timestamp", "60"},
+                                  {"Refly1", "CurrentRace", "1 (h=1, r=1)"}};
+  for (const auto& [section, key, value] : kKept) store_.Write(section, key, value);
+  files_.failing.clear();
+
+  const std::string other = "[Current]\nTitle=Derby\n[Race1]\nTimestamp=7\n";
+  PutFile(path_, other);
+  EXPECT_FALSE(store_.Retry());
+  EXPECT_NE(store_.Problem().find("another contest"), std::string::npos);
+  EXPECT_EQ(store_.Read("Current", "Title", ""), "Cup");
+  EXPECT_EQ(File(), other);
+
+  const std::string flown =
+      "[Current]\nTitle=Cup\nHeatsPerRound=4\nNumberReflys=7\n"
+      "[Race1]\nTimestamp=7\nCurrentRace=1 (h=1, r=1)\nReflyID=1 (index to\n[Race5]\nTimestamp=8\n"
+      "[Refly1]\nTimestamp=9\n[Race2]\nTimestamp=10\n[Race3]\nTimestamp=11\n[Race4]\nTimestamp=12\n";
+  PutFile(path_, flown);
+  EXPECT_TRUE(store_.Retry());
+  EXPECT_EQ(File(), flown +
+                        "[Race6]\nTimestamp=50\nCurrentRace=6 (h=2, r=2)\n"
+                        "ReflyID=2 (index to\n[Race6_Lane2]\nNumLaps=10\n"
+                        "[Refly2]\nTimestamp=60\nCurrentRace=6 (h=2, r=2)\n");
+  std::vector<std::string> moved;
+  store_.TakeMoved(moved);
+  EXPECT_EQ(moved, (std::vector<std::string>{"Race 1 is in the project already: saved as 6",
+                                             "Refly 1 is in the project already: saved as 2"}));
+}
+
 // Folders, devices and files without permission are met by the whole console's tests.
 TEST_F(ProjectStoreTest, WhatCannotBeReadIsEmptyAndNeverReplaced) {
   const std::pair<mode_t, std::function<void()>> kThings[] = {
