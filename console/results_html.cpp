@@ -19,20 +19,21 @@ h2{font-size:1.15rem;margin:2rem 0 .3rem}
 h2 small{font-weight:normal;color:#444;white-space:nowrap}
 p{margin:.3rem 0}
 table{border-collapse:collapse;width:100%;font-variant-numeric:tabular-nums}
-th,td{border:1px solid #bbb;padding:.2rem .4rem;text-align:right;vertical-align:top;overflow-wrap:anywhere}
+th,td{border:1px solid #bbb;padding:.2rem .4rem;text-align:right;vertical-align:top}
+.lanes td{white-space:nowrap}
 th{background:#eee}
-tr>:first-child{text-align:left;overflow-wrap:normal;width:6.5em}
-td small{display:block;color:#555}
+tr>:first-child{text-align:left;white-space:normal;width:6.5em}
+td small{display:block;color:#555;white-space:nowrap}
 .lanes{table-layout:fixed}
-.place td{font-weight:bold;font-size:1.1rem}
+.lanes .place td{white-space:normal;overflow-wrap:break-word;font-weight:bold;font-size:1.1rem}
 .finish{background:#d8f0d8;font-weight:bold}
 .repeated{color:#666}
 .repeated h2 b{font-weight:bold;text-decoration:underline}
 .mark{display:inline-block;width:.8em;height:.8em;border:1px solid #555;margin-right:.3em}
 footer{margin-top:2rem;color:#555;font-size:.85rem}
-@media(max-width:30rem){body{padding:.5rem;font-size:14px}.place td{font-size:1em}th,td{padding:.15rem .25rem}tr>:first-child{width:4em}}
+@media(max-width:30rem){body{padding:.5rem;font-size:14px}.lanes .place td{font-size:1em}th,td{padding:.15rem .25rem}tr>:first-child{width:4.4em}}
 @media print{body{max-width:none;padding:0;font-size:9.5pt}section{break-inside:avoid}
-h2{margin-top:1.2em}th,td{padding:.05rem .35rem}td small{display:inline;margin-left:.8em}
+h2{margin-top:1.2em}th,td{padding:.05rem .35rem}.lanes td{white-space:normal}td small{display:inline-block;margin-left:.8em}
 th,.finish{print-color-adjust:exact;-webkit-print-color-adjust:exact}@page{margin:12mm}}
 )";
 
