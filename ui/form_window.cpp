@@ -2,7 +2,6 @@
 
 #include <QApplication>
 #include <QCloseEvent>
-#include <QScreen>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -22,7 +21,7 @@ FormWindow::FormWindow(Form& form, FormDesign design, Door& door, QSize minimum,
   } else {
     layout->setMenuBar(menu_);
   }
-  setMinimumSize(minimum);
+  place_ = new WindowPlace(*this, door.System().Settings(), form.Name(), minimum);
 }
 
 void FormWindow::Follow() {
@@ -31,6 +30,7 @@ void FormWindow::Follow() {
   if (Of().Visible() == isVisible()) return;
   if (!Of().Visible()) return hide();
   if (!placed_) ShowFirst();
+  view_->FocusFirst();
   show();
   Activate();
 }
@@ -45,9 +45,7 @@ void FormWindow::Activate() {
 void FormWindow::ShowFirst() {
   placed_ = true;
   const int menuHeight = menu_ == nullptr ? 0 : menu_->sizeHint().height();
-  const QSize designed(view_->DesignWidth(), view_->Design().height + menuHeight);
-  const QSize room = screen() == nullptr ? designed : screen()->availableSize();
-  resize(designed.boundedTo(room).expandedTo(minimumSize()));
+  remembered_ = place_->Restore({view_->DesignWidth(), view_->Design().height + menuHeight});
 }
 
 void FormWindow::BringForward() {
@@ -59,7 +57,9 @@ void FormWindow::BringForward() {
 void FormWindow::SetDesignWidth(int width) {
   const double scale = static_cast<double>(view_->height()) / std::max(1, view_->Design().height);
   view_->SetDesignWidth(width);
-  if (placed_) resize(static_cast<int>(width * scale), height());
+  if (!placed_) return;
+  resize(static_cast<int>(width * scale), height());
+  place_->KeepOnScreen();
 }
 
 // The menu bar grows with the window, but stays legible in a small one.

@@ -4,6 +4,7 @@
 
 #include "ui/form_view.h"
 #include "ui/menu_view.h"
+#include "ui/window_place.h"
 
 namespace quorvane {
 
@@ -23,6 +24,10 @@ class FormWindow : public QWidget {
   void BringForward();
   // The form is now designed that wide, at the same scale; the window follows.
   void SetDesignWidth(int width);
+  // Whether it opens where the operator has left it, and not where the program would put it.
+  bool Remembered() const { return remembered_; }
+  // After the program has moved it.
+  void KeepOnScreen() { place_->KeepOnScreen(); }
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -35,7 +40,9 @@ class FormWindow : public QWidget {
   Door& door_;
   FormView* view_;
   MenuView* menu_;
+  WindowPlace* place_;
   bool placed_ = false;
+  bool remembered_ = false;
 };
 
 }  // namespace quorvane

@@ -48,7 +48,7 @@ int Run(const CommandLine& line) {
   quorvane::AddSmallWindows(program, windows.All(), windows.Console());
   quorvane::QtHeatPrinter printer(program, platform, &windows.Console());
   serial.SetDoor(&program.door());
-  const quorvane::ResultsWindow results(program);
+  const quorvane::ResultsWindow results(program, windows);
   const quorvane::Scoreboard scoreboard(program, windows, settings);
   quorvane::SessionRecording recording(program, windows);
   serial.SetOpened([&recording](int port, int number, const std::string& description) {

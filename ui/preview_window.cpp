@@ -2,7 +2,6 @@
 
 #include <QCloseEvent>
 #include <QCoreApplication>
-#include <QScreen>
 #include <QVBoxLayout>
 #include <QWheelEvent>
 #include <cmath>
@@ -69,7 +68,8 @@ PreviewForm::PreviewForm(Platform& platform)
       across_(Qt::Horizontal, this),
       down_(Qt::Vertical, this) {
   setFocusPolicy(Qt::StrongFocus);
-  setMinimumSize(3 * kScrollBarThickness, 3 * kScrollBarThickness + menu_.sizeHint().height());
+  const QSize least(3 * kScrollBarThickness, 3 * kScrollBarThickness + menu_.sizeHint().height());
+  place_ = new WindowPlace(*this, door_.System().Settings(), preview_.Name(), least);
   auto* layout = new QVBoxLayout(this);
   layout->setMenuBar(&menu_);
   viewport_.setAutoFillBackground(true);
@@ -92,8 +92,7 @@ void PreviewForm::Open(const RaceRecord& race, const Imprint& imprint, Paper pap
   paper_ = paper;
   if (!placed_) {
     placed_ = true;
-    const QSize room = screen() == nullptr ? kFirstSize : screen()->availableSize() - QSize(40, 60);
-    resize(kFirstSize.boundedTo(room));
+    place_->Restore(kFirstSize);
   }
   TellInnerSize();
   door_.Post([this] { preview_.Open(); });

@@ -11,6 +11,7 @@
 #include "ui/menu_view.h"
 #include "ui/paper.h"
 #include "ui/qt_surface.h"
+#include "ui/window_place.h"
 
 namespace quorvane {
 
@@ -63,6 +64,7 @@ class PreviewForm : public QWidget, private PreviewWindow {
   Page* page_;
   QScrollBar across_;
   QScrollBar down_;
+  WindowPlace* place_;
   bool placed_ = false;
 };
 

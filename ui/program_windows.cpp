@@ -56,14 +56,20 @@ void ProgramWindows::Follow() {
 // clock and the race buttons stay in sight.
 void ProgramWindows::PlaceWindows() {
   placed_ = true;
-  if (console_->screen() == nullptr) return;
+  if (console_->Remembered() || console_->screen() == nullptr) return;
   const QRect screen = console_->screen()->availableGeometry();
   const int spare = screen.width() - console_->width() - link_->width() - 3 * kGap;
   const int left = screen.left() + std::max(0, spare / 2);
   const int top = screen.top() + std::max(0, (screen.height() - console_->height()) / 3);
   console_->move(left, top);
   const int beside = std::min(left + console_->width() + kGap, screen.right() - link_->width() - kGap);
-  link_->move(std::max(screen.left(), beside), top);
+  if (!link_->Remembered()) link_->move(std::max(screen.left(), beside), top);
+  for (FormWindow* window : {console_, link_}) window->KeepOnScreen();
+}
+
+QRect ProgramWindows::ClockOnScreen() const {
+  const QWidget* clock = console_->View().FindWidget("lblStatus");
+  return {clock->mapToGlobal(QPoint(0, 0)), clock->size()};
 }
 
 }  // namespace quorvane

@@ -13,7 +13,7 @@
 
 namespace quorvane {
 
-inline constexpr QSize kLeastConsole{1024, 700};
+inline constexpr QSize kLeastConsole{940, 600};  // leaves room for a frame and a task bar on a small screen
 
 // The windows of the whole program: the console with its four lane panels, and the station link. Keeps them
 // up to date and the program's timers going for as long as it lives.
@@ -23,6 +23,7 @@ class ProgramWindows {
   ~ProgramWindows();
 
   FormWindow& Console() { return *console_; }
+  QRect ClockOnScreen() const;
   FormWindow& Link() { return *link_; }
   FormView& Lane(int index) { return *lanes_[static_cast<std::size_t>(index)]; }  // 0..3
   Windows& All() { return windows_; }

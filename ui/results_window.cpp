@@ -9,7 +9,7 @@
 #include <QLabel>
 #include <QPointer>
 #include <QPushButton>
-#include <QScreen>
+#include <QScrollBar>
 #include <QShortcut>
 #include <QTableView>
 #include <QThreadPool>
@@ -103,10 +103,14 @@ void ResultsModel::sort(int column, Qt::SortOrder order) {
   endResetModel();
 }
 
-ResultsWindow::ResultsWindow(Program& program)
-    : program_(program), summary_(new QLabel(this)), told_(new QLabel(this)), view_(new QTableView(this)) {
+ResultsWindow::ResultsWindow(Program& program, const ProgramWindows& windows)
+    : program_(program),
+      windows_(windows),
+      place_(new WindowPlace(*this, program.door().System().Settings(), "Results", kLeastResultsSize)),
+      summary_(new QLabel(this)),
+      told_(new QLabel(this)),
+      view_(new QTableView(this)) {
   setWindowTitle(QStringLiteral("Results"));
-  setMinimumSize(kLeastResultsSize);
   summary_->setFont(FontOfPixels(kTextPixels, true));
   summary_->setTextFormat(Qt::PlainText);
   summary_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
@@ -157,9 +161,10 @@ QWidget* ResultsWindow::NewButtons() {
 
 void ResultsWindow::Open() {
   if (!isVisible()) {
-    const QSize room = screen() == nullptr ? kResultsSize : screen()->availableSize();
-    if (size().width() < kResultsSize.width())
-      resize(kResultsSize.boundedTo(room).expandedTo(kLeastResultsSize));
+    if (!std::exchange(placed_, true)) {
+      toPlace_ = !place_->Restore(kResultsSize);
+      if (toPlace_) place_->PutClearOf(windows_.ClockOnScreen(), kResultsSize);
+    }
     told_->clear();
   }
   look_.start();
@@ -222,7 +227,16 @@ void ResultsWindow::Take(const Content& content) {
 void ResultsWindow::FitColumns() {
   view_->resizeColumnsToContents();
   view_->resizeRowsToContents();
-  for (int i = 0; i < model_.columnCount(); ++i) view_->setColumnWidth(i, view_->columnWidth(i) + kColumnGap);
+  int columns = 0;
+  for (int i = 0; i < model_.columnCount(); ++i) {
+    view_->setColumnWidth(i, view_->columnWidth(i) + kColumnGap);
+    columns += view_->columnWidth(i);
+  }
+  if (!std::exchange(toPlace_, false)) return;
+  const QMargins margins = layout()->contentsMargins();
+  const int around = view_->verticalScrollBar()->sizeHint().width() + 2 * view_->frameWidth();
+  const int wide = columns + around + margins.left() + margins.right();
+  place_->PutClearOf(windows_.ClockOnScreen(), {wide, kResultsSize.height()});
 }
 
 // The rows that are selected, or all, in the order in which they are shown.

@@ -9,6 +9,7 @@
 
 #include "console/program.h"
 #include "console/results_table.h"
+#include "ui/program_windows.h"
 
 class QLabel;
 class QPushButton;
@@ -42,7 +43,7 @@ class ResultsModel : public QAbstractTableModel {
 // never waits for it.
 class ResultsWindow : public QWidget {
  public:
-  explicit ResultsWindow(Program& program);
+  ResultsWindow(Program& program, const ProgramWindows& windows);
   ~ResultsWindow() override;
 
   // Brings it up to date and to the operator.
@@ -70,6 +71,8 @@ class ResultsWindow : public QWidget {
   void SaveAs();
 
   Program& program_;
+  const ProgramWindows& windows_;
+  WindowPlace* place_;
   ResultsModel model_;
   ContestRecord contest_;
   QLabel* summary_;
@@ -78,6 +81,8 @@ class ResultsWindow : public QWidget {
   QTimer look_;
   std::string file_;  // that is shown, or being read
   FileStamp stamp_;
+  bool placed_ = false;
+  bool toPlace_ = false;  // once the columns are there: as wide as they are
   bool reading_ = false;
   bool again_ = false;
 };

@@ -31,7 +31,7 @@ class ContestWindowsTest : public ProgramTest {
 };
 
 TEST_F(ContestWindowsTest, ResultsFollowEachSaveAndGoOutAsTheyAreShown) {
-  ResultsWindow results(program);
+  ResultsWindow results(program, windows);
   Load();
   Click("frmJudge.mnuResults");
   EXPECT_TRUE(results.isVisible());
