@@ -27,6 +27,7 @@ constexpr const char* kSettings = "Scoreboard";  // in the settings store
 const QColor kFace(0xEE, 0xEE, 0xEE);
 
 // Shares of the picture's height and width.
+constexpr int kMarginShare = 60;
 constexpr double kHead = 0.235;
 constexpr double kCaptions = 0.06;
 constexpr std::array kColumns = {0.13, 0.15, 0.14, 0.32, 0.26};
@@ -60,14 +61,17 @@ Score::Lane ReadLane(Program& program, int index) {
   score.name = QString::number(index + 1);
   score.low = ToQColor(lane.lblLow.BackColor());
   score.high = ToQColor(lane.lblHigh.BackColor());
+  // Until it is flown again, the lanes still have the race that the refly repeats.
+  if (program.race().ReflyMode && !program.race().RaceActive) return score;
+  const bool placed = !program.judge().RaceBeingFlown() || lane.lblStatus.Caption() == "DNF";
+  if (placed) score.place = PlaceText(lane.lblStatus.Caption());
+  if (!placed && lane.CutsBeforeFinish() >= 2) score.place = QStringLiteral("DBL CUT");
+  score.bad = lane.CutsBeforeFinish() >= 2 || score.place == QLatin1String("DNF") ||
+              (placed && lane.lblStatus.Tag() == "100");
   if (lane.EventCount() == 0) return score;
   score.laps = QString::number(lane.Laps());
   score.cuts = lane.CutCount() == 0 ? QString() : QString::number(lane.CutCount());
   score.time = TimeText(lane);
-  const bool placed = !program.judge().RaceBeingFlown();
-  if (placed) score.place = PlaceText(lane.lblStatus.Caption());
-  if (!placed && lane.CutsBeforeFinish() >= 2) score.place = QStringLiteral("DBL CUT");
-  score.bad = lane.CutsBeforeFinish() >= 2 || (placed && lane.lblStatus.Tag() == "100");
   return score;
 }
 
@@ -84,8 +88,7 @@ Score ReadScore(Program& program) {
   score.heat = QStringLiteral("Round %1  Heat %2").arg(judge.Round()).arg(judge.Heat());
   if (program.race().ReflyMode) score.heat += QStringLiteral("  Refly");
   score.event = ToQString(judge.EventName());
-  if (!score.event.isEmpty()) score.event += QStringLiteral("  ");
-  score.event += ToQString(judge.lblRaceMode.Caption());
+  score.mode = ToQString(judge.lblRaceMode.Caption());
   score.clock = ToQString(judge.lblStatus.Caption());
   score.clockBack = ToQColor(judge.lblStatus.BackColor());
   for (int i = 0; i < 4; ++i) score.lanes[static_cast<std::size_t>(i)] = ReadLane(program, i);
@@ -96,7 +99,8 @@ Score ScoreOf(const RaceRecord& race) {
   Score score;
   score.heat = QStringLiteral("Round %1  Heat %2").arg(race.round).arg(race.heat);
   if (race.refly != 0) score.heat += QStringLiteral("  Refly");
-  score.event = ToQString(race.eventName + (race.eventName.empty() ? "" : "  ") + race.modeName);
+  score.event = ToQString(race.eventName);
+  score.mode = ToQString(race.modeName);
   score.clock = QStringLiteral("Result");
   for (std::size_t i = 0; i < score.lanes.size(); ++i) {
     const LaneRecord& from = race.lanes[i];
@@ -105,12 +109,12 @@ Score ScoreOf(const RaceRecord& race) {
     lane.name = QString::number(from.lane);
     lane.low = ToQColor(from.low);
     lane.high = ToQColor(from.high);
+    lane.place = PlaceText(from.placing);
+    lane.bad = !HasResult(from);
     if (!HasFlown(from)) continue;
     lane.laps = QString::number(from.laps.size());
     if (!from.cuts.empty()) lane.cuts = QString::number(from.cuts.size());
     if (HasResult(from)) lane.time = ToQString(FormatMinutes(FormatSeconds(from.final)));
-    lane.place = PlaceText(from.placing);
-    lane.bad = !HasResult(from);
   }
   return score;
 }
@@ -152,8 +156,10 @@ void ScoreView::AddHead(std::vector<Cell>& cells) const {
   const QRect left(0, 0, width() * 52 / 100, head);
   const int upper = head * 60 / 100;
   cells.push_back({.rect = {left.x(), 0, left.width(), upper}, .text = score_.heat, .part = 0.62});
-  cells.push_back(
-      {.rect = {left.x(), upper, left.width(), head - upper}, .text = score_.event, .part = 0.62});
+  cells.push_back({.rect = {left.x(), upper, left.width(), head - upper},
+                   .text = score_.event.isEmpty() ? QString() : score_.event + QStringLiteral("  "),
+                   .part = 0.62,
+                   .tail = score_.mode});
   cells.push_back({.rect = {left.right() + 1, 0, width() - left.width(), head},
                    .text = score_.clock,
                    .back = score_.clockBack,
@@ -167,7 +173,8 @@ void ScoreView::AddHead(std::vector<Cell>& cells) const {
                      .text = QString::fromLatin1(kColumnNames[i]),
                      .back = kFace,
                      .part = 0.8,
-                     .align = kAligned[i]});
+                     .align = kAligned[i],
+                     .margin = width() / kMarginShare});
     from += kColumns[i];
   }
 }
@@ -176,7 +183,10 @@ void ScoreView::AddLane(std::vector<Cell>& cells, const Score::Lane& lane, const
   const std::array texts = {lane.name, lane.laps, lane.cuts, lane.time, lane.place};
   double from = 0;
   for (std::size_t i = 0; i < texts.size(); ++i) {
-    Cell cell{.rect = Part(row, from, from + kColumns[i]), .text = texts[i], .align = kAligned[i]};
+    Cell cell{.rect = Part(row, from, from + kColumns[i]),
+              .text = texts[i],
+              .align = kAligned[i],
+              .margin = width() / kMarginShare};
     if (i == 0) {
       cell.back = lane.low;
       cell.second = lane.high;
@@ -194,13 +204,18 @@ void ScoreView::Paint(QPainter& painter, const Cell& cell) {
     painter.fillRect(QRect(cell.rect.topLeft(), QSize(cell.rect.width(), cell.rect.height() / 2)),
                      cell.second);
   }
-  if (cell.text.isEmpty()) return;
-  const int margin = std::max(4, cell.rect.height() / 12);
+  if (cell.text.isEmpty() && cell.tail.isEmpty()) return;
+  const int margin = std::max(cell.margin, cell.tail.isEmpty() ? 4 : cell.rect.height() / 12);
   const QRect inner = cell.rect.adjusted(margin, 0, -margin, 0);
-  const QFont font = FitFont(FontOfPixels(cell.rect.height() * cell.part, true), cell.text, inner.width(), 8);
+  const QFont full = FontOfPixels(cell.rect.height() * cell.part, true);
+  const int least = std::max(8, full.pixelSize() * 2 / 3);
+  const QFont font = FitFont(full, cell.text + cell.tail, inner.width(), cell.tail.isEmpty() ? 8 : least);
   painter.setFont(font);
   painter.setPen(cell.fore);
-  painter.drawText(inner, Qt::AlignVCenter | Qt::TextSingleLine | cell.align, cell.text);
+  const QFontMetrics metrics(font);
+  const int room = inner.width() - metrics.horizontalAdvance(cell.tail);
+  const QString shown = cell.tail.isEmpty() ? cell.text : metrics.elidedText(cell.text, Qt::ElideRight, room);
+  painter.drawText(inner, Qt::AlignVCenter | Qt::TextSingleLine | cell.align, shown + cell.tail);
 }
 
 void ScoreView::paintEvent(QPaintEvent* event) {
@@ -216,11 +231,15 @@ void ScoreView::paintEvent(QPaintEvent* event) {
 }
 
 Scoreboard::Scoreboard(Program& program, ProgramWindows& windows, SettingsStore& settings)
-    : program_(program), windows_(windows), settings_(settings), view_(new ScoreView(this)), bar_(NewBar()) {
+    : program_(program),
+      windows_(windows),
+      settings_(settings),
+      place_(new WindowPlace(*this, settings, "Scoreboard", kLeastScoreboardSize)),
+      view_(new ScoreView(this)),
+      bar_(NewBar()) {
   setWindowTitle(QStringLiteral("Scoreboard"));
   // The operator's keys belong to the console.
   setAttribute(Qt::WA_ShowWithoutActivating);
-  setMinimumSize(kLeastScoreboardSize);
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->setSpacing(0);
@@ -291,9 +310,11 @@ void Scoreboard::Open() {
   if (isVisible()) return raise();
   QScreen* screen = ScreenToOpenOn();
   if (screen == nullptr) return;
-  resize(kScoreboardSize.boundedTo(screen->availableSize()).expandedTo(kLeastScoreboardSize));
+  const bool remembered = place_->Restore(kScoreboardSize);
   Follow();
-  MoveToScreen(static_cast<int>(QGuiApplication::screens().indexOf(screen)));
+  const int index = static_cast<int>(QGuiApplication::screens().indexOf(screen));
+  screens_->setCurrentIndex(index);
+  if (!remembered || this->screen() != screen) MoveToScreen(index);
   SetFullScreen(screen != windows_.Console().screen());
 }
 

@@ -10,6 +10,7 @@
 #include "common/platform.h"
 #include "console/race_records.h"
 #include "ui/program_windows.h"
+#include "ui/window_place.h"
 
 class QComboBox;
 class QScreen;
@@ -27,8 +28,8 @@ struct Score {
 
     bool operator==(const Lane&) const = default;
   };
-  QString heat;   // "Round 2  Heat 3"
-  QString event;  // name and race mode
+  QString heat;  // "Round 2  Heat 3"
+  QString event, mode;
   QString clock;
   QColor clockBack = Qt::white;
   std::array<Lane, 4> lanes;
@@ -56,6 +57,8 @@ class ScoreView : public QWidget {
     QColor second = {};  // lower half of a lane's marking
     double part = 0.86;  // of the height that the letters take
     Qt::AlignmentFlag align = Qt::AlignLeft;
+    QString tail = {};  // stands after the text and is never cut
+    int margin = 4;
 
     bool operator==(const Cell&) const = default;
   };
@@ -99,6 +102,7 @@ class Scoreboard : public QWidget {
   Program& program_;
   ProgramWindows& windows_;
   SettingsStore& settings_;
+  WindowPlace* place_;
   ScoreView* view_;
   QComboBox* screens_ = nullptr;
   QWidget* bar_;
