@@ -18,7 +18,6 @@ void CaptionLabel::SetColors(const QColor& back, const QColor& fore, bool painte
   back_ = back;
   fore_ = ReadableOn(back, fore);
   painted_ = painted;
-  setAttribute(Qt::WA_OpaquePaintEvent, painted || Has(look_, Look::Border) || Has(look_, Look::Heavy));
   update();
 }
 
@@ -34,36 +33,81 @@ void CaptionLabel::SetOnClick(std::function<void()> onClick) {
   setCursor(Qt::PointingHandCursor);
 }
 
+void CaptionLabel::SetRow(const QString& widest, int width) {
+  if (widest == rowText_ && width == rowWidth_) return;
+  rowText_ = widest;
+  rowWidth_ = width;
+  update();
+}
+
 int CaptionLabel::LineWidth() const {
   if (Has(look_, Look::Heavy) || (Has(look_, Look::Lamp) && painted_)) return 3;
   return Has(look_, Look::Border) ? 1 : 0;
 }
 
+bool CaptionLabel::IsFilled() const {
+  return painted_ || Has(look_, Look::Border) || Has(look_, Look::Heavy);
+}
+
 void CaptionLabel::paintEvent(QPaintEvent*) {
   QPainter painter(this);
-  if (testAttribute(Qt::WA_OpaquePaintEvent)) painter.fillRect(rect(), back_);
+  if (IsFilled()) painter.fillRect(rect(), back_);
   const int line = LineWidth();
   DrawEdges(painter, rect(), line, isEnabled() ? QColor(0x30, 0x30, 0x30) : QColor(0x90, 0x90, 0x90));
   const int gap = line + (Has(look_, Look::Left) ? 2 : 1);
-  PaintText(painter, rect().adjusted(gap, line, -gap, -line));
+  if (text().isEmpty()) return;
+  painter.setPen(fore_);
+  const QRect room = rect().adjusted(gap, line, -gap, -line);
+  if (Has(look_, Look::Top)) return PaintLines(painter, room);
+  if (Has(look_, Look::Words)) return PaintMark(painter, room);
+  PaintText(painter, room);
 }
 
 void CaptionLabel::PaintText(QPainter& painter, const QRect& room) {
-  const QString caption = text();
-  if (caption.isEmpty()) return;
-  painter.setPen(fore_);
-  QFont base = font();
-  if (Has(look_, Look::Lamp)) base.setBold(painted_);
+  QFont fitted = font();
+  if (Has(look_, Look::Lamp)) fitted.setBold(painted_);
+  if (Has(look_, Look::Fixed)) {
+    fitted = FitColumns(fitted, room.height());
+  } else if (rowText_.isEmpty()) {
+    fitted = FitFont(fitted, text(), room.width(), minimumPixels_);
+  } else {
+    fitted = FitFont(fitted, rowText_, rowWidth_ - width() + room.width(), minimumPixels_);
+  }
+  painter.setFont(fitted);
   const int across = Has(look_, Look::Left) ? Qt::AlignLeft : Qt::AlignHCenter;
-  if (Has(look_, Look::Top)) {
-    painter.setFont(base);
-    painter.drawText(room, across | Qt::AlignTop | Qt::TextWordWrap, caption);
+  painter.drawText(room, across | Qt::AlignVCenter, ElideAtWord(text(), fitted, room.width()));
+}
+
+void CaptionLabel::PaintLines(QPainter& painter, const QRect& room) {
+  const int across = Has(look_, Look::Left) ? Qt::AlignLeft : Qt::AlignHCenter;
+  if (!Has(look_, Look::Fixed)) {
+    painter.setFont(FitParagraph(font(), text(), room.size(), minimumPixels_));
+    painter.drawText(room, across | Qt::AlignTop | Qt::TextWordWrap, text());
     return;
   }
-  const bool words = Has(look_, Look::Words);
-  const QFont fitted = words ? base : FitFont(base, caption, room.width(), minimumPixels_);
-  painter.setFont(fitted);
-  painter.drawText(room, across | Qt::AlignVCenter, ElideAtWord(caption, fitted, room.width()));
+  const LineFit fit = FitLines(font(), text(), room.size(), minimumPixels_);
+  painter.setFont(fit.font);
+  double top = room.top();
+  for (const QString& line : text().split(QLatin1Char('\n'))) {
+    painter.drawText(QRectF(room.left(), top, room.width(), fit.pitch),
+                     across | Qt::AlignVCenter | Qt::TextDontClip, line);
+    top += fit.pitch;
+  }
+}
+
+// What does not fit one line goes under it where there is room for two.
+void CaptionLabel::PaintMark(QPainter& painter, const QRect& room) {
+  const QFontMetrics metrics(font());
+  const QString first = ElideAtWord(text(), font(), room.width());
+  painter.setFont(font());
+  if (first == text() || room.height() < 2 * metrics.ascent()) {
+    painter.drawText(room, Qt::AlignCenter, first);
+    return;
+  }
+  const QString second = ElideAtWord(text().mid(first.size()).trimmed(), font(), room.width());
+  const QRect upper(room.left(), room.top(), room.width(), room.height() / 2);
+  painter.drawText(upper, Qt::AlignCenter | Qt::TextDontClip, first);
+  painter.drawText(upper.translated(0, upper.height()), Qt::AlignCenter | Qt::TextDontClip, second);
 }
 
 void CaptionLabel::mousePressEvent(QMouseEvent* event) {

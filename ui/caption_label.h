@@ -16,6 +16,8 @@ class CaptionLabel : public QLabel {
   void SetColors(const QColor& back, const QColor& fore, bool painted);
   void SetMinimumPixels(int pixels);  // below which the caption is cut rather than made smaller
   void SetOnClick(std::function<void()> onClick);
+  // The letters are as large as this text allows in that width: that of the widest label in a row.
+  void SetRow(const QString& widest, int width);
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -25,7 +27,10 @@ class CaptionLabel : public QLabel {
 
  private:
   int LineWidth() const;
+  bool IsFilled() const;
   void PaintText(QPainter& painter, const QRect& room);
+  void PaintLines(QPainter& painter, const QRect& room);
+  void PaintMark(QPainter& painter, const QRect& room);
 
   const Look look_;
   QColor back_;
@@ -33,6 +38,8 @@ class CaptionLabel : public QLabel {
   bool painted_ = false;
   bool pressed_ = false;
   int minimumPixels_ = 1;
+  QString rowText_;
+  int rowWidth_ = 0;
   std::function<void()> onClick_;
 };
 

@@ -21,7 +21,8 @@ void AddHeatControl(FormDesign& design) {
        {"cmdIncRound", {238, 254, 38, 34}, 16, button, "Next round"},
        {"cboRaceMode", {18, 294, 166, 36}, 13, Look::Bold, "Race mode"},
        {"cmdRefly", {192, 294, 84, 36}, 13, button, "Refly", {}, 'l'},
-       {"lblRaceMode", {18, 336, 258, 32}, 15, Look::Bold | Look::Border | Look::White, "Race mode now"}});
+       {"lblRaceMode", {18, 336, 148, 32}, 15, Look::Bold | Look::Border | Look::White, "Race mode now"},
+       {"lblController", {170, 336, 106, 32}, 11, Look::Bold | Look::Border, "Mode"}});
   design.texts.push_back({"H&eat", {20, 215, 60, 34}, 13, Look::Left, "txtHeat"});
   design.texts.push_back({"Ro&und", {20, 254, 60, 34}, 13, Look::Left, "txtRound"});
 }
@@ -32,8 +33,7 @@ void AddRaceButtons(FormDesign& design) {
   const int right = kLeft + kColumn - half;
   design.places.insert(
       design.places.end(),
-      {{"chkSixtySecondCount", {kLeft + 4, 379, 168, 26}, 13, Look::Left, "60 Second Count", {}, '6'},
-       {"lblController", {kLeft + 174, 379, 98, 26}, 10.5, Look::Bold | Look::Border, "Mode"},
+      {{"chkSixtySecondCount", {kLeft + 4, 379, kColumn - 4, 26}, 13, Look::Left, "60 Second Count", {}, '6'},
        {"chkAudio", {kLeft + 4, 406, kColumn - 4, 26}, 13, Look::Left, "Audio Countdown", {}, 'A'},
        {"cmdStart", {kLeft, 437, kColumn, 60}, 22, button, "Start", "F1", 't'},
        {"cmdReset", {kLeft, 503, half, 40}, 15, button, "Reset", {}, 'R'},

@@ -62,6 +62,8 @@ class ButtonView : public ViewOn<CaptionButton> {
 
 class LabelView : public ViewOn<CaptionLabel> {
  public:
+  void SetRow(const QString& widest, int width) override { widget_->SetRow(widest, width); }
+
   LabelView(Control& control, const Place& place, Door& door, QWidget* parent)
       : ViewOn(control, place, door, new CaptionLabel(parent, place.look)) {
     if (control.onClick) widget_->SetOnClick([this] { Act(EventKind::Click); });

@@ -35,6 +35,8 @@ class ControlView {
 
   // The font in pixels at the present size, and the least that text may shrink to.
   virtual void SetFontPixels(double pixels, double leastPixels);
+  // The widest caption in the row of this control, and the least width there.
+  virtual void SetRow(const QString& /*widest*/, int /*width*/) {}
 
   // Hands an action on this control to the door and shows its outcome. What is being typed elsewhere counts
   // before a click or a choice.

@@ -26,6 +26,7 @@ enum class Look : unsigned {
   Numeric = 1U << 13,    // a text box that takes a number
   Lines = 1U << 14,      // a text box of several lines
   Late = 1U << 15,       // a text box whose change counts when the operator has finished it
+  Row = 1U << 17,        // letters as large as those of the others in the row
   Focusable = 1U << 16,  // a label that can have the focus though it cannot be clicked
 };
 
@@ -65,6 +66,7 @@ struct StaticText {
   double points = 12;
   Look look = Look::Left;
   std::string buddy = {};
+  std::string unless = {};  // shown only while the control of this name is hidden
 };
 
 // A form as designed. The order of the places is the order of the Tab key.
@@ -74,12 +76,10 @@ struct FormDesign {
   std::vector<Place> places;
   std::vector<StaticText> texts = {};
   std::string home = {};  // the control that has the focus when none of the others can have it
-  // Controls that stack under their anchor find room from stackTop down to stackBottom, or down to
-  // stackBottomFree while the control named here is hidden.
+  // Controls that stack under their anchor find room from stackTop down to stackBottom, or to what is shown
+  // there.
   int stackTop = 0;
   int stackBottom = 0;
-  int stackBottomFree = 0;
-  std::string stackLimit = {};
 
   const Place* Find(const std::string& name) const;
 };

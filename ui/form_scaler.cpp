@@ -16,16 +16,17 @@ QRect FormScaler::Scaled(const clsRect& design) const {
 }
 
 double FormScaler::FontPixels(double designPoints) const {
+  if (fontsOf_ != nullptr) return fontsOf_->FontPixels(designPoints);
   return ScaleFont(designPoints, designWidth_, designHeight_, size_.width(), size_.height()) * 96.0 / 72.0;
 }
 
-std::vector<clsRect> StackCells(int count, const clsRect& room) {
+std::vector<clsRect> StackCells(int count, const clsRect& room, int lines) {
   std::vector<clsRect> cells;
   if (count <= 0) return cells;
   const int mostRows = std::max(1, room.height / kLeastRow);
   const int columns = (count + mostRows - 1) / mostRows;
   const int rows = (count + columns - 1) / columns;
-  const int height = std::min(kRow, room.height / rows);
+  const int height = std::min(lines > 1 ? lines * kLeastRow : kRow, room.height / rows);
   for (int i = 0; i < count; ++i) {
     const int column = i / rows;
     const int left = room.left + room.width * column / columns;

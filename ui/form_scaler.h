@@ -17,6 +17,9 @@ class FormScaler {
 
   void SetDesignWidth(int width) { designWidth_ = width; }
   void SetSize(QSize size) { size_ = size; }
+  // The letters are those of the form in which this one stands, so that panels whose sizes differ by a
+  // rounded pixel look alike. The other scaler lives as long as this one.
+  void TakeFontsOf(const FormScaler& other) { fontsOf_ = &other; }
   int DesignWidth() const { return designWidth_; }
   int DesignHeight() const { return designHeight_; }
 
@@ -27,10 +30,12 @@ class FormScaler {
   int designWidth_;
   int designHeight_;
   QSize size_;
+  const FormScaler* fontsOf_ = nullptr;
 };
 
-// Shares the room among that many marks: one under the other while they fit, then in columns side by side.
-std::vector<clsRect> StackCells(int count, const clsRect& room);
+// Shares the room among that many marks: one under the other while they fit, then in columns side by side. A
+// mark of two lines is twice as high where there is room.
+std::vector<clsRect> StackCells(int count, const clsRect& room, int lines = 1);
 
 // Where a pop-up of that size stands next to the mark: on its right, or on its left where the form ends.
 clsRect BesideMark(const clsRect& mark, int width, int height, int formWidth, int formHeight);

@@ -59,6 +59,7 @@ void FormView::AddControl(Control& control, const QString& spoken) {
   view->Widget()->setObjectName(QString::fromStdString(control.FullName()));
   if (control.Kind() == ControlKind::Frame) view->Widget()->lower();
   byControl_.emplace(&control, view.get());
+  if (Has(place->look, Look::Row)) row_.push_back(view.get());
   Watch(*view);
   views_.push_back(std::move(view));
 }
@@ -92,9 +93,13 @@ QWidget* FormView::FindWidget(const std::string& name) const {
 
 void FormView::Apply() {
   bool moved = false;
+  bool rowChanged = false;
   for (const auto& view : views_) {
-    if (view->IsDirty() && view->Apply()) moved = true;
+    if (!view->IsDirty()) continue;
+    rowChanged = rowChanged || Has(view->Design().look, Look::Row);
+    if (view->Apply() || view->Design().anchoring == Anchoring::Stack) moved = true;
   }
+  if (rowChanged) FitRow();
   if (moved) PlaceAnchored();
 }
 
@@ -102,6 +107,7 @@ void FormView::Embed(FormView& panel, const std::string& name) {
   const Place* place = design_.Find(name);
   if (place == nullptr) return;
   panels_.push_back({&panel, place->rect});
+  panel.scaler_.TakeFontsOf(scaler_);
   panel.setGeometry(scaler_.Scaled(place->rect));
 }
 
@@ -118,6 +124,16 @@ void FormView::FocusHome() {
   } else if (QWidget* widget = focusWidget()) {
     widget->clearFocus();
   }
+}
+
+void FormView::FocusFirst() {
+  for (const auto& view : views_) {
+    const Control& control = view->Of();
+    if (control.Kind() == ControlKind::Option && control.Value() != 0 && control.Visible()) {
+      return view->Widget()->setFocus();
+    }
+  }
+  FocusHome();
 }
 
 std::vector<QWidget*> FormView::TabChain() const {
@@ -146,8 +162,29 @@ void FormView::Arrange() {
     text.label->setFont(
         FontOfPixels(scaler_.FontPixels(text.design.points), Has(text.design.look, Look::Bold)));
   }
+  FitRow();
   PlaceAnchored();
-  for (const Panel& panel : panels_) panel.view->setGeometry(scaler_.Scaled(panel.rect));
+  for (const Panel& panel : panels_) {
+    const QRect rect = scaler_.Scaled(panel.rect);
+    // Its letters may change although its size does not.
+    if (panel.view->geometry() == rect) panel.view->Arrange();
+    panel.view->setGeometry(rect);
+  }
+}
+
+void FormView::FitRow() {
+  QString widest;
+  int most = 0;
+  int width = QWIDGETSIZE_MAX;
+  for (const ControlView* view : row_) {
+    if (!view->Of().Visible()) continue;
+    const QString caption = ToQString(view->Of().Caption());
+    const int advance = QFontMetrics(view->Widget()->font()).horizontalAdvance(caption);
+    if (advance > most) widest = caption;
+    most = std::max(most, advance);
+    width = std::min(width, view->Widget()->width());
+  }
+  for (ControlView* view : row_) view->SetRow(widest, width);
 }
 
 void FormView::ArrangeView(ControlView& view) {
@@ -165,11 +202,26 @@ void FormView::SetScaled(ControlView& view, const clsRect& rect) {
   if (view.Widget()->geometry() != scaled) view.Widget()->setGeometry(scaled);
 }
 
+bool FormView::TextShown(const StaticText& text) const {
+  const Control* control = text.unless.empty() ? nullptr : form_.Find(text.unless);
+  return control == nullptr || !control->Visible();
+}
+
+// Down to the next thing that is shown there.
 clsRect FormView::RoomUnder(const clsRect& anchor) const {
-  const Control* limit = design_.stackLimit.empty() ? nullptr : form_.Find(design_.stackLimit);
-  const bool limited = limit == nullptr || limit->Visible();
-  const int bottom = limited ? design_.stackBottom : design_.stackBottomFree;
-  return {anchor.left, design_.stackTop, anchor.width, bottom - design_.stackTop};
+  clsRect room{anchor.left, design_.stackTop, anchor.width, design_.stackBottom - design_.stackTop};
+  const auto leaveOut = [&room](const clsRect& rect) {
+    const bool under = rect.left < room.left + room.width && room.left < rect.left + rect.width;
+    if (under && rect.top > room.top) room.height = std::min(room.height, rect.top - 2 - room.top);
+  };
+  for (const auto& view : views_) {
+    const bool stands = view->Design().anchoring == Anchoring::None && view->Of().Visible();
+    if (stands) leaveOut(view->Design().rect);
+  }
+  for (const Text& text : texts_) {
+    if (TextShown(text.design)) leaveOut(text.design.rect);
+  }
+  return room;
 }
 
 void FormView::PlaceStacks() {
@@ -182,8 +234,13 @@ void FormView::PlaceStacks() {
   for (const auto& [anchor, marks] : stacks) {
     const ControlView* cell = Find(*anchor);
     if (cell == nullptr) continue;
+    const auto tooWide = [&](const ControlView* mark) {
+      const QFontMetrics metrics(mark->Widget()->font());
+      return metrics.horizontalAdvance(ToQString(mark->Of().Caption())) > cell->Widget()->width() - 4;
+    };
+    const int lines = std::any_of(marks.begin(), marks.end(), tooWide) ? 2 : 1;
     const std::vector<clsRect> cells =
-        StackCells(static_cast<int>(marks.size()), RoomUnder(cell->Design().rect));
+        StackCells(static_cast<int>(marks.size()), RoomUnder(cell->Design().rect), lines);
     for (std::size_t i = 0; i < marks.size(); ++i) {
       anchoredAt_[marks[i]] = cells[i];
       SetScaled(*marks[i], cells[i]);
@@ -192,6 +249,7 @@ void FormView::PlaceStacks() {
 }
 
 void FormView::PlaceAnchored() {
+  for (const Text& text : texts_) text.label->setVisible(TextShown(text.design));
   PlaceStacks();
   for (const auto& view : views_) {
     const Anchoring anchoring = view->Design().anchoring;

@@ -36,6 +36,8 @@ class FormView : public QWidget {
 
   // The focus goes to a place where a key does no harm.
   void FocusHome();
+  // The same for a form that has just been shown, or to its option that is ticked.
+  void FocusFirst();
 
   std::vector<QWidget*> TabChain() const;
   // Controls that the design forgets; they are not shown.
@@ -64,6 +66,8 @@ class FormView : public QWidget {
   void PlaceStacks();
   void SetScaled(ControlView& view, const clsRect& rect);
   clsRect RoomUnder(const clsRect& anchor) const;
+  bool TextShown(const StaticText& text) const;
+  void FitRow();
   ControlView* HoverFrame(ControlView& view) const;
   void TellArrival();
 
@@ -76,6 +80,7 @@ class FormView : public QWidget {
   std::unordered_map<const QObject*, ControlView*> byWidget_;
   std::unordered_map<const ControlView*, clsRect> anchoredAt_;  // in the design
   ControlView* arrived_ = nullptr;                              // has got the focus and has not been told yet
+  std::vector<ControlView*> row_;                               // of Look::Row
   std::vector<Text> texts_;
   std::vector<Panel> panels_;
   std::vector<std::string> unplaced_;

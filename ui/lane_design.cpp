@@ -57,11 +57,14 @@ void AddButtons(FormDesign& design, int lane) {
        {"cmdTurn", {kFirstCell + 344, kButtonTop, 116, 48}, 18, Look::Bold | Look::White},
        {"cmdOrder", {846, 132, 122, 44}, 15, Look::Bold | Look::White, "place"},
        {"lblStatus", {784, 10, 184, 82}, 28, Look::Bold | Look::Heavy | Look::White, "status"},
-       {"txtLapTen", {628, 142, 100, 34}, 14, Look::Bold, "lap 10 result"},
-       {"txtLapEleven", {736, 142, 100, 34}, 14, Look::Bold, "lap 11 result"},
+       {"txtLapTen", {628, 144, 100, 32}, 14, Look::Bold, "lap 10 result"},
+       {"txtLapEleven", {736, 144, 100, 32}, 14, Look::Bold, "lap 11 result"},
        {"chkNovice", {10, 82, 130, 30}, 13, Look::Left, "9 Laps"}});
-  design.texts.push_back({"Lap 10", {628, 120, 100, 20}, 10.5, Look::Plain});
-  design.texts.push_back({"Lap 11", {736, 120, 100, 20}, 10.5, Look::Plain});
+  design.texts.push_back({"Lap 10", {628, 126, 100, 18}, 10.5, Look::Plain});
+  design.texts.push_back({"Lap 11", {736, 126, 100, 18}, 10.5, Look::Plain});
+  // While the stations report there are no buttons to read the keys from.
+  const std::string keys = "Lap  F" + std::to_string(lane) + "\nCut  " + cutKeys;
+  design.texts.push_back({keys, {12, 124, 130, 50}, 12, Look::Left, {}, "cmdLap"});
 }
 
 void AddColumns(FormDesign& design) {
@@ -73,7 +76,7 @@ void AddColumns(FormDesign& design) {
     design.places.push_back({IndexedName("lblLap", i),
                              {left, 27, kCell, 46},
                              13,
-                             Look::Bold | Look::Border | Look::White,
+                             Look::Bold | Look::Border | Look::White | Look::Row,
                              "cell " + number});
   }
 }
@@ -92,9 +95,7 @@ void AddMarks(FormDesign& design) {
   design.places.push_back(
       {"cmdShow", {0, 0, 120, 28}, 12, Look::Bold | Look::White, {}, {}, 0, Anchoring::Beside});
   design.stackTop = kMarkTop;
-  design.stackBottom = kButtonTop - 2;
-  design.stackBottomFree = kHeight - 6;
-  design.stackLimit = "cmdLap";
+  design.stackBottom = kHeight - 6;
 }
 
 }  // namespace

@@ -69,6 +69,7 @@ FormDesign LinkDesign() {
   FormDesign design;
   design.width = kNarrow + kDetail;
   design.height = 660;
+  design.home = "cmdHide";
   AddPorts(design);
   design.places.push_back({"lblMessage",
                            {10, 248, 450, 44},

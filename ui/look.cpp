@@ -13,7 +13,8 @@
 namespace quorvane {
 namespace {
 
-constexpr double kLeastContrast = 2.5;
+constexpr double kLeastContrast = 4.5;
+constexpr int kHueSteps = 20;
 constexpr int kLeastStretch = 82;  // percent
 
 double Luminance(const QColor& color) {
@@ -126,8 +127,15 @@ double Contrast(const QColor& a, const QColor& b) {
 }
 
 QColor ReadableOn(const QColor& background, const QColor& text) {
-  if (Contrast(background, text) >= kLeastContrast) return text;
-  return Contrast(background, Qt::black) >= Contrast(background, Qt::white) ? Qt::black : Qt::white;
+  const QColor end =
+      Contrast(background, Qt::black) >= Contrast(background, Qt::white) ? Qt::black : Qt::white;
+  QColor shown = text;
+  for (int step = 1; step <= kHueSteps && Contrast(background, shown) < kLeastContrast; ++step) {
+    const auto mixed = [step](int from, int to) { return from + (to - from) * step / kHueSteps; };
+    shown = QColor(mixed(text.red(), end.red()), mixed(text.green(), end.green()),
+                   mixed(text.blue(), end.blue()));
+  }
+  return shown;
 }
 
 QPalette OutdoorPalette() {
@@ -184,6 +192,36 @@ QFont FitFont(QFont font, const QString& text, int width, int minimumPixels) {
   while (pixels > minimumPixels && QFontMetrics(font).horizontalAdvance(text) > width) {
     font.setPixelSize(--pixels);
   }
+  return font;
+}
+
+LineFit FitLines(QFont font, const QString& lines, const QSize& room, int minimumPixels) {
+  const qsizetype count = lines.count(QLatin1Char('\n')) + 1;
+  const auto fits = [&] {
+    const QFontMetricsF metrics(font);
+    return metrics.lineSpacing() * static_cast<double>(count) <= room.height() &&
+           metrics.size(0, lines).width() <= room.width();
+  };
+  while (font.pixelSize() > minimumPixels && !fits()) font.setPixelSize(font.pixelSize() - 1);
+  const double share = static_cast<double>(room.height()) / static_cast<double>(count);
+  return {font, std::min(QFontMetricsF(font).lineSpacing(), share)};
+}
+
+QFont FitParagraph(QFont font, const QString& text, const QSize& room, int minimumPixels) {
+  const auto fits = [&] {
+    const QRect within(0, 0, room.width(), QWIDGETSIZE_MAX);
+    return QFontMetrics(font).boundingRect(within, Qt::TextWordWrap, text).height() <= room.height();
+  };
+  while (font.pixelSize() > minimumPixels && !fits()) font.setPixelSize(font.pixelSize() - 1);
+  return font;
+}
+
+QFont FitColumns(QFont font, int height) {
+  constexpr double kPitch = 0.6;  // of the font's size
+  const double pitch = font.pixelSize() * kPitch;
+  font.setPixelSize(std::max(1, std::min(font.pixelSize(), height * 4 / 5)));
+  font.setLetterSpacing(QFont::AbsoluteSpacing,
+                        pitch - QFontMetricsF(font).horizontalAdvance(QLatin1Char('0')));
   return font;
 }
 

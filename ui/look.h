@@ -16,9 +16,9 @@ namespace quorvane {
 
 QColor ToQColor(Color color);
 
-// The text colour itself where it can be read on that background, otherwise black or white, whichever reads
-// better. The race logic picks both colours one by one, so that some pairs (red on light blue) would be hard
-// to read outdoors.
+// The text colour itself where it can be read on that background (a contrast of 4.5), otherwise as much
+// darker or lighter as it takes. The race logic picks both colours one by one, so that some pairs (red on
+// green) would be hard to read outdoors.
 QColor ReadableOn(const QColor& background, const QColor& text);
 
 // Contrast of two colours as a ratio of luminances, 1..21.
@@ -42,6 +42,21 @@ void DrawEdges(QPainter& painter, const QRect& rect, int width, const QColor& co
 // The font that makes the text fit the width: as given where it fits, else smaller, never under
 // minimumPixels.
 QFont FitFont(QFont font, const QString& text, int width, int minimumPixels);
+
+// Lines of letters of one width, as they fit the room: the font as given where it fits, else smaller, never
+// under minimumPixels; after that the lines move together. The pitch is the height of a line.
+struct LineFit {
+  QFont font;
+  double pitch;
+};
+LineFit FitLines(QFont font, const QString& lines, const QSize& room, int minimumPixels);
+
+// The font for text that is broken into lines at the width: as given where they fit the height, else smaller.
+QFont FitParagraph(QFont font, const QString& text, const QSize& room, int minimumPixels);
+
+// One line in which every letter takes the same room, whatever the font: words stand over the columns under
+// them. Never higher than the room.
+QFont FitColumns(QFont font, int height);
 
 // The text cut after its last word that fits the width; within the first word when not even that one fits.
 QString ElideAtWord(const QString& text, const QFont& font, int width);

@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <QFontDatabase>
 #include <QFontMetrics>
 
 #include "ui/caption_button.h"
+#include "ui/window_place.h"
 
 namespace quorvane {
 namespace {
@@ -16,11 +18,11 @@ TEST(LookTest, TextIsReadableOnEveryBackgroundThatTheRaceGivesIt) {
       ToQColor(Color::Rgb(0xFF6060)), ToQColor(kButtonFace)};
   for (const QColor& background : backgrounds) {
     for (const Color text : {kRed, kButtonText, kButtonFace, kDarkGrey, kWhite}) {
-      EXPECT_GE(Contrast(background, ReadableOn(background, ToQColor(text))), 2.5)
+      EXPECT_GE(Contrast(background, ReadableOn(background, ToQColor(text))), 4.5)
           << background.name().toStdString() << " " << text.Name();
     }
   }
-  EXPECT_EQ(ReadableOn(Qt::white, QColor(Qt::red)), QColor(Qt::red));
+  EXPECT_EQ(ReadableOn(Qt::white, QColor(Qt::red)).hue(), QColor(Qt::red).hue());  // still says "bad"
 }
 
 TEST(LookTest, TextIsCutAtAWordAndNeverWiderThanItsRoom) {
@@ -43,6 +45,45 @@ TEST(LookTest, FontShrinksOnlyAsFarAsItMayAndOnlyWhenItMust) {
   const QFont fitted = FitFont(font, caption, 90, 10);
   EXPECT_LE(QFontMetrics(fitted).horizontalAdvance(caption), 90);
   EXPECT_EQ(FitFont(font, QString(100, QLatin1Char('x')), 90, 10).pixelSize(), 10);
+}
+
+// Thirteen lines of a frame's detail, in whatever the desktop calls its monospaced font.
+TEST(LookTest, LinesFitTheirRoomWithAnyFontOfOneWidth) {
+  const QString lines = QStringLiteral("Time=0x00,0x00,0x00,0x00 (16777.21)\n").repeated(12) + "Dif=0x06";
+  int fonts = 0;
+  for (const QString& family : QFontDatabase::families()) {
+    if (!QFontDatabase::isFixedPitch(family)) continue;
+    ++fonts;
+    QFont font(family);
+    font.setPixelSize(15);
+    const LineFit fit = FitLines(font, lines, QSize(384, 244), 13);
+    const QFontMetricsF metrics(fit.font);
+    EXPECT_LE(fit.pitch * 13, 244.001) << family.toStdString();
+    EXPECT_LE(metrics.tightBoundingRect(QStringLiteral("gT(")).height(), fit.pitch) << family.toStdString();
+    EXPECT_LE(metrics.size(0, lines).width(), 384) << family.toStdString();
+    font.setPixelSize(27);
+    const QFontMetricsF header(FitColumns(font, 28));
+    EXPECT_LE(header.tightBoundingRect(QStringLiteral("Stn Ag")).height(), 28) << family.toStdString();
+    EXPECT_NEAR(header.horizontalAdvance(QString(22, 'a')), 22 * 0.6 * 27, 22) << family.toStdString();
+  }
+  EXPECT_GT(fonts, 0);
+}
+
+TEST(WindowPlaceTest, WindowsLieOnTheirScreenAndTheResultsBesideOrUnderTheClock) {
+  for (const QSize size : {QSize(1024, 700), QSize(1366, 768), QSize(1280, 720), QSize(2560, 1440)}) {
+    const QRect screen(QPoint(0, 24), size - QSize(0, 24));
+    for (const QRect window :
+         {QRect(-30, 5, 472, 684), QRect(900, 600, 882, 684), QRect(2000, 0, 1290, 820)}) {
+      const QRect moved = MovedInto(screen, window);
+      EXPECT_TRUE(screen.contains(moved));
+      EXPECT_EQ(moved.size(), window.size().boundedTo(screen.size()));
+    }
+    const QRect clock(10, 60, size.width() / 5, size.height() / 6);
+    const QRect results = ClearOf(clock, QSize(1350, 690), screen);
+    EXPECT_TRUE(screen.contains(results));
+    EXPECT_FALSE(results.intersects(clock));
+    EXPECT_GE(results.width(), std::min(1350, size.width()));
+  }
 }
 
 TEST(LookTest, MnemonicIsMarkedAndAmpersandsStay) {
