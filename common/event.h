@@ -43,7 +43,8 @@ class Journal {
   virtual void Entered(std::int64_t ms, const Event& event) = 0;
   virtual void Answered(std::int64_t ms, const DialogBox& box, const DialogAnswer& answer) = 0;
   virtual void Sent(std::int64_t ms, const std::vector<std::uint8_t>& frame) = 0;
-  // A project file has been opened, or (not taken) could not be, as another console has it.
+  // A project file has been opened, or (not taken) could not be, because another console has it or of what
+  // stands there.
   virtual void ProjectOpened(std::int64_t /*ms*/, const std::string& /*path*/, bool /*taken*/) {}
   // An error has ended what was in hand.
   virtual void Failed(std::int64_t /*ms*/, const std::string& /*error*/) {}

@@ -2,8 +2,9 @@
 
 #include <algorithm>
 #include <fstream>
-#include <iterator>
 #include <optional>
+#include <sstream>
+#include <utility>
 
 #include "common/journal_text.h"
 
@@ -24,8 +25,11 @@ std::optional<std::string> ContentOf(const std::string& path) {
   if (!std::filesystem::is_regular_file(file, error)) return std::nullopt;
   if (std::filesystem::file_size(file, error) > kMostProjectBytes || error) return std::nullopt;
   std::ifstream in(file, std::ios::binary);
-  if (!in) return std::nullopt;
-  return std::string(std::istreambuf_iterator<char>(in), {});
+  std::ostringstream content;
+  // Unlike an iterator over the file, this throws nothing when a read fails.
+  if (in.peek() != std::ifstream::traits_type::eof()) content << in.rdbuf();
+  if (!in.good() && !in.eof()) return std::nullopt;
+  return std::move(content).str();
 }
 
 template <typename Records>

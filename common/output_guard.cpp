@@ -67,26 +67,6 @@ bool IsCommentOrBlank(std::string_view line) {
   return begin == std::string_view::npos || line[begin] == ';';
 }
 
-FileKind KindOfContent(std::string_view bytes) {
-  constexpr std::string_view kMark = "\xEF\xBB\xBF";
-  if (bytes.starts_with(kMark)) bytes.remove_prefix(kMark.size());
-  if (bytes.find_first_not_of(kBlanks) == std::string_view::npos) return FileKind::Empty;
-  // Without its number: a journal of another version is one as well.
-  if (bytes.starts_with(kJournalFirstLine.substr(0, kJournalFirstLine.find(' ') + 1))) {
-    return FileKind::Journal;
-  }
-  bool begun = false;  // a line that means something has been seen
-  FileKind kind = FileKind::Other;
-  while (!bytes.empty() && (kind == FileKind::Other || kind == FileKind::Ini)) {
-    const std::string_view line = bytes.substr(0, std::min(bytes.find_first_of("\r\n"), bytes.size()));
-    const std::string_view name = SectionName(line);
-    if (!name.empty()) kind = KindOfSection(name, begun ? kind : FileKind::Ini);
-    begun = begun || !IsCommentOrBlank(line);
-    bytes.remove_prefix(std::min(line.size() + 1, bytes.size()));
-  }
-  return kind;
-}
-
 const char* NameOf(FileKind kind) {
   switch (kind) {
     case FileKind::Project:
@@ -121,6 +101,26 @@ bool IsSame(const std::string& one, const std::string& other) {
 }
 
 }  // namespace
+
+FileKind KindOfContent(std::string_view bytes) {
+  constexpr std::string_view kMark = "\xEF\xBB\xBF";
+  if (bytes.starts_with(kMark)) bytes.remove_prefix(kMark.size());
+  if (bytes.find_first_not_of(kBlanks) == std::string_view::npos) return FileKind::Empty;
+  // Without its number: a journal of another version is one as well.
+  if (bytes.starts_with(kJournalFirstLine.substr(0, kJournalFirstLine.find(' ') + 1))) {
+    return FileKind::Journal;
+  }
+  bool begun = false;  // a line that means something has been seen
+  FileKind kind = FileKind::Other;
+  while (!bytes.empty() && (kind == FileKind::Other || kind == FileKind::Ini)) {
+    const std::string_view line = bytes.substr(0, std::min(bytes.find_first_of("\r\n"), bytes.size()));
+    const std::string_view name = SectionName(line);
+    if (!name.empty()) kind = KindOfSection(name, begun ? kind : FileKind::Ini);
+    begun = begun || !IsCommentOrBlank(line);
+    bytes.remove_prefix(std::min(line.size() + 1, bytes.size()));
+  }
+  return kind;
+}
 
 FileKind KindOfFile(const std::string& path) {
   std::error_code error;

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace quorvane {
@@ -23,6 +24,8 @@ enum class FileKind : std::uint8_t {
 };
 
 FileKind KindOfFile(const std::string& path);
+// The same of bytes that have been read already: never Missing, NoFile or Unreadable.
+FileKind KindOfContent(std::string_view bytes);
 
 // Asked before any file is written that somebody has named. The reason, in words for whoever named it, why
 // `path` must not become a file of this kind (Other: a report, a table, a text); nothing when it may.

@@ -104,7 +104,7 @@ void frmJudge::HookEvents() {
   chkSixtySecondCount.onClick = [this] { chkSixtySecondCount_Click(); };
   lblComm.onClick = [this] { lblComm_Click(); };
   tmrTimeTick.onTimer = [this] { tmrTimeTick_Timer(); };
-  tmrSaveRetry.onTimer = [this] { project_.Retry(); };
+  tmrSaveRetry.onTimer = [this] { tmrSaveRetry_Timer(); };
   mnuSelectFile.onClick = [this] { mnuSelectFile_Click(); };
   mnuAutoPrint.onClick = [this] { mnuAutoPrint_Click(); };
   mnuRecordSession.onClick = [this] { mnuRecordSession_Click(); };
@@ -202,11 +202,21 @@ void frmJudge::TellErrors() {
   ShowNotice("Something failed and was left undone: " + door_.LastError());
 }
 
+// A disk that hangs would hold up the hands at the console; what waits is safe in memory.
+void frmJudge::tmrSaveRetry_Timer() {
+  if (!RaceBeingFlown()) project_.Retry();
+}
+
 void frmJudge::ShowSaveState() {
   if (const auto moved = project_.TakeMoved(); !moved.empty()) ShowNotice(Join(moved, ';'));
   const bool saved = project_.Saved();
   lblNotSaved.SetVisible(!saved);
   tmrSaveRetry.SetEnabled(!saved);
+  std::string notice = saved ? std::string() : "Not saved: " + project_.Problem();
+  if (notice == saveNotice_) return;
+  // A notice of something else stays when all is saved again.
+  if (!saved || lblNotice.Caption() == saveNotice_) ShowNotice(notice);
+  saveNotice_ = std::move(notice);
 }
 
 std::string frmJudge::LaneColorName(int lane) const {

@@ -234,9 +234,10 @@ class frmJudge : public Form, private LaneOwner, private LinkOwner {
   std::string TodaysProjectName() const;
   bool ChooseProject(bool atStart);
   bool OpenAtStart();
-  bool TakeProject(const std::string& file);
   bool AskProjectFile(bool atStart);
-  bool AskOtherThan(const std::string& file, bool atStart);
+  std::string TroubleOpening(const std::string& file);
+  std::string WhyNotOpened(const std::string& file);
+  bool AskAgain(const std::string& trouble, bool atStart);
   void ShowOpenProject();
   std::int16_t StoredInteger(const std::string& key, const std::string& fallback);
   void WriteRace();
@@ -245,6 +246,7 @@ class frmJudge : public Form, private LaneOwner, private LinkOwner {
   std::string ShownSection();
   void TellErrors();
   void ShowSaveState();
+  void tmrSaveRetry_Timer();
   RaceRecord RecordNow();
   void ShowSmallForm(const char* name);
 
@@ -272,6 +274,7 @@ class frmJudge : public Form, private LaneOwner, private LinkOwner {
   std::string eventName_;
   std::string startupProject_;
   int errorsTold_ = 0;
+  std::string saveNotice_;  // what the window says of a save that has failed
   bool projectOpen_ = false;
   std::string shownSection_;  // of the race on the console, or of its refly
   // Changes whenever the console turns to another race, so that a procedure that waited for an answer can see

@@ -12,6 +12,7 @@ Program::Program(Platform& platform, SerialControl& serial, FileOps& files)
       keyboard_(door_.AllForms()),
       about_(door_.AllForms()) {
   judge_.SetLink(link_);
+  project_.SetClock(door_);
   door_.SetDevices(this);
 }
 

@@ -53,8 +53,8 @@ std::string frmJudge::ProjectAtStart() const {
 bool frmJudge::OpenAtStart() {
   if (!startupProject_.empty()) {
     race_.ProjectFile = startupProject_;
-    MakeFolderPath(ParentFolder(startupProject_));
-    return TakeProject(startupProject_) || AskOtherThan(startupProject_, true);
+    const std::string trouble = TroubleOpening(startupProject_);
+    return trouble.empty() || AskAgain(trouble, true);
   }
   const std::string file = ProjectAtStart();
   race_.ProjectFile = file;
@@ -65,25 +65,42 @@ bool frmJudge::OpenAtStart() {
     const DialogAnswer::Word word = door_.Ask(box).word;
     if (word == DialogAnswer::Word::Cancel) return false;
     if (word == DialogAnswer::Word::No) return AskProjectFile(true);
-  } else {
-    MakeFolderPath(ParentFolder(file));
   }
-  return TakeProject(file) || AskOtherThan(file, true);
+  const std::string trouble = TroubleOpening(file);
+  return trouble.empty() || AskAgain(trouble, true);
 }
 
-// Whether another console has the file is nothing that a replay could find out.
-bool frmJudge::TakeProject(const std::string& file) {
-  const bool taken = project_.Open(file);
-  door_.NoteProject(file, taken);
-  return taken;
+std::string frmJudge::TroubleOpening(const std::string& file) {
+  const std::string trouble = WhyNotOpened(file);
+  // Locks, rights and folders are nothing that a replay could find out.
+  door_.NoteProject(file, trouble.empty());
+  return trouble;
 }
 
-// Two consoles on one file would take each other's races for their own.
-bool frmJudge::AskOtherThan(const std::string& file, bool atStart) {
-  door_.Ask({DialogKind::Ok, "Open Project",
-             "This project is open in another console:\r\r" + file +
-                 "\r\rChoose another file, or close that console.",
-             DialogIcon::Exclamation});
+// Makes the file the project; or says why not, and what to do.
+std::string frmJudge::WhyNotOpened(const std::string& file) {
+  const std::string folder = ParentFolder(file);
+  MakeFolderPath(folder);
+  if (!folder.empty() && !FolderExists(folder)) {
+    return "This folder is not there and cannot be made:\r\r" + folder + "\r\rChoose another place.";
+  }
+  switch (project_.Open(file)) {
+    case Project::Opened::Yes:
+      break;
+    case Project::Opened::HeldElsewhere:
+      // Two consoles on one file would take each other's races for their own.
+      return "This project is open in another console:\r\r" + file +
+             "\r\rChoose another file, or close that console.";
+    case Project::Opened::NoProject:
+      return "This file is no project:\r\r" + file + "\r\rIt stays as it is. Choose another file.";
+    case Project::Opened::Unreadable:
+      return project_.OpenProblem() + "\r\rChoose another file.";
+  }
+  return "";
+}
+
+bool frmJudge::AskAgain(const std::string& trouble, bool atStart) {
+  door_.Ask({DialogKind::Ok, "Open Project", trouble, DialogIcon::Exclamation});
   return AskProjectFile(atStart);
 }
 
@@ -93,7 +110,9 @@ bool frmJudge::AskProjectFile(bool atStart) {
   if (atStart) {
     box.kind = DialogKind::SaveFile;
     box.title = "Open New Quorvane Project";
-    box.preset = ParentFolder(race_.ProjectFile) + TodaysProjectName();
+    const std::string folder = ParentFolder(race_.ProjectFile);
+    const bool there = folder.empty() || FolderExists(folder);
+    box.preset = (there ? folder : door_.System().HomeFolder()) + TodaysProjectName();
     box.folder = settings.GetSetting("DiskFile", "InitDir", DefaultFolder());
   } else {
     const std::string last =
@@ -108,8 +127,7 @@ bool frmJudge::AskProjectFile(bool atStart) {
   if (answer.word != DialogAnswer::Word::File || answer.text.empty()) return false;
   if (!atStart && RaceAtStake()) return false;
   const std::string file = answer.text;
-  MakeFolderPath(ParentFolder(file));
-  if (!TakeProject(file)) return AskOtherThan(file, atStart);
+  if (const std::string trouble = TroubleOpening(file); !trouble.empty()) return AskAgain(trouble, atStart);
   settings.SaveSetting("DiskFile", "InitDir", ParentFolder(file));
   settings.SaveSetting("DiskFile", "FileName", file);
   return true;
@@ -165,8 +183,10 @@ void frmJudge::mnuRecordSession_Click() {
 }
 
 // Saving concludes the race: the reset at the end would otherwise find it active and record it a second time.
+// What it writes, and the move to the next race, are one replacement of the file.
 void frmJudge::cmdSave_Click() {
   if (!cmdSave.Enabled()) return;
+  const Project::Group group(project_);
   // A starter that goes on running runs the race that is saved here, also if its frames since the count were
   // lost.
   if (starterClock_) starterMayStart_ = false;

@@ -32,6 +32,7 @@ struct TempFile {
 struct FileLock {
   std::string path;
   std::intptr_t handle = -1;
+  std::intptr_t content = -1;  // a lock on the file itself, which may be reached by a second name
 
   bool held() const { return handle != -1; }
 };
@@ -81,10 +82,13 @@ class FileOps {
   // lock.
   virtual void RemoveLeftovers(const std::string& target) = 0;
 
-  // Takes the lock of `target`, a hidden file beside it, without waiting. A program that dies gives its lock
-  // back; the file it leaves behind means nothing.
+  // Takes the lock of `target`, a hidden file beside it, without waiting; and, where there are hard links,
+  // one on the file that stands there. A program that dies gives its lock back; the file it leaves behind
+  // means nothing.
   virtual LockResult Lock(const std::string& target, FileLock& lock) = 0;
   virtual void Unlock(FileLock& lock) = 0;
+  // Another file stands at `target` now: takes the held lock there as well, as far as that can be had.
+  virtual void FollowLock(const std::string& /*target*/, FileLock& /*lock*/) {}
 };
 
 // The real ones.
@@ -107,6 +111,9 @@ class SystemFileOps : public FileOps {
   void RemoveLeftovers(const std::string& target) override;
   LockResult Lock(const std::string& target, FileLock& lock) override;
   void Unlock(FileLock& lock) override;
+#ifndef _WIN32
+  void FollowLock(const std::string& target, FileLock& lock) override;
+#endif
 };
 
 FileOps& SystemFiles();

@@ -83,6 +83,21 @@ std::error_code ReadAll(int descriptor, size_t limit, size_t expected, std::stri
   return {};
 }
 
+// A lock on the file that stands at `path`. Nothing where there is no file yet, or no such locks.
+LockResult LockContent(const std::string& path, std::intptr_t& handle) {
+  struct stat found = {};
+  if (stat(path.c_str(), &found) != 0 || !S_ISREG(found.st_mode)) return LockResult::Unavailable;
+  const int descriptor = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+  if (descriptor < 0) return LockResult::Unavailable;
+  if (flock(descriptor, LOCK_EX | LOCK_NB) != 0) {
+    const bool held = errno == EWOULDBLOCK;
+    close(descriptor);
+    return held ? LockResult::HeldElsewhere : LockResult::Unavailable;
+  }
+  handle = descriptor;
+  return LockResult::Locked;
+}
+
 }  // namespace
 
 std::error_code SystemFileOps::Look(const std::string& path, FileStamp& stamp) {
@@ -246,7 +261,9 @@ LockResult SystemFileOps::Lock(const std::string& target, FileLock& lock) {
     if (fstat(descriptor, &ours) == 0 && stat(lock.path.c_str(), &there) == 0 &&
         ours.st_ino == there.st_ino && ours.st_dev == there.st_dev) {
       lock.handle = descriptor;
-      return LockResult::Locked;
+      if (LockContent(target, lock.content) != LockResult::HeldElsewhere) return LockResult::Locked;
+      Unlock(lock);
+      return LockResult::HeldElsewhere;
     }
     close(descriptor);
   }
@@ -257,6 +274,16 @@ void SystemFileOps::Unlock(FileLock& lock) {
   unlink(lock.path.c_str());  // while it is still locked, so that nobody can hold the file that goes
   close(Descriptor(lock.handle));
   lock.handle = -1;
+  if (lock.content != -1) close(Descriptor(lock.content));
+  lock.content = -1;
+}
+
+void SystemFileOps::FollowLock(const std::string& target, FileLock& lock) {
+  if (!lock.held()) return;
+  std::intptr_t followed = -1;
+  LockContent(target, followed);
+  if (lock.content != -1) close(Descriptor(lock.content));
+  lock.content = followed;
 }
 
 }  // namespace quorvane

@@ -23,13 +23,18 @@ std::filesystem::path PathOf(const std::string& utf8) {
 }
 
 // One file may be named in several ways: through a link, or by a path with "..".
-bool SameFile(const std::string& a, const std::string& b) {
+bool SamePath(const std::string& a, const std::string& b) {
   if (a == b) return true;
   if (a.empty() || b.empty()) return false;
   std::error_code error;
   const auto whole = std::filesystem::weakly_canonical(PathOf(a), error);
   if (error) return false;
   return whole == std::filesystem::weakly_canonical(PathOf(b), error) && !error;
+}
+
+bool SameFile(const std::string& a, const std::string& b) {
+  std::error_code error;
+  return SamePath(a, b) || (std::filesystem::equivalent(PathOf(a), PathOf(b), error) && !error);
 }
 
 std::string TwoDigits(int number) {
@@ -56,22 +61,46 @@ double DaySerial(const LocalDateTime& at) {
 Project::Project(RaceState& race, FileOps& files)
     : race_(race), files_(files), store_(std::make_unique<ProjectStore>(files)) {}
 
-bool Project::Open(const std::string& path) {
+Project::Opened Project::Open(const std::string& path) {
   auto next = std::make_unique<ProjectStore>(files_);
   next->Open(path);
+  openProblem_ = next->Unreadable();
   if (!SameFile(next->Path(), store_->Path())) {
-    const auto left = std::find_if(unsaved_.begin(), unsaved_.end(),
-                                   [&](const auto& store) { return SameFile(store->Path(), next->Path()); });
-    if (left != unsaved_.end()) {
-      next = std::move(*left);
-      unsaved_.erase(left);
-    } else if (next->TryLock() == LockResult::HeldElsewhere) {
-      return false;
-    }
-    if (!store_->Saved()) unsaved_.push_back(std::move(store_));
-    store_ = std::move(next);
+    const Opened opened = Use(std::move(next));
+    if (opened == Opened::Yes) race_.ProjectFile = path;
+    return opened;
   }
-  race_.ProjectFile = path;
+  // Under the name of a hard link it would be another file as soon as this one is saved.
+  const bool onlyLinked = !SamePath(next->Path(), store_->Path());
+  race_.ProjectFile = onlyLinked ? store_->Path() : path;
+  return Opened::Yes;
+}
+
+Project::Opened Project::Use(std::unique_ptr<ProjectStore> next) {
+  const auto left = std::find_if(unsaved_.begin(), unsaved_.end(),
+                                 [&](const auto& store) { return SameFile(store->Path(), next->Path()); });
+  if (left != unsaved_.end()) {
+    next = std::move(*left);
+    unsaved_.erase(left);
+  } else if (!next->Unreadable().empty()) {
+    return Opened::Unreadable;
+  } else if (next->Kind() != FileKind::Empty && next->Kind() != FileKind::Project) {
+    return Opened::NoProject;
+  } else if (next->TryLock() == LockResult::HeldElsewhere) {
+    return Opened::HeldElsewhere;
+  }
+  next->SetMayLook([this] { return MayLook(); });
+  if (!store_->Saved()) unsaved_.push_back(std::move(store_));
+  store_ = std::move(next);
+  return Opened::Yes;
+}
+
+bool Project::MayLook() {
+  if (clock_ == nullptr) return true;
+  if (race_.RaceActive && !race_.RaceDone) return false;
+  const std::int64_t now = clock_->Now();
+  if (now - lookedAt_ < kLookMs) return false;
+  lookedAt_ = now;
   return true;
 }
 

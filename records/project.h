@@ -1,9 +1,11 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "common/event_clock.h"
 #include "common/platform.h"
 #include "common/race_state.h"
 #include "records/project_store.h"
@@ -17,10 +19,22 @@ class Project {
  public:
   explicit Project(RaceState& race, FileOps& files = SystemFiles());
 
-  // Makes the file at this path the project; it need not exist. False, and the open project stays, when
-  // another console has it open. What the old project could not save yet is kept, goes on being tried, and is
-  // there again when that project is opened again.
-  bool Open(const std::string& path);
+  // With a clock the disk is asked for the file at most once in kLookMs of it, and not while a race is flown;
+  // without one at each read. A write always asks.
+  static constexpr std::int64_t kLookMs = 1000;
+  void SetClock(const EventClock& clock) { clock_ = &clock; }
+
+  enum class Opened : std::uint8_t {
+    Yes,
+    HeldElsewhere,  // another console has it open, under this name or another
+    NoProject,      // it has contents, but no section of a project
+    Unreadable,     // something stands there that cannot be read; OpenProblem() says why
+  };
+  // Makes the file at this path the project; it need not exist. If it does not become the project, the open
+  // one stays. What the old project could not save yet is kept, goes on being tried, and is there again when
+  // that project is opened again.
+  Opened Open(const std::string& path);
+  const std::string& OpenProblem() const { return openProblem_; }
 
   std::string GetProjectValue(const std::string& section, const std::string& key,
                               const std::string& fallback);
@@ -49,8 +63,14 @@ class Project {
   };
 
  private:
+  bool MayLook();
+  Opened Use(std::unique_ptr<ProjectStore> next);
+
   RaceState& race_;
   FileOps& files_;
+  const EventClock* clock_ = nullptr;
+  std::int64_t lookedAt_ = -kLookMs;
+  std::string openProblem_;
   std::unique_ptr<ProjectStore> store_;
   std::vector<std::string> moved_;
   std::vector<std::unique_ptr<ProjectStore>> unsaved_;  // projects left with something not on the disk

@@ -45,6 +45,7 @@ void ProjectStore::Open(const std::string& path) {
   unreadable_.clear();
   foreign_.clear();
   title_.clear();
+  kind_ = FileKind::Empty;
   problem_.clear();
   Refresh();
 }
@@ -63,7 +64,7 @@ void ProjectStore::Unlock() {
 }
 
 std::string ProjectStore::Read(std::string_view section, std::string_view key, std::string_view fallback) {
-  if (groups_ == 0) Refresh();
+  if (groups_ == 0 && (!mayLook_ || mayLook_())) Refresh();
   return ProfileString(text_, section, key, fallback);
 }
 
@@ -82,7 +83,7 @@ void ProjectStore::End() {
 }
 
 bool ProjectStore::Retry() {
-  if (groups_ == 0 && !pending_.empty()) Commit();
+  if (groups_ == 0 && (!pending_.empty() || !Saved())) Commit();
   return Saved();
 }
 
@@ -93,28 +94,44 @@ void ProjectStore::Refresh() {
   if (!error && looked_ && unreadable_.empty() && now == seen_) return;
   looked_ = true;
   foreign_.clear();
-  if (!error && now.kind == FileStamp::Kind::Missing) {
-    // A file that has disappeared must be written again even if the next write changes nothing in it.
-    if (seen_.kind == FileStamp::Kind::File) differs_ = true;
-    seen_ = now;
-    unreadable_.clear();
-    return;
-  }
   std::string bytes;
-  if (!error) error = files_.ReadFile(path_, kLargestFile, bytes, now);
+  const bool missing = !error && now.kind == FileStamp::Kind::Missing;
+  if (!error && !missing) error = files_.ReadFile(path_, kLargestFile, bytes, now);
+  const bool disappeared = missing && seen_.kind == FileStamp::Kind::File;
   seen_ = now;
+  unreadable_.clear();
   if (error) {
     unreadable_ = Reason("Cannot read", path_, error);
+  } else if (missing) {
+    // It must be written again even if the next write changes nothing in it.
+    if (disappeared) differs_ = true;
+  } else {
+    TakeIn(std::move(bytes));
+  }
+}
+
+void ProjectStore::TakeIn(std::string bytes) {
+  const FileKind kind = KindOfContent(bytes);
+  if (kind_ == FileKind::Project && kind == FileKind::Empty) {
+    // Not written again at once: a program that empties a file is often about to fill it.
+    problem_ = path_ + " was emptied by another program";
+    differs_ = true;
     return;
   }
-  unreadable_.clear();
+  if (kind_ == FileKind::Project && kind != FileKind::Project) {
+    unreadable_ = path_ + " is no project any more";
+    return;
+  }
   ProfileFile file(std::move(bytes));
   if (!FitKept(file)) return;
+  kind_ = kind;
+  if (pending_.empty()) problem_.clear();
   text_ = std::move(file);
   differs_ = false;
   for (const KeptChange& change : pending_) {
     if (text_.Write(change.section, change.key, change.value)) differs_ = true;
   }
+  files_.FollowLock(path_, lock_);
 }
 
 // Whether what is kept in memory may go into the file as it is now. It is another one than was seen last.
@@ -157,7 +174,10 @@ std::string ProjectStore::ReplaceOnDisk() {
     error = files_.Resolve(path_, target);
     if (!error && bytes.size() > kLargestFile) error = std::make_error_code(std::errc::file_too_large);
     if (!error) error = ReplaceFile(files_, target, bytes, seen_);
-    if (error != kFileChanged) break;
+    if (error == kFileChanged) continue;
+    if (!error) kind_ = KindOfContent(bytes);
+    files_.FollowLock(path_, lock_);
+    break;
   }
   return error ? Reason("Cannot write", path_, error) : std::string();
 }

@@ -1,10 +1,13 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
+#include "common/output_guard.h"
 #include "records/file_ops.h"
 #include "records/kept_changes.h"
 #include "records/profile_file.h"
@@ -20,9 +23,10 @@ namespace quorvane {
 //
 // The disk is written only by replacing the whole file in one step, so the file is complete at any moment.
 // What other programs change meanwhile is read again first, and the own changes are made in their text. A
-// file that disappears is kept as it was last seen and written again whole by the next write. A file that
-// exists but cannot be read is never replaced, and what was kept in memory never goes into another contest's
-// file, nor over a race that has come into the file meanwhile: it takes the next free number (TakeMoved).
+// file that disappears or is emptied is kept as it was last seen and written again whole by the next write. A
+// file that exists but cannot be read is never replaced, nor is what has taken the place of a project and is
+// none; and what was kept in memory never goes into another contest's file, nor over a race that has come
+// into the file meanwhile: it takes the next free number (TakeMoved).
 class ProjectStore {
  public:
   explicit ProjectStore(FileOps& files = SystemFiles());
@@ -39,6 +43,13 @@ class ProjectStore {
   // only they cannot lock it. Unavailable where there is no place for a lock: no reason to refuse the file.
   LockResult TryLock();
   void Unlock();
+
+  // Asked before each look of a Read at the disk; without it each Read looks.
+  void SetMayLook(std::function<bool()> mayLook) { mayLook_ = std::move(mayLook); }
+  // Why the file that stands there is not to be read or replaced; empty when it is, or there is none.
+  const std::string& Unreadable() const { return unreadable_; }
+  // What kind of file was there when it was last read: Empty when there is none.
+  FileKind Kind() const { return kind_; }
 
   // The value as ReadProfileString gives it. Looks first whether another program has changed the file, except
   // inside a group.
@@ -67,6 +78,7 @@ class ProjectStore {
  private:
   void Refresh();
   bool FitKept(const ProfileFile& file);
+  void TakeIn(std::string bytes);
   void Commit();
   std::string ReplaceOnDisk();
 
@@ -80,7 +92,9 @@ class ProjectStore {
   std::string title_;    // of the contest, as the file has it
   std::string foreign_;  // why the file that stands there is not this project; empty when it is
   std::vector<std::string> moved_;
-  std::string unreadable_;  // why the file that stands there cannot be read; empty when it can
+  std::string unreadable_;
+  FileKind kind_ = FileKind::Empty;
+  std::function<bool()> mayLook_;
   std::string problem_;
   int groups_ = 0;
   FileLock lock_;

@@ -4,6 +4,7 @@
 #include <fstream>
 #include <functional>
 #include <sstream>
+#include <tuple>
 
 #include "tests/support/console_rig.h"
 #include "tests/support/ordinary_user.h"
@@ -205,58 +206,117 @@ TEST(Project, AnotherRaceModeNeitherChangesWhatIsShownNorIsChanged) {
   }
 }
 
-// What cannot be read is never replaced; the contest goes on in memory and is written when the way is free.
-TEST(Project, WhatIsNoReadableFileIsLeftAlone) {
-  const std::pair<const char*, std::function<void(const std::string&)>> kObstacles[] = {
-      {"folder", [](const std::string& path) { std::filesystem::create_directory(path); }},
-      {"pipe", [](const std::string& path) { ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0); }},
-      {"device", [](const std::string& path) { std::filesystem::create_symlink("/dev/zero", path); }},
+// What cannot be read, or is none of ours, is told at the start and never replaced; another file is asked
+// for.
+TEST(Project, WhatIsNoProjectIsToldAndLeftAlone) {
+  using Path = const std::string&;
+  const auto unreadable = [](Path path) {
+    Write(path, "[Current]\nTitle=Reno\n");
+    std::filesystem::permissions(path, std::filesystem::perms(0222));
   };
-  for (const auto& [name, make] : kObstacles) {
-    SCOPED_TRACE(name);
+  const std::tuple<const char*, const char*, std::function<void(Path)>> kObstacles[] = {
+      {"contest.ini", "Is a directory", [](Path path) { std::filesystem::create_directory(path); }},
+      {"contest.ini", "not supported", [](Path path) { ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0); }},
+      {"contest.ini", "Permission denied", unreadable},
+      {"contest.ini", "is no project", [](Path path) { Write(path, "[frmSerialPort]\nCommPort=5\n"); }},
+      {"contest.ini/day.ini", "cannot be made", [](Path path) { Write(path, "a file"); }},
+      {"contest.ini", "Cannot read", [](Path path) { std::filesystem::create_symlink(path, path); }},
+  };
+  for (const auto& [name, told, make] : kObstacles) {
+    SCOPED_TRACE(told);
     ConsoleRig rig;
     make(rig.file);
-    const auto kind = std::filesystem::symlink_status(rig.file).type();
-    const bool asked = FileExists(rig.file);
-    if (asked) rig.Answer(Word::Yes);
+    std::filesystem::permissions(rig.folder.Path(), std::filesystem::perms::all);
+    rig.platform.settings.SaveSetting("DiskFile", "FileName", rig.folder / name);
+    const AsOrdinaryUser user;
+    const auto before = std::filesystem::symlink_status(rig.file);
+    if (FileExists(rig.folder / name)) rig.Answer(Word::Yes);
+    rig.Answer(Word::Ok);
+    rig.Answer(Word::File, rig.folder / "own.ini");
     rig.Load();
-    ASSERT_EQ(rig.platform.shown.size(), asked ? 3U : 2U);
-    EXPECT_TRUE(rig.judge().lblNotSaved.Visible());
-    FlyHeat(rig);
-    rig.Click("frmJudge.cmdSave");
-    rig.Click("frmJudge.cmdDecHeat");
-    EXPECT_EQ(rig.lane(0).lblStatus.Caption(), "First");
-    rig.At(rig.platform.ClockMs() + 4000);
-    EXPECT_EQ(std::filesystem::symlink_status(rig.file).type(), kind);
-    EXPECT_TRUE(rig.judge().lblNotSaved.Visible());
-    std::filesystem::remove(rig.file);
-    rig.At(rig.platform.ClockMs() + 4000);
-    EXPECT_FALSE(rig.judge().lblNotSaved.Visible());
-    EXPECT_NE(ReadAll(rig.file).find("[Race1_Lane4]"), std::string::npos);
+    const std::size_t box = rig.platform.shown.size() - 4;
+    EXPECT_NE(rig.platform.shown[box].box.text.find(told), std::string::npos)
+        << rig.platform.shown[box].box.text;
+    EXPECT_EQ(rig.platform.shown[box + 1].box.title, "Open New Quorvane Project");
+    EXPECT_EQ(rig.platform.shown[box + 1].box.preset, rig.folder / "21-Nov-2026.ini");
+    EXPECT_EQ(rig.race().ProjectFile, rig.folder / "own.ini");
+    EXPECT_EQ(rig.judge().EventName(), "Cup");
+    EXPECT_EQ(std::filesystem::symlink_status(rig.file).type(), before.type());
+    EXPECT_EQ(std::filesystem::symlink_status(rig.file).permissions(), before.permissions());
   }
 }
 
-TEST(Project, WithoutPermissionNothingIsOverwritten) {
+TEST(Project, OneThatMayOnlyBeReadGoesOnInMemoryAndSaysWhy) {
+  ConsoleRig rig;
   const std::string text = "[Current]\nTitle=Reno\nHeatsPerRound=3\n[Race1]\nTimestamp=1\n";
-  for (const bool readable : {false, true}) {
-    ConsoleRig rig;
-    Write(rig.file, text);
-    std::filesystem::permissions(rig.folder.Path(), std::filesystem::perms::all);
-    std::filesystem::permissions(rig.file, std::filesystem::perms(readable ? 0444 : 0222));
-    {
-      const AsOrdinaryUser user;
-      rig.Answer(Word::Yes);
-      rig.Load();
-      EXPECT_EQ(rig.judge().EventName(), readable ? "Reno" : "Cup");
-      EXPECT_EQ(rig.race().RaceNumber, readable ? 2 : 1);
-      FlyHeat(rig);
-      rig.Click("frmJudge.cmdSave");
-      EXPECT_TRUE(rig.judge().lblNotSaved.Visible());
-      rig.Click("frmJudge.cmdDecHeat");
-      EXPECT_EQ(rig.lane(0).lblStatus.Caption(), "First");
-    }
-    EXPECT_EQ(ReadAll(rig.file), text);
+  Write(rig.file, text);
+  std::filesystem::permissions(rig.folder.Path(), std::filesystem::perms::all);
+  std::filesystem::permissions(rig.file, std::filesystem::perms(0444));
+  const AsOrdinaryUser user;
+  rig.Answer(Word::Yes);
+  rig.Load();
+  EXPECT_EQ(rig.judge().EventName(), "Reno");
+  EXPECT_EQ(rig.race().RaceNumber, 2);
+  FlyHeat(rig);
+  rig.Click("frmJudge.cmdSave");
+  EXPECT_TRUE(rig.judge().lblNotSaved.Visible());
+  EXPECT_EQ(rig.judge().lblNotice.Caption(), "Not saved: Cannot write " + rig.file + ": Permission denied");
+  rig.Click("frmJudge.cmdDecHeat");
+  EXPECT_EQ(rig.lane(0).lblStatus.Caption(), "First");
+  EXPECT_EQ(ReadAll(rig.file), text);
+}
+
+// Counts what the console asks of the disk.
+class CountedFiles : public SystemFileOps {
+ public:
+  int looks = 0;
+  int replacements = 0;
+  int syncs = 0;
+
+  std::error_code Look(const std::string& path, FileStamp& stamp) override {
+    ++looks;
+    return SystemFileOps::Look(path, stamp);
   }
+  std::error_code Rename(const std::string& from, const std::string& to) override {
+    ++replacements;
+    return SystemFileOps::Rename(from, to);
+  }
+  std::error_code Sync(const TempFile& temp) override {
+    ++syncs;
+    return SystemFileOps::Sync(temp);
+  }
+  std::error_code SyncFolder(const std::string& target) override {
+    ++syncs;
+    return SystemFileOps::SyncFolder(target);
+  }
+};
+
+TEST(Project, TheDiskIsAskedOnceASecondNeverInTheRaceAndWrittenOnceASave) {
+  CountedFiles files;
+  ConsoleRig rig(false, files);
+  rig.Load();
+  files.looks = 0;
+  for (int i = 0; i < 50; ++i) {
+    rig.At(1000 + i * 100);
+    rig.Click("frmJudge.lblStatus");
+  }
+  EXPECT_GE(files.looks, 4);
+  EXPECT_LE(files.looks, 6);
+
+  rig.Click("frmJudge.cmdStart");
+  files.looks = 0;
+  for (int lap = 0; lap < 9; ++lap) {
+    rig.At(rig.platform.ClockMs() + 4000);
+    for (const char* key : {"F1", "F2", "F3", "F4"}) rig.Key(key);
+  }
+  EXPECT_EQ(files.looks, 0);
+  rig.At(rig.platform.ClockMs() + 60000);
+  ASSERT_TRUE(rig.judge().cmdSave.Enabled());
+  files.replacements = files.syncs = 0;
+  rig.Click("frmJudge.cmdSave");
+  EXPECT_EQ(files.replacements, 1);
+  EXPECT_EQ(files.syncs, 2);
+  EXPECT_NE(ReadAll(rig.file).find("[Current]\r\nRace=2"), std::string::npos);
 }
 
 TEST(Project, AReflyKeepsTheOriginalAndPointsToTheRefly) {

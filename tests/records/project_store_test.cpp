@@ -125,6 +125,25 @@ TEST_F(ProjectStoreTest, ChangesOfAnotherProgramAndOwnOnesAreBothKept) {
   EXPECT_EQ(File(), both);
 }
 
+TEST_F(ProjectStoreTest, AContestOutlivesAProgramThatEmptiesItsFileOrPutsAnotherThere) {
+  const std::string contest = "[Current]\nTitle=Cup\n";
+  OpenWith(contest);
+  PutFile(path_, "\n");
+  EXPECT_EQ(store_.Read("Current", "Title", ""), "Cup");
+  EXPECT_FALSE(store_.Saved());
+  EXPECT_TRUE(store_.Retry());
+  EXPECT_EQ(File(), contest);
+
+  PutFile(path_, "quorvane-journal 1\n");
+  store_.Write("Current", "Title", "Derby");
+  EXPECT_FALSE(store_.Saved());
+  EXPECT_EQ(store_.Read("Current", "Title", ""), "Derby");
+  EXPECT_EQ(File(), "quorvane-journal 1\n");
+  fs::remove(path_);
+  EXPECT_TRUE(store_.Retry());
+  EXPECT_EQ(File(), "[Current]\nTitle=Derby\n");
+}
+
 TEST_F(ProjectStoreTest, AChangeInTheMiddleOfASaveIsTakenIn) {
   OpenWith("[a]\nk=1\n");
   files_.before_rename = [&] {

@@ -10,6 +10,7 @@ namespace quorvane {
 namespace {
 
 namespace fs = std::filesystem;
+using Opened = Project::Opened;
 
 TEST(Project, OneLeftWithSomethingUnsavedCanBeOpenedAgain) {
   const ScratchFolder folder;
@@ -17,14 +18,14 @@ TEST(Project, OneLeftWithSomethingUnsavedCanBeOpenedAgain) {
   Project project(race);
   const std::string away = folder / "stick/day.ini";
   const std::string other = folder / "other.ini";
-  ASSERT_TRUE(project.Open(away));
+  ASSERT_EQ(project.Open(away), Opened::Yes);
   project.SetProjectValue("Race1", "Comments", "windy");
   EXPECT_NE(project.Problem().find(away), std::string::npos);
-  ASSERT_TRUE(project.Open(other));
+  ASSERT_EQ(project.Open(other), Opened::Yes);
   project.SetProjectValue("Race1", "Comments", "calm");
   EXPECT_FALSE(project.Saved());
 
-  ASSERT_TRUE(project.Open(away));
+  ASSERT_EQ(project.Open(away), Opened::Yes);
   EXPECT_EQ(race.ProjectFile, away);
   EXPECT_EQ(project.GetProjectValue("Race1", "Comments", ""), "windy");
   fs::create_directory(folder / "stick");
@@ -37,15 +38,21 @@ TEST(Project, AFileIsOpenInOneConsoleAtATimeUnderAnyName) {
   const ScratchFolder folder;
   RaceState race, race2;
   Project project(race), console2(race2);
-  ASSERT_TRUE(project.Open(folder / "day.ini"));
+  ASSERT_EQ(project.Open(folder / "day.ini"), Opened::Yes);
   project.SetProjectValue("Current", "Title", "Cup");
   fs::create_symlink("day.ini", folder / "link.ini");
-  EXPECT_FALSE(console2.Open(folder / "link.ini"));
-  EXPECT_TRUE(project.Open(folder / "link.ini"));
-  EXPECT_TRUE(project.Open(folder / "./day.ini"));
-  EXPECT_FALSE(console2.Open(folder / "link.ini"));
-  EXPECT_TRUE(project.Open(folder / "other.ini"));
-  EXPECT_TRUE(console2.Open(folder / "link.ini"));
+  fs::create_hard_link(folder / "day.ini", folder / "second.ini");
+  for (const char* name : {"link.ini", "second.ini"}) {
+    EXPECT_EQ(console2.Open(folder / name), Opened::HeldElsewhere) << name;
+  }
+  EXPECT_EQ(project.Open(folder / "second.ini"), Opened::Yes);
+  EXPECT_EQ(race.ProjectFile, folder / "day.ini") << "the one that goes on being written";
+  EXPECT_EQ(project.Open(folder / "./day.ini"), Opened::Yes);
+  EXPECT_EQ(console2.Open(folder / "link.ini"), Opened::HeldElsewhere);
+  project.SetProjectValue("Current", "Title", "Derby");
+  EXPECT_EQ(console2.Open(folder / "second.ini"), Opened::Yes) << "a file of its own since the save";
+  EXPECT_EQ(project.Open(folder / "other.ini"), Opened::Yes);
+  EXPECT_EQ(console2.Open(folder / "link.ini"), Opened::Yes);
 }
 
 TEST(Project, PathsAreTakenApartAtEitherSeparator) {
