@@ -10,6 +10,7 @@ namespace quorvane {
 namespace {
 constexpr int kOnTheWayMs = 150;
 constexpr int kExpectedMs = 1000;  // for the desktop to do what the program has asked
+constexpr int kPaintMs = 40;       // between two paintings inside an event
 }  // namespace
 
 Windows::Windows(Door& door) : door_(door) {
@@ -130,13 +131,17 @@ void Windows::FollowForm(const Form& form) {
   }
 }
 
+// Nobody sees more than some pictures a second, and a flood of frames asks for thousands. What is left out here
+// is painted when the event has ended.
 void Windows::Paint() {
+  if (painted_.isValid() && painted_.elapsed() < kPaintMs) return;
   Apply();
   for (const auto& window : windows_) {
     if (!window->isVisible()) continue;
     QEvent paint(QEvent::UpdateRequest);  // paints what is marked as changed, and delivers nothing
     QCoreApplication::sendEvent(window.get(), &paint);
   }
+  painted_.start();
 }
 
 void Windows::BringForward(const Form& form) {

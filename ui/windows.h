@@ -33,7 +33,7 @@ class Windows : public QObject, public ControlObserver {
   QWidget* DialogParent() const;
 
   void Apply();
-  // Shows the changes and paints them now; nothing else happens meanwhile.
+  // Shows the changes and paints them now, unless it has just done so; nothing else happens meanwhile.
   void Paint();
   void BringForward(const Form& form);
 
@@ -59,6 +59,7 @@ class Windows : public QObject, public ControlObserver {
   FormWindow* expected_ = nullptr;  // brought forward by the program, not by the operator
   QElapsedTimer expectedSince_;
   QElapsedTimer focusLost_;  // since no window of this program has had it
+  QElapsedTimer painted_;    // since the last Paint
 };
 
 }  // namespace quorvane

@@ -86,6 +86,42 @@ TEST_F(ProgramWindowsTest, LinkWidensForTheMessageDetail) {
   EXPECT_GT(std::abs(wide - narrow), 200);
 }
 
+class PaintCounter : public QObject {
+ public:
+  bool eventFilter(QObject*, QEvent* event) override {
+    if (event->type() == QEvent::Paint) ++painted;
+    return false;
+  }
+  int painted = 0;
+};
+
+TEST_F(ProgramWindowsTest, AFloodOfFramesIsNotPaintedFrameByFrame) {
+  serial.ports = {{5, true}};
+  settings.SaveSetting("frmSerialPort", "CommPort", "5");
+  settings.SaveSetting("frmSerialPort", "More", ">");
+  Load();
+  PaintCounter counter;
+  Shown(program.link().lblMsg)->installEventFilter(&counter);
+  Event bytes;
+  bytes.kind = EventKind::Bytes;
+  for (std::uint8_t i = 0; i < 200; ++i) {
+    StationMessage message;
+    message.Wig1 = kWig1;
+    message.Wig2 = kWig2;
+    message.From = i % 3;
+    message.To = kConsole;
+    message.Temp = i;
+    message.Ecc = ComputeEcc(EncodeFrame(message));
+    const FrameBytes frame = EncodeFrame(message);
+    bytes.bytes.insert(bytes.bytes.end(), frame.begin(), frame.end());
+  }
+  program.door().Enter(bytes);
+  Settle();
+  EXPECT_EQ(program.link().Counters().GoodFrames(), 200);
+  EXPECT_GT(counter.painted, 0);
+  EXPECT_LT(counter.painted, 40);
+}
+
 TEST_F(ProgramWindowsTest, ClosingAWindowIsForTheProgramToDecide) {
   Load();
   QCloseEvent closeLink;
