@@ -86,7 +86,7 @@ class frmJudge : public Form, private LaneOwner, private LinkOwner {
   Control& lblReadComm;
   Control& lblWriteComm;
   Control& lblController;  // shown while this console acts for the starter and the timers
-  Control& lblSilent;      // beside lblComm: names stations that fell silent in the race
+  Control& lblSilent;      // beside lblComm: what is wrong with the radio
   ControlArray fraLane;    // 0..3, where the lane panels stand
   Control& tmrTimeTick;
   Control& tmrSaveRetry;  // tries again to write what is not on the disk yet

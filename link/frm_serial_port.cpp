@@ -11,6 +11,7 @@ constexpr int kLastOption = 31;
 constexpr int kLastStation = 7;
 constexpr std::int32_t kIndicatorsMs = 100;
 constexpr std::int32_t kSilenceMs = 500;
+constexpr std::int32_t kPortMs = 1000;
 
 }  // namespace
 
@@ -25,6 +26,7 @@ frmSerialPort::frmSerialPort(Door& door, RaceState& race, LinkOwner& owner, Seri
       tmrAging(Add(ControlKind::Timer, "tmrAging")),
       tmrIndicators(Add(ControlKind::Timer, "tmrIndicators")),
       tmrSilence(Add(ControlKind::Timer, "tmrSilence")),
+      tmrPort(Add(ControlKind::Timer, "tmrPort")),
       fraStations(AddCaptioned(ControlKind::Frame, "fraStations", "Stations")),
       lblStationHeader(
           AddCaptioned(ControlKind::Label, "lblStationHeader", "Stn ----  Age Volt Tmp", &fraStations)),
@@ -56,6 +58,7 @@ frmSerialPort::frmSerialPort(Door& door, RaceState& race, LinkOwner& owner, Seri
     label->SetVisible(false);
   }
   tmrSilence.SetInterval(kSilenceMs);
+  tmrPort.SetInterval(kPortMs);
   HookEvents();
 }
 
@@ -71,6 +74,7 @@ void frmSerialPort::HookEvents() {
   cmdCopyMsg.onClick = [this] { cmdCopyMsg_Click(); };
   cmdCopyCounters.onClick = [this] { cmdCopyCounters_Click(); };
   tmrSilence.onTimer = [this] { tmrSilence_Timer(); };
+  tmrPort.onTimer = [this] { tmrPort_Timer(); };
   tmrAging.onTimer = [this] { tmrAging_Timer(); };
   tmrIndicators.onTimer = [this] { tmrIndicators_Timer(); };
 }

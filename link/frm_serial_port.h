@@ -39,10 +39,12 @@ class frmSerialPort : public Form, private FrameSink {
   void Activated() override;  // probes the ports, selects the saved one again, restores the controller box
   void CloseRequested() override;
 
-  // Port.
+  // Port. One that was chosen and does not open, or is unplugged, is awaited: it comes up by itself as soon
+  // as it can be opened, and the reason is shown until then.
   bool PortAvailable(int port);  // leaves the port open when it is
   void optPort_Click(int index);
   void DisplayCommError();
+  void tmrPort_Timer();
 
   // Frames.
   void MSComm1_OnComm();
@@ -98,7 +100,8 @@ class frmSerialPort : public Form, private FrameSink {
   Control& cmdHide;
   Control& tmrAging;
   Control& tmrIndicators;
-  Control& tmrSilence;  // runs while a race is flown
+  Control& tmrSilence;  // runs from the start of a race until it is saved or called off
+  Control& tmrPort;     // runs while a port that exists is awaited
 
   Control& fraStations;
   Control& lblStationHeader;
@@ -106,7 +109,7 @@ class frmSerialPort : public Form, private FrameSink {
   ControlArray lblAge;  // its tag: when the station was last heard, empty when never
   ControlArray lblVolt;
   ControlArray lblTemp;
-  ControlArray lblSilent;  // shown beside a station that has fallen silent
+  ControlArray lblSilent;  // shown beside a station that is silent while a race is flown
   Control& cmdStation;     // lies over the name of the station that alone is polled
 
   Control& fraMore;
@@ -131,7 +134,11 @@ class frmSerialPort : public Form, private FrameSink {
   SerialError OpenPort(int port);
   void ClosePort();
   void ReportOpenFailure(const SerialError& error);
-  void ReopenLostPort();
+  SerialError TryPort(int port);
+  void AwaitPort(int port, const SerialError& reason);
+  void OpenAwaitedPort();
+  std::string AwaitedText() const;
+  std::string AwaitedShort() const;
   void ShowPortLabel(const std::string& text, Color color);
 
   void HandleFrame(const StationMessage& frame);
@@ -146,6 +153,10 @@ class frmSerialPort : public Form, private FrameSink {
   void NoteSignOfLife(int from);
   void WatchForSilence();
   void MarkSilentStations();
+  bool IsExpected(int address) const;
+  bool IsQuiet(int address) const;
+  std::string SilenceText() const;
+  void ShowRadioWarning();
   bool ConfirmControl();
   void RestoreControllerBox();
   std::string Setting(const std::string& key, const std::string& fallback);
@@ -163,7 +174,8 @@ class frmSerialPort : public Form, private FrameSink {
   std::array<StationMessage, kLastStationMessages> LastStationMessage_;
 
   std::int16_t PortNumber_ = -1;  // -1: no port
-  int lostPort_ = 0;              // unplugged while it was open; 0: none
+  int awaitedPort_ = 0;           // 0: none
+  SerialError awaitedReason_;
   std::vector<int> shownPorts_;
   bool selectingPort_ = false;
   bool receiving_ = false;
@@ -173,6 +185,7 @@ class frmSerialPort : public Form, private FrameSink {
   std::int16_t LastShownFrom_ = 0;
   bool Frozen_ = false;
   std::int64_t raceSeen_ = 0;  // when the race that is flown was first seen
+  std::array<bool, LinkCounters::kStations> silent_ = {};
   // Of the last frame that was no acknowledgement, received or sent.
   std::uint8_t onAirFrom_ = kConsole;
   std::uint8_t onAirTo_ = kConsole;

@@ -3,15 +3,28 @@
 
 #include <algorithm>
 
+#include "common/checked.h"
+#include "common/stations.h"
 #include "link/frm_serial_port.h"
 
 namespace quorvane {
 namespace {
 
+constexpr int kUnassigned = 5;
+
 // The program's lines end with a carriage return, other programs' with a line feed.
 std::string ForClipboard(std::string text) {
   std::replace(text.begin(), text.end(), '\r', '\n');
   return text + "\n";
+}
+
+// " P1 TM": the short names.
+std::string Codes(const std::vector<int>& stations) {
+  std::string text;
+  for (const int station : stations) {
+    text += station == kUnassigned ? " 5" : " " + std::string(Element(StationCodes, station));
+  }
+  return text;
 }
 
 }  // namespace
@@ -31,10 +44,10 @@ void frmSerialPort::cmdCopyCounters_Click() {
 // Silence counts from the start of the race at the earliest: between races a station speaks only when it is
 // polled.
 void frmSerialPort::WatchForSilence() {
-  const bool flying = race_.RaceActive && !race_.RaceDone;
-  if (flying == tmrSilence.Enabled()) return;
+  if (race_.RaceActive == tmrSilence.Enabled()) return;
   raceSeen_ = door_.Now();
-  tmrSilence.SetEnabled(flying);
+  silent_ = {};
+  tmrSilence.SetEnabled(race_.RaceActive);
   MarkSilentStations();
 }
 
@@ -48,6 +61,7 @@ int frmSerialPort::NoteOnAir(const StationMessage& frame) {
   }
   if (frame.To != onAirFrom_) return kAcknowledgement;
   counters_.Heard(onAirTo_, door_.Now());
+  if (Visible()) MarkStationHeard(onAirTo_);
   return onAirTo_;
 }
 
@@ -62,17 +76,57 @@ void frmSerialPort::tmrSilence_Timer() {
   MarkSilentStations();
 }
 
+// Nobody misses what was never heard of an address that belongs to nobody, or of a station that the console
+// stands in for.
+bool frmSerialPort::IsExpected(int address) const {
+  if (counters_.WasHeard(address)) return true;
+  const bool stoodInFor = IsControllerMode() && (address == kStarter || address == kTimers);
+  return address != kUnassigned && !stoodInFor;
+}
+
+// A console without a radio misses nobody.
+bool frmSerialPort::IsQuiet(int address) const {
+  if (!race_.RaceActive || !race_.CommActive || !IsExpected(address)) return false;
+  return counters_.IsSilent(address, door_.Now(), raceSeen_);
+}
+
+// After the finish the stations may fall silent; those that did before it are named until the race is saved
+// or called off, because its times may have suffered.
 void frmSerialPort::MarkSilentStations() {
-  std::string names;
   for (int i = 0; i < LinkCounters::kStations; ++i) {
-    const bool silent = tmrSilence.Enabled() && counters_.IsSilent(i, door_.Now(), raceSeen_);
+    bool& silent = Element(silent_, i);
+    silent = IsQuiet(i) && (silent || !race_.RaceDone);
     lblSilent[i].SetVisible(silent);
-    if (silent) names += (names.empty() ? "Silent: " : ", ") + StationLabel(i);
   }
+  ShowRadioWarning();
+}
+
+// The more there are, the shorter: all of it must fit beside the port.
+std::string frmSerialPort::SilenceText() const {
+  std::vector<int> fallen;
+  std::vector<int> never;
+  bool all = true;
+  for (int i = 0; i < LinkCounters::kStations; ++i) {
+    const bool silent = Element(silent_, i);
+    if (silent) (counters_.WasHeard(i) ? fallen : never).push_back(i);
+    if (!silent && IsExpected(i)) all = false;
+  }
+  if (all) return "RADIO SILENT";
+  if (fallen.size() + never.size() == 1) {
+    return fallen.empty() ? "Never heard: " + StationLabel(never[0]) : "Silent: " + StationLabel(fallen[0]);
+  }
+  std::string text = fallen.empty() ? "" : "Silent:" + Codes(fallen);
+  if (!never.empty()) text += (text.empty() ? "Never heard:" : ", never:") + Codes(never);
+  return text;
+}
+
+// On the console, where the operator looks during a race.
+void frmSerialPort::ShowRadioWarning() {
   Control* label = owner_.SilenceLabel();
   if (label == nullptr) return;
-  label->SetCaption(names);
-  label->SetVisible(!names.empty());
+  const std::string text = awaitedPort_ != 0 ? AwaitedShort() : SilenceText();
+  label->SetCaption(text);
+  label->SetVisible(!text.empty());
 }
 
 }  // namespace quorvane

@@ -12,27 +12,39 @@ namespace {
 constexpr const char* kLineSettings = "9600,n,8,1";
 constexpr const char* kPortKey = "CommPort";
 constexpr int kLastPort = 31;
-constexpr int kPortOverrun = 1006;
-constexpr int kReceiveOverflow = 1008;
 
 std::string PortText(int port) {
   return "COM" + std::to_string(port);
 }
 
+std::string ReasonText(int error) {
+  switch (error) {
+    case kErrorNoSuchPort:
+    case kErrorNotFound:
+      return " is not there";
+    case kErrorDenied:
+      return ": no permission";
+    case kErrorBusy:
+      return " is in use";
+    default:
+      return " does not open";
+  }
+}
+
 std::string CommErrorText(int code) {
   switch (code) {
-    case 1001:
+    case kCommBreak:
       return "A Break signal was received";
-    case 1004:
+    case kCommFraming:
       return "Framing Error. The hardware detected a framing error.";
-    case kPortOverrun:
+    case kCommOverrun:
       return "Port Overrun. A character was not read from the hardware before the next character arrived and "
              "was lost.";
-    case kReceiveOverflow:
+    case kCommOverflow:
       return "Receive Buffer Overflow. There is no room in the receive buffer.";
-    case 1009:
+    case kCommParity:
       return "Parity Error. The hardware detected a parity error.";
-    case 1010:
+    case kCommSendFull:
       return "Transmit Buffer Full. The transmit buffer was full while trying to queue a character.";
     case 1011:
       return "Unexpected error retrieving Device Control Block (DCB) for the port.";
@@ -44,10 +56,14 @@ std::string CommErrorText(int code) {
 }  // namespace
 
 bool frmSerialPort::PortAvailable(int port) {
+  return !TryPort(port);
+}
+
+SerialError frmSerialPort::TryPort(int port) {
   ClosePort();
   MSComm1_.SetSettings(kLineSettings);
-  if (MSComm1_.SetCommPort(port)) return false;
-  return !MSComm1_.SetPortOpen(true);
+  if (SerialError error = MSComm1_.SetCommPort(port)) return error;
+  return MSComm1_.SetPortOpen(true);
 }
 
 // Closes the open port and opens the saved one again. A saved port that is missing stays saved: it may only
@@ -55,13 +71,17 @@ bool frmSerialPort::PortAvailable(int port) {
 void frmSerialPort::BuildPortList() {
   const double saved = LeadingNumber(Setting(kPortKey, "-1"));
   std::vector<int> ports;
+  SerialError savedError;
   for (int port = 1; port <= kLastPort; ++port) {
-    if (PortAvailable(port)) ports.push_back(port);
+    const SerialError error = TryPort(port);
+    if (!error) ports.push_back(port);
+    if (port == saved) savedError = error;
   }
   ShowPorts(ports);
   const auto found = std::find(ports.begin(), ports.end(), saved);
   const bool missing = found == ports.end();
   SelectPort(missing ? 0 : static_cast<int>(found - ports.begin()) + 1, !missing || saved < 0);
+  if (savedError) AwaitPort(static_cast<int>(saved), savedError);
 }
 
 void frmSerialPort::ShowPorts(const std::vector<int>& ports) {
@@ -85,7 +105,6 @@ void frmSerialPort::TickPort(int index) {
 // The port that is open stays so: opened anew, it would lose what is on the air meanwhile.
 void frmSerialPort::optPort_Click(int index) {
   if (race_.CommActive && optPort[index].Value() != 0) return;
-  lostPort_ = 0;
   SelectPort(index, true);
 }
 
@@ -96,11 +115,12 @@ void frmSerialPort::SelectPort(int index, bool remember) {
   PortNumber_ = LeadingInteger(optPort[index].Tag());
   if (remember) SaveSetting(kPortKey, std::to_string(PortNumber_));
   ClosePort();
+  AwaitPort(0, {});
   if (PortNumber_ >= 0) {
-    lostPort_ = 0;
     if (const SerialError error = OpenPort(PortNumber_)) {
       ReportOpenFailure(error);
       ShowPortLabel(PortText(PortNumber_) + " - Off", kRed);
+      AwaitPort(PortNumber_, error);
     }
   } else {
     ShowPortLabel("No Comm", kRed);
@@ -143,24 +163,38 @@ void frmSerialPort::ShowPortLabel(const std::string& text, Color color) {
   owner_.CommLabel().SetForeColor(color);
 }
 
-// A port that disappears is opened again by itself when the same number comes back: the operator has a race
-// to judge.
+// The operator has a race to judge: a port that disappears is opened again by itself when it is back.
 void frmSerialPort::PortsChanged(const std::vector<int>& ports) {
   const auto exists = [&](int port) { return std::find(ports.begin(), ports.end(), port) != ports.end(); };
   if (MSComm1_.PortOpen() && !exists(PortNumber_)) {
     ClosePort();
-    lostPort_ = PortNumber_;
     ShowPortLabel(PortText(PortNumber_) + " - Off", kRed);
-  } else if (lostPort_ != 0 && exists(lostPort_)) {
-    ReopenLostPort();
+    AwaitPort(PortNumber_, {kErrorNoSuchPort});
+  } else if (awaitedPort_ != 0 && exists(awaitedPort_)) {
+    OpenAwaitedPort();
   }
 }
 
+// One that does not exist is not tried: the change of the ports tells when it does.
+void frmSerialPort::AwaitPort(int port, const SerialError& reason) {
+  const bool awaited = awaitedPort_ != 0;
+  awaitedPort_ = port;
+  awaitedReason_ = reason;
+  tmrPort.SetEnabled(port != 0 && reason.number != kErrorNoSuchPort);
+  if (awaited || port != 0) lblMessage.SetCaption(AwaitedText());
+  ShowRadioWarning();
+}
+
+void frmSerialPort::tmrPort_Timer() {
+  OpenAwaitedPort();
+}
+
 // Quietly: it is tried again until the port opens or the operator chooses another one.
-void frmSerialPort::ReopenLostPort() {
-  if (lostPort_ == 0 || OpenPort(lostPort_)) return;
-  PortNumber_ = ToInteger(lostPort_);
-  lostPort_ = 0;
+void frmSerialPort::OpenAwaitedPort() {
+  if (awaitedPort_ == 0 || selectingPort_) return;
+  if (const SerialError error = OpenPort(awaitedPort_)) return AwaitPort(awaitedPort_, error);
+  PortNumber_ = ToInteger(awaitedPort_);
+  AwaitPort(0, {});
   std::vector<int> ports = shownPorts_;
   auto place = std::lower_bound(ports.begin(), ports.end(), PortNumber_);
   if (place == ports.end() || *place != PortNumber_) {
@@ -170,10 +204,23 @@ void frmSerialPort::ReopenLostPort() {
   TickPort(static_cast<int>(place - ports.begin()) + 1);
 }
 
+// For the console, in a few words.
+std::string frmSerialPort::AwaitedShort() const {
+  return PortText(awaitedPort_) + ReasonText(awaitedReason_.number);
+}
+
+std::string frmSerialPort::AwaitedText() const {
+  if (awaitedPort_ == 0) return "";
+  const std::string port = PortText(awaitedPort_);
+  if (awaitedReason_.number == kErrorNoSuchPort)
+    return port + " is not there. It opens when it is plugged in.";
+  return port + " does not open yet. " + awaitedReason_.description;
+}
+
 void frmSerialPort::DisplayCommError() {
   const int code = MSComm1_.CommEvent();
   // A modem that was sending already fills the buffers before the console reads them for the first time.
-  if ((code == kPortOverrun || code == kReceiveOverflow) && receiver_.PortJustOpened()) return;
+  if ((code == kCommOverrun || code == kCommOverflow) && receiver_.PortJustOpened()) return;
   ShowLinkMessage(CommErrorText(code));
 }
 

@@ -20,6 +20,7 @@ void frmSerialPort::BytesArrived(const std::vector<std::uint8_t>& bytes) {
 }
 
 void frmSerialPort::LineError(int code) {
+  counters_.LineError(code);
   MSComm1_.SetCommEvent(code);
   MSComm1_OnComm();
 }

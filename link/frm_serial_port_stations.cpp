@@ -66,8 +66,7 @@ void frmSerialPort::ShowStationHealth(const StationMessage& frame) {
 }
 
 void frmSerialPort::tmrAging_Timer() {
-  lblMessage.SetCaption("");
-  ReopenLostPort();
+  lblMessage.SetCaption(AwaitedText());
   for (int i = 0; i < kStations; ++i) AgeStation(i);
   if (!race_.RaceActive) PollNextStation();
   WatchForSilence();

@@ -4,6 +4,7 @@
 
 #include "common/checked.h"
 #include "common/text.h"
+#include "link/serial_control.h"
 #include "link/station_message.h"
 
 namespace quorvane {
@@ -11,6 +12,25 @@ namespace {
 
 constexpr std::size_t Slot(std::int64_t second, std::size_t slots) {
   return static_cast<std::size_t>(second) % slots;
+}
+
+std::string LineErrorName(int code) {
+  switch (code) {
+    case kCommBreak:
+      return "break";
+    case kCommFraming:
+      return "framing";
+    case kCommOverrun:
+      return "overrun";
+    case kCommOverflow:
+      return "overflow";
+    case kCommParity:
+      return "parity";
+    case kCommSendFull:
+      return "unsent";
+    default:
+      return "#" + std::to_string(code);
+  }
 }
 
 }  // namespace
@@ -51,9 +71,13 @@ std::int64_t LinkCounters::LongestSilence(int address, std::int64_t now) const {
   return std::max(station.longestSilence, now - station.lastHeard);
 }
 
+bool LinkCounters::WasHeard(int address) const {
+  return Element(stations_, address).lastHeard >= 0;
+}
+
 bool LinkCounters::IsSilent(int address, std::int64_t now, std::int64_t since) const {
   const Station& station = Element(stations_, address);
-  return station.lastHeard >= 0 && now - std::max(station.lastHeard, since) > kSilentAfterMs;
+  return now - std::max(station.lastHeard, since) > kSilentAfterMs;
 }
 
 // Over the last whole seconds, as many of the ten as have passed.
@@ -66,16 +90,25 @@ std::string LinkCounters::RateText(std::int64_t now) const {
   return FormatRatio(frames, std::clamp<std::int64_t>(running, 1, kRateSeconds), 1);
 }
 
+// "5 framing, 2 overrun": what the line itself did wrong, by the names of its errors.
+std::string LinkCounters::LineErrorsText() const {
+  std::string text;
+  for (const auto& [code, count] : lineErrors_) {
+    text += (text.empty() ? "" : ", ") + std::to_string(count) + " " + LineErrorName(code);
+  }
+  return text.empty() ? "0" : text;
+}
+
 std::string LinkCounters::Text(int buffered, std::int64_t now) const {
-  std::string text = "Good frames: " + std::to_string(good_);
-  text += "\rFrames per second: " + RateText(now);
+  std::string text = "Good frames: " + std::to_string(good_) + ", " + RateText(now) + " per second";
   text += "\rDamaged frames: " + std::to_string(damaged_);
   text += "\rBytes skipped: " + std::to_string(BytesSkipped(buffered));
+  text += "\rLine errors: " + LineErrorsText();
   text += "\rFrames sent: " + std::to_string(sent_);
   text += "\rStation: frames, longest silence";
   for (int i = 0; i < kStations; ++i) {
     text += "\r" + StationLabel(i) + ": " + std::to_string(FramesFrom(i));
-    if (FramesFrom(i) > 0) text += ", " + FormatRatio(LongestSilence(i, now), 1000, 1) + " s";
+    if (WasHeard(i)) text += ", " + FormatRatio(LongestSilence(i, now), 1000, 1) + " s";
   }
   return text;
 }

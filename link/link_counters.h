@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <map>
 #include <string>
 
 namespace quorvane {
@@ -20,6 +21,7 @@ class LinkCounters {
   void Good(int from, std::int64_t now);
   void Damaged() { ++damaged_; }
   void Sent() { ++sent_; }
+  void LineError(int code) { ++lineErrors_[code]; }  // the serial control's code
   // The station was heard without a frame that names it: an acknowledgement.
   void Heard(int address, std::int64_t now);
 
@@ -32,7 +34,8 @@ class LinkCounters {
   std::int64_t FramesFrom(int address) const;
   // The longest time between two signs of life, or since the last one; 0 when the station was never heard.
   std::int64_t LongestSilence(int address, std::int64_t now) const;
-  // A station that has been heard, but not for more than five seconds, nor since `since`.
+  bool WasHeard(int address) const;
+  // A station that has not been heard for more than five seconds, counted from `since` at the earliest.
   bool IsSilent(int address, std::int64_t now, std::int64_t since) const;
 
   // Everything as text; lines end with a carriage return, the last one does not.
@@ -51,11 +54,13 @@ class LinkCounters {
     std::int64_t frames = 0;
   };
   std::string RateText(std::int64_t now) const;
+  std::string LineErrorsText() const;
 
   std::int64_t bytesReceived_ = 0;
   std::int64_t good_ = 0;
   std::int64_t damaged_ = 0;
   std::int64_t sent_ = 0;
+  std::map<int, std::int64_t> lineErrors_;  // by code
   std::array<Station, kStations> stations_;
   std::array<Second, kRateSeconds + 1> seconds_;  // the running second and those before it
 };

@@ -30,7 +30,8 @@ class LinkOwner {
   virtual Control& ReadLamp() = 0;             // lblReadComm
   virtual Control& WriteLamp() = 0;            // lblWriteComm
   virtual Control& SixtySecondCountBox() = 0;  // chkSixtySecondCount
-  // Beside lblComm: names the stations that have fallen silent during the race. Null when there is none.
+  // Beside lblComm: what is wrong with the radio, in few words: why the port is not open, or which stations
+  // are silent in the race. Null when there is none.
   virtual Control* SilenceLabel() { return nullptr; }
 };
 

@@ -14,7 +14,18 @@ struct SerialError {
 };
 
 inline constexpr int kErrorNoSuchPort = 8002;
+// Numbers as the operating system gives them.
+inline constexpr int kErrorNotFound = 2;
+inline constexpr int kErrorInput = 5;
+inline constexpr int kErrorDenied = 13;
+inline constexpr int kErrorBusy = 16;
 inline constexpr int kCommEventReceive = 2;  // an ordinary event; 1000 and above are line errors
+inline constexpr int kCommBreak = 1001;
+inline constexpr int kCommFraming = 1004;
+inline constexpr int kCommOverrun = 1006;
+inline constexpr int kCommOverflow = 1008;
+inline constexpr int kCommParity = 1009;
+inline constexpr int kCommSendFull = 1010;
 
 // The serial port as the link form works it. The part that belongs to the platform (the device itself) is in
 // the protected operations; bytes and line errors reach it through the door, which calls Receive and

@@ -1,7 +1,7 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QSerialPort>
-#include <QString>
 #include <QTimer>
 #include <functional>
 #include <map>
@@ -10,6 +10,7 @@
 
 #include "common/door.h"
 #include "console/serial_ports.h"
+#include "ui/serial_devices.h"
 
 namespace quorvane {
 
@@ -18,7 +19,7 @@ namespace quorvane {
 // arrives, and a device that is unplugged or plugged in again, reaches the program through the door.
 class QtSerial : public SerialControl {
  public:
-  using GivenPorts = std::map<int, std::string>;  // COM number -> path
+  using GivenPorts = SerialDevices::GivenPorts;
 
   QtSerial(SettingsStore& settings, GivenPorts given);
 
@@ -39,25 +40,26 @@ class QtSerial : public SerialControl {
  private:
   const std::map<int, SerialDevice>& Devices();
   void List();
-  bool MayHaveChanged();
   SerialError TryDevice(int port, const std::string& settings);
   void TellBytes();
   void TellPorts();
   void TellLineError(int code);
   void HangUp();
   void Look();
-  void LookForLost();
 
   SettingsStore& settings_;
-  const GivenPorts given_;
+  SerialDevices list_;
   Door* door_ = nullptr;
   QSerialPort device_;
+  int openings_ = 0;  // counts, so that an error is known for that of an earlier device
+  LineErrors lineErrors_;
   Opened opened_;
-  QTimer look_;   // for devices that come and go
-  int lost_ = 0;  // its number, 0: none
+  QTimer look_;     // for devices that come and go, and for line errors
+  int failed_ = 0;  // the device that failed while it was open, counts as absent for a moment; 0: none
+  QElapsedTimer failedSince_;
   std::map<int, SerialDevice> devices_;
   bool listed_ = false;
-  QString seen_;  // what the last list was made of, to see that it is another one now
+  std::vector<int> told_;  // the ports that the program knows of
 };
 
 }  // namespace quorvane

@@ -142,7 +142,7 @@ TEST(Controller, SilentLateAndTwofoldStationsShow) {
   const std::pair<std::int64_t, const char*> kMarks[] = {{68900, ""},
                                                          {71000, "Silent: Display"},
                                                          {73000, "Silent: Display"},
-                                                         {77000, "Silent: Judges 1, Display"}};
+                                                         {77000, "Silent: P1 DS"}};
   for (const auto& [ms, names] : kMarks) {
     c.link.RunUntil(ms);
     EXPECT_EQ(c.rig.judge().lblSilent.Caption(), names) << ms;

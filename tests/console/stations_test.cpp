@@ -393,9 +393,9 @@ TEST_F(Stations, AStationThatFallsSilentDuringARaceIsNamedBesideTheLink) {
   rig.Receive(Frame(1, 254, 0));
   CountDown();
   EXPECT_TRUE(rig.judge().lblSilent.Visible());
-  EXPECT_EQ(rig.judge().lblSilent.Caption(), "Silent: Judges 2");
+  EXPECT_EQ(rig.judge().lblSilent.Caption(), "Silent: P2, never: P1 P3 TM PY DS");
   rig.Receive(Frame(1, 254, 0));
-  EXPECT_FALSE(rig.judge().lblSilent.Visible());
+  EXPECT_EQ(rig.judge().lblSilent.Caption(), "Never heard: P1 P3 TM PY DS");
 }
 
 TEST(Broadcasts, OnlyAControllerSends) {

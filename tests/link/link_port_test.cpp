@@ -15,6 +15,7 @@ class LinkPortTest : public LinkTest {
     EXPECT_EQ(state.CommActive, caption == "COM" + std::to_string(serial.CommPort()));
     return caption;
   }
+  std::string Why() const { return race.lblSilent.Visible() ? race.lblSilent.Caption() : ""; }
   // "None,COM3,[COM5]": the port buttons that can be seen, with the ticked ones.
   std::string Buttons() const {
     std::string text;
@@ -59,6 +60,7 @@ TEST_F(LinkPortTest, ASavedPortThatIsMissingStaysSaved) {
     EXPECT_EQ(Buttons(), "[None],COM3,COM5") << saved;
     EXPECT_EQ(Comm(), "No Comm");
     EXPECT_EQ(Saved("CommPort"), saved);
+    EXPECT_EQ(Why(), *saved == '7' ? "COM7 is not there" : "");
   }
 }
 
@@ -116,9 +118,10 @@ TEST_F(LinkPortTest, AnUnpluggedPortIsOffUntilItComesBack) {
   serial.busy[5] = {13, "Permission denied"};
   Ports({3, 5});
   EXPECT_EQ(Comm(), "COM5 - Off");
+  EXPECT_EQ(Why(), "COM5: no permission");
   serial.busy.clear();
-  RunUntil(2001);  // tried again
-  EXPECT_EQ(Comm(), "COM5");
+  RunUntil(1001);  // tried again
+  EXPECT_EQ(Comm() + Why(), "COM5");
 
   Ports({3});
   Activate();
@@ -127,6 +130,41 @@ TEST_F(LinkPortTest, AnUnpluggedPortIsOffUntilItComesBack) {
   EXPECT_EQ(Comm(), "COM5");
   EXPECT_EQ(Buttons(), "None,COM3,[COM5]");
   EXPECT_TRUE(platform.shown.empty());
+}
+
+// A saved or chosen port that does not open yet.
+TEST_F(LinkPortTest, APortThatIsAwaitedComesUpByItselfAndSaysWhyUntilThen) {
+  const struct {
+    SerialError error;
+    const char* reason;
+  } cases[] = {{{16, "Another program is using it."}, "COM5 is in use"},
+               {{13, "Permission denied."}, "COM5: no permission"},
+               {{5, "Input/output error"}, "COM5 does not open"}};
+  for (const bool chosen : {false, true}) {
+    for (const auto& [error, reason] : cases) {
+      serial.busy[5] = error;
+      if (chosen) {
+        Click("optPort(0)");
+        Click("optPort(2)");
+      } else {
+        Activate();
+      }
+      EXPECT_EQ(Comm(), chosen ? "COM5 - Off" : "No Comm");
+      EXPECT_EQ(Why(), reason);
+      RunUntil(platform.ClockMs() + 3500);
+      EXPECT_EQ(link.lblMessage.Caption(), "COM5 does not open yet. " + error.description);
+      serial.busy.clear();
+      RunUntil(platform.ClockMs() + 1001);
+      EXPECT_EQ(Comm() + Why() + link.lblMessage.Caption(), "COM5");
+      EXPECT_EQ(Buttons(), "None,COM3,[COM5]");
+    }
+  }
+  serial.busy[5] = {16, ""};
+  Activate();
+  Click("optPort(0)");
+  serial.busy.clear();
+  RunUntil(platform.ClockMs() + 3000);
+  EXPECT_EQ(Comm() + Why(), "No Comm");
 }
 
 TEST_F(LinkPortTest, APortChosenMeanwhileStaysChosen) {

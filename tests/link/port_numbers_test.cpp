@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "link/device_names.h"
 #include "tools/replay/virtual_platform.h"
 
 namespace quorvane {
@@ -62,6 +63,23 @@ TEST(PortNumbers, FullListGivesAwayTheHighestAbsentNumber) {
   const PortNumbering full = AssignPortNumbers(saved, all);
   EXPECT_EQ(full.devices.size(), 31U);
   EXPECT_TRUE(full.added.empty());
+}
+
+TEST(PortNumbers, AnAdapterIsKnownByItsNameAlsoWhenThatComesLate) {
+  DeviceNames names;
+  const auto named = [&](std::int64_t now, const std::vector<ListedPort>& ports) {
+    std::string text = Assigned({{2, "by-id/modem"}, {5, "/dev/given"}}, names.Name(ports, now));
+    return text + (names.Waiting() ? "..." : "");
+  };
+  const ListedPort fresh{"/dev/ttyUSB0", true}, known{"/dev/ttyUSB0", true, 0, "by-id/modem"};
+  EXPECT_EQ(named(0, {{"/dev/ttyS0"}, fresh}), "1=/dev/ttyS0 ...");
+  EXPECT_EQ(named(900, {known}), "2=by-id/modem ");
+  EXPECT_EQ(named(5000, {fresh}), "...");  // another one in the same socket
+  EXPECT_EQ(named(5999, {fresh}), "...");
+  EXPECT_EQ(named(6000, {fresh}), "1=/dev/ttyUSB0 ");  // it gets none
+  EXPECT_EQ(named(7000, {{"/dev/ttyUSB1", true, 60000}}), "1=/dev/ttyUSB1 ");
+  // A number of the command line holds also for an adapter that has a name.
+  EXPECT_EQ(named(8000, {{"/dev/ttyUSB0", true, 0, "by-id/modem", "/dev/given"}}), "5=/dev/given ");
 }
 
 TEST(PortNumbers, AreSavedByPortName) {

@@ -1,7 +1,13 @@
 #include "ui/qt_serial.h"
 
-#include <ctime>
+#include <sys/file.h>
+#include <sys/stat.h>
 
+#include <ctime>
+#include <filesystem>
+#include <fstream>
+
+#include "tests/support/ordinary_user.h"
 #include "tests/ui/modem.h"
 #include "tests/ui/ui_fixture.h"
 
@@ -38,7 +44,8 @@ class QtSerialTest : public UiTest, public DeviceEvents {
   }
 
   const std::string link = InFolder("radio");
-  QtSerial serial{settings, {{5, link}}};
+  const std::string neighbour = InFolder("neighbour");
+  QtSerial serial{settings, {{4, neighbour}, {5, link}}};
   std::string arrived;
   std::function<void()> onBytes;
   std::vector<int> lineErrors;
@@ -110,6 +117,43 @@ TEST_F(QtSerialTest, PortThatCannotBeOpenedSaysWhy) {
   const SerialError error = second.SetPortOpen(true);
   EXPECT_EQ(error.number, 16) << error.description;
   EXPECT_NE(error.description.find("Another program"), std::string::npos);
+}
+
+// Root may not be advised to join a group, and a lock may outlive its program.
+TEST_F(QtSerialTest, AdviceFitsTheReason) {
+  const Modem modem(link);
+  const std::string device = std::filesystem::canonical(link);
+  std::string lock = "/run/lock/LCK.." + device.substr(5);
+  std::replace(lock.begin() + 10, lock.end(), '/', '_');
+  {
+    std::ofstream(lock) << "99999999\nminicom\n";
+    const int held = open(lock.c_str(), O_RDWR | O_CLOEXEC);
+    EXPECT_EQ(flock(held, LOCK_EX), 0);  // so that it is not simply taken away
+    const SerialError error = Open();
+    EXPECT_EQ(error.number, 16);
+    EXPECT_NE(error.description.find("left a lock behind"), std::string::npos) << error.description;
+    close(held);
+    unlink(lock.c_str());
+  }
+  ASSERT_EQ(chmod(device.c_str(), 0), 0);
+  const AsOrdinaryUser ordinary;
+  const SerialError error = Open();
+  EXPECT_EQ(error.number, 13) << error.description;
+  EXPECT_NE(error.description.find("usermod -aG dialout"), std::string::npos) << error.description;
+  EXPECT_EQ(error.description.find("root"), std::string::npos) << error.description;
+}
+
+TEST_F(QtSerialTest, AFaultyNeighbourThatIsProbedClosesOnlyItself) {
+  Modem modem(link);
+  const int faulty = posix_openpt(O_RDWR | O_NOCTTY);  // still locked: opening its other side is an I/O error
+  EXPECT_EQ(symlink(ptsname(faulty), neighbour.c_str()), 0);
+  ASSERT_FALSE(serial.SetCommPort(4));
+  EXPECT_EQ(serial.SetPortOpen(true).number, 5);
+  ASSERT_FALSE(Open());
+  modem.Send("still here");
+  EXPECT_TRUE(WaitFor([&] { return arrived == "still here"; }));
+  EXPECT_EQ(told, 0);
+  close(faulty);
 }
 
 TEST_F(QtSerialTest, NumberOfTheCommandLineIsForThisRunOnly) {
