@@ -131,8 +131,8 @@ void Windows::FollowForm(const Form& form) {
   }
 }
 
-// Nobody sees more than some pictures a second, and a flood of frames asks for thousands. What is left out here
-// is painted when the event has ended.
+// Nobody sees more than some pictures a second, and a flood of frames asks for thousands. What is left out
+// here is painted when the event has ended.
 void Windows::Paint() {
   if (painted_.isValid() && painted_.elapsed() < kPaintMs) return;
   Apply();

@@ -139,10 +139,8 @@ TEST(Controller, SilentLateAndTwofoldStationsShow) {
   EXPECT_EQ(c.FramesFrom(kJudge3), 21 + 2 * 4);
 
   c.rig.Key("F1");
-  const std::pair<std::int64_t, const char*> kMarks[] = {{68900, ""},
-                                                         {71000, "Silent: Display"},
-                                                         {73000, "Silent: Display"},
-                                                         {77000, "Silent: P1 DS"}};
+  const std::pair<std::int64_t, const char*> kMarks[] = {
+      {68900, ""}, {71000, "Silent: Display"}, {73000, "Silent: Display"}, {77000, "Silent: P1 DS"}};
   for (const auto& [ms, names] : kMarks) {
     c.link.RunUntil(ms);
     EXPECT_EQ(c.rig.judge().lblSilent.Caption(), names) << ms;
