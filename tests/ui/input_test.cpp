@@ -147,7 +147,7 @@ TEST_F(InputTest, HeldKeyCountsOnce) {
 
 TEST_F(InputTest, KeysJudgeFromWhateverWindowIsInFront) {
   AddSmallWindows(program, windows.All(), windows.Console());
-  ResultsWindow results(program);
+  ResultsWindow results(program, windows);
   Scoreboard scoreboard(program, windows, settings);
   QtHeatPrinter printer(program, platform, &windows.Console());
   std::string expected;
