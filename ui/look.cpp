@@ -127,8 +127,10 @@ double Contrast(const QColor& a, const QColor& b) {
 }
 
 QColor ReadableOn(const QColor& background, const QColor& text) {
+  constexpr double kLeastSeen = 1.5;  // below, there is no hue to keep
   const QColor end =
       Contrast(background, Qt::black) >= Contrast(background, Qt::white) ? Qt::black : Qt::white;
+  if (Contrast(background, text) < kLeastSeen) return end;
   QColor shown = text;
   for (int step = 1; step <= kHueSteps && Contrast(background, shown) < kLeastContrast; ++step) {
     const auto mixed = [step](int from, int to) { return from + (to - from) * step / kHueSteps; };
