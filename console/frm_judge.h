@@ -214,12 +214,13 @@ class frmJudge : public Form, private LaneOwner, private LinkOwner {
   // is called off.
   enum class StarterMeans { kNothing, kGoesOn, kConcludes, kCallsOff };
   StarterMeans WhatTheStarterMeans(const StationMessage& frame) const;
-  bool BeginsNextCount() const;
+  bool BeginsNextRace() const;
   bool CountsAfterSignal() const;
   bool LapFlown() const;
   bool NothingHeardSinceCount() const;
   bool HasBeenFlown() const;
   bool MissedHold() const;
+  std::int32_t ClockAhead() const;
   void LeaveRaceByHandAlone(const StationMessage& frame);
   void ConcludeForStarter();
   void StarterRuns();

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "common/bits.h"
+#include "common/time_text.h"
 #include "console/frm_judge.h"
 
 namespace quorvane {
@@ -55,13 +56,14 @@ void frmJudge::ForEachLane(const std::function<void(frmLane&, std::size_t)>& par
 }
 
 void frmJudge::ProcessTimersMessage(const StationMessage& frame) {
+  if (!race_.RaceActive) return;
   ForEachLane([&](frmLane& lane, std::size_t i) {
     if (lane.CanDoLap(frame.Lap[i]) && frame.Lit[i] != 0) lane.DoLap(MessageRaceTime_, frame.Lit[i] * 8);
   });
 }
 
 void frmJudge::ProcessPylonMessage(const StationMessage& frame) {
-  if (race_.RaceDone) return;
+  if (!race_.RaceActive || race_.RaceDone) return;
   ForEachLane([&](frmLane& lane, std::size_t i) {
     if (lane.CanDoTurn() && frame.Lit[i] != 0) lane.DoTurn(kTimers, MessageRaceTime_, frame.Lit[i] * 8);
   });
@@ -75,14 +77,11 @@ void frmJudge::ProcessStartersMessage(const StationMessage& frame) {
   }
   // Before its mode is applied: a race must not be recorded under that of the next one.
   if (means == StarterMeans::kConcludes) ConcludeForStarter();
+  if (means != StarterMeans::kGoesOn || frame.Strt == 0) starterMayStart_ = true;
   race_.RaceHolding = HoldBit(frame);
   if (!race_.RaceHolding) ApplyRaceMode(frame.Mode);
   if (means == StarterMeans::kCallsOff) ReadyForNextRace();
-  if (frame.Strt != 0) {
-    StarterRuns();
-  } else {
-    starterMayStart_ = true;
-  }
+  if (frame.Strt != 0) StarterRuns();
   FinishStartersMessage(frame);
 }
 
@@ -93,7 +92,7 @@ frmJudge::StarterMeans frmJudge::WhatTheStarterMeans(const StationMessage& frame
   const bool flownByHand = race_.ManualStart && RaceBeingFlown();
   if (frame.Strt != 0) {
     if (flownByHand) return CountsAfterSignal() ? StarterMeans::kNothing : StarterMeans::kGoesOn;
-    if (!BeginsNextCount()) return StarterMeans::kGoesOn;
+    if (!BeginsNextRace()) return StarterMeans::kGoesOn;
   } else {
     const bool early = LaneStartOffset_ <= kEarlyStop;
     if (race_.ManualStart && !starterClock_ && !(early && flownByHand)) return StarterMeans::kNothing;
@@ -103,14 +102,22 @@ frmJudge::StarterMeans frmJudge::WhatTheStarterMeans(const StationMessage& frame
   return HasBeenFlown() ? StarterMeans::kConcludes : StarterMeans::kCallsOff;
 }
 
-// The starter's clock goes on rising during a race; only that of the next one falls back. A second is allowed
-// for frames that were held up.
-bool frmJudge::BeginsNextCount() const {
+// The starter's clock goes on rising during a race, together with ours; that of the next one falls back. A
+// second is allowed for frames that were held up. What rises all the same is the next race when we have heard
+// nothing of how that came about, but know that ours has been flown.
+bool frmJudge::BeginsNextRace() const {
   const bool counts = LaneStartOffset_ < kStartSignal;
   if (!starterClock_) return counts;
-  if (counts && *starterClock_ < kStartSignal && (race_.RaceDone || LapFlown()))
-    return true;  // flown unheard
-  return LaneStartOffset_ < *starterClock_ - kHeldUp && (counts || race_.RaceDone);
+  if (LaneStartOffset_ < *starterClock_ - kHeldUp) return counts || race_.RaceDone;
+  if (counts) return *starterClock_ < kStartSignal && (race_.RaceDone || LapFlown());
+  // Laps of a race whose signal we have not heard may have been flown after a hold.
+  const bool held = *starterClock_ < kStartSignal && !NothingHeardSinceCount();
+  return race_.RaceDone && !race_.ManualStart && !held && ClockAhead() > 5 * kHeldUp;
+}
+
+// By how much our clock is further on than the starter's.
+std::int32_t frmJudge::ClockAhead() const {
+  return SubtractLong(RaceTime(), LaneStartOffset_);
 }
 
 // The starter counts although the race that was started by hand has had its start signal.
@@ -168,6 +175,10 @@ void frmJudge::StarterRuns() {
   if (!race_.RaceActive) {
     if (counting || starterMayStart_) StartByStarter();
   } else if (!race_.RaceDone && (counting || MissedHold())) {
+    if (!counting && LapFlown()) {
+      ShowNotice("The starter's hold was not heard: the laps so far are " + FormatTenths(ClockAhead()) +
+                 " s too long");
+    }
     clock_.ResetRaceClock(LaneStartOffset_, "ProcessStartersMessage");
     for (const auto& lane : lanes_) lane->AdjustTime();
   }
@@ -178,8 +189,8 @@ void frmJudge::StarterRuns() {
 // The start signal came later than our clock had it: the count was held, or begun anew, while no frame got
 // through. A frame that was held up itself comes right after one of the count.
 bool frmJudge::MissedHold() const {
-  return NothingHeardSinceCount() && LaneStartOffset_ - *starterClock_ > 2 * kHeldUp &&
-         RaceTime() - std::int64_t{LaneStartOffset_} > kHeldUp;
+  return !race_.ManualStart && starterClock_.value_or(kStartSignal) < kStartSignal &&
+         LaneStartOffset_ - *starterClock_ > 2 * kHeldUp && ClockAhead() > kHeldUp;
 }
 
 // However late the first frame is heard, the clock is the starter's from then on, and the lanes count from

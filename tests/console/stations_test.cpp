@@ -84,6 +84,21 @@ TEST_F(Stations, ACountOfWhichTheRestIsLostStartsNoFalseClock) {
   }
 }
 
+TEST_F(Stations, AHoldThatWasNotHeardIsToldWhenLapsHaveBeenFlown) {
+  rig.Starter(0, true);
+  rig.At(55000);
+  rig.Starter(55000, true);
+  rig.At(70000);  // the signal was at 63000
+  Timers(0, 1);
+  rig.At(71000);
+  rig.Starter(68000, true);
+  EXPECT_EQ(rig.judge().lblNotice.Caption(),
+            "The starter's hold was not heard: the laps so far are 3.0 s too long");
+  rig.At(77000);
+  Timers(0, 2);
+  EXPECT_EQ(rig.lane(0).Events()[1].EventTime, 14000);
+}
+
 TEST_F(Stations, LapsAreCountedOncePerReport) {
   CountDown();
   rig.At(66000);
@@ -204,7 +219,8 @@ TEST_F(Stations, AStarterThatStartsAnewLosesNoRaceThatHasBeenFlown) {
       {65000, false, 65000, false, false, false}, {65000, false, 65001, false, true, false},
       {64000, true, 0, false, true, false},       {70000, false, 500, true, true, true},
       {64000, true, 500, true, true, true},       {40000, false, 500, true, false, true},
-      {60400, false, 59400, true, false, true},   {60400, false, 59399, true, false, true},
+      {95000, false, 61000, true, true, true},    {60400, false, 59400, true, false, true},
+      {60400, false, 59399, true, false, true},
   };
   for (const Case& c : kCases) {
     SCOPED_TRACE(std::to_string(c.running) + " then " + std::to_string(c.clock));
@@ -298,15 +314,17 @@ TEST_F(Stations, AFinishedRaceIsSavedByTheNextCountButNotByAFrameHeldUp) {
   }
 }
 
-TEST_F(Stations, ALateLapShowsNoDnfInTheNextRace) {
+TEST_F(Stations, ALateLapIsNotThatOfTheNextRace) {
   rig.Click("frmJudge.cmdStart");
   rig.At(40000);
   rig.Receive(Frame(6, 3, 1));
   rig.Click("frmJudge.cmdSave");
   rig.At(70000);
   Timers(0, 1);
-  for (const Control* cell : rig.lane(0).lblLap) EXPECT_NE(cell->Caption(), "DNF");
-  EXPECT_NE(rig.lane(0).lblStatus.Caption(), "DNF");
+  rig.lane(1).DoLap(70000, 4000);
+  EXPECT_EQ(rig.lane(0).EventCount(), 0);
+  for (const Control* cell : rig.lane(1).lblLap) EXPECT_NE(cell->Caption(), "DNF");
+  EXPECT_NE(rig.lane(1).lblStatus.Caption(), "DNF");
 }
 
 TEST_F(Stations, AnIdlingStarterAsksOnceAboutARaceStartedByHand) {
