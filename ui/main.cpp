@@ -2,6 +2,7 @@
 #include <QDir>
 #include <QTimer>
 #include <cstdio>
+#include <cstdlib>
 #include <memory>
 #include <string>
 #include <vector>
@@ -20,6 +21,7 @@
 #include "ui/scoreboard.h"
 #include "ui/session_recording.h"
 #include "ui/small_windows.h"
+#include "ui/work_thread.h"
 
 namespace {
 
@@ -79,6 +81,7 @@ int Run(const CommandLine& line) {
   const int status = QApplication::exec();
   recording.End();
   serial.SetDoor(nullptr);
+  printer.Finish();
   return status;
 }
 
@@ -111,5 +114,7 @@ int main(int argc, char** argv) {
   int one = 1;
   QApplication application(one, argv);
   SetUpApplication();
-  return line.print.IsEmpty() ? Run(line) : Print(line);
+  const int status = line.print.IsEmpty() ? Run(line) : Print(line);
+  if (quorvane::WorkThread::AnyLeftBehind()) std::_Exit(status);
+  return status;
 }

@@ -1,7 +1,14 @@
 #include "ui/qt_printer.h"
 
+#include <QDeadlineTimer>
+#include <QEventLoop>
+#include <QMessageBox>
+#include <QPointer>
 #include <QPrinter>
 #include <QPrinterInfo>
+#include <QProgressDialog>
+#include <QTimer>
+#include <cstdio>
 
 #include "ui/look.h"
 #include "ui/printer_setup.h"
@@ -10,7 +17,10 @@ namespace quorvane {
 namespace {
 
 constexpr const char* kSection = "Printer";
-constexpr int kLongestWaitMs = 5000;
+constexpr int kIdleEndMs = 1000;
+constexpr int kHangingEndMs = 100;
+constexpr int kLongestToldMs = 60000;  // a program that a signal has ended must end
+constexpr const char* kLooking = "Looking for printers ...";
 
 QString RaceName(const RaceRecord& race) {
   return QStringLiteral("race %1%2")
@@ -18,28 +28,43 @@ QString RaceName(const RaceRecord& race) {
       .arg(race.refly != 0 ? QStringLiteral(" refly") : QString());
 }
 
-QString NotPrinted(const QString& reason, const RaceRecord& race) {
-  return reason + QStringLiteral(": ") + RaceName(race) + QStringLiteral(" not printed");
+PrintOutcome NotPrinted(const QString& reason, const QString& race) {
+  return {false, reason + QStringLiteral(": ") + race + QStringLiteral(" not printed")};
 }
 
-QString Spool(const PrinterChoice& choice, const RaceRecord& race, const Imprint& imprint) {
+PrintOutcome Spool(const PrinterChoice& choice, const RaceRecord& race, const Imprint& imprint) {
+  const QString what = RaceName(race);
   const QPrinterInfo info =
       choice.name.isEmpty() ? QPrinterInfo::defaultPrinter() : QPrinterInfo::printerInfo(choice.name);
   if (info.isNull()) {
     return NotPrinted(
         choice.name.isEmpty() ? QStringLiteral("No printer") : QStringLiteral("No printer ") + choice.name,
-        race);
+        what);
   }
-  QPrinter printer(info, QPrinter::HighResolution);
-  printer.setFullPage(true);
-  printer.setDocName(QStringLiteral("Quorvane ") + RaceName(race));
-  if (!printer.isValid() || !PutOnPaper(printer, printer.resolution(), choice.paper, {race}, imprint)) {
-    return NotPrinted(QStringLiteral("Printer trouble"), race);
+  const QString name = info.printerName();
+  const PrintQueue queue = AskPrintQueue(name);
+  if (queue.refuses) return OutcomeOf(name, queue, what);
+  {
+    QPrinter printer(info, QPrinter::HighResolution);
+    printer.setFullPage(true);
+    printer.setDocName(QStringLiteral("Quorvane ") + what);
+    if (!printer.isValid() || !PutOnPaper(printer, printer.resolution(), choice.paper, {race}, imprint)) {
+      return NotPrinted(QStringLiteral("Printer trouble"), what);
+    }
   }
-  return QStringLiteral("R") + RaceName(race).mid(1) + QStringLiteral(" sent to ") + info.printerName();
+  const QString refusal = LastRefusal();
+  if (!refusal.isEmpty()) return NotPrinted(name + QStringLiteral(" took no job (") + refusal + ')', what);
+  return OutcomeOf(name, queue, what);
 }
 
 }  // namespace
+
+PrintOutcome OutcomeOf(const QString& printer, const PrintQueue& queue, const QString& race) {
+  if (queue.refuses) return NotPrinted(printer + QStringLiteral(" refuses jobs"), race);
+  if (queue.paused)
+    return {false, printer + QStringLiteral(" is paused: ") + race + QStringLiteral(" waits there")};
+  return {true, QStringLiteral("R") + race.mid(1) + QStringLiteral(" sent to ") + printer};
+}
 
 PrinterChoice LoadPrinterChoice(const SettingsStore& settings) {
   PrinterChoice choice{ToQString(settings.GetSetting(kSection, "Name", "")), UsualPaper()};
@@ -61,15 +86,8 @@ QtHeatPrinter::QtHeatPrinter(Program& program, Platform& platform, QWidget* cons
   program_.judge().SetPrinter(this);
 }
 
-// A page that is on its way is given time to leave; a print server that hangs must not keep the program open.
 QtHeatPrinter::~QtHeatPrinter() {
   program_.judge().SetPrinter(nullptr);
-  if (worker_ == nullptr) return;
-  worker_->deleteLater();
-  thread_.quit();
-  if (thread_.wait(kLongestWaitMs)) return;
-  thread_.terminate();
-  thread_.wait();
 }
 
 Imprint QtHeatPrinter::Now() {
@@ -77,19 +95,25 @@ Imprint QtHeatPrinter::Now() {
 }
 
 void QtHeatPrinter::PrintHeat(const RaceRecord& race) {
-  Later([spool = spooler_, choice = LoadPrinterChoice(platform_.Settings()), race, imprint = Now()] {
-    return spool(choice, race, imprint);
-  });
+  const QString what = RaceName(race);
+  program_.judge().ShowNotice("Printing " + what.toStdString() + " ...");
+  Later(printing_,
+        QStringLiteral("The print server does not answer: nobody knows whether %1 is printed").arg(what),
+        [spool = spooler_, choice = LoadPrinterChoice(platform_.Settings()), race, imprint = Now()] {
+          return spool(choice, race, imprint);
+        });
 }
 
 void QtHeatPrinter::SaveHeat(const RaceRecord& race, const std::string& path) {
   const Paper paper = LoadPrinterChoice(platform_.Settings()).paper;
   const std::vector<std::string> inUse{program_.race().ProjectFile};
-  Later([file = QString::fromStdString(path), paper, race, imprint = Now(), inUse] {
-    const QString trouble = WritePdf(file, paper, {race}, imprint, inUse);
-    return trouble.isEmpty() ? QStringLiteral("PDF saved: ") + RaceName(race)
-                             : QStringLiteral("PDF not saved: ") + trouble;
-  });
+  const QString file = QString::fromStdString(path);
+  Later(filing_, QStringLiteral("The disk does not answer: nobody knows whether %1 is saved").arg(file),
+        [file, paper, race, imprint = Now(), inUse]() -> PrintOutcome {
+          const QString trouble = WritePdf(file, paper, {race}, imprint, inUse);
+          if (trouble.isEmpty()) return {true, QStringLiteral("PDF saved: ") + RaceName(race)};
+          return {false, QStringLiteral("PDF not saved: ") + trouble};
+        });
 }
 
 // After the event: drawing the page takes longer than an event should.
@@ -100,34 +124,72 @@ void QtHeatPrinter::PreviewHeat(const RaceRecord& race) {
       Qt::QueuedConnection);
 }
 
-void QtHeatPrinter::Later(std::function<QString()> work) {
-  if (worker_ == nullptr) {
-    worker_ = new QObject;
-    worker_->moveToThread(&thread_);
-    thread_.start();
-  }
-  QMetaObject::invokeMethod(worker_, [this, work = std::move(work)] {
-    const QString notice = work();
-    QMetaObject::invokeMethod(this, [this, notice] { Show(notice); });
+// A thread may be left behind and this object gone before the work comes back.
+void QtHeatPrinter::Later(WorkThread& thread, const QString& unknown, std::function<PrintOutcome()> work) {
+  const int job = ++lastJob_;
+  unknown_[job] = unknown;
+  thread.Do([self = QPointer<QtHeatPrinter>(this), job, work = std::move(work)] {
+    const PrintOutcome outcome = work();
+    QMetaObject::invokeMethod(qApp, [self, job, outcome] {
+      if (self) self->Ended(job, outcome);
+    });
   });
 }
 
-void QtHeatPrinter::Show(const QString& notice) {
-  if (notice.isNull()) return;
-  program_.door().Post([this, notice] { program_.judge().ShowNotice(notice.toStdString()); });
+void QtHeatPrinter::Ended(int job, const PrintOutcome& outcome) {
+  unknown_.erase(job);
+  if (finishing_ && !outcome.good) unsaid_ << outcome.notice;
+  program_.door().Post(
+      [this, notice = outcome.notice.toStdString()] { program_.judge().ShowNotice(notice); });
+}
+
+void QtHeatPrinter::Wait(int longestMs) {
+  QProgressDialog box(QStringLiteral("A report is still on its way."), {}, 0, 0, console_);
+  box.setWindowTitle(QStringLiteral("Close Quorvane"));
+  box.setWindowModality(Qt::ApplicationModal);
+  box.show();
+  QEventLoop loop;
+  QTimer look;
+  const QDeadlineTimer deadline(longestMs);
+  QObject::connect(&look, &QTimer::timeout, &loop, [&] {
+    if (unknown_.empty() || deadline.hasExpired()) loop.quit();
+  });
+  look.start(20);
+  loop.exec();
+}
+
+void QtHeatPrinter::Finish(int longestMs) {
+  finishing_ = true;
+  if (!unknown_.empty()) Wait(longestMs);
+  for (const auto& [job, unknown] : unknown_) unsaid_ << unknown;
+  for (WorkThread* thread : {&printing_, &filing_})
+    thread->End(unknown_.empty() ? kIdleEndMs : kHangingEndMs);
+  unknown_.clear();
+  if (unsaid_.isEmpty()) return;
+  const QString told = unsaid_.join(QStringLiteral(".\n")) + '.';
+  std::fprintf(stderr, "quorvane: %s\n", told.toLocal8Bit().constData());
+  QMessageBox box(QMessageBox::Warning, QStringLiteral("Close Quorvane"), told, QMessageBox::Ok, console_);
+  box.setTextFormat(Qt::PlainText);
+  QTimer::singleShot(kLongestToldMs, &box, &QDialog::reject);
+  box.exec();
 }
 
 // The box opens when the printers are known, and reception goes on behind it.
 void QtHeatPrinter::SetUpPrinter() {
-  Later([this] {
+  program_.judge().ShowNotice(kLooking);
+  printing_.Do([self = QPointer<QtHeatPrinter>(this)] {
     const QStringList printers = QPrinterInfo::availablePrinterNames();
     const QString usual = QPrinterInfo::defaultPrinterName();
-    QMetaObject::invokeMethod(this, [this, printers, usual] { Offer(printers, usual); });
-    return QString();
+    QMetaObject::invokeMethod(qApp, [self, printers, usual] {
+      if (self) self->Offer(printers, usual);
+    });
   });
 }
 
 void QtHeatPrinter::Offer(const QStringList& printers, const QString& usual) {
+  program_.door().Post([this] {
+    if (program_.judge().lblNotice.Caption() == kLooking) program_.judge().ShowNotice({});
+  });
   auto* setup = new PrinterSetup(printers, usual, LoadPrinterChoice(platform_.Settings()), console_);
   QObject::connect(setup, &QDialog::accepted, this,
                    [this, setup] { SavePrinterChoice(platform_.Settings(), setup->Choice()); });

@@ -2,14 +2,16 @@
 
 #include <QObject>
 #include <QStringList>
-#include <QThread>
 #include <functional>
+#include <map>
 #include <memory>
 
 #include "console/heat_printer.h"
 #include "console/program.h"
 #include "ui/paper.h"
 #include "ui/preview_window.h"
+#include "ui/print_queue.h"
+#include "ui/work_thread.h"
 
 namespace quorvane {
 
@@ -21,12 +23,20 @@ struct PrinterChoice {
 PrinterChoice LoadPrinterChoice(const SettingsStore& settings);
 void SavePrinterChoice(SettingsStore& settings, const PrinterChoice& choice);
 
-// Heat reports on the printers of this computer. A print server can take seconds to answer, so everything
-// that speaks to it runs on a thread of its own, one report after the other, and what became of it is shown
-// in the console's window.
+// What became of a report, for the operator.
+struct PrintOutcome {
+  bool good = false;
+  QString notice;
+};
+// Of a report that can be sent, or has been sent, to that printer. `race` as in "race 3".
+PrintOutcome OutcomeOf(const QString& printer, const PrintQueue& queue, const QString& race);
+
+// Heat reports on the printers of this computer and in files. A print server or a disk can take seconds to
+// answer, or hang, so whatever speaks to them runs on a thread of its own, one report after the other, and
+// what became of it is shown in the console's window.
 class QtHeatPrinter : public QObject, public HeatPrinter {
  public:
-  // The console window owns the dialog box.
+  // The console window owns the dialog boxes.
   QtHeatPrinter(Program& program, Platform& platform, QWidget* console);
   ~QtHeatPrinter() override;
 
@@ -35,17 +45,23 @@ class QtHeatPrinter : public QObject, public HeatPrinter {
   void SaveHeat(const RaceRecord& race, const std::string& path) override;
   void SetUpPrinter() override;
 
+  // At the end of the program, while the windows still stand: waits so long for reports that are on their
+  // way, and tells the operator of those that did not get there.
+  void Finish(int longestMs = 5000);
+
   PreviewForm& Preview() { return *preview_; }
 
-  // Sends one report to the printer; the notice for the operator, whatever becomes of it. Replaced by tests.
-  using Spooler = std::function<QString(const PrinterChoice&, const RaceRecord&, const Imprint&)>;
+  // Sends one report to the printer. Replaced by tests.
+  using Spooler = std::function<PrintOutcome(const PrinterChoice&, const RaceRecord&, const Imprint&)>;
   void SetSpooler(Spooler spooler) { spooler_ = std::move(spooler); }
 
  private:
   Imprint Now();
-  // Runs the work on the thread, and its notice on the console.
-  void Later(std::function<QString()> work);
-  void Show(const QString& notice);
+  // Runs the work on the thread, and shows its outcome on the console. `unknown` is what can be said while
+  // there is none.
+  void Later(WorkThread& thread, const QString& unknown, std::function<PrintOutcome()> work);
+  void Ended(int job, const PrintOutcome& outcome);
+  void Wait(int longestMs);
   void Offer(const QStringList& printers, const QString& usual);
 
   Program& program_;
@@ -53,8 +69,12 @@ class QtHeatPrinter : public QObject, public HeatPrinter {
   QWidget* console_;
   std::unique_ptr<PreviewForm> preview_;
   Spooler spooler_;
-  QThread thread_;
-  QObject* worker_ = nullptr;  // lives on the thread
+  WorkThread printing_;
+  WorkThread filing_;  // not behind a print server that hangs
+  int lastJob_ = 0;
+  std::map<int, QString> unknown_;  // by job, while it is on its way
+  bool finishing_ = false;
+  QStringList unsaid_;  // failures that no window showed
 };
 
 }  // namespace quorvane

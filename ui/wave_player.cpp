@@ -1,12 +1,11 @@
 #include "ui/wave_player.h"
 
 #include <QSoundEffect>
-#include <QTimer>
 #include <QUrl>
 
 namespace quorvane {
 
-class WavePlayer::Speaker : public QObject {
+class WavePlayer::Speaker {
  public:
   void Play(const QString& path) {
     Stop();
@@ -23,28 +22,20 @@ class WavePlayer::Speaker : public QObject {
   std::unique_ptr<QSoundEffect> sound_;
 };
 
-WavePlayer::WavePlayer() = default;
+WavePlayer::WavePlayer() : speaker_(std::make_shared<Speaker>()) {}
 
+// A sound belongs to the thread that made it. One that hangs is not waited for: nothing is lost.
 WavePlayer::~WavePlayer() {
-  if (!thread_) return;
-  speaker_->deleteLater();
-  thread_->quit();
-  thread_->wait();
+  Stop();
 }
 
 void WavePlayer::Play(const std::string& path) {
-  if (!thread_) {
-    thread_ = std::make_unique<QThread>();
-    speaker_ = new Speaker;
-    speaker_->moveToThread(thread_.get());
-    thread_->start();
-  }
-  QTimer::singleShot(0, speaker_,
-                     [speaker = speaker_, file = QString::fromStdString(path)] { speaker->Play(file); });
+  played_ = true;
+  thread_.Do([speaker = speaker_, file = QString::fromStdString(path)] { speaker->Play(file); });
 }
 
 void WavePlayer::Stop() {
-  if (speaker_ != nullptr) QTimer::singleShot(0, speaker_, [speaker = speaker_] { speaker->Stop(); });
+  if (played_) thread_.Do([speaker = speaker_] { speaker->Stop(); });
 }
 
 }  // namespace quorvane

@@ -1,13 +1,14 @@
 #pragma once
 
-#include <QThread>
 #include <memory>
 #include <string>
 
+#include "ui/work_thread.h"
+
 namespace quorvane {
 
-// Plays one wave file at a time. Finding the sound device can take a while, so all of it happens on a thread
-// of its own, which does not exist before the first sound. Silent where there is no sound device.
+// Plays one wave file at a time. Finding the sound device can take a while, and a sound server may hang, so
+// all of it happens on a thread of its own. Silent where there is no sound device.
 class WavePlayer {
  public:
   WavePlayer();
@@ -19,8 +20,9 @@ class WavePlayer {
  private:
   class Speaker;
 
-  std::unique_ptr<QThread> thread_;
-  Speaker* speaker_ = nullptr;  // lives on the thread
+  std::shared_ptr<Speaker> speaker_;  // used on the thread only
+  WorkThread thread_;
+  bool played_ = false;
 };
 
 }  // namespace quorvane

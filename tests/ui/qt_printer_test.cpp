@@ -1,7 +1,11 @@
 #include "ui/qt_printer.h"
 
 #include <QAction>
+#include <QElapsedTimer>
 #include <QLabel>
+#include <QMessageBox>
+#include <QTimer>
+#include <memory>
 #include <semaphore>
 
 #include "tests/ui/program_fixture.h"
@@ -30,13 +34,17 @@ TEST_F(QtPrinterTest, TheConsoleGoesOnWhileAPrinterHangsAndTheRaceIsTheOneThatWa
   printer.SetSpooler([&](const PrinterChoice&, const RaceRecord& race, const Imprint&) {
     hanging.acquire();
     printed.push_back(race.number);
-    return QStringLiteral("done %1").arg(race.number);
+    return PrintOutcome{true, QStringLiteral("done %1").arg(race.number)};
   });
   Click("frmJudge.cmdPrint");
   Click("frmJudge.cmdIncHeat");
   EXPECT_EQ(program.race().RaceNumber, 2);
   Click("frmJudge.cmdPrint");
-  EXPECT_EQ(Notice(), "");
+  EXPECT_EQ(Notice(), "Printing race 2 ...");
+  const QString path = folder.filePath("heat.pdf");
+  answer = [&](const DialogBox&) { return DialogAnswer{DialogAnswer::Word::File, path.toStdString()}; };
+  Click("frmJudge.mnuSavePdf");
+  EXPECT_TRUE(WaitFor([&] { return Notice() == "PDF saved: race 2"; })) << "behind no printer";
   hanging.release();
   EXPECT_TRUE(WaitFor([&] { return Notice() == "done 1"; }));
   EXPECT_TRUE(Shown(program.judge().lblNotice)->isVisible());
@@ -45,6 +53,48 @@ TEST_F(QtPrinterTest, TheConsoleGoesOnWhileAPrinterHangsAndTheRaceIsTheOneThatWa
   Click("frmJudge.lblNotice");
   EXPECT_FALSE(program.judge().lblNotice.Visible());
   EXPECT_EQ(printed, (std::vector<int>{1, 2}));
+}
+
+TEST(PrintQueue, ARefusingOrPausedPrinterIsNotSaidToHaveTheRace) {
+  const struct {
+    const char* accepting;
+    const char* state;
+    const char* notice;
+  } cases[] = {{"true", "3", "Race 3 sent to Laser"},
+               {"", "", "Race 3 sent to Laser"},
+               {"false", "5", "Laser refuses jobs: race 3 not printed"},
+               {"true", "5", "Laser is paused: race 3 waits there"}};
+  for (const auto& c : cases) {
+    const PrintQueue queue = QueueWith([&](const char* name) {
+      return QString(name == std::string("printer-state") ? c.state : c.accepting);
+    });
+    EXPECT_EQ(OutcomeOf(QStringLiteral("Laser"), queue, QStringLiteral("race 3")).notice, c.notice);
+  }
+}
+
+TEST_F(QtPrinterTest, ClosingWaitsABoundedTimeForAPrinterThatHangsAndSaysSo) {
+  const auto hanging = std::make_shared<std::binary_semaphore>(0);
+  printer.SetSpooler([hanging](const PrinterChoice&, const RaceRecord&, const Imprint&) {
+    hanging->acquire();
+    return PrintOutcome();
+  });
+  Click("frmJudge.cmdPrint");
+  QString told;
+  QTimer look;
+  QObject::connect(&look, &QTimer::timeout, [&] {
+    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    if (box == nullptr) return;
+    told = box->text();
+    box->accept();
+  });
+  look.start(20);
+  QElapsedTimer took;
+  took.start();
+  printer.Finish(200);
+  EXPECT_LT(took.elapsed(), 3000);
+  EXPECT_EQ(told, "The print server does not answer: nobody knows whether race 1 is printed.");
+  EXPECT_TRUE(WorkThread::AnyLeftBehind());
+  hanging->release();
 }
 
 TEST_F(QtPrinterTest, AMissingPrinterIsANoticeAndNoDialog) {

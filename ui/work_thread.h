@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QObject>
+#include <QThread>
+#include <functional>
+
+namespace quorvane {
+
+// A thread that does one job after the other, for what may take long or hang: printers, sound, files on a
+// distant disk. It comes with its first job and has an event loop. To be used from the window's thread only.
+class WorkThread {
+ public:
+  WorkThread() = default;
+  WorkThread(const WorkThread&) = delete;
+  WorkThread& operator=(const WorkThread&) = delete;
+  // Waits a second.
+  ~WorkThread();
+
+  // The job may outlive everything but the application object: what it uses must belong to it.
+  void Do(std::function<void()> job);
+  // Waits that long for the jobs that were given. Whatever hangs then is left behind, false: nothing ends a
+  // thread from outside without harm.
+  bool End(int longestMs);
+
+  // Whether any thread was left behind. The program then ends by std::_Exit: the usual end would take away
+  // what the thread stands on.
+  static bool AnyLeftBehind();
+
+ private:
+  QThread* thread_ = nullptr;
+  QObject* worker_ = nullptr;  // lives on the thread
+};
+
+}  // namespace quorvane
