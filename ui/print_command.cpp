@@ -14,6 +14,15 @@ int Complain(const std::string& message, int status) {
   return status;
 }
 
+// "7, 8"; empty: all are there.
+std::string NotFlown(const std::vector<RaceRecord>& races) {
+  std::string numbers;
+  for (const RaceRecord& race : races) {
+    if (!race.hasRun) numbers += (numbers.empty() ? "" : ", ") + std::to_string(race.number);
+  }
+  return numbers;
+}
+
 }  // namespace
 
 int RunPrintCommand(const CommandLine& line, const Imprint& imprint, const SettingsStore& settings) {
@@ -23,6 +32,9 @@ int RunPrintCommand(const CommandLine& line, const Imprint& imprint, const Setti
     return Complain("cannot read " + line.project + ": " + error.message(), 1);
   }
   if (races.empty()) return Complain("no race has been flown in " + line.project, 1);
+  if (const std::string missing = NotFlown(races); !missing.empty()) {
+    return Complain("not flown in " + line.project + ": race " + missing + "; nothing written", 1);
+  }
   Paper paper = LoadPrinterChoice(settings).paper;
   if (!line.paper.empty()) PaperNamed(line.paper, paper);
   const QString trouble =

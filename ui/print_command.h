@@ -6,7 +6,8 @@
 namespace quorvane {
 
 // Writes the heat reports that the command line asks for into a PDF, without a window; needs a
-// QGuiApplication. The program's exit status: 0, or 1 when a file is in the way.
+// QGuiApplication. The program's exit status: 0, or 1 when a file is in the way or a race has not been flown;
+// nothing is written then.
 int RunPrintCommand(const CommandLine& line, const Imprint& imprint, const SettingsStore& settings);
 
 }  // namespace quorvane

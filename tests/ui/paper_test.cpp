@@ -126,10 +126,10 @@ TEST_F(PaperTest, TheCommandLineFailsWithAStatusAndLeavesTheProjectAlone) {
     const char* output;
     int status;
     std::size_t pages;
-  } cases[] = {{"all", "cup.ini", "all.pdf", 0, 3},    {"2,1,9-10", "cup.ini", "some.pdf", 0, 4},
-               {"1", "missing.ini", "none.pdf", 1, 0}, {"all", "empty.ini", "none.pdf", 1, 0},
-               {"7", "empty.ini", "blank.pdf", 0, 1},  {"1", "cup.ini", "no/such/folder.pdf", 1, 0},
-               {"1", "cup.ini", "./cup.ini", 1, 0},    {"1", "cup.ini", "fifo", 1, 0},
+  } cases[] = {{"all", "cup.ini", "all.pdf", 0, 3},     {"2,1", "cup.ini", "some.pdf", 0, 2},
+               {"1", "missing.ini", "none.pdf", 1, 0},  {"all", "empty.ini", "none.pdf", 1, 0},
+               {"2,9-10", "cup.ini", "none.pdf", 1, 0}, {"1", "cup.ini", "no/such/folder.pdf", 1, 0},
+               {"1", "cup.ini", "./cup.ini", 1, 0},     {"1", "cup.ini", "fifo", 1, 0},
                {"1", "cup.ini", "set.ini", 1, 0}};
   for (const auto& example : cases) {
     const CommandLine line = ParseCommandLine({"--print", example.races, Path(example.project).toStdString(),
