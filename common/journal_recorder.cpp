@@ -1,4 +1,5 @@
 #include "common/journal_recorder.h"
+#include "common/text.h"
 
 #include <algorithm>
 #include <fstream>
@@ -13,10 +14,6 @@ namespace {
 
 constexpr std::string_view kProjectExtension = ".ini";  // what the boxes that ask for a project offer
 constexpr std::uintmax_t kMostProjectBytes = std::uintmax_t{64} << 20;
-
-std::filesystem::path PathOf(const std::string& utf8) {
-  return std::filesystem::path(std::u8string(utf8.begin(), utf8.end()));
-}
 
 // Nothing when there is no such file, or none of a project's size.
 std::optional<std::string> ContentOf(const std::string& path) {

@@ -21,10 +21,6 @@ constexpr std::string_view kBlanks = " \t\r\n\f\v";
 constexpr std::array<std::string_view, 8> kSettingsSections = {
     "DiskFile", "RaceInfo", "frmSerialPort", "frmJudge", "Ports", "Printer", "Scoreboard", "Timer"};
 
-fs::path PathOf(const std::string& utf8) {
-  return {std::u8string(utf8.begin(), utf8.end())};
-}
-
 bool ReadBeginning(const fs::path& path, std::string& bytes) {
   std::ifstream in(path, std::ios::binary);
   if (!in) return false;

@@ -132,6 +132,10 @@ bool EqualsIgnoringCase(std::string_view a, std::string_view b) {
   return true;
 }
 
+std::filesystem::path PathOf(std::string_view utf8) {
+  return std::u8string(utf8.begin(), utf8.end());
+}
+
 std::string JsonString(std::string_view text) {
   std::string json = "\"";
   for (const char c : text) {

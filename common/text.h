@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -33,6 +34,9 @@ std::string Join(const std::vector<std::string>& fields, char separator);
 std::string Replaced(std::string_view text, std::string_view from, std::string_view to);
 
 bool EqualsIgnoringCase(std::string_view a, std::string_view b);
+
+// A path whose name is given in UTF-8, as everywhere in the program.
+std::filesystem::path PathOf(std::string_view utf8);
 
 // JSON: a string with its quotes.
 std::string JsonString(std::string_view text);

@@ -18,10 +18,6 @@ constexpr std::string_view kResultsHeader =
     "Round,Heat(racemode&time),Lane,Finish,Cuts,Time,Lap1,Lap2,Lap3,Lap4,Lap5,Lap6,Lap7,Lap8,Lap9,Lap10,"
     "Comments";
 
-std::filesystem::path PathOf(const std::string& utf8) {
-  return std::filesystem::path(std::u8string(utf8.begin(), utf8.end()));
-}
-
 // One file may be named in several ways: through a link, or by a path with "..".
 bool SamePath(const std::string& a, const std::string& b) {
   if (a == b) return true;

@@ -6,14 +6,11 @@
 #include <utility>
 
 #include "common/output_guard.h"
+#include "common/text.h"
 #include "ui/look.h"
 
 namespace quorvane {
 namespace {
-
-std::filesystem::path PathOf(const std::string& utf8) {
-  return {std::u8string(utf8.begin(), utf8.end())};
-}
 
 QLabel* NewNotice(FormWindow& console) {
   auto* notice = new QLabel(&console);

@@ -14,10 +14,6 @@ namespace {
 
 constexpr std::size_t kMostCopied = std::size_t{64} << 20;
 
-std::filesystem::path PathOf(const std::string& utf8) {
-  return std::filesystem::path(std::u8string(utf8.begin(), utf8.end()));
-}
-
 std::string WholePath(const std::string& path) {
   std::error_code error;
   const std::filesystem::path whole = std::filesystem::weakly_canonical(PathOf(path), error);
