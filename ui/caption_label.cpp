@@ -53,7 +53,7 @@ void CaptionLabel::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   if (IsFilled()) painter.fillRect(rect(), back_);
   const int line = LineWidth();
-  DrawEdges(painter, rect(), line, isEnabled() ? QColor(0x30, 0x30, 0x30) : QColor(0x90, 0x90, 0x90));
+  DrawEdges(painter, rect(), line, QColor(0x30, 0x30, 0x30));
   const int gap = line + (Has(look_, Look::Left) ? 2 : 1);
   if (text().isEmpty()) return;
   painter.setPen(fore_);

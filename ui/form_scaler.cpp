@@ -5,8 +5,7 @@
 namespace quorvane {
 namespace {
 
-constexpr int kRow = 22;       // height of a mark that has room
-constexpr int kLeastRow = 16;  // holds a line of the smallest text
+constexpr int kRow = 22;  // height of a mark that has room
 
 }  // namespace
 
@@ -23,10 +22,10 @@ double FormScaler::FontPixels(double designPoints) const {
 std::vector<clsRect> StackCells(int count, const clsRect& room, int lines) {
   std::vector<clsRect> cells;
   if (count <= 0) return cells;
-  const int mostRows = std::max(1, room.height / kLeastRow);
+  const int mostRows = std::max(1, room.height / kLeastMarkRow);
   const int columns = (count + mostRows - 1) / mostRows;
   const int rows = (count + columns - 1) / columns;
-  const int height = std::min(lines > 1 ? lines * kLeastRow : kRow, room.height / rows);
+  const int height = std::min(lines > 1 ? lines * kLeastMarkRow : kRow, room.height / rows);
   for (int i = 0; i < count; ++i) {
     const int column = i / rows;
     const int left = room.left + room.width * column / columns;

@@ -33,6 +33,8 @@ class FormScaler {
   const FormScaler* fontsOf_ = nullptr;
 };
 
+inline constexpr int kLeastMarkRow = 16;  // holds a line of the smallest text
+
 // Shares the room among that many marks: one under the other while they fit, then in columns side by side. A
 // mark of two lines is twice as high where there is room.
 std::vector<clsRect> StackCells(int count, const clsRect& room, int lines = 1);

@@ -6,7 +6,6 @@
 #include <QTimer>
 #include <algorithm>
 #include <cmath>
-#include <map>
 
 #include "ui/look.h"
 
@@ -224,8 +223,26 @@ clsRect FormView::RoomUnder(const clsRect& anchor) const {
   return room;
 }
 
+// Whether no other stack stands in that room, nor anything else.
+bool FormView::IsFree(const clsRect& room, const Control& anchor, const Stacks& stacks) const {
+  const auto meets = [&room](const clsRect& rect) {
+    return rect.left < room.left + room.width && room.left < rect.left + rect.width;
+  };
+  for (const auto& [other, marks] : stacks) {
+    const Place* place = other == &anchor ? nullptr : design_.Find(other->Name());
+    if (place != nullptr && meets(place->rect)) return false;
+  }
+  const auto inTheWay = [&](const auto& view) {
+    const clsRect& rect = view->Design().rect;
+    const bool standing = view->Of().Visible() && view->Of().Kind() != ControlKind::Frame;
+    return view->Design().anchoring == Anchoring::None && standing && meets(rect) &&
+           rect.top < room.top + room.height && rect.top + rect.height > room.top;
+  };
+  return RoomUnder(room).height >= room.height && std::none_of(views_.begin(), views_.end(), inTheWay);
+}
+
 void FormView::PlaceStacks() {
-  std::map<const Control*, std::vector<ControlView*>> stacks;
+  Stacks stacks;
   for (const auto& view : views_) {
     const Control& control = view->Of();
     if (view->Design().anchoring != Anchoring::Stack || !control.Visible()) continue;
@@ -239,8 +256,12 @@ void FormView::PlaceStacks() {
       return metrics.horizontalAdvance(ToQString(mark->Of().Caption())) > cell->Widget()->width() - 4;
     };
     const int lines = std::any_of(marks.begin(), marks.end(), tooWide) ? 2 : 1;
-    const std::vector<clsRect> cells =
-        StackCells(static_cast<int>(marks.size()), RoomUnder(cell->Design().rect), lines);
+    const int count = static_cast<int>(marks.size());
+    clsRect room = RoomUnder(cell->Design().rect);
+    // Over the next column where that has no marks yet.
+    const clsRect twice{room.left, room.top, 2 * room.width, room.height};
+    if (lines * count * kLeastMarkRow > room.height && IsFree(twice, *anchor, stacks)) room = twice;
+    const std::vector<clsRect> cells = StackCells(count, room, lines);
     for (std::size_t i = 0; i < marks.size(); ++i) {
       anchoredAt_[marks[i]] = cells[i];
       SetScaled(*marks[i], cells[i]);

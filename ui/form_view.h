@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QWidget>
+#include <map>
 #include <memory>
 #include <string>
 #include <unordered_map>
@@ -68,6 +69,8 @@ class FormView : public QWidget {
   clsRect RoomUnder(const clsRect& anchor) const;
   bool TextShown(const StaticText& text) const;
   void FitRow();
+  using Stacks = std::map<const Control*, std::vector<ControlView*>>;
+  bool IsFree(const clsRect& room, const Control& anchor, const Stacks& stacks) const;
   ControlView* HoverFrame(ControlView& view) const;
   void TellArrival();
 

@@ -57,6 +57,15 @@ class ConsoleStyle : public QProxyStyle {
     }
   }
 
+  // A plain box drawn with a pen loses an edge at fractional scales.
+  void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                   const QWidget* widget) const override {
+    const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
+    const bool box = element == CE_ShapedFrame && frame != nullptr && frame->frameShape == QFrame::Box;
+    if (box) return DrawOutline(*option, *painter);
+    QProxyStyle::drawControl(element, option, painter, widget);
+  }
+
  private:
   static QColor Ink(const QStyleOption& option) {
     return option.state.testFlag(State_Enabled) ? QColor(0x20, 0x20, 0x20) : QColor(0x88, 0x88, 0x88);

@@ -157,9 +157,9 @@ void ScoreView::AddHead(std::vector<Cell>& cells) const {
   const int upper = head * 60 / 100;
   cells.push_back({.rect = {left.x(), 0, left.width(), upper}, .text = score_.heat, .part = 0.62});
   cells.push_back({.rect = {left.x(), upper, left.width(), head - upper},
-                   .text = score_.event.isEmpty() ? QString() : score_.event + QStringLiteral("  "),
+                   .text = score_.event,
                    .part = 0.62,
-                   .tail = score_.mode});
+                   .tail = score_.event.isEmpty() ? score_.mode : QStringLiteral("  ") + score_.mode});
   cells.push_back({.rect = {left.right() + 1, 0, width() - left.width(), head},
                    .text = score_.clock,
                    .back = score_.clockBack,

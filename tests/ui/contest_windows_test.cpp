@@ -74,6 +74,7 @@ TEST_F(ContestWindowsTest, ScoreboardShowsTheRaceAndEntersNothing) {
   EXPECT_EQ(score().lanes[0].time, "60.00");
   EXPECT_EQ(score().lanes[1].place, "DNF");
   EXPECT_TRUE(score().lanes[1].bad);
+  EXPECT_EQ(score().lanes[2].place, "DNF");  // without a single lap
 
   // The public still sees the result when the console is ready for the next race.
   Click("frmJudge.cmdReset");
@@ -82,6 +83,10 @@ TEST_F(ContestWindowsTest, ScoreboardShowsTheRaceAndEntersNothing) {
   EXPECT_EQ(score().lanes[0].place, "1st");
   EXPECT_EQ(score().lanes[0].laps, "10");
   EXPECT_EQ(score().lanes[1].place, "DNF");
+  Click("frmJudge.cmdDecHeat");
+  Click("frmJudge.cmdRefly");
+  ASSERT_TRUE(WaitFor([&] { return score().heat.endsWith("Refly"); }));
+  EXPECT_EQ(score().lanes[0].time + score().lanes[0].laps + score().lanes[0].place, "");
 
   for (const QSize size : {QSize(480, 300), QSize(1920, 1080), QSize(700, 1200)}) {
     board.resize(size);

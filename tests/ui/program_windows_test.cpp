@@ -19,6 +19,8 @@ TEST_F(ProgramWindowsTest, StartsWithTheConsoleAndTheLinkShown) {
   EXPECT_EQ(windows.Console().windowTitle(), QStringLiteral("Quorvane - Demonstration (test.ini) - "));
   for (int i = 0; i < 4; ++i) EXPECT_TRUE(windows.Lane(i).isVisible());
   EXPECT_EQ(dynamic_cast<QLabel*>(Shown(program.judge().lblComm))->text(), QStringLiteral("COM5"));
+  // A space pressed at once must not cut the link.
+  EXPECT_EQ(windows.Link().focusWidget(), Shown(program.link().optPort[2]));
   // The hands' buttons are gone while the stations report.
   EXPECT_TRUE(Shown(program.lane(0).cmdLap)->isHidden());
 }
@@ -153,6 +155,12 @@ TEST_F(ProgramWindowsTest, MarksStackUnderTheirLapCellAndPopUpOverTheRest) {
     EXPECT_LE(std::abs(mark.left() - cell.left()), 1);
     EXPECT_FALSE(mark.intersects(above));
     above = mark;
+  }
+  for (int i = 0; i < 3; ++i) lane.lblCut[i].SetAnchor(&lane.lblLap[9]);
+  windows.All().Apply();
+  for (const QLabel* text : windows.Lane(1).findChildren<QLabel*>(QString(), Qt::FindDirectChildrenOnly)) {
+    if (!text->objectName().isEmpty() || !text->isVisible()) continue;  // the captions of what stands there
+    for (int i = 0; i < 3; ++i) EXPECT_FALSE(text->geometry().intersects(Shown(lane.lblCut[i])->geometry()));
   }
 
   QEnterEvent enter({1, 1}, {1, 1}, {1, 1});
