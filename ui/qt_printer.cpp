@@ -96,9 +96,9 @@ Imprint QtHeatPrinter::Now() {
 
 void QtHeatPrinter::PrintHeat(const RaceRecord& race) {
   const QString what = RaceName(race);
-  program_.judge().ShowNotice("Printing " + what.toStdString() + " ...");
   Later(printing_,
-        QStringLiteral("The print server does not answer: nobody knows whether %1 is printed").arg(what),
+        {QStringLiteral("Printing %1 ...").arg(what),
+         QStringLiteral("The print server does not answer: %1 may not be printed").arg(what)},
         [spool = spooler_, choice = LoadPrinterChoice(platform_.Settings()), race, imprint = Now()] {
           return spool(choice, race, imprint);
         });
@@ -108,7 +108,9 @@ void QtHeatPrinter::SaveHeat(const RaceRecord& race, const std::string& path) {
   const Paper paper = LoadPrinterChoice(platform_.Settings()).paper;
   const std::vector<std::string> inUse{program_.race().ProjectFile};
   const QString file = QString::fromStdString(path);
-  Later(filing_, QStringLiteral("The disk does not answer: nobody knows whether %1 is saved").arg(file),
+  Later(filing_,
+        {QStringLiteral("Saving the PDF of %1 ...").arg(RaceName(race)),
+         QStringLiteral("The disk does not answer: %1 may not be saved").arg(file)},
         [file, paper, race, imprint = Now(), inUse]() -> PrintOutcome {
           const QString trouble = WritePdf(file, paper, {race}, imprint, inUse);
           if (trouble.isEmpty()) return {true, QStringLiteral("PDF saved: ") + RaceName(race)};
@@ -125,9 +127,10 @@ void QtHeatPrinter::PreviewHeat(const RaceRecord& race) {
 }
 
 // A thread may be left behind and this object gone before the work comes back.
-void QtHeatPrinter::Later(WorkThread& thread, const QString& unknown, std::function<PrintOutcome()> work) {
+void QtHeatPrinter::Later(WorkThread& thread, const OnItsWay& report, std::function<PrintOutcome()> work) {
   const int job = ++lastJob_;
-  unknown_[job] = unknown;
+  onTheirWay_[job] = report;
+  program_.judge().ShowNotice(report.doing.toStdString());
   thread.Do([self = QPointer<QtHeatPrinter>(this), job, work = std::move(work)] {
     const PrintOutcome outcome = work();
     QMetaObject::invokeMethod(qApp, [self, job, outcome] {
@@ -136,15 +139,19 @@ void QtHeatPrinter::Later(WorkThread& thread, const QString& unknown, std::funct
   });
 }
 
+// One that hangs stays in sight behind the outcome of another.
 void QtHeatPrinter::Ended(int job, const PrintOutcome& outcome) {
-  unknown_.erase(job);
+  onTheirWay_.erase(job);
   if (finishing_ && !outcome.good) unsaid_ << outcome.notice;
-  program_.door().Post(
-      [this, notice = outcome.notice.toStdString()] { program_.judge().ShowNotice(notice); });
+  QString notice = outcome.notice;
+  if (!onTheirWay_.empty()) notice += '\n' + onTheirWay_.begin()->second.doing;
+  program_.door().Post([this, text = notice.toStdString()] { program_.judge().ShowNotice(text); });
 }
 
 void QtHeatPrinter::Wait(int longestMs) {
-  QProgressDialog box(QStringLiteral("A report is still on its way."), {}, 0, 0, console_);
+  QProgressDialog box(
+      QStringLiteral("A report is still on its way. Quorvane closes soon, with or without it."), {}, 0, 0,
+      console_);
   box.setWindowTitle(QStringLiteral("Close Quorvane"));
   box.setWindowModality(Qt::ApplicationModal);
   box.show();
@@ -152,7 +159,7 @@ void QtHeatPrinter::Wait(int longestMs) {
   QTimer look;
   const QDeadlineTimer deadline(longestMs);
   QObject::connect(&look, &QTimer::timeout, &loop, [&] {
-    if (unknown_.empty() || deadline.hasExpired()) loop.quit();
+    if (onTheirWay_.empty() || deadline.hasExpired()) loop.quit();
   });
   look.start(20);
   loop.exec();
@@ -160,11 +167,12 @@ void QtHeatPrinter::Wait(int longestMs) {
 
 void QtHeatPrinter::Finish(int longestMs) {
   finishing_ = true;
-  if (!unknown_.empty()) Wait(longestMs);
-  for (const auto& [job, unknown] : unknown_) unsaid_ << unknown;
+  if (!onTheirWay_.empty()) Wait(longestMs);
+  for (const auto& [job, report] : onTheirWay_) unsaid_ << report.unknown;
   for (WorkThread* thread : {&printing_, &filing_})
-    thread->End(unknown_.empty() ? kIdleEndMs : kHangingEndMs);
-  unknown_.clear();
+    thread->End(onTheirWay_.empty() ? kIdleEndMs : kHangingEndMs);
+  onTheirWay_.clear();
+  unsaid_.removeDuplicates();
   if (unsaid_.isEmpty()) return;
   const QString told = unsaid_.join(QStringLiteral(".\n")) + '.';
   std::fprintf(stderr, "quorvane: %s\n", told.toLocal8Bit().constData());

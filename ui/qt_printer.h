@@ -57,9 +57,13 @@ class QtHeatPrinter : public QObject, public HeatPrinter {
 
  private:
   Imprint Now();
-  // Runs the work on the thread, and shows its outcome on the console. `unknown` is what can be said while
-  // there is none.
-  void Later(WorkThread& thread, const QString& unknown, std::function<PrintOutcome()> work);
+  // What can be said of a report while it is on its way.
+  struct OnItsWay {
+    QString doing;
+    QString unknown;  // when the program ends before
+  };
+  // Says what is being done, does it on the thread, and shows its outcome.
+  void Later(WorkThread& thread, const OnItsWay& report, std::function<PrintOutcome()> work);
   void Ended(int job, const PrintOutcome& outcome);
   void Wait(int longestMs);
   void Offer(const QStringList& printers, const QString& usual);
@@ -72,7 +76,7 @@ class QtHeatPrinter : public QObject, public HeatPrinter {
   WorkThread printing_;
   WorkThread filing_;  // not behind a print server that hangs
   int lastJob_ = 0;
-  std::map<int, QString> unknown_;  // by job, while it is on its way
+  std::map<int, OnItsWay> onTheirWay_;  // by job
   bool finishing_ = false;
   QStringList unsaid_;  // failures that no window showed
 };
