@@ -28,9 +28,7 @@ std::string RepeatedNote(const RaceRecord& race) {
 }
 
 std::string DateAndTime(const LocalDateTime& when) {
-  const int hour = when.hour % 12 == 0 ? 12 : when.hour % 12;
-  return ProjectDate(when) + " " + std::to_string(hour) + ":" + TwoDigits(when.minute) +
-         (when.hour < 12 ? " AM" : " PM");
+  return ProjectDate(when) + " " + TimeOfDay(when);
 }
 
 std::string IsoDate(const LocalDateTime& when, char separator) {

@@ -18,12 +18,6 @@ constexpr double kLanesTop = 17.4;
 constexpr double kCommentsTop = kLanesTop + LaneColumn::kHeight + 1.6;
 constexpr double kColumnGap = 2.0;
 
-std::string TimeOfDay(const LocalDateTime& at) {
-  const int hour = at.hour % 12 == 0 ? 12 : at.hour % 12;
-  return std::to_string(hour) + (at.minute < 10 ? ":0" : ":") + std::to_string(at.minute) +
-         (at.hour < 12 ? " AM" : " PM");
-}
-
 std::string RaceTitle(const RaceRecord& race) {
   return std::to_string(race.number) + (race.refly != 0 ? " REFLY" : "") +
          (race.reflownBy != 0 ? " (reflown)" : "");

@@ -181,6 +181,11 @@ std::string ProjectDate(const LocalDateTime& date) {
   return TwoDigits(date.day) + "-" + kMonths[month] + "-" + std::to_string(date.year);
 }
 
+std::string TimeOfDay(const LocalDateTime& at) {
+  const int hour = at.hour % 12 == 0 ? 12 : at.hour % 12;
+  return std::to_string(hour) + ":" + TwoDigits(at.minute) + (at.hour < 12 ? " AM" : " PM");
+}
+
 std::string TimestampText(const LocalDateTime& moment) {
   std::array<char, 40> digits{};
   const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), DaySerial(moment)).ptr;

@@ -93,6 +93,8 @@ void CreateResultsFile(const std::string& path);
 
 // "21-Nov-2026".
 std::string ProjectDate(const LocalDateTime& date);
+// "2:05 PM".
+std::string TimeOfDay(const LocalDateTime& at);
 // The moment as days since 30 December 1899 in the shortest decimal form, ", ", and 11/21/2026 9:00:00 AM.
 std::string TimestampText(const LocalDateTime& moment);
 

@@ -128,19 +128,22 @@ TEST(HeatReport, NothingLeavesThePageOrOverlapsWhateverTheRaceAndTheFont) {
 
 // How often each text stands on the page.
 TEST(HeatReport, ShowsWhatIsKnownOfTheRace) {
-  RaceRecord refly = FlownRace(), reflown = FlownRace(), both = FlownRace(), more = FlownRace(),
-             novice = FlownRace(), gap = FlownRace();
+  RaceRecord refly = FlownRace(), noon = FlownRace(), reflown = FlownRace(), both = FlownRace(),
+             more = FlownRace(), novice = FlownRace(), gap = FlownRace();
   refly.refly = reflown.reflownBy = both.refly = both.reflownBy = 2;
   more.lanes[2] = FlownLane(3, 11, 11);
   novice.lanes[0] = NoviceLane(1);
   gap.lanes[0].laps.erase(gap.lanes[0].laps.begin() + 4);
   gap.eventName.clear();
+  noon.when.hour = 12;
+  noon.when.minute = 10;
   const struct {
     const char* what;
     RaceRecord race;
     std::vector<std::pair<const char*, int>> counts;
   } cases[] = {
       {"refly", refly, {{"12 REFLY", 1}}},
+      {"at noon", noon, {{"12:10 PM", 1}}},
       {"reflown", reflown, {{"12 (reflown)", 1}}},
       {"a refly that was reflown", both, {{"12 REFLY (reflown)", 1}}},
       {"no event, and no split without the lap before", gap, {{"Heat Report", 1}, {"7.00", 3 * 9 + 7}}},

@@ -132,18 +132,21 @@ std::string Column(const ResultsTable& table, std::size_t column, const std::vec
   return text;
 }
 
-TEST(Table, SortsByEachColumnWithoutValuesLast) {
+TEST(Table, SortsByEachColumnWithTiesInTheirOldOrderAndWithoutValuesLast) {
   Book book;
   book.Flight("Race2", 2).Flight("Race10", 10);
   book.Lane("Race2", 1, Laps(10, 7000)).Placed("Race2", 1, "Second");
   book.Lane("Race2", 2, Laps(10, 6500)).Placed("Race2", 2, "First").Placed("Race2", 3, "DNF");
   book.Lane("Race10", 1, Laps(10, 10500)).Placed("Race10", 1, "protest");
+  book.Lane("Race10", 2, Laps(10, 7000)).Placed("Race10", 2, "First");
   const ResultsTable table(book.Contest());
   const std::size_t race = 0, place = 6, time = 7;
   EXPECT_EQ(Column(table, race, table.Order(race, true)), "10|10|10|10|2|2|2|2|");
-  EXPECT_EQ(Column(table, time, table.Order(time, false)), "1:05.00|1:10.00|1:45.00||||||");
-  EXPECT_EQ(Column(table, time, table.Order(time, true)), "1:45.00|1:10.00|1:05.00||||||");
-  EXPECT_EQ(Column(table, place, table.Order(place, false)), "First|Second|DNF|protest|||||");
+  EXPECT_EQ(Column(table, time, table.Order(time, false)), "1:05.00|1:10.00|1:10.00|1:45.00|||||");
+  EXPECT_EQ(Column(table, time, table.Order(time, true)), "1:45.00|1:10.00|1:10.00|1:05.00|||||");
+  EXPECT_EQ(Column(table, place, table.Order(place, false)), "First|First|Second|DNF|protest||||");
+  EXPECT_EQ(Column(table, race, table.Order(place, false)), "2|10|2|2|10|2|10|10|");
+  EXPECT_EQ(Column(table, race, table.Order(time, true)), "10|2|10|2|2|2|10|10|");
 }
 
 TEST(Table, CopiesRowsForASpreadsheet) {
