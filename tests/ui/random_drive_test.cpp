@@ -35,8 +35,9 @@ class RandomDrive : public ProgramTest {
       if (!driving_ || Below(3) == 0) return Demo::Answer(box);
       return std::nullopt;
     });
-    printer.SetSpooler(
-        [](const PrinterChoice&, const RaceRecord&, const Imprint&) { return QString("printed"); });
+    printer.SetSpooler([](const PrinterChoice&, const RaceRecord&, const Imprint&) {
+      return PrintOutcome{true, "printed"};
+    });
     QObject::connect(&boxes_, &QTimer::timeout, [this] { AnswerBox(); });
   }
 
@@ -153,7 +154,7 @@ class RandomDrive : public ProgramTest {
   std::mt19937 random_{20261121};
   bool driving_ = false;
   QTimer boxes_;
-  ResultsWindow results{program};
+  ResultsWindow results{program, windows};
   Scoreboard scoreboard{program, windows, settings};
   QtHeatPrinter printer{program, platform, &windows.Console()};
 };
