@@ -1,5 +1,6 @@
 #include "ui/qt_printer.h"
 
+#include <QCoreApplication>
 #include <QDeadlineTimer>
 #include <QEventLoop>
 #include <QMessageBox>
