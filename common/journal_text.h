@@ -6,13 +6,13 @@
 #include <vector>
 
 #include "common/event.h"
+#include "common/output_guard.h"
 #include "common/platform.h"
 
 namespace quorvane {
 
 // The session journal is a text file, UTF-8, one record a line: ms of the console clock, a verb, arguments.
 // These make its lines, each with its line feed. docs/journal.md describes the format.
-inline constexpr std::string_view kJournalFirstLine = "quorvane-journal 1";
 inline constexpr std::string_view kProjectComment = "# project ";  // the path follows, quoted
 inline constexpr std::string_view kContentComment = "# = ";        // a line of that file follows, quoted
 inline constexpr std::string_view kSameComment = "# same ";        // two paths follow, quoted

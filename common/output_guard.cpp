@@ -7,7 +7,6 @@
 #include <string_view>
 #include <system_error>
 
-#include "common/journal_text.h"
 #include "common/text.h"
 
 namespace quorvane {

@@ -10,6 +10,9 @@ namespace quorvane {
 
 // Paths are UTF-8.
 
+// The first line of every session journal, by which one is known.
+inline constexpr std::string_view kJournalFirstLine = "quorvane-journal 1";
+
 // What a path leads to, through symbolic links, told by the content and never by the name.
 enum class FileKind : std::uint8_t {
   Missing,

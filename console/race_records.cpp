@@ -8,18 +8,16 @@
 #include <utility>
 
 #include "common/text.h"
-#include "console/frm_judge.h"
 #include "lane/lane_log.h"
 #include "lane/lane_text.h"
 #include "records/lane_colors.h"
+#include "records/project.h"
 
 namespace quorvane {
 namespace {
 
 constexpr int kMostLapsListed = 11;
-constexpr int kFirstFaiMode = 4;
 constexpr double kLastDay = 2958466.0;  // the first of January 10000 as a day serial
-constexpr const char* kDefaultComments = "No comments";
 
 // The whole number at the start of the text when it is one from 1 to kLastRace, otherwise 0.
 int PositiveNumber(std::string_view text) {
@@ -67,24 +65,6 @@ int ReflyOf(const ProjectSource& project, int race) {
   return refly != 0 && SectionHasRun(project, ReflySection(refly)) ? refly : 0;
 }
 
-void MarkLanes(RaceRecord& record, std::int16_t laneColorScheme) {
-  RaceState colors;
-  colors.LaneColorScheme = laneColorScheme;
-  for (int i = 1; i <= 4; ++i) {
-    LaneRecord& lane = record.lanes[static_cast<std::size_t>(i - 1)];
-    lane.lane = i;
-    lane.name = LaneColorName(colors, i);
-    lane.low = LaneLowColor(colors, i);
-    lane.high = LaneHighColor(colors, i);
-    lane.flies = record.mode < kFirstFaiMode || i < 4;
-  }
-}
-
-void SetMode(RaceRecord& record, int mode) {
-  record.mode = mode;
-  record.modeName = kRaceModeNames[static_cast<std::size_t>(mode - 1)];
-}
-
 // Of two laps with the same number the later one counts, as in the recount.
 void AddLap(LaneRecord& lane, const LaneEvent& event) {
   if (event.Count < 1 || event.Count > kMostLapsListed) return;
@@ -103,25 +83,6 @@ bool BeginsWithFreeLap(const LaneLog& log) {
     first = &log[i];
   }
   return false;
-}
-
-void FillFromLog(LaneRecord& lane, const LaneLog& log, bool isFaiMode) {
-  const LapRecount count = RecountLaps(log, isFaiMode);
-  const bool hasResult = count.laps >= count.lapTarget && count.cutsBeforeFinish < 2;
-  lane.final = hasResult ? count.finalTime : LaneRecord::kNoResult;
-  lane.lapTarget = count.lapTarget;
-  lane.novice = BeginsWithFreeLap(log);
-  for (int i = 0; i < log.EventCount(); ++i) {
-    const LaneEvent& event = log[i];
-    if (event.Kind == "L") AddLap(lane, event);
-    if (event.Kind == "C") lane.cuts.push_back({event.SourceName, event.EventTime, event.Count});
-    if (event.Kind == "T") lane.turns.push_back(event.EventTime);
-  }
-  for (LapRecord& lap : lane.laps) {
-    lap.credited = lane.novice && lap.count == 1;
-    lap.finishing =
-        lane.final < LaneRecord::kNoResult && lap.count == count.lapTarget && lap.time == count.finalTime;
-  }
 }
 
 // What "Current" says holds for a race that has not run; one that has run kept its own heat and round.
@@ -162,7 +123,7 @@ RaceRecord ReadFlight(const ProjectSource& project, int race, int refly) {
     const auto value = [&](const std::string& key, const std::string& fallback) {
       return project.read(laneSection, key, fallback);
     };
-    FillFromLog(lane, ReadLog(value), record.mode >= kFirstFaiMode);
+    ReadLane(lane, ReadLog(value), record.mode);
     lane.placing = value("Placing", "");
     lane.position = value("Position", "");
   }
@@ -181,7 +142,7 @@ void ReadRepeatedReflys(const ProjectSource& project, const std::map<int, int>& 
                         std::vector<RaceRecord>& races) {
   std::set<int> standing;
   for (const auto& [race, refly] : reflyOfRace) standing.insert(refly);
-  const int last = PositiveNumber(project.read("Current", "NumberReflys", "0"));
+  const int last = ReflysCounted(project);
   for (int refly = 1; refly <= last; ++refly) {
     const std::string section = ReflySection(refly);
     if (standing.contains(refly) || !SectionHasRun(project, section)) continue;
@@ -191,34 +152,55 @@ void ReadRepeatedReflys(const ProjectSource& project, const std::map<int, int>& 
   }
 }
 
-// The race as it stands in the file when it is shown from there, otherwise one of this moment.
-RaceRecord HeaderOnConsole(const frmJudge& judge, const RaceState& race, const ProjectSource& project,
-                           const LocalDateTime& now) {
-  const int number = std::max<int>(race.RaceNumber, 1);
-  if (race.RaceLoaded && SectionHasRun(project, RaceSection(number))) {
-    const int refly = ReflyOf(project, number);
-    RaceRecord record = ReadHeader(project, number, refly == 0 ? RaceSection(number) : ReflySection(refly));
-    record.refly = refly;
-    if (record.mode == 0) SetMode(record, std::clamp<int>(race.RaceMode, 1, 6));
-    return record;
+}  // namespace
+
+void SetMode(RaceRecord& record, int mode) {
+  record.mode = mode;
+  record.modeName = kRaceModeNames[static_cast<std::size_t>(mode - 1)];
+}
+
+void MarkLanes(RaceRecord& record, std::int16_t laneColorScheme) {
+  RaceState colors;
+  colors.LaneColorScheme = laneColorScheme;
+  for (int i = 1; i <= 4; ++i) {
+    LaneRecord& lane = record.lanes[static_cast<std::size_t>(i - 1)];
+    lane.lane = i;
+    lane.name = LaneColorName(colors, i);
+    lane.low = LaneLowColor(colors, i);
+    lane.high = LaneHighColor(colors, i);
+    lane.flies = record.mode < kFirstFaiMode || i < 4;
   }
-  RaceRecord record;
-  record.number = number;
-  record.round = judge.Round();
-  record.heat = judge.Heat();
-  record.eventName = judge.EventName();
-  record.projectFile = project.file;
-  record.hasRun = !race.RaceLoaded;
-  record.when = now;
-  SetMode(record, std::clamp<int>(race.RaceMode, 1, 6));
-  // The number that the save is going to give it.
-  if (record.hasRun && race.ReflyMode) {
-    record.refly = PositiveNumber(project.read("Current", "NumberReflys", "0")) + 1;
+}
+
+void ReadLane(LaneRecord& lane, const LaneLog& log, int mode) {
+  const LapRecount count = RecountLaps(log, mode >= kFirstFaiMode);
+  const bool hasResult = count.laps >= count.lapTarget && count.cutsBeforeFinish < 2;
+  lane.final = hasResult ? count.finalTime : LaneRecord::kNoResult;
+  lane.lapTarget = count.lapTarget;
+  lane.novice = BeginsWithFreeLap(log);
+  for (int i = 0; i < log.EventCount(); ++i) {
+    const LaneEvent& event = log[i];
+    if (event.Kind == "L") AddLap(lane, event);
+    if (event.Kind == "C") lane.cuts.push_back({event.SourceName, event.EventTime, event.Count});
+    if (event.Kind == "T") lane.turns.push_back(event.EventTime);
   }
+  for (LapRecord& lap : lane.laps) {
+    lap.credited = lane.novice && lap.count == 1;
+    lap.finishing =
+        lane.final < LaneRecord::kNoResult && lap.count == count.lapTarget && lap.time == count.finalTime;
+  }
+}
+
+RaceRecord ReadStandingHeader(const ProjectSource& project, int race) {
+  const int refly = ReflyOf(project, race);
+  RaceRecord record = ReadHeader(project, race, refly == 0 ? RaceSection(race) : ReflySection(refly));
+  record.refly = refly;
   return record;
 }
 
-}  // namespace
+int ReflysCounted(const ProjectSource& project) {
+  return PositiveNumber(project.read("Current", "NumberReflys", "0"));
+}
 
 ProjectSource OpenProject(Project& project, const RaceState& race) {
   return {[&project](const std::string& section, const std::string& key, const std::string& fallback) {
@@ -246,28 +228,6 @@ ContestRecord ReadContest(const ProjectSource& project) {
   std::stable_sort(contest.races.begin(), contest.races.end(),
                    [](const RaceRecord& a, const RaceRecord& b) { return a.number < b.number; });
   return contest;
-}
-
-RaceRecord RecordOnConsole(const frmJudge& judge, const RaceState& race, const ProjectSource& project,
-                           const LocalDateTime& now) {
-  RaceRecord record = HeaderOnConsole(judge, race, project, now);
-  // The novice boxes speak of the next race while an old one is shown.
-  const bool shownFromFile = race.RaceLoaded && record.hasRun;
-  record.comments = judge.txtComments.Text();
-  // Nobody has said so yet: a score sheet leaves room for comments.
-  if (!record.hasRun && record.comments == kDefaultComments) record.comments.clear();
-  MarkLanes(record, project.laneColorScheme);
-  for (int i = 0; i < 4; ++i) {
-    const frmLane& panel = judge.Lane(i);
-    LaneRecord& lane = record.lanes[static_cast<std::size_t>(i)];
-    FillFromLog(lane, panel.Events(), record.mode >= kFirstFaiMode);
-    if (!shownFromFile && panel.chkNovice.Value() != 0) lane.novice = true;
-    // Before the finish the label shows other things than a place.
-    if (!record.hasRun || judge.RaceBeingFlown()) continue;
-    lane.placing = panel.lblStatus.Caption();
-    lane.position = panel.lblStatus.Tag();
-  }
-  return record;
 }
 
 }  // namespace quorvane

@@ -10,7 +10,7 @@
 
 namespace quorvane {
 
-class frmJudge;
+class LaneLog;
 class Project;
 
 // Reads one value: section, key, fallback.
@@ -36,9 +36,18 @@ RaceRecord ReadRace(const ProjectSource& project, int race);
 // project inside a Project::Group, which looks at the disk once.
 ContestRecord ReadContest(const ProjectSource& project);
 
-// The race on the console: one that is being flown, one that waits to be saved, one shown from the project
-// file, or one that has not run yet. `now` is the date of a race that is not in the file.
-RaceRecord RecordOnConsole(const frmJudge& judge, const RaceState& race, const ProjectSource& project,
-                           const LocalDateTime& now);
+// The parts of a record, for a race that is not only in the file.
+
+inline constexpr const char* kDefaultComments = "No comments";
+inline constexpr int kFirstFaiMode = 4;
+
+// Number, heat, round, mode, date and comments of the flight that stands for the race.
+RaceRecord ReadStandingHeader(const ProjectSource& project, int race);
+int ReflysCounted(const ProjectSource& project);
+void SetMode(RaceRecord& record, int mode);  // 1..6
+// Number, marking and whether it flies, of each lane; the mode must be set.
+void MarkLanes(RaceRecord& record, std::int16_t laneColorScheme);
+// Laps, cuts, turns and result of a lane, from its log.
+void ReadLane(LaneRecord& lane, const LaneLog& log, int mode);
 
 }  // namespace quorvane

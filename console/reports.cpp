@@ -1,7 +1,7 @@
 // The heat report of the race on the console, and the small windows of the menu.
 
 #include "console/frm_judge.h"
-#include "console/race_records.h"
+#include "console/race_on_console.h"
 
 namespace quorvane {
 

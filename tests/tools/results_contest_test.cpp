@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "console/race_records.h"
+#include "console/race_on_console.h"
 #include "console/results_formats.h"
 #include "tests/support/console_rig.h"
 #include "tools/results/results.h"
