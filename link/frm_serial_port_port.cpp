@@ -26,6 +26,8 @@ std::string ReasonText(int error) {
       return ": no permission";
     case kErrorBusy:
       return " is in use";
+    case kErrorStaleLock:
+      return ": stale lock";
     default:
       return " does not open";
   }
@@ -214,7 +216,7 @@ std::string frmSerialPort::AwaitedText() const {
   const std::string port = PortText(awaitedPort_);
   if (awaitedReason_.number == kErrorNoSuchPort)
     return port + " is not there. It opens when it is plugged in.";
-  return port + " does not open yet. " + awaitedReason_.description;
+  return port + " does not open. " + awaitedReason_.description;
 }
 
 void frmSerialPort::DisplayCommError() {

@@ -19,6 +19,7 @@ inline constexpr int kErrorNotFound = 2;
 inline constexpr int kErrorInput = 5;
 inline constexpr int kErrorDenied = 13;
 inline constexpr int kErrorBusy = 16;
+inline constexpr int kErrorStaleLock = 17;   // the lock of a program that has ended stands there
 inline constexpr int kCommEventReceive = 2;  // an ordinary event; 1000 and above are line errors
 inline constexpr int kCommBreak = 1001;
 inline constexpr int kCommFraming = 1004;

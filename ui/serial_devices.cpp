@@ -51,12 +51,11 @@ bool OpenToItsGroup(const QFileInfo& file) {
          !file.group().isEmpty();
 }
 
+// One step after the other: what is left to do is told when the first step is done.
 std::string Denied(const QFileInfo& file, const std::string& path) {
-  const bool forGroup = OpenToItsGroup(file);
-  const std::string group = forGroup ? file.group().toStdString() : "dialout";
-  std::string advice = "Permission denied. As administrator: ";
-  if (!forGroup) advice += "chgrp " + group + " " + path + "; chmod g+rw " + path + "; ";
-  return advice + "usermod -aG " + group + " USER, and log in again.";
+  const std::string advice = "Permission denied. As administrator: ";
+  if (!OpenToItsGroup(file)) return advice + "chgrp dialout " + path + "; chmod g+rw " + path;
+  return advice + "usermod -aG " + file.group().toStdString() + " USER, and log in again.";
 }
 
 // The lock that programs put beside a device they use; its first line is the number of the process. Empty:
@@ -82,7 +81,7 @@ SerialError Refused(const std::string& path) {
   if (!MayBeUsed(device)) return {kErrorDenied, Denied(file, path)};
   const QString lock = StaleLock(device);
   if (lock.isEmpty()) return {kErrorBusy, "Another program is using " + path + "."};
-  return {kErrorBusy,
+  return {kErrorStaleLock,
           "A program that has ended left a lock behind. As administrator: rm " + lock.toStdString()};
 }
 

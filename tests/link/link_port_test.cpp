@@ -139,6 +139,7 @@ TEST_F(LinkPortTest, APortThatIsAwaitedComesUpByItselfAndSaysWhyUntilThen) {
     const char* reason;
   } cases[] = {{{16, "Another program is using it."}, "COM5 is in use"},
                {{13, "Permission denied."}, "COM5: no permission"},
+               {{17, "A program that has ended left a lock."}, "COM5: stale lock"},
                {{5, "Input/output error"}, "COM5 does not open"}};
   for (const bool chosen : {false, true}) {
     for (const auto& [error, reason] : cases) {
@@ -152,7 +153,7 @@ TEST_F(LinkPortTest, APortThatIsAwaitedComesUpByItselfAndSaysWhyUntilThen) {
       EXPECT_EQ(Comm(), chosen ? "COM5 - Off" : "No Comm");
       EXPECT_EQ(Why(), reason);
       RunUntil(platform.ClockMs() + 3500);
-      EXPECT_EQ(link.lblMessage.Caption(), "COM5 does not open yet. " + error.description);
+      EXPECT_EQ(link.lblMessage.Caption(), "COM5 does not open. " + error.description);
       serial.busy.clear();
       RunUntil(platform.ClockMs() + 1001);
       EXPECT_EQ(Comm() + Why() + link.lblMessage.Caption(), "COM5");

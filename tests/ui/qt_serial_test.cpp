@@ -130,7 +130,7 @@ TEST_F(QtSerialTest, AdviceFitsTheReason) {
     const int held = open(lock.c_str(), O_RDWR | O_CLOEXEC);
     EXPECT_EQ(flock(held, LOCK_EX), 0);  // so that it is not simply taken away
     const SerialError error = Open();
-    EXPECT_EQ(error.number, 16);
+    EXPECT_EQ(error.number, 17);
     EXPECT_NE(error.description.find("left a lock behind"), std::string::npos) << error.description;
     close(held);
     unlink(lock.c_str());
@@ -139,7 +139,7 @@ TEST_F(QtSerialTest, AdviceFitsTheReason) {
   const AsOrdinaryUser ordinary;
   const SerialError error = Open();
   EXPECT_EQ(error.number, 13) << error.description;
-  EXPECT_NE(error.description.find("usermod -aG dialout"), std::string::npos) << error.description;
+  EXPECT_NE(error.description.find("chgrp dialout"), std::string::npos) << error.description;
   EXPECT_EQ(error.description.find("root"), std::string::npos) << error.description;
 }
 
