@@ -9,12 +9,13 @@
 namespace quorvane {
 namespace {
 constexpr int kOnTheWayMs = 150;
-constexpr int kExpectedMs = 1000;  // for the desktop to do what the program has asked
+constexpr int kExpectedMs = 5000;  // for the desktop to do what the program has asked
 constexpr int kPaintMs = 40;       // between two paintings inside an event
 }  // namespace
 
 Windows::Windows(Door& door) : door_(door) {
   door_.AllForms().SetObserver(this);
+  qApp->installEventFilter(this);
   QObject::connect(qApp, &QGuiApplication::focusWindowChanged, this,
                    [this](QWindow* window) { FocusMoved(window); });
 }
@@ -106,9 +107,18 @@ void Windows::Apply() {
 }
 
 // The program itself brings the operator to that window: this is no activation.
-void Windows::Expect(FormWindow& window) {
-  expected_ = &window;
+void Windows::Expect(const FormWindow& window) {
+  expected_.insert(&window);
   expectedSince_.start();
+}
+
+bool Windows::IsExpected(const FormWindow& window) const {
+  return expected_.contains(&window) && expectedSince_.elapsed() < kExpectedMs;
+}
+
+bool Windows::eventFilter(QObject*, QEvent* event) {
+  if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::KeyPress) expected_.clear();
+  return false;
 }
 
 // Brings the operator to the form that the program has shown.
@@ -164,9 +174,7 @@ void Windows::FocusMoved(QWindow* window) {
   FormWindow* from = focused_;
   focused_ = found == windows_.end() ? nullptr : found->get();
   if (focused_ == nullptr || from == focused_) return;
-  const bool expected = focused_ == expected_ && expectedSince_.elapsed() < kExpectedMs;
-  if (expected) expected_ = nullptr;
-  if (from == nullptr || expected || door_.DialogOpen()) return;
+  if (from == nullptr || IsExpected(*focused_) || door_.DialogOpen()) return;
   Event activate;
   activate.kind = EventKind::Activate;
   activate.target = focused_->Of().Name();

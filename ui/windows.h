@@ -43,10 +43,14 @@ class Windows : public QObject, public ControlObserver {
   // The operator has come from one window of this program to another one.
   void FocusMoved(QWindow* window);
 
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
  private:
   void FollowForm(const Form& form);
   void FollowActive();
-  void Expect(FormWindow& window);
+  void Expect(const FormWindow& window);
+  bool IsExpected(const FormWindow& window) const;
 
   Door& door_;
   std::vector<std::unique_ptr<FormWindow>> windows_;
@@ -54,9 +58,11 @@ class Windows : public QObject, public ControlObserver {
   std::unordered_map<const Form*, FormView*> views_;
   std::unordered_set<FormView*> dirtyViews_;
   std::unordered_set<const Form*> dirtyForms_;
-  const Form* active_ = nullptr;    // as last seen
-  FormWindow* focused_ = nullptr;   // the window that had the focus last, null when it was not one of ours
-  FormWindow* expected_ = nullptr;  // brought forward by the program, not by the operator
+  const Form* active_ = nullptr;   // as last seen
+  FormWindow* focused_ = nullptr;  // the window that had the focus last, null when it was not one of ours
+  // Brought forward by the program, not by the operator, since his last key or click. The desktop may move
+  // the focus to and fro between several that open together.
+  std::unordered_set<const FormWindow*> expected_;
   QElapsedTimer expectedSince_;
   QElapsedTimer focusLost_;  // since no window of this program has had it
   QElapsedTimer painted_;    // since the last Paint
