@@ -25,6 +25,15 @@ LocalDateTime AddMilliseconds(const LocalDateTime& at, std::int64_t ms);
 enum class DialogKind : std::uint8_t { Ok, OkCancel, YesNo, YesNoCancel, Input, OpenFile, SaveFile };
 enum class DialogIcon : std::uint8_t { None, Exclamation, Critical };
 
+// Ok, Cancel, Yes and No are buttons; Text is an entered text, File a chosen path. A box that is closed
+// otherwise answers Cancel (Ok where there is nothing else); one with Yes and No only cannot be closed
+// otherwise.
+struct DialogAnswer {
+  enum class Word : std::uint8_t { Ok, Cancel, Yes, No, Text, File };
+  Word word = Word::Cancel;
+  std::string text = {};
+};
+
 // A box that the operator must answer before the procedure that shows it goes on.
 struct DialogBox {
   DialogKind kind = DialogKind::Ok;
@@ -34,14 +43,12 @@ struct DialogBox {
   std::string preset = {};            // input: the text offered; files: the path offered
   std::string folder = {};            // files: where the dialog starts
   std::string defaultExtension = {};  // files: ".ini"
-};
-
-// Ok, Cancel, Yes and No are buttons; Text is an entered text, File a chosen path. A box that is closed
-// otherwise answers Cancel (No where there is no Cancel, Ok where there is nothing else).
-struct DialogAnswer {
-  enum class Word : std::uint8_t { Ok, Cancel, Yes, No, Text, File };
-  Word word = Word::Cancel;
-  std::string text = {};
+  // The button that Enter presses: the safe one where another loses something. The first one where the box
+  // has no such button.
+  DialogAnswer::Word usual = DialogAnswer::Word::Yes;
+  // The radio has raised it, not an action of the operator, whose hands are judging: it takes no key and no
+  // click in its first second.
+  bool byRadio = false;
 };
 
 // The per-user settings of the program, by section and key. A missing value reads as the default given.

@@ -100,12 +100,16 @@ class frmJudge : public Form, private LaneOwner, private LinkOwner {
   void DisplayStatus();
   void FinalizeRace();
   void ResetRaceControls() { ResetRaceControls(LaneStartOffset_); }
-  bool cmdReset_Click();  // false: nothing was reset, by the operator's choice or because the race was gone
+  // False: nothing was reset, by the operator's choice or because the race was gone.
+  bool cmdReset_Click(bool byRadio = false);
   void chkSixtySecondCount_Click();
   bool HasRun(std::int16_t race);
   void ShowCurrentRace();
   void Form_QueryUnload();
   void Form_Unload();
+  // The desktop session is about to end and would stay for us: false while a race is flown, and the window
+  // says so.
+  bool MaySessionEnd();
   void CloseRequested() override { Form_QueryUnload(); }
 
   // Heats, rounds, race modes and reflies.
@@ -185,6 +189,7 @@ class frmJudge : public Form, private LaneOwner, private LinkOwner {
   Control* SilenceLabel() override { return &lblSilent; }
 
   void HookEvents();
+  std::string LostByClosing() const;
   void CheckRaceComplete(bool& allFinished);
   void RankLanes();
   bool ShowClock();

@@ -153,7 +153,7 @@ void frmJudge::ResetRaceControls(std::int32_t laneStart) {
   cmdReorder.SetEnabled(false);
 }
 
-bool frmJudge::cmdReset_Click() {
+bool frmJudge::cmdReset_Click(bool byRadio) {
   if (race_.RaceActive) {
     // An entry after the finish does not reopen a concluded race.
     bool allFinished = race_.RaceDone;
@@ -166,8 +166,9 @@ bool frmJudge::cmdReset_Click() {
       IssueRaceEvent(true);
     } else if (race_.ManualStart) {
       const unsigned serial = raceSerial_;
-      const DialogBox box{DialogKind::YesNoCancel, "Reset Race",
-                          "The race is still active.\rDo you want to save?"};
+      DialogBox box{DialogKind::YesNoCancel, "Reset Race", "The race is still active.\rDo you want to save?"};
+      box.usual = DialogAnswer::Word::Cancel;
+      box.byRadio = byRadio;
       const DialogAnswer::Word word = door_.Ask(box).word;
       if (word == DialogAnswer::Word::Cancel) return false;
       if (serial != raceSerial_) return false;  // the race was concluded behind the box

@@ -214,7 +214,7 @@ void frmJudge::AskResetForStarter(const StationMessage& frame) {
       resetAskedForStarter_ = false;
       return;
     }
-    const bool reset = cmdReset_Click();
+    const bool reset = cmdReset_Click(true);
     if (serial != raceSerial_) resetAskedForStarter_ = false;  // no more to ask about that race
     if (reset) FinishStartersMessage(frame);
   });

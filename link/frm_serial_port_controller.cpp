@@ -43,6 +43,7 @@ void frmSerialPort::CancelControllerOnStarter() {
     box.icon = DialogIcon::Exclamation;
     box.title = "Cancel CONTROLLER mode";
     box.text = "CONTROLLER mode is cancelled\rbecause the STARTER was detected";
+    box.byRadio = true;
     door_.Ask(box);
   });
 }

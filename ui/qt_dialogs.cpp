@@ -1,10 +1,14 @@
 #include "ui/qt_dialogs.h"
 
 #include <QAbstractButton>
+#include <QCloseEvent>
 #include <QFileDialog>
 #include <QInputDialog>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMessageBox>
+#include <QPushButton>
+#include <QTimer>
 
 #include "ui/look.h"
 
@@ -26,10 +30,11 @@ QMessageBox::StandardButtons ButtonsOf(DialogKind kind) {
   }
 }
 
-// What a box answers that is closed without a button.
-QMessageBox::StandardButton EscapeOf(DialogKind kind) {
-  if (kind == DialogKind::Ok) return QMessageBox::Ok;
-  return kind == DialogKind::YesNo ? QMessageBox::No : QMessageBox::Cancel;
+QMessageBox::StandardButton UsualOf(const DialogBox& box) {
+  const QMessageBox::StandardButtons buttons = ButtonsOf(box.kind);
+  if (box.usual == Word::No && buttons.testFlag(QMessageBox::No)) return QMessageBox::No;
+  if (box.usual == Word::Cancel && buttons.testFlag(QMessageBox::Cancel)) return QMessageBox::Cancel;
+  return buttons.testFlag(QMessageBox::Yes) ? QMessageBox::Yes : QMessageBox::Ok;
 }
 
 QMessageBox::Icon IconOf(DialogIcon icon) {
@@ -37,16 +42,56 @@ QMessageBox::Icon IconOf(DialogIcon icon) {
   return icon == DialogIcon::Critical ? QMessageBox::Critical : QMessageBox::NoIcon;
 }
 
+// A message box as the operating system has them: one with Yes and No only is left by its buttons and not
+// otherwise. A key that is still held from before presses none.
+class MessageBox : public QMessageBox {
+ public:
+  MessageBox(const DialogBox& box, QWidget* parent) : QMessageBox(parent), kind_(box.kind) {
+    setWindowTitle(ToQString(box.title));
+    setTextFormat(Qt::PlainText);
+    setText(ToQString(box.text));
+    setIcon(IconOf(box.icon));
+    setStandardButtons(ButtonsOf(box.kind));
+    setDefaultButton(UsualOf(box));
+    if (kind_ != DialogKind::YesNo) setEscapeButton(kind_ == DialogKind::Ok ? Ok : Cancel);
+    for (QAbstractButton* button : buttons()) button->installEventFilter(this);
+    if (box.byRadio) HoldBack();
+  }
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->isAutoRepeat()) return true;
+    return QMessageBox::eventFilter(watched, event);
+  }
+  void keyPressEvent(QKeyEvent* event) override {
+    if (!ClosesOtherwise() && event->matches(QKeySequence::Cancel)) return;
+    QMessageBox::keyPressEvent(event);
+  }
+  void closeEvent(QCloseEvent* event) override {
+    if (!ClosesOtherwise()) return event->ignore();
+    QMessageBox::closeEvent(event);
+  }
+
+ private:
+  bool ClosesOtherwise() const { return kind_ != DialogKind::YesNo && !heldBack_; }
+
+  void HoldBack() {
+    constexpr int kHeldBackMs = 1000;
+    heldBack_ = true;
+    for (QAbstractButton* button : buttons()) button->setEnabled(false);
+    QTimer::singleShot(kHeldBackMs, this, [this] {
+      heldBack_ = false;
+      for (QAbstractButton* button : buttons()) button->setEnabled(true);
+      defaultButton()->setFocus();
+    });
+  }
+
+  const DialogKind kind_;
+  bool heldBack_ = false;
+};
+
 DialogAnswer AskMessage(const DialogBox& box, QWidget* parent) {
-  QMessageBox dialog(parent);
-  dialog.setWindowTitle(ToQString(box.title));
-  dialog.setTextFormat(Qt::PlainText);
-  dialog.setText(ToQString(box.text));
-  dialog.setIcon(IconOf(box.icon));
-  const QMessageBox::StandardButtons buttons = ButtonsOf(box.kind);
-  dialog.setStandardButtons(buttons);
-  dialog.setDefaultButton(buttons.testFlag(QMessageBox::Yes) ? QMessageBox::Yes : QMessageBox::Ok);
-  dialog.setEscapeButton(EscapeOf(box.kind));
+  MessageBox dialog(box, parent);
   switch (dialog.exec()) {
     case QMessageBox::Ok:
       return {Word::Ok};

@@ -37,11 +37,39 @@ class DialogsTest : public UiTest, public DeviceEvents {
 TEST_F(DialogsTest, BoxThatIsClosedOtherwiseAnswersAsTheOperatorWould) {
   EXPECT_EQ(Answer({DialogKind::Ok, "T", "x"}, Qt::Key_Escape).word, Word::Ok);
   EXPECT_EQ(Answer({DialogKind::OkCancel, "T", "x"}, Qt::Key_Escape).word, Word::Cancel);
-  EXPECT_EQ(Answer({DialogKind::YesNo, "T", "x"}, Qt::Key_Escape).word, Word::No);
   EXPECT_EQ(Answer({DialogKind::YesNoCancel, "T", "x"}, Qt::Key_Escape).word, Word::Cancel);
   EXPECT_EQ(Answer({DialogKind::Input, "T", "x"}, Qt::Key_Escape).word, Word::Cancel);
   EXPECT_EQ(Answer({DialogKind::OpenFile, "T", ""}, Qt::Key_Escape).word, Word::Cancel);
   EXPECT_EQ(Answer({DialogKind::YesNoCancel, "T", "x"}, Qt::Key_Return).word, Word::Yes);
+}
+
+TEST_F(DialogsTest, YesNoBoxIsLeftByItsButtonsOnlyAndEnterPressesTheSafeOne) {
+  DialogBox box{DialogKind::YesNo, "T", "x"};
+  box.usual = Word::No;
+  const auto resist = [](QWidget* open) {
+    Press(open, Qt::Key_Escape);
+    open->close();
+    QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, {}, true);
+    QCoreApplication::sendEvent(open->focusWidget(), &held);
+    EXPECT_TRUE(open->isVisible());
+  };
+  EXPECT_EQ(Answer(box, Qt::Key_Return, resist).word, Word::No);
+  EXPECT_EQ(Answer({DialogKind::YesNo, "T", "x"}, Qt::Key_Return).word, Word::Yes);
+}
+
+TEST_F(DialogsTest, BoxOfTheRadioTakesNeitherKeyNorClickInItsFirstSecond) {
+  DialogBox box{DialogKind::YesNoCancel, "T", "x"};
+  box.usual = Word::Cancel;
+  box.byRadio = true;
+  const auto early = [](QWidget* open) {
+    for (const int key : {Qt::Key_Return, Qt::Key_Space, Qt::Key_Escape}) Press(open, key);
+    QAbstractButton* yes = dynamic_cast<QMessageBox*>(open)->button(QMessageBox::Yes);
+    ClickOn(yes);
+    open->close();
+    EXPECT_TRUE(WaitFor([&] { return yes->isEnabled(); }));
+    EXPECT_TRUE(open->isVisible());
+  };
+  EXPECT_EQ(Answer(box, Qt::Key_Return, early).word, Word::Cancel);
 }
 
 TEST_F(DialogsTest, TextIsShownLiterallyLineByLine) {
