@@ -3,12 +3,14 @@
 #include <exception>
 #include <utility>
 
+#include "common/run_time_error.h"
+
 namespace quorvane {
 namespace {
 
 bool PassesOpenDialog(EventKind kind) {
   return kind == EventKind::Bytes || kind == EventKind::LineError || kind == EventKind::Ports ||
-         kind == EventKind::Timer;
+         kind == EventKind::Timer || kind == EventKind::Quit;
 }
 
 // Counts up for as long as it lives.
@@ -58,7 +60,7 @@ bool Door::MustWait(EventKind kind) const {
 }
 
 void Door::Enter(const Event& event) {
-  if (dialogs_ > 0 && !PassesOpenDialog(event.kind)) return;
+  if (quit_ || (dialogs_ > 0 && !PassesOpenDialog(event.kind))) return;
   if (MustWait(event.kind)) {
     waiting_.push_back(event);
     return;
@@ -90,7 +92,7 @@ void Door::Ended() {
 }
 
 void Door::DrainWhileOpen() {
-  while (dialogs_ > 0 && inHand_ == depthAtDialog_) {
+  while (dialogs_ > 0 && inHand_ == depthAtDialog_ && !quit_) {
     std::size_t i = 0;
     while (i < waiting_.size() && !PassesOpenDialog(waiting_[i].kind)) ++i;
     if (i == waiting_.size()) return;
@@ -101,7 +103,7 @@ void Door::DrainWhileOpen() {
 }
 
 void Door::DrainWhenIdle() {
-  while (inHand_ == 0 && dialogs_ == 0) {
+  while (inHand_ == 0 && dialogs_ == 0 && !quit_) {
     if (!posted_.empty()) {
       const std::function<void()> action = std::move(posted_.front());
       posted_.pop_front();
@@ -121,7 +123,12 @@ void Door::DrainWhenIdle() {
   }
 }
 
+void Door::RefuseAfterQuit() const {
+  if (quit_) throw RunTimeError("The program ends");
+}
+
 DialogAnswer Door::Ask(const DialogBox& box) {
+  RefuseAfterQuit();
   DialogAnswer answer;
   {
     const Depth depth(dialogs_);
@@ -136,6 +143,7 @@ DialogAnswer Door::Ask(const DialogBox& box) {
     }
     depthAtDialog_ = outer;
   }
+  RefuseAfterQuit();
   SampleClock();
   if (journal_ != nullptr) journal_->Answered(now_, box, answer);
   return answer;
@@ -182,6 +190,10 @@ void Door::Dispatch(const Event& event) {
       return;
     case EventKind::Ports:
       if (devices_ != nullptr) devices_->PortsChanged(event.numbers);
+      return;
+    case EventKind::Quit:
+      quit_ = true;
+      if (devices_ != nullptr) devices_->Quit();
       return;
     case EventKind::Key:
       if (forms_.Main() != nullptr && forms_.Main()->Visible()) forms_.Main()->KeyDown(event.text);

@@ -21,6 +21,8 @@ class DeviceEvents {
   virtual void BytesArrived(const std::vector<std::uint8_t>& bytes) = 0;
   virtual void LineError(int code) = 0;
   virtual void PortsChanged(const std::vector<int>& ports) = 0;
+  // The program ends, and nobody can be asked: an Ask is a RunTimeError from here on.
+  virtual void Quit() {}
   // An event has been handled, with or without an error.
   virtual void EventEnded() = 0;
 };
@@ -30,8 +32,11 @@ class DeviceEvents {
 // event into a journal.
 //
 // An event that comes in while another is handled waits its turn. Only while a dialog box is open do bytes,
-// line errors, ports and timers go through before the event that opened it has ended; the operator's own
-// actions on other windows are dropped meanwhile, as a modal box has it.
+// line errors, ports, timers and the end of the program go through before the event that opened it has ended;
+// the operator's own actions on other windows are dropped meanwhile, as a modal box has it.
+//
+// Nothing enters after the event that ends the program. A box that is open then is never answered: the event
+// that asked is abandoned.
 class Door : public EventClock {
  public:
   explicit Door(Platform& platform) : platform_(platform), forms_(*this) {}
@@ -81,6 +86,7 @@ class Door : public EventClock {
   void DrainWhenIdle();
   void SampleClock();
   void Ended();
+  void RefuseAfterQuit() const;
 
   Platform& platform_;
   Forms forms_;
@@ -92,6 +98,7 @@ class Door : public EventClock {
   int inHand_ = 0;   // events being handled, one inside the other
   int dialogs_ = 0;  // dialog boxes open
   int depthAtDialog_ = 0;
+  bool quit_ = false;  // the program ends
   std::deque<Event> waiting_;
   std::deque<std::function<void()>> posted_;
   int errors_ = 0;

@@ -98,6 +98,8 @@ std::string_view EventVerb(EventKind kind) {
       return "line";
     case EventKind::Ports:
       return "ports";
+    case EventKind::Quit:
+      return "quit";
     case EventKind::Timer:
       return "timer";
   }

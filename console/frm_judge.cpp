@@ -147,23 +147,6 @@ void frmJudge::Form_Load() {
   }
 }
 
-void frmJudge::Form_QueryUnload() {
-  const DialogBox close{DialogKind::YesNo, "Close Quorvane", "Shutdown Quorvane. Are you sure?"};
-  if (door_.Ask(close).word != DialogAnswer::Word::Yes) return;
-  if (cmdSave.Enabled()) {
-    const DialogBox save{DialogKind::YesNo, "Close Quorvane", "Do you want to save the race first?"};
-    if (door_.Ask(save).word == DialogAnswer::Word::Yes) cmdSave_Click();
-  }
-  Form_Unload();
-}
-
-void frmJudge::Form_Unload() {
-  tmrTimeTick.SetEnabled(false);
-  for (const auto& lane : lanes_) lane->Form_Unload();
-  project_.Retry();
-  door_.System().EndProgram();
-}
-
 // Moving to another race, or changing the race mode's meaning, has to wait while a race is in the air: it
 // would be recorded under another number. What asks a question waits too, because its box would swallow the
 // keys that judge. A finished race that waits to be saved must keep its refly mark.

@@ -21,4 +21,10 @@ Program::~Program() {
   door_.SetDevices(nullptr);
 }
 
+// A finished race that nobody has saved yet is not lost, and an error in saving it keeps nothing open.
+void Program::Quit() {
+  door_.Contain([this] { judge_.cmdSave_Click(); });
+  judge_.Form_Unload();
+}
+
 }  // namespace quorvane

@@ -5,6 +5,7 @@
 
 #include "common/text.h"
 #include "tests/support/console_rig.h"
+#include "tests/support/memory_files.h"
 
 namespace quorvane {
 namespace {
@@ -226,20 +227,64 @@ TEST(Reset, AnAnswerCountsOnlyForTheRaceItWasAskedAbout) {
   EXPECT_NE(rig.Value("Race1", "Timestamp"), "-");
 }
 
-TEST(Shutdown, AsksFirstAndOffersToSave) {
-  ConsoleRig rig;
+// A disk that can be full.
+struct FullDisk : MemoryFiles {
+  bool full = false;
+  std::error_code CreateTemp(const std::string& target, TempFile& temp) override {
+    return full ? std::make_error_code(std::errc::no_space_on_device) : MemoryFiles::CreateTemp(target, temp);
+  }
+};
+
+TEST(Shutdown, AsksFirstOffersToSaveAndTellsWhatIsLost) {
+  FullDisk disk;
+  ConsoleRig rig(false, disk);
   rig.Load();
-  rig.Answer(Word::No);
-  rig.program.door().Enter({EventKind::Close, "frmJudge"});
-  EXPECT_FALSE(rig.platform.ended);
+  // Closes with these answers; gives the boxes shown, each as its first word and a "!" when No is the usual
+  // answer.
+  const auto close = [&](std::initializer_list<Word> answers) {
+    rig.platform.shown.clear();
+    for (const Word word : answers) rig.Answer(word);
+    rig.program.door().Enter({EventKind::Close, "frmJudge"});
+    std::string boxes;
+    for (const auto& [ms, box, answer] : rig.platform.shown) {
+      boxes += box.text.substr(0, box.text.find(' ')) + (box.usual == Word::No ? "! " : " ");
+    }
+    return boxes;
+  };
+  EXPECT_EQ(close({Word::No}), "Shutdown ");
   rig.Click("frmJudge.cmdStart");
+  rig.At(1000);
+  EXPECT_EQ(close({Word::No}), "A! ");
+  EXPECT_EQ(rig.platform.shown[0].box.text,
+            "A race is being flown. It is lost when Quorvane closes.\r\rShutdown Quorvane. Are you sure?");
   rig.At(40000);  // nobody flew
   ASSERT_TRUE(rig.judge().cmdSave.Enabled());
-  rig.Answer(Word::Yes);
-  rig.Answer(Word::Yes);
-  rig.program.door().Enter({EventKind::Close, "frmJudge"});
+  disk.full = true;
+  EXPECT_EQ(close({Word::Yes, Word::Yes, Word::No}), "Shutdown Do NOT! ");
+  EXPECT_EQ(close({Word::No}), "NOT! ");
+  EXPECT_NE(rig.platform.shown[0].box.text.find("No space left on device"), std::string::npos);
+  EXPECT_FALSE(rig.platform.ended);
+  rig.platform.whileOpen = [&](const DialogBox&) { disk.full = false; };
+  EXPECT_EQ(close({Word::Yes}), "NOT! ");
   EXPECT_TRUE(rig.platform.ended);
-  EXPECT_NE(rig.Value("Race1", "Timestamp"), "-");
+  EXPECT_NE(disk.files[rig.file].find("Timestamp"), std::string::npos);
+}
+
+TEST(Shutdown, BySystemSavesAFinishedRaceAndAsksNothingWhateverBoxIsOpen) {
+  for (const char* asks : {"frmLane1.lblStatus", "frmJudge.mnuHeatsPerRound"}) {
+    ConsoleRig rig;
+    rig.Load();
+    rig.Click("frmJudge.cmdStart");
+    rig.At(40000);
+    rig.platform.whileOpen = [&](const DialogBox&) { rig.program.door().Enter({EventKind::Quit}); };
+    rig.platform.shown.clear();
+    rig.Click(asks);
+    EXPECT_EQ(rig.platform.shown.size(), 1U);  // the second one comes back until it is answered
+    EXPECT_TRUE(rig.platform.ended);
+    EXPECT_NE(rig.Value("Race1", "Timestamp"), "-");
+    rig.Click("frmJudge.cmdStart");
+    EXPECT_FALSE(rig.race().RaceActive);
+  }
 }
 
 TEST(Clock, KeysWorkTheLanesInRowsOfFour) {

@@ -38,6 +38,7 @@ Event RandomEvent(std::mt19937& random) {
       {.kind = EventKind::Ports, .numbers = {1, 2 + static_cast<int>(pick(29)), 31}},
       {EventKind::Activate, "frmLane2"},
       {EventKind::Close, "frmLane2"},
+      {EventKind::Quit},
       {EventKind::Resize, "frmLane2"},
       {EventKind::Click, control},
       {EventKind::Hover, control},

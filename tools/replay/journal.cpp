@@ -277,6 +277,9 @@ class Reader {
         if (std::exchange(loaded_, true)) words.Fail("\"load\" only once", "load");
         lastMayGoOn_ = false;
         return;
+      case EventKind::Quit:
+        lastMayGoOn_ = false;
+        return;
       case EventKind::Bytes:
         event.bytes = words.Hex();
         return;

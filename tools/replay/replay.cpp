@@ -75,7 +75,7 @@ bool Replay::FireTimerBefore(std::int64_t ms) {
 
 // Time goes on behind an open box until it has its answer.
 void Replay::WhileOpen() {
-  while (platform_.answers.empty() && Step()) {
+  while (!platform_.ended && platform_.answers.empty() && Step()) {
   }
   if (platform_.answers.empty() && options_.stopInOpenBox && !journal_.hasEnd) throw KilledInBox{};
 }
