@@ -10,6 +10,7 @@
 #include "console/program.h"
 #include "ui/command_line.h"
 #include "ui/demo.h"
+#include "ui/end_requests.h"
 #include "ui/look.h"
 #include "ui/print_command.h"
 #include "ui/program_windows.h"
@@ -53,6 +54,7 @@ int Run(const CommandLine& line) {
   const quorvane::ResultsWindow results(program, windows);
   const quorvane::Scoreboard scoreboard(program, windows, settings);
   quorvane::SessionRecording recording(program, windows);
+  const quorvane::EndRequests endRequests(program);
   serial.SetOpened([&recording](int port, int number, const std::string& description) {
     recording.NoteOpened(port, number, description);
   });

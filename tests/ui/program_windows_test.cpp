@@ -3,7 +3,10 @@
 #include <QEnterEvent>
 #include <QLabel>
 
+#include <csignal>
+
 #include "tests/ui/program_fixture.h"
+#include "ui/end_requests.h"
 
 namespace quorvane {
 namespace {
@@ -136,6 +139,25 @@ TEST_F(ProgramWindowsTest, ClosingAWindowIsForTheProgramToDecide) {
   EXPECT_FALSE(closeConsole.isAccepted());
   EXPECT_TRUE(windows.Console().isVisible());
   EXPECT_EQ(shown.back(), "Close Quorvane");
+}
+
+// Nobody answers the box of the finish order, which is a real one here.
+TEST_F(ProgramWindowsTest, SignalSavesTheFinishedRaceBehindAnOpenBoxAndEndsTheProgram) {
+  const EndRequests endRequests(program);
+  Load();
+  ClickOn(Shown(program.judge().cmdStart));
+  program.judge().FinalizeRace();
+  program.race().RaceDone = true;
+  Settle();
+  platform.SetAnswerer({});
+  QTimer::singleShot(50, [this] { Enter(EventKind::Click, "frmLane1.lblStatus"); });
+  QTimer::singleShot(200, [] {
+    EXPECT_NE(QApplication::activeModalWidget(), nullptr);
+    std::raise(SIGTERM);
+  });
+  EXPECT_EQ(QApplication::exec(), 0);
+  EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+  EXPECT_TRUE(program.judge().HasRun(1));
 }
 
 TEST_F(ProgramWindowsTest, MarksStackUnderTheirLapCellAndPopUpOverTheRest) {

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QObject>
+
+#include "console/program.h"
+
+class QSessionManager;
+
+namespace quorvane {
+
+// Hears when somebody other than the operator ends the program: a signal (SIGTERM, SIGINT, SIGHUP), or the
+// end of the desktop session. A finished race is saved then, without a question. A second signal of a kind
+// ends the program at once.
+class EndRequests : public QObject {
+ public:
+  explicit EndRequests(Program& program);
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void WatchSignals();
+  void Quit();
+  void SessionEnds(QSessionManager& session);
+
+  Program& program_;
+};
+
+}  // namespace quorvane
