@@ -13,6 +13,12 @@ bool PassesOpenDialog(EventKind kind) {
          kind == EventKind::Timer || kind == EventKind::Quit;
 }
 
+// The procedure that asked cannot go on, because nobody is left to answer. No fault of it.
+class ProgramEnds : public RunTimeError {
+ public:
+  ProgramEnds() : RunTimeError("The program ends") {}
+};
+
 // Counts up for as long as it lives.
 class Depth {
  public:
@@ -45,6 +51,8 @@ bool Door::Contain(const std::function<void()>& action) {
   try {
     action();
     return true;
+  } catch (const ProgramEnds&) {
+    return false;
   } catch (const std::exception& error) {
     ++errors_;
     lastError_ = error.what();
@@ -124,7 +132,7 @@ void Door::DrainWhenIdle() {
 }
 
 void Door::RefuseAfterQuit() const {
-  if (quit_) throw RunTimeError("The program ends");
+  if (quit_) throw ProgramEnds();
 }
 
 DialogAnswer Door::Ask(const DialogBox& box) {

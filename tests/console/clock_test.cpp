@@ -281,6 +281,7 @@ TEST(Shutdown, BySystemSavesAFinishedRaceAndAsksNothingWhateverBoxIsOpen) {
     rig.Click(asks);
     EXPECT_EQ(rig.platform.shown.size(), 1U);  // the second one comes back until it is answered
     EXPECT_TRUE(rig.platform.ended);
+    EXPECT_EQ(rig.program.door().ErrorsContained(), 0);
     EXPECT_NE(rig.Value("Race1", "Timestamp"), "-");
     rig.Click("frmJudge.cmdStart");
     EXPECT_FALSE(rig.race().RaceActive);
