@@ -94,9 +94,8 @@ void EndRequests::SessionEnds(QSessionManager& session) {
   if (session.allowsInteraction()) {
     bool mayEnd = true;
     program_.door().Contain([&] { mayEnd = program_.judge().MaySessionEnd(); });
-    if (!mayEnd) session.cancel();
+    if (!mayEnd) return session.cancel();
     session.release();
-    if (!mayEnd) return;
   }
   Event save;
   save.kind = EventKind::Click;
