@@ -30,10 +30,10 @@ Json LaneJson(const LaneResult& lane) {
           {"final", lane.final_time},  {"place", lane.place}};
 }
 
-void AddLine(Json& json, const LineCounters& line, std::int64_t polls) {
-  json["frames"] = {{"sent", line.sent}, {"lost", line.lost}, {"damaged", line.damaged}};
-  json["noise"] = line.noise;
-  json["polls"] = polls;
+void AddLine(Json& object, const LineCounters& line, std::int64_t polls) {
+  object["frames"] = {{"sent", line.sent}, {"lost", line.lost}, {"damaged", line.damaged}};
+  object["noise"] = line.noise;
+  object["polls"] = polls;
 }
 
 Json RaceJson(const FollowedRace& race) {
@@ -74,10 +74,10 @@ std::string ToJson(const HeatResult& result) {
   Json lanes = Json::array();
   for (const LaneResult& lane : result.lanes)
     lanes.push_back(result.followed ? SeenLaneJson(lane) : LaneJson(lane));
-  Json json = {{"heat", result.heat}, {"mode", result.mode}, {"count", result.count}, {"lanes", lanes}};
-  if (result.followed) json["race"] = RaceJson(*result.followed);
-  AddLine(json, result.line, result.polls);
-  return json.dump();
+  Json object = {{"heat", result.heat}, {"mode", result.mode}, {"count", result.count}, {"lanes", lanes}};
+  if (result.followed) object["race"] = RaceJson(*result.followed);
+  AddLine(object, result.line, result.polls);
+  return object.dump();
 }
 
 std::string ToJson(const ConsoleHeard& heard, const LineCounters& line) {
@@ -85,15 +85,15 @@ std::string ToJson(const ConsoleHeard& heard, const LineCounters& line) {
   for (std::uint8_t i = 0; i < kAddresses; ++i) {
     if (IsStation(i)) stations.push_back(StationJson(i, heard.stations[i]));
   }
-  Json json = {{"stations", stations},
-               {"control",
-                {{"frames", heard.frames},
-                 {"odd", heard.odd},
-                 {"first", OrNull(heard.first_ms)},
-                 {"last", OrNull(heard.last_ms)},
-                 {"starter", OrNull(heard.starter_ms)}}}};
-  AddLine(json, line, heard.polls);
-  return json.dump();
+  Json object = {{"stations", stations},
+                 {"control",
+                  {{"frames", heard.frames},
+                   {"odd", heard.odd},
+                   {"first", OrNull(heard.first_ms)},
+                   {"last", OrNull(heard.last_ms)},
+                   {"starter", OrNull(heard.starter_ms)}}}};
+  AddLine(object, line, heard.polls);
+  return object.dump();
 }
 
 }  // namespace quorvane::field
