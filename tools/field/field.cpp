@@ -162,7 +162,7 @@ void Field::Happen(const Event& event) {
       return PrepareHeat();
     case Happening::kStart:
       phase_ = Phase::kStarting;
-      // Repeated in quick succession: a console that hears the start late runs late by as much.
+      // Repeated in quick succession, so that a lost frame does not cost the first seconds of the count.
       for (int i = 0; i < 3; ++i) SpeakAt(now_us_ + i * 100 * kMs, {Topic::kRace, kStarter});
       return;
     case Happening::kStop:
