@@ -1,5 +1,6 @@
 #include "common/door.h"
 
+#include <cstdlib>
 #include <exception>
 #include <utility>
 
@@ -18,6 +19,15 @@ class ProgramEnds : public RunTimeError {
  public:
   ProgramEnds() : RunTimeError("The program ends") {}
 };
+
+// Less than this is the rounding of two clocks to whole seconds, or their drift.
+constexpr std::int64_t kClockSetSeconds = 2;
+constexpr std::int64_t kFollowMs = 1000;
+
+// Whole seconds are taken off, because the moment has lost its part of a second.
+LocalDateTime MomentOfZero(const LocalDateTime& shown, std::int64_t ms) {
+  return AddMilliseconds(shown, -(ms - ms % 1000));
+}
 
 // Counts up for as long as it lives.
 class Depth {
@@ -38,13 +48,27 @@ void Door::SampleClock() {
   if (ms > now_) now_ = ms;
 }
 
-// Whole seconds are taken off, because the platform's time has lost its part of a second.
 LocalDateTime Door::LocalStart() {
-  if (!localStart_) {
-    const std::int64_t ms = platform_.ClockMs();
-    localStart_ = AddMilliseconds(platform_.LocalNow(), -(ms - ms % 1000));
-  }
+  if (!localStart_) localStart_ = localZero_ = MomentOfZero(platform_.LocalNow(), platform_.ClockMs());
   return *localStart_;
+}
+
+LocalDateTime Door::LocalNow() {
+  LocalStart();
+  return AddMilliseconds(localZero_, now_);
+}
+
+void Door::FollowLocalClock() {
+  SampleClock();
+  followedAt_ = now_;
+  const LocalDateTime shown = platform_.LocalNow();
+  if (std::abs(SecondsBetween(LocalNow(), shown)) < kClockSetSeconds) return;
+  localZero_ = MomentOfZero(shown, now_);
+  if (journal_ != nullptr) journal_->ClockSet(now_, shown);
+}
+
+void Door::FollowNowAndThen() {
+  if (now_ - followedAt_ >= kFollowMs) FollowLocalClock();
 }
 
 bool Door::Contain(const std::function<void()>& action) {
@@ -83,6 +107,7 @@ void Door::Enter(const Event& event) {
 
 void Door::Handle(const Event& event) {
   SampleClock();
+  FollowNowAndThen();
   if (journal_ != nullptr) journal_->Entered(now_, event);
   {
     const Depth depth(inHand_);
@@ -153,6 +178,7 @@ DialogAnswer Door::Ask(const DialogBox& box) {
   }
   RefuseAfterQuit();
   SampleClock();
+  FollowNowAndThen();
   if (journal_ != nullptr) journal_->Answered(now_, box, answer);
   return answer;
 }

@@ -53,10 +53,13 @@ class Door : public EventClock {
   void FireTimer(Control& timer);
 
   std::int64_t Now() const override { return now_; }
-  // The local date and time of the event in hand, and of 0 ms of the console clock. Counted on from the start
-  // of the program, so that a replay finds the same, however the computer's clock is set meanwhile.
-  LocalDateTime LocalNow() { return AddMilliseconds(LocalStart(), now_); }
+  // The local date and time of the event in hand. Counted on by the console clock, and follows the computer's
+  // clock, which the journal then notes, when that is set, changes to summer time, or the computer has slept.
+  LocalDateTime LocalNow();
+  // The local date and time of 0 ms of the console clock, as it was then.
   LocalDateTime LocalStart();
+  // Looks whether the computer's clock shows another time than LocalNow(), and takes it over.
+  void FollowLocalClock();
   Platform& System() { return platform_; }
   Forms& AllForms() { return forms_; }
   bool DialogOpen() const { return dialogs_ > 0; }
@@ -85,6 +88,7 @@ class Door : public EventClock {
   void DrainWhileOpen();
   void DrainWhenIdle();
   void SampleClock();
+  void FollowNowAndThen();
   void Ended();
   void RefuseAfterQuit() const;
 
@@ -95,6 +99,8 @@ class Door : public EventClock {
   std::function<void()> afterEvent_;
   std::int64_t now_ = 0;
   std::optional<LocalDateTime> localStart_;
+  LocalDateTime localZero_ = {};  // of 0 ms of the console clock, as the computer's clock is set now
+  std::int64_t followedAt_ = 0;
   int inHand_ = 0;   // events being handled, one inside the other
   int dialogs_ = 0;  // dialog boxes open
   int depthAtDialog_ = 0;

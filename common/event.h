@@ -47,6 +47,8 @@ class Journal {
   // A project file has been opened, or (not taken) could not be, because another console has it or of what
   // stands there.
   virtual void ProjectOpened(std::int64_t /*ms*/, const std::string& /*path*/, bool /*taken*/) {}
+  // The computer's clock shows another time than it should by the console clock: this one, from now on.
+  virtual void ClockSet(std::int64_t /*ms*/, const LocalDateTime& /*shown*/) {}
   // An error has ended what was in hand.
   virtual void Failed(std::int64_t /*ms*/, const std::string& /*error*/) {}
 };

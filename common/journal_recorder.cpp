@@ -156,6 +156,10 @@ void SessionRecorder::Failed(std::int64_t ms, const std::string& error) {
   Add(ErrorComment(ms, error));
 }
 
+void SessionRecorder::ClockSet(std::int64_t ms, const LocalDateTime& shown) {
+  AddInput(ms, ClockRecord(ms, shown));
+}
+
 void SessionRecorder::Entered(std::int64_t ms, const Event& event) {
   const std::string record = EventRecord(ms, event);
   if (!record.empty()) AddInput(ms, record);

@@ -62,6 +62,7 @@ class SessionRecorder : public Journal {
   // whoever works the device, at once.
   void NoteOpened(int port, int number, const std::string& description);
 
+  void ClockSet(std::int64_t ms, const LocalDateTime& shown) override;
   void Entered(std::int64_t ms, const Event& event) override;
   void Answered(std::int64_t ms, const DialogBox& box, const DialogAnswer& answer) override;
   void Sent(std::int64_t ms, const std::vector<std::uint8_t>& frame) override;

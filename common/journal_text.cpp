@@ -15,6 +15,13 @@ std::string Record(std::int64_t ms, std::string_view verb, const std::string& ar
   return line + "\n";
 }
 
+std::string Moment(const LocalDateTime& at) {
+  std::array<char, 80> moment{};
+  std::snprintf(moment.data(), moment.size(), "%04d-%02d-%02dT%02d:%02d:%02d", at.year, at.month, at.day,
+                at.hour, at.minute, at.second);
+  return moment.data();
+}
+
 std::string HexOf(const std::vector<std::uint8_t>& bytes) {
   std::string digits;
   digits.reserve(bytes.size() * 2);
@@ -107,10 +114,7 @@ std::string_view EventVerb(EventKind kind) {
 }
 
 std::string StartRecords(const LocalDateTime& start, bool timersRecorded) {
-  std::array<char, 80> moment{};
-  std::snprintf(moment.data(), moment.size(), "%04d-%02d-%02dT%02d:%02d:%02d", start.year, start.month,
-                start.day, start.hour, start.minute, start.second);
-  return std::string(kJournalFirstLine) + "\n" + Record(0, "start", moment.data()) +
+  return std::string(kJournalFirstLine) + "\n" + Record(0, "start", Moment(start)) +
          Record(0, "timers", timersRecorded ? "recorded" : "virtual");
 }
 
@@ -152,6 +156,10 @@ std::string SentRecord(std::int64_t ms, const std::vector<std::uint8_t>& frame) 
 std::string BusyRecord(std::int64_t ms, int port, int number, const std::string& description) {
   return Record(ms, "busy",
                 std::to_string(port) + " " + std::to_string(number) + " " + JsonString(description));
+}
+
+std::string ClockRecord(std::int64_t ms, const LocalDateTime& shown) {
+  return Record(ms, "clock", Moment(shown));
 }
 
 std::string HeldRecord(std::int64_t ms, const std::string& path, bool held) {

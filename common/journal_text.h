@@ -28,6 +28,8 @@ std::string SentRecord(std::int64_t ms, const std::vector<std::uint8_t>& frame);
 // Number 0: the port can be opened again.
 std::string BusyRecord(std::int64_t ms, int port, int number, const std::string& description);
 // The project file can be opened, or cannot, because another console holds it.
+// What the computer's clock shows.
+std::string ClockRecord(std::int64_t ms, const LocalDateTime& shown);
 std::string HeldRecord(std::int64_t ms, const std::string& path, bool held);
 std::string EndRecord(std::int64_t ms);
 // The operator has switched the recording off; nothing follows, though the session goes on.

@@ -5,10 +5,23 @@
 
 namespace quorvane {
 
-LocalDateTime AddMilliseconds(const LocalDateTime& at, std::int64_t ms) {
+namespace {
+
+std::chrono::sys_seconds MomentOf(const LocalDateTime& at) {
   using namespace std::chrono;
   const sys_days day = year(at.year) / at.month / at.day;
-  const auto moment = day + hours(at.hour) + minutes(at.minute) + seconds(at.second) + milliseconds(ms);
+  return day + hours(at.hour) + minutes(at.minute) + seconds(at.second);
+}
+
+}  // namespace
+
+std::int64_t SecondsBetween(const LocalDateTime& first, const LocalDateTime& second) {
+  return (MomentOf(second) - MomentOf(first)).count();
+}
+
+LocalDateTime AddMilliseconds(const LocalDateTime& at, std::int64_t ms) {
+  using namespace std::chrono;
+  const auto moment = MomentOf(at) + milliseconds(ms);
   const auto midnight = floor<days>(moment);
   const year_month_day date(midnight);
   const hh_mm_ss time(floor<seconds>(moment - midnight));

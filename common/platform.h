@@ -21,6 +21,8 @@ struct LocalDateTime {
 
 // `at` plus ms, by the calendar.
 LocalDateTime AddMilliseconds(const LocalDateTime& at, std::int64_t ms);
+// From the first to the second, by the calendar.
+std::int64_t SecondsBetween(const LocalDateTime& first, const LocalDateTime& second);
 
 enum class DialogKind : std::uint8_t { Ok, OkCancel, YesNo, YesNoCancel, Input, OpenFile, SaveFile };
 enum class DialogIcon : std::uint8_t { None, Exclamation, Critical };

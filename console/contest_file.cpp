@@ -26,7 +26,7 @@ ProjectSource SourceOf(const ProfileFile& text, const std::string& path) {
   return {[&text](const std::string& section, const std::string& key, const std::string& fallback) {
             return ProfileString(text, section, key, fallback);
           },
-          path};
+          TextFromBytes(path)};
 }
 
 }  // namespace

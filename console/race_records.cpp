@@ -11,6 +11,7 @@
 #include "lane/lane_log.h"
 #include "lane/lane_text.h"
 #include "records/lane_colors.h"
+#include "records/profile_file.h"
 #include "records/project.h"
 
 namespace quorvane {
@@ -206,7 +207,7 @@ ProjectSource OpenProject(Project& project, const RaceState& race) {
   return {[&project](const std::string& section, const std::string& key, const std::string& fallback) {
             return project.GetProjectValue(section, key, fallback);
           },
-          race.ProjectFile, race.LaneColorScheme};
+          TextFromBytes(race.ProjectFile), race.LaneColorScheme};
 }
 
 RaceRecord ReadRace(const ProjectSource& project, int race) {

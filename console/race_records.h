@@ -20,7 +20,7 @@ using ProjectReader = std::function<std::string(const std::string&, const std::s
 // make no sense read as if they were missing.
 struct ProjectSource {
   ProjectReader read;
-  std::string file = {};  // its path, for the record
+  std::string file = {};  // its path as text, for the record
   // How the lanes are marked; the file does not say. 9 names them by number.
   std::int16_t laneColorScheme = 9;
 };

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "common/write_signals.h"
 #include "console/program.h"
 #include "ui/command_line.h"
 #include "ui/demo.h"
@@ -96,6 +97,7 @@ int Print(const CommandLine& line) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  quorvane::OutliveWriteErrors();
   const CommandLine line = quorvane::ParseCommandLine(std::vector<std::string>(argv + 1, argv + argc));
   if (!line.error.empty()) {
     std::fprintf(stderr, "quorvane: %s (see --help)\n", line.error.c_str());

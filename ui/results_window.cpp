@@ -175,26 +175,18 @@ void ResultsWindow::Open() {
   activateWindow();
 }
 
+// Beside the window's own work: a disk may take its time.
 void ResultsWindow::Look() {
   if (!isVisible() && stamp_.kind == FileStamp::Kind::File) return look_.stop();
+  if (std::exchange(looking_, true)) return;
   const std::string& file = program_.race().ProjectFile;
-  FileStamp stamp;
-  SystemFiles().Look(file, stamp);
-  if (file == file_ && stamp == stamp_) return;
-  file_ = file;
-  stamp_ = stamp;
-  Read();
-}
-
-void ResultsWindow::Read() {
-  again_ = reading_;
-  if (std::exchange(reading_, true)) return;
-  QThreadPool::globalInstance()->start([guard = QPointer<ResultsWindow>(this), file = file_] {
+  const std::optional<FileStamp> seen = file == file_ ? std::optional(stamp_) : std::nullopt;
+  QThreadPool::globalInstance()->start([guard = QPointer<ResultsWindow>(this), file, seen] {
     const auto content = std::make_shared<Content>();
-    if (const std::error_code error = ReadProject(SystemFiles(), file, content->contest)) {
-      content->problem = error.message();
-    }
-    content->table = ResultsTable(content->contest);
+    content->file = file;
+    SystemFiles().Look(file, content->stamp);
+    content->changed = content->stamp != seen;
+    if (content->changed) ReadInto(*content);
     QMetaObject::invokeMethod(
         qApp,
         [guard, content] {
@@ -204,8 +196,18 @@ void ResultsWindow::Read() {
   });
 }
 
+void ResultsWindow::ReadInto(Content& content) {
+  if (const std::error_code error = ReadProject(SystemFiles(), content.file, content.contest)) {
+    content.problem = error.message();
+  }
+  content.table = ResultsTable(content.contest);
+}
+
 void ResultsWindow::Take(const Content& content) {
-  reading_ = false;
+  looking_ = false;
+  if (!content.changed) return;
+  file_ = content.file;
+  stamp_ = content.stamp;
   contest_ = content.contest;
   const bool first = model_.rowCount() == 0;
   model_.Show(content.table);
@@ -221,7 +223,6 @@ void ResultsWindow::Take(const Content& content) {
   }
   summary_->setText(text);
   summary_->setToolTip(ToQString(file_));
-  if (again_) Read();
 }
 
 void ResultsWindow::FitColumns() {

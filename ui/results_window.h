@@ -4,6 +4,7 @@
 #include <QTimer>
 #include <QWidget>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -58,6 +59,9 @@ class ResultsWindow : public QWidget {
 
  private:
   struct Content {
+    std::string file;
+    FileStamp stamp;
+    bool changed = false;  // otherwise nothing of the rest
     ContestRecord contest;
     ResultsTable table;
     std::string problem;
@@ -65,7 +69,7 @@ class ResultsWindow : public QWidget {
 
   QWidget* NewButtons();
   void Look();
-  void Read();
+  static void ReadInto(Content& content);
   void Take(const Content& content);
   void FitColumns();
   void SaveAs();
@@ -79,12 +83,11 @@ class ResultsWindow : public QWidget {
   QLabel* told_;  // what became of the last command
   QTableView* view_;
   QTimer look_;
-  std::string file_;  // that is shown, or being read
+  std::string file_;  // that is shown
   FileStamp stamp_;
   bool placed_ = false;
   bool toPlace_ = false;  // once the columns are there: as wide as they are
-  bool reading_ = false;
-  bool again_ = false;
+  bool looking_ = false;
 };
 
 }  // namespace quorvane

@@ -502,13 +502,20 @@ TEST(Project, AnotherIsChosenFromTheMenu) {
   EXPECT_FALSE(rig.judge().mnuAutoPrint.Checked());  // the word is no number
 }
 
-TEST(Project, TheMomentOfSavingIsThatOfTheEvent) {
+TEST(Project, TheMomentOfSavingFollowsTheComputersClockAndTheRaceClockDoesNot) {
   ConsoleRig rig;
   rig.Load();
-  FlyHeat(rig);
-  rig.platform.start.year = 1999;  // the computer's clock is set meanwhile
+  rig.Click("frmJudge.cmdStart");
+  rig.At(6000);
+  rig.Key("F1");
+  rig.platform.start.hour += 3;
+  rig.At(10000);
+  rig.Key("F1");
+  EXPECT_EQ(rig.lane(0).lblLap[1].Caption(), "10.00");
+  rig.At(95000);
   rig.Click("frmJudge.cmdSave");
-  EXPECT_NE(rig.Value("Race1", "Timestamp").find(", 11/21/2026 9:01:00 AM"), std::string::npos);
+  EXPECT_NE(rig.Value("Race1", "Timestamp").find(", 11/21/2026 12:01:35 PM"), std::string::npos)
+      << rig.Value("Race1", "Timestamp");
 }
 
 TEST(Project, HandEditedNonsenseStillOpens) {

@@ -56,6 +56,8 @@ const std::vector<ReadCase> kReadCases = {
     {"Windows1252Names", "[\xC9t\xE9]\nCl\xE9=1\n", "ÉTé", "clé", "1"},
     {"OtherLettersKeepTheirCase", "[\xC9t\xE9]\nCl\xE9=1\n", "été", "clé", std::nullopt},
     {"OverlongIsNotUtf8", "[a]\nk=\xC0\xAF\n", "a", "k", "À¯"},
+    {"AtTheEdgesOfUtf8", "[a]\nk=\xE0\xA0\x80\xED\x9F\xBF\xEE\x80\x80\xF0\x90\x80\x80\xF4\x8F\xBF\xBF\n", "a",
+     "k", "\u0800\uD7FF\uE000\U00010000\U0010FFFF"},
     {"SurrogateIsNotUtf8", "[a]\nk=\xED\xA0\x80\n", "a", "k", "í\xC2\xA0€"},
     {"NulBytes", "\0[b]\n[a]\nj\0=1\nk=x\0y\n"s, "a", "k", "x\0y"s},
     {"NothingThere", "", "a", "k", std::nullopt},

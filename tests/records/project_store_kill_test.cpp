@@ -57,10 +57,14 @@ TEST(ProjectStoreKill, LeavesTheOldFileOrTheNewOne) {
     ASSERT_GE(child, 0);
     if (child == 0) SaveForEver(path, report[1]);
     close(report[1]);
+    long saved = reached;
+    // Every second one has saved before, however slow the machine is.
+    if (kill_number % 2 == 0) {
+      ASSERT_EQ(read(report[0], &saved, sizeof saved), ssize_t{sizeof saved});
+    }
     std::this_thread::sleep_for(std::chrono::microseconds(random() % 12000));
     ASSERT_EQ(kill(child, SIGKILL), 0);
     ASSERT_EQ(waitpid(child, nullptr, 0), child);
-    long saved = reached;
     for (long version = 0; read(report[0], &version, sizeof version) == sizeof version;) saved = version;
     close(report[0]);
 
@@ -68,8 +72,6 @@ TEST(ProjectStoreKill, LeavesTheOldFileOrTheNewOne) {
     ASSERT_GE(reached, saved);
     ASSERT_LE(reached, saved + 1);
   }
-  EXPECT_GT(reached, 10) << "hardly any save came to its end before the kill";
-
   ProjectStore store;
   store.Open(path);
   EXPECT_EQ(store.TryLock(), LockResult::Locked);

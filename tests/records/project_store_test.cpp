@@ -1,10 +1,12 @@
 #include "records/project_store.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 #include <functional>
 
+#include "common/write_signals.h"
 #include "tests/support/scratch_folder.h"
 
 namespace quorvane {
@@ -199,6 +201,21 @@ TEST_F(ProjectStoreTest, WhatWasKeptGoesIntoItsOwnContestOnlyAndOverNoFlight) {
   store_.TakeMoved(moved);
   EXPECT_EQ(moved, (std::vector<std::string>{"Race 1 is in the project already: saved as 6",
                                              "Refly 1 is in the project already: saved as 2"}));
+}
+
+// A full quota is told by a signal first.
+TEST_F(ProjectStoreTest, AFullQuotaIsNotTheEnd) {
+  OutliveWriteErrors();
+  rlimit old = {};
+  ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &old), 0);
+  OpenWith("");
+  const rlimit none = {0, old.rlim_max};
+  setrlimit(RLIMIT_FSIZE, &none);
+  store_.Write("a", "k", "1");
+  setrlimit(RLIMIT_FSIZE, &old);
+  EXPECT_FALSE(store_.Saved());
+  EXPECT_TRUE(store_.Retry());
+  EXPECT_EQ(File(), "[a]\r\nk=1\r\n");
 }
 
 // Folders, devices and files without permission are met by the whole console's tests.

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "common/write_signals.h"
 #include "records/file_ops.h"
 #include "tools/field/options.h"
 #include "tools/field/pseudo_terminal.h"
@@ -28,7 +29,6 @@ void CatchSignals() {
   sigaction(SIGINT, &action, nullptr);
   sigaction(SIGTERM, &action, nullptr);
   sigaction(SIGHUP, &action, nullptr);
-  std::signal(SIGPIPE, SIG_IGN);
 }
 
 void PrintResults(Field& field) {
@@ -106,6 +106,7 @@ int Compare(const CommandLine& line) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  quorvane::OutliveWriteErrors();
   const auto parsed = ParseCommandLine({argv + 1, argv + argc});
   if (const auto* ending = std::get_if<quorvane::Ending>(&parsed)) return ending->Tell();
   const auto& line = std::get<CommandLine>(parsed);

@@ -16,6 +16,8 @@
 namespace quorvane::field {
 namespace {
 
+constexpr const char* kTerminals = "/dev/pts/";
+
 std::string Reason() {
   return std::strerror(errno);
 }
@@ -35,17 +37,19 @@ bool MakeRaw(const std::string& path) {
   return good;
 }
 
-bool IsLinkTo(const std::string& link, const std::string& target) {
+// What a symbolic link says; empty when it is none.
+std::string TargetOf(const std::string& link) {
   std::array<char, PATH_MAX> text{};
   const ssize_t length = readlink(link.c_str(), text.data(), text.size());
-  return length >= 0 && std::string(text.data(), static_cast<std::size_t>(length)) == target;
+  return {text.data(), static_cast<std::size_t>(std::max<ssize_t>(length, 0))};
 }
 
 bool MakeLink(const std::string& link, const std::string& target, std::string& error) {
   struct stat status {};
   if (lstat(link.c_str(), &status) == 0) {
-    if (!S_ISLNK(status.st_mode)) {
-      error = link + " exists and is not a symbolic link";
+    // A field that was killed leaves its link to a pseudo-terminal; any other is somebody else's.
+    if (!TargetOf(link).starts_with(kTerminals)) {
+      error = link + " exists and is not a link of a simulated field";
       return false;
     }
     unlink(link.c_str());
@@ -86,7 +90,7 @@ PseudoTerminal::PseudoTerminal(int master, std::string path, std::string link)
     : master_(master), path_(std::move(path)), link_(std::move(link)) {}
 
 PseudoTerminal::~PseudoTerminal() {
-  if (!link_.empty() && IsLinkTo(link_, path_)) unlink(link_.c_str());
+  if (!link_.empty() && TargetOf(link_) == path_) unlink(link_.c_str());
   close(master_);
 }
 

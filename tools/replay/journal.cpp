@@ -241,6 +241,9 @@ class Reader {
       record.kind = Kind::Held;
       record.held = verb == "held";
       record.event.text = words.Quoted("a quoted path");
+    } else if (verb == "clock") {
+      record.kind = Kind::Clock;
+      record.moment = ReadMoment(words);
     } else if (verb == "tx") {
       record.kind = Kind::Sent;
       record.event.bytes = words.Hex();

@@ -20,6 +20,7 @@ struct JournalRecord {
     Answer,  // answer
     Busy,    // port, number, text: opening it fails so from now on; number 0: no longer
     Held,    // held, event.text: whether another console holds this project file from now on
+    Clock,   // moment: what the computer's clock shows from now on
     Sent,    // event.bytes: a frame that went out
     End,
   };
@@ -30,6 +31,7 @@ struct JournalRecord {
   DialogAnswer answer = {};
   int port = 0;
   bool held = false;
+  LocalDateTime moment = {};
 };
 
 // A journal as data.

@@ -1,11 +1,11 @@
 // quorvane-replay: runs a session journal without a window.
 
-#include <csignal>
 #include <fstream>
 #include <iostream>
 #include <string>
 #include <vector>
 
+#include "common/write_signals.h"
 #include "tools/replay/command_files.h"
 #include "tools/replay/journal.h"
 #include "tools/replay/options.h"
@@ -105,11 +105,7 @@ int Main(const std::vector<std::string>& words) {
 }  // namespace quorvane
 
 int main(int argc, char** argv) {
-#ifndef _WIN32
-  // A reader that has gone away and a full quota are errors of writing, and told as such.
-  std::signal(SIGPIPE, SIG_IGN);
-  std::signal(SIGXFSZ, SIG_IGN);
-#endif
+  quorvane::OutliveWriteErrors();
   const int status = quorvane::Main(std::vector<std::string>(argv + 1, argv + argc));
   if (std::cout.flush()) return status;
   quorvane::Say("standard output cannot be written");

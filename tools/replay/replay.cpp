@@ -98,6 +98,10 @@ void Replay::Take(const JournalRecord& record) {
     case JournalRecord::Kind::Held:
       files_.Hold(PathFor(record.event.text), record.held);
       return;
+    case JournalRecord::Kind::Clock:
+      platform_.start = AddMilliseconds(record.moment, -(record.ms - record.ms % 1000));
+      program_.door().FollowLocalClock();
+      return;
     case JournalRecord::Kind::Sent:
     case JournalRecord::Kind::End:
       return;

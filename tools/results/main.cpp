@@ -2,6 +2,7 @@
 #include <iostream>
 #include <string>
 
+#include "common/write_signals.h"
 #include "tools/results/results.h"
 
 #ifdef _WIN32
@@ -47,6 +48,7 @@ int Run(const ResultsOptions& options) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  OutliveWriteErrors();
   std::string error;
   const auto options = ParseResultsOptions({argv + (argc > 0 ? 1 : 0), argv + argc}, error);
   if (!options) return Complain(error + " (see --help)", 2);
