@@ -22,7 +22,7 @@ class ActivationTest : public UiTest {
   }
   void OperatorActs() {
     Settle();  // what the platform itself tells of the focus
-    Press(windows.FindWindow(form), Qt::Key_Shift);
+    Press(windows.FindWindow(form), Qt::Key_Space);
   }
   void FocusOn(const Form& at) { windows.FocusMoved(windows.FindWindow(at)->windowHandle()); }
   int Activations() {
