@@ -100,7 +100,9 @@ void ProjectStore::Refresh() {
   const bool disappeared = missing && seen_.kind == FileStamp::Kind::File;
   seen_ = now;
   unreadable_.clear();
-  if (error) {
+  if (error && (now.kind == FileStamp::Kind::Folder || now.kind == FileStamp::Kind::Other)) {
+    unreadable_ = path_ + " is not a file";
+  } else if (error) {
     unreadable_ = Reason("Cannot read", path_, error);
   } else if (missing) {
     // It must be written again even if the next write changes nothing in it.

@@ -215,8 +215,8 @@ TEST(Project, WhatIsNoProjectIsToldAndLeftAlone) {
     std::filesystem::permissions(path, std::filesystem::perms(0222));
   };
   const std::tuple<const char*, const char*, std::function<void(Path)>> kObstacles[] = {
-      {"contest.ini", "Is a directory", [](Path path) { std::filesystem::create_directory(path); }},
-      {"contest.ini", "not supported", [](Path path) { ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0); }},
+      {"contest.ini", "is not a file", [](Path path) { std::filesystem::create_directory(path); }},
+      {"contest.ini", "is not a file", [](Path path) { ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0); }},
       {"contest.ini", "Permission denied", unreadable},
       {"contest.ini", "is no project", [](Path path) { Write(path, "[frmSerialPort]\nCommPort=5\n"); }},
       {"contest.ini/day.ini", "cannot be made", [](Path path) { Write(path, "a file"); }},
