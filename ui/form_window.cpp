@@ -72,9 +72,13 @@ void FormWindow::resizeEvent(QResizeEvent* event) {
   if (menu_->font().pixelSize() != pixels) menu_->setFont(FontOfPixels(pixels, false));
 }
 
-// A click on an empty place ends the typing, so that the digit keys judge again.
-void FormWindow::mousePressEvent(QMouseEvent*) {
-  if (IsTextField(QApplication::focusWidget())) view_->FocusHome();
+// A click on an empty place ends the typing, so that the digit keys judge again. A text field passes on the
+// presses of the other buttons in itself.
+void FormWindow::mousePressEvent(QMouseEvent* event) {
+  QWidget* field = QApplication::focusWidget();
+  if (!IsTextField(field)) return;
+  const QPoint at = field->mapFromGlobal(event->globalPosition().toPoint());
+  if (!field->rect().contains(at)) view_->FocusHome();
 }
 
 void FormWindow::closeEvent(QCloseEvent* event) {

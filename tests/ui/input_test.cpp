@@ -117,6 +117,9 @@ TEST_F(InputTest, PastingNothingChangesNothing) {
 
 TEST_F(InputTest, EscapeAndAClickOnAnEmptyPlaceLeaveATextBox) {
   Click(judge().txtComments);
+  ClickAt(*Shown(judge().txtComments), Qt::MiddleButton);
+  ClickAt(*Shown(judge().txtComments), Qt::RightButton);
+  if (QWidget* menu = QApplication::activePopupWidget()) menu->close();
   Keys("7");
   Key(Qt::Key_Escape);
   Keys("8");
