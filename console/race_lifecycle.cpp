@@ -159,7 +159,6 @@ bool frmJudge::cmdReset_Click(bool byRadio) {
     bool allFinished = race_.RaceDone;
     if (!allFinished) CheckRaceComplete(allFinished);
     if (allFinished) {
-      race_.RaceActive = false;
       race_.RaceDone = true;
       FinalizeRace();
       cmdSave_Click();
@@ -172,13 +171,13 @@ bool frmJudge::cmdReset_Click(bool byRadio) {
       const DialogAnswer::Word word = door_.Ask(box).word;
       if (word == DialogAnswer::Word::Cancel) return false;
       if (serial != raceSerial_) return false;  // the race was concluded behind the box
-      race_.RaceActive = false;
       race_.RaceDone = word == DialogAnswer::Word::Yes;
       FinalizeRace();
       if (word == DialogAnswer::Word::Yes) cmdSave_Click();
       IssueRaceEvent(true);
     }
     race_.ManualStart = false;
+      race_.RaceActive = race_.RaceDone;  // until it is saved
   }
   ReadyForNextRace();
   return true;

@@ -86,6 +86,7 @@ Project::Opened Project::Use(std::unique_ptr<ProjectStore> next) {
     return Opened::HeldElsewhere;
   }
   next->SetMayLook([this] { return MayLook(); });
+  next->SetRaceAtStake([this] { return race_.RaceActive; });
   if (!store_->Saved()) unsaved_.push_back(std::move(store_));
   store_ = std::move(next);
   return Opened::Yes;

@@ -125,7 +125,7 @@ void ProjectStore::TakeIn(std::string bytes) {
     return;
   }
   ProfileFile file(std::move(bytes));
-  if (!FitKept(file)) return;
+  if (!FitsIn(file)) return;
   kind_ = kind;
   if (pending_.empty()) problem_.clear();
   text_ = std::move(file);
@@ -136,11 +136,13 @@ void ProjectStore::TakeIn(std::string bytes) {
   files_.FollowLock(path_, lock_);
 }
 
-// Whether what is kept in memory may go into the file as it is now. It is another one than was seen last.
-bool ProjectStore::FitKept(const ProfileFile& file) {
+// Whether what is kept in memory, or is about to be written, may go into the file as it is now. It is another
+// one than was seen last.
+bool ProjectStore::FitsIn(const ProfileFile& file) {
   const std::string title = file.Read("Current", "Title").value_or("");
   const bool renamed = !title.empty() && title == title_;  // here, and not yet in the file
-  if (!pending_.empty() && !renamed && !SameContest(text_, file)) {
+  const bool ours = !pending_.empty() || (raceAtStake_ && raceAtStake_());
+  if (ours && !renamed && !SameContest(text_, file)) {
     foreign_ = path_ + " holds another contest, which is left alone";
     return false;
   }

@@ -25,8 +25,8 @@ namespace quorvane {
 // What other programs change meanwhile is read again first, and the own changes are made in their text. A
 // file that disappears or is emptied is kept as it was last seen and written again whole by the next write. A
 // file that exists but cannot be read is never replaced, nor is what has taken the place of a project and is
-// none; and what was kept in memory never goes into another contest's file, nor over a race that has come
-// into the file meanwhile: it takes the next free number (TakeMoved).
+// none; and what was kept in memory, or belongs to the race being flown, never goes into another contest's
+// file, nor over a race that has come into the file meanwhile: it takes the next free number (TakeMoved).
 class ProjectStore {
  public:
   explicit ProjectStore(FileOps& files = SystemFiles());
@@ -46,6 +46,9 @@ class ProjectStore {
 
   // Asked before each look of a Read at the disk; without it each Read looks.
   void SetMayLook(std::function<bool()> mayLook) { mayLook_ = std::move(mayLook); }
+  // Asked when another file stands there than was seen last: whether a race of the contest seen last is flown
+  // or waits to be written. Without it there is none.
+  void SetRaceAtStake(std::function<bool()> raceAtStake) { raceAtStake_ = std::move(raceAtStake); }
   // Why the file that stands there is not to be read or replaced; empty when it is, or there is none.
   const std::string& Unreadable() const { return unreadable_; }
   // What kind of file was there when it was last read: Empty when there is none.
@@ -77,7 +80,7 @@ class ProjectStore {
 
  private:
   void Refresh();
-  bool FitKept(const ProfileFile& file);
+  bool FitsIn(const ProfileFile& file);
   void TakeIn(std::string bytes);
   void Commit();
   std::string ReplaceOnDisk();
@@ -95,6 +98,7 @@ class ProjectStore {
   std::string unreadable_;
   FileKind kind_ = FileKind::Empty;
   std::function<bool()> mayLook_;
+  std::function<bool()> raceAtStake_;
   std::string problem_;
   int groups_ = 0;
   FileLock lock_;

@@ -377,6 +377,28 @@ TEST(Project, ASaveNeverOverwritesARaceThatIsThere) {
   }
 }
 
+TEST(Project, ARaceGoesIntoNoContestThatTookTheFilesPlaceMeanwhile) {
+  for (const bool done : {false, true}) {
+    SCOPED_TRACE(done);
+    ConsoleRig rig;
+    rig.Load();
+    if (done) {
+      FlyHeat(rig);
+    } else {
+      rig.Click("frmJudge.cmdStart");
+      rig.At(9000);
+    }
+    const std::string other = "[Current]\nTitle=Derby\n[Race1]\nTimestamp=7\n";
+    Write(rig.file, other);
+    if (!done) rig.Answer(Word::Yes);
+    rig.Click("frmJudge.cmdReset");
+    EXPECT_EQ(ReadAll(rig.file), other);
+    EXPECT_EQ(rig.Value("Race1", "CurrentRace"), "1 (h=1, r=1)");
+    EXPECT_TRUE(rig.judge().lblNotSaved.Visible());
+    EXPECT_NE(rig.program.project().Problem().find("another contest"), std::string::npos);
+  }
+}
+
 TEST(Project, AReflyHasItsOwnCommentsAndIsOnUntilItIsSaved) {
   ConsoleRig rig;
   rig.Load();
