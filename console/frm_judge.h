@@ -198,6 +198,7 @@ class frmJudge : public Form, private LaneOwner, private LinkOwner {
   void ResetRaceControls(std::int32_t laneStart);
   void InitializeLanes(std::int32_t laneStart);
   void ReleaseHold();
+  void ResetKeepingComments(std::int32_t laneStart);
   void ReadyForNextRace();
   std::string RaceSection(std::int16_t race) const;
   bool HasTimestamp(std::int16_t race);

@@ -195,6 +195,7 @@ void frmJudge::cmdSave_Click() {
   IssueRaceEvent(true);
   RankLanes();  // the operator may have given only some of the places
   WriteRace();
+  txtComments.SetText("No comments");
   race_.ReflyMode = false;
   cmdSave.SetEnabled(false);
   cmdReset_Click();

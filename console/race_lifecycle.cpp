@@ -31,11 +31,7 @@ void frmJudge::cmdStart_Click() {
 
 void frmJudge::InitializeRace(std::int32_t laneStart) {
   if (!race_.RaceLoaded) cmdSave_Click();
-  // Those of a saved race that was only looked at stay with that race.
-  const bool typedForThisRace = !Lane(0).Loaded() || race_.ReflyMode;
-  const std::string comments = txtComments.Text();
-  if (!race_.RaceActive) ResetRaceControls(laneStart);
-  if (typedForThisRace) txtComments.SetText(comments);
+  if (!race_.RaceActive) ResetKeepingComments(laneStart);
   // Showing the race has marked it as loaded; a race that is flown is not, or it would not be saved.
   race_.RaceLoaded = false;
   starterClock_.reset();
@@ -153,6 +149,15 @@ void frmJudge::ResetRaceControls(std::int32_t laneStart) {
   cmdReorder.SetEnabled(false);
 }
 
+// What was typed for the race about to be flown stays until that race is saved. The comments of a saved race
+// that was only looked at stay with that race.
+void frmJudge::ResetKeepingComments(std::int32_t laneStart) {
+  const bool typedForThisRace = !Lane(0).Loaded() || race_.ReflyMode;
+  const std::string comments = txtComments.Text();
+  ResetRaceControls(laneStart);
+  if (typedForThisRace) txtComments.SetText(comments);
+}
+
 bool frmJudge::cmdReset_Click(bool byRadio) {
   if (race_.RaceActive) {
     // An entry after the finish does not reopen a concluded race.
@@ -172,12 +177,12 @@ bool frmJudge::cmdReset_Click(bool byRadio) {
       if (word == DialogAnswer::Word::Cancel) return false;
       if (serial != raceSerial_) return false;  // the race was concluded behind the box
       race_.RaceDone = word == DialogAnswer::Word::Yes;
+      race_.RaceActive = race_.RaceDone;  // until it is saved
       FinalizeRace();
       if (word == DialogAnswer::Word::Yes) cmdSave_Click();
       IssueRaceEvent(true);
     }
     race_.ManualStart = false;
-      race_.RaceActive = race_.RaceDone;  // until it is saved
   }
   ReadyForNextRace();
   return true;
@@ -198,7 +203,7 @@ void frmJudge::ReadyForNextRace() {
   countTold_ = false;
   if (lblNotice.Caption() == kCountsOverRace) ShowNotice({});
   tmrTimeTick.SetEnabled(false);
-  ResetRaceControls();
+  ResetKeepingComments(LaneStartOffset_);
   door_.System().StopWave();
   DisplayStatus();
 }

@@ -413,10 +413,12 @@ TEST(Project, AReflyHasItsOwnCommentsAndIsOnUntilItIsSaved) {
 
   rig.Click("frmJudge.cmdRefly");
   EXPECT_EQ(rig.judge().txtComments.Text(), "No comments");
+  rig.Type("frmJudge.txtComments", "once more");
   rig.Click("frmJudge.cmdStart");
   rig.Answer(Word::No);
   rig.Click("frmJudge.cmdReset");
   EXPECT_EQ(rig.judge().fraHeatControl.Caption(), "Race 1 REFLY") << "called off, not over";
+  EXPECT_EQ(rig.judge().txtComments.Text(), "once more");
   rig.Click("frmJudge.cmdRefly");
   EXPECT_EQ(rig.judge().txtComments.Text() + " " + rig.lane(0).lblStatus.Caption(), "original First");
 
