@@ -117,6 +117,7 @@ class frmJudge : public Form, private LaneOwner, private LinkOwner {
   void GetRaceMode(int& mode) const;
   void cboRaceMode_Change();
   void SetOrder(int place) override;
+  void TakePlace(int lane, int place) override;
   void cmdReorder_Click();
   void mnuHeatsPerRound_Click();
   void cmdIncHeat_Click();
@@ -192,13 +193,14 @@ class frmJudge : public Form, private LaneOwner, private LinkOwner {
   std::string LostByClosing() const;
   void CheckRaceComplete(bool& allFinished);
   void RankLanes();
+  void SettleResult();
   bool ShowClock();
   void ShowClockTick();
   void ArmTick();
   void ResetRaceControls(std::int32_t laneStart);
+  void ResetKeepingComments(std::int32_t laneStart);
   void InitializeLanes(std::int32_t laneStart);
   void ReleaseHold();
-  void ResetKeepingComments(std::int32_t laneStart);
   void ReadyForNextRace();
   std::string RaceSection(std::int16_t race) const;
   bool HasTimestamp(std::int16_t race);

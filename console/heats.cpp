@@ -29,14 +29,30 @@ void frmJudge::cboRaceMode_Change() {
   if (!race_.RaceActive) ApplyRaceMode(cboRaceMode.ListIndex());
 }
 
-// A place that is given already is not offered a second time.
+// With 1 the places are given anew. After that the first one that no lane has is offered: the operator may
+// have typed places in between, or taken one back.
 void frmJudge::SetOrder(int place) {
+  if (place <= 1) {
+    for (const auto& lane : lanes_) lane->LaneOrder(place);
+    return;
+  }
   const auto taken = [&](int n) {
     return std::any_of(lanes_.begin(), lanes_.end(),
                        [n](const auto& lane) { return lane->PlaceByHand() == n; });
   };
-  while (place > 1 && place < 4 && taken(place)) ++place;
-  for (const auto& lane : lanes_) lane->LaneOrder(place);
+  int next = 1;
+  while (next <= static_cast<int>(kPlaceWords.size()) && taken(next)) ++next;
+  for (const auto& lane : lanes_) lane->OfferPlace(next);
+}
+
+// The operator's last word counts: whoever types a place that another lane has is putting an error right.
+void frmJudge::TakePlace(int lane, int place) {
+  for (int i = 0; i < 4; ++i) {
+    if (i + 1 == lane || Lane(i).PlaceByHand() != place) continue;
+    Lane(i).GiveUpPlace();
+    ShowNotice(kPlaceWords[static_cast<std::size_t>(place - 1)] + std::string(" now lane ") +
+               std::to_string(lane) + ", no more lane " + std::to_string(i + 1));
+  }
 }
 
 void frmJudge::cmdReorder_Click() {

@@ -193,7 +193,7 @@ void frmJudge::cmdSave_Click() {
   race_.RaceActive = false;
   race_.ManualStart = false;
   IssueRaceEvent(true);
-  RankLanes();  // the operator may have given only some of the places
+  SettleResult();
   WriteRace();
   txtComments.SetText("No comments");
   race_.ReflyMode = false;
@@ -229,9 +229,16 @@ void frmJudge::TakeFreeNumber() {
   ShowNotice(taken + "its refly, because no other number is free");
 }
 
+// The places and the number that the race is printed and saved with. The operator may have given only some of
+// the places.
+void frmJudge::SettleResult() {
+  const Project::Group group(project_);
+  RankLanes();
+  if (!race_.ReflyMode) TakeFreeNumber();
+}
+
 void frmJudge::WriteRace() {
   const Project::Group group(project_);
-  if (!race_.ReflyMode) TakeFreeNumber();
   std::string section = RaceSection(race_.RaceNumber);
   if (race_.ReflyMode) {
     race_.NumberReflys = NextRefly();

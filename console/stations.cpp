@@ -165,6 +165,7 @@ void frmJudge::ConcludeForStarter() {
     FinalizeRace();
     race_.RaceDone = true;
   }
+  SettleResult();
   if (mnuAutoPrint.Checked() && starterClock_) cmdPrint_Click();
   cmdSave_Click();
 }

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <string>
+#include <vector>
 
 #include "common/run_time_error.h"
 #include "common/text.h"
@@ -15,6 +17,24 @@ constexpr Color kFinishingLap = Color::Rgb(0x80FF80);
 constexpr Color kNoFinish = Color::Rgb(0xFFC0C0);
 constexpr int kTenthCell = 9;
 constexpr int kEleventhCell = 10;
+
+// "First", "1", "1." or "1st", with or without "place" after it; 0 for anything else: "2 cuts" and "1:23.45"
+// are none.
+int PlaceIn(const std::string& text) {
+  static constexpr std::array kEndings = {"st", "nd", "rd", "th"};
+  std::vector<std::string> words = Split(text, ' ');
+  std::erase(words, "");
+  if (words.size() == 2 && EqualsIgnoringCase(words[1], "place")) words.pop_back();
+  if (words.size() != 1) return 0;
+  if (words[0].ends_with('.')) words[0].pop_back();
+  for (std::size_t i = 0; i < kPlaceWords.size(); ++i) {
+    const std::string number = std::to_string(i + 1);
+    for (const std::string& form : {std::string(kPlaceWords[i]), number, number + kEndings[i]}) {
+      if (EqualsIgnoringCase(words[0], form)) return static_cast<int>(i + 1);
+    }
+  }
+  return 0;
+}
 
 }  // namespace
 
@@ -91,27 +111,31 @@ void frmLane::EntryMade() {
 }
 
 int frmLane::PlaceByHand() const {
-  if (!StatusLocked()) return 0;
-  for (std::size_t i = 0; i < kPlaceWords.size(); ++i) {
-    const std::string number = std::to_string(i + 1);
-    if (EqualsIgnoringCase(lblStatus.Caption(), kPlaceWords[i]) || lblStatus.Caption() == number) {
-      return static_cast<int>(i + 1);
-    }
-  }
-  return 0;
+  return StatusLocked() ? PlaceIn(lblStatus.Caption()) : 0;
 }
 
 void frmLane::LaneOrder(int place) {
-  const int none = static_cast<int>(kPlaceWords.size()) + 1;
-  if (place < 1 || place > none) throw RunTimeError("Invalid use of Null");
   if (place == 1) {
     if (StatusLocked()) lblStatus.SetTag("");
     std::int32_t final = 0;
     GetFinal(final);
     cmdOrder.SetVisible(final < kNoFinalTime);
   }
+  OfferPlace(place);
+}
+
+void frmLane::OfferPlace(int place) {
+  const int none = static_cast<int>(kPlaceWords.size()) + 1;
+  if (place < 1 || place > none) throw RunTimeError("Invalid use of Null");
   cmdOrder.SetCaption(place == none ? "" : kPlaceWords[static_cast<std::size_t>(place - 1)]);
   cmdOrder.SetTag(std::to_string(place));
+}
+
+void frmLane::GiveUpPlace() {
+  lblStatus.SetTag("");
+  std::int32_t final = 0;
+  GetFinal(final);
+  if (LeadingInteger(cmdOrder.Tag()) != 0) cmdOrder.SetVisible(final < kNoFinalTime);
 }
 
 void frmLane::cmdOrder_Click() {
@@ -129,11 +153,14 @@ void frmLane::lblStatus_Click() {
       {DialogKind::Input, "Finish Order", "Enter finish order", DialogIcon::None, lblStatus.Caption()});
   if (answer.word != DialogAnswer::Word::Text || race != raceSerial_) return;
   if (answer.text <= " ") return;
+  const int place = PlaceIn(answer.text);
+  if (place != 0) owner_.TakePlace(laneNumber_, place);
   lblStatus.SetTag("Locked");
   lblStatus.SetCaption(answer.text);
   cmdOrder.SetVisible(false);
+  // The place that is offered may be taken now, or one before it free again.
   const int offered = LeadingInteger(cmdOrder.Tag());
-  if (PlaceByHand() != 0 && PlaceByHand() == offered) owner_.SetOrder(std::min(offered + 1, 4));
+  if (offered != 0) owner_.SetOrder(std::min(offered + 1, 4));
   owner_.ResultChanged();
 }
 

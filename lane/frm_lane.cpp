@@ -97,6 +97,7 @@ void frmLane::TurnToAnotherRace() {
   tmrTurns.SetEnabled(false);
   lblStatus.SetBackColor(kWindow);
   cmdOrder.SetVisible(false);
+  cmdOrder.SetTag("");
   HidePopUp();
 }
 

@@ -85,8 +85,10 @@ class frmLane : public Form {
   void FinalizeRace();
   void DisplayTotals();
   bool StatusLocked() const { return lblStatus.Tag() == "Locked"; }
-  int PlaceByHand() const;    // 1..4; 0 when the status is not locked, or no place
-  void LaneOrder(int place);  // offers place 1..4, or none with 5; an error otherwise
+  int PlaceByHand() const;     // 1..4; 0 when the status is not locked, or no place
+  void LaneOrder(int place);   // offers place 1..4, or none with 5; an error otherwise; 1 begins anew
+  void OfferPlace(int place);  // the same, but goes on with the places given so far
+  void GiveUpPlace();          // the lane is ranked by its time again
   void cmdOrder_Click();
   void lblStatus_Click();
   // For the next frame: laps, what is left of the lap or turn light in units of 8 ms (at most 255), cuts per

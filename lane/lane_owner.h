@@ -17,7 +17,10 @@ class LaneOwner {
   virtual bool ClockRunning() const = 0;      // the race clock's timer is on
   virtual void IssueLapEvent() = 0;
   virtual void IssueRaceEvent(bool flag) = 0;
-  virtual void SetOrder(int place) = 0;  // offer this place on every lane
+  // 1: offer the places anew, from the first on; otherwise offer the next place that is free.
+  virtual void SetOrder(int place) = 0;
+  // The operator is giving the lane this place: any other one that has it gives it up.
+  virtual void TakePlace(int /*lane*/, int /*place*/) {}
   // The lane's result has changed after the race was done: an entry came late, or the operator wrote one.
   virtual void ResultChanged() {}
   virtual DialogAnswer Ask(const DialogBox& box) = 0;

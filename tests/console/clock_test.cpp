@@ -162,6 +162,18 @@ TEST(Places, FollowLateEntriesAndTheOperator) {
       {{order, place(1), status(2, "second"), place(3)},
        "First;second;Third;DNF",
        "First Locked;second Locked;Third Locked;DNF 100"},
+      {{lateLap, order, place(1), status(1, "Second"), place(2), place(3), place(4)},
+       "Second;First;Third;Fourth",
+       "Second Locked;First Locked;Third Locked;Fourth Locked"},
+      {{status(3, "1st"), status(2, "First ")},
+       "Second;First ;Third;DNF",
+       "Second 2;First  Locked;Third 3;DNF 100"},
+      {{order, place(3), status(1, "1."), place(3), status(2, "SECOND")},
+       "1.;SECOND;Third;DNF",
+       "1. Locked;SECOND Locked;Third 3;DNF 100"},
+      {{status(1, "2 cuts"), status(2, " 3rd place"), status(3, "1:42.20")},
+       "2 cuts; 3rd place;1:42.20;DNF",
+       "2 cuts Locked; 3rd place Locked;1:42.20 Locked;DNF 100"},
   };
   for (const auto& c : kCases) {
     SCOPED_TRACE(c.saved);
