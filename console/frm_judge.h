@@ -225,9 +225,11 @@ class frmJudge : public Form, private LaneOwner, private LinkOwner {
   bool BeginsNextRace() const;
   bool CountsAfterSignal() const;
   bool LapFlown() const;
-  bool NothingHeardSinceCount() const;
+  bool NothingFlown() const;
   bool HasBeenFlown() const;
-  bool MissedHold() const;
+  bool SignalSinceLastRace() const;
+  bool SetsClock();
+  void FollowStartersClock();
   std::int32_t ClockAhead() const;
   void LeaveRaceByHandAlone(const StationMessage& frame);
   void ConcludeForStarter();
@@ -290,7 +292,11 @@ class frmJudge : public Form, private LaneOwner, private LinkOwner {
   // whether its race is still there.
   unsigned raceSerial_ = 0;
 
-  bool starterMayStart_ = true;  // it has stopped, or counted down, since the last race it ran
+  static constexpr std::int64_t kNoRaceYet = INT64_MIN;
+  // When the last race on the console was saved or reset, in ms of the console clock, unless the starter has
+  // stopped since.
+  std::int64_t raceOver_ = kNoRaceYet;
+  bool starterEarly_ = false;  // by our clock, in its last frame of the flight
   // The starter's corrected clock when it was last running during the race on the console; empty: it was not.
   std::optional<std::int32_t> starterClock_;
   bool resetAskedForStarter_ = false;

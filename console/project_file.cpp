@@ -187,9 +187,6 @@ void frmJudge::mnuRecordSession_Click() {
 void frmJudge::cmdSave_Click() {
   if (!cmdSave.Enabled()) return;
   const Project::Group group(project_);
-  // A starter that goes on running runs the race that is saved here, also if its frames since the count were
-  // lost.
-  if (starterClock_) starterMayStart_ = false;
   race_.RaceActive = false;
   race_.ManualStart = false;
   IssueRaceEvent(true);

@@ -198,6 +198,7 @@ void frmJudge::ReleaseHold() {
 // An abandoned race must not go on ticking. An abandoned refly is still to be flown.
 void frmJudge::ReadyForNextRace() {
   race_.RaceActive = false;
+  raceOver_ = door_.Now();
   ReleaseHold();
   starterClock_.reset();
   countTold_ = false;

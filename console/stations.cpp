@@ -1,6 +1,7 @@
 // What arriving station frames do to the race.
 
 #include <algorithm>
+#include <cstdlib>
 #include <utility>
 
 #include "common/bits.h"
@@ -13,6 +14,7 @@ namespace {
 constexpr std::int32_t kStartSignal = 60000;  // on the starter's clock
 constexpr std::int32_t kEarlyStop = 65000;    // a stop up to here calls the start off
 constexpr std::int32_t kHeldUp = 1000;        // ms by which a frame may come late
+constexpr std::int32_t kNoise = 50;           // ms by which two clocks that agree may differ
 
 bool HoldBit(const StationMessage& frame) {
   return (frame.ssBtn & BitMask[4]) != 0;
@@ -77,10 +79,10 @@ void frmJudge::ProcessStartersMessage(const StationMessage& frame) {
   }
   // Before its mode is applied: a race must not be recorded under that of the next one.
   if (means == StarterMeans::kConcludes) ConcludeForStarter();
-  if (means != StarterMeans::kGoesOn || frame.Strt == 0) starterMayStart_ = true;
   race_.RaceHolding = HoldBit(frame);
   if (!race_.RaceHolding) ApplyRaceMode(frame.Mode);
   if (means == StarterMeans::kCallsOff) ReadyForNextRace();
+  if (means != StarterMeans::kGoesOn || frame.Strt == 0) raceOver_ = kNoRaceYet;
   if (frame.Strt != 0) StarterRuns();
   FinishStartersMessage(frame);
 }
@@ -110,9 +112,9 @@ bool frmJudge::BeginsNextRace() const {
   if (!starterClock_) return counts;
   if (LaneStartOffset_ < *starterClock_ - kHeldUp) return counts || race_.RaceDone;
   if (counts) return *starterClock_ < kStartSignal && (race_.RaceDone || LapFlown());
-  // Laps of a race whose signal we have not heard may have been flown after a hold.
-  const bool held = *starterClock_ < kStartSignal && !NothingHeardSinceCount();
-  return race_.RaceDone && !race_.ManualStart && !held && ClockAhead() > 5 * kHeldUp;
+  // The next race begins a whole count later at least, however late a frame may come. One of which nothing is
+  // known but its count may also have been held, and is about to be flown.
+  return race_.RaceDone && !race_.ManualStart && ClockAhead() > (NothingFlown() ? 5 * kHeldUp : kStartSignal);
 }
 
 // By how much our clock is further on than the starter's.
@@ -129,10 +131,11 @@ bool frmJudge::LapFlown() const {
   return std::any_of(lanes_.begin(), lanes_.end(), [](const auto& lane) { return lane->CountLaps() > 0; });
 }
 
-// Of a race that the starter runs, nobody has told anything since its count.
-bool frmJudge::NothingHeardSinceCount() const {
-  if (race_.ManualStart || starterClock_.value_or(kStartSignal) >= kStartSignal) return false;
-  return std::all_of(lanes_.begin(), lanes_.end(), [](const auto& lane) { return lane->EventCount() == 0; });
+// Nobody has told anything of the race since its count, or since its start by hand.
+bool frmJudge::NothingFlown() const {
+  if (!race_.ManualStart && starterClock_.value_or(kStartSignal) >= kStartSignal) return false;
+  return std::all_of(lanes_.begin(), lanes_.end(),
+                     [](const auto& lane) { return lane->EventCount() == 0 && !lane->StatusLocked(); });
 }
 
 // Its laps tell as well as the starter's clock, of which we may have heard nothing since the signal.
@@ -140,12 +143,11 @@ bool frmJudge::HasBeenFlown() const {
   if (starterClock_.value_or(0) > kEarlyStop || (!race_.ManualStart && LapFlown())) return true;
   const auto finished = [](const auto& lane) { return lane->IsFinished(); };
   const bool done = race_.RaceDone || std::all_of(lanes_.begin(), lanes_.end(), finished);
-  return done && !NothingHeardSinceCount();
+  return done && !NothingFlown();
 }
 
 void frmJudge::LeaveRaceByHandAlone(const StationMessage& frame) {
   race_.RaceHolding = false;
-  starterMayStart_ = true;
   if (frame.Strt != 0) {
     resetAskedForStarter_ = false;
     starterClock_.reset();
@@ -172,32 +174,50 @@ void frmJudge::ConcludeForStarter() {
 
 void frmJudge::StarterRuns() {
   resetAskedForStarter_ = false;
-  const bool counting = LaneStartOffset_ < kStartSignal;
   if (!race_.RaceActive) {
-    if (counting || starterMayStart_) StartByStarter();
-  } else if (!race_.RaceDone && (counting || MissedHold())) {
-    if (!counting && LapFlown()) {
-      ShowNotice("The starter's hold was not heard: the laps so far are " + FormatTenths(ClockAhead()) +
-                 " s too long");
-    }
-    clock_.ResetRaceClock(LaneStartOffset_, "ProcessStartersMessage");
-    for (const auto& lane : lanes_) lane->AdjustTime();
+    if (SignalSinceLastRace()) StartByStarter();
+  } else if (!race_.RaceDone && SetsClock()) {
+    FollowStartersClock();
   }
-  starterMayStart_ = counting;
   if (race_.RaceActive) starterClock_ = LaneStartOffset_;
 }
 
-// The start signal came later than our clock had it: the count was held, or begun anew, while no frame got
-// through. A frame that was held up itself comes right after one of the count.
-bool frmJudge::MissedHold() const {
-  return !race_.ManualStart && starterClock_.value_or(kStartSignal) < kStartSignal &&
-         LaneStartOffset_ - *starterClock_ > 2 * kHeldUp && ClockAhead() > kHeldUp;
+// A starter that runs on after its race was saved or reset runs no other one.
+bool frmJudge::SignalSinceLastRace() const {
+  return door_.Now() - LaneStartOffset_ + kStartSignal > raceOver_;
+}
+
+// The count does. After that a frame may come late but never early: when the starter is further on than we
+// are, our clock was set by a late one (twice, lest a damaged frame sets it). The first frame after the count
+// may also tell that the count was held unheard; if it was only late, the next ones tell that.
+bool frmJudge::SetsClock() {
+  if (LaneStartOffset_ < kStartSignal) return true;
+  if (race_.ManualStart) return false;
+  const std::int32_t ahead = ClockAhead();
+  const bool wasEarly = std::exchange(starterEarly_, ahead < -kNoise);
+  if (starterEarly_) return wasEarly;
+  return ahead > kNoise && starterClock_.value_or(kStartSignal) < kStartSignal;
+}
+
+void frmJudge::FollowStartersClock() {
+  const std::int32_t ahead = ClockAhead();
+  clock_.ResetRaceClock(LaneStartOffset_, "ProcessStartersMessage");
+  MessageRaceTime_ = LaneStartOffset_;
+  ForEachLane([&](frmLane& lane, std::size_t) { lane.AdjustTime(-ahead); });
+  if (std::abs(ahead) > kNoise && LapFlown()) {
+    ShowNotice("The clock was " + FormatSeconds(std::abs(ahead)) +
+               " s off the starter's: the laps so far are " + (ahead > 0 ? "shortened" : "lengthened") +
+               " by it");
+  }
 }
 
 // However late the first frame is heard, the clock is the starter's from then on, and the lanes count from
 // its start signal.
 void frmJudge::StartByStarter() {
   clock_.ResetRaceClock(LaneStartOffset_, "ProcessStartersMessage");
+  MessageRaceTime_ = LaneStartOffset_;
+  starterCuts_ = {};
+  starterEarly_ = false;
   race_.ManualStart = false;
   InitializeRace(0);
   if (LaneStartOffset_ <= kEarlyStop) return;

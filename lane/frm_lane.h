@@ -58,7 +58,8 @@ class frmLane : public Form {
   bool Flies() const { return !IsFai() || laneNumber_ <= kFaiLanes; }
   void RecalculateLaps(bool display);
   void UpdateLapTime(std::int32_t time);
-  void AdjustTime() {}  // called while the starter sets the clock; a lane has nothing to adjust
+  // The race clock has been moved by so many ms: what was entered moves with it.
+  void AdjustTime(std::int32_t by);
   // For a race whose laps before now were not heard: the lane has its time for the next one from here on.
   void JoinRace();
   void cmdLap_Click();

@@ -59,6 +59,14 @@ void LaneLog::Reinstate(std::int64_t index) {
   Element(events_, index).Kind = "C";
 }
 
+void LaneLog::MoveTimes(std::int32_t by) {
+  for (int i = 0; i < count_; ++i) {
+    LaneEvent& slot = Element(events_, i);
+    slot.EventTime = AddLong(slot.EventTime, by);
+    if (slot.FirstReported != 0) slot.FirstReported = AddLong(slot.FirstReported, by);
+  }
+}
+
 void LaneLog::Require(int entries) const {
   if (entries > kSlots - count_) throw SubscriptError();
 }

@@ -50,6 +50,7 @@ class LaneLog {
   void InsertEvent(std::int64_t index, const NewEvent& event);
   void Withdraw(std::int64_t index, std::int32_t time);  // "C" becomes "-C"
   void Reinstate(std::int64_t index);                    // "-C" becomes "C"
+  void MoveTimes(std::int32_t by);                       // of all entries, ms
   void Require(int entries) const;                       // SubscriptError unless so many slots are free
 
   // The count of the latest lap, 0 without one.

@@ -104,6 +104,25 @@ void frmLane::JoinRace() {
   LastLapTime_ = std::max(0, ToRaceTime(owner_.RaceTime()));
 }
 
+void frmLane::AdjustTime(std::int32_t by) {
+  const auto move = [by](std::int32_t& time) {
+    if (time != 0) time = AddLong(time, by);  // 0: nothing was entered
+  };
+  move(LastLapTime_);
+  move(TurnTimerEnd_);
+  for (std::int32_t& time : MissedPylonTimes_) move(time);
+  lapLightEnd_ += by;
+  if (by == 0 || log_.EventCount() == 0) return;
+  log_.MoveTimes(by);
+  for (int i = 0; i < log_.EventCount(); ++i) {
+    const int cell = log_[i].Count - 1;
+    if (log_[i].Kind == "L" && HasCell(cell)) lblLap[cell].SetCaption(FormatSeconds(log_[i].EventTime));
+  }
+  NeedsCutDisplay_ = true;
+  RecalculateCuts(true);
+  RecalculateLaps(false);
+}
+
 void frmLane::RecalculateLaps(bool display) {
   const LapRecount r = RecountLaps(log_, IsFai());
   Laps_ = r.laps;

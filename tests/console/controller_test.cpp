@@ -151,5 +151,62 @@ TEST(Controller, SilentLateAndTwofoldStationsShow) {
   EXPECT_GT(c.link.field.Heard().stations[kPylonBox].frames, c.link.field.Heard().stations[kJudge1].frames);
 }
 
+TEST(Broadcasts, OnlyAControllerSends) {
+  for (const bool controls : {false, true}) {
+    ConsoleRig rig(true);
+    rig.Load();
+    if (controls) {
+      rig.Answer(Word::No);
+      rig.Click("frmSerialPort.chkSystemController");
+    }
+    rig.serial.sent.clear();
+    rig.Click("frmJudge.cmdStart");
+    EXPECT_EQ(rig.serial.sent.size(), controls ? 1U : 0U);
+    rig.At(6000);
+    rig.Key("F2");
+    rig.Key("F6");
+    const auto sentTo = [&](int to, int from) {
+      return std::count_if(rig.serial.sent.begin(), rig.serial.sent.end(),
+                           [&](const auto& f) { return f[4] == to && f[5] == from; });
+    };
+    EXPECT_EQ(sentTo(3, 4), controls ? 1 : 0);
+    EXPECT_EQ(sentTo(6, 3) >= 7, controls);
+    if (!controls) continue;
+    // The first frame announces the start: 59999, as there is no count; the last one the lap and the cut.
+    EXPECT_EQ(rig.serial.sent.front()[8] * 256 + rig.serial.sent.front()[9], 59999);
+    const auto& last = rig.serial.sent.back();
+    EXPECT_EQ(last[3], 1);
+    EXPECT_EQ((last[7] << 16) + (last[8] << 8) + last[9], 66000);
+    EXPECT_EQ(last[30], 1);
+    EXPECT_EQ(last[28], 2);
+    rig.serial.sent.clear();
+    rig.At(70000);
+    EXPECT_FALSE(rig.serial.sent.empty());
+    for (const auto& f : rig.serial.sent) EXPECT_EQ(f[4], 6);
+  }
+}
+
+TEST(Broadcasts, TheCountIsToldFor54SecondsAndTheSignalOnce) {
+  ConsoleRig rig(true);
+  rig.Load();
+  rig.Click("frmJudge.chkSixtySecondCount");
+  rig.Answer(Word::No);
+  rig.Click("frmSerialPort.chkSystemController");
+  rig.Click("frmJudge.cmdStart");
+  int told = 0, atSignal = 0;
+  for (int ms = 1; atSignal == 0; ++ms) {
+    ASSERT_LT(ms, 60100);
+    rig.serial.sent.clear();
+    rig.At(ms);
+    const auto frames = static_cast<int>(std::count_if(rig.serial.sent.begin(), rig.serial.sent.end(),
+                                                       [](const auto& f) { return f[5] == 3; }));
+    const std::int32_t t = rig.program.clock().RaceTime();
+    EXPECT_TRUE(frames == 0 || t < 54000 || t >= 60000) << t;
+    (t < 60000 ? told : atSignal) += frames;
+  }
+  EXPECT_NEAR(told, 51, 3);
+  EXPECT_EQ(atSignal, 1);
+}
+
 }  // namespace
 }  // namespace quorvane

@@ -4,6 +4,7 @@
 
 #include <cstdlib>
 #include <random>
+#include <set>
 
 #include "tests/support/console_rig.h"
 #include "tests/support/memory_files.h"
@@ -163,17 +164,19 @@ class Monkey {
   }
 
   // Laps of a race that is still being flown, under the same number and with no answer in between, are still
-  // there.
+  // there; all have moved alike when the clock was set.
   void CheckAgainst(bool flown, int race, const std::array<std::vector<std::int32_t>, 4>& before) {
     if (!flown || !rig_.judge().RaceBeingFlown() || rig_.race().RaceNumber != race) return;
     const auto after = Laps();
     bool restarted = true;
     for (const auto& lane : after) restarted = restarted && lane.empty();
     if (restarted) return;  // reset and started anew within one event
+    std::set<std::int32_t> moves;
     for (std::size_t lane = 0; lane < 4; ++lane) {
       ASSERT_LE(before[lane].size(), after[lane].size());
-      ASSERT_TRUE(std::equal(before[lane].begin(), before[lane].end(), after[lane].begin()));
+      for (std::size_t i = 0; i < before[lane].size(); ++i) moves.insert(after[lane][i] - before[lane][i]);
     }
+    ASSERT_LE(moves.size(), 1U);
   }
 
   // The race comes back from the file as it stood on the console.
