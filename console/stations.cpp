@@ -176,7 +176,7 @@ void frmJudge::StarterRuns() {
   resetAskedForStarter_ = false;
   if (!race_.RaceActive) {
     if (SignalSinceLastRace()) StartByStarter();
-  } else if (!race_.RaceDone && SetsClock()) {
+  } else if (SetsClock()) {
     FollowStartersClock();
   }
   if (race_.RaceActive) starterClock_ = LaneStartOffset_;
@@ -189,9 +189,10 @@ bool frmJudge::SignalSinceLastRace() const {
 
 // The count does. After that a frame may come late but never early: when the starter is further on than we
 // are, our clock was set by a late one (twice, lest a damaged frame sets it). The first frame after the count
-// may also tell that the count was held unheard; if it was only late, the next ones tell that.
+// may also tell that the count was held unheard; if it was only late, the next ones tell that. A finished
+// race is still set right until it is saved.
 bool frmJudge::SetsClock() {
-  if (LaneStartOffset_ < kStartSignal) return true;
+  if (LaneStartOffset_ < kStartSignal) return !race_.RaceDone;
   if (race_.ManualStart) return false;
   const std::int32_t ahead = ClockAhead();
   const bool wasEarly = std::exchange(starterEarly_, ahead < -kNoise);
@@ -204,6 +205,7 @@ void frmJudge::FollowStartersClock() {
   clock_.ResetRaceClock(LaneStartOffset_, "ProcessStartersMessage");
   MessageRaceTime_ = LaneStartOffset_;
   ForEachLane([&](frmLane& lane, std::size_t) { lane.AdjustTime(-ahead); });
+  ResultChanged();
   if (std::abs(ahead) > kNoise && LapFlown()) {
     ShowNotice("The clock was " + FormatSeconds(std::abs(ahead)) +
                " s off the starter's: the laps so far are " + (ahead > 0 ? "shortened" : "lengthened") +

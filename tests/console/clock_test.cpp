@@ -357,5 +357,55 @@ TEST(Clock, CommentsOfARaceThatWasOnlyLookedAtStayWithIt) {
   EXPECT_EQ(rig.judge().txtComments.Text(), "No comments");
 }
 
+TEST(AutoPrint, ComesBeforeTheSave) {
+  struct Printer : HeatPrinter {
+    explicit Printer(ConsoleRig& r) : rig(r) {}
+    void PrintHeat(const RaceRecord& race) override {
+      ++printed;
+      seen = rig.judge().cmdSave.Enabled() && race.number == number && race.hasRun &&
+             race.lanes[0].placing == placing;
+    }
+    void PreviewHeat(const RaceRecord&) override {}
+    void SaveHeat(const RaceRecord&, const std::string&) override {}
+    void SetUpPrinter() override {}
+    ConsoleRig& rig;
+    int number = 1;
+    std::string placing = "DNF";
+    int printed = 0;
+    bool seen = false;
+  };
+  ConsoleRig rig(true);
+  rig.Load();
+  Printer printer(rig);
+  rig.judge().SetPrinter(&printer);
+  rig.Click("frmJudge.mnuAutoPrint");
+  rig.Starter(500, true);
+  rig.Starter(70000, false);
+  EXPECT_TRUE(printer.seen);
+  EXPECT_EQ(printer.printed, 1);
+  EXPECT_EQ(rig.Value("Current", "AutoPrint"), "True");
+  for (const int clock : {500, 70000, 500}) rig.Starter(clock, true);  // its stop was not heard
+  EXPECT_EQ(printer.printed, 2);
+
+  // Only some places are given, and another program has put a race where this one was to go.
+  std::int64_t now = rig.platform.ClockMs() + 59000;
+  rig.At(now);
+  rig.Starter(60000, true);
+  for (int lap = 1; lap <= 10; ++lap) {
+    rig.At(now += 6000);
+    for (int lane = 0; lane < 4; ++lane) Timers(lane, lap);
+  }
+  rig.At(now += 15000);
+  ASSERT_TRUE(rig.race().RaceDone);
+  rig.Click("frmJudge.cmdReorder");
+  rig.Click("frmLane2.cmdOrder");
+  rig.program.project().SetProjectValue("Race3", "Timestamp", "7");
+  printer.number = 4;
+  printer.placing = "Second";
+  rig.Starter(70000, false);
+  EXPECT_TRUE(printer.seen);
+  EXPECT_EQ(printer.printed, 3);
+}
+
 }  // namespace
 }  // namespace quorvane
