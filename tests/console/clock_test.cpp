@@ -393,7 +393,7 @@ TEST(AutoPrint, ComesBeforeTheSave) {
   rig.Starter(60000, true);
   for (int lap = 1; lap <= 10; ++lap) {
     rig.At(now += 6000);
-    for (int lane = 0; lane < 4; ++lane) Timers(lane, lap);
+    for (int lane = 0; lane < 4; ++lane) rig.Receive(Frame(4, 3, 1).Lane(lane, lap, 100));
   }
   rig.At(now += 15000);
   ASSERT_TRUE(rig.race().RaceDone);
