@@ -9,11 +9,11 @@
 #include <span>
 #include <vector>
 
-#include "common/door.h"
-#include "common/race_state.h"
+#include "forms/door.h"
 #include "link/frame_receiver.h"
 #include "link/frm_serial_port.h"
-#include "tools/replay/virtual_platform.h"
+#include "race/race_state.h"
+#include "replay/virtual_platform.h"
 
 namespace quorvane {
 namespace {

@@ -1,6 +1,6 @@
 #include "console/frm_about.h"
 
-#include "common/forms.h"
+#include "forms/forms.h"
 
 namespace quorvane {
 namespace {

@@ -2,8 +2,8 @@
 
 #include <utility>
 
-#include "common/text.h"
-#include "console/numeric_keys.h"
+#include "base/text.h"
+#include "forms/numeric_keys.h"
 #include "records/lane_colors.h"
 
 namespace quorvane {

@@ -7,15 +7,15 @@
 #include <optional>
 #include <string>
 
-#include "common/door.h"
-#include "common/form.h"
-#include "common/race_clock.h"
-#include "common/race_state.h"
 #include "console/heat_printer.h"
+#include "forms/door.h"
+#include "forms/form.h"
 #include "lane/frm_lane.h"
 #include "lane/lane_owner.h"
 #include "link/frm_serial_port.h"
 #include "link/link_owner.h"
+#include "race/race_clock.h"
+#include "race/race_state.h"
 #include "records/project.h"
 
 namespace quorvane {

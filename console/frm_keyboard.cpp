@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "common/forms.h"
+#include "forms/forms.h"
 
 namespace quorvane {
 namespace {

@@ -2,8 +2,8 @@
 
 #include <array>
 
-#include "common/forms.h"
-#include "common/text.h"
+#include "base/text.h"
+#include "forms/forms.h"
 
 namespace quorvane {
 namespace {

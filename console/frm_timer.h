@@ -1,7 +1,7 @@
 #pragma once
 
-#include "common/form.h"
-#include "common/platform.h"
+#include "forms/form.h"
+#include "forms/platform.h"
 
 namespace quorvane {
 

@@ -2,15 +2,15 @@
 
 #include <vector>
 
-#include "common/door.h"
-#include "common/race_clock.h"
-#include "common/race_state.h"
 #include "console/frm_about.h"
 #include "console/frm_judge.h"
 #include "console/frm_keyboard.h"
 #include "console/frm_timer.h"
+#include "forms/door.h"
 #include "link/frm_serial_port.h"
 #include "link/serial_control.h"
+#include "race/race_clock.h"
+#include "race/race_state.h"
 #include "records/project.h"
 
 namespace quorvane {

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "common/platform.h"
-#include "common/race_state.h"
-#include "console/race_records.h"
+#include "forms/platform.h"
+#include "race/race_state.h"
+#include "results/race_records.h"
 
 namespace quorvane {
 

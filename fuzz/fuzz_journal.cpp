@@ -11,10 +11,10 @@
 #include <string_view>
 #include <utility>
 
-#include "common/journal_text.h"
-#include "tools/replay/journal.h"
-#include "tools/replay/outputs.h"
-#include "tools/replay/replay.h"
+#include "journal/journal_reader.h"
+#include "journal/journal_text.h"
+#include "replay/outputs.h"
+#include "replay/replay.h"
 
 namespace {
 

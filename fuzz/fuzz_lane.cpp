@@ -12,7 +12,7 @@
 #include <string>
 #include <utility>
 
-#include "common/text.h"
+#include "base/text.h"
 #include "tests/lane/lane_fixture.h"
 
 namespace quorvane {

@@ -1,6 +1,6 @@
 #include "lane/frm_lane.h"
 
-#include "common/checked.h"
+#include "base/checked.h"
 
 namespace quorvane {
 namespace {

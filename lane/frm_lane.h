@@ -4,10 +4,10 @@
 #include <cstdint>
 #include <string>
 
-#include "common/form.h"
-#include "common/race_state.h"
+#include "forms/form.h"
 #include "lane/lane_log.h"
 #include "lane/lane_owner.h"
+#include "race/race_state.h"
 
 namespace quorvane {
 

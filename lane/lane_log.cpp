@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <optional>
 
-#include "common/checked.h"
-#include "common/stations.h"
+#include "base/checked.h"
+#include "base/stations.h"
 
 namespace quorvane {
 namespace {

@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <string>
 
-#include "common/color.h"
-#include "common/platform.h"
+#include "base/color.h"
+#include "forms/platform.h"
 
 namespace quorvane {
 

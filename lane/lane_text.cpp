@@ -6,8 +6,8 @@
 #include <utility>
 #include <vector>
 
-#include "common/checked.h"
-#include "common/text.h"
+#include "base/checked.h"
+#include "base/text.h"
 
 namespace quorvane {
 namespace {

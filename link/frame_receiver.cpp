@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "common/checked.h"
+#include "base/checked.h"
 
 namespace quorvane {
 namespace {

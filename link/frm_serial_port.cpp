@@ -1,6 +1,6 @@
 #include "link/frm_serial_port.h"
 
-#include "common/stations.h"
+#include "base/stations.h"
 
 namespace quorvane {
 namespace {

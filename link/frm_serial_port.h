@@ -5,14 +5,14 @@
 #include <string>
 #include <vector>
 
-#include "common/door.h"
-#include "common/form.h"
-#include "common/race_state.h"
+#include "forms/door.h"
+#include "forms/form.h"
 #include "link/frame_receiver.h"
 #include "link/link_counters.h"
 #include "link/link_owner.h"
 #include "link/serial_control.h"
 #include "link/station_message.h"
+#include "race/race_state.h"
 
 namespace quorvane {
 

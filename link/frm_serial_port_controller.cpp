@@ -1,6 +1,6 @@
 // Controller mode: the console acts for the starter and the timers, until a real starter is heard.
 
-#include "common/text.h"
+#include "base/text.h"
 #include "link/frm_serial_port.h"
 
 namespace quorvane {

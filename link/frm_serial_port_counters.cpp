@@ -3,8 +3,8 @@
 
 #include <algorithm>
 
-#include "common/checked.h"
-#include "common/stations.h"
+#include "base/checked.h"
+#include "base/stations.h"
 #include "link/frm_serial_port.h"
 
 namespace quorvane {

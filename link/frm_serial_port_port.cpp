@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "common/busy_flag.h"
-#include "common/text.h"
+#include "base/busy_flag.h"
+#include "base/text.h"
 #include "link/frm_serial_port.h"
 
 namespace quorvane {

@@ -1,7 +1,7 @@
 // The receive path: from the serial event to the race.
 
-#include "common/busy_flag.h"
-#include "common/text.h"
+#include "base/busy_flag.h"
+#include "base/text.h"
 #include "link/frm_serial_port.h"
 
 namespace quorvane {

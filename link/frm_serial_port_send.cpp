@@ -1,6 +1,6 @@
 // Frames of the console's own.
 
-#include "common/bits.h"
+#include "base/bits.h"
 #include "link/frm_serial_port.h"
 
 namespace quorvane {

@@ -1,7 +1,7 @@
 // The station rows, the polling of the stations, and the traffic lamps.
 
-#include "common/stations.h"
-#include "common/text.h"
+#include "base/stations.h"
+#include "base/text.h"
 #include "link/frm_serial_port.h"
 
 namespace quorvane {

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "common/checked.h"
-#include "common/text.h"
+#include "base/checked.h"
+#include "base/text.h"
 #include "link/serial_control.h"
 #include "link/station_message.h"
 

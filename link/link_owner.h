@@ -3,7 +3,7 @@
 #include <array>
 #include <cstdint>
 
-#include "common/control.h"
+#include "forms/control.h"
 
 namespace quorvane {
 

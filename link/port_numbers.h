@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "common/platform.h"
+#include "forms/platform.h"
 
 namespace quorvane {
 

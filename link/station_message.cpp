@@ -3,10 +3,10 @@
 #include <bit>
 #include <string_view>
 
-#include "common/bits.h"
-#include "common/checked.h"
-#include "common/stations.h"
-#include "common/text.h"
+#include "base/bits.h"
+#include "base/checked.h"
+#include "base/stations.h"
+#include "base/text.h"
 
 namespace quorvane {
 namespace {

@@ -13,7 +13,7 @@ inline constexpr std::uint8_t kWig1 = 0x55;
 inline constexpr std::uint8_t kWig2 = 0xAA;
 
 // Addresses of the field stations that the program treats specially; the eight stations are 0..7
-// (common/stations.h).
+// (base/stations.h).
 inline constexpr std::uint8_t kFirstJudge = 0;
 inline constexpr std::uint8_t kStarter = 3;
 inline constexpr std::uint8_t kTimers = 4;
@@ -34,7 +34,7 @@ struct StationMessage {
   std::uint8_t From = 0;
   std::array<std::uint8_t, 4> Time = {};  // the sender's clock in ms, most significant byte first
   std::uint8_t Turns = 0;
-  std::array<std::uint8_t, 4> Cuts = {};  // per lane: four two-bit slots, see common/bits.h
+  std::array<std::uint8_t, 4> Cuts = {};  // per lane: four two-bit slots, see base/bits.h
   std::uint8_t ssNun = 0;
   std::uint8_t ssSgl = 0;  // a bit per lane: it has a single cut
   std::uint8_t ssDbl = 0;  // a bit per lane: it has a double cut

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "common/platform.h"
+#include "forms/platform.h"
 #include "print/surface.h"
 #include "records/race_record.h"
 

@@ -6,7 +6,7 @@
 #include <limits>
 #include <string>
 
-#include "common/time_text.h"
+#include "base/time_text.h"
 
 namespace quorvane {
 namespace {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "common/form_scaling.h"
+#include "forms/form_scaling.h"
 
 namespace quorvane {
 

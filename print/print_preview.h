@@ -5,7 +5,7 @@
 #include <functional>
 #include <string>
 
-#include "common/forms.h"
+#include "forms/forms.h"
 #include "print/preview_layout.h"
 #include "print/surface.h"
 

@@ -3,7 +3,7 @@
 #include <optional>
 #include <string_view>
 
-#include "common/color.h"
+#include "base/color.h"
 
 namespace quorvane {
 

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string_view>
 
-#include "common/text.h"
+#include "base/text.h"
 #include "records/race_record.h"
 
 namespace quorvane {

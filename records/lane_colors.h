@@ -4,9 +4,9 @@
 #include <string>
 #include <string_view>
 
-#include "common/color.h"
-#include "common/platform.h"
-#include "common/race_state.h"
+#include "base/color.h"
+#include "forms/platform.h"
+#include "race/race_state.h"
 
 namespace quorvane {
 

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <utility>
 
-#include "common/text.h"
+#include "base/text.h"
 
 namespace quorvane {
 namespace {

@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "common/event_clock.h"
-#include "common/platform.h"
-#include "common/race_state.h"
+#include "forms/event_clock.h"
+#include "forms/platform.h"
+#include "race/race_state.h"
 #include "records/project_store.h"
 
 namespace quorvane {

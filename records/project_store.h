@@ -7,8 +7,8 @@
 #include <utility>
 #include <vector>
 
-#include "common/output_guard.h"
-#include "records/file_ops.h"
+#include "files/file_ops.h"
+#include "files/output_guard.h"
 #include "records/kept_changes.h"
 #include "records/profile_file.h"
 

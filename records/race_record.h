@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "common/color.h"
-#include "common/platform.h"
+#include "base/color.h"
+#include "forms/platform.h"
 
 namespace quorvane {
 

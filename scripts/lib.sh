@@ -78,7 +78,7 @@ processors() { nproc 2>/dev/null || echo 2; }
 source_files() {
   (
     cd "$root" || exit 1
-    find common records lane link print console programs ui tools tests bench fuzz packaging \
+    find base files forms race journal records lane link print results console replay field programs ui tests bench fuzz packaging \
       \( -name '*.h' -o -name '*.cpp' \) -type f 2>/dev/null | LC_ALL=C sort
   )
 }

@@ -4,9 +4,9 @@
 #include <optional>
 #include <string_view>
 
-#include "common/output_guard.h"
 #include "console/heat_printer.h"
-#include "ui/paper.h"
+#include "files/output_guard.h"
+#include "ui/printing/paper.h"
 
 namespace quorvane {
 namespace {

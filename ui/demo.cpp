@@ -7,7 +7,7 @@
 #include <cstdio>
 #include <sstream>
 
-#include "common/text.h"
+#include "base/text.h"
 
 namespace quorvane {
 namespace {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/form_design.h"
+#include "ui/widgets/form_design.h"
 
 namespace quorvane {
 

@@ -6,7 +6,7 @@
 #include <QPlainTextEdit>
 #include <array>
 
-#include "ui/control_view.h"
+#include "ui/widgets/control_view.h"
 
 namespace quorvane {
 namespace {

@@ -4,7 +4,7 @@
 #include <string>
 #include <unordered_map>
 
-#include "common/door.h"
+#include "forms/door.h"
 
 class QKeyEvent;
 

@@ -1,7 +1,7 @@
 #include <array>
 #include <string>
 
-#include "common/form.h"
+#include "forms/form.h"
 #include "ui/designs.h"
 
 namespace quorvane {

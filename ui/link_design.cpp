@@ -1,6 +1,6 @@
 #include <string>
 
-#include "common/form.h"
+#include "forms/form.h"
 #include "ui/designs.h"
 
 namespace quorvane {

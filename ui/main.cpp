@@ -7,22 +7,22 @@
 #include <string>
 #include <vector>
 
-#include "common/write_signals.h"
 #include "console/program.h"
+#include "files/write_signals.h"
 #include "ui/command_line.h"
 #include "ui/demo.h"
 #include "ui/end_requests.h"
-#include "ui/look.h"
-#include "ui/print_command.h"
+#include "ui/printing/print_command.h"
+#include "ui/printing/qt_printer.h"
 #include "ui/program_windows.h"
-#include "ui/qt_platform.h"
-#include "ui/qt_printer.h"
-#include "ui/qt_serial.h"
-#include "ui/qt_settings.h"
+#include "ui/qt/qt_platform.h"
+#include "ui/qt/qt_serial.h"
+#include "ui/qt/qt_settings.h"
 #include "ui/results_window.h"
 #include "ui/scoreboard.h"
 #include "ui/session_recording.h"
 #include "ui/small_windows.h"
+#include "ui/widgets/look.h"
 #include "ui/work_thread.h"
 
 namespace {

@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "ui/designs.h"
-#include "ui/focus_ring.h"
+#include "ui/widgets/focus_ring.h"
 
 namespace quorvane {
 namespace {

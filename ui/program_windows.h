@@ -7,8 +7,8 @@
 
 #include "console/program.h"
 #include "ui/key_router.h"
-#include "ui/qt_platform.h"
-#include "ui/timer_driver.h"
+#include "ui/qt/qt_platform.h"
+#include "ui/qt/timer_driver.h"
 #include "ui/windows.h"
 
 namespace quorvane {

@@ -17,9 +17,9 @@
 #include <algorithm>
 #include <utility>
 
-#include "console/contest_file.h"
-#include "console/results_formats.h"
-#include "ui/look.h"
+#include "results/contest_file.h"
+#include "results/results_formats.h"
+#include "ui/widgets/look.h"
 
 namespace quorvane {
 namespace {

@@ -13,9 +13,9 @@
 #include <algorithm>
 #include <utility>
 
-#include "common/text.h"
-#include "common/time_text.h"
-#include "ui/look.h"
+#include "base/text.h"
+#include "base/time_text.h"
+#include "ui/widgets/look.h"
 
 namespace quorvane {
 namespace {

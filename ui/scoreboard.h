@@ -7,8 +7,8 @@
 #include <array>
 #include <vector>
 
-#include "common/platform.h"
-#include "console/race_records.h"
+#include "forms/platform.h"
+#include "results/race_records.h"
 #include "ui/program_windows.h"
 #include "ui/window_place.h"
 

@@ -5,9 +5,9 @@
 #include <filesystem>
 #include <utility>
 
-#include "common/output_guard.h"
-#include "common/text.h"
-#include "ui/look.h"
+#include "base/text.h"
+#include "files/output_guard.h"
+#include "ui/widgets/look.h"
 
 namespace quorvane {
 namespace {

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "common/journal_recorder.h"
+#include "journal/journal_recorder.h"
 #include "ui/program_windows.h"
 
 class QLabel;

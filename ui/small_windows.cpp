@@ -2,8 +2,8 @@
 
 #include <QShortcut>
 
-#include "common/form.h"
-#include "ui/focus_ring.h"
+#include "forms/form.h"
+#include "ui/widgets/focus_ring.h"
 
 namespace quorvane {
 namespace {

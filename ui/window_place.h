@@ -6,7 +6,7 @@
 #include <QTimer>
 #include <string>
 
-#include "common/platform.h"
+#include "forms/platform.h"
 
 class QWidget;
 

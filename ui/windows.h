@@ -7,7 +7,7 @@
 #include <unordered_set>
 #include <vector>
 
-#include "ui/form_window.h"
+#include "ui/widgets/form_window.h"
 
 class QWindow;
 

@@ -3,7 +3,7 @@
 #include <fstream>
 #include <functional>
 
-#include "common/text.h"
+#include "base/text.h"
 #include "tests/support/console_rig.h"
 #include "tests/support/memory_files.h"
 

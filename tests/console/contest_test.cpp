@@ -5,9 +5,9 @@
 
 #include <algorithm>
 
-#include "common/text.h"
+#include "base/text.h"
+#include "field/field.h"
 #include "tests/support/console_rig.h"
-#include "tools/field/field.h"
 
 namespace quorvane {
 namespace {

@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "field/plan.h"
 #include "tests/support/field_link.h"
-#include "tools/field/plan.h"
 
 namespace quorvane {
 namespace {

@@ -8,8 +8,8 @@
 #include <utility>
 #include <vector>
 
-#include "common/event_clock.h"
-#include "common/forms.h"
+#include "forms/event_clock.h"
+#include "forms/forms.h"
 #include "lane/frm_lane.h"
 #include "lane/lane_text.h"
 

@@ -7,7 +7,7 @@
 #include <cstdlib>
 #include <random>
 
-#include "common/time_text.h"
+#include "base/time_text.h"
 #include "tests/lane/lane_fixture.h"
 
 namespace quorvane {

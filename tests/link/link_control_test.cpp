@@ -1,6 +1,6 @@
 // Controller mode and the frames that the console sends.
 
-#include "common/run_time_error.h"
+#include "base/run_time_error.h"
 #include "tests/link/link_fixture.h"
 
 namespace quorvane {

@@ -6,11 +6,11 @@
 #include <string>
 #include <vector>
 
-#include "common/door.h"
-#include "common/race_state.h"
+#include "forms/door.h"
 #include "link/frm_serial_port.h"
+#include "race/race_state.h"
+#include "replay/virtual_platform.h"
 #include "tests/link/frames.h"
-#include "tools/replay/virtual_platform.h"
 
 namespace quorvane {
 

@@ -1,4 +1,4 @@
-#include "common/run_time_error.h"
+#include "base/run_time_error.h"
 #include "tests/link/link_fixture.h"
 
 namespace quorvane {

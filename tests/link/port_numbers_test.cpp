@@ -5,7 +5,7 @@
 #include <algorithm>
 
 #include "link/device_names.h"
-#include "tools/replay/virtual_platform.h"
+#include "replay/virtual_platform.h"
 
 namespace quorvane {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "common/run_time_error.h"
+#include "base/run_time_error.h"
 
 namespace quorvane {
 namespace {

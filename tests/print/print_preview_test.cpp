@@ -6,8 +6,8 @@
 #include <limits>
 #include <utility>
 
+#include "replay/virtual_platform.h"
 #include "tests/print/recording_surface.h"
-#include "tools/replay/virtual_platform.h"
 
 namespace quorvane {
 namespace {

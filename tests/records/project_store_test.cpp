@@ -6,7 +6,7 @@
 
 #include <functional>
 
-#include "common/write_signals.h"
+#include "files/write_signals.h"
 #include "tests/support/scratch_folder.h"
 
 namespace quorvane {

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "console/program.h"
-#include "tools/replay/virtual_platform.h"
+#include "replay/virtual_platform.h"
 
 namespace quorvane {
 

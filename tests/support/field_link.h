@@ -13,11 +13,11 @@
 #include <string>
 #include <vector>
 
-#include "console/race_records.h"
+#include "field/compare.h"
+#include "field/field.h"
+#include "field/pseudo_terminal.h"
+#include "results/race_records.h"
 #include "tests/support/console_rig.h"
-#include "tools/field/compare.h"
-#include "tools/field/field.h"
-#include "tools/field/pseudo_terminal.h"
 
 namespace quorvane {
 

@@ -3,7 +3,7 @@
 #include <map>
 #include <string>
 
-#include "records/file_ops.h"
+#include "files/file_ops.h"
 
 namespace quorvane {
 

@@ -1,4 +1,4 @@
-#include "ui/control_view.h"
+#include "ui/widgets/control_view.h"
 
 #include <QCheckBox>
 #include <QComboBox>

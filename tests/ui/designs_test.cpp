@@ -7,7 +7,7 @@
 #include <set>
 
 #include "tests/ui/program_fixture.h"
-#include "ui/look.h"
+#include "ui/widgets/look.h"
 
 namespace quorvane {
 namespace {

@@ -1,4 +1,4 @@
-#include "ui/form_scaler.h"
+#include "ui/widgets/form_scaler.h"
 
 #include <gtest/gtest.h>
 

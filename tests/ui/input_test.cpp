@@ -7,7 +7,7 @@
 #include <QTest>
 
 #include "tests/ui/program_fixture.h"
-#include "ui/qt_printer.h"
+#include "ui/printing/qt_printer.h"
 #include "ui/results_window.h"
 #include "ui/scoreboard.h"
 #include "ui/small_windows.h"

@@ -1,11 +1,11 @@
-#include "ui/look.h"
+#include "ui/widgets/look.h"
 
 #include <gtest/gtest.h>
 
 #include <QFontDatabase>
 #include <QFontMetrics>
 
-#include "ui/caption_button.h"
+#include "ui/widgets/caption_button.h"
 #include "ui/window_place.h"
 
 namespace quorvane {

@@ -2,7 +2,7 @@
 
 #include <QApplication>
 
-#include "ui/look.h"
+#include "ui/widgets/look.h"
 
 int main(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);

@@ -1,4 +1,4 @@
-#include "ui/paper.h"
+#include "ui/printing/paper.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -14,8 +14,8 @@
 #include "print/heat_report.h"
 #include "tests/print/races.h"
 #include "tests/ui/ui_fixture.h"
-#include "ui/print_command.h"
-#include "ui/qt_surface.h"
+#include "ui/printing/print_command.h"
+#include "ui/printing/qt_surface.h"
 
 namespace quorvane {
 namespace {

@@ -1,4 +1,4 @@
-#include "ui/qt_printer.h"
+#include "ui/printing/qt_printer.h"
 
 #include <QAction>
 #include <QElapsedTimer>
@@ -9,9 +9,9 @@
 #include <semaphore>
 
 #include "tests/ui/program_fixture.h"
-#include "ui/printer_setup.h"
+#include "ui/printing/printer_setup.h"
+#include "ui/qt/timer_driver.h"
 #include "ui/small_windows.h"
-#include "ui/timer_driver.h"
 
 namespace quorvane {
 namespace {

@@ -1,4 +1,4 @@
-#include "ui/qt_serial.h"
+#include "ui/qt/qt_serial.h"
 
 #include <sys/file.h>
 #include <sys/stat.h>

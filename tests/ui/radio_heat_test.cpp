@@ -6,7 +6,7 @@
 #include "link/station_message.h"
 #include "tests/ui/modem.h"
 #include "tests/ui/program_fixture.h"
-#include "ui/qt_serial.h"
+#include "ui/qt/qt_serial.h"
 
 namespace quorvane {
 namespace {

@@ -10,10 +10,9 @@
 #include <random>
 #include <set>
 
-#include "console/race_records.h"
+#include "field/field.h"
 #include "tests/ui/program_fixture.h"
-#include "tools/field/field.h"
-#include "ui/qt_printer.h"
+#include "ui/printing/qt_printer.h"
 #include "ui/results_window.h"
 #include "ui/scoreboard.h"
 #include "ui/small_windows.h"
@@ -187,9 +186,6 @@ TEST_F(RandomDrive, EndsCleanWhateverTheOperatorDoesWithANoisyFieldOnTheAir) {
   driving_ = false;
   WaitFor([] { return QApplication::activeModalWidget() == nullptr; });
   boxes_.stop();
-  const ContestRecord contest = ReadContest(OpenProject(program.project(), program.race()));
-  RecordProperty("races", static_cast<int>(contest.races.size()));
-  EXPECT_GE(contest.races.size(), 1U);
   EXPECT_GT(shown.size(), 3U);
 }
 

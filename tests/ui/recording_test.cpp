@@ -4,10 +4,10 @@
 #include <iterator>
 
 #include "link/station_message.h"
+#include "replay/verify.h"
 #include "tests/ui/modem.h"
 #include "tests/ui/program_fixture.h"
-#include "tools/replay/verify.h"
-#include "ui/qt_serial.h"
+#include "ui/qt/qt_serial.h"
 #include "ui/session_recording.h"
 
 namespace quorvane {

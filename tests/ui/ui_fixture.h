@@ -13,9 +13,9 @@
 #include <memory>
 #include <string>
 
-#include "common/door.h"
-#include "ui/qt_platform.h"
-#include "ui/qt_settings.h"
+#include "forms/door.h"
+#include "ui/qt/qt_platform.h"
+#include "ui/qt/qt_settings.h"
 #include "ui/windows.h"
 
 namespace quorvane {

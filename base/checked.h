@@ -1,0 +1,61 @@
+#pragma once
+
+#include <cmath>
+#include <concepts>
+#include <cstdint>
+#include <limits>
+
+#include "base/run_time_error.h"
+
+namespace quorvane {
+
+// Whole-number arithmetic in which an overflow is an error and never a wrong number. Work is done in 64 bits
+// and narrowed to the type in which the value is kept.
+template <std::integral To>
+constexpr To Narrow(std::int64_t value) {
+  if (value < std::int64_t{std::numeric_limits<To>::min()} ||
+      value > std::int64_t{std::numeric_limits<To>::max()}) {
+    throw OverflowError();
+  }
+  return static_cast<To>(value);
+}
+
+constexpr std::int16_t ToInteger(std::int64_t value) {
+  return Narrow<std::int16_t>(value);
+}
+constexpr std::int32_t ToLong(std::int64_t value) {
+  return Narrow<std::int32_t>(value);
+}
+constexpr std::uint8_t ToByte(std::int64_t value) {
+  return Narrow<std::uint8_t>(value);
+}
+
+constexpr std::int32_t AddLong(std::int32_t a, std::int32_t b) {
+  return ToLong(std::int64_t{a} + b);
+}
+constexpr std::int32_t SubtractLong(std::int32_t a, std::int32_t b) {
+  return ToLong(std::int64_t{a} - b);
+}
+constexpr std::int16_t AddInteger(std::int16_t a, std::int16_t b) {
+  return ToInteger(std::int64_t{a} + b);
+}
+
+// The whole number nearest to value, halves to the even neighbour; an error when it does not fit.
+template <std::integral To>
+To RoundTo(double value) {
+  const double rounded = std::nearbyint(value);
+  if (!(rounded >= static_cast<double>(std::numeric_limits<To>::min()) &&
+        rounded <= static_cast<double>(std::numeric_limits<To>::max()))) {
+    throw OverflowError();
+  }
+  return Narrow<To>(static_cast<std::int64_t>(rounded));
+}
+
+// element(container, i): a subscript out of range is an error.
+template <typename Container>
+decltype(auto) Element(Container& container, std::int64_t index) {
+  if (index < 0 || index >= static_cast<std::int64_t>(std::size(container))) throw SubscriptError();
+  return container[static_cast<std::size_t>(index)];
+}
+
+}  // namespace quorvane

@@ -1,0 +1,308 @@
+#include "field/field.h"
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+namespace quorvane::field {
+namespace {
+
+constexpr std::int64_t kNever = std::numeric_limits<std::int64_t>::max();
+constexpr std::int64_t kStatusInterval = 3000 * kMs;
+constexpr std::int64_t kReminderInterval = 700 * kMs;
+constexpr std::int64_t kPollDelay = 15 * kMs;
+constexpr std::int64_t kAckDelay = 10 * kMs;
+constexpr std::int64_t kLitUnit = 8 * kMs;
+constexpr std::uint8_t kTurnLitLeast = 38;  // 300 ms
+constexpr std::uint8_t kReminderLit = 25;   // 200 ms: a late lap must not lock out the next one
+constexpr std::uint8_t kHoldButton = 16;
+constexpr std::uint8_t kTemperature = 65;  // 22 degrees
+
+// The stations add about this much between reading their clock and the radio's last bit.
+std::uint8_t DelayOf(std::uint8_t from) {
+  switch (from) {
+    case kStarter:
+      return 6;
+    case kTimers:
+      return 5;
+    default:
+      return 4;
+  }
+}
+
+// Judges and timers run on four dry cells, the others on a car battery.
+std::uint8_t VoltageOf(std::uint8_t station) {
+  return station == kStarter || station == kPylonBox || station == kDisplay ? 171 : 67;
+}
+
+std::uint8_t LightLeft(std::int64_t ends_us, std::int64_t now_us) {
+  const std::int64_t left = (ends_us - now_us + kLitUnit - 1) / kLitUnit;
+  return static_cast<std::uint8_t>(std::clamp<std::int64_t>(left, 0, 255));
+}
+
+}  // namespace
+
+Field::Field(const FieldOptions& options) : options_(options), line_(options.line, options.seed + 1) {
+  plan_ = PlanHeat(options_.seed, 1, options_.mode == 0 ? 1 : options_.mode, options_.quick);
+  if (options_.controlled) {
+    options_.count = true;  // the console's frames count from the beginning of the count, flown or not
+    options_.hold = false;
+    for (const std::uint8_t station : {kStarter, kTimers}) {
+      options_.silent.push_back({.station = station});
+      if (options_.starter_at) options_.silent.back().to_ms = *options_.starter_at;
+    }
+    if (options_.starter_at) At(*options_.starter_at * kMs, {.what = Happening::kStarterArrives});
+  }
+  At(0, {.what = Happening::kRaceTick});
+  At(0, {.what = Happening::kReminderTick});
+  std::int64_t first = 200 * kMs;
+  for (const std::uint8_t station : {0, 1, 2, 4, 6, 7}) {
+    At(first, {.what = Happening::kStatusTick, .wish = {Topic::kStatus, station}});
+    first += kStatusInterval / 6;
+  }
+}
+
+void Field::BeginHeats(std::int64_t ms) {
+  if (begun_ || options_.controlled) return;
+  begun_ = true;
+  At(std::max(ms * kMs, now_us_), {.what = Happening::kLeadIn});
+}
+
+std::vector<Chunk> Field::AdvanceTo(std::int64_t ms) {
+  RunUntil(ms * kMs);
+  return line_.Deliver(ms * kMs);
+}
+
+void Field::Receive(std::span<const std::uint8_t> bytes, std::int64_t ms) {
+  for (const Frame& frame : listener_.Hear(bytes)) {
+    const std::int64_t us = std::max(ms * kMs, now_us_);
+    if (frame[5] == kConsole) {
+      Answer(frame[4], us);
+    } else if (options_.controlled) {
+      Follow(frame, us);
+    }
+  }
+}
+
+void Field::Answer(std::uint8_t station, std::int64_t us) {
+  ++polls_;
+  if (!IsStation(station) || !OnAir(station, us)) return;
+  const std::int64_t at = us + kPollDelay + options_.late[station] * kMs;
+  SpeakAt(at, {Topic::kPollAnswer, station});
+  if (options_.twice[station]) SpeakAt(at, {Topic::kSecondAnswer, station});
+}
+
+void Field::Follow(const Frame& frame, std::int64_t us) {
+  std::uint8_t listening = 0;
+  for (std::uint8_t i = 0; i < kAddresses; ++i) {
+    if (IsStation(i) && OnAir(i, us)) listening |= static_cast<std::uint8_t>(1 << i);
+  }
+  follower_.Hear(frame, us / kMs, listening);
+  for (HeatResult& heat : follower_.TakeRaces()) {
+    Conclude(heat);
+    if (heat.heat == options_.heats) At(us + 1'000 * kMs, {.what = Happening::kEnd});
+  }
+  if (OnAir(kStarter, us)) return;  // which is who the stations believe
+  phase_ = follower_.race().running ? Phase::kRunning : Phase::kIdle;
+  clock_start_us_.reset();
+  if (phase_ == Phase::kRunning) clock_start_us_ = us - follower_.race().clock * kMs;
+}
+
+ConsoleHeard Field::Heard() const {
+  ConsoleHeard heard = follower_.heard();
+  heard.polls = polls_before_ + polls_;
+  heard.starter_ms = starter_heard_ms_;
+  return heard;
+}
+
+bool Field::OnAir(std::uint8_t station, std::int64_t us) const {
+  return std::none_of(options_.silent.begin(), options_.silent.end(), [&](const Silence& silence) {
+    return silence.station == station && us / kMs >= silence.from_ms && us / kMs < silence.to_ms;
+  });
+}
+
+std::int64_t Field::NextDue() const {
+  std::int64_t next = std::min(agenda_.begin()->first, NextSend());
+  if (line_.NextDue() >= 0) next = std::min(next, line_.NextDue());
+  return (next + kMs - 1) / kMs;
+}
+
+std::vector<HeatResult> Field::TakeResults() {
+  return std::exchange(finished_, {});
+}
+
+void Field::Speak(Wish wish) {
+  if (std::find(wishes_.begin(), wishes_.end(), wish) == wishes_.end()) wishes_.push_back(wish);
+}
+
+std::int64_t Field::NextSend() const {
+  return wishes_.empty() ? kNever : std::max(line_.free_us(), now_us_);
+}
+
+void Field::RunUntil(std::int64_t us) {
+  for (;;) {
+    const std::int64_t event_us = agenda_.begin()->first;  // the ticks keep the agenda from running dry
+    const std::int64_t send_us = NextSend();
+    if (std::min(event_us, send_us) > us) break;
+    now_us_ = std::max(now_us_, std::min(event_us, send_us));
+    if (event_us <= send_us) {
+      const Event event = agenda_.begin()->second;
+      agenda_.erase(agenda_.begin());
+      Happen(event);
+    } else {
+      Transmit();
+    }
+  }
+  now_us_ = std::max(now_us_, us);
+}
+
+void Field::Happen(const Event& event) {
+  switch (event.what) {
+    case Happening::kLeadIn:
+      return PrepareHeat();
+    case Happening::kStart:
+      phase_ = Phase::kStarting;
+      // Repeated in quick succession, so that a lost frame does not cost the first seconds of the count.
+      for (int i = 0; i < 3; ++i) SpeakAt(now_us_ + i * 100 * kMs, {Topic::kRace, kStarter});
+      return;
+    case Happening::kStop:
+      return StopRace();
+    case Happening::kStarterArrives:
+      phase_ = Phase::kIdle;
+      return clock_start_us_.reset();
+    case Happening::kHeatOver:
+      return EndHeat();
+    case Happening::kEnd:
+      done_ = true;
+      return;
+    case Happening::kLap:
+      return FlyLap(event.lane, event.index);
+    case Happening::kTurn:
+      return FlyTurn(event.lane);
+    case Happening::kCut:
+      return FlyCut(event.lane, event.index);
+    case Happening::kStarterHearsCut:
+      return StarterHearsCut(event.lane, event.index);
+    case Happening::kSpeak:
+      return Speak(event.wish);
+    case Happening::kRaceTick:
+      Speak({Topic::kRace, kStarter});
+      return At(now_us_ + RaceTickInterval(), event);
+    case Happening::kReminderTick:
+      if (phase_ == Phase::kRunning) {
+        reminder_due_ = true;
+        Speak({Topic::kLaps, kTimers});
+      }
+      return At(now_us_ + kReminderInterval, event);
+    case Happening::kStatusTick:
+      Speak(event.wish);
+      return At(now_us_ + kStatusInterval, event);
+  }
+}
+
+void Field::Transmit() {
+  const auto urgent = std::min_element(wishes_.begin(), wishes_.end(),
+                                       [](const Wish& a, const Wish& b) { return a.topic < b.topic; });
+  const Wish wish = *urgent;
+  wishes_.erase(urgent);
+  if (!OnAir(wish.station, now_us_)) return;
+  const std::int64_t end_us = line_.Take(now_us_);
+  if (wish.topic == Topic::kRace && phase_ == Phase::kStarting) {
+    // The race clock leaves its first value as the first running frame arrives: whoever starts a clock on
+    // that frame runs with the starter.
+    phase_ = Phase::kRunning;
+    clock_start_us_ = end_us;
+    ScheduleFlights();
+  }
+  const Report report = Compose(wish, end_us);
+  line_.Send(Encode(report));
+  AfterTransmission(wish, report, end_us);
+}
+
+Report Field::Compose(Wish wish, std::int64_t end_us) {
+  Report report;
+  const bool acknowledges = wish.topic == Topic::kAckLaps || wish.topic == Topic::kAckTurns;
+  report.from = acknowledges ? kAcknowledgement : wish.station;
+  report.to = kStarter;
+  if (wish.topic == Topic::kRace || wish.topic == Topic::kTurns) report.to = kPylonBox;
+  if (wish.topic == Topic::kAckLaps) report.to = kTimers;
+  if (wish.topic == Topic::kAckTurns) report.to = kJudge1;
+  if (wish.topic == Topic::kPollAnswer || wish.topic == Topic::kSecondAnswer) report.to = kConsole;
+  report.running = phase_ == Phase::kRunning;
+  report.clock = (ClockMicros(end_us) + kMs / 2) / kMs;
+  report.mode = static_cast<std::uint8_t>(plan_.mode);
+  report.dif = DelayOf(report.from);
+  report.temperature = kTemperature;
+  report.voltage = VoltageOf(wish.station);
+  AddStationState(report, wish.station, end_us);
+  // The acknowledgement of a lap report repeats what it acknowledges.
+  if (wish.topic == Topic::kAckLaps) AddLapLights(report, end_us, false);
+  if (wish.station == kTimers) AddLapLights(report, end_us, std::exchange(reminder_due_, false));
+  return report;
+}
+
+void Field::AddStationState(Report& report, std::uint8_t station, std::int64_t end_us) const {
+  for (std::size_t i = 0; i < kLanes; ++i) {
+    const Lane& lane = lanes_[i];
+    if (station < kStarter) {
+      report.cuts[i] = lane.judged_cuts & static_cast<std::uint8_t>(3 << (2 * station));
+    } else if (station != kTimers) {
+      report.cuts[i] = lane.starter_cuts;
+    }
+    if (station == kJudge1) {
+      // Turns are not counted. A light about to go out is no longer reported, or a console that heard the
+      // turn late could take it for another one.
+      const std::uint8_t left = LightLeft(lane.turn_light_ends, end_us);
+      if (left < kTurnLitLeast) continue;
+      report.lit[i] = left;
+      report.turns |= static_cast<std::uint8_t>(1 << i);
+    }
+  }
+  if (station == kStarter && Holding(end_us)) report.buttons = kHoldButton;
+}
+
+// A lap light burns for two seconds after the lap and says how long the console shall refuse the next lap.
+// After that a lane is lit only in the reminders, which bring a missed lap to the console all the same.
+void Field::AddLapLights(Report& report, std::int64_t end_us, bool remind) const {
+  for (std::size_t i = 0; i < kLanes; ++i) {
+    report.lap[i] = lanes_[i].laps;
+    if (phase_ != Phase::kRunning || lanes_[i].laps == 0) continue;
+    report.lit[i] = LightLeft(lanes_[i].lap_light_ends, end_us);
+    if (remind && report.lit[i] == 0) report.lit[i] = kReminderLit;
+  }
+}
+
+void Field::AfterTransmission(Wish wish, const Report& report, std::int64_t end_us) {
+  const bool to_console_only = report.to == kConsole;
+  if (report.from == kStarter && !starter_heard_ms_) starter_heard_ms_ = end_us / kMs;
+  if (report.from == kTimers && !to_console_only && NoteLapsOnAir(end_us)) {
+    SpeakAt(end_us + kAckDelay, {Topic::kAckLaps, kStarter});
+  }
+  if (wish.topic == Topic::kRace) NoteCutsOnAir(end_us);
+  if (wish.topic == Topic::kTurns && std::exchange(turn_unacknowledged_, false)) {
+    SpeakAt(end_us + kAckDelay, {Topic::kAckTurns, kPylonBox});
+  }
+}
+
+// The console books a lap at the arrival of the first report of it.
+bool Field::NoteLapsOnAir(std::int64_t end_us) {
+  bool fresh = false;
+  for (std::size_t i = 0; i < result_.lanes.size(); ++i) {
+    LaneResult& lane = result_.lanes[i];
+    while (lane.expected.size() < lane.flown.size()) {
+      lane.expected.push_back(LaneTime(i, end_us));
+      fresh = true;
+    }
+  }
+  return fresh;
+}
+
+void Field::NoteCutsOnAir(std::int64_t end_us) {
+  for (std::size_t i = 0; i < result_.lanes.size(); ++i) {
+    for (CutResult& cut : result_.lanes[i].cuts) {
+      if (cut.expected < 0) cut.expected = LaneTime(i, end_us);
+    }
+  }
+}
+
+}  // namespace quorvane::field

@@ -1,0 +1,179 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <limits>
+#include <map>
+#include <optional>
+#include <span>
+#include <vector>
+
+#include "field/follower.h"
+#include "field/frame.h"
+#include "field/line.h"
+#include "field/plan.h"
+#include "field/result.h"
+
+namespace quorvane::field {
+
+inline constexpr std::int64_t kMs = 1000;                   // microseconds
+inline constexpr std::int64_t kStartSignal = 60'000 * kMs;  // of the race clock
+
+// A station that is switched off for a time: it neither sends nor hears.
+struct Silence {
+  std::uint8_t station = 0;
+  std::int64_t from_ms = 0;
+  std::int64_t to_ms = std::numeric_limits<std::int64_t>::max();  // not included
+};
+
+struct FieldOptions {
+  int heats = 1;           // 0: heat after heat without end
+  int mode = 2;            // 1..6; 0: one after another, starting with 1
+  std::uint32_t seed = 1;  // same value, same heats
+  bool count = true;       // 60-second count; without it the starter's clock begins at 60000
+  bool hold = false;       // hold the count at 56000 for three seconds
+  bool quick = false;      // short laps
+  LineOptions line = {};
+
+  // Neither the starter nor the timers are there: the stations follow a console that controls the race, and
+  // `heats` counts the races it runs.
+  bool controlled = false;
+  std::optional<std::int64_t> starter_at = {};  // ms; starter and timers come on the air and idle
+  std::vector<Silence> silent = {};
+  std::array<std::int64_t, kAddresses> late = {};  // ms by which a station answers polls later
+  std::array<bool, kAddresses> twice = {};         // stations that answer every poll twice
+};
+
+// All stations of a pylon race on one radio channel: starter, timers, three judges, pylon box and display.
+//
+// Runs on the caller's clock, milliseconds from 0 that never fall. It does no input
+// or output: AdvanceTo hands out what is on the air, Receive takes what the console sends. Until BeginHeats
+// the starter idles and polls are answered. Everything that happens follows from the options, the calls and
+// their times.
+class Field {
+ public:
+  explicit Field(const FieldOptions& options);
+
+  // The first heat begins with a few seconds of idling starter, from this time on.
+  void BeginHeats(std::int64_t ms);
+
+  // The chunks whose last byte has left by this time and that were not handed out before, in order.
+  std::vector<Chunk> AdvanceTo(std::int64_t ms);
+
+  // Bytes from the console in any chunking; a poll of a station is answered shortly after. A controlled field
+  // follows the frames that speak for the starter and the timers.
+  void Receive(std::span<const std::uint8_t> bytes, std::int64_t ms);
+
+  // The next time at which AdvanceTo has something to do.
+  std::int64_t NextDue() const;
+
+  // Heats that ended since the last call.
+  std::vector<HeatResult> TakeResults();
+
+  // True a second after the last heat; the stations go on idling all the same.
+  bool Done() const { return done_; }
+
+  // What the field has sent since the beginning, and what it has heard.
+  const LineCounters& counters() const { return line_.counters(); }
+  ConsoleHeard Heard() const;
+
+ private:
+  enum class Phase { kIdle, kStarting, kRunning, kStopping };
+  // What a station wants to say, the most urgent first.
+  enum class Topic { kLaps, kRace, kTurns, kAckLaps, kAckTurns, kCut, kPollAnswer, kSecondAnswer, kStatus };
+  enum class Happening {
+    kLeadIn,
+    kStart,
+    kStop,
+    kStarterArrives,
+    kHeatOver,
+    kEnd,
+    kLap,
+    kTurn,
+    kCut,
+    kStarterHearsCut,
+    kSpeak,
+    kRaceTick,
+    kReminderTick,
+    kStatusTick
+  };
+  struct Wish {
+    Topic topic = Topic::kStatus;
+    std::uint8_t station = 0;
+    bool operator==(const Wish&) const = default;
+  };
+  struct Event {
+    Happening what;
+    std::size_t lane = 0;
+    std::size_t index = 0;  // lap or cut in the lane's plan
+    Wish wish = {};
+  };
+  struct Lane {
+    std::uint8_t laps = 0;
+    std::uint8_t judged_cuts = 0;   // the judges' lights
+    std::uint8_t starter_cuts = 0;  // what the starter has heard of them
+    std::int64_t lap_light_ends = 0;
+    std::int64_t turn_light_ends = 0;
+  };
+
+  // Traffic (field.cpp).
+  void At(std::int64_t us, const Event& event) { agenda_.emplace(us, event); }
+  void SpeakAt(std::int64_t us, Wish wish) { At(us, {.what = Happening::kSpeak, .wish = wish}); }
+  void Speak(Wish wish);
+  std::int64_t NextSend() const;
+  void RunUntil(std::int64_t us);
+  void Happen(const Event& event);
+  void Transmit();
+  bool OnAir(std::uint8_t station, std::int64_t us) const;
+  void Answer(std::uint8_t station, std::int64_t us);
+  void Follow(const Frame& frame, std::int64_t us);
+  Report Compose(Wish wish, std::int64_t end_us);
+  void AddStationState(Report& report, std::uint8_t station, std::int64_t end_us) const;
+  void AddLapLights(Report& report, std::int64_t end_us, bool remind) const;
+  void AfterTransmission(Wish wish, const Report& report, std::int64_t end_us);
+  bool NoteLapsOnAir(std::int64_t end_us);
+  void NoteCutsOnAir(std::int64_t end_us);
+
+  // The course of a heat (heat.cpp).
+  void PrepareHeat();
+  void ScheduleFlights();
+  std::int64_t RaceEnd() const;
+  void FlyLap(std::size_t lane, std::size_t index);
+  void FlyTurn(std::size_t lane);
+  void FlyCut(std::size_t lane, std::size_t index);
+  void StarterHearsCut(std::size_t lane, std::size_t index);
+  void StopRace();
+  void EndHeat();
+  void Conclude(HeatResult& result);
+  std::int64_t RaceTickInterval() const;
+  bool Holding(std::int64_t us) const;
+  std::int64_t ClockMicros(std::int64_t us) const;
+  int LaneTime(std::size_t lane, std::int64_t us) const;
+  std::int64_t LaneMoment(std::size_t lane, int lane_ms) const;
+
+  FieldOptions options_;
+  Line line_;
+  Listener listener_;
+  std::multimap<std::int64_t, Event> agenda_;  // by time in microseconds; equal times in order of entry
+  std::vector<Wish> wishes_;                   // who waits for the air; nobody waits twice for the same topic
+  std::vector<HeatResult> finished_;
+  std::int64_t now_us_ = 0;
+
+  Phase phase_ = Phase::kIdle;
+  bool begun_ = false;
+  bool done_ = false;
+  bool reminder_due_ = false;
+  bool turn_unacknowledged_ = false;
+  HeatPlan plan_;
+  HeatResult
+      result_;  // of the heat in hand; an expected time is -1 until the first report of it is on the air
+  LineCounters counters_before_;
+  std::int64_t polls_ = 0;         // in the heat in hand
+  std::int64_t polls_before_ = 0;  // in earlier ones
+  Follower follower_;
+  std::optional<std::int64_t> starter_heard_ms_;
+  std::array<Lane, kLanes> lanes_{};
+  std::optional<std::int64_t> clock_start_us_;  // when the race clock left its first value
+};
+
+}  // namespace quorvane::field

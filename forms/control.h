@@ -1,0 +1,144 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/color.h"
+
+namespace quorvane {
+
+class Form;
+
+enum class ControlKind : std::uint8_t {
+  Button,
+  Label,
+  TextBox,
+  CheckBox,
+  ComboBox,
+  Frame,
+  Option,
+  Menu,
+  Timer
+};
+
+enum class Property : std::uint8_t {
+  Caption,
+  Text,
+  Value,
+  Checked,
+  Enabled,
+  Visible,
+  BackColor,
+  ForeColor,
+  Tag,
+  ListIndex,
+  Items,
+  Interval,
+  Anchor,
+  Selection,
+  ToolTip,
+};
+
+// One control of a form as plain data: what the operator sees of it and what an event procedure reads from
+// it. The window shows it and never decides anything about it. Every change is told to the program's one
+// observer (see Forms). A control lives as long as its form.
+class Control {
+ public:
+  Control(Form& form, ControlKind kind, std::string name, Control* parent);
+  Control(const Control&) = delete;
+  Control& operator=(const Control&) = delete;
+
+  const std::string& Name() const { return name_; }  // "cmdStart", "lblLap(3)"
+  std::string FullName() const;                      // "frmLane1.lblLap(3)"
+  ControlKind Kind() const { return kind_; }
+  Form& Owner() const { return form_; }
+  Control* Parent() const { return parent_; }  // the frame it lies in, or null
+  bool Has(Property property) const;           // whether its kind has that property at all
+
+  const std::string& Caption() const { return caption_; }
+  const std::string& Text() const { return text_; }
+  int Value() const { return value_; }          // check box, option button: 0 or 1
+  bool Checked() const { return value_ != 0; }  // menu entry
+  bool Enabled() const { return enabled_; }
+  bool Visible() const { return visible_; }  // its own flag; see Reachable for the frames around it
+  Color BackColor() const { return backColor_; }
+  Color ForeColor() const { return foreColor_; }
+  const std::string& Tag() const { return tag_; }
+  int ListIndex() const { return listIndex_; }  // -1: none
+  const std::vector<std::string>& Items() const { return items_; }
+  std::int32_t Interval() const { return interval_; }  // timer, ms; 0 never fires
+  // The control that this one is placed by: a cut mark's lap cell, the label that a pop-up button covers. The
+  // window decides what "by" looks like.
+  Control* Anchor() const { return anchor_; }
+  // What the pointer is told that rests on the control, such as why it is disabled now. Empty: nothing.
+  const std::string& ToolTip() const { return toolTip_; }
+  int SelectionStart() const { return selectionStart_; }
+  int SelectionLength() const { return selectionLength_; }  // characters of Text
+
+  void SetCaption(std::string caption);
+  void SetText(std::string text);  // does not raise onChange
+  void SetEnabled(bool enabled);
+  void SetVisible(bool visible);
+  void SetBackColor(Color color);
+  void SetForeColor(Color color);
+  void SetTag(std::string tag);
+  void SetListIndex(int index);  // does not raise onChange
+  void SetItems(std::vector<std::string> items);
+  void SetChecked(bool checked);
+  void SetInterval(std::int32_t ms);
+  void SetAnchor(Control* anchor);
+  void SetToolTip(std::string toolTip);
+  void SetSelection(int start, int length);
+  // A check box whose value really changes raises onClick, whoever changes it. An option button does not.
+  void SetValue(int value);
+
+  // Whether the operator can act on it: enabled and visible, and so is every frame around it and its form.
+  bool Reachable() const;
+
+  // Event procedures; empty ones do nothing.
+  std::function<void()> onClick;
+  std::function<void()> onChange;
+  std::function<void()> onHover;
+  std::function<void()> onGotFocus;
+  std::function<void()> onTimer;
+
+ private:
+  template <typename T>
+  void Set(T& field, T value, Property property);
+
+  Form& form_;
+  const std::string name_;
+  Control* const parent_;
+  const ControlKind kind_;
+  bool enabled_ = true;
+  bool visible_ = true;
+  int value_ = 0;
+  int listIndex_ = -1;
+  std::int32_t interval_ = 0;
+  int selectionStart_ = 0;
+  int selectionLength_ = 0;
+  Color backColor_;
+  Color foreColor_;
+  Control* anchor_ = nullptr;
+  std::string caption_;
+  std::string text_;
+  std::string tag_;
+  std::string toolTip_;
+  std::vector<std::string> items_;
+};
+
+// Told of every change of a control or form, at once and in order.
+class ControlObserver {
+ public:
+  virtual ~ControlObserver() = default;
+  virtual void ControlChanged(const Control& control, Property property) = 0;
+  virtual void FormChanged(const Form& form) = 0;  // caption or visibility
+};
+
+// The name of a control kind's property as it is written in a state file: "caption", "backColor", ...
+std::string_view PropertyName(Property property);
+
+}  // namespace quorvane

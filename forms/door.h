@@ -1,0 +1,114 @@
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "forms/event.h"
+#include "forms/event_clock.h"
+#include "forms/forms.h"
+#include "forms/platform.h"
+
+namespace quorvane {
+
+// What the door hands on besides the operator's actions on controls.
+class DeviceEvents {
+ public:
+  virtual ~DeviceEvents() = default;
+  virtual void Load() = 0;
+  virtual void BytesArrived(const std::vector<std::uint8_t>& bytes) = 0;
+  virtual void LineError(int code) = 0;
+  virtual void PortsChanged(const std::vector<int>& ports) = 0;
+  // The program ends, and nobody can be asked: an Ask is a RunTimeError from here on.
+  virtual void Quit() {}
+  // An event has been handled, with or without an error.
+  virtual void EventEnded() = 0;
+};
+
+// The one door through which every outside event enters. It samples the clock, so that time stands still
+// inside an event; ends an event whose procedure raised an error, and only that event; and can write every
+// event into a journal.
+//
+// An event that comes in while another is handled waits its turn. Only while a dialog box is open do bytes,
+// line errors, ports, timers and the end of the program go through before the event that opened it has ended;
+// the operator's own actions on other windows are dropped meanwhile, as a modal box has it.
+//
+// Nothing enters after the event that ends the program. A box that is open then is never answered: the event
+// that asked is abandoned.
+class Door : public EventClock {
+ public:
+  explicit Door(Platform& platform) : platform_(platform), forms_(*this) {}
+
+  void SetDevices(DeviceEvents* devices) { devices_ = devices; }
+  void SetJournal(Journal* journal) { journal_ = journal; }
+  // Called whenever an outermost event has ended, so that the windows can show what changed.
+  void SetAfterEvent(std::function<void()> afterEvent) { afterEvent_ = std::move(afterEvent); }
+
+  void Enter(const Event& event);
+  // Enters a timer event for each timer that is due by the console clock, each at the most once.
+  void RunDueTimers();
+  // Arms the timer again and enters its event.
+  void FireTimer(Control& timer);
+
+  std::int64_t Now() const override { return now_; }
+  // The local date and time of the event in hand. Counted on by the console clock, and follows the computer's
+  // clock, which the journal then notes, when that is set, changes to summer time, or the computer has slept.
+  LocalDateTime LocalNow();
+  // The local date and time of 0 ms of the console clock, as it was then.
+  LocalDateTime LocalStart();
+  // Looks whether the computer's clock shows another time than LocalNow(), and takes it over.
+  void FollowLocalClock();
+  Platform& System() { return platform_; }
+  Forms& AllForms() { return forms_; }
+  bool DialogOpen() const { return dialogs_ > 0; }
+
+  // Shows a dialog box and lets the radio and the timers go on behind it. The clock is sampled again when it
+  // closes.
+  DialogAnswer Ask(const DialogBox& box);
+  // Runs the action as soon as no event is in hand and no box is open, at the time of the last event.
+  void Post(std::function<void()> action);
+  // Runs the action with the same boundary as an event: an error ends the action, and only it. True: no
+  // error.
+  bool Contain(const std::function<void()>& action);
+  void NoteSent(const std::vector<std::uint8_t>& frame);
+  void NoteProject(const std::string& path, bool taken);
+
+  // Errors contained so far and the text of the last, for whoever looks for a fault.
+  int ErrorsContained() const { return errors_; }
+  const std::string& LastError() const { return lastError_; }
+
+ private:
+  bool MustWait(EventKind kind) const;
+  void Handle(const Event& event);
+  void Dispatch(const Event& event);
+  void DispatchToControl(const Event& event, Control& control);
+  void DispatchToForm(const Event& event, Form& form);
+  void DrainWhileOpen();
+  void DrainWhenIdle();
+  void SampleClock();
+  void FollowNowAndThen();
+  void Ended();
+  void RefuseAfterQuit() const;
+
+  Platform& platform_;
+  Forms forms_;
+  DeviceEvents* devices_ = nullptr;
+  Journal* journal_ = nullptr;
+  std::function<void()> afterEvent_;
+  std::int64_t now_ = 0;
+  std::optional<LocalDateTime> localStart_;
+  LocalDateTime localZero_ = {};  // of 0 ms of the console clock, as the computer's clock is set now
+  std::int64_t followedAt_ = 0;
+  int inHand_ = 0;   // events being handled, one inside the other
+  int dialogs_ = 0;  // dialog boxes open
+  int depthAtDialog_ = 0;
+  bool quit_ = false;  // the program ends
+  std::deque<Event> waiting_;
+  std::deque<std::function<void()>> posted_;
+  int errors_ = 0;
+  std::string lastError_;
+};
+
+}  // namespace quorvane

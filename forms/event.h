@@ -1,0 +1,56 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "forms/platform.h"
+
+namespace quorvane {
+
+enum class EventKind : std::uint8_t {
+  Load,       // the program starts
+  Click,      // target: a control
+  Type,       // target: a text box; text: its new content
+  Choose,     // target: a list; number: the entry, 0-based
+  Hover,      // target: a control
+  GotFocus,   // target: a control
+  Key,        // text: "F1".."F12", "7", "8", "9", "0"
+  Activate,   // target: a form
+  Close,      // target: a form
+  Resize,     // target: a form
+  Bytes,      // bytes: what arrived on the serial port, in one receive event
+  LineError,  // number: the serial control's code, 1000 and above
+  Ports,      // numbers: the serial ports that exist now, rising
+  Quit,       // the system ends the program: by a signal, or with the desktop session
+  Timer,      // target: a timer
+};
+
+// Something from outside, as data, so that it can be written down and come again.
+struct Event {
+  EventKind kind = EventKind::Load;
+  std::string target = {};  // "frmJudge.cmdStart", "frmSerialPort"
+  std::string text = {};
+  int number = 0;
+  std::vector<int> numbers = {};
+  std::vector<std::uint8_t> bytes = {};
+};
+
+// Written to by the door: every event, answer and sent frame, and what else a replay has to know, with its
+// time on the console clock in ms. A journal never throws and never waits.
+class Journal {
+ public:
+  virtual ~Journal() = default;
+  virtual void Entered(std::int64_t ms, const Event& event) = 0;
+  virtual void Answered(std::int64_t ms, const DialogBox& box, const DialogAnswer& answer) = 0;
+  virtual void Sent(std::int64_t ms, const std::vector<std::uint8_t>& frame) = 0;
+  // A project file has been opened, or (not taken) could not be, because another console has it or of what
+  // stands there.
+  virtual void ProjectOpened(std::int64_t /*ms*/, const std::string& /*path*/, bool /*taken*/) {}
+  // The computer's clock shows another time than it should by the console clock: this one, from now on.
+  virtual void ClockSet(std::int64_t /*ms*/, const LocalDateTime& /*shown*/) {}
+  // An error has ended what was in hand.
+  virtual void Failed(std::int64_t /*ms*/, const std::string& /*error*/) {}
+};
+
+}  // namespace quorvane

@@ -1,0 +1,81 @@
+#pragma once
+
+#include <deque>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "base/checked.h"
+#include "forms/control.h"
+
+namespace quorvane {
+
+class Forms;
+
+// A window of the program as plain data: its controls and its event procedures. Forms register themselves
+// with the program's Forms for as long as they live.
+class Form {
+ public:
+  Form(Forms& forms, std::string name);
+  virtual ~Form();
+  Form(const Form&) = delete;
+  Form& operator=(const Form&) = delete;
+
+  const std::string& Name() const { return name_; }
+  const std::string& Caption() const { return caption_; }
+  bool Visible() const { return visible_; }
+  const std::deque<Control>& Controls() const { return controls_; }  // in the order in which they were added
+  Control* Find(std::string_view name);                              // "lblLap(3)"; null when there is none
+
+  void SetCaption(std::string caption);
+  void SetVisible(bool visible);
+
+  // Event procedures of the form itself.
+  virtual void KeyDown(const std::string& /*key*/) {}  // "F1".."F12", "7", "8", "9", "0"
+  virtual void Activated() {}  // the operator came here from another form of the program
+  virtual void CloseRequested() { SetVisible(false); }  // the window's own close command
+  virtual void Resized() {}
+
+  void Changed(Control& control, Property property);
+
+ protected:
+  Control& Add(ControlKind kind, std::string name, Control* parent = nullptr);
+  Control& AddCaptioned(ControlKind kind, std::string name, std::string caption, Control* parent = nullptr);
+  Forms& Owner() { return forms_; }
+
+ private:
+  friend class ControlArray;
+
+  Forms& forms_;
+  const std::string name_;
+  std::string caption_;
+  bool visible_ = false;
+  std::deque<Control> controls_;
+  std::unordered_map<std::string, Control*> byName_;
+};
+
+// "lblLap(3)".
+std::string IndexedName(const std::string& name, int index);
+
+// Controls of one name and kind with an index, "lblLap(0)".."lblLap(10)". An index outside is a
+// SubscriptError.
+class ControlArray {
+ public:
+  ControlArray(Form& form, ControlKind kind, const std::string& name, int lower, int upper,
+               Control* parent = nullptr);
+
+  int Lower() const { return lower_; }
+  int Upper() const { return lower_ + static_cast<int>(elements_.size()) - 1; }
+  Control& operator[](std::int64_t index) const { return *Element(elements_, index - lower_); }
+
+  auto begin() const { return elements_.begin(); }
+  auto end() const { return elements_.end(); }
+
+ private:
+  int lower_;
+  std::vector<Control*> elements_;
+};
+
+}  // namespace quorvane

@@ -1,0 +1,178 @@
+#include "journal/journal_recorder.h"
+#include "base/text.h"
+
+#include <algorithm>
+#include <fstream>
+#include <optional>
+#include <sstream>
+#include <utility>
+
+#include "journal/journal_text.h"
+
+namespace quorvane {
+namespace {
+
+constexpr std::string_view kProjectExtension = ".ini";  // what the boxes that ask for a project offer
+constexpr std::uintmax_t kMostProjectBytes = std::uintmax_t{64} << 20;
+
+// Nothing when there is no such file, or none of a project's size.
+std::optional<std::string> ContentOf(const std::string& path) {
+  std::error_code error;
+  const std::filesystem::path file = PathOf(path);
+  if (!std::filesystem::is_regular_file(file, error)) return std::nullopt;
+  if (std::filesystem::file_size(file, error) > kMostProjectBytes || error) return std::nullopt;
+  std::ifstream in(file, std::ios::binary);
+  std::ostringstream content;
+  // Unlike an iterator over the file, this throws nothing when a read fails.
+  if (in.peek() != std::ifstream::traits_type::eof()) content << in.rdbuf();
+  if (!in.good() && !in.eof()) return std::nullopt;
+  return std::move(content).str();
+}
+
+template <typename Records>
+std::string Joined(const Records& records) {
+  std::string text;
+  for (const std::string& record : records) text += record;
+  return text;
+}
+
+}  // namespace
+
+void SessionRecorder::Begin(const SessionStart& start) {
+  begun_ = true;
+  Add(StartRecords(start.start, true));
+  for (const SessionStart::Setting& setting : start.settings) {
+    const bool replaced =
+        !start.project.empty() && setting.section == "DiskFile" && setting.key == "FileName";
+    if (!replaced) Add(SettingRecord(setting.section, setting.key, setting.value));
+  }
+  if (!start.project.empty()) {
+    Add(SettingRecord("DiskFile", "FileName", start.project));
+    KeepProject(start.project);
+    // A replay is asked about a project that exists, whoever named it.
+    const bool asked = start.projectUnasked && ContentOf(start.project).has_value();
+    if (asked) AddInput(0, AnswerRecord(0, {DialogAnswer::Word::Yes, {}}));
+  }
+  AddInput(0, EventRecord(0, {.kind = EventKind::Ports, .numbers = start.ports}));
+}
+
+// What a project held before the session touched it; the session is about what became of it.
+void SessionRecorder::KeepProject(const std::string& path) {
+  if (projectsKept_.contains(path)) return;
+  std::error_code error;
+  const auto same = std::find_if(projectsKept_.begin(), projectsKept_.end(), [&](const std::string& before) {
+    return std::filesystem::equivalent(PathOf(path), PathOf(before), error) && !error;
+  });
+  if (same != projectsKept_.end()) {
+    Add(SameFileComment(path, *same));
+    return;
+  }
+  projectsKept_.insert(path);
+  if (const auto content = ContentOf(path)) Add(ProjectComments(path, *content));
+}
+
+bool SessionRecorder::Record(const std::filesystem::path& path) {
+  return !tooLong_ ? RecordInto(std::make_unique<JournalFile>(path)) : RecordInto(nullptr);
+}
+
+bool SessionRecorder::Record(std::unique_ptr<std::ostream> out) {
+  return !tooLong_ ? RecordInto(std::make_unique<JournalFile>(std::move(out))) : RecordInto(nullptr);
+}
+
+bool SessionRecorder::RecordInto(std::unique_ptr<JournalFile> file) {
+  problem_.clear();
+  file_ = std::move(file);
+  if (file_ == nullptr) {
+    problem_ = "The session is too long by now to be recorded from its start.";
+    return false;
+  }
+  file_->Append(Joined(session_));
+  return true;
+}
+
+void SessionRecorder::Stop() {
+  if (file_ == nullptr) return;
+  file_->Append(StoppedComment(latestMs_));
+  Close();
+}
+
+void SessionRecorder::Close() {
+  if (file_ == nullptr) return;
+  file_->Close();
+  problem_ = file_->Problem();
+  file_.reset();
+}
+
+std::string SessionRecorder::Problem() const {
+  return file_ != nullptr ? file_->Problem() : problem_;
+}
+
+void SessionRecorder::End(std::int64_t ms) {
+  Add(EndRecord(ms < latestMs_ ? latestMs_ : ms));
+  Close();
+}
+
+void SessionRecorder::Add(const std::string& text) {
+  latest_.push_back(text);
+  if (file_ != nullptr) file_->Append(text);
+  Keep(text, session_.size());
+}
+
+void SessionRecorder::Keep(const std::string& text, std::size_t place) {
+  if (tooLong_) return;
+  session_.insert(session_.begin() + static_cast<std::ptrdiff_t>(place), text);
+  bytes_ += text.size();
+  tooLong_ = bytes_ > mostBytes_;
+  if (tooLong_) session_.clear();
+}
+
+void SessionRecorder::AddInput(std::int64_t ms, const std::string& record) {
+  latest_.clear();
+  latestMs_ = ms;
+  Add(record);
+}
+
+// The failure belongs in front of the record that led to it: a replay has to know before it tries.
+void SessionRecorder::NoteOpened(int port, int number, const std::string& description) {
+  const auto known = busyPorts_.find(port);
+  const std::pair now(number, number == 0 ? std::string() : description);
+  const bool unchanged = known == busyPorts_.end() ? number == 0 : known->second == now;
+  if (!begun_ || unchanged) return;
+  busyPorts_[port] = now;
+  InsertBeforeLatest(BusyRecord(latestMs_, port, number, now.second));
+}
+
+void SessionRecorder::InsertBeforeLatest(const std::string& record) {
+  if (file_ != nullptr) file_->InsertBefore(Joined(latest_), record);
+  if (!tooLong_) Keep(record, session_.size() - latest_.size());
+}
+
+void SessionRecorder::ProjectOpened(std::int64_t /*ms*/, const std::string& path, bool taken) {
+  const bool news = taken ? heldProjects_.erase(path) > 0 : heldProjects_.insert(path).second;
+  if (news) InsertBeforeLatest(HeldRecord(latestMs_, path, !taken));
+}
+
+void SessionRecorder::Failed(std::int64_t ms, const std::string& error) {
+  Add(ErrorComment(ms, error));
+}
+
+void SessionRecorder::ClockSet(std::int64_t ms, const LocalDateTime& shown) {
+  AddInput(ms, ClockRecord(ms, shown));
+}
+
+void SessionRecorder::Entered(std::int64_t ms, const Event& event) {
+  const std::string record = EventRecord(ms, event);
+  if (!record.empty()) AddInput(ms, record);
+}
+
+void SessionRecorder::Answered(std::int64_t ms, const DialogBox& box, const DialogAnswer& answer) {
+  const bool project = answer.word == DialogAnswer::Word::File && box.defaultExtension == kProjectExtension;
+  if (project) KeepProject(answer.text);
+  AddInput(ms, AnswerRecord(ms, answer));
+}
+
+void SessionRecorder::Sent(std::int64_t ms, const std::vector<std::uint8_t>& frame) {
+  Add(SentRecord(ms, frame));
+}
+
+}  // namespace quorvane

@@ -1,0 +1,157 @@
+// Laps: from the button, the keyboard and the timers station.
+
+#include <algorithm>
+
+#include "base/busy_flag.h"
+#include "base/checked.h"
+#include "base/time_text.h"
+#include "lane/frm_lane.h"
+
+namespace quorvane {
+namespace {
+
+constexpr Color kLapLight = Color::Rgb(0x8080FF);
+constexpr std::int32_t kFirstLapFrom = 5000;
+constexpr std::int32_t kBetweenLaps = 3000;
+constexpr std::int32_t kPanelLockOut = 4000;
+constexpr int kTimersStation = 4;
+
+}  // namespace
+
+void frmLane::DoLap(std::int32_t time, std::int32_t lockOut) {
+  const std::int32_t t = ToRaceTime(time);
+  if (doesNotFly_ || t < kFirstLapFrom) return;
+  if (race_.ManualStart && t < std::int64_t{LastLapTime_} + kBetweenLaps) return;
+  const bool freeLap = chkNovice.Value() != 0 && Laps_ == 0;
+  const std::uint8_t lapsAfter = ToByte(Laps_ + (freeLap ? 2 : 1));
+  const std::int64_t lightEnd = std::int64_t{owner_.RaceTime()} + lockOut;
+  log_.Require(freeLap ? 2 : 1);
+
+  LastLapTime_ = t;
+  if (freeLap) {
+    // A novice is credited with the first lap: its cell ends at the same time as the next one.
+    FreezeCell(time);
+    Laps_ = 1;
+    log_.AddEvent({"L", t, kTimersStation, 1});
+  }
+  FreezeCell(time);
+  Laps_ = lapsAfter;
+  log_.AddEvent({"L", t, kTimersStation, Laps_});
+  FinalTime_ = RecountLaps(log_, IsFai()).finalTime;
+  if (HasCell(Laps_)) {
+    lblLap[Laps_].SetVisible(true);
+    UpdateLapTime(time);
+  }
+  StartLapLight(lockOut, lightEnd);
+  owner_.IssueLapEvent();
+  EntryMade();
+}
+
+// Whether the lap after `lap` completed ones has a cell that shows it: the eleventh only in a lane that owes
+// it.
+bool frmLane::HasCell(int lap) const {
+  return lap < lblLap.Upper() || (lap == lblLap.Upper() && LapTarget_ > lblLap.Upper());
+}
+
+void frmLane::FreezeCell(std::int32_t time) {
+  if (!HasCell(Laps_)) return;
+  lblLap[Laps_].SetBackColor(kSilver);
+  UpdateLapTime(time);
+}
+
+void frmLane::StartLapLight(std::int32_t lockOut, std::int64_t end) {
+  // A timer that runs already with this interval keeps its time.
+  if (!tmrLaps.Enabled() || tmrLaps.Interval() != lockOut) lapLightEnd_ = end;
+  tmrLaps.SetInterval(lockOut);
+  tmrLaps.SetEnabled(true);
+  lblStatus.SetBackColor(kLapLight);
+}
+
+void frmLane::tmrLaps_Timer() {
+  tmrLaps.SetEnabled(false);
+  lblStatus.SetBackColor(kWindow);
+}
+
+void frmLane::UpdateLapTime(std::int32_t time) {
+  const std::int32_t t = ToRaceTime(time);
+  Laps_ = std::min<std::int16_t>(Laps_, static_cast<std::int16_t>(lblLap.Upper() + 1));
+  if (HasCell(Laps_)) {
+    Control& cell = lblLap[Laps_];
+    if (cell.BackColor() != kWhite) {
+      cell.SetCaption(FormatSeconds(t));
+    } else {
+      cell.SetCaption(t >= 0 ? FormatTenths(t) : "");
+    }
+  }
+  for (Control* button : {&cmdLap, &cmdCut, &cmdTurn}) button->SetEnabled(true);
+}
+
+bool frmLane::CanDoLap(std::uint8_t stationLaps) const {
+  const int counted = CountLaps();
+  // The station has not seen the lap that a novice is credited with.
+  const int freeLaps = chkNovice.Value() != 0 && counted > 0 ? 1 : 0;
+  return counted < stationLaps + freeLaps && !IsFinished() && !tmrLaps.Enabled();
+}
+
+bool frmLane::IsFinished() const {
+  if (loaded_ || doesNotFly_) return true;
+  const std::int64_t s = SinceLastLap();
+  const bool done = Laps_ >= LapTarget_ || CutCount_ >= 2;
+  return (s >= 10000 && done) || s >= 30001;
+}
+
+void frmLane::JoinRace() {
+  LastLapTime_ = std::max(0, ToRaceTime(owner_.RaceTime()));
+}
+
+void frmLane::AdjustTime(std::int32_t by) {
+  const auto move = [by](std::int32_t& time) {
+    if (time != 0) time = AddLong(time, by);  // 0: nothing was entered
+  };
+  move(LastLapTime_);
+  move(TurnTimerEnd_);
+  for (std::int32_t& time : MissedPylonTimes_) move(time);
+  lapLightEnd_ += by;
+  if (by == 0 || log_.EventCount() == 0) return;
+  log_.MoveTimes(by);
+  for (int i = 0; i < log_.EventCount(); ++i) {
+    const int cell = log_[i].Count - 1;
+    if (log_[i].Kind == "L" && HasCell(cell)) lblLap[cell].SetCaption(FormatSeconds(log_[i].EventTime));
+  }
+  NeedsCutDisplay_ = true;
+  RecalculateCuts(true);
+  RecalculateLaps(false);
+}
+
+void frmLane::RecalculateLaps(bool display) {
+  const LapRecount r = RecountLaps(log_, IsFai());
+  Laps_ = r.laps;
+  LapTarget_ = r.lapTarget;
+  FinalTime_ = r.finalTime;
+  CutCount_ = r.cutCount;
+  CutsBeforeFinish_ = r.cutsBeforeFinish;
+  PylonCuts_ = r.pylonCuts;
+  if (display) DisplayTotals();
+}
+
+void frmLane::cmdLap_Click() {
+  if (race_.RaceActive) DoLap(owner_.RaceTime(), kPanelLockOut);
+}
+
+void frmLane::chkNovice_Click() {
+  if (InNoviceClick_) return;
+  const BusyFlag busy(InNoviceClick_);
+  if (race_.RaceActive) {
+    chkNovice.SetValue(chkNovice.Value() == 1 ? 0 : 1);
+    return;
+  }
+  const bool novice = chkNovice.Value() != 0;
+  chkNovice.SetForeColor(novice ? kRed : kBlack);
+  lblHdr[1].SetVisible(!novice);
+  // A novice's second column is the free lap: it is hidden, and the numbers go on after it.
+  for (int i = novice ? 2 : 0; i <= lblHdr.Upper(); ++i) {
+    lblHdr[i].SetCaption("Lap " + std::to_string(novice ? i : i + 1));
+  }
+}
+
+}  // namespace quorvane

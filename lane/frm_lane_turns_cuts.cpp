@@ -1,0 +1,171 @@
+// Turns and pylon cuts.
+
+#include "base/checked.h"
+#include "base/text.h"
+#include "base/time_text.h"
+#include "lane/frm_lane.h"
+
+namespace quorvane {
+namespace {
+
+constexpr std::int32_t kPanelTurn = 2000;    // ms that a turn of the operator is shown
+constexpr std::int32_t kPreviousLap = 4000;  // so soon after a lap, a cut at pylon 2 or 3 belongs before it
+constexpr std::int32_t kBetweenMissedPylons = 3000;
+
+// The judge's two lights for a lane.
+int CutsOfCode(const std::string& code) {
+  if (code == "1o" || code == "o1") return 1;
+  return code == "11" ? 2 : 0;
+}
+
+// The speed that goes with the time since the last lap. The figure is that of the formula as it stands: 0 for
+// any real interval.
+std::string SpeedText(std::int64_t ms) {
+  const double speed = ms == 0 ? 0.0 : 0.50795 / static_cast<double>(ms) * 0.68181818;
+  return std::to_string(static_cast<int>(speed)) + " MPH";
+}
+
+}  // namespace
+
+void frmLane::DoCut(const std::string& cutCode, int source, std::int32_t time) {
+  CutReport report;
+  report.time = ToRaceTime(time);
+  if (doesNotFly_) return;
+  if (Laps_ > lblLap.Upper()) {
+    NeedsCutDisplay_ = true;
+    return;
+  }
+  report.wanted = source == kPanelSource ? LeadingInteger(cutCode) : CutsOfCode(cutCode);
+  report.source = source;
+  report.laps = report.lapOfCut = Laps_;
+  if ((source == 1 || source == 2) && Laps_ >= 1 && std::int64_t{report.time} - LastLapTime_ < kPreviousLap) {
+    report.lapOfCut = Laps_ - 1;
+  }
+  report.cutsOnLane = CutCount_;
+  report.missedPylon = MissedPylon_;
+  EnterCutReport(log_, report);
+  NeedsCutDisplay_ = true;
+  RecalculateCuts(true);
+  owner_.IssueRaceEvent(true);
+  EntryMade();
+}
+
+void frmLane::cmdCut_Click() {
+  EnterPanelCut(0, race_.RaceActive);
+}
+
+void frmLane::EnterMissedPylon(std::int16_t pylon) {
+  std::int32_t& lastTime = MissedPylonTimes_[static_cast<std::size_t>(pylon - 1)];
+  const std::int32_t now = owner_.RaceTime();
+  if (now <= std::int64_t{lastTime} + kBetweenMissedPylons) return;
+  EnterPanelCut(pylon, race_.RaceActive && CutCount_ < 4);
+  lastTime = now;
+}
+
+// One more cut than the lane has, named after the missed pylon (0: none). A refused one leaves no name
+// behind.
+void frmLane::EnterPanelCut(std::int16_t missedPylon, bool accepted) {
+  const std::int16_t before = MissedPylon_;
+  MissedPylon_ = missedPylon;
+  if (!accepted) return;
+  try {
+    DoCut(std::to_string(CutCount_ + 1), kPanelSource, owner_.RaceTime());
+  } catch (const RunTimeError&) {
+    MissedPylon_ = before;
+    throw;
+  }
+}
+
+void frmLane::DoTurn(int source, std::int32_t time, std::int32_t interval) {
+  const std::int32_t t = ToRaceTime(time);
+  if (doesNotFly_) return;
+  const std::int32_t end = AddLong(owner_.RaceTime(), interval);
+  log_.AddEvent({"T", t, source, Laps_, MissedPylon_});
+  tmrLaps.SetEnabled(false);
+  tmrTurns.SetInterval(interval);
+  tmrTurns.SetEnabled(true);
+  lblStatus.SetBackColor(kGreen);
+  TurnTimerEnd_ = end;
+  if (Laps_ > 1 && !StatusLocked()) lblStatus.SetCaption(SpeedText(std::int64_t{t} - LastLapTime_));
+  NeedsCutDisplay_ = true;
+  RecalculateCuts(true);
+  owner_.IssueRaceEvent(true);
+  EntryMade();
+}
+
+bool frmLane::CanDoTurn() const {
+  return !tmrTurns.Enabled() && !IsFinished();
+}
+
+void frmLane::cmdTurn_Click() {
+  if (!race_.RaceActive || !CanDoTurn()) return;
+  log_.Require(1);
+  MissedPylon_ = 0;
+  DoTurn(kPanelSource, owner_.RaceTime(), kPanelTurn);
+}
+
+void frmLane::tmrTurns_Timer() {
+  TurnTimerEnd_ = 0;
+  tmrTurns.SetEnabled(false);
+  lblStatus.SetBackColor(kWindow);
+}
+
+void frmLane::RecalculateCuts(bool display) {
+  if (!NeedsCutDisplay_) return;
+  NeedsCutDisplay_ = false;
+  const CutRecount r = RecountCuts(log_, IsFai());
+  Turns_ = r.turns;
+  Laps_ = r.laps;
+  LapTarget_ = r.lapTarget;
+  CutCount_ = r.cutCount;
+  CutsBeforeFinish_ = r.cutsBeforeFinish;
+  PylonCuts_ = r.pylonCuts;
+  FinalTime_ = RecountLaps(log_, IsFai()).finalTime;
+  for (const CutMark& mark : r.marks) PlaceCutMark(mark);
+  for (int i = Turns_ + CutCount_; i <= lblCut.Upper(); ++i) lblCut[i].SetVisible(false);
+  if (cmdShow.Anchor() != nullptr && !cmdShow.Anchor()->Visible()) HidePopUp();
+  ShowEleventhCell();
+  if (display) DisplayTotals();
+}
+
+void frmLane::PlaceCutMark(const CutMark& mark) {
+  Control& label = lblCut[mark.index];
+  label.SetCaption(mark.caption);
+  label.SetTag(mark.tag);
+  label.SetBackColor(mark.grey ? kButtonFace : kWhite);
+  label.SetAnchor(&lblLap[mark.column]);
+  label.SetVisible(true);
+}
+
+// A cut that is entered or withdrawn after the tenth lap decides whether there is an eleventh.
+void frmLane::ShowEleventhCell() {
+  if (loaded_ || doesNotFly_) return;
+  Control& cell = lblLap[lblLap.Upper()];
+  const bool owed = LapTarget_ > lblLap.Upper() && Laps_ >= lblLap.Upper();
+  if (cell.Visible() == owed) return;
+  cell.SetCaption("");
+  cell.SetBackColor(kWhite);
+  cell.SetVisible(owed);
+  if (owed) lblLap[lblLap.Upper() - 1].SetBackColor(kSilver);  // the tenth is not the finish any more
+}
+
+void frmLane::DisplayCutTotals() {
+  if (CutsBeforeFinish_ == LeadingNumber(cmdCut.Tag()) || StatusLocked()) return;
+  const std::string n = std::to_string(CutsBeforeFinish_);
+  cmdCut.SetTag(n);
+  cmdCut.SetCaption(CutsBeforeFinish_ == 0 ? "Cut" : "Cuts(" + n + ")");
+  lblStatus.SetCaption(CutsBeforeFinish_ >= 2 ? "DBL CUT" : "");
+  lblStatus.SetForeColor(CutsBeforeFinish_ == 0 ? kWindowText : kRed);
+}
+
+void frmLane::lblCut_MouseMove(int index) {
+  Control& mark = lblCut[index];
+  const std::string tag = std::to_string(index);
+  if (cmdShow.Tag() == tag) return;
+  cmdShow.SetAnchor(&mark);
+  cmdShow.SetCaption(mark.Caption());
+  cmdShow.SetVisible(true);
+  cmdShow.SetTag(tag);
+}
+
+}  // namespace quorvane

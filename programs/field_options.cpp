@@ -1,0 +1,190 @@
+#include "programs/field_options.h"
+
+#include <algorithm>
+#include <map>
+
+namespace quorvane::field {
+namespace {
+
+constexpr std::int64_t kDay = 86'400'000;  // ms
+
+const char* const kPurpose =
+    "Plays the field stations of a pylon race (starter, timers, judges, pylon box, display) on a "
+    "pseudo-terminal, at\n"
+    "the pace of a 9600-baud line. The console opens the terminal as its serial port. The starter idles and "
+    "polls are\n"
+    "answered until the terminal is opened; then the heats are flown. For each heat one line of JSON goes to "
+    "standard\n"
+    "output: what was flown and what the console should show.\n";
+
+const char* const kExitStatus =
+    "Exit status: 0 done, or no difference; 1 differences, or no terminal; 2 a bad command line, or a file "
+    "that\n"
+    "cannot be read.";
+
+[[noreturn]] void Refuse(const std::string& value, const std::string& why) {
+  throw CLI::ValidationError(value, why);
+}
+
+std::uint8_t StationOf(const std::string& code) {
+  static const std::map<std::string, std::uint8_t> kStations = {
+      {"P1", 0},       {"P2", 1},         {"P3", 2},       {"ST", kStarter},
+      {"TM", kTimers}, {"PY", kPylonBox}, {"DS", kDisplay}};
+  const auto found = kStations.find(code);
+  if (found == kStations.end()) Refuse(code, "is no station: P1, P2, P3, ST, TM, PY or DS");
+  return found->second;
+}
+
+std::int64_t Ms(const std::string& text) {
+  std::int64_t ms = 0;
+  if (!CLI::detail::lexical_cast(text, ms) || ms < 0 || ms > kDay) {
+    Refuse(text, "is no time of 0 to 86400000 ms");
+  }
+  return ms;
+}
+
+// "DS@5000" or "DS@5000-9000".
+void AddSilence(FieldOptions& field, const std::string& value) {
+  const std::size_t at = value.find('@');
+  const std::size_t dash = value.find('-');
+  if (at == std::string::npos) Refuse(value, "is not ST@MS or ST@MS-MS");
+  Silence silence;
+  silence.station = StationOf(value.substr(0, at));
+  silence.from_ms = Ms(value.substr(at + 1, std::min(dash, value.size()) - at - 1));
+  if (dash < value.size()) silence.to_ms = Ms(value.substr(dash + 1));
+  if (silence.from_ms >= silence.to_ms) Refuse(value, "ends before it begins");
+  field.silent.push_back(silence);
+}
+
+// "P2=800".
+void AddLateness(FieldOptions& field, const std::string& value) {
+  const std::size_t equals = value.find('=');
+  if (equals == std::string::npos) Refuse(value, "is not ST=MS");
+  field.late[StationOf(value.substr(0, equals))] = Ms(value.substr(equals + 1));
+}
+
+void AddHeats(Arguments& app, FieldOptions& field) {
+  static const std::map<std::string, int> kModes = {{"all", 0}, {"1", 1}, {"2", 2}, {"3", 3},
+                                                    {"4", 4},   {"5", 5}, {"6", 6}};
+  const std::string group = "The heats";
+  app.add_option("--heats", field.heats, "how many; 0: no end [1, or 6 with --mode all]")
+      ->check(CLI::Range(0, 100000))
+      ->group(group);
+  app.add_option("--mode", field.mode,
+                 "1 RaceHorse, 2 AMA 1324, 3 AMA 2413, 4 FAI 123, 5 FAI 231, 6 FAI 312, or all, one after "
+                 "another [2]")
+      ->transform(CLI::CheckedTransformer(kModes).description("1..6|all"))
+      ->group(group);
+  app.add_option("--seed", field.seed,
+                 "what the heats are drawn from; the same number gives the same heats [1]")
+      ->group(group);
+  app.add_option("--count", field.count,
+                 "on or off: the 60-second count; without it the starter's clock begins at 60000 [on]")
+      ->group(group);
+  app.add_flag("--hold", field.hold, "the starter holds the count at 56000 for three seconds")->group(group);
+  app.add_flag("--quick", field.quick, "laps of about four seconds")->group(group);
+}
+
+void AddStations(Arguments& app, FieldOptions& field) {
+  const std::string group = "Single stations (P1, P2, P3, ST, TM, PY or DS; each of these may come again)";
+  const auto again = [&](const std::string& name, const std::string& form, const std::string& purpose,
+                         auto add) {
+    app.add_option(name, purpose)
+        ->type_name(form)
+        ->type_size(1)
+        ->expected(1)
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
+        ->each(add)
+        ->group(group);
+  };
+  again("--silent", "ST@MS[-MS]", "it is off from the first to the second time after the start, or for good",
+        [&](const std::string& value) { AddSilence(field, value); });
+  again("--late", "ST=MS", "it answers polls this much later",
+        [&](const std::string& value) { AddLateness(field, value); });
+  again("--twice", "ST", "it answers every poll twice",
+        [&](const std::string& value) { field.twice[StationOf(value)] = true; });
+
+  const std::string control = "A console that controls the race";
+  app.add_flag("--controlled", field.controlled,
+               "no starter and no timers: the stations follow the console, --heats counts its races, and the "
+               "JSON tells "
+               "what the stations saw and heard of it")
+      ->group(control);
+  app.add_option("--starter-at", field.starter_at,
+                 "ms after which starter and timers come on the air after all, and idle")
+      ->check(CLI::Range(std::int64_t{0}, kDay))
+      ->needs("--controlled")
+      ->group(control);
+}
+
+// The library's range lets "nan" pass.
+CLI::Validator Probability() {
+  return {[](std::string& text) {
+            double value = 0;
+            const bool good = CLI::detail::lexical_cast(text, value) && value >= 0 && value <= 1;
+            return good ? std::string() : text + " is no probability from 0 to 1";
+          },
+          "0..1"};
+}
+
+void AddLine(Arguments& app, LineOptions& line) {
+  const std::string group = "The line (probabilities from 0 to 1, per frame)";
+  app.add_option("--noise", line.noise, "random bytes before a frame")->check(Probability())->group(group);
+  app.add_option("--loss", line.loss, "a frame is not sent")->check(Probability())->group(group);
+  app.add_option("--damage", line.damage, "a byte of a frame is changed")->check(Probability())->group(group);
+  app.add_flag("--split", line.split, "frames arrive in pieces")->group(group);
+}
+
+void AddTasks(Arguments& app, CommandLine& line) {
+  const std::string terminal = "The terminal";
+  app.add_option("--link", line.link, "a symbolic link to it; an old link is replaced, anything else is not")
+      ->check(NamedFile())
+      ->group(terminal);
+  app.add_option("--delay", line.delay, "ms after which the heats begin, console or not")
+      ->check(CLI::Range(std::int64_t{0}, kDay))
+      ->group(terminal);
+  app.add_flag("--stay", line.stay, "after the last heat go on idling until ended by a signal")
+      ->group(terminal);
+
+  const std::string without = "Without a terminal";
+  app.add_flag_callback(
+         "--fast", [&] { line.task = Task::kFast; },
+         "print the whole course at once: a line {\"ms\":N,\"rx\":\"55AA...\"} for each piece on the air")
+      ->excludes("--controlled")
+      ->group(without);
+  app.add_option("--compare", line.compared,
+                 "FLOWN and SHOWN: compare two such files, a line for each difference")
+      ->expected(2)
+      ->check(NamedFile())
+      ->group(without);
+  app.add_option("--tolerance", line.compare.tolerance, "ms by which times may differ [60]")
+      ->check(CLI::Range(0, 100'000))
+      ->group(without);
+  app.add_flag("--lossy", line.compare.lossy,
+               "a bad line: laps may be late or missing, but never early or too many")
+      ->group(without);
+}
+
+}  // namespace
+
+std::variant<CommandLine, Ending> ParseCommandLine(const std::vector<std::string>& arguments) {
+  CommandLine line;
+  Arguments app("quorvane-field", kPurpose);
+  app.footer(kExitStatus);
+  AddHeats(app, line.field);
+  AddStations(app, line.field);
+  AddLine(app, line.field.line);
+  AddTasks(app, line);
+  if (const auto ending = app.Read(arguments)) return *ending;
+  if (line.field.hold && !line.field.count)
+    return app.Wrong("--hold needs the count: it does not go with --count off");
+  const bool heatsGiven = app.count("--heats") > 0;
+  if (line.task == Task::kFast && heatsGiven && line.field.heats == 0) {
+    return app.Wrong("--fast needs an end: it does not go with --heats 0");
+  }
+  if (!heatsGiven) line.field.heats = line.field.mode == 0 ? 6 : 1;
+  if (!line.compared.empty()) line.task = Task::kCompare;
+  return line;
+}
+
+}  // namespace quorvane::field

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "journal/journal_reader.h"
+#include "programs/replay_options.h"
+
+namespace quorvane {
+
+// The text of a journal, from a regular file or, for "-", from standard input. What has no end (a device, a
+// pipe with a name) is not waited for, and what is longer than any session is given up. False: `problem` says
+// why.
+bool ReadJournalText(const std::string& path, std::string& text, std::string& problem);
+
+// Asked before anything is written: why one of the files that the command names must not be, as a line for
+// the operator. Never written over are the journal, the files that it names (--project only if it exists, and
+// not when the command says "in place"), one output by another, and what is no output of this kind.
+std::optional<std::string> WhyNotRun(const ReplayCommand& command, const SessionJournal& journal);
+
+}  // namespace quorvane

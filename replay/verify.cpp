@@ -1,0 +1,237 @@
+#include "replay/verify.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <optional>
+#include <set>
+#include <utility>
+
+#include "base/text.h"
+#include "journal/journal_text.h"
+#include "records/profile_file.h"
+#include "records/project.h"
+
+namespace quorvane {
+namespace {
+
+struct Difference {
+  std::int64_t ms;
+  std::string what;
+};
+
+using Differences = std::vector<Difference>;
+
+// Nothing when the file cannot be read.
+std::optional<std::string> Bytes(const std::string& path) {
+  std::string bytes;
+  FileStamp stamp;
+  if (SystemFiles().ReadFile(path, std::size_t{1} << 30, bytes, stamp)) return std::nullopt;
+  return bytes;
+}
+
+std::string Whole(const std::string& path) {
+  return std::filesystem::weakly_canonical(path).string();
+}
+
+std::string FrameText(const std::vector<Replay::Frame>& frames, std::size_t index) {
+  if (index >= frames.size()) return "none";
+  std::string record = SentRecord(frames[index].ms, frames[index].bytes);
+  record.pop_back();
+  return "\"" + record + "\"";
+}
+
+void CompareFrames(const SessionJournal& journal, const std::vector<Replay::Frame>& replayed,
+                   Differences& differences) {
+  std::vector<Replay::Frame> recorded;
+  for (const JournalRecord& record : journal.records) {
+    if (record.kind == JournalRecord::Kind::Sent) recorded.push_back({record.ms, record.event.bytes});
+  }
+  const auto equal = [](const Replay::Frame& a, const Replay::Frame& b) {
+    return a.ms == b.ms && a.bytes == b.bytes;
+  };
+  const auto [first, second] =
+      std::mismatch(recorded.begin(), recorded.end(), replayed.begin(), replayed.end(), equal);
+  if (first == recorded.end() && second == replayed.end()) return;
+  // A session that was killed may have lost what its last event sent.
+  const bool lostTail = first == recorded.end() && !journal.hasEnd && second->ms >= journal.LastMs();
+  if (lostTail) return;
+  const auto index = static_cast<std::size_t>(first - recorded.begin());
+  std::int64_t ms = kLastJournalMs;
+  if (first != recorded.end()) ms = std::min(ms, first->ms);
+  if (second != replayed.end()) ms = std::min(ms, second->ms);
+  differences.push_back({ms, "frame " + std::to_string(index + 1) + ": recorded " +
+                                 FrameText(recorded, index) + ", replayed " + FrameText(replayed, index)});
+}
+
+using Name = std::pair<std::string, std::string>;  // section, key
+
+std::set<Name> NamesIn(const std::string& bytes) {
+  std::set<Name> names;
+  std::string section;
+  std::string text = bytes;
+  std::replace(text.begin(), text.end(), '\r', '\n');
+  for (const std::string& line : Split(text, '\n')) {
+    const std::size_t equals = line.find('=');
+    if (line.starts_with('[')) {
+      section = line.substr(1, line.find(']') - 1);
+    } else if (equals != std::string::npos) {
+      names.emplace(section, line.substr(0, equals));
+    }
+  }
+  return names;
+}
+
+std::string ValueText(const std::optional<std::string>& value) {
+  return value ? JsonString(*value) : "none";
+}
+
+// When the replay last gave the entry another value: that is where it took the other way.
+std::int64_t TimeOfChange(const Name& name, const std::vector<const ReplayFiles::Version*>& versions,
+                          std::int64_t otherwise) {
+  std::int64_t ms = otherwise;
+  std::optional<std::string> before;
+  for (const ReplayFiles::Version* version : versions) {
+    std::optional<std::string> now = ProfileFile(version->bytes).Read(name.first, name.second);
+    if (now != before) ms = version->ms;
+    before = std::move(now);
+  }
+  return ms;
+}
+
+// The race that an entry belongs to: "Race5" for the section "Race5" or "Race5_Lane2", "Refly1" likewise,
+// otherwise "". Which refly repeats a race may be said in it much later.
+std::string RaceOf(const Name& name) {
+  const std::string race = name.first.substr(0, name.first.find('_'));
+  for (const std::string_view word : {"Race", "Refly"}) {
+    const bool numbered = race.starts_with(word) && race.size() > word.size() &&
+                          race.find_first_not_of("0123456789", word.size()) == std::string::npos;
+    if (numbered) return name.second == "ReflyID" ? "" : race;
+  }
+  return "";
+}
+
+// One project file as the session left it, and as the replay did.
+class ProjectComparison {
+ public:
+  ProjectComparison(const SessionJournal& journal, Replay& replay, std::string path, std::string recorded,
+                    const std::string& copyPath)
+      : journal_(journal),
+        replay_(replay),
+        path_(std::move(path)),
+        recordedBytes_(std::move(recorded)),
+        replayedBytes_(Bytes(copyPath).value_or("")) {
+    const std::string fullPath = Whole(copyPath);
+    for (const auto& version : replay.files().Versions()) {
+      if (version.path == copyPath || version.path == fullPath) versions_.push_back(&version);
+    }
+  }
+
+  void Compare(Differences& differences, std::vector<std::string>& notes) {
+    if (recordedBytes_ == replayedBytes_) return;
+    std::set<Name> names = NamesIn(recordedBytes_);
+    names.merge(NamesIn(replayedBytes_));
+    Differences inRaces;
+    Differences elsewhere;
+    for (const Name& name : names) {
+      const std::string race = RaceOf(name);
+      if (!race.empty() && IsLater(race)) {
+        later_.insert(race);
+      } else if (auto difference = DifferenceIn(name)) {
+        (race.empty() ? elsewhere : inRaces).push_back(std::move(*difference));
+      }
+    }
+    // What is no race follows the contest, which has gone on when the journal has no end, or races have come.
+    const bool goneOn = !journal_.hasEnd || !later_.empty();
+    if (!goneOn && inRaces.empty() && elsewhere.empty()) {
+      elsewhere.push_back({replay_.Now(), path_ + ": the same values, differently written"});
+    }
+    differences.insert(differences.end(), inRaces.begin(), inRaces.end());
+    if (!goneOn) differences.insert(differences.end(), elsewhere.begin(), elsewhere.end());
+    if (!later_.empty()) notes.push_back(path_ + " has gone on after the journal: " + Joined(later_));
+  }
+
+ private:
+  static std::string Joined(const std::set<std::string>& words) {
+    std::string text;
+    for (const std::string& word : words) text += (text.empty() ? "" : ", ") + word;
+    return text;
+  }
+
+  // Whether the race was saved after the journal's last moment.
+  bool IsLater(const std::string& race) const {
+    const std::string saved = recorded_.Read(race, "Timestamp").value_or("");
+    const double lastSecond =
+        LeadingNumber(TimestampText(AddMilliseconds(journal_.start, journal_.LastMs())));
+    const double moment = LeadingNumber(saved);
+    return moment > lastSecond || (moment == lastSecond && replayed_.Read(race, "Timestamp") != saved);
+  }
+
+  std::optional<Difference> DifferenceIn(const Name& name) const {
+    const auto was = recorded_.Read(name.first, name.second);
+    const auto is = replayed_.Read(name.first, name.second);
+    if (was == is) return std::nullopt;
+    const std::int64_t ms = TimeOfChange(name, versions_, replay_.Now());
+    // A session that was killed may have lost what its last event saved.
+    if (!journal_.hasEnd && ms >= journal_.LastMs()) return std::nullopt;
+    return Difference{ms, path_ + ": [" + name.first + "] " + name.second + ": recorded " + ValueText(was) +
+                              ", replayed " + ValueText(is)};
+  }
+
+  const SessionJournal& journal_;
+  Replay& replay_;
+  const std::string path_;
+  const std::string recordedBytes_;
+  const std::string replayedBytes_;
+  const ProfileFile recorded_{recordedBytes_};
+  const ProfileFile replayed_{replayedBytes_};
+  std::vector<const ReplayFiles::Version*> versions_;
+  std::set<std::string> later_;
+};
+
+// Returns what was compared, for the operator. A file that the session has named, but not opened as its
+// project, is none of its work.
+std::string CompareProjects(const SessionJournal& journal, Replay& replay, const std::string& project,
+                            Differences& differences, std::vector<std::string>& notes) {
+  std::string compared;
+  for (const ReplayFolder::Copy& copy : replay.folder().Copies()) {
+    const bool otherName = journal.sameFiles.contains(copy.original);
+    if (otherName || !replay.Projects().contains(copy.path)) continue;
+    const bool open = Whole(copy.path) == Whole(replay.program().race().ProjectFile);
+    const std::string recorded = open && !project.empty() ? project : copy.original;
+    if (auto bytes = Bytes(recorded)) {
+      ProjectComparison(journal, replay, recorded, std::move(*bytes), copy.path).Compare(differences, notes);
+      compared += ", " + recorded;
+    } else if (FileExists(copy.path)) {
+      notes.push_back(recorded + (FileExists(recorded) ? " cannot be read" : " is not there") +
+                      " and was not compared");
+    }
+  }
+  return compared;
+}
+
+// "same", and up to where when the journal does not go to the end of its session.
+std::string SameWords(const SessionJournal& journal) {
+  if (journal.hasEnd) return "same";
+  const std::string ms = std::to_string(journal.LastMs()) + " ms, where the ";
+  return "same up to " + ms + (journal.stoppedMs >= 0 ? "recording was stopped" : "journal breaks off");
+}
+
+}  // namespace
+
+Verdict Verify(const SessionJournal& journal, Replay& replay, const std::string& project) {
+  Verdict verdict;
+  Differences differences;
+  CompareFrames(journal, replay.Sent(), differences);
+  const std::string compared = CompareProjects(journal, replay, project, differences, verdict.notes);
+  verdict.same = differences.empty();
+  if (verdict.same) {
+    verdict.text = SameWords(journal) + ": " + std::to_string(replay.Sent().size()) + " frames" + compared;
+    return verdict;
+  }
+  const auto first = std::min_element(differences.begin(), differences.end(),
+                                      [](const Difference& a, const Difference& b) { return a.ms < b.ms; });
+  verdict.text = "different at " + std::to_string(first->ms) + " ms: " + first->what;
+  return verdict;
+}
+
+}  // namespace quorvane

@@ -1,0 +1,234 @@
+#include "results/race_records.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <map>
+#include <set>
+#include <utility>
+
+#include "base/text.h"
+#include "lane/lane_log.h"
+#include "lane/lane_text.h"
+#include "records/lane_colors.h"
+#include "records/profile_file.h"
+#include "records/project.h"
+
+namespace quorvane {
+namespace {
+
+constexpr int kMostLapsListed = 11;
+constexpr double kLastDay = 2958466.0;  // the first of January 10000 as a day serial
+
+// The whole number at the start of the text when it is one from 1 to kLastRace, otherwise 0.
+int PositiveNumber(std::string_view text) {
+  const double number = std::nearbyint(LeadingNumber(text));
+  return number >= 1.0 && number <= kLastRace ? static_cast<int>(number) : 0;
+}
+
+// What follows `name`, as in "12 (h=4, r=3)".
+int NumberAfter(const std::string& text, std::string_view name) {
+  const std::size_t at = text.find(name);
+  return at == std::string::npos ? 0 : PositiveNumber(std::string_view(text).substr(at + name.size()));
+}
+
+LocalDateTime DateOfSerial(double serial) {
+  using namespace std::chrono;
+  const double seconds = std::nearbyint(std::clamp(serial, 0.0, kLastDay) * 86400.0);
+  const auto last = static_cast<std::int64_t>(kLastDay) * 86400 - 1;
+  const std::int64_t whole = std::min(static_cast<std::int64_t>(seconds), last);
+  const sys_days zero = year(1899) / 12 / 30;
+  const year_month_day date(zero + days(whole / 86400));
+  const auto ofDay = static_cast<int>(whole % 86400);
+  return {static_cast<int>(date.year()),
+          static_cast<int>(static_cast<unsigned>(date.month())),
+          static_cast<int>(static_cast<unsigned>(date.day())),
+          ofDay / 3600,
+          ofDay / 60 % 60,
+          ofDay % 60};
+}
+
+std::string RaceSection(int race) {
+  return "Race" + std::to_string(race);
+}
+std::string ReflySection(int refly) {
+  return "Refly" + std::to_string(refly);
+}
+
+bool SectionHasRun(const ProjectSource& project, const std::string& section) {
+  return LeadingNumber(project.read(section, "Timestamp", "0")) > 0.0;
+}
+
+// The refly that stands for the race, 0 when the race stands for itself. A race that points to a refly that
+// is not there must not disappear.
+int ReflyOf(const ProjectSource& project, int race) {
+  const int refly = PositiveNumber(project.read(RaceSection(race), "ReflyID", "0"));
+  return refly != 0 && SectionHasRun(project, ReflySection(refly)) ? refly : 0;
+}
+
+// Of two laps with the same number the later one counts, as in the recount.
+void AddLap(LaneRecord& lane, const LaneEvent& event) {
+  if (event.Count < 1 || event.Count > kMostLapsListed) return;
+  std::erase_if(lane.laps, [&](const LapRecord& lap) { return lap.count == event.Count; });
+  lane.laps.push_back({event.Count, event.EventTime});
+}
+
+// A novice's log begins with two laps of the same moment, the first one free.
+bool BeginsWithFreeLap(const LaneLog& log) {
+  const LaneEvent* first = nullptr;
+  for (int i = 0; i < log.EventCount(); ++i) {
+    if (log[i].Kind != "L") continue;
+    if (first != nullptr) {
+      return first->Count == 1 && log[i].Count == 2 && log[i].EventTime == first->EventTime;
+    }
+    first = &log[i];
+  }
+  return false;
+}
+
+// What "Current" says holds for a race that has not run; one that has run kept its own heat and round.
+RaceRecord ReadHeader(const ProjectSource& project, int race, const std::string& section) {
+  RaceRecord record;
+  record.number = race;
+  record.eventName = project.read("Current", "Title", "");
+  record.projectFile = project.file;
+  const int heats = std::max(1, PositiveNumber(project.read("Current", "HeatsPerRound", "1")));
+  record.round = (race - 1) / heats + 1;
+  record.heat = (race - 1) % heats + 1;
+
+  const double serial = LeadingNumber(project.read(section, "Timestamp", "0"));
+  record.hasRun = serial > 0.0;
+  if (!record.hasRun) return record;
+  record.when = DateOfSerial(serial);
+  record.comments = project.read(section, "Comments", kDefaultComments);
+  const std::string place = project.read(section, "CurrentRace", "");
+  const int heat = NumberAfter(place, "h=");
+  const int round = NumberAfter(place, "r=");
+  if (heat != 0 && round != 0) {
+    record.heat = heat;
+    record.round = round;
+  }
+  const double mode = LeadingNumber(project.read(section, "RaceMode", ""));
+  if (mode >= 1.0 && mode < 7.0) SetMode(record, static_cast<int>(mode));
+  return record;
+}
+
+RaceRecord ReadFlight(const ProjectSource& project, int race, int refly) {
+  const std::string section = refly == 0 ? RaceSection(race) : ReflySection(refly);
+  RaceRecord record = ReadHeader(project, race, section);
+  record.refly = refly;
+  MarkLanes(record, project.laneColorScheme);
+  if (!record.hasRun) return record;
+  for (LaneRecord& lane : record.lanes) {
+    const std::string laneSection = section + "_Lane" + std::to_string(lane.lane);
+    const auto value = [&](const std::string& key, const std::string& fallback) {
+      return project.read(laneSection, key, fallback);
+    };
+    ReadLane(lane, ReadLog(value), record.mode);
+    lane.placing = value("Placing", "");
+    lane.position = value("Position", "");
+  }
+  return record;
+}
+
+RaceRecord ReadRepeated(const ProjectSource& project, int race, int refly, int reflownBy) {
+  RaceRecord record = ReadFlight(project, race, refly);
+  record.reflownBy = reflownBy;
+  record.stands = false;
+  return record;
+}
+
+// A refly that was itself repeated stays in the file with nothing that points to it.
+void ReadRepeatedReflys(const ProjectSource& project, const std::map<int, int>& reflyOfRace,
+                        std::vector<RaceRecord>& races) {
+  std::set<int> standing;
+  for (const auto& [race, refly] : reflyOfRace) standing.insert(refly);
+  const int last = ReflysCounted(project);
+  for (int refly = 1; refly <= last; ++refly) {
+    const std::string section = ReflySection(refly);
+    if (standing.contains(refly) || !SectionHasRun(project, section)) continue;
+    const int race = PositiveNumber(project.read(section, "CurrentRace", ""));
+    const auto by = reflyOfRace.find(race);
+    races.push_back(ReadRepeated(project, race, refly, by == reflyOfRace.end() ? 0 : by->second));
+  }
+}
+
+}  // namespace
+
+void SetMode(RaceRecord& record, int mode) {
+  record.mode = mode;
+  record.modeName = kRaceModeNames[static_cast<std::size_t>(mode - 1)];
+}
+
+void MarkLanes(RaceRecord& record, std::int16_t laneColorScheme) {
+  RaceState colors;
+  colors.LaneColorScheme = laneColorScheme;
+  for (int i = 1; i <= 4; ++i) {
+    LaneRecord& lane = record.lanes[static_cast<std::size_t>(i - 1)];
+    lane.lane = i;
+    lane.name = LaneColorName(colors, i);
+    lane.low = LaneLowColor(colors, i);
+    lane.high = LaneHighColor(colors, i);
+    lane.flies = record.mode < kFirstFaiMode || i < 4;
+  }
+}
+
+void ReadLane(LaneRecord& lane, const LaneLog& log, int mode) {
+  const LapRecount count = RecountLaps(log, mode >= kFirstFaiMode);
+  const bool hasResult = count.laps >= count.lapTarget && count.cutsBeforeFinish < 2;
+  lane.final = hasResult ? count.finalTime : LaneRecord::kNoResult;
+  lane.lapTarget = count.lapTarget;
+  lane.novice = BeginsWithFreeLap(log);
+  for (int i = 0; i < log.EventCount(); ++i) {
+    const LaneEvent& event = log[i];
+    if (event.Kind == "L") AddLap(lane, event);
+    if (event.Kind == "C") lane.cuts.push_back({event.SourceName, event.EventTime, event.Count});
+    if (event.Kind == "T") lane.turns.push_back(event.EventTime);
+  }
+  for (LapRecord& lap : lane.laps) {
+    lap.credited = lane.novice && lap.count == 1;
+    lap.finishing =
+        lane.final < LaneRecord::kNoResult && lap.count == count.lapTarget && lap.time == count.finalTime;
+  }
+}
+
+RaceRecord ReadStandingHeader(const ProjectSource& project, int race) {
+  const int refly = ReflyOf(project, race);
+  RaceRecord record = ReadHeader(project, race, refly == 0 ? RaceSection(race) : ReflySection(refly));
+  record.refly = refly;
+  return record;
+}
+
+int ReflysCounted(const ProjectSource& project) {
+  return PositiveNumber(project.read("Current", "NumberReflys", "0"));
+}
+
+ProjectSource OpenProject(Project& project, const RaceState& race) {
+  return {[&project](const std::string& section, const std::string& key, const std::string& fallback) {
+            return project.GetProjectValue(section, key, fallback);
+          },
+          TextFromBytes(race.ProjectFile), race.LaneColorScheme};
+}
+
+RaceRecord ReadRace(const ProjectSource& project, int race) {
+  return ReadFlight(project, race, ReflyOf(project, race));
+}
+
+ContestRecord ReadContest(const ProjectSource& project) {
+  ContestRecord contest{project.read("Current", "Title", ""), project.file, {}};
+  std::map<int, int> reflyOfRace;
+  for (int race = 1; race <= kLastRace; ++race) {
+    if (!SectionHasRun(project, RaceSection(race))) continue;
+    const int refly = ReflyOf(project, race);
+    contest.races.push_back(ReadFlight(project, race, refly));
+    if (refly == 0) continue;
+    reflyOfRace[race] = refly;
+    contest.races.push_back(ReadRepeated(project, race, 0, refly));
+  }
+  ReadRepeatedReflys(project, reflyOfRace, contest.races);
+  std::stable_sort(contest.races.begin(), contest.races.end(),
+                   [](const RaceRecord& a, const RaceRecord& b) { return a.number < b.number; });
+  return contest;
+}
+
+}  // namespace quorvane

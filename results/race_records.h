@@ -1,0 +1,53 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+
+#include "forms/platform.h"
+#include "race/race_state.h"
+#include "records/race_record.h"
+
+namespace quorvane {
+
+class LaneLog;
+class Project;
+
+// Reads one value: section, key, fallback.
+using ProjectReader = std::function<std::string(const std::string&, const std::string&, const std::string&)>;
+
+// A project file, open in the console or only read. What it says may have been edited by hand: values that
+// make no sense read as if they were missing.
+struct ProjectSource {
+  ProjectReader read;
+  std::string file = {};  // its path as text, for the record
+  // How the lanes are marked; the file does not say. 9 names them by number.
+  std::int16_t laneColorScheme = 9;
+};
+
+// The project of the console. Good for as long as the project lives.
+ProjectSource OpenProject(Project& project, const RaceState& race);
+
+// The flight that stands for the race: its refly, or the race itself. A race that has not run gives a record
+// with hasRun false. Races are 1..32767.
+RaceRecord ReadRace(const ProjectSource& project, int race);
+
+// Every flight in the file. Looks at every race number there is, so that no hole hides a race; read an open
+// project inside a Project::Group, which looks at the disk once.
+ContestRecord ReadContest(const ProjectSource& project);
+
+// The parts of a record, for a race that is not only in the file.
+
+inline constexpr const char* kDefaultComments = "No comments";
+inline constexpr int kFirstFaiMode = 4;
+
+// Number, heat, round, mode, date and comments of the flight that stands for the race.
+RaceRecord ReadStandingHeader(const ProjectSource& project, int race);
+int ReflysCounted(const ProjectSource& project);
+void SetMode(RaceRecord& record, int mode);  // 1..6
+// Number, marking and whether it flies, of each lane; the mode must be set.
+void MarkLanes(RaceRecord& record, std::int16_t laneColorScheme);
+// Laps, cuts, turns and result of a lane, from its log.
+void ReadLane(LaneRecord& lane, const LaneLog& log, int mode);
+
+}  // namespace quorvane

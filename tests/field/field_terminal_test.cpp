@@ -1,0 +1,76 @@
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <poll.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+
+#include "field/pseudo_terminal.h"
+
+namespace quorvane::field {
+namespace {
+
+namespace fs = std::filesystem;
+
+// Every byte value, so that anything but raw mode shows.
+std::vector<std::uint8_t> AllBytes() {
+  std::vector<std::uint8_t> bytes;
+  for (int i = 0; i < 256; ++i) bytes.push_back(static_cast<std::uint8_t>(i));
+  return bytes;
+}
+
+std::vector<std::uint8_t> ReadFrom(int file, std::size_t wanted) {
+  std::vector<std::uint8_t> bytes;
+  pollfd state{file, POLLIN, 0};
+  while (bytes.size() < wanted && poll(&state, 1, 2000) > 0) {
+    std::uint8_t byte = 0;
+    if (read(file, &byte, 1) != 1) break;
+    bytes.push_back(byte);
+  }
+  return bytes;
+}
+
+TEST(FieldTerminal, CarriesBytesThroughItsLinkAndSurvivesReopening) {
+  const fs::path folder = fs::temp_directory_path() / ("field-terminal-" + std::to_string(getpid()));
+  fs::create_directories(folder);
+  const std::string link = folder / "port";
+  fs::create_symlink("/dev/pts/9999", link);  // of a field that was killed
+  std::string error;
+  auto terminal = PseudoTerminal::Open(link, error);
+  ASSERT_TRUE(terminal) << error;
+  for (int opening = 0; opening < 2; ++opening) {
+    EXPECT_FALSE(terminal->Connected());
+    terminal->Write(AllBytes());  // nobody hears it
+    const int console = open(link.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK);
+    ASSERT_GE(console, 0);
+    EXPECT_TRUE(terminal->Connected());
+    terminal->Write(AllBytes());
+    EXPECT_EQ(ReadFrom(console, 256), AllBytes());
+    EXPECT_EQ(write(console, AllBytes().data(), 256), 256);
+    terminal->Wait(1000);
+    EXPECT_EQ(terminal->Read(), AllBytes());
+    terminal->Write(AllBytes());  // left unread
+    close(console);
+  }
+  // A hung-up terminal must not make the caller spin.
+  const auto before = std::chrono::steady_clock::now();
+  terminal->Wait(30);
+  EXPECT_GE(std::chrono::steady_clock::now() - before, std::chrono::milliseconds(25));
+  terminal.reset();
+  EXPECT_FALSE(fs::is_symlink(link));
+
+  fs::create_symlink("precious", link);
+  for (int i = 0; i < 2; ++i) {
+    EXPECT_FALSE(PseudoTerminal::Open(link, error));
+    EXPECT_EQ(error, link + " exists and is not a link of a simulated field");
+    EXPECT_EQ(fs::is_symlink(link), i == 0);
+    fs::remove(link);
+    std::ofstream(link) << "precious";
+  }
+  fs::remove_all(folder);
+}
+
+}  // namespace
+}  // namespace quorvane::field

@@ -1,0 +1,77 @@
+// The command line of quorvane-results and the files it touches.
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <iterator>
+#include <sstream>
+#include <tuple>
+
+#include "programs/results_program.h"
+#include "tests/support/scratch_folder.h"
+
+namespace quorvane {
+namespace {
+
+std::optional<ResultsOptions> Parse(const std::string& line, std::string& error) {
+  std::istringstream words(line);
+  return ParseResultsOptions({std::istream_iterator<std::string>(words), {}}, error);
+}
+
+TEST(ResultsOptions, TellWhatIsWanted) {
+  using enum ResultsFormat;
+  const std::tuple<std::string, ResultsFormat, bool, std::string, std::string> cases[] = {
+      {"a.ini", Text, false, "", "a.ini"},
+      {"--format csv --bom a.ini -o b.csv", Csv, true, "b.csv", "a.ini"},
+      {"--format=html --output=b.html a.ini", Html, false, "b.html", "a.ini"},
+      {"--output -- -- -a.ini", Text, false, "--", "-a.ini"},
+      {"a.ini --format text --format json", Json, false, "", "a.ini"},
+  };
+  for (const auto& [line, format, mark, output, project] : cases) {
+    std::string error;
+    const auto options = Parse(line, error);
+    ASSERT_TRUE(options) << error;
+    EXPECT_EQ(std::tie(options->format, options->byteOrderMark, options->output, options->project),
+              std::tie(format, mark, output, project))
+        << line;
+  }
+}
+
+TEST(ResultsOptions, ABadCommandLineIsOneLine) {
+  for (const char* line : {"", "a.ini b.ini", "--format xml a.ini", "--format", "a.ini -o", "--output= a.ini",
+                           "--what a.ini", "-x a.ini", "--bom a.ini", "--bom=1 --format csv a.ini", "--"}) {
+    std::string error;
+    EXPECT_FALSE(Parse(line, error)) << line;
+    EXPECT_FALSE(error.empty()) << line;
+    EXPECT_EQ(error.find('\n'), std::string::npos) << error;
+  }
+}
+
+TEST(ResultsFile, ReplacesAFileAndNothingElse) {
+  const ScratchFolder folder;
+  const std::string project = folder / "cup.ini";
+  PutFile(project, "[Current]\nTitle=Cup\n");
+  std::filesystem::create_symlink(project, folder / "link.html");
+  std::filesystem::create_directory(folder / "folder");
+  EXPECT_EQ(SaveResults(SystemFiles(), folder / "new.html", project, "one"), std::nullopt);
+  EXPECT_EQ(SaveResults(SystemFiles(), folder / "new.html", project, "two"), std::nullopt);
+  EXPECT_EQ(FileBytes(folder / "new.html"), "two");
+  PutFile(folder / "settings.ini", "[frmSerialPort]\nMore=1\n");
+  for (const char* name : {"cup.ini", "link.html", "folder", "no/folder.html", "settings.ini"}) {
+    EXPECT_NE(SaveResults(SystemFiles(), folder / name, project, "x"), std::nullopt) << name;
+  }
+  EXPECT_EQ(FileBytes(project), "[Current]\nTitle=Cup\n");
+}
+
+TEST(ResultsFile, AProjectThatCannotBeReadIsAnErrorAndAnyOtherFileAContest) {
+  const ScratchFolder folder;
+  ContestRecord contest;
+  EXPECT_TRUE(ReadProject(SystemFiles(), folder / "none.ini", contest));
+  EXPECT_TRUE(ReadProject(SystemFiles(), folder.path().string(), contest));
+  PutFile(folder / "noise.ini", std::string("\xFF\x00[Race1\x01]\n=\n[", 13));
+  EXPECT_FALSE(ReadProject(SystemFiles(), folder / "noise.ini", contest));
+  EXPECT_TRUE(contest.races.empty());
+}
+
+}  // namespace
+}  // namespace quorvane

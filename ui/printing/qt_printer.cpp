@@ -1,0 +1,209 @@
+#include "ui/printing/qt_printer.h"
+
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QEventLoop>
+#include <QMessageBox>
+#include <QPointer>
+#include <QPrinter>
+#include <QPrinterInfo>
+#include <QProgressDialog>
+#include <QTimer>
+#include <cstdio>
+
+#include "ui/printing/printer_setup.h"
+#include "ui/widgets/look.h"
+
+namespace quorvane {
+namespace {
+
+constexpr const char* kSection = "Printer";
+constexpr int kIdleEndMs = 1000;
+constexpr int kHangingEndMs = 100;
+constexpr int kLongestToldMs = 60000;  // a program that a signal has ended must end
+constexpr const char* kLooking = "Looking for printers ...";
+
+QString RaceName(const RaceRecord& race) {
+  return QStringLiteral("race %1%2")
+      .arg(race.number)
+      .arg(race.refly != 0 ? QStringLiteral(" refly") : QString());
+}
+
+PrintOutcome NotPrinted(const QString& reason, const QString& race) {
+  return {false, reason + QStringLiteral(": ") + race + QStringLiteral(" not printed")};
+}
+
+PrintOutcome Spool(const PrinterChoice& choice, const RaceRecord& race, const Imprint& imprint) {
+  const QString what = RaceName(race);
+  const QPrinterInfo info =
+      choice.name.isEmpty() ? QPrinterInfo::defaultPrinter() : QPrinterInfo::printerInfo(choice.name);
+  if (info.isNull()) {
+    return NotPrinted(
+        choice.name.isEmpty() ? QStringLiteral("No printer") : QStringLiteral("No printer ") + choice.name,
+        what);
+  }
+  const QString name = info.printerName();
+  const PrintQueue queue = AskPrintQueue(name);
+  if (queue.refuses) return OutcomeOf(name, queue, what);
+  {
+    QPrinter printer(info, QPrinter::HighResolution);
+    printer.setFullPage(true);
+    printer.setDocName(QStringLiteral("Quorvane ") + what);
+    if (!printer.isValid() || !PutOnPaper(printer, printer.resolution(), choice.paper, {race}, imprint)) {
+      return NotPrinted(QStringLiteral("Printer trouble"), what);
+    }
+  }
+  const QString refusal = LastRefusal();
+  if (!refusal.isEmpty()) return NotPrinted(name + QStringLiteral(" took no job (") + refusal + ')', what);
+  return OutcomeOf(name, queue, what);
+}
+
+}  // namespace
+
+PrintOutcome OutcomeOf(const QString& printer, const PrintQueue& queue, const QString& race) {
+  if (queue.refuses) return NotPrinted(printer + QStringLiteral(" refuses jobs"), race);
+  if (queue.paused)
+    return {false, printer + QStringLiteral(" is paused: ") + race + QStringLiteral(" waits there")};
+  return {true, QStringLiteral("R") + race.mid(1) + QStringLiteral(" sent to ") + printer};
+}
+
+PrinterChoice LoadPrinterChoice(const SettingsStore& settings) {
+  PrinterChoice choice{ToQString(settings.GetSetting(kSection, "Name", "")), UsualPaper()};
+  PaperNamed(settings.GetSetting(kSection, "Paper", ""), choice.paper);
+  return choice;
+}
+
+void SavePrinterChoice(SettingsStore& settings, const PrinterChoice& choice) {
+  settings.SaveSetting(kSection, "Name", choice.name.toStdString());
+  settings.SaveSetting(kSection, "Paper", PaperName(choice.paper));
+}
+
+QtHeatPrinter::QtHeatPrinter(Program& program, Platform& platform, QWidget* console)
+    : program_(program),
+      platform_(platform),
+      console_(console),
+      preview_(std::make_unique<PreviewForm>(platform)),
+      spooler_(Spool) {
+  program_.judge().SetPrinter(this);
+}
+
+QtHeatPrinter::~QtHeatPrinter() {
+  program_.judge().SetPrinter(nullptr);
+}
+
+Imprint QtHeatPrinter::Now() {
+  return {frmAbout::ProgramName(), program_.door().LocalNow()};
+}
+
+void QtHeatPrinter::PrintHeat(const RaceRecord& race) {
+  const QString what = RaceName(race);
+  Later(printing_,
+        {QStringLiteral("Printing %1 ...").arg(what),
+         QStringLiteral("The print server does not answer: %1 may not be printed").arg(what)},
+        [spool = spooler_, choice = LoadPrinterChoice(platform_.Settings()), race, imprint = Now()] {
+          return spool(choice, race, imprint);
+        });
+}
+
+void QtHeatPrinter::SaveHeat(const RaceRecord& race, const std::string& path) {
+  const Paper paper = LoadPrinterChoice(platform_.Settings()).paper;
+  const std::vector<std::string> inUse{program_.race().ProjectFile};
+  const QString file = QString::fromStdString(path);
+  Later(filing_,
+        {QStringLiteral("Saving the PDF of %1 ...").arg(RaceName(race)),
+         QStringLiteral("The disk does not answer: %1 may not be saved").arg(file)},
+        [file, paper, race, imprint = Now(), inUse]() -> PrintOutcome {
+          const QString trouble = WritePdf(file, paper, {race}, imprint, inUse);
+          if (trouble.isEmpty()) return {true, QStringLiteral("PDF saved: ") + RaceName(race)};
+          return {false, QStringLiteral("PDF not saved: ") + trouble};
+        });
+}
+
+// After the event: drawing the page takes longer than an event should.
+void QtHeatPrinter::PreviewHeat(const RaceRecord& race) {
+  const Paper paper = LoadPrinterChoice(platform_.Settings()).paper;
+  QMetaObject::invokeMethod(
+      this, [this, race, imprint = Now(), paper] { preview_->Open(race, imprint, paper); },
+      Qt::QueuedConnection);
+}
+
+// A thread may be left behind and this object gone before the work comes back.
+void QtHeatPrinter::Later(WorkThread& thread, const OnItsWay& report, std::function<PrintOutcome()> work) {
+  const int job = ++lastJob_;
+  onTheirWay_[job] = report;
+  program_.judge().ShowNotice(report.doing.toStdString());
+  thread.Do([self = QPointer<QtHeatPrinter>(this), job, work = std::move(work)] {
+    const PrintOutcome outcome = work();
+    QMetaObject::invokeMethod(qApp, [self, job, outcome] {
+      if (self) self->Ended(job, outcome);
+    });
+  });
+}
+
+// One that hangs stays in sight behind the outcome of another.
+void QtHeatPrinter::Ended(int job, const PrintOutcome& outcome) {
+  onTheirWay_.erase(job);
+  if (finishing_ && !outcome.good) unsaid_ << outcome.notice;
+  QString notice = outcome.notice;
+  if (!onTheirWay_.empty()) notice += '\n' + onTheirWay_.begin()->second.doing;
+  program_.door().Post([this, text = notice.toStdString()] { program_.judge().ShowNotice(text); });
+}
+
+void QtHeatPrinter::Wait(int longestMs) {
+  QProgressDialog box(
+      QStringLiteral("A report is still on its way. Quorvane closes soon, with or without it."), {}, 0, 0,
+      console_);
+  box.setWindowTitle(QStringLiteral("Close Quorvane"));
+  box.setWindowModality(Qt::ApplicationModal);
+  box.show();
+  QEventLoop loop;
+  QTimer look;
+  const QDeadlineTimer deadline(longestMs);
+  QObject::connect(&look, &QTimer::timeout, &loop, [&] {
+    if (onTheirWay_.empty() || deadline.hasExpired()) loop.quit();
+  });
+  look.start(20);
+  loop.exec();
+}
+
+void QtHeatPrinter::Finish(int longestMs) {
+  finishing_ = true;
+  if (!onTheirWay_.empty()) Wait(longestMs);
+  for (const auto& [job, report] : onTheirWay_) unsaid_ << report.unknown;
+  for (WorkThread* thread : {&printing_, &filing_})
+    thread->End(onTheirWay_.empty() ? kIdleEndMs : kHangingEndMs);
+  onTheirWay_.clear();
+  unsaid_.removeDuplicates();
+  if (unsaid_.isEmpty()) return;
+  const QString told = unsaid_.join(QStringLiteral(".\n")) + '.';
+  std::fprintf(stderr, "quorvane: %s\n", told.toLocal8Bit().constData());
+  QMessageBox box(QMessageBox::Warning, QStringLiteral("Close Quorvane"), told, QMessageBox::Ok, console_);
+  box.setTextFormat(Qt::PlainText);
+  QTimer::singleShot(kLongestToldMs, &box, &QDialog::reject);
+  box.exec();
+}
+
+// The box opens when the printers are known, and reception goes on behind it.
+void QtHeatPrinter::SetUpPrinter() {
+  program_.judge().ShowNotice(kLooking);
+  printing_.Do([self = QPointer<QtHeatPrinter>(this)] {
+    const QStringList printers = QPrinterInfo::availablePrinterNames();
+    const QString usual = QPrinterInfo::defaultPrinterName();
+    QMetaObject::invokeMethod(qApp, [self, printers, usual] {
+      if (self) self->Offer(printers, usual);
+    });
+  });
+}
+
+void QtHeatPrinter::Offer(const QStringList& printers, const QString& usual) {
+  program_.door().Post([this] {
+    if (program_.judge().lblNotice.Caption() == kLooking) program_.judge().ShowNotice({});
+  });
+  auto* setup = new PrinterSetup(printers, usual, LoadPrinterChoice(platform_.Settings()), console_);
+  QObject::connect(setup, &QDialog::accepted, this,
+                   [this, setup] { SavePrinterChoice(platform_.Settings(), setup->Choice()); });
+  setup->setAttribute(Qt::WA_DeleteOnClose);
+  setup->open();
+}
+
+}  // namespace quorvane

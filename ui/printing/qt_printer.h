@@ -1,0 +1,84 @@
+#pragma once
+
+#include <QObject>
+#include <QStringList>
+#include <functional>
+#include <map>
+#include <memory>
+
+#include "console/heat_printer.h"
+#include "console/program.h"
+#include "ui/print_queue.h"
+#include "ui/printing/paper.h"
+#include "ui/printing/preview_window.h"
+#include "ui/work_thread.h"
+
+namespace quorvane {
+
+// The operator's choice, kept in the settings store under "Printer".
+struct PrinterChoice {
+  QString name;  // empty: the system's default printer
+  Paper paper = Paper::A4;
+};
+PrinterChoice LoadPrinterChoice(const SettingsStore& settings);
+void SavePrinterChoice(SettingsStore& settings, const PrinterChoice& choice);
+
+// What became of a report, for the operator.
+struct PrintOutcome {
+  bool good = false;
+  QString notice;
+};
+// Of a report that can be sent, or has been sent, to that printer. `race` as in "race 3".
+PrintOutcome OutcomeOf(const QString& printer, const PrintQueue& queue, const QString& race);
+
+// Heat reports on the printers of this computer and in files. A print server or a disk can take seconds to
+// answer, or hang, so whatever speaks to them runs on a thread of its own, one report after the other, and
+// what became of it is shown in the console's window.
+class QtHeatPrinter : public QObject, public HeatPrinter {
+ public:
+  // The console window owns the dialog boxes.
+  QtHeatPrinter(Program& program, Platform& platform, QWidget* console);
+  ~QtHeatPrinter() override;
+
+  void PrintHeat(const RaceRecord& race) override;
+  void PreviewHeat(const RaceRecord& race) override;
+  void SaveHeat(const RaceRecord& race, const std::string& path) override;
+  void SetUpPrinter() override;
+
+  // At the end of the program, while the windows still stand: waits so long for reports that are on their
+  // way, and tells the operator of those that did not get there.
+  void Finish(int longestMs = 5000);
+
+  PreviewForm& Preview() { return *preview_; }
+
+  // Sends one report to the printer. Replaced by tests.
+  using Spooler = std::function<PrintOutcome(const PrinterChoice&, const RaceRecord&, const Imprint&)>;
+  void SetSpooler(Spooler spooler) { spooler_ = std::move(spooler); }
+
+ private:
+  Imprint Now();
+  // What can be said of a report while it is on its way.
+  struct OnItsWay {
+    QString doing;
+    QString unknown;  // when the program ends before
+  };
+  // Says what is being done, does it on the thread, and shows its outcome.
+  void Later(WorkThread& thread, const OnItsWay& report, std::function<PrintOutcome()> work);
+  void Ended(int job, const PrintOutcome& outcome);
+  void Wait(int longestMs);
+  void Offer(const QStringList& printers, const QString& usual);
+
+  Program& program_;
+  Platform& platform_;
+  QWidget* console_;
+  std::unique_ptr<PreviewForm> preview_;
+  Spooler spooler_;
+  WorkThread printing_;
+  WorkThread filing_;  // not behind a print server that hangs
+  int lastJob_ = 0;
+  std::map<int, OnItsWay> onTheirWay_;  // by job
+  bool finishing_ = false;
+  QStringList unsaid_;  // failures that no window showed
+};
+
+}  // namespace quorvane

@@ -1,0 +1,79 @@
+#include "ui/qt/qt_platform.h"
+
+#include <QClipboard>
+#include <QDateTime>
+#include <QDir>
+#include <QGuiApplication>
+#include <QTimer>
+#include <algorithm>
+
+#include "ui/qt/qt_dialogs.h"
+#include "ui/windows.h"
+
+namespace quorvane {
+
+std::int64_t QtPlatform::ClockMs() {
+  const auto elapsed = std::chrono::steady_clock::now() - start_;
+  return std::chrono::duration_cast<std::chrono::milliseconds>(elapsed).count();
+}
+
+LocalDateTime QtPlatform::LocalNow() {
+  const QDateTime now = QDateTime::currentDateTime();
+  const QDate day = now.date();
+  const QTime time = now.time();
+  return {day.year(), day.month(), day.day(), time.hour(), time.minute(), time.second()};
+}
+
+// The smallest step seen between two looks at the clock.
+StopwatchFigures QtPlatform::MeasureStopwatch() {
+  using Clock = std::chrono::steady_clock;
+  constexpr int kLooks = 2000;
+  Clock::duration least = Clock::duration::max();
+  Clock::time_point last = Clock::now();
+  const Clock::time_point end = last + std::chrono::milliseconds(5);
+  for (int i = 0; i < kLooks && last < end; ++i) {
+    const Clock::time_point now = Clock::now();
+    if (now > last) least = std::min(least, now - last);
+    last = now;
+  }
+  StopwatchFigures figures;
+  figures.frequencyHz = Clock::period::den / Clock::period::num;
+  if (least != Clock::duration::max()) {
+    figures.resolutionNs = std::chrono::duration_cast<std::chrono::nanoseconds>(least).count();
+  }
+  return figures;
+}
+
+DialogAnswer QtPlatform::ShowDialog(const DialogBox& box) {
+  if (answerer_) {
+    if (const auto answer = answerer_(box)) return *answer;
+  }
+  return ShowQtDialog(box, windows_ == nullptr ? nullptr : windows_->DialogParent());
+}
+
+void QtPlatform::RepaintWindows() {
+  if (windows_ != nullptr) windows_->Paint();
+}
+
+void QtPlatform::BringForward(Form& form) {
+  if (windows_ != nullptr) windows_->BringForward(form);
+}
+
+void QtPlatform::CopyText(const std::string& text) {
+  QGuiApplication::clipboard()->setText(QString::fromStdString(text));
+}
+
+std::string QtPlatform::ProgramFolder() {
+  return QCoreApplication::applicationDirPath().toStdString() + '/';
+}
+
+std::string QtPlatform::HomeFolder() {
+  return QDir::homePath().toStdString() + '/';
+}
+
+// Not quit(), which asks every window to close first, and they leave that to the race logic.
+void QtPlatform::EndProgram() {
+  QTimer::singleShot(0, qApp, [] { QCoreApplication::exit(0); });
+}
+
+}  // namespace quorvane

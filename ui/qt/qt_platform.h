@@ -1,0 +1,47 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <optional>
+
+#include "forms/platform.h"
+#include "ui/qt/wave_player.h"
+
+namespace quorvane {
+
+class Windows;
+
+// The platform with real windows, real time and real sound.
+class QtPlatform : public Platform {
+ public:
+  explicit QtPlatform(SettingsStore& settings) : settings_(settings) {}
+
+  // Null before the windows exist and after they are gone.
+  void SetWindows(Windows* windows) { windows_ = windows; }
+  // Answers boxes in the operator's place; no box is shown where it gives an answer.
+  using Answerer = std::function<std::optional<DialogAnswer>(const DialogBox&)>;
+  void SetAnswerer(Answerer answerer) { answerer_ = std::move(answerer); }
+
+  std::int64_t ClockMs() override;
+  LocalDateTime LocalNow() override;
+  StopwatchFigures MeasureStopwatch() override;
+  DialogAnswer ShowDialog(const DialogBox& box) override;
+  void RepaintWindows() override;
+  void BringForward(Form& form) override;
+  void PlayWave(const std::string& path) override { player_.Play(path); }
+  void StopWave() override { player_.Stop(); }
+  void CopyText(const std::string& text) override;
+  SettingsStore& Settings() override { return settings_; }
+  std::string ProgramFolder() override;
+  std::string HomeFolder() override;
+  void EndProgram() override;
+
+ private:
+  SettingsStore& settings_;
+  Windows* windows_ = nullptr;
+  Answerer answerer_;
+  WavePlayer player_;
+  const std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
+};
+
+}  // namespace quorvane

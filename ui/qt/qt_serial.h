@@ -1,0 +1,65 @@
+#pragma once
+
+#include <QElapsedTimer>
+#include <QSerialPort>
+#include <QTimer>
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "console/serial_ports.h"
+#include "forms/door.h"
+#include "ui/serial_devices.h"
+
+namespace quorvane {
+
+// The serial control on the computer's serial devices. COM numbers stay with their device, see
+// AssignPortNumbers; a number given on the command line stands for its path while the program runs. What
+// arrives, and a device that is unplugged or plugged in again, reaches the program through the door.
+class QtSerial : public SerialControl {
+ public:
+  using GivenPorts = SerialDevices::GivenPorts;
+
+  QtSerial(SettingsStore& settings, GivenPorts given);
+
+  // Where bytes and port changes go; without one they are dropped.
+  void SetDoor(Door* door) { door_ = door; }
+  // Told what came of each opening of a device: number and description of the failure, or number 0.
+  using Opened = std::function<void(int port, int number, const std::string& description)>;
+  void SetOpened(Opened opened) { opened_ = std::move(opened); }
+  // The numbers of the devices that exist, as the program knows them.
+  std::vector<int> Ports();
+
+ protected:
+  bool DeviceExists(int port) override;
+  SerialError OpenDevice(int port, const std::string& settings) override;
+  void CloseDevice() override;
+  void WriteDevice(const std::vector<std::uint8_t>& bytes) override;
+
+ private:
+  const std::map<int, SerialDevice>& Devices();
+  void List();
+  SerialError TryDevice(int port, const std::string& settings);
+  void TellBytes();
+  void TellPorts();
+  void TellLineError(int code);
+  void HangUp();
+  void Look();
+
+  SettingsStore& settings_;
+  SerialDevices list_;
+  Door* door_ = nullptr;
+  QSerialPort device_;
+  int openings_ = 0;  // counts, so that an error is known for that of an earlier device
+  LineErrors lineErrors_;
+  Opened opened_;
+  QTimer look_;     // for devices that come and go, and for line errors
+  int failed_ = 0;  // the device that failed while it was open, counts as absent for a moment; 0: none
+  QElapsedTimer failedSince_;
+  std::map<int, SerialDevice> devices_;
+  bool listed_ = false;
+  std::vector<int> told_;  // the ports that the program knows of
+};
+
+}  // namespace quorvane

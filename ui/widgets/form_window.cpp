@@ -1,0 +1,92 @@
+#include "ui/widgets/form_window.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "ui/widgets/look.h"
+
+namespace quorvane {
+
+FormWindow::FormWindow(Form& form, FormDesign design, Door& door, QSize minimum, QWidget* owner)
+    : QWidget(owner, Qt::Window), door_(door), view_(new FormView(form, std::move(design), door, this)) {
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addWidget(view_);
+  menu_ = new MenuView(form, door, this);
+  if (menu_->IsEmpty()) {
+    delete menu_;
+    menu_ = nullptr;
+  } else {
+    layout->setMenuBar(menu_);
+  }
+  place_ = new WindowPlace(*this, door.System().Settings(), form.Name(), minimum);
+}
+
+void FormWindow::Follow() {
+  const QString caption = ToQString(Of().Caption());
+  if (windowTitle() != caption) setWindowTitle(caption);
+  if (Of().Visible() == isVisible()) return;
+  if (!Of().Visible()) return hide();
+  if (!placed_) ShowFirst();
+  view_->FocusFirst();
+  show();
+  Activate();
+}
+
+void FormWindow::Activate() {
+  // The platform without a screen has no windows to raise, and would say so every time.
+  if (QGuiApplication::platformName() != QLatin1String("offscreen")) raise();
+  activateWindow();
+}
+
+// In its designed size where the screen allows it.
+void FormWindow::ShowFirst() {
+  placed_ = true;
+  const int menuHeight = menu_ == nullptr ? 0 : menu_->sizeHint().height();
+  remembered_ = place_->Restore({view_->DesignWidth(), view_->Design().height + menuHeight});
+}
+
+void FormWindow::BringForward() {
+  if (!isVisible()) return;
+  Activate();
+  view_->FocusHome();
+}
+
+void FormWindow::SetDesignWidth(int width) {
+  const double scale = static_cast<double>(view_->height()) / std::max(1, view_->Design().height);
+  view_->SetDesignWidth(width);
+  if (!placed_) return;
+  resize(static_cast<int>(width * scale), height());
+  place_->KeepOnScreen();
+}
+
+// The menu bar grows with the window, but stays legible in a small one.
+void FormWindow::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  if (menu_ == nullptr) return;
+  const FormDesign& design = view_->Design();
+  const int pixels =
+      std::clamp(16 * std::min(width() * 100 / design.width, height() * 100 / design.height) / 100, 15, 28);
+  if (menu_->font().pixelSize() != pixels) menu_->setFont(FontOfPixels(pixels, false));
+}
+
+// A click on an empty place ends the typing, so that the digit keys judge again. A text field passes on the
+// presses of the other buttons in itself.
+void FormWindow::mousePressEvent(QMouseEvent* event) {
+  QWidget* field = QApplication::focusWidget();
+  if (!IsTextField(field)) return;
+  const QPoint at = field->mapFromGlobal(event->globalPosition().toPoint());
+  if (!field->rect().contains(at)) view_->FocusHome();
+}
+
+void FormWindow::closeEvent(QCloseEvent* event) {
+  event->ignore();
+  Event close;
+  close.kind = EventKind::Close;
+  close.target = Of().Name();
+  door_.Enter(close);
+}
+
+}  // namespace quorvane

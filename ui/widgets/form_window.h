@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QWidget>
+
+#include "ui/widgets/form_view.h"
+#include "ui/widgets/menu_view.h"
+#include "ui/window_place.h"
+
+namespace quorvane {
+
+// A window of its own with one form in it. Shown and hidden, and closed, only as the form says.
+class FormWindow : public QWidget {
+ public:
+  FormWindow(Form& form, FormDesign design, Door& door, QSize minimum, QWidget* owner = nullptr);
+
+  Form& Of() const { return view_->Of(); }
+  FormView& View() const { return *view_; }
+  MenuView* Menu() const { return menu_; }
+  // Shows the form's caption, and the window exactly while the form is visible.
+  void Follow();
+  // Above the others and with the keyboard.
+  void Activate();
+  // The same, and the focus where a key does no harm.
+  void BringForward();
+  // The form is now designed that wide, at the same scale; the window follows.
+  void SetDesignWidth(int width);
+  // Whether it opens where the operator has left it, and not where the program would put it.
+  bool Remembered() const { return remembered_; }
+  // After the program has moved it.
+  void KeepOnScreen() { place_->KeepOnScreen(); }
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+
+ private:
+  void ShowFirst();
+
+  Door& door_;
+  FormView* view_;
+  MenuView* menu_;
+  WindowPlace* place_;
+  bool placed_ = false;
+  bool remembered_ = false;
+};
+
+}  // namespace quorvane
