@@ -71,7 +71,7 @@ bool frmJudge::OpenAtStart() {
 }
 
 std::string frmJudge::TroubleOpening(const std::string& file) {
-  const std::string trouble = WhyNotOpened(file);
+  std::string trouble = WhyNotOpened(file);
   // Locks, rights and folders are nothing that a replay could find out.
   door_.NoteProject(file, trouble.empty());
   return trouble;

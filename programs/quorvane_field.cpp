@@ -1,6 +1,8 @@
 #include <fmt/format.h>
 #include <chrono>
 #include <csignal>
+#include <cstdio>
+#include <exception>
 #include <iostream>
 #include <sstream>
 #include <string>
@@ -103,13 +105,7 @@ int Compare(const CommandLine& line) {
   return differences.empty() ? 0 : 1;
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
-  quorvane::OutliveWriteErrors();
-  const auto parsed = ParseCommandLine({argv + 1, argv + argc});
-  if (const auto* ending = std::get_if<quorvane::Ending>(&parsed)) return ending->Tell();
-  const auto& line = std::get<CommandLine>(parsed);
+int Run(const CommandLine& line) {
   switch (line.task) {
     case Task::kCompare:
       return Compare(line);
@@ -119,4 +115,16 @@ int main(int argc, char** argv) {
       break;
   }
   return Fly(line);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) try {
+  quorvane::OutliveWriteErrors();
+  const auto parsed = ParseCommandLine({argv + 1, argv + argc});
+  const auto* ending = std::get_if<quorvane::Ending>(&parsed);
+  return ending != nullptr ? ending->Tell() : Run(std::get<CommandLine>(parsed));
+} catch (const std::exception& error) {
+  std::fprintf(stderr, "quorvane-field: %s\n", error.what());
+  return 2;
 }
