@@ -70,12 +70,15 @@ FormView* Windows::FindView(const Form& form) const {
 }
 
 QWidget* Windows::DialogParent() const {
+  // Over a minimised window the box could not be seen, and the console would wait for its answer.
+  const auto inSight = [](const FormWindow* window) {
+    return window != nullptr && window->isVisible() && !window->isMinimized();
+  };
   const Form* active = door_.AllForms().Active();
-  if (FormWindow* window = active == nullptr ? nullptr : FindWindow(*active)) {
-    if (window->isVisible()) return window;
-  }
+  FormWindow* front = active == nullptr ? nullptr : FindWindow(*active);
+  if (inSight(front)) return front;
   for (const auto& window : windows_) {
-    if (window->isVisible()) return window.get();
+    if (inSight(window.get())) return window.get();
   }
   return nullptr;
 }

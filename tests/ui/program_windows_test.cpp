@@ -24,6 +24,10 @@ TEST_F(ProgramWindowsTest, StartsWithTheConsoleAndTheLinkShown) {
   EXPECT_EQ(dynamic_cast<QLabel*>(Shown(program.judge().lblComm))->text(), QStringLiteral("COM5"));
   // A space pressed at once must not cut the link.
   EXPECT_EQ(windows.Link().focusWidget(), Shown(program.link().optPort[2]));
+  EXPECT_EQ(windows.All().DialogParent(), &windows.Link());
+  windows.Link().showMinimized();
+  EXPECT_EQ(windows.All().DialogParent(), &windows.Console())
+      << "a box over a minimised window is out of sight";
   // The hands' buttons are gone while the stations report.
   EXPECT_TRUE(Shown(program.lane(0).cmdLap)->isHidden());
 }
