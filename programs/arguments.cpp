@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iostream>
+#include <utility>
 
 namespace quorvane {
 
@@ -15,9 +16,31 @@ Arguments::Arguments(const std::string& program, const std::string& purpose) : C
   set_version_flag("--version", program + " " QUORVANE_VERSION, "print the version");
   get_formatter()->column_width(32);
   option_defaults()->multi_option_policy(CLI::MultiOptionPolicy::Throw);
+  option_defaults()->disable_flag_override();
+}
+
+CLI::Option* Arguments::AddFile(const std::string& name, std::string& file, const std::string& purpose) {
+  return add_option(name, file, purpose)->type_name("FILE")->check(NamedFile());
+}
+
+CLI::Option* Arguments::AddRepeated(const std::string& name, const std::string& form,
+                                    const std::string& purpose, std::function<void(std::string)> take) {
+  return add_option(name, purpose)
+      ->type_name(form)
+      ->type_size(1)
+      ->expected(1)
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
+      ->each(std::move(take));
 }
 
 std::optional<Ending> Arguments::Read(std::vector<std::string> arguments) {
+  // The library would take the next argument for the value.
+  for (const std::string& argument : arguments) {
+    if (argument == "--") break;
+    if (argument.starts_with("--") && argument.find('=') == argument.size() - 1) {
+      return Wrong(argument + " has no value");
+    }
+  }
   std::reverse(arguments.begin(), arguments.end());
   try {
     parse(std::move(arguments));
@@ -38,7 +61,7 @@ Ending Arguments::Wrong(const std::string& what) const {
 const CLI::Validator& NamedFile() {
   static const CLI::Validator validator(
       [](std::string& name) { return name.empty() ? std::string("a file name is empty") : std::string(); },
-      "FILE");
+      "");
   return validator;
 }
 

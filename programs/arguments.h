@@ -1,6 +1,7 @@
 #pragma once
 
 #include <CLI/CLI.hpp>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -22,6 +23,12 @@ struct Ending {
 class Arguments : public CLI::App {
  public:
   Arguments(const std::string& program, const std::string& purpose);
+
+  // A file name, which must not be empty.
+  CLI::Option* AddFile(const std::string& name, std::string& file, const std::string& purpose);
+  // An option that may come again; `take` gets each value and throws CLI::ValidationError for a wrong one.
+  CLI::Option* AddRepeated(const std::string& name, const std::string& form, const std::string& purpose,
+                           std::function<void(std::string)> take);
 
   // Reads them into the variables that the options are bound to. Nothing: go on.
   std::optional<Ending> Read(std::vector<std::string> arguments);

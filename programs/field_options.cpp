@@ -87,22 +87,16 @@ void AddHeats(Arguments& app, FieldOptions& field) {
 
 void AddStations(Arguments& app, FieldOptions& field) {
   const std::string group = "Single stations (P1, P2, P3, ST, TM, PY or DS; each of these may come again)";
-  const auto again = [&](const std::string& name, const std::string& form, const std::string& purpose,
-                         auto add) {
-    app.add_option(name, purpose)
-        ->type_name(form)
-        ->type_size(1)
-        ->expected(1)
-        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
-        ->each(add)
-        ->group(group);
-  };
-  again("--silent", "ST@MS[-MS]", "it is off from the first to the second time after the start, or for good",
-        [&](const std::string& value) { AddSilence(field, value); });
-  again("--late", "ST=MS", "it answers polls this much later",
-        [&](const std::string& value) { AddLateness(field, value); });
-  again("--twice", "ST", "it answers every poll twice",
-        [&](const std::string& value) { field.twice[StationOf(value)] = true; });
+  app.AddRepeated("--silent", "ST@MS[-MS]",
+                  "it is off from the first to the second time after the start, or for good",
+                  [&](const std::string& value) { AddSilence(field, value); })
+      ->group(group);
+  app.AddRepeated("--late", "ST=MS", "it answers polls this much later",
+                  [&](const std::string& value) { AddLateness(field, value); })
+      ->group(group);
+  app.AddRepeated("--twice", "ST", "it answers every poll twice",
+                  [&](const std::string& value) { field.twice[StationOf(value)] = true; })
+      ->group(group);
 
   const std::string control = "A console that controls the race";
   app.add_flag("--controlled", field.controlled,
@@ -137,8 +131,7 @@ void AddLine(Arguments& app, LineOptions& line) {
 
 void AddTasks(Arguments& app, CommandLine& line) {
   const std::string terminal = "The terminal";
-  app.add_option("--link", line.link, "a symbolic link to it; an old link is replaced, anything else is not")
-      ->check(NamedFile())
+  app.AddFile("--link", line.link, "a symbolic link to it; an old link is replaced, anything else is not")
       ->group(terminal);
   app.add_option("--delay", line.delay, "ms after which the heats begin, console or not")
       ->check(CLI::Range(std::int64_t{0}, kDay))
@@ -155,6 +148,7 @@ void AddTasks(Arguments& app, CommandLine& line) {
   app.add_option("--compare", line.compared,
                  "FLOWN and SHOWN: compare two such files, a line for each difference")
       ->expected(2)
+      ->type_name("FILE")
       ->check(NamedFile())
       ->group(without);
   app.add_option("--tolerance", line.compare.tolerance, "ms by which times may differ [60]")

@@ -74,27 +74,20 @@ int RunJournal(const ReplayCommand& command, const SessionJournal& journal) {
   return kDone;
 }
 
-int Main(const std::vector<std::string>& words) {
-  std::string problem;
-  const auto command = ReadCommand(words, problem);
-  if (!command) {
-    Say(problem);
-    std::cerr << kReplayUsage;
-    return kCannot;
-  }
-  if (command->help) {
-    std::cout << kReplayUsage;
-    return kDone;
-  }
+int Main(const std::vector<std::string>& arguments) {
+  const auto parsed = ReadReplayCommand(arguments);
+  if (const auto* ending = std::get_if<Ending>(&parsed)) return ending->Tell();
+  const auto& command = std::get<ReplayCommand>(parsed);
   std::string text;
-  if (!ReadJournalText(command->journal, text, problem)) {
-    Say(command->journal + ": " + problem);
+  std::string problem;
+  if (!ReadJournalText(command.journal, text, problem)) {
+    Say(command.journal + ": " + problem);
     return kCannot;
   }
   try {
-    return RunJournal(*command, ReadJournal(text));
+    return RunJournal(command, ReadJournal(text));
   } catch (const UnreadableJournal& error) {
-    std::cerr << command->journal << ":" << error.Line() << ": " << error.what() << "\n";
+    std::cerr << command.journal << ":" << error.Line() << ": " << error.what() << "\n";
   } catch (const std::exception& error) {
     Say(error.what());
   }

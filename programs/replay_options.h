@@ -1,8 +1,10 @@
 #pragma once
 
-#include <optional>
 #include <string>
+#include <variant>
 #include <vector>
+
+#include "programs/arguments.h"
 
 namespace quorvane {
 
@@ -15,13 +17,9 @@ struct ReplayCommand {
   std::string dialogs = {};
   bool verify = false;
   bool inPlace = false;
-  bool help = false;
   std::string journal = {};
 };
 
-// Nothing when the words are no such command line; `problem` is then what is wrong with them.
-std::optional<ReplayCommand> ReadCommand(const std::vector<std::string>& words, std::string& problem);
-
-extern const char* const kReplayUsage;
+std::variant<ReplayCommand, Ending> ReadReplayCommand(const std::vector<std::string>& arguments);
 
 }  // namespace quorvane
