@@ -16,9 +16,9 @@ using namespace quorvane;
 
 constexpr const char* kProgram = "quorvane-results";
 
-int Complain(const std::string& message, int status) {
+int Complain(const std::string& message) {
   std::cerr << kProgram << ": " << message << '\n';
-  return status;
+  return 1;
 }
 
 // Standard output gets the bytes as they are: CSV lines end with CRLF already.
@@ -28,19 +28,19 @@ int Print(const std::string& bytes) {
 #endif
   const bool written =
       std::fwrite(bytes.data(), 1, bytes.size(), stdout) == bytes.size() && std::fflush(stdout) == 0;
-  return written ? 0 : Complain("cannot write to standard output", 1);
+  return written ? 0 : Complain("cannot write to standard output");
 }
 
 int Run(const ResultsOptions& options) {
   FileOps& files = SystemFiles();
   ContestRecord contest;
   if (const std::error_code error = ReadProject(files, options.project, contest)) {
-    return Complain("cannot read " + options.project + ": " + error.message(), 1);
+    return Complain("cannot read " + options.project + ": " + error.message());
   }
   const std::string bytes = WriteResults(contest, options, std::string(kProgram) + " " + QUORVANE_VERSION);
   if (options.output.empty() || options.output == "-") return Print(bytes);
   if (const auto reason = SaveResults(files, options.output, options.project, bytes)) {
-    return Complain("cannot write " + options.output + ": " + *reason, 1);
+    return Complain("cannot write " + options.output + ": " + *reason);
   }
   return 0;
 }
@@ -49,10 +49,7 @@ int Run(const ResultsOptions& options) {
 
 int main(int argc, char** argv) {
   OutliveWriteErrors();
-  std::string error;
-  const auto options = ParseResultsOptions({argv + (argc > 0 ? 1 : 0), argv + argc}, error);
-  if (!options) return Complain(error + " (see --help)", 2);
-  if (options->help) return Print(kResultsHelp);
-  if (options->version) return Print(std::string(kProgram) + " " + QUORVANE_VERSION + "\n");
-  return Run(*options);
+  const auto parsed = ParseResultsOptions({argv + 1, argv + argc});
+  if (const auto* ending = std::get_if<Ending>(&parsed)) return ending->Tell();
+  return Run(std::get<ResultsOptions>(parsed));
 }

@@ -1,28 +1,21 @@
 #pragma once
 
-#include <cstdint>
-#include <optional>
 #include <string>
+#include <variant>
 #include <vector>
+
+#include "programs/arguments.h"
 
 namespace quorvane {
 
-enum class ResultsFormat : std::uint8_t { Text, Csv, Json, Html };
-
 // What the command line of quorvane-results asks for.
 struct ResultsOptions {
-  bool help = false;
-  bool version = false;
-  ResultsFormat format = ResultsFormat::Text;
+  std::string format = "text";  // or "csv", "json", "html"
   bool byteOrderMark = false;
-  std::string output;  // empty: standard output
-  std::string project;
+  std::string output = {};  // empty or "-": standard output
+  std::string project = {};
 };
 
-// On a bad command line gives nothing and one line in `error`.
-std::optional<ResultsOptions> ParseResultsOptions(const std::vector<std::string>& arguments,
-                                                  std::string& error);
-
-extern const char* const kResultsHelp;
+std::variant<ResultsOptions, Ending> ParseResultsOptions(const std::vector<std::string>& arguments);
 
 }  // namespace quorvane

@@ -6,16 +6,9 @@ namespace quorvane {
 
 std::string WriteResults(const ContestRecord& contest, const ResultsOptions& options,
                          const std::string& program) {
-  switch (options.format) {
-    case ResultsFormat::Csv:
-      return ResultsCsv(contest, options.byteOrderMark);
-    case ResultsFormat::Json:
-      return ResultsJson(contest);
-    case ResultsFormat::Html:
-      return ResultsHtml(contest, program);
-    case ResultsFormat::Text:
-      break;
-  }
+  if (options.format == "csv") return ResultsCsv(contest, options.byteOrderMark);
+  if (options.format == "json") return ResultsJson(contest);
+  if (options.format == "html") return ResultsHtml(contest, program);
   return ResultsText(contest);
 }
 
