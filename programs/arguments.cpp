@@ -34,12 +34,14 @@ CLI::Option* Arguments::AddRepeated(const std::string& name, const std::string& 
 }
 
 std::optional<Ending> Arguments::Read(std::vector<std::string> arguments) {
-  // The library would take the next argument for the value.
+  // The library would take the next argument for the value, or the "=" for a part of it.
   for (const std::string& argument : arguments) {
     if (argument == "--") break;
-    if (argument.starts_with("--") && argument.find('=') == argument.size() - 1) {
-      return Wrong(argument + " has no value");
-    }
+    const std::size_t equals = argument.find('=');
+    const bool isLong = argument.starts_with("--");
+    if (isLong && equals == argument.size() - 1) return Wrong(argument + " has no value");
+    if (!isLong && argument.starts_with('-') && equals == 2)
+      return Wrong(argument + ": \"=\" is for long names");
   }
   std::reverse(arguments.begin(), arguments.end());
   try {
