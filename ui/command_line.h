@@ -2,7 +2,10 @@
 
 #include <map>
 #include <string>
+#include <variant>
 #include <vector>
+
+#include "programs/arguments.h"
 
 namespace quorvane {
 
@@ -24,16 +27,10 @@ struct CommandLine {
   int heats = 1;                     // of the demonstration
   RaceList print;                    // heat reports to be written without a window
   std::string output;                // PDF file that they go to
-  std::string paper;                 // "A4", "Letter"; empty: as set up
-  bool help = false;
-  bool version = false;
-  std::string error;  // one line; empty when the command line is sound
+  std::string paper;                 // "A4" or "Letter"; empty: as set up
 };
 
-CommandLine ParseCommandLine(const std::vector<std::string>& arguments);
-
-// What --help prints.
-std::string HelpText();
+std::variant<CommandLine, Ending> ParseCommandLine(const std::vector<std::string>& arguments);
 
 // What stands in the way of the settings file that is named, as a line for the user; empty when nothing does.
 std::string TroubleWithSettings(const CommandLine& line);

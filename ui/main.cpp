@@ -98,13 +98,9 @@ int Print(const CommandLine& line) {
 
 int main(int argc, char** argv) {
   quorvane::OutliveWriteErrors();
-  const CommandLine line = quorvane::ParseCommandLine(std::vector<std::string>(argv + 1, argv + argc));
-  if (!line.error.empty()) {
-    std::fprintf(stderr, "quorvane: %s (see --help)\n", line.error.c_str());
-    return 2;
-  }
-  if (line.help) return std::fputs(quorvane::HelpText().c_str(), stdout) < 0 ? 1 : 0;
-  if (line.version) return std::puts("quorvane " QUORVANE_VERSION) < 0 ? 1 : 0;
+  const auto parsed = quorvane::ParseCommandLine({argv + 1, argv + argc});
+  if (const auto* ending = std::get_if<quorvane::Ending>(&parsed)) return ending->Tell();
+  const auto& line = std::get<CommandLine>(parsed);
   if (const std::string trouble = quorvane::TroubleWithSettings(line); !trouble.empty()) {
     std::fprintf(stderr, "quorvane: %s\n", trouble.c_str());
     return 2;
