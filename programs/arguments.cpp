@@ -24,13 +24,14 @@ CLI::Option* Arguments::AddFile(const std::string& name, std::string& file, cons
 }
 
 CLI::Option* Arguments::AddRepeated(const std::string& name, const std::string& form,
-                                    const std::string& purpose, std::function<void(std::string)> take) {
+                                    const std::string& purpose,
+                                    const std::function<void(std::string)>& take) {
   return add_option(name, purpose)
       ->type_name(form)
       ->type_size(1)
       ->expected(1)
       ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
-      ->each(std::move(take));
+      ->each(take);
 }
 
 std::optional<Ending> Arguments::Read(std::vector<std::string> arguments) {

@@ -28,7 +28,7 @@ class Arguments : public CLI::App {
   CLI::Option* AddFile(const std::string& name, std::string& file, const std::string& purpose);
   // An option that may come again; `take` gets each value and throws CLI::ValidationError for a wrong one.
   CLI::Option* AddRepeated(const std::string& name, const std::string& form, const std::string& purpose,
-                           std::function<void(std::string)> take);
+                           const std::function<void(std::string)>& take);
 
   // Reads them into the variables that the options are bound to. Nothing: go on.
   std::optional<Ending> Read(std::vector<std::string> arguments);

@@ -1,5 +1,6 @@
 // quorvane-replay: runs a session journal without a window.
 
+#include <cstdio>
 #include <fstream>
 #include <iostream>
 #include <string>
@@ -97,10 +98,13 @@ int Main(const std::vector<std::string>& arguments) {
 }  // namespace
 }  // namespace quorvane
 
-int main(int argc, char** argv) {
+int main(int argc, char** argv) try {
   quorvane::OutliveWriteErrors();
   const int status = quorvane::Main(std::vector<std::string>(argv + 1, argv + argc));
   if (std::cout.flush()) return status;
   quorvane::Say("standard output cannot be written");
+  return quorvane::kCannot;
+} catch (const std::exception& error) {
+  std::fprintf(stderr, "quorvane-replay: %s\n", error.what());
   return quorvane::kCannot;
 }
