@@ -83,27 +83,16 @@ void BM_Noise(benchmark::State& state) {
 }
 BENCHMARK(BM_Noise)->Arg(0)->Arg(kWig1);
 
-class IdleRace : public Form, public LinkOwner {
+class IdleRace : public LinkOwner {
  public:
-  explicit IdleRace(Forms& forms)
-      : Form(forms, "frmJudge"),
-        comm(Add(ControlKind::Label, "lblComm")),
-        read(Add(ControlKind::Label, "lblReadComm")),
-        write(Add(ControlKind::Label, "lblWriteComm")),
-        count(Add(ControlKind::CheckBox, "chkSixtySecondCount")) {}
   void ProcessMessage(const StationMessage& frame) override { laps += frame.Lap[0]; }
   void GetLaneInfo(std::uint8_t, std::uint8_t&, std::uint8_t&, std::array<std::int16_t, 4>&) override {}
   void LoadStartInfo(std::array<std::uint8_t, 4>&, std::uint8_t&, std::uint8_t&) override {}
   void IssueRaceEvent(bool) override {}
-  Control& CommLabel() override { return comm; }
-  Control& ReadLamp() override { return read; }
-  Control& WriteLamp() override { return write; }
-  Control& SixtySecondCountBox() override { return count; }
+  void ShowPort(const std::string&, bool) override {}
+  void ShowTraffic(Traffic, bool) override {}
+  void ShowRadioWarning(const std::string&) override {}
 
-  Control& comm;
-  Control& read;
-  Control& write;
-  Control& count;
   std::int64_t laps = 0;
 };
 
@@ -114,7 +103,7 @@ void BM_FramesThroughTheForm(benchmark::State& state) {
   Door door(platform);
   VirtualSerial serial;
   RaceState race;
-  IdleRace owner(door.AllForms());
+  IdleRace owner;
   frmSerialPort link(door, race, owner, serial);
   serial.ports = {3};
   platform.settings.SaveSetting("frmSerialPort", "CommPort", "3");

@@ -183,11 +183,9 @@ class frmJudge : public Form, private LaneOwner, private LinkOwner {
                               const std::string& fallback) override;
   void SetProjectValue(const std::string& section, const std::string& key, const std::string& value) override;
   // LinkOwner
-  Control& CommLabel() override { return lblComm; }
-  Control& ReadLamp() override { return lblReadComm; }
-  Control& WriteLamp() override { return lblWriteComm; }
-  Control& SixtySecondCountBox() override { return chkSixtySecondCount; }
-  Control* SilenceLabel() override { return &lblSilent; }
+  void ShowPort(const std::string& text, bool open) override;
+  void ShowTraffic(Traffic lamp, bool lit) override;
+  void ShowRadioWarning(const std::string& text) override;
 
   void HookEvents();
   std::string LostByClosing() const;

@@ -9,7 +9,7 @@ namespace quorvane {
 // A console that controls counts its race time from the start signal where there is no 60-second count; the
 // stations always count from the start of that minute.
 bool frmJudge::AddStartDelay() const {
-  return chkSixtySecondCount.Value() == 0 && link_->chkSystemController.Value() == 1;
+  return chkSixtySecondCount.Value() == 0 && link_->IsControllerMode();
 }
 
 void frmJudge::LoadStartInfo(std::array<std::uint8_t, 4>& time, std::uint8_t& start, std::uint8_t& mode) {
@@ -52,6 +52,24 @@ void frmJudge::IssueTimeEvent() {
   if (SubtractLong(t, 1000) < LastTimeSent_ || t >= 54000) return;
   LastTimeSent_ = t;
   link_->SendMessage(6, 3);
+}
+
+// The lamps lose their letters as soon as a port is spoken of.
+void frmJudge::ShowPort(const std::string& text, bool open) {
+  lblComm.SetCaption(text);
+  lblComm.SetForeColor(open ? kButtonText : kRed);
+  for (Control* lamp : {&lblReadComm, &lblWriteComm}) lamp->SetForeColor(kButtonFace);
+}
+
+void frmJudge::ShowTraffic(Traffic lamp, bool lit) {
+  Control& label = lamp == Traffic::Received ? lblReadComm : lblWriteComm;
+  label.SetBackColor(lit ? kGreen : kButtonFace);
+  if (lit) label.SetTag(std::to_string(door_.Now()));
+}
+
+void frmJudge::ShowRadioWarning(const std::string& text) {
+  lblSilent.SetCaption(text);
+  lblSilent.SetVisible(!text.empty());
 }
 
 void frmJudge::LapKey(int lane) {

@@ -49,7 +49,6 @@ void frmJudge::InitializeRace(std::int32_t laneStart) {
   cboRaceMode.SetEnabled(false);
   cmdStart.SetEnabled(false);
   cmdReset.SetEnabled(true);
-  if (link_ != nullptr) link_->CurrentMessage().Dif = 6;
   IssueRaceEvent(true);
   ShowClock();
 }

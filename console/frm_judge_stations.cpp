@@ -41,8 +41,6 @@ void frmJudge::ProcessMessage(const StationMessage& frame) {
       ProcessStartersMessage(frame);
     }
   }
-  // After the dispatch: the handlers compare with the station's frame before this one.
-  if (frame.From < frmSerialPort::kLastStationMessages) link_->LastStationMessage(frame.From) = frame;
 }
 
 // A lane that refuses its part of a frame (its log is full) must not cost the lanes after it theirs.

@@ -81,7 +81,7 @@ void frmSerialPort::HookEvents() {
 
 void frmSerialPort::Form_Load() {
   ClosePort();
-  ShowPortLabel("COM" + std::to_string(MSComm1_.CommPort()) + " - Off", kRed);
+  owner_.ShowPort("COM" + std::to_string(MSComm1_.CommPort()) + " - Off", false);
   tmrAging.SetInterval(kAgingMs);
   tmrAging.SetEnabled(true);
   tmrIndicators.SetEnabled(false);

@@ -54,14 +54,6 @@ class frmSerialPort : public Form, private FrameSink {
   void SendMessage(std::int16_t to, std::int16_t from);
   void ShowLinkMessage(const std::string& text);
 
-  // The frame last received, good or damaged, or last sent.
-  const StationMessage& CurrentMessage() const { return CurrentMessage_; }
-  StationMessage& CurrentMessage() { return CurrentMessage_; }
-  // The last frame of the sender with that address, 0..16; whoever handles a frame stores it. SubscriptError
-  // beyond.
-  StationMessage& LastStationMessage(int address) { return Element(LastStationMessage_, address); }
-  static constexpr int kLastStationMessages = 17;
-
   // Stations.
   void MarkStationHeard(int address);
   void UpdateStationRow(const StationMessage& frame);
@@ -77,7 +69,6 @@ class frmSerialPort : public Form, private FrameSink {
 
   // Message detail.
   void ShowMessageDetail(const StationMessage& frame);
-  std::string DebugDump() const;  // of CurrentMessage
   void lblMsg_Click();
   void cmdFreeze_Click();
   void cmdMore_Click();
@@ -139,13 +130,11 @@ class frmSerialPort : public Form, private FrameSink {
   void OpenAwaitedPort();
   std::string AwaitedText() const;
   std::string AwaitedShort() const;
-  void ShowPortLabel(const std::string& text, Color color);
 
   void HandleFrame(const StationMessage& frame);
   void FillRaceData();
   void Transmit(const StationMessage& message);
-  void LightLamp(Control& lamp);
-  bool DarkenLamp(Control& lamp);  // whether it is dark now
+  void LightLamp(Traffic lamp);
   void AgeStation(int address);
   void PollNextStation();
   void ShowStationHealth(const StationMessage& frame);
@@ -162,6 +151,8 @@ class frmSerialPort : public Form, private FrameSink {
   std::string Setting(const std::string& key, const std::string& fallback);
   void SaveSetting(const std::string& key, const std::string& value);
 
+  static constexpr std::int64_t kLongAgo = -1000000;
+
   Door& door_;
   RaceState& race_;
   LinkOwner& owner_;
@@ -169,9 +160,7 @@ class frmSerialPort : public Form, private FrameSink {
   FrameReceiver receiver_;
   LinkCounters counters_;
 
-  StationMessage CurrentMessage_;
   StationMessage TxMessage_;  // keeps its contents between sends
-  std::array<StationMessage, kLastStationMessages> LastStationMessage_;
 
   std::int16_t PortNumber_ = -1;  // -1: no port
   int awaitedPort_ = 0;           // 0: none
@@ -180,7 +169,8 @@ class frmSerialPort : public Form, private FrameSink {
   bool selectingPort_ = false;
   bool receiving_ = false;
 
-  std::int16_t PollStation_ = 0;  // 0..7
+  std::array<std::int64_t, 2> litAt_ = {kLongAgo, kLongAgo};  // by Traffic
+  std::int16_t PollStation_ = 0;                              // 0..7
   std::int16_t LastToAddress_ = 0;
   std::int16_t LastShownFrom_ = 0;
   bool Frozen_ = false;

@@ -12,7 +12,6 @@ constexpr const char* kControllerKey = "chkSystemController";
 
 void frmSerialPort::chkSystemController_Click() {
   chkListen.SetEnabled(true);
-  owner_.SixtySecondCountBox().SetEnabled(true);
   // A starter heard while the question is open has cleared the box. Answered with No, the box stays ticked:
   // the console controls all the same, it only does not tell the stations at once.
   if (IsControllerMode() && ConfirmControl() && IsControllerMode()) {

@@ -122,11 +122,7 @@ std::string frmSerialPort::SilenceText() const {
 
 // On the console, where the operator looks during a race.
 void frmSerialPort::ShowRadioWarning() {
-  Control* label = owner_.SilenceLabel();
-  if (label == nullptr) return;
-  const std::string text = awaitedPort_ != 0 ? AwaitedShort() : SilenceText();
-  label->SetCaption(text);
-  label->SetVisible(!text.empty());
+  owner_.ShowRadioWarning(awaitedPort_ != 0 ? AwaitedShort() : SilenceText());
 }
 
 }  // namespace quorvane

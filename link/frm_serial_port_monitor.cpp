@@ -12,10 +12,6 @@ constexpr std::size_t kLongestCaption = 4000;
 
 }  // namespace
 
-std::string frmSerialPort::DebugDump() const {
-  return quorvane::DebugDump(CurrentMessage_);
-}
-
 void frmSerialPort::ShowMessageDetail(const StationMessage& frame) {
   if (!fraMore.Visible() || Frozen_) return;
   if (frame.To == LastShownFrom_ && frame.From == kAcknowledgement) {
@@ -30,7 +26,7 @@ void frmSerialPort::ShowMessageDetail(const StationMessage& frame) {
   fraMore.SetCaption("Msg (" + StationName(frame.From) + " -> " + StationName(frame.To) + ")");
   LastShownFrom_ = frame.From;
   if (frame.From != kAcknowledgement) LastToAddress_ = frame.To;
-  lblMsg.SetCaption(quorvane::DebugDump(frame));
+  lblMsg.SetCaption(DebugDump(frame));
   door_.System().RepaintWindows();
 }
 

@@ -121,14 +121,12 @@ void frmSerialPort::SelectPort(int index, bool remember) {
   if (PortNumber_ >= 0) {
     if (const SerialError error = OpenPort(PortNumber_)) {
       ReportOpenFailure(error);
-      ShowPortLabel(PortText(PortNumber_) + " - Off", kRed);
+      owner_.ShowPort(PortText(PortNumber_) + " - Off", false);
       AwaitPort(PortNumber_, error);
     }
   } else {
-    ShowPortLabel("No Comm", kRed);
+    owner_.ShowPort("No Comm", false);
   }
-  owner_.ReadLamp().SetForeColor(kButtonFace);
-  owner_.WriteLamp().SetForeColor(kButtonFace);
 }
 
 SerialError frmSerialPort::OpenPort(int port) {
@@ -138,7 +136,7 @@ SerialError frmSerialPort::OpenPort(int port) {
   race_.CommActive = !error;
   if (error) return error;
   receiver_.PortOpened();
-  ShowPortLabel(PortText(port), kButtonText);
+  owner_.ShowPort(PortText(port), true);
   return {};
 }
 
@@ -160,17 +158,12 @@ void frmSerialPort::ReportOpenFailure(const SerialError& error) {
   door_.Ask(box);
 }
 
-void frmSerialPort::ShowPortLabel(const std::string& text, Color color) {
-  owner_.CommLabel().SetCaption(text);
-  owner_.CommLabel().SetForeColor(color);
-}
-
 // The operator has a race to judge: a port that disappears is opened again by itself when it is back.
 void frmSerialPort::PortsChanged(const std::vector<int>& ports) {
   const auto exists = [&](int port) { return std::find(ports.begin(), ports.end(), port) != ports.end(); };
   if (MSComm1_.PortOpen() && !exists(PortNumber_)) {
     ClosePort();
-    ShowPortLabel(PortText(PortNumber_) + " - Off", kRed);
+    owner_.ShowPort(PortText(PortNumber_) + " - Off", false);
     AwaitPort(PortNumber_, {kErrorNoSuchPort});
   } else if (awaitedPort_ != 0 && exists(awaitedPort_)) {
     OpenAwaitedPort();

@@ -49,23 +49,20 @@ void frmSerialPort::GoodFrame(const StationMessage& frame) {
   NoteSignOfLife(sender);
 }
 
-// The frame is handled from this copy throughout: CurrentMessage changes as soon as the race answers with a
-// frame.
 void frmSerialPort::HandleFrame(const StationMessage& frame) {
-  CurrentMessage_ = frame;
   if (frame.From != kAcknowledgement) LastToAddress_ = frame.To;
   if (frame.From == kStarter) CancelControllerOnStarter();
   owner_.ProcessMessage(frame);
-  LightLamp(owner_.ReadLamp());
+  LightLamp(Traffic::Received);
   door_.System().RepaintWindows();
   if (Visible()) UpdateStationRow(frame);
 }
 
 void frmSerialPort::DamagedFrame(const StationMessage& frame, std::uint8_t computedEcc) {
   counters_.Damaged();
-  CurrentMessage_ = frame;
-  if (frame.From == kAcknowledgement) CurrentMessage_.From = ToByte(LastToAddress_);
-  ShowLinkMessage(StationName(CurrentMessage_.From) + " -> " + StationName(frame.To) + ", Ecc Error " +
+  // An acknowledgement names no sender: it comes from the station that was addressed last.
+  const int from = frame.From == kAcknowledgement ? LastToAddress_ : frame.From;
+  ShowLinkMessage(StationName(from) + " -> " + StationName(frame.To) + ", Ecc Error " +
                   HexNumber(computedEcc) + ", " + HexNumber(frame.Ecc));
 }
 

@@ -29,9 +29,8 @@ void frmSerialPort::SendMessage(std::int16_t to, std::int16_t from) {
 
   StationMessage message = TxMessage_;
   message.Ecc = ComputeEcc(EncodeFrame(message));
-  LightLamp(owner_.WriteLamp());
+  LightLamp(Traffic::Sent);
   if (MSComm1_.PortOpen()) Transmit(message);
-  CurrentMessage_ = message;
   ShowMessageDetail(message);
 }
 

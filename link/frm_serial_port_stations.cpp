@@ -111,21 +111,22 @@ void frmSerialPort::cmdStation_Click() {
   cmdStation.SetVisible(false);
 }
 
-void frmSerialPort::LightLamp(Control& lamp) {
-  lamp.SetBackColor(kGreen);
-  lamp.SetTag(std::to_string(door_.Now()));
+void frmSerialPort::LightLamp(Traffic lamp) {
+  Element(litAt_, static_cast<int>(lamp)) = door_.Now();
+  owner_.ShowTraffic(lamp, true);
   tmrIndicators.SetEnabled(true);
 }
 
-bool frmSerialPort::DarkenLamp(Control& lamp) {
-  if (door_.Now() - TagTime(lamp) > kLampMs) lamp.SetBackColor(kButtonFace);
-  return lamp.BackColor() == kButtonFace;
-}
-
 void frmSerialPort::tmrIndicators_Timer() {
-  const bool readDark = DarkenLamp(owner_.ReadLamp());
-  const bool writeDark = DarkenLamp(owner_.WriteLamp());
-  if (readDark && writeDark) tmrIndicators.SetEnabled(false);
+  bool lit = false;
+  for (const Traffic lamp : {Traffic::Received, Traffic::Sent}) {
+    if (door_.Now() - Element(litAt_, static_cast<int>(lamp)) <= kLampMs) {
+      lit = true;
+    } else {
+      owner_.ShowTraffic(lamp, false);
+    }
+  }
+  tmrIndicators.SetEnabled(lit);
 }
 
 }  // namespace quorvane

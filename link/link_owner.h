@@ -2,14 +2,15 @@
 
 #include <array>
 #include <cstdint>
-
-#include "forms/control.h"
+#include <string>
 
 namespace quorvane {
 
 struct StationMessage;
 
-// What the station link asks of the race, and the console's controls that it works.
+enum class Traffic : std::uint8_t { Received, Sent };
+
+// What the station link asks of the race, and what it has the console show.
 class LinkOwner {
  public:
   virtual ~LinkOwner() = default;
@@ -26,13 +27,10 @@ class LinkOwner {
   virtual void LoadStartInfo(std::array<std::uint8_t, 4>& time, std::uint8_t& start, std::uint8_t& mode) = 0;
   virtual void IssueRaceEvent(bool flag) = 0;
 
-  virtual Control& CommLabel() = 0;            // lblComm, the port's state
-  virtual Control& ReadLamp() = 0;             // lblReadComm
-  virtual Control& WriteLamp() = 0;            // lblWriteComm
-  virtual Control& SixtySecondCountBox() = 0;  // chkSixtySecondCount
-  // Beside lblComm: what is wrong with the radio, in few words: why the port is not open, or which stations
-  // are silent in the race. Null when there is none.
-  virtual Control* SilenceLabel() { return nullptr; }
+  virtual void ShowPort(const std::string& text, bool open) = 0;
+  virtual void ShowTraffic(Traffic lamp, bool lit) = 0;
+  // In few words, why the port is not open or which stations are silent in the race; empty: all is well.
+  virtual void ShowRadioWarning(const std::string& text) = 0;
 };
 
 }  // namespace quorvane

@@ -39,7 +39,7 @@ class LinkCountersTest : public LinkTest {
   std::string Silent() const {  // the rows that are marked, and what the race shows
     std::string text;
     for (int i = 0; i < 8; ++i) text += link.lblSilent[i].Visible() ? std::to_string(i) : "";
-    return text + (race.lblSilent.Visible() ? " " + race.lblSilent.Caption() : "");
+    return text + (race.warning.empty() ? "" : " " + race.warning);
   }
 };
 

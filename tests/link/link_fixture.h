@@ -15,13 +15,8 @@
 namespace quorvane {
 
 // A race that writes down what the link asks of it.
-class FakeRace : public Form, public LinkOwner {
+class FakeRace : public LinkOwner {
  public:
-  explicit FakeRace(Forms& forms) : Form(forms, "frmJudge") {
-    chkSixtySecondCount.SetEnabled(false);
-    lblSilent.SetVisible(false);
-  }
-
   void ProcessMessage(const StationMessage& frame) override {
     frames.push_back(frame);
     if (onFrame) onFrame(frame);
@@ -38,17 +33,15 @@ class FakeRace : public Form, public LinkOwner {
     mode = 5;
   }
   void IssueRaceEvent(bool flag) override { raceEvents.push_back(flag); }
-  Control& CommLabel() override { return lblComm; }
-  Control& ReadLamp() override { return lblReadComm; }
-  Control& WriteLamp() override { return lblWriteComm; }
-  Control& SixtySecondCountBox() override { return chkSixtySecondCount; }
-  Control* SilenceLabel() override { return &lblSilent; }
+  void ShowPort(const std::string& text, bool open) override {
+    port = text;
+    portOpen = open;
+  }
+  void ShowTraffic(Traffic lamp, bool on) override { (lamp == Traffic::Received ? readLit : writeLit) = on; }
+  void ShowRadioWarning(const std::string& text) override { warning = text; }
 
-  Control& lblComm = Add(ControlKind::Label, "lblComm");
-  Control& lblReadComm = Add(ControlKind::Label, "lblReadComm");
-  Control& lblWriteComm = Add(ControlKind::Label, "lblWriteComm");
-  Control& lblSilent = Add(ControlKind::Label, "lblSilent");
-  Control& chkSixtySecondCount = Add(ControlKind::CheckBox, "chkSixtySecondCount");
+  std::string port, warning;
+  bool portOpen = false, readLit = false, writeLit = false;
   std::vector<StationMessage> frames;
   std::function<void(const StationMessage&)> onFrame;
   std::vector<bool> raceEvents;
@@ -106,7 +99,7 @@ class LinkTest : public testing::Test, public DeviceEvents {
   Door door{platform};
   VirtualSerial serial;
   RaceState state;
-  FakeRace race{door.AllForms()};
+  FakeRace race;
   frmSerialPort link{door, state, race, serial};
 };
 

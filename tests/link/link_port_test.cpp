@@ -10,12 +10,11 @@ class LinkPortTest : public LinkTest {
   // What the console shows, and the port that is open: the two and the race's colour must agree.
   std::string Comm() {
     EXPECT_EQ(state.CommActive, serial.PortOpen());
-    EXPECT_EQ(race.lblComm.ForeColor(), state.CommActive ? kButtonText : kRed);
-    const std::string caption = race.lblComm.Caption();
-    EXPECT_EQ(state.CommActive, caption == "COM" + std::to_string(serial.CommPort()));
-    return caption;
+    EXPECT_EQ(race.portOpen, state.CommActive);
+    EXPECT_EQ(state.CommActive, race.port == "COM" + std::to_string(serial.CommPort()));
+    return race.port;
   }
-  std::string Why() const { return race.lblSilent.Visible() ? race.lblSilent.Caption() : ""; }
+  std::string Why() const { return race.warning; }
   // "None,COM3,[COM5]": the port buttons that can be seen, with the ticked ones.
   std::string Buttons() const {
     std::string text;
@@ -37,8 +36,8 @@ TEST_F(LinkUnloadedTest, BeforeAnySelectionThePortIsOff) {
   serial.SetCommPort(3);
   link.Form_Load();
   EXPECT_FALSE(state.CommActive);
-  EXPECT_EQ(race.lblComm.Caption(), "COM3 - Off");
-  EXPECT_EQ(race.lblComm.ForeColor(), kRed);
+  EXPECT_EQ(race.port, "COM3 - Off");
+  EXPECT_FALSE(race.portOpen);
 }
 
 TEST_F(LinkPortTest, StartShowsThePortsThatOpenAndReopensTheSavedOne) {
@@ -48,8 +47,6 @@ TEST_F(LinkPortTest, StartShowsThePortsThatOpenAndReopensTheSavedOne) {
   EXPECT_EQ(Buttons(), "None,COM3,[COM5],COM31");
   EXPECT_EQ(Comm(), "COM5");
   EXPECT_EQ(serial.Settings(), "9600,n,8,1");
-  EXPECT_EQ(race.lblReadComm.ForeColor(), kButtonFace);
-  EXPECT_EQ(race.lblWriteComm.ForeColor(), kButtonFace);
   EXPECT_TRUE(platform.shown.empty());
 }
 
