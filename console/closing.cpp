@@ -46,7 +46,7 @@ bool frmJudge::MaySessionEnd() {
 
 void frmJudge::Form_Unload() {
   tmrTimeTick.SetEnabled(false);
-  for (const auto& lane : lanes_) lane->Form_Unload();
+  for (const auto& lane : lanes_) lane->SetVisible(false);
   project_.Retry();
   door_.System().EndProgram();
 }

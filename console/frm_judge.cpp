@@ -126,8 +126,7 @@ void frmJudge::Form_Load() {
   race_.LaneColorScheme = LoadLaneColorScheme(door_.System().Settings());
   for (int i = 0; i < 4; ++i) {
     Lane(i).Form_Load();
-    Lane(i).SetFormParent(fraLane[i], i);
-    Lane(i).UpdateLaneColor();
+    Lane(i).SetFormParent(fraLane[i]);
   }
   mnuAutoPrint.SetChecked(LeadingNumber(GetProjectValue("Current", "AutoPrint", "False")) != 0.0);
   const SettingsStore& settings = door_.System().Settings();

@@ -96,17 +96,7 @@ void frmJudge::KeyDown(const std::string& key) {
     return;
   }
   if (!Lane(lane).Visible()) return;
-  switch (found->second / 4) {
-    case 1:
-      Lane(lane).cntrCutP1(0);
-      break;
-    case 2:
-      Lane(lane).cntrCutP2(0);
-      break;
-    default:
-      Lane(lane).cntrCutP3(0);
-      break;
-  }
+  Lane(lane).cntrCut(found->second / 4);
 }
 
 void frmJudge::lblComm_Click() {

@@ -9,7 +9,6 @@
 namespace quorvane {
 namespace {
 
-constexpr std::int32_t kNoResult = 1000000;
 constexpr std::int32_t kDoesNotFly = -1000000;
 
 }  // namespace
@@ -80,7 +79,7 @@ void frmJudge::RankLanes() {
   std::set<int> taken;
   for (std::size_t i = 0; i < order.size(); ++i) {
     order[i].lane = lanes_[i].get();
-    lanes_[i]->GetFinal(order[i].final);
+    order[i].final = lanes_[i]->GetFinal();
     taken.insert(lanes_[i]->PlaceByHand());
   }
   std::stable_sort(order.begin(), order.end(),
@@ -88,16 +87,14 @@ void frmJudge::RankLanes() {
   door_.System().RepaintWindows();
   int place = 0;
   for (const Ranked& ranked : order) {
-    Control& status = ranked.lane->lblStatus;
     if (ranked.lane->StatusLocked()) continue;
     if (ranked.final >= kNoResult) {
-      status.SetTag("100");
+      ranked.lane->Rank(0);
       continue;
     }
     do ++place;
     while (taken.contains(place));
-    status.SetCaption(kPlaceWords[static_cast<std::size_t>(place - 1)]);
-    status.SetTag(std::to_string(place));
+    ranked.lane->Rank(place);
   }
 }
 

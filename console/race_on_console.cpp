@@ -50,8 +50,8 @@ RaceRecord RecordOnConsole(const frmJudge& judge, const RaceState& race, const P
     if (!shownFromFile && panel.chkNovice.Value() != 0) lane.novice = true;
     // Before the finish the label shows other things than a place.
     if (!record.hasRun || judge.RaceBeingFlown()) continue;
-    lane.placing = panel.lblStatus.Caption();
-    lane.position = panel.lblStatus.Tag();
+    lane.placing = panel.Status();
+    lane.position = panel.Position();
   }
   return record;
 }

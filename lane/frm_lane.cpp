@@ -32,8 +32,7 @@ frmLane::frmLane(Forms& forms, RaceState& race, LaneOwner& owner, int laneNumber
       lblHigh(Add(ControlKind::Label, "lblHigh", &fraLane)),
       race_(race),
       owner_(owner),
-      laneNumber_(laneNumber),
-      laneIndex_(laneNumber - 1) {
+      laneNumber_(laneNumber) {
   for (Control* mark : lblCut) {
     mark->SetCaption("No Cut");
     mark->SetVisible(false);
@@ -44,6 +43,7 @@ frmLane::frmLane(Forms& forms, RaceState& race, LaneOwner& owner, int laneNumber
   }
   lblStatus.SetBackColor(kWindow);
   lblStatus.SetForeColor(kWindowText);
+  for (Control* box : {&txtLapTen, &txtLapEleven}) box->SetForeColor(kDarkGrey);
   HookEvents();
 }
 
@@ -56,7 +56,7 @@ void frmLane::HookEvents() {
   lblStatus.onClick = [this] { lblStatus_Click(); };
   tmrLaps.onTimer = [this] { tmrLaps_Timer(); };
   tmrTurns.onTimer = [this] { tmrTurns_Timer(); };
-  fraLane.onHover = [this] { fraLane_MouseMove(); };
+  fraLane.onHover = [this] { HidePopUp(); };
   for (int i = lblCut.Lower(); i <= lblCut.Upper(); ++i) {
     lblCut[i].onHover = [this, i] { lblCut_MouseMove(i); };
   }
@@ -74,20 +74,18 @@ void frmLane::InitializeRace(std::int32_t timeBase) {
     TimeBase_ = SubtractLong(timeBase, kCountdown);
     LastLapTime_ = 0;
     MissedPylonTimes_.fill(0);
-    ClearControls();
+    ClearCells();
     ShowHandButtons();
-  } else if (loaded_) {
-    ClearControls();  // what the panel shows is of a race that was flown before
+  } else if (Loaded()) {
+    ClearCells();  // what the panel shows is of a race that was flown before
   }
   TurnToAnotherRace();
   doesNotFly_ = timeBase == kDoesNotFly;
-  loaded_ = false;
+  loadedFai_.reset();
   NeedsCutDisplay_ = true;
   log_.Clear();
-  lblStatus.SetTag("");
-  RecalculateCuts(true);
-  lblStatus.SetCaption("");
-  PylonCuts_.fill(0);
+  SetPosition("");
+  RecalculateCuts();
 }
 
 // What belongs to the race that the panel has shown so far: its lights, the place it was offered, a pop-up.
@@ -98,39 +96,54 @@ void frmLane::TurnToAnotherRace() {
   lblStatus.SetBackColor(kWindow);
   cmdOrder.SetVisible(false);
   cmdOrder.SetTag("");
+  placeOffered_ = 0;
   HidePopUp();
 }
 
-void frmLane::ClearControls() {
-  for (Control* box : {&txtLapTen, &txtLapEleven}) {
-    box->SetBackColor(kSilver);
-    box->SetForeColor(kDarkGrey);
-    box->SetText("");
-  }
-  for (Control* mark : lblCut) mark->SetVisible(false);
+void frmLane::ClearCells() {
   for (Control* cell : lblLap) {
     cell->SetCaption("");
     cell->SetVisible(cell == &lblLap[0]);
     cell->SetBackColor(kWhite);
   }
-  cmdCut.SetTag("-1");
 }
 
 // The operator's hands are wanted only while no stations report.
 void frmLane::ShowHandButtons() {
-  const bool enabled = Laps_ <= LapTarget_ && owner_.ClockRunning();
-  for (Control* button : {&cmdLap, &cmdCut, &cmdTurn}) {
-    button->SetVisible(!race_.CommActive);
-    if (!race_.CommActive) button->SetEnabled(enabled);
-  }
+  for (Control* button : {&cmdLap, &cmdCut, &cmdTurn}) button->SetVisible(!race_.CommActive);
+  if (!race_.CommActive) EnableHandButtons(counts_.laps <= counts_.lapTarget && owner_.ClockRunning());
+}
+
+void frmLane::EnableHandButtons(bool enabled) {
+  for (Control* button : {&cmdLap, &cmdCut, &cmdTurn}) button->SetEnabled(enabled);
+}
+
+void frmLane::FollowLink() {
+  if (cmdLap.Visible() == race_.CommActive) ShowHandButtons();
 }
 
 std::int32_t frmLane::ToRaceTime(std::int32_t time) const {
   return AddLong(TimeBase_, time);
 }
 
-std::int64_t frmLane::SinceLastLap() const {
-  return std::int64_t{owner_.RaceTime()} + TimeBase_ - LastLapTime_;
+void frmLane::SetFormParent(Control& frame) {
+  frame.SetVisible(false);
+  SetVisible(true);
+  UpdateLaneColor();
+}
+
+void frmLane::UpdateLaneColor() {
+  const std::string name = owner_.LaneColorName(laneNumber_);
+  fraLane.SetCaption(name);
+  lblLaneName.SetCaption(name);
+  lblLow.SetBackColor(owner_.LaneLowColor(laneNumber_));
+  lblHigh.SetBackColor(owner_.LaneHighColor(laneNumber_));
+}
+
+void frmLane::HidePopUp() {
+  cmdShow.SetVisible(false);
+  cmdShow.SetTag("");
+  popUpOf_ = -1;
 }
 
 }  // namespace quorvane

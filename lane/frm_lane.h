@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "forms/form.h"
@@ -10,9 +11,6 @@
 #include "race/race_state.h"
 
 namespace quorvane {
-
-inline constexpr int kFaiLanes = 3;  // that an FAI mode flies
-inline constexpr std::array kPlaceWords = {"First", "Second", "Third", "Fourth"};
 
 // The judging panel of one lane: takes laps, cuts and turns from the operator and, through the console, from
 // the stations, keeps them in the lane's event log and shows what the log says.
@@ -53,40 +51,38 @@ class frmLane : public Form {
   bool CanDoLap(std::uint8_t stationLaps) const;
   int CountLaps() const { return log_.CountLaps(); }
   bool IsFinished() const;
-  bool Loaded() const { return loaded_; }  // shows a race from the project file
+  bool Loaded() const { return loadedFai_.has_value(); }  // shows a race from the project file
   // Whether the mode of the race that the panel shows flies this lane.
   bool Flies() const { return !IsFai() || laneNumber_ <= kFaiLanes; }
-  void RecalculateLaps(bool display);
   void UpdateLapTime(std::int32_t time);
   // The race clock has been moved by so many ms: what was entered moves with it.
   void AdjustTime(std::int32_t by);
   // For a race whose laps before now were not heard: the lane has its time for the next one from here on.
   void JoinRace();
   void cmdLap_Click();
-  void doLap_KeyBoard() { cmdLap_Click(); }
   void tmrLaps_Timer();
   void chkNovice_Click();
 
-  // Turns and cuts. The index of the pylon entries is that of the key on the console and has no meaning here.
+  // Turns and cuts.
   void DoCut(const std::string& cutCode, int source, std::int32_t time);
   void cmdCut_Click();
-  void cntrCutP1(int /*index*/) { EnterMissedPylon(1); }
-  void cntrCutP2(int /*index*/) { EnterMissedPylon(2); }
-  void cntrCutP3(int /*index*/) { EnterMissedPylon(3); }
+  void cntrCut(int pylon);                                            // 1..3
   void DoTurn(int source, std::int32_t time, std::int32_t interval);  // interval: ms that the turn is shown
   bool CanDoTurn() const;
   void cmdTurn_Click();
   void tmrTurns_Timer();
-  void RecalculateCuts(bool display);
-  void DisplayCutTotals();
   void lblCut_MouseMove(int index);
 
-  // Finish and places. The final time is 1000000 without a result. A status that the operator gave is locked.
-  void GetFinal(std::int32_t& result);
+  // Finish and places. The final time is kNoResult without a result.
+  std::int32_t GetFinal();
   void FinalizeRace();
-  void DisplayTotals();
-  bool StatusLocked() const { return lblStatus.Tag() == "Locked"; }
+  // What the status reads: a place, a time, why there is none. Its position is "1".."4", "100" without a
+  // result, empty before the ranking, "Locked" when the operator has given it.
+  const std::string& Status() const { return status_; }
+  const std::string& Position() const { return position_; }
+  bool StatusLocked() const { return position_ == "Locked"; }
   int PlaceByHand() const;     // 1..4; 0 when the status is not locked, or no place
+  void Rank(int place);        // 1..4; 0: it has no result
   void LaneOrder(int place);   // offers place 1..4, or none with 5; an error otherwise; 1 begins anew
   void OfferPlace(int place);  // the same, but goes on with the places given so far
   void GiveUpPlace();          // the lane is ranked by its time again
@@ -97,94 +93,88 @@ class frmLane : public Form {
   void GetInfo(std::uint8_t& laps, std::uint8_t& lit, std::array<std::int16_t, 4>& cuts) const;
 
   // The panel. It stands in the place of the console's frame.
-  void SetFormParent(Control& frame, int laneIndex);
-  Control* Container() const { return container_; }  // null before SetFormParent and after Form_Unload
-  void UpdateLaneColor();
   void Form_Load();
-  void Form_Resize();
+  void SetFormParent(Control& frame);
+  void UpdateLaneColor();
   // The hands' buttons come back when the link has dropped, and go when it is there again.
   void FollowLink();
-  void Form_Unload();
-  void fraLane_MouseMove();
-  void Resized() override { Form_Resize(); }
 
   // Records. `section` is that of the race, "Race7" or "Refly2"; the lane's own is "Race7_Lane3". Values that
-  // are read may be anything: an entry that makes no sense leaves its slot of the log as it was. A loaded
-  // lane is recounted under the race mode that the race's section names and counts as finished until the next
-  // InitializeRace.
+  // are read may be anything (see LaneLog::Read). A loaded lane is recounted under the race mode that the
+  // race's section names and counts as finished until the next InitializeRace.
   void SaveLane(const std::string& section);
   void LoadLane(const std::string& section);
-  void LoadStatus(const std::string& section);
 
   // The lane's variables.
   std::int32_t TimeBase() const { return TimeBase_; }
   std::int32_t LastLapTime() const { return LastLapTime_; }
-  std::int32_t FinalTime() const { return FinalTime_; }
+  std::int32_t FinalTime() const { return counts_.finalTime; }
   bool InNoviceClick() const { return InNoviceClick_; }
   int EventCount() const { return log_.EventCount(); }
   const LaneLog& Events() const { return log_; }
-  std::int16_t CutCount() const { return CutCount_; }
-  std::int16_t Laps() const { return Laps_; }
-  std::int16_t LapTarget() const { return LapTarget_; }
-  std::int16_t CutsBeforeFinish() const { return CutsBeforeFinish_; }
+  std::int16_t CutCount() const { return counts_.cutCount; }
+  std::int16_t Laps() const { return counts_.laps; }
+  std::int16_t LapTarget() const { return counts_.lapTarget; }
+  std::int16_t CutsBeforeFinish() const { return counts_.cutsBeforeFinish; }
   bool NeedsCutDisplay() const { return NeedsCutDisplay_; }
-  const PylonTally& PylonCuts() const { return PylonCuts_; }
-  std::int16_t MissedPylon() const { return MissedPylon_; }
+  const PylonTally& PylonCuts() const { return counts_.pylonCuts; }
+  int MissedPylon() const { return MissedPylon_; }
   const std::array<std::int32_t, 3>& MissedPylonTimes() const { return MissedPylonTimes_; }
   std::int16_t Turns() const { return Turns_; }
   std::int32_t TurnTimerEnd() const { return TurnTimerEnd_; }
 
  private:
   std::int32_t ToRaceTime(std::int32_t time) const;
-  std::int64_t SinceLastLap() const;
-  bool IsFai() const { return loaded_ ? loadedFai_ : race_.IsFaiMode; }
+  bool IsFai() const { return loadedFai_.value_or(race_.IsFaiMode); }
   bool HasCell(int lap) const;
 
   void HookEvents();
   void TurnToAnotherRace();
-  void ClearControls();
+  void ClearCells();
   void ShowHandButtons();
+  void EnableHandButtons(bool enabled);
   void FreezeCell(std::int32_t time);
   void StartLapLight(std::int32_t lockOut, std::int64_t end);
   void ShowEleventhCell();
-  void EnterMissedPylon(std::int16_t pylon);
-  void EnterPanelCut(std::int16_t missedPylon, bool accepted);
+  void EnterPanelCut(int missedPylon, bool accepted);
+  void RecalculateCuts();
   void PlaceCutMark(const CutMark& mark);
   void HidePopUp();
+  void SetStatus(std::string text);
+  void SetPosition(std::string position);
+  void ShowCuts(int cuts);
+  void DisplayTotals();
+  void DisplayCutTotals();
   void ShowResult();
   void EntryMade();
 
   std::string LaneSection(const std::string& section) const;
-  void LoadLog(const std::string& laneSection);
   void LoadCaptions(const std::string& laneSection, const char* key, const ControlArray& labels);
 
   RaceState& race_;
   LaneOwner& owner_;
   const int laneNumber_;
-  int laneIndex_;
-  Control* container_ = nullptr;
 
   std::int32_t TimeBase_ = 0;
   std::int32_t LastLapTime_ = 0;
-  std::int32_t FinalTime_ = kNoFinalTime;
   bool InNoviceClick_ = false;
   LaneLog log_;
-  std::int16_t CutCount_ = 0;
-  std::int16_t Laps_ = 0;
-  std::int16_t LapTarget_ = 10;
-  std::int16_t CutsBeforeFinish_ = 0;
+  LapRecount counts_;
   bool NeedsCutDisplay_ = false;
-  PylonTally PylonCuts_ = {};
-  std::int16_t MissedPylon_ = 0;
+  int MissedPylon_ = 0;
   std::array<std::int32_t, 3> MissedPylonTimes_ = {};
   std::int16_t Turns_ = 0;
   std::int32_t TurnTimerEnd_ = 0;
 
+  std::string status_;
+  std::string position_;
+  int placeOffered_ = 0;          // 1..4, 5 after the last; 0: none yet
+  int cutsShown_ = 0;             // before the finish, as the Cut button tells
+  int popUpOf_ = -1;              // the cut mark that the pop-up repeats; -1: none
   std::int64_t lapLightEnd_ = 0;  // race clock at which the lap lock-out ends
   bool doesNotFly_ = false;
-  bool loaded_ = false;      // shown from the project file
-  bool loadedFai_ = false;   // the race mode it was flown in
-  unsigned raceSerial_ = 0;  // changes whenever the lane turns to another race
+  std::optional<bool> loadedFai_;  // the mode of a race that is shown from the project file
+  unsigned raceSerial_ = 0;        // changes whenever the lane turns to another race
 };
 
 }  // namespace quorvane

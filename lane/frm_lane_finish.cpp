@@ -15,8 +15,8 @@ namespace {
 
 constexpr Color kFinishingLap = Color::Rgb(0x80FF80);
 constexpr Color kNoFinish = Color::Rgb(0xFFC0C0);
-constexpr int kTenthCell = 9;
-constexpr int kEleventhCell = 10;
+constexpr int kAllGiven = 5;  // the place that is offered after the last one
+constexpr int kTenthCell = kLastLapCell - 1;
 
 // "First", "1", "1." or "1st", with or without "place" after it; 0 for anything else: "2 cuts" and "1:23.45"
 // are none.
@@ -36,69 +36,61 @@ int PlaceIn(const std::string& text) {
   return 0;
 }
 
+std::string PlaceWord(int place) {
+  return place >= 1 && place < kAllGiven ? kPlaceWords[static_cast<std::size_t>(place - 1)] : "";
+}
+
 }  // namespace
 
-void frmLane::GetFinal(std::int32_t& result) {
-  if (doesNotFly_) {
-    result = kNoFinalTime;
-    return;
-  }
-  std::string status;
-  if (Laps_ < LapTarget_ || CutsBeforeFinish_ >= 2) {
-    result = kNoFinalTime;
+std::int32_t frmLane::GetFinal() {
+  if (doesNotFly_) return kNoResult;
+  const bool doubleCut = counts_.cutsBeforeFinish >= 2;
+  if (counts_.laps < counts_.lapTarget || doubleCut) {
     txtLapTen.SetBackColor(kNoFinish);
     txtLapEleven.SetBackColor(kNoFinish);
-    status = CutsBeforeFinish_ >= 2 ? "Dbl Cut" : "DNF";
-  } else {
-    result = FinalTime_;
-    status = FormatMinutes(FormatSeconds(FinalTime_));
-    const bool withTen = CutsBeforeFinish_ == 0 || IsFai();
-    lblLap[kTenthCell].SetBackColor(withTen ? kFinishingLap : kSilver);
-    lblLap[kEleventhCell].SetBackColor(withTen ? kSilver : kFinishingLap);
+    if (!StatusLocked()) SetStatus(doubleCut ? "Dbl Cut" : "DNF");
+    return kNoResult;
   }
-  if (!StatusLocked()) lblStatus.SetCaption(status);
+  const bool withTen = counts_.cutsBeforeFinish == 0 || IsFai();
+  lblLap[kTenthCell].SetBackColor(withTen ? kFinishingLap : kSilver);
+  lblLap[kLastLapCell].SetBackColor(withTen ? kSilver : kFinishingLap);
+  if (!StatusLocked()) SetStatus(FormatMinutes(FormatSeconds(counts_.finalTime)));
+  return counts_.finalTime;
 }
 
 void frmLane::FinalizeRace() {
-  RecalculateCuts(true);
-  RecalculateLaps(false);
-  if (!doesNotFly_ && HasCell(Laps_)) lblLap[Laps_].SetCaption(CutsBeforeFinish_ > 1 ? "DBL" : "DNF");
-  for (int i = Laps_ + 1; i <= lblLap.Upper(); ++i) lblLap[i].SetCaption("");
+  RecalculateCuts();
+  counts_ = RecountLaps(log_, IsFai());
+  const int laps = counts_.laps;
+  if (!doesNotFly_ && HasCell(laps)) lblLap[laps].SetCaption(counts_.cutsBeforeFinish > 1 ? "DBL" : "DNF");
+  for (int i = laps + 1; i <= kLastLapCell; ++i) lblLap[i].SetCaption("");
   DisplayTotals();
 }
 
 void frmLane::DisplayTotals() {
-  if (log_.EventCount() == 0) {
-    cmdCut.SetCaption("Cut");
-    cmdCut.SetTag("0");
-    if (!StatusLocked()) {
-      lblStatus.SetTag("");
-      lblStatus.SetCaption("");
-      lblStatus.SetForeColor(kButtonText);
-    }
-    for (Control* box : {&txtLapTen, &txtLapEleven}) {
-      box->SetText("");
-      box->SetBackColor(kSilver);
-    }
-    return;
+  if (log_.EventCount() > 0) {
+    if (IsFinished()) return ShowResult();
+    return DisplayCutTotals();
   }
-  if (IsFinished()) {
-    ShowResult();
-  } else {
-    DisplayCutTotals();
+  ShowCuts(0);
+  if (!StatusLocked()) {
+    SetPosition("");
+    SetStatus("");
+    lblStatus.SetForeColor(kButtonText);
+  }
+  for (Control* box : {&txtLapTen, &txtLapEleven}) {
+    box->SetText("");
+    box->SetBackColor(kSilver);
   }
 }
 
 void frmLane::ShowResult() {
   txtLapTen.SetText(lblLap[kTenthCell].Caption());
-  txtLapEleven.SetText(lblLap[kEleventhCell].Caption());
+  txtLapEleven.SetText(lblLap[kLastLapCell].Caption());
   DisplayCutTotals();
-  std::int32_t final = 0;
-  GetFinal(final);
-  if (final < kNoFinalTime) {
-    txtLapTen.SetBackColor(lblLap[kTenthCell].BackColor());
-    txtLapEleven.SetBackColor(lblLap[kEleventhCell].BackColor());
-  }
+  if (GetFinal() >= kNoResult) return;
+  txtLapTen.SetBackColor(lblLap[kTenthCell].BackColor());
+  txtLapEleven.SetBackColor(lblLap[kLastLapCell].BackColor());
 }
 
 // An entry made after the race is over must show in the result at once, however short a time ago the lane's
@@ -110,57 +102,70 @@ void frmLane::EntryMade() {
   owner_.ResultChanged();
 }
 
+void frmLane::SetStatus(std::string text) {
+  status_ = std::move(text);
+  lblStatus.SetCaption(status_);
+}
+
+void frmLane::SetPosition(std::string position) {
+  position_ = std::move(position);
+  lblStatus.SetTag(position_);
+}
+
 int frmLane::PlaceByHand() const {
-  return StatusLocked() ? PlaceIn(lblStatus.Caption()) : 0;
+  return StatusLocked() ? PlaceIn(status_) : 0;
+}
+
+void frmLane::Rank(int place) {
+  if (StatusLocked()) return;
+  if (place == 0) return SetPosition("100");
+  SetStatus(PlaceWord(place));
+  SetPosition(std::to_string(place));
 }
 
 void frmLane::LaneOrder(int place) {
   if (place == 1) {
-    if (StatusLocked()) lblStatus.SetTag("");
-    std::int32_t final = 0;
-    GetFinal(final);
-    cmdOrder.SetVisible(final < kNoFinalTime);
+    if (StatusLocked()) SetPosition("");
+    cmdOrder.SetVisible(GetFinal() < kNoResult);
   }
   OfferPlace(place);
 }
 
 void frmLane::OfferPlace(int place) {
-  const int none = static_cast<int>(kPlaceWords.size()) + 1;
-  if (place < 1 || place > none) throw RunTimeError("Invalid use of Null");
-  cmdOrder.SetCaption(place == none ? "" : kPlaceWords[static_cast<std::size_t>(place - 1)]);
+  if (place < 1 || place > kAllGiven) throw RunTimeError("Invalid use of Null");
+  placeOffered_ = place;
+  cmdOrder.SetCaption(PlaceWord(place));
   cmdOrder.SetTag(std::to_string(place));
 }
 
 void frmLane::GiveUpPlace() {
-  lblStatus.SetTag("");
-  std::int32_t final = 0;
-  GetFinal(final);
-  if (LeadingInteger(cmdOrder.Tag()) != 0) cmdOrder.SetVisible(final < kNoFinalTime);
+  SetPosition("");
+  const bool hasResult = GetFinal() < kNoResult;
+  if (placeOffered_ != 0) cmdOrder.SetVisible(hasResult);
 }
 
 void frmLane::cmdOrder_Click() {
-  const int n = LeadingInteger(cmdOrder.Tag());
-  lblStatus.SetTag("Locked");
-  lblStatus.SetCaption(cmdOrder.Caption());
+  const int place = placeOffered_;
+  SetPosition("Locked");
+  SetStatus(PlaceWord(place));
   cmdOrder.SetVisible(false);
-  if (n < 5) owner_.SetOrder(std::min(n + 1, 4));
+  if (place < kAllGiven) owner_.SetOrder(std::min(place + 1, kAllGiven - 1));
 }
 
 // What the operator writes stands like a place that was given by the button: nothing else replaces it.
 void frmLane::lblStatus_Click() {
   const unsigned race = raceSerial_;
-  const DialogAnswer answer = owner_.Ask(
-      {DialogKind::Input, "Finish Order", "Enter finish order", DialogIcon::None, lblStatus.Caption()});
+  const DialogAnswer answer =
+      owner_.Ask({DialogKind::Input, "Finish Order", "Enter finish order", DialogIcon::None, status_});
   if (answer.word != DialogAnswer::Word::Text || race != raceSerial_) return;
   if (answer.text <= " ") return;
   const int place = PlaceIn(answer.text);
   if (place != 0) owner_.TakePlace(laneNumber_, place);
-  lblStatus.SetTag("Locked");
-  lblStatus.SetCaption(answer.text);
+  SetPosition("Locked");
+  SetStatus(answer.text);
   cmdOrder.SetVisible(false);
   // The place that is offered may be taken now, or one before it free again.
-  const int offered = LeadingInteger(cmdOrder.Tag());
-  if (offered != 0) owner_.SetOrder(std::min(offered + 1, 4));
+  if (placeOffered_ != 0) owner_.SetOrder(std::min(placeOffered_ + 1, kAllGiven - 1));
   owner_.ResultChanged();
 }
 
@@ -171,9 +176,9 @@ void frmLane::GetInfo(std::uint8_t& laps, std::uint8_t& lit, std::array<std::int
   } else if (tmrTurns.Enabled()) {
     left = std::int64_t{TurnTimerEnd_} - owner_.RaceTime();
   }
-  laps = static_cast<std::uint8_t>(std::clamp<int>(Laps_, 0, 255));
+  laps = static_cast<std::uint8_t>(std::clamp<int>(counts_.laps, 0, 255));
   lit = static_cast<std::uint8_t>(std::clamp<std::int64_t>(left / 8, 0, 255));
-  cuts = PylonCuts_;
+  cuts = counts_.pylonCuts;
 }
 
 }  // namespace quorvane

@@ -22,8 +22,8 @@ void frmLane::DoLap(std::int32_t time, std::int32_t lockOut) {
   const std::int32_t t = ToRaceTime(time);
   if (doesNotFly_ || t < kFirstLapFrom) return;
   if (race_.ManualStart && t < std::int64_t{LastLapTime_} + kBetweenLaps) return;
-  const bool freeLap = chkNovice.Value() != 0 && Laps_ == 0;
-  const std::uint8_t lapsAfter = ToByte(Laps_ + (freeLap ? 2 : 1));
+  const bool freeLap = chkNovice.Value() != 0 && counts_.laps == 0;
+  const std::uint8_t lapsAfter = ToByte(counts_.laps + (freeLap ? 2 : 1));
   const std::int64_t lightEnd = std::int64_t{owner_.RaceTime()} + lockOut;
   log_.Require(freeLap ? 2 : 1);
 
@@ -31,15 +31,15 @@ void frmLane::DoLap(std::int32_t time, std::int32_t lockOut) {
   if (freeLap) {
     // A novice is credited with the first lap: its cell ends at the same time as the next one.
     FreezeCell(time);
-    Laps_ = 1;
+    counts_.laps = 1;
     log_.AddEvent({"L", t, kTimersStation, 1});
   }
   FreezeCell(time);
-  Laps_ = lapsAfter;
-  log_.AddEvent({"L", t, kTimersStation, Laps_});
-  FinalTime_ = RecountLaps(log_, IsFai()).finalTime;
-  if (HasCell(Laps_)) {
-    lblLap[Laps_].SetVisible(true);
+  counts_.laps = lapsAfter;
+  log_.AddEvent({"L", t, kTimersStation, counts_.laps});
+  counts_.finalTime = RecountLaps(log_, IsFai()).finalTime;
+  if (HasCell(counts_.laps)) {
+    lblLap[counts_.laps].SetVisible(true);
     UpdateLapTime(time);
   }
   StartLapLight(lockOut, lightEnd);
@@ -50,13 +50,15 @@ void frmLane::DoLap(std::int32_t time, std::int32_t lockOut) {
 // Whether the lap after `lap` completed ones has a cell that shows it: the eleventh only in a lane that owes
 // it.
 bool frmLane::HasCell(int lap) const {
-  return lap < lblLap.Upper() || (lap == lblLap.Upper() && LapTarget_ > lblLap.Upper());
+  return lap < kLastLapCell || (lap == kLastLapCell && counts_.lapTarget > kLastLapCell);
 }
 
 void frmLane::FreezeCell(std::int32_t time) {
-  if (!HasCell(Laps_)) return;
-  lblLap[Laps_].SetBackColor(kSilver);
-  UpdateLapTime(time);
+  if (!HasCell(counts_.laps)) return;
+  Control& cell = lblLap[counts_.laps];
+  cell.SetBackColor(kSilver);
+  cell.SetCaption(FormatSeconds(ToRaceTime(time)));
+  EnableHandButtons(true);
 }
 
 void frmLane::StartLapLight(std::int32_t lockOut, std::int64_t end) {
@@ -74,16 +76,9 @@ void frmLane::tmrLaps_Timer() {
 
 void frmLane::UpdateLapTime(std::int32_t time) {
   const std::int32_t t = ToRaceTime(time);
-  Laps_ = std::min<std::int16_t>(Laps_, static_cast<std::int16_t>(lblLap.Upper() + 1));
-  if (HasCell(Laps_)) {
-    Control& cell = lblLap[Laps_];
-    if (cell.BackColor() != kWhite) {
-      cell.SetCaption(FormatSeconds(t));
-    } else {
-      cell.SetCaption(t >= 0 ? FormatTenths(t) : "");
-    }
-  }
-  for (Control* button : {&cmdLap, &cmdCut, &cmdTurn}) button->SetEnabled(true);
+  counts_.laps = std::min(counts_.laps, static_cast<std::int16_t>(kLastLapCell + 1));
+  if (HasCell(counts_.laps)) lblLap[counts_.laps].SetCaption(t >= 0 ? FormatTenths(t) : "");
+  EnableHandButtons(true);
 }
 
 bool frmLane::CanDoLap(std::uint8_t stationLaps) const {
@@ -94,9 +89,9 @@ bool frmLane::CanDoLap(std::uint8_t stationLaps) const {
 }
 
 bool frmLane::IsFinished() const {
-  if (loaded_ || doesNotFly_) return true;
-  const std::int64_t s = SinceLastLap();
-  const bool done = Laps_ >= LapTarget_ || CutCount_ >= 2;
+  if (Loaded() || doesNotFly_) return true;
+  const std::int64_t s = std::int64_t{owner_.RaceTime()} + TimeBase_ - LastLapTime_;
+  const bool done = counts_.laps >= counts_.lapTarget || counts_.cutCount >= 2;
   return (s >= 10000 && done) || s >= 30001;
 }
 
@@ -114,24 +109,13 @@ void frmLane::AdjustTime(std::int32_t by) {
   lapLightEnd_ += by;
   if (by == 0 || log_.EventCount() == 0) return;
   log_.MoveTimes(by);
-  for (int i = 0; i < log_.EventCount(); ++i) {
-    const int cell = log_[i].Count - 1;
-    if (log_[i].Kind == "L" && HasCell(cell)) lblLap[cell].SetCaption(FormatSeconds(log_[i].EventTime));
+  for (const LaneEvent& event : log_.Entries()) {
+    const int cell = event.Count - 1;
+    if (event.Kind == "L" && HasCell(cell)) lblLap[cell].SetCaption(FormatSeconds(event.EventTime));
   }
   NeedsCutDisplay_ = true;
-  RecalculateCuts(true);
-  RecalculateLaps(false);
-}
-
-void frmLane::RecalculateLaps(bool display) {
-  const LapRecount r = RecountLaps(log_, IsFai());
-  Laps_ = r.laps;
-  LapTarget_ = r.lapTarget;
-  FinalTime_ = r.finalTime;
-  CutCount_ = r.cutCount;
-  CutsBeforeFinish_ = r.cutsBeforeFinish;
-  PylonCuts_ = r.pylonCuts;
-  if (display) DisplayTotals();
+  RecalculateCuts();
+  counts_ = RecountLaps(log_, IsFai());
 }
 
 void frmLane::cmdLap_Click() {

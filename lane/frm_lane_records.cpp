@@ -5,7 +5,6 @@
 #include "base/text.h"
 #include "base/time_text.h"
 #include "lane/frm_lane.h"
-#include "lane/lane_text.h"
 
 namespace quorvane {
 namespace {
@@ -14,13 +13,8 @@ constexpr const char* kNoCaptions = ",,,,,,,,,,,,,";
 
 std::string Captions(const ControlArray& labels, int number) {
   std::vector<std::string> captions;
-  captions.reserve(static_cast<std::size_t>(number));
   for (int i = 0; i < number; ++i) captions.push_back(labels[i].Caption());
   return Join(captions, ',');
-}
-
-bool HasContent(const Control& label) {
-  return label.Caption().find_first_not_of(' ') != std::string::npos;
 }
 
 }  // namespace
@@ -31,39 +25,41 @@ std::string frmLane::LaneSection(const std::string& section) const {
 
 void frmLane::SaveLane(const std::string& section) {
   const std::string lane = LaneSection(section);
-  owner_.SetProjectValue(lane, "NumEvents", std::to_string(log_.EventCount()));
-  owner_.SetProjectValue(lane, "NumCuts", std::to_string(CutCount_));
-  owner_.SetProjectValue(lane, "NumLaps", std::to_string(Laps_));
-  owner_.SetProjectValue(lane, "Placing", lblStatus.Caption());
-  owner_.SetProjectValue(lane, "Position", lblStatus.Tag());
-  owner_.SetProjectValue(lane, "Time", FinalTime_ < kNoFinalTime ? FormatSeconds(FinalTime_) : "nt");
-  owner_.SetProjectValue(lane, "Laps", Captions(lblLap, lblLap.Upper() + 1));
-  owner_.SetProjectValue(lane, "Cuts", Captions(lblCut, std::min<int>(CutCount_, lblCut.Upper())));
-  for (int i = 0; i < log_.EventCount(); ++i) {
-    owner_.SetProjectValue(lane, "Event" + std::to_string(i), EventText(log_[i]));
-  }
+  const auto set = [&](const std::string& key, const std::string& value) {
+    owner_.SetProjectValue(lane, key, value);
+  };
+  set("NumEvents", std::to_string(log_.EventCount()));
+  set("NumCuts", std::to_string(counts_.cutCount));
+  set("NumLaps", std::to_string(counts_.laps));
+  set("Placing", status_);
+  set("Position", position_);
+  set("Time", counts_.finalTime < kNoResult ? FormatSeconds(counts_.finalTime) : "nt");
+  set("Laps", Captions(lblLap, kLastLapCell + 1));
+  set("Cuts", Captions(lblCut, std::min<int>(counts_.cutCount, kLastCutMark)));
+  for (int i = 0; i < log_.EventCount(); ++i) set("Event" + std::to_string(i), EventText(log_[i]));
 }
 
 void frmLane::LoadLane(const std::string& section) {
   const std::string lane = LaneSection(section);
+  const auto value = [&](const std::string& key) { return owner_.GetProjectValue(lane, key, ""); };
   const double mode = LeadingNumber(owner_.GetProjectValue(section, "RaceMode", ""));
   TurnToAnotherRace();
-  loaded_ = true;
-  loadedFai_ = mode >= 1 && mode < 7 ? mode >= 4 : race_.IsFaiMode;
+  loadedFai_ = mode >= 1 && mode < 7 ? mode >= kFirstFaiMode : race_.IsFaiMode;
   LoadCaptions(lane, "Laps", lblLap);
   LoadCaptions(lane, "Cuts", lblCut);
   // The counts and the time that the file gives are for its readers; the log has the last word here.
-  LoadLog(lane);
+  log_.Read(value);
   // A lane that flew was saved with a place, or with why it has none.
-  doesNotFly_ = !Flies() || (log_.EventCount() == 0 && owner_.GetProjectValue(lane, "Placing", "").empty());
+  doesNotFly_ = !Flies() || (log_.EventCount() == 0 && value("Placing").empty());
 
-  const int laps = RecountLaps(log_, loadedFai_).laps;
-  for (int i = 0; i <= lblLap.Upper(); ++i) lblLap[i].SetBackColor(i < laps ? kSilver : kWhite);
-  lblStatus.SetTag("");
+  const int laps = RecountLaps(log_, *loadedFai_).laps;
+  for (int i = 0; i <= kLastLapCell; ++i) lblLap[i].SetBackColor(i < laps ? kSilver : kWhite);
+  SetPosition("");
   NeedsCutDisplay_ = true;
   FinalizeRace();
-  for (Control* cell : lblLap) cell->SetVisible(HasContent(*cell));
-  LoadStatus(section);
+  for (Control* cell : lblLap) cell->SetVisible(cell->Caption().find_first_not_of(' ') != std::string::npos);
+  SetStatus(value("Placing"));
+  SetPosition(value("Position"));
 }
 
 void frmLane::LoadCaptions(const std::string& laneSection, const char* key, const ControlArray& labels) {
@@ -73,19 +69,6 @@ void frmLane::LoadCaptions(const std::string& laneSection, const char* key, cons
     labels[i].SetCaption(field < fields.size() ? fields[field] : " ");
     labels[i].SetVisible(field < fields.size());
   }
-}
-
-void frmLane::LoadLog(const std::string& laneSection) {
-  const LaneValue value = [&](const std::string& key, const std::string& fallback) {
-    return owner_.GetProjectValue(laneSection, key, fallback);
-  };
-  log_ = ReadLog(value, log_);
-}
-
-void frmLane::LoadStatus(const std::string& section) {
-  const std::string lane = LaneSection(section);
-  lblStatus.SetCaption(owner_.GetProjectValue(lane, "Placing", ""));
-  lblStatus.SetTag(owner_.GetProjectValue(lane, "Position", ""));
 }
 
 }  // namespace quorvane

@@ -28,24 +28,23 @@ std::string SpeedText(std::int64_t ms) {
 }  // namespace
 
 void frmLane::DoCut(const std::string& cutCode, int source, std::int32_t time) {
-  CutReport report;
-  report.time = ToRaceTime(time);
+  const std::int32_t t = ToRaceTime(time);
   if (doesNotFly_) return;
-  if (Laps_ > lblLap.Upper()) {
+  if (counts_.laps > kLastLapCell) {
     NeedsCutDisplay_ = true;
     return;
   }
-  report.wanted = source == kPanelSource ? LeadingInteger(cutCode) : CutsOfCode(cutCode);
-  report.source = source;
-  report.laps = report.lapOfCut = Laps_;
-  if ((source == 1 || source == 2) && Laps_ >= 1 && std::int64_t{report.time} - LastLapTime_ < kPreviousLap) {
-    report.lapOfCut = Laps_ - 1;
-  }
-  report.cutsOnLane = CutCount_;
-  report.missedPylon = MissedPylon_;
-  EnterCutReport(log_, report);
+  const bool late =
+      (source == 1 || source == 2) && counts_.laps >= 1 && std::int64_t{t} - LastLapTime_ < kPreviousLap;
+  log_.EnterCuts({.wanted = source == kPanelSource ? LeadingInteger(cutCode) : CutsOfCode(cutCode),
+                  .source = source,
+                  .time = t,
+                  .laps = counts_.laps,
+                  .lapOfCut = counts_.laps - (late ? 1 : 0),
+                  .cutsOnLane = counts_.cutCount,
+                  .missedPylon = MissedPylon_});
   NeedsCutDisplay_ = true;
-  RecalculateCuts(true);
+  RecalculateCuts();
   owner_.IssueRaceEvent(true);
   EntryMade();
 }
@@ -54,22 +53,22 @@ void frmLane::cmdCut_Click() {
   EnterPanelCut(0, race_.RaceActive);
 }
 
-void frmLane::EnterMissedPylon(std::int16_t pylon) {
+void frmLane::cntrCut(int pylon) {
   std::int32_t& lastTime = MissedPylonTimes_[static_cast<std::size_t>(pylon - 1)];
   const std::int32_t now = owner_.RaceTime();
   if (now <= std::int64_t{lastTime} + kBetweenMissedPylons) return;
-  EnterPanelCut(pylon, race_.RaceActive && CutCount_ < 4);
+  EnterPanelCut(pylon, race_.RaceActive && counts_.cutCount < 4);
   lastTime = now;
 }
 
 // One more cut than the lane has, named after the missed pylon (0: none). A refused one leaves no name
 // behind.
-void frmLane::EnterPanelCut(std::int16_t missedPylon, bool accepted) {
-  const std::int16_t before = MissedPylon_;
+void frmLane::EnterPanelCut(int missedPylon, bool accepted) {
+  const int before = MissedPylon_;
   MissedPylon_ = missedPylon;
   if (!accepted) return;
   try {
-    DoCut(std::to_string(CutCount_ + 1), kPanelSource, owner_.RaceTime());
+    DoCut(std::to_string(counts_.cutCount + 1), kPanelSource, owner_.RaceTime());
   } catch (const RunTimeError&) {
     MissedPylon_ = before;
     throw;
@@ -80,15 +79,15 @@ void frmLane::DoTurn(int source, std::int32_t time, std::int32_t interval) {
   const std::int32_t t = ToRaceTime(time);
   if (doesNotFly_) return;
   const std::int32_t end = AddLong(owner_.RaceTime(), interval);
-  log_.AddEvent({"T", t, source, Laps_, MissedPylon_});
+  log_.AddEvent({"T", t, source, counts_.laps, MissedPylon_});
   tmrLaps.SetEnabled(false);
   tmrTurns.SetInterval(interval);
   tmrTurns.SetEnabled(true);
   lblStatus.SetBackColor(kGreen);
   TurnTimerEnd_ = end;
-  if (Laps_ > 1 && !StatusLocked()) lblStatus.SetCaption(SpeedText(std::int64_t{t} - LastLapTime_));
+  if (counts_.laps > 1 && !StatusLocked()) SetStatus(SpeedText(std::int64_t{t} - LastLapTime_));
   NeedsCutDisplay_ = true;
-  RecalculateCuts(true);
+  RecalculateCuts();
   owner_.IssueRaceEvent(true);
   EntryMade();
 }
@@ -110,22 +109,18 @@ void frmLane::tmrTurns_Timer() {
   lblStatus.SetBackColor(kWindow);
 }
 
-void frmLane::RecalculateCuts(bool display) {
+void frmLane::RecalculateCuts() {
   if (!NeedsCutDisplay_) return;
   NeedsCutDisplay_ = false;
   const CutRecount r = RecountCuts(log_, IsFai());
+  counts_ = r;
   Turns_ = r.turns;
-  Laps_ = r.laps;
-  LapTarget_ = r.lapTarget;
-  CutCount_ = r.cutCount;
-  CutsBeforeFinish_ = r.cutsBeforeFinish;
-  PylonCuts_ = r.pylonCuts;
-  FinalTime_ = RecountLaps(log_, IsFai()).finalTime;
   for (const CutMark& mark : r.marks) PlaceCutMark(mark);
-  for (int i = Turns_ + CutCount_; i <= lblCut.Upper(); ++i) lblCut[i].SetVisible(false);
-  if (cmdShow.Anchor() != nullptr && !cmdShow.Anchor()->Visible()) HidePopUp();
+  const int marks = r.turns + r.cutCount;
+  for (int i = marks; i <= kLastCutMark; ++i) lblCut[i].SetVisible(false);
+  if (popUpOf_ >= marks) HidePopUp();
   ShowEleventhCell();
-  if (display) DisplayTotals();
+  DisplayTotals();
 }
 
 void frmLane::PlaceCutMark(const CutMark& mark) {
@@ -139,33 +134,38 @@ void frmLane::PlaceCutMark(const CutMark& mark) {
 
 // A cut that is entered or withdrawn after the tenth lap decides whether there is an eleventh.
 void frmLane::ShowEleventhCell() {
-  if (loaded_ || doesNotFly_) return;
-  Control& cell = lblLap[lblLap.Upper()];
-  const bool owed = LapTarget_ > lblLap.Upper() && Laps_ >= lblLap.Upper();
+  if (Loaded() || doesNotFly_) return;
+  Control& cell = lblLap[kLastLapCell];
+  const bool owed = counts_.lapTarget > kLastLapCell && counts_.laps >= kLastLapCell;
   if (cell.Visible() == owed) return;
   cell.SetCaption("");
   cell.SetBackColor(kWhite);
   cell.SetVisible(owed);
-  if (owed) lblLap[lblLap.Upper() - 1].SetBackColor(kSilver);  // the tenth is not the finish any more
+  if (owed) lblLap[kLastLapCell - 1].SetBackColor(kSilver);  // the tenth is not the finish any more
+}
+
+void frmLane::ShowCuts(int cuts) {
+  cutsShown_ = cuts;
+  cmdCut.SetTag(std::to_string(cuts));
+  cmdCut.SetCaption(cuts == 0 ? "Cut" : "Cuts(" + std::to_string(cuts) + ")");
 }
 
 void frmLane::DisplayCutTotals() {
-  if (CutsBeforeFinish_ == LeadingNumber(cmdCut.Tag()) || StatusLocked()) return;
-  const std::string n = std::to_string(CutsBeforeFinish_);
-  cmdCut.SetTag(n);
-  cmdCut.SetCaption(CutsBeforeFinish_ == 0 ? "Cut" : "Cuts(" + n + ")");
-  lblStatus.SetCaption(CutsBeforeFinish_ >= 2 ? "DBL CUT" : "");
-  lblStatus.SetForeColor(CutsBeforeFinish_ == 0 ? kWindowText : kRed);
+  const int cuts = counts_.cutsBeforeFinish;
+  if (cuts == cutsShown_ || StatusLocked()) return;
+  ShowCuts(cuts);
+  SetStatus(cuts >= 2 ? "DBL CUT" : "");
+  lblStatus.SetForeColor(cuts == 0 ? kWindowText : kRed);
 }
 
 void frmLane::lblCut_MouseMove(int index) {
   Control& mark = lblCut[index];
-  const std::string tag = std::to_string(index);
-  if (cmdShow.Tag() == tag) return;
+  if (popUpOf_ == index) return;
+  popUpOf_ = index;
   cmdShow.SetAnchor(&mark);
   cmdShow.SetCaption(mark.Caption());
   cmdShow.SetVisible(true);
-  cmdShow.SetTag(tag);
+  cmdShow.SetTag(std::to_string(index));
 }
 
 }  // namespace quorvane

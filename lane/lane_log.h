@@ -2,14 +2,16 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "race/race_state.h"
+
 namespace quorvane {
 
-// A lane that has no result has this final time, ms.
-inline constexpr std::int32_t kNoFinalTime = 1000000;
 // The source of an entry made at the panel.
 inline constexpr int kPanelSource = 254;
 
@@ -20,11 +22,14 @@ struct LaneEvent {
   std::string Kind = {};    // "L" lap, "C" cut, "-C" cut withdrawn, "T" turn
   std::string SourceName = {};
   std::int32_t EventTime = 0;
-  std::int32_t FirstReported =
-      0;  // when a cut was first reported: a withdrawal overwrites EventTime; 0 otherwise
+  // When a cut was first reported: a withdrawal overwrites EventTime; 0 otherwise.
+  std::int32_t FirstReported = 0;
 
   bool operator==(const LaneEvent&) const = default;
 };
+
+// As the project file keeps it: six fields joined by commas.
+std::string EventText(const LaneEvent& event);
 
 // What an entry is made of besides its name.
 struct NewEvent {
@@ -33,38 +38,6 @@ struct NewEvent {
   int source = 0;       // OverflowError outside 0..255
   int count = 0;        // OverflowError outside 0..255
   int missedPylon = 0;  // 0..3, names an entry of the panel: "ME", "MP1".."MP3"
-};
-
-// The event log of one lane: 101 slots in order of entry. A call that raises an error has changed nothing: a
-// full log and a slot outside raise SubscriptError.
-class LaneLog {
- public:
-  static constexpr int kSlots = 101;
-
-  int EventCount() const { return count_; }
-  const LaneEvent& operator[](std::int64_t index) const;  // any slot, also beyond EventCount
-
-  void SetEvent(std::int64_t index, const NewEvent& event);
-  void AddEvent(const NewEvent& event);
-  // Entries from index on move up one place. The index is at most EventCount.
-  void InsertEvent(std::int64_t index, const NewEvent& event);
-  void Withdraw(std::int64_t index, std::int32_t time);  // "C" becomes "-C"
-  void Reinstate(std::int64_t index);                    // "-C" becomes "C"
-  void MoveTimes(std::int32_t by);                       // of all entries, ms
-  void Require(int entries) const;                       // SubscriptError unless so many slots are free
-
-  // The count of the latest lap, 0 without one.
-  int CountLaps() const;
-
-  void Clear();  // the slots keep what they hold
-  // For a log that is read back: entries keep what the file says, and slots that it leaves out stay as they
-  // are.
-  void SetEventCount(int count);
-  void Restore(std::int64_t index, LaneEvent event);
-
- private:
-  std::array<LaneEvent, kSlots> events_;
-  int count_ = 0;
 };
 
 // A report of how many cuts one source sees on the lane now.
@@ -78,10 +51,37 @@ struct CutReport {
   int missedPylon = 0;
 };
 
-// Brings the cuts of the report's source to what it reports: the latest excess cuts are withdrawn, one that
-// was withdrawn less than a second ago counts again, missing ones are logged. SubscriptError, and nothing
-// changed, when they do not all fit.
-void EnterCutReport(LaneLog& log, const CutReport& report);
+// The value of a key in the lane's section of a project file, empty when it is not there.
+using LaneValue = std::function<std::string(const std::string& key)>;
+
+// The event log of one lane: 101 slots in order of entry. A call that raises an error has changed nothing: a
+// full log raises SubscriptError.
+class LaneLog {
+ public:
+  static constexpr int kSlots = 101;
+
+  int EventCount() const { return count_; }
+  const LaneEvent& operator[](std::int64_t index) const;  // any slot, also beyond EventCount
+  std::span<const LaneEvent> Entries() const { return {events_.data(), static_cast<std::size_t>(count_)}; }
+  int CountLaps() const;  // the count of the latest lap, 0 without one
+
+  void AddEvent(const NewEvent& event);
+  // Brings the cuts of the report's source to what it reports: the latest excess cuts are withdrawn, one that
+  // was withdrawn less than a second ago counts again, missing ones are logged. All of it, or nothing when
+  // they do not all fit.
+  void EnterCuts(const CutReport& report);
+  void MoveTimes(std::int32_t by);  // of all entries, ms
+  void Require(int entries) const;  // SubscriptError unless so many slots are free
+
+  void Clear() { count_ = 0; }  // the slots keep what they hold
+  // The log that a lane's section describes. Its values may be anything: an entry that makes no sense leaves
+  // its slot as it is, and there are never more than the log holds.
+  void Read(const LaneValue& value);
+
+ private:
+  std::array<LaneEvent, kSlots> events_;
+  int count_ = 0;
+};
 
 using PylonTally = std::array<std::int16_t, 4>;  // pylons 1..3, then cuts from any other source
 
@@ -91,7 +91,7 @@ struct LapRecount {
   std::int16_t lapTarget = 10;
   std::int16_t cutCount = 0;
   std::int16_t cutsBeforeFinish = 0;
-  std::int32_t finalTime = kNoFinalTime;
+  std::int32_t finalTime = kNoResult;  // of a lane that flew its target, even with too many cuts
   PylonTally pylonCuts = {};
 };
 LapRecount RecountLaps(const LaneLog& log, bool isFaiMode);
@@ -108,14 +108,10 @@ struct CutMark {
 inline constexpr int kLastLapCell = 10;
 inline constexpr int kLastCutMark = 39;
 
-// Turns, cuts and the strip of marks, replayed from the log.
-struct CutRecount {
+// Turns, cuts and the strip of marks. Here laps are the number of lap entries, at most one more than the
+// target, and each cut counts for the pylon of the log's first entry.
+struct CutRecount : LapRecount {
   std::int16_t turns = 0;
-  std::int16_t laps = 0;  // the number of lap entries, at most one more than the target
-  std::int16_t lapTarget = 10;
-  std::int16_t cutCount = 0;
-  std::int16_t cutsBeforeFinish = 0;
-  PylonTally pylonCuts = {};  // each cut counted for the source of the log's first entry
   std::vector<CutMark> marks = {};
 };
 CutRecount RecountCuts(const LaneLog& log, bool isFaiMode);

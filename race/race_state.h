@@ -1,9 +1,16 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
 
 namespace quorvane {
+
+// A final time, in ms, of a lane that has no result.
+inline constexpr std::int32_t kNoResult = 1000000;
+inline constexpr int kFirstFaiMode = 4;  // of the race modes 1..6
+inline constexpr int kFaiLanes = 3;      // that an FAI mode flies
+inline constexpr std::array kPlaceWords = {"First", "Second", "Third", "Fourth"};
 
 // The race variables that all parts of the program share; one instance for the program.
 struct RaceState {

@@ -47,7 +47,7 @@ bool HasFlown(const LaneRecord& lane) {
 }
 
 bool HasResult(const LaneRecord& lane) {
-  return lane.final > 0 && lane.final < LaneRecord::kNoResult;
+  return lane.final > 0 && lane.final < kNoResult;
 }
 
 }  // namespace quorvane

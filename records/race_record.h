@@ -8,6 +8,7 @@
 
 #include "base/color.h"
 #include "forms/platform.h"
+#include "race/race_state.h"
 
 namespace quorvane {
 
@@ -32,8 +33,6 @@ struct CutRecord {
 };
 
 struct LaneRecord {
-  static constexpr std::int32_t kNoResult = 1000000;
-
   int lane = 1;      // 1..4
   std::string name;  // the lane's marking, " Low Green"
   Color low = kButtonFace;

@@ -9,7 +9,6 @@
 
 #include "base/text.h"
 #include "lane/lane_log.h"
-#include "lane/lane_text.h"
 #include "records/lane_colors.h"
 #include "records/profile_file.h"
 #include "records/project.h"
@@ -121,12 +120,12 @@ RaceRecord ReadFlight(const ProjectSource& project, int race, int refly) {
   if (!record.hasRun) return record;
   for (LaneRecord& lane : record.lanes) {
     const std::string laneSection = section + "_Lane" + std::to_string(lane.lane);
-    const auto value = [&](const std::string& key, const std::string& fallback) {
-      return project.read(laneSection, key, fallback);
-    };
-    ReadLane(lane, ReadLog(value), record.mode);
-    lane.placing = value("Placing", "");
-    lane.position = value("Position", "");
+    const auto value = [&](const std::string& key) { return project.read(laneSection, key, ""); };
+    LaneLog log;
+    log.Read(value);
+    ReadLane(lane, log, record.mode);
+    lane.placing = value("Placing");
+    lane.position = value("Position");
   }
   return record;
 }
@@ -176,7 +175,7 @@ void MarkLanes(RaceRecord& record, std::int16_t laneColorScheme) {
 void ReadLane(LaneRecord& lane, const LaneLog& log, int mode) {
   const LapRecount count = RecountLaps(log, mode >= kFirstFaiMode);
   const bool hasResult = count.laps >= count.lapTarget && count.cutsBeforeFinish < 2;
-  lane.final = hasResult ? count.finalTime : LaneRecord::kNoResult;
+  lane.final = hasResult ? count.finalTime : kNoResult;
   lane.lapTarget = count.lapTarget;
   lane.novice = BeginsWithFreeLap(log);
   for (int i = 0; i < log.EventCount(); ++i) {
@@ -187,8 +186,7 @@ void ReadLane(LaneRecord& lane, const LaneLog& log, int mode) {
   }
   for (LapRecord& lap : lane.laps) {
     lap.credited = lane.novice && lap.count == 1;
-    lap.finishing =
-        lane.final < LaneRecord::kNoResult && lap.count == count.lapTarget && lap.time == count.finalTime;
+    lap.finishing = lane.final < kNoResult && lap.count == count.lapTarget && lap.time == count.finalTime;
   }
 }
 

@@ -39,7 +39,6 @@ ContestRecord ReadContest(const ProjectSource& project);
 // The parts of a record, for a race that is not only in the file.
 
 inline constexpr const char* kDefaultComments = "No comments";
-inline constexpr int kFirstFaiMode = 4;
 
 // Number, heat, round, mode, date and comments of the flight that stands for the race.
 RaceRecord ReadStandingHeader(const ProjectSource& project, int race);

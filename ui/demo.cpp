@@ -12,7 +12,6 @@
 namespace quorvane {
 namespace {
 
-constexpr int kNoResult = 1000000;
 constexpr std::int32_t kStartSignal = 60000;    // ms on the race clock
 constexpr std::int32_t kPictureOfCount = 2000;  // ms into the count
 

@@ -46,7 +46,7 @@ QString PlaceText(const std::string& caption) {
 
 // The time of a lane that has finished, otherwise that of its last lap.
 QString TimeText(const frmLane& lane) {
-  if (lane.IsFinished() && lane.FinalTime() < LaneRecord::kNoResult && lane.CutsBeforeFinish() < 2) {
+  if (lane.IsFinished() && lane.FinalTime() < kNoResult && lane.CutsBeforeFinish() < 2) {
     return ToQString(FormatMinutes(FormatSeconds(lane.FinalTime())));
   }
   const int last = lane.Laps() - 1;
@@ -63,11 +63,11 @@ Score::Lane ReadLane(Program& program, int index) {
   score.high = ToQColor(lane.lblHigh.BackColor());
   // Until it is flown again, the lanes still have the race that the refly repeats.
   if (program.race().ReflyMode && !program.race().RaceActive) return score;
-  const bool placed = !program.judge().RaceBeingFlown() || lane.lblStatus.Caption() == "DNF";
-  if (placed) score.place = PlaceText(lane.lblStatus.Caption());
+  const bool placed = !program.judge().RaceBeingFlown() || lane.Status() == "DNF";
+  if (placed) score.place = PlaceText(lane.Status());
   if (!placed && lane.CutsBeforeFinish() >= 2) score.place = QStringLiteral("DBL CUT");
   score.bad = lane.CutsBeforeFinish() >= 2 || score.place == QLatin1String("DNF") ||
-              (placed && lane.lblStatus.Tag() == "100");
+              (placed && lane.Position() == "100");
   if (lane.EventCount() == 0) return score;
   score.laps = QString::number(lane.Laps());
   score.cuts = lane.CutCount() == 0 ? QString() : QString::number(lane.CutCount());

@@ -54,10 +54,7 @@ TEST(Cuts, KeysNameTheMissedPylon) {
         Step{6002, 2, 3}, Step{8001, 3, 4}, Step{9003, 2, 4}, Step{20000, 0, 5}, Step{30000, 0, 5}}) {
     rig.At(time);
     rig.race.RaceActive = time != 5000 && time < 30000;
-    if (pylon == 0) rig.lane.cmdCut_Click();
-    if (pylon == 1) rig.lane.cntrCutP1(0);
-    if (pylon == 2) rig.lane.cntrCutP2(0);
-    if (pylon == 3) rig.lane.cntrCutP3(0);
+    pylon == 0 ? rig.lane.cmdCut_Click() : rig.lane.cntrCut(pylon);
     EXPECT_EQ(rig.lane.EventCount(), cuts) << time << " " << pylon;
   }
   rig.lane.cmdLap_Click();
@@ -74,7 +71,7 @@ TEST(Cuts, ARefusedCutLeavesTheLaneAsItWas) {
     const auto before = Shown(rig.lane);
     EXPECT_THROW(rig.Play("D2"), SubscriptError) << "both or none";
     if (full) {
-      EXPECT_THROW(rig.lane.cntrCutP2(0), SubscriptError);
+      EXPECT_THROW(rig.lane.cntrCut(2), SubscriptError);
       EXPECT_THROW(rig.Play("T"), SubscriptError);
     }
     EXPECT_EQ(Shown(rig.lane), before);
@@ -99,7 +96,7 @@ TEST(Turns, ShowTheLightAndTheSpeed) {
   rig.Play("L T+0");  // in the very millisecond of the lap
   EXPECT_EQ(rig.lane.lblStatus.Caption(), "0 MPH");
   rig.At(20000);
-  rig.lane.cntrCutP1(0);
+  rig.lane.cntrCut(1);
   rig.lane.cmdTurn_Click();
   EXPECT_EQ(rig.lane.tmrTurns.Interval(), 2000);
   EXPECT_EQ(rig.Kinds(), "L1 T1 L2 T2 C2 T2");
@@ -148,18 +145,17 @@ TEST(Marks, ThePopUpFollowsThePointer) {
 
 TEST(LaneLog, NamesSourcesAndTalliesTheirCuts) {
   LaneLog log;
-  for (const auto& [source, name] : {std::pair(3, "ST"), {6, "PY"}, {7, "?"}, {253, "?"}, {255, "?"}}) {
-    log.SetEvent(0, {"C", 1, source});
-    EXPECT_EQ(log[0].SourceName, name) << source;
-  }
-  for (const int source : {0, 1, 2, 3, kPanelSource, 4, 2}) log.AddEvent({"C", 1000, source});
-  EXPECT_EQ(RecountCuts(log, false).pylonCuts, (PylonTally{7, 0, 0, 0})) << "all for the first entry's";
-  using Tally = std::pair<const char*, PylonTally>;
+  for (const int source : {0, 1, 2, 3, kPanelSource, 4, 2, 6, 7, 253, 255}) log.AddEvent({"C", 1000, source});
+  std::string names;
+  for (const LaneEvent& event : log.Entries()) names += event.SourceName + " ";
+  EXPECT_EQ(names, "P1 P2 P3 ST ME TM P3 PY ? ? ? ");
+  EXPECT_EQ(RecountCuts(log, false).pylonCuts, (PylonTally{11, 0, 0, 0})) << "all for the first entry's";
+  using Tally = std::pair<std::string, PylonTally>;
   for (const auto& [name, tally] :
-       {Tally{"P1", {1, 1, 2, 3}}, Tally{"2", {0, 1, 3, 3}}, Tally{"4", {1, 1, 2, 3}}}) {
-    LaneEvent named = log[0];
-    named.SourceName = name;
-    log.Restore(0, named);
+       {Tally{"P1", {1, 1, 2, 7}}, Tally{"2", {0, 1, 3, 7}}, Tally{"4", {1, 1, 2, 7}}}) {
+    log.Read([&](const std::string& key) {
+      return key == "NumEvents" ? "11" : key == "Event0" ? "0,0,C," + name + ",1000,1000" : "";
+    });
     EXPECT_EQ(RecountLaps(log, false).pylonCuts, tally) << name;
   }
 }

@@ -6,7 +6,7 @@ namespace quorvane {
 namespace {
 
 constexpr Color kFinishColor = Color::Rgb(0x80FF80);
-constexpr std::int32_t kNone = kNoFinalTime;
+constexpr std::int32_t kNone = kNoResult;
 
 TEST(Finish, TheLogMakesTheResultAndItComesBackFromTheFile) {
   struct {
@@ -102,11 +102,12 @@ TEST(Finish, AnotherRaceReplacesWhateverThePanelShowed) {
     fresh.owner.values = rig.owner.values = {{{"Race1_Lane1", "NumEvents"}, "1"},
                                              {{"Race1_Lane1", "Event0"}, "1,4,L,TM,20000,0"}};
     rig.At(100000);
-    rig.lane.cntrCutP1(0);
+    rig.lane.cntrCut(1);
     rig.Final();
     rig.Play("T+1 L+1");
     rig.lane.cmdOrder.SetVisible(true);
-    rig.lane.lblStatus.SetTag("Locked");
+    rig.owner.answer = {DialogAnswer::Word::Text, "Crashed"};
+    rig.lane.lblStatus_Click();
     rig.lane.lblCut_MouseMove(0);
     turn(rig.lane);
     turn(fresh.lane);
@@ -117,7 +118,7 @@ TEST(Finish, AnotherRaceReplacesWhateverThePanelShowed) {
 
 TEST(Finish, InitializeRaceStartsTimesAndButtonsAnew) {
   LaneRig rig("L");
-  rig.lane.cntrCutP1(0);
+  rig.lane.cntrCut(1);
   for (const bool on : {true, false}) {
     rig.owner.clockRunning = on;
     rig.race.CommActive = on;
@@ -163,7 +164,8 @@ TEST(Places, TheOperatorMayTypeAStatus) {
        {Case{{Word::Text, "Crashed"}, false, "Crashed"}, Case{{Word::Text, " "}, false, "before"},
         Case{{Word::Cancel, "Crashed"}, false, "before"}, Case{{Word::Text, "Crashed"}, true, ""}}) {
     LaneRig rig;
-    rig.lane.lblStatus.SetCaption("before");
+    rig.owner.answer = {Word::Text, "before"};
+    rig.lane.lblStatus.onClick();
     rig.owner.answer = answer;
     if (otherRace) rig.owner.whileAsking = [&rig] { rig.lane.InitializeRace(60000); };
     rig.lane.lblStatus.onClick();
@@ -176,10 +178,10 @@ TEST(Panel, StandsInTheConsolesFrame) {
   LaneRig rig;
   LaneRig console;
   Control& frame = console.lane.fraLane;
-  rig.lane.SetFormParent(frame, 2);
+  rig.lane.SetFormParent(frame);
   EXPECT_FALSE(frame.Visible());
-  EXPECT_EQ(rig.lane.Container(), &frame);
-  EXPECT_EQ(rig.lane.fraLane.Caption(), " Lane 3");
+  EXPECT_TRUE(rig.lane.Visible());
+  EXPECT_EQ(rig.lane.fraLane.Caption(), " Lane 1");
 }
 
 }  // namespace

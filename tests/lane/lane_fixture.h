@@ -11,7 +11,6 @@
 #include "forms/event_clock.h"
 #include "forms/forms.h"
 #include "lane/frm_lane.h"
-#include "lane/lane_text.h"
 
 namespace quorvane {
 
@@ -132,9 +131,7 @@ struct LaneRig {
   // The lane's result at the end of the race.
   std::int32_t Final() {
     lane.FinalizeRace();
-    std::int32_t final = 0;
-    lane.GetFinal(final);
-    return final;
+    return lane.GetFinal();
   }
 
   std::string Kinds() const {
