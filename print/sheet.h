@@ -16,6 +16,7 @@ class Sheet {
   static constexpr double kMargin = 5;
   static constexpr double kLeft = kMargin;
   static constexpr double kRight = kWidth - kMargin;
+  static constexpr double kInner = kRight - kLeft;
   static constexpr double kSmallestText = 1.0;
 
   // The page must have a size.

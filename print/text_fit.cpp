@@ -35,9 +35,9 @@ std::string OnOneLine(std::string_view text) {
   for (char& c : line) {
     if (static_cast<unsigned char>(c) < ' ') c = ' ';
   }
-  const std::size_t first = line.find_first_not_of(' ');
-  if (first == std::string::npos) return {};
-  return line.substr(first, line.find_last_not_of(' ') - first + 1);
+  line.erase(0, line.find_first_not_of(' '));
+  line.erase(line.find_last_not_of(' ') + 1);
+  return line;
 }
 
 bool Fits(const Surface& surface, std::string_view text, Font font, double width) {
@@ -75,29 +75,27 @@ class LineWrapper {
   LineWrapper(const Surface& surface, Font font, double width, std::size_t limit)
       : surface_(surface), font_(font), width_(width), limit_(limit) {}
 
-  bool Full() const { return lines_.size() >= limit_; }
-
-  void AddParagraph(std::string_view text) {
-    line_.clear();
+  std::vector<std::string> Wrap(std::string_view text) {
     while (!text.empty() && !Full()) {
-      const std::size_t end = std::min(text.find_first_of(" \t"), text.size());
+      const std::size_t end = std::min(text.find_first_of(" \t\r\n"), text.size());
       if (end > 0) AddWord(text.substr(0, end));
-      text.remove_prefix(std::min(end + 1, text.size()));
+      text.remove_prefix(end);
+      if (text.starts_with('\r') || text.starts_with('\n')) EndLine();
+      text.remove_prefix(text.starts_with("\r\n") ? 2 : std::min<std::size_t>(1, text.size()));
     }
     EndLine();
-  }
-
-  std::vector<std::string> Take() {
     while (!lines_.empty() && lines_.back().empty()) lines_.pop_back();
     return std::move(lines_);
   }
 
  private:
+  bool Full() const { return lines_.size() >= limit_; }
+
   void AddWord(std::string_view word) {
     if (!line_.empty()) {
-      const std::string longer = line_ + " " + std::string(word.substr(0, kLongestLine));
+      std::string longer = line_ + " " + std::string(word.substr(0, kLongestLine));
       if (Fits(surface_, longer, font_, width_)) {
-        line_ = longer;
+        line_ = std::move(longer);
         return;
       }
       EndLine();
@@ -128,14 +126,7 @@ class LineWrapper {
 
 std::vector<std::string> WrapText(const Surface& surface, std::string_view text, Font font, double width,
                                   std::size_t limit) {
-  LineWrapper wrapper(surface, font, width, limit);
-  while (!text.empty() && !wrapper.Full()) {
-    const std::size_t end = std::min(text.find_first_of("\r\n"), text.size());
-    wrapper.AddParagraph(text.substr(0, end));
-    text.remove_prefix(end +
-                       (text.substr(end, 2) == "\r\n" ? 2 : std::min<std::size_t>(1, text.size() - end)));
-  }
-  return wrapper.Take();
+  return LineWrapper(surface, font, width, limit).Wrap(text);
 }
 
 void DrawFitted(Surface& surface, const Box& box, std::string_view text, Font font, double smallest,
@@ -152,17 +143,17 @@ void DrawFitted(Surface& surface, const Box& box, std::string_view text, Font fo
 
 void DrawWrapped(Surface& surface, const Box& box, std::string_view text, Font font, double smallest) {
   std::vector<std::string> lines;
-  std::size_t room = 0;
+  double height = 0;
   for (;; font.size = std::max(smallest, font.size * kShrinkStep)) {
-    room = LinesIn(box.height, surface.LineHeight(font));
+    height = surface.LineHeight(font);
+    const std::size_t room = LinesIn(box.height, height);
     lines = WrapText(surface, text, font, box.width, room + 1);
-    if (lines.size() <= room || font.size <= smallest) break;
-  }
-  if (lines.size() > room) {
+    if (lines.size() <= room) break;
+    if (font.size > smallest) continue;
     lines.resize(room);
     if (!lines.empty()) lines.back() = CutToFit(surface, lines.back(), font, box.width);
+    break;
   }
-  const double height = surface.LineHeight(font);
   double top = box.top;
   for (const std::string& line : lines) {
     if (!line.empty()) surface.Text({box.left, top, box.width, height}, line, font, Align::Left);
