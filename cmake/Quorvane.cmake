@@ -19,9 +19,9 @@ else()
   endif()
 endif()
 if(QUORVANE_SANITIZE)
-  target_compile_options(quorvane_options INTERFACE -fsanitize=address,undefined
+  target_compile_options(quorvane_options INTERFACE -fsanitize=${QUORVANE_SANITIZE}
                                                     -fno-sanitize-recover=all -fno-omit-frame-pointer)
-  target_link_options(quorvane_options INTERFACE -fsanitize=address,undefined)
+  target_link_options(quorvane_options INTERFACE -fsanitize=${QUORVANE_SANITIZE})
 endif()
 
 # quorvane_library(<name> SOURCES ... [USES ...]): a static library; USES are the folders it may include.
