@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -15,8 +16,6 @@
 #include "race/race_state.h"
 
 namespace quorvane {
-
-inline constexpr std::int32_t kAgingMs = 2000;  // between two looks at the stations' ages
 
 // The station link: chooses and works the serial port of the radio modem, cuts frames out of what it receives
 // and hands them to the race, sends the console's frames, polls the stations between races and shows their
@@ -37,121 +36,110 @@ class frmSerialPort : public Form, private FrameSink {
   void LineError(int code);
   void PortsChanged(const std::vector<int>& ports);
   void Activated() override;  // probes the ports, selects the saved one again, restores the controller box
-  void CloseRequested() override;
 
-  // Port. One that was chosen and does not open, or is unplugged, is awaited: it comes up by itself as soon
-  // as it can be opened, and the reason is shown until then.
-  bool PortAvailable(int port);  // leaves the port open when it is
-  void optPort_Click(int index);
-  void DisplayCommError();
-  void tmrPort_Timer();
-
-  // Frames.
-  void MSComm1_OnComm();
-  std::int32_t ReadMessage();
   // Sends nothing while the link is off or the console only listens. An address outside 0..255 is an
   // OverflowError.
-  void SendMessage(std::int16_t to, std::int16_t from);
-  void ShowLinkMessage(const std::string& text);
-
-  // Stations.
-  void MarkStationHeard(int address);
-  void UpdateStationRow(const StationMessage& frame);
-  void tmrAging_Timer();
-  void tmrIndicators_Timer();
-  void lblStation_Click(int index);
-  void cmdStation_Click();
-
-  // Controller mode.
-  void chkSystemController_Click();
+  void SendMessage(int to, int from);
   bool IsControllerMode() const { return chkSystemController.Value() == 1; }
-  void CancelControllerOnStarter();
-
-  // Message detail.
-  void ShowMessageDetail(const StationMessage& frame);
-  void lblMsg_Click();
-  void cmdFreeze_Click();
-  void cmdMore_Click();
-  void cmdHide_Click();
-
-  // Counters since the start, copies as text, and stations that fall silent while a race is flown.
   const LinkCounters& Counters() const { return counters_; }
-  std::string CountersText() const;
-  void cmdCopyMsg_Click();
-  void cmdCopyCounters_Click();
-  void tmrSilence_Timer();
 
   // Ports found at the last activation, in rising order behind "None"; the others are hidden. The tag is the
   // number.
-  ControlArray optPort;
-  Control& lblMessage;
-  Control& chkSystemController;
-  Control& chkListen;
-  Control& cmdMore;
-  Control& cmdHide;
-  Control& tmrAging;
-  Control& tmrIndicators;
-  Control& tmrSilence;  // runs from the start of a race until it is saved or called off
-  Control& tmrPort;     // runs while a port that exists is awaited
+  ControlArray optPort{*this, ControlKind::Option, "optPort", 0, 31};
+  // Cleared by the ageing timer, which nothing starts anew: steady noise must not hold the polling back.
+  Control& lblMessage = Add(ControlKind::Label, "lblMessage");
+  Control& chkSystemController =
+      AddCaptioned(ControlKind::CheckBox, "chkSystemController", "System Controller");
+  Control& chkListen = AddCaptioned(ControlKind::CheckBox, "chkListen", "Listen Only (Debug Monitor)");
+  Control& cmdMore = AddCaptioned(ControlKind::Button, "cmdMore", "<");
+  Control& cmdHide = AddCaptioned(ControlKind::Button, "cmdHide", "Hide");
+  Control& tmrAging = Add(ControlKind::Timer, "tmrAging");
+  Control& tmrIndicators = Add(ControlKind::Timer, "tmrIndicators");
+  // Runs from the start of a race until it is saved or called off.
+  Control& tmrSilence = Add(ControlKind::Timer, "tmrSilence");
+  Control& tmrPort = Add(ControlKind::Timer, "tmrPort");  // runs while a port that exists is awaited
 
-  Control& fraStations;
-  Control& lblStationHeader;
-  ControlArray lblStation;
-  ControlArray lblAge;  // its tag: when the station was last heard, empty when never
-  ControlArray lblVolt;
-  ControlArray lblTemp;
-  ControlArray lblSilent;  // shown beside a station that is silent while a race is flown
-  Control& cmdStation;     // lies over the name of the station that alone is polled
+  Control& fraStations = AddCaptioned(ControlKind::Frame, "fraStations", "Stations");
+  Control& lblStationHeader =
+      AddCaptioned(ControlKind::Label, "lblStationHeader", "Stn ----  Age Volt Tmp", &fraStations);
+  ControlArray lblStation{*this, ControlKind::Label, "lblStation", 0, 7, &fraStations};
+  // Its tag: when the station was last heard, empty when never.
+  ControlArray lblAge{*this, ControlKind::Label, "lblAge", 0, 7, &fraStations};
+  ControlArray lblVolt{*this, ControlKind::Label, "lblVolt", 0, 7, &fraStations};
+  ControlArray lblTemp{*this, ControlKind::Label, "lblTemp", 0, 7, &fraStations};
+  // Shown beside a station that is silent while a race is flown.
+  ControlArray lblSilent{*this, ControlKind::Label, "lblSilent", 0, 7, &fraStations};
+  // Lies over the name of the station that alone is polled.
+  Control& cmdStation = Add(ControlKind::Button, "cmdStation", &fraStations);
 
-  Control& fraMore;
-  Control& lblMsg;
-  Control& cmdFreeze;
-  Control& cmdCopyMsg;
-  Control& fraCounters;
-  Control& lblCounters;
-  Control& cmdCopyCounters;
+  Control& fraMore = AddCaptioned(ControlKind::Frame, "fraMore", "Msg");
+  Control& lblMsg = Add(ControlKind::Label, "lblMsg", &fraMore);
+  Control& cmdFreeze = AddCaptioned(ControlKind::Button, "cmdFreeze", "Thaw", &fraMore);
+  Control& cmdCopyMsg = AddCaptioned(ControlKind::Button, "cmdCopyMsg", "Copy", &fraMore);
+  Control& fraCounters = AddCaptioned(ControlKind::Frame, "fraCounters", "Since start", &fraMore);
+  Control& lblCounters = Add(ControlKind::Label, "lblCounters", &fraCounters);
+  Control& cmdCopyCounters = AddCaptioned(ControlKind::Button, "cmdCopyCounters", "Copy", &fraCounters);
 
  private:
-  // FrameSink
-  void GoodFrame(const StationMessage& frame) override;
-  void DamagedFrame(const StationMessage& frame, std::uint8_t computedEcc) override;
-  void Unexpected(std::uint8_t first, std::uint8_t second) override;
+  static constexpr int kStations = LinkCounters::kStations;
 
   void HookEvents();
+  std::string Setting(const std::string& key, const std::string& fallback);
+  void SaveSetting(const std::string& key, const std::string& value);
+
+  // Controller mode: the console acts for the starter and the timers, until a real starter is heard.
+  void chkSystemController_Click();
+  void CancelControllerOnStarter();
+
+  // Port. One that was chosen and does not open, or is unplugged, is awaited: it comes up by itself as soon
+  // as it can be opened, and the reason is shown until then.
   void BuildPortList();
   void ShowPorts(const std::vector<int>& ports);
-  void TickPort(int index);
-  void SelectPort(int index, bool remember);
+  void TickPort(std::size_t index);
+  void optPort_Click(int index);
+  void SelectPort(std::size_t index, bool remember);
   SerialError OpenPort(int port);
   void ClosePort();
+  void ShowPortOff(int port);
   void ReportOpenFailure(const SerialError& error);
-  SerialError TryPort(int port);
   void AwaitPort(int port, const SerialError& reason);
   void OpenAwaitedPort();
   std::string AwaitedText() const;
   std::string AwaitedShort() const;
 
+  // Frames.
+  void MSComm1_OnComm();
+  void GoodFrame(const StationMessage& frame) override;
+  void DamagedFrame(const StationMessage& frame, std::uint8_t computedEcc) override;
+  void Unexpected(std::uint8_t first, std::uint8_t second) override;
   void HandleFrame(const StationMessage& frame);
   void FillRaceData();
-  void Transmit(const StationMessage& message);
   void LightLamp(Traffic lamp);
+  void tmrIndicators_Timer();
+  int NoteOnAir(const StationMessage& frame);
+
+  // Stations.
+  void MarkStationHeard(int address);
+  void UpdateStationRow(const StationMessage& frame);
+  void tmrAging_Timer();
   void AgeStation(int address);
   void PollNextStation();
-  void ShowStationHealth(const StationMessage& frame);
-  int NoteOnAir(const StationMessage& frame);  // who sent it; kAcknowledgement when nobody knows
-  void NoteSignOfLife(int from);
+  void lblStation_Click(int index);
+
+  // Stations that fall silent while a race is flown.
   void WatchForSilence();
   void MarkSilentStations();
   bool IsExpected(int address) const;
   bool IsQuiet(int address) const;
   std::string SilenceText() const;
   void ShowRadioWarning();
-  bool ConfirmControl();
-  void RestoreControllerBox();
-  std::string Setting(const std::string& key, const std::string& fallback);
-  void SaveSetting(const std::string& key, const std::string& value);
 
-  static constexpr std::int64_t kLongAgo = -1000000;
+  // The message detail panel.
+  void ShowMessageDetail(const StationMessage& frame);
+  void ShowDetail(bool show);
+  void Freeze(bool frozen);
+  std::string CountersText() const { return counters_.Text(receiver_.RxCount(), door_.Now()); }
+  void CopyText(const std::string& text);
 
   Door& door_;
   RaceState& race_;
@@ -159,23 +147,24 @@ class frmSerialPort : public Form, private FrameSink {
   SerialControl& MSComm1_;
   FrameReceiver receiver_;
   LinkCounters counters_;
-
   StationMessage TxMessage_;  // keeps its contents between sends
 
-  std::int16_t PortNumber_ = -1;  // -1: no port
-  int awaitedPort_ = 0;           // 0: none
+  int PortNumber_ = -1;  // -1: no port
+  int awaitedPort_ = 0;  // 0: none
   SerialError awaitedReason_;
   std::vector<int> shownPorts_;
   bool selectingPort_ = false;
   bool receiving_ = false;
 
-  std::array<std::int64_t, 2> litAt_ = {kLongAgo, kLongAgo};  // by Traffic
-  std::int16_t PollStation_ = 0;                              // 0..7
-  std::int16_t LastToAddress_ = 0;
-  std::int16_t LastShownFrom_ = 0;
+  std::array<std::optional<std::int64_t>, 2> litAt_;            // by Traffic
+  std::array<std::optional<std::int64_t>, kStations> heardAt_;  // as shown
+  std::optional<int> selectedStation_;                          // that alone is polled and shown
+  int PollStation_ = 0;                                         // 0..7
+  std::uint8_t LastToAddress_ = 0;
+  std::uint8_t LastShownFrom_ = 0;
   bool Frozen_ = false;
   std::int64_t raceSeen_ = 0;  // when the race that is flown was first seen
-  std::array<bool, LinkCounters::kStations> silent_ = {};
+  std::array<bool, kStations> silent_ = {};
   // Of the last frame that was no acknowledgement, received or sent.
   std::uint8_t onAirFrom_ = kConsole;
   std::uint8_t onAirTo_ = kConsole;

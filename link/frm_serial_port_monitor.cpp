@@ -1,11 +1,10 @@
 // The message detail panel.
 
+#include "base/text.h"
 #include "link/frm_serial_port.h"
 
 namespace quorvane {
 namespace {
-
-constexpr const char* kMoreKey = "More";
 
 // A caption that only acknowledgements lengthen has to end somewhere.
 constexpr std::size_t kLongestCaption = 4000;
@@ -19,10 +18,7 @@ void frmSerialPort::ShowMessageDetail(const StationMessage& frame) {
     MarkStationHeard(LastToAddress_);
     return;
   }
-  if (cmdStation.Visible()) {
-    const std::string& selected = cmdStation.Tag();
-    if (std::to_string(frame.To) != selected && std::to_string(frame.From) != selected) return;
-  }
+  if (selectedStation_ && frame.To != *selectedStation_ && frame.From != *selectedStation_) return;
   fraMore.SetCaption("Msg (" + StationName(frame.From) + " -> " + StationName(frame.To) + ")");
   LastShownFrom_ = frame.From;
   if (frame.From != kAcknowledgement) LastToAddress_ = frame.To;
@@ -30,23 +26,21 @@ void frmSerialPort::ShowMessageDetail(const StationMessage& frame) {
   door_.System().RepaintWindows();
 }
 
-void frmSerialPort::lblMsg_Click() {
-  Frozen_ = !Frozen_;
-  cmdFreeze.SetVisible(Frozen_);
+void frmSerialPort::Freeze(bool frozen) {
+  Frozen_ = frozen;
+  cmdFreeze.SetVisible(frozen);
 }
 
-void frmSerialPort::cmdFreeze_Click() {
-  Frozen_ = false;
-  cmdFreeze.SetVisible(false);
-}
-
-// Saves the caption that was clicked, so that the click replayed at the next start leaves the panel as it
-// was.
-void frmSerialPort::cmdMore_Click() {
-  SaveSetting(kMoreKey, cmdMore.Caption());
-  const bool show = cmdMore.Caption() == ">";
+// Kept for the next start.
+void frmSerialPort::ShowDetail(bool show) {
+  SaveSetting("More", show ? ">" : "<");
   cmdMore.SetCaption(show ? "<" : ">");
   fraMore.SetVisible(show);
+}
+
+// The program's lines end with a carriage return, other programs' with a line feed.
+void frmSerialPort::CopyText(const std::string& text) {
+  door_.System().CopyText(Replaced(text, "\r", "\n") + "\n");
 }
 
 }  // namespace quorvane

@@ -1,15 +1,14 @@
-// The station rows, the polling of the stations, and the traffic lamps.
+// The station rows, and the polling of the stations.
 
-#include "base/stations.h"
+#include <fmt/format.h>
+
 #include "base/text.h"
 #include "link/frm_serial_port.h"
 
 namespace quorvane {
 namespace {
 
-constexpr int kStations = 8;
 constexpr std::int64_t kOffAfterMs = 30000;
-constexpr std::int64_t kLampMs = 100;
 
 // 255 reads 18.81 V.
 constexpr std::int64_t kVoltNumerator = 1881;
@@ -27,42 +26,29 @@ std::string TempText(std::uint8_t raw) {
   return FormatRatio(raw * std::int64_t{330000} - std::int64_t{77600} * 256, std::int64_t{286} * 256, 1);
 }
 
-// ms as seconds with as many decimals as it takes: "12.345", "2.5", "30".
-std::string PlainSeconds(std::int64_t ms) {
-  std::string text = FormatRatio(ms, 1000, 3);
-  text.erase(text.find_last_not_of('0') + 1);
-  if (text.back() == '.') text.pop_back();
-  return text;
-}
-
-std::int64_t TagTime(const Control& control) {
-  return static_cast<std::int64_t>(LeadingNumber(control.Tag()));
+void Show(Control& cell, std::string text, Color color = kButtonText) {
+  cell.SetCaption(std::move(text));
+  cell.SetForeColor(color);
 }
 
 }  // namespace
 
 void frmSerialPort::MarkStationHeard(int address) {
   if (address >= kStations) return;
-  lblAge[address].SetCaption("0");
-  lblAge[address].SetForeColor(kButtonText);
+  Element(heardAt_, address) = door_.Now();
+  Show(lblAge[address], "0");
   lblAge[address].SetTag(std::to_string(door_.Now()));
   lblStation[address].SetForeColor(kButtonText);
 }
 
+// A low voltage is not marked: the limits of the station table are compared nowhere that shows.
 void frmSerialPort::UpdateStationRow(const StationMessage& frame) {
   if (frame.From < kStations) {
-    ShowStationHealth(frame);
+    Show(lblVolt[frame.From], VoltText(frame.Volt));
+    Show(lblTemp[frame.From], TempText(frame.Temp));
     MarkStationHeard(frame.From);
   }
   ShowMessageDetail(frame);
-}
-
-// A low voltage is not marked: the limits of the station table are compared nowhere that shows.
-void frmSerialPort::ShowStationHealth(const StationMessage& frame) {
-  lblVolt[frame.From].SetCaption(VoltText(frame.Volt));
-  lblVolt[frame.From].SetForeColor(kButtonText);
-  lblTemp[frame.From].SetCaption(TempText(frame.Temp));
-  lblTemp[frame.From].SetForeColor(kButtonText);
 }
 
 void frmSerialPort::tmrAging_Timer() {
@@ -74,59 +60,31 @@ void frmSerialPort::tmrAging_Timer() {
 }
 
 void frmSerialPort::AgeStation(int address) {
-  const std::int64_t age = door_.Now() - TagTime(lblAge[address]);
-  const bool neverHeard = lblAge[address].Tag().empty();
-  if (!neverHeard && age <= kOffAfterMs) {
-    lblAge[address].SetCaption(PlainSeconds(age));
-    lblAge[address].SetForeColor(kButtonText);
-    return;
+  const auto& heard = Element(heardAt_, address);
+  if (heard && door_.Now() - *heard <= kOffAfterMs) {
+    // Seconds with as many decimals as it takes: "12.345", "2.5", "30".
+    return Show(lblAge[address], fmt::format("{}", static_cast<double>(door_.Now() - *heard) / 1000));
   }
-  lblAge[address].SetCaption("Off");
-  lblAge[address].SetForeColor(kRed);
-  for (Control* cell : {&lblVolt[address], &lblTemp[address]}) {
-    cell->SetCaption("");
-    cell->SetForeColor(kButtonText);
-  }
+  Show(lblAge[address], "Off", kRed);
+  Show(lblVolt[address], "");
+  Show(lblTemp[address], "");
 }
 
-// The name stays red until the station answers.
+// The name stays red until the station answers. A selected station is asked in place of the one whose turn it
+// is.
 void frmSerialPort::PollNextStation() {
   lblStation[PollStation_].SetForeColor(kRed);
-  if (cmdStation.Visible()) {
-    SendMessage(LeadingInteger(cmdStation.Tag()), kConsole);
-  } else {
-    SendMessage(PollStation_, kConsole);
-    PollStation_ = ToInteger((PollStation_ + 1) & 7);
-  }
+  if (selectedStation_) return SendMessage(*selectedStation_, kConsole);
+  SendMessage(PollStation_, kConsole);
+  PollStation_ = (PollStation_ + 1) % kStations;
 }
 
 void frmSerialPort::lblStation_Click(int index) {
+  selectedStation_ = index;
   cmdStation.SetAnchor(&lblStation[index]);
   cmdStation.SetCaption(lblStation[index].Caption());
   cmdStation.SetTag(std::to_string(index));
   cmdStation.SetVisible(true);
-}
-
-void frmSerialPort::cmdStation_Click() {
-  cmdStation.SetVisible(false);
-}
-
-void frmSerialPort::LightLamp(Traffic lamp) {
-  Element(litAt_, static_cast<int>(lamp)) = door_.Now();
-  owner_.ShowTraffic(lamp, true);
-  tmrIndicators.SetEnabled(true);
-}
-
-void frmSerialPort::tmrIndicators_Timer() {
-  bool lit = false;
-  for (const Traffic lamp : {Traffic::Received, Traffic::Sent}) {
-    if (door_.Now() - Element(litAt_, static_cast<int>(lamp)) <= kLampMs) {
-      lit = true;
-    } else {
-      owner_.ShowTraffic(lamp, false);
-    }
-  }
-  tmrIndicators.SetEnabled(lit);
 }
 
 }  // namespace quorvane

@@ -10,18 +10,20 @@ namespace quorvane {
 // The station's name, "Station 5" for the one that has none.
 std::string StationLabel(int address);
 
+// What the serial control's line error means, for the operator.
+std::string LineErrorText(int code);
+
 // Counts what goes over the radio since the program started, for a person who has to find out why it fails.
-// Times are ms of the console clock.
+// Stations are told by their address 0..7; times are ms of the console clock.
 class LinkCounters {
  public:
   static constexpr int kStations = 8;
-  static constexpr std::int64_t kSilentAfterMs = 5000;
 
-  void Received(std::int64_t bytes) { bytesReceived_ += bytes; }
+  void Received(std::size_t bytes) { bytesReceived_ += static_cast<std::int64_t>(bytes); }
   void Good(int from, std::int64_t now);
   void Damaged() { ++damaged_; }
   void Sent() { ++sent_; }
-  void LineError(int code) { ++lineErrors_[code]; }  // the serial control's code
+  void LineError(int code) { ++lineErrors_[code]; }
   // The station was heard without a frame that names it: an acknowledgement.
   void Heard(int address, std::int64_t now);
 
@@ -31,10 +33,10 @@ class LinkCounters {
   // Bytes received that were not part of a good frame and are not waiting in the receive buffer, which holds
   // `buffered`.
   std::int64_t BytesSkipped(int buffered) const;
-  std::int64_t FramesFrom(int address) const;
+  std::int64_t FramesFrom(int address) const { return Of(address).frames; }
   // The longest time between two signs of life, or since the last one; 0 when the station was never heard.
   std::int64_t LongestSilence(int address, std::int64_t now) const;
-  bool WasHeard(int address) const;
+  bool WasHeard(int address) const { return Of(address).lastHeard >= 0; }
   // A station that has not been heard for more than five seconds, counted from `since` at the earliest.
   bool IsSilent(int address, std::int64_t now, std::int64_t since) const;
 
@@ -42,17 +44,12 @@ class LinkCounters {
   std::string Text(int buffered, std::int64_t now) const;
 
  private:
-  static constexpr std::int64_t kRateSeconds = 10;
-
   struct Station {
     std::int64_t frames = 0;
     std::int64_t lastHeard = -1;  // -1: never
     std::int64_t longestSilence = 0;
   };
-  struct Second {
-    std::int64_t number = -1;
-    std::int64_t frames = 0;
-  };
+  const Station& Of(int address) const { return stations_[static_cast<std::size_t>(address)]; }
   std::string RateText(std::int64_t now) const;
   std::string LineErrorsText() const;
 
@@ -62,7 +59,7 @@ class LinkCounters {
   std::int64_t sent_ = 0;
   std::map<int, std::int64_t> lineErrors_;  // by code
   std::array<Station, kStations> stations_;
-  std::array<Second, kRateSeconds + 1> seconds_;  // the running second and those before it
+  std::map<std::int64_t, std::int64_t> goodInSecond_;  // good frames by second, the latest only
 };
 
 }  // namespace quorvane

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <set>
 #include <string_view>
+#include <tuple>
 #include <utility>
 
 namespace quorvane {
@@ -14,51 +15,26 @@ std::string KeyOf(int number) {
   return "COM" + std::to_string(number);
 }
 
-bool IsDigit(char c) {
-  return c >= '0' && c <= '9';
-}
-
-// The digits at the start without leading zeros; takes them from the text.
-std::string_view TakeNumber(std::string_view& text) {
-  std::size_t end = 0;
-  while (end < text.size() && IsDigit(text[end])) ++end;
-  std::string_view digits = text.substr(0, end);
-  text.remove_prefix(end);
-  while (digits.size() > 1 && digits.front() == '0') digits.remove_prefix(1);
-  return digits;
-}
-
-// "ttyS2" before "ttyS10": runs of digits compare as numbers of any length.
-bool NaturalLess(std::string_view a, std::string_view b) {
-  while (!a.empty() && !b.empty()) {
-    if (IsDigit(a.front()) && IsDigit(b.front())) {
-      const std::string_view x = TakeNumber(a);
-      const std::string_view y = TakeNumber(b);
-      if (x.size() != y.size()) return x.size() < y.size();
-      if (x != y) return x < y;
-    } else {
-      if (a.front() != b.front()) return a.front() < b.front();
-      a.remove_prefix(1);
-      b.remove_prefix(1);
-    }
+// With the runs of digits filled up to one length, so that "ttyS2" comes before "ttyS10".
+std::string ForOrder(std::string_view name) {
+  constexpr std::size_t kLongest = 64;
+  std::string text;
+  while (!name.empty()) {
+    const std::size_t digits = std::min(name.find_first_not_of("0123456789"), name.size());
+    if (digits > 0 && digits < kLongest) text.append(kLongest - digits, '0');
+    text += name.substr(0, std::max<std::size_t>(digits, 1));
+    name.remove_prefix(std::max<std::size_t>(digits, 1));
   }
-  return a.empty() && !b.empty();
-}
-
-bool NumberedBefore(const SerialDevice& a, const SerialDevice& b) {
-  if (a.kind != b.kind) return a.kind < b.kind;
-  if (a.identity != b.identity) {
-    if (NaturalLess(a.identity, b.identity)) return true;
-    if (NaturalLess(b.identity, a.identity)) return false;
-    return a.identity < b.identity;  // "tty1" and "tty01"
-  }
-  return a.path < b.path;
+  return text;
 }
 
 // In the order in which new ones are numbered, each path once. Two devices that call themselves the same are
 // told apart by their paths.
 std::vector<SerialDevice> Sorted(std::vector<SerialDevice> devices) {
-  std::sort(devices.begin(), devices.end(), NumberedBefore);
+  const auto order = [](const SerialDevice& d) {
+    return std::tuple(d.kind, ForOrder(d.identity), d.identity, d.path);
+  };
+  std::ranges::sort(devices, {}, order);
   std::set<std::string> paths;
   std::set<std::string> identities;
   std::vector<SerialDevice> result;
@@ -82,37 +58,33 @@ int NumberForNewDevice(const PortAssignments& taken, const std::map<int, SerialD
   return 0;
 }
 
-PortAssignments Valid(const PortAssignments& saved) {
-  PortAssignments valid;
-  for (const auto& [number, identity] : saved) {
-    if (number >= 1 && number <= kLastPortNumber && !identity.empty()) valid[number] = identity;
-  }
-  return valid;
-}
-
 }  // namespace
 
-PortNumbering AssignPortNumbers(const PortAssignments& saved, std::vector<SerialDevice> present) {
-  PortAssignments taken = Valid(saved);
-  PortNumbering result;
-  std::vector<SerialDevice> unknown;
-  for (SerialDevice& device : Sorted(std::move(present))) {
-    const auto known = std::find_if(taken.begin(), taken.end(),
-                                    [&](const auto& entry) { return entry.second == device.identity; });
-    if (known == taken.end()) {
-      unknown.push_back(std::move(device));
+std::vector<SerialDevice> DeviceNames::Name(const std::vector<ListedPort>& ports, std::int64_t nowMs) {
+  waiting_ = false;
+  const auto before = std::exchange(nameless_, {});
+  std::vector<SerialDevice> devices;
+  for (const ListedPort& port : ports) {
+    const SerialDeviceKind kind = port.usb ? SerialDeviceKind::Usb : SerialDeviceKind::BuiltIn;
+    if (!port.given.empty()) {
+      devices.push_back({port.given, SerialDeviceKind::CommandLine, port.given});
+      continue;
+    }
+    if (!port.byId.empty()) {
+      devices.push_back({port.byId, kind, port.path});
+      continue;
+    }
+    const auto known = before.find(port.path);
+    const std::int64_t since =
+        known == before.end() ? nowMs - std::max<std::int64_t>(port.ageMs, 0) : known->second;
+    nameless_[port.path] = since;
+    if (port.usb && nowMs - since < kNameMs) {
+      waiting_ = true;
     } else {
-      result.devices.emplace(known->first, std::move(device));
+      devices.push_back({port.path, kind, port.path});
     }
   }
-  for (SerialDevice& device : unknown) {
-    const int number = NumberForNewDevice(taken, result.devices);
-    if (number == 0) break;
-    taken[number] = device.identity;
-    result.added[number] = device.identity;
-    result.devices.emplace(number, std::move(device));
-  }
-  return result;
+  return devices;
 }
 
 PortAssignments ReadPortAssignments(const SettingsStore& settings) {
@@ -126,6 +98,31 @@ PortAssignments ReadPortAssignments(const SettingsStore& settings) {
 
 void SavePortAssignments(SettingsStore& settings, const PortAssignments& added) {
   for (const auto& [number, identity] : added) settings.SaveSetting(kSection, KeyOf(number), identity);
+}
+
+PortNumbering AssignPortNumbers(const PortAssignments& saved, std::vector<SerialDevice> present) {
+  PortAssignments taken = saved;
+  std::erase_if(taken, [](const auto& entry) {
+    return entry.first < 1 || entry.first > kLastPortNumber || entry.second.empty();
+  });
+  PortNumbering result;
+  std::vector<SerialDevice> unknown;
+  for (SerialDevice& device : Sorted(std::move(present))) {
+    const auto known =
+        std::ranges::find(taken, device.identity, [](const auto& entry) { return entry.second; });
+    if (known == taken.end()) {
+      unknown.push_back(std::move(device));
+    } else {
+      result.devices.emplace(known->first, std::move(device));
+    }
+  }
+  for (SerialDevice& device : unknown) {
+    const int number = NumberForNewDevice(taken, result.devices);
+    if (number == 0) break;
+    taken[number] = result.added[number] = device.identity;
+    result.devices.emplace(number, std::move(device));
+  }
+  return result;
 }
 
 }  // namespace quorvane

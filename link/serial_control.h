@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace quorvane {
@@ -19,8 +20,9 @@ inline constexpr int kErrorNotFound = 2;
 inline constexpr int kErrorInput = 5;
 inline constexpr int kErrorDenied = 13;
 inline constexpr int kErrorBusy = 16;
-inline constexpr int kErrorStaleLock = 17;   // the lock of a program that has ended stands there
-inline constexpr int kCommEventReceive = 2;  // an ordinary event; 1000 and above are line errors
+inline constexpr int kErrorStaleLock = 17;  // the lock of a program that has ended stands there
+
+// Line errors.
 inline constexpr int kCommBreak = 1001;
 inline constexpr int kCommFraming = 1004;
 inline constexpr int kCommOverrun = 1006;
@@ -28,31 +30,41 @@ inline constexpr int kCommOverflow = 1008;
 inline constexpr int kCommParity = 1009;
 inline constexpr int kCommSendFull = 1010;
 
-// The serial port as the link form works it. The part that belongs to the platform (the device itself) is in
-// the protected operations; bytes and line errors reach it through the door, which calls Receive and
-// SetCommEvent before the form's MSComm1_OnComm. Ports are numbered from 1 ("COM1").
+// The serial port as the link form works it; the device itself is the platform's part, in the protected
+// operations. Ports are numbered from 1 ("COM1").
 class SerialControl {
  public:
   virtual ~SerialControl() = default;
 
   bool PortOpen() const { return open_; }
   // Opening an open port and closing a closed one do nothing and succeed.
-  SerialError SetPortOpen(bool open);
-  void SetSettings(std::string settings) { settings_ = std::move(settings); }  // "9600,n,8,1"
-  const std::string& Settings() const { return settings_; }
+  SerialError SetPortOpen(bool open) {
+    if (open == open_) return {};
+    if (open) {
+      if (SerialError error = OpenDevice(port_, "9600,n,8,1")) return error;
+    } else {
+      CloseDevice();
+      waiting_.clear();
+    }
+    open_ = open;
+    return {};
+  }
   // kErrorNoSuchPort when there is no such port; the old number is then kept.
-  SerialError SetCommPort(int port);
+  SerialError SetCommPort(int port) {
+    if (port < 1 || !DeviceExists(port)) return {kErrorNoSuchPort, "Invalid port number"};
+    port_ = port;
+    return {};
+  }
   int CommPort() const { return port_; }
 
-  int InBufferCount() const { return static_cast<int>(waiting_.size()); }
-  std::vector<std::uint8_t> Input();  // takes all waiting bytes
-  void Output(const std::vector<std::uint8_t>& bytes);
-  int CommEvent() const { return commEvent_; }
-
-  // From outside: bytes that arrived while the port is open. Returns false, and drops them, when it is
-  // closed.
-  bool Receive(const std::vector<std::uint8_t>& bytes);
-  void SetCommEvent(int code) { commEvent_ = code; }
+  // Bytes from outside wait until they are taken; those for a closed port are gone.
+  void Receive(const std::vector<std::uint8_t>& bytes) {
+    if (open_) waiting_.insert(waiting_.end(), bytes.begin(), bytes.end());
+  }
+  std::vector<std::uint8_t> Input() { return std::exchange(waiting_, {}); }
+  void Output(const std::vector<std::uint8_t>& bytes) {
+    if (open_) WriteDevice(bytes);
+  }
 
  protected:
   virtual bool DeviceExists(int port) = 0;
@@ -63,8 +75,6 @@ class SerialControl {
  private:
   bool open_ = false;
   int port_ = 1;
-  int commEvent_ = 0;
-  std::string settings_ = "9600,n,8,1";
   std::vector<std::uint8_t> waiting_;
 };
 

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
-#include <span>
+#include <functional>
+#include <numeric>
 #include <string>
 
 namespace quorvane {
@@ -51,18 +53,24 @@ struct StationMessage {
 };
 static_assert(sizeof(StationMessage) == kFrameSize && alignof(StationMessage) == 1);
 
-StationMessage DecodeFrame(std::span<const std::uint8_t, kFrameSize> bytes);
-FrameBytes EncodeFrame(const StationMessage& message);
+inline StationMessage DecodeFrame(const FrameBytes& bytes) {
+  return std::bit_cast<StationMessage>(bytes);
+}
+inline FrameBytes EncodeFrame(const StationMessage& message) {
+  return std::bit_cast<FrameBytes>(message);
+}
 
-// The check byte of a frame: exclusive OR of the bytes behind the check byte itself. The sync bytes are not
-// covered.
-std::uint8_t ComputeEcc(std::span<const std::uint8_t, kFrameSize> frame);
+// The check byte of a frame: exclusive OR of the bytes behind the check byte itself.
+inline std::uint8_t ComputeEcc(const FrameBytes& frame) {
+  return std::accumulate(frame.begin() + 3, frame.end(), std::uint8_t{0}, std::bit_xor<std::uint8_t>());
+}
 
 // The sender's clock in ms: the low 24 bits of Time.
-std::int32_t FrameTime(const StationMessage& message);
+inline std::int32_t FrameTime(const StationMessage& message) {
+  return message.Time[1] * 65536 + message.Time[2] * 256 + message.Time[3];
+}
 
 // "Judges 1", ... for 0..7 (5 has an empty name), "Laptop", "Ack", and "Stn(n)" for any other number above 7.
-// A negative address is a SubscriptError.
 std::string StationName(int address);
 
 // Every field of the frame as text; lines end with a carriage return, the last one does not.

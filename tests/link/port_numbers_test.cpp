@@ -4,7 +4,6 @@
 
 #include <algorithm>
 
-#include "link/device_names.h"
 #include "replay/virtual_platform.h"
 
 namespace quorvane {

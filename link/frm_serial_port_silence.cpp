@@ -1,7 +1,4 @@
-// For a person who has to find out why the radio fails: counters, copies as text, and stations that fell
-// silent.
-
-#include <algorithm>
+// Stations that fall silent while a race is flown.
 
 #include "base/checked.h"
 #include "base/stations.h"
@@ -11,12 +8,6 @@ namespace quorvane {
 namespace {
 
 constexpr int kUnassigned = 5;
-
-// The program's lines end with a carriage return, other programs' with a line feed.
-std::string ForClipboard(std::string text) {
-  std::replace(text.begin(), text.end(), '\r', '\n');
-  return text + "\n";
-}
 
 // " P1 TM": the short names.
 std::string Codes(const std::vector<int>& stations) {
@@ -29,18 +20,6 @@ std::string Codes(const std::vector<int>& stations) {
 
 }  // namespace
 
-std::string frmSerialPort::CountersText() const {
-  return counters_.Text(receiver_.RxCount(), door_.Now());
-}
-
-void frmSerialPort::cmdCopyMsg_Click() {
-  door_.System().CopyText(ForClipboard(fraMore.Caption() + "\r" + lblMsg.Caption()));
-}
-
-void frmSerialPort::cmdCopyCounters_Click() {
-  door_.System().CopyText(ForClipboard(CountersText()));
-}
-
 // Silence counts from the start of the race at the earliest: between races a station speaks only when it is
 // polled.
 void frmSerialPort::WatchForSilence() {
@@ -51,37 +30,11 @@ void frmSerialPort::WatchForSilence() {
   MarkSilentStations();
 }
 
-// An acknowledgement names no sender, but it answers the frame before it. A station that only acknowledges is
-// alive, whether or not the detail panel is open.
-int frmSerialPort::NoteOnAir(const StationMessage& frame) {
-  if (frame.From != kAcknowledgement) {
-    onAirFrom_ = frame.From;
-    onAirTo_ = frame.To;
-    return frame.From;
-  }
-  if (frame.To != onAirFrom_) return kAcknowledgement;
-  counters_.Heard(onAirTo_, door_.Now());
-  if (Visible()) MarkStationHeard(onAirTo_);
-  return onAirTo_;
-}
-
-// After a frame has been handled: it may have started or ended the race, and its sender is silent no more.
-void frmSerialPort::NoteSignOfLife(int from) {
-  WatchForSilence();
-  if (from < LinkCounters::kStations && lblSilent[from].Visible()) MarkSilentStations();
-}
-
-void frmSerialPort::tmrSilence_Timer() {
-  WatchForSilence();
-  MarkSilentStations();
-}
-
 // Nobody misses what was never heard of an address that belongs to nobody, or of a station that the console
 // stands in for.
 bool frmSerialPort::IsExpected(int address) const {
-  if (counters_.WasHeard(address)) return true;
   const bool stoodInFor = IsControllerMode() && (address == kStarter || address == kTimers);
-  return address != kUnassigned && !stoodInFor;
+  return counters_.WasHeard(address) || (address != kUnassigned && !stoodInFor);
 }
 
 // A console without a radio misses nobody.
@@ -93,7 +46,7 @@ bool frmSerialPort::IsQuiet(int address) const {
 // After the finish the stations may fall silent; those that did before it are named until the race is saved
 // or called off, because its times may have suffered.
 void frmSerialPort::MarkSilentStations() {
-  for (int i = 0; i < LinkCounters::kStations; ++i) {
+  for (int i = 0; i < kStations; ++i) {
     bool& silent = Element(silent_, i);
     silent = IsQuiet(i) && (silent || !race_.RaceDone);
     lblSilent[i].SetVisible(silent);
@@ -106,7 +59,7 @@ std::string frmSerialPort::SilenceText() const {
   std::vector<int> fallen;
   std::vector<int> never;
   bool all = true;
-  for (int i = 0; i < LinkCounters::kStations; ++i) {
+  for (int i = 0; i < kStations; ++i) {
     const bool silent = Element(silent_, i);
     if (silent) (counters_.WasHeard(i) ? fallen : never).push_back(i);
     if (!silent && IsExpected(i)) all = false;

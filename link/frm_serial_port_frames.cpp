@@ -1,0 +1,142 @@
+// Frames: from the serial port to the race, and those of the console's own.
+
+#include <fmt/format.h>
+
+#include "base/bits.h"
+#include "base/busy_flag.h"
+#include "link/frm_serial_port.h"
+
+namespace quorvane {
+namespace {
+
+constexpr std::int64_t kLampMs = 100;
+
+}  // namespace
+
+void frmSerialPort::BytesArrived(const std::vector<std::uint8_t>& bytes) {
+  MSComm1_.Receive(bytes);
+  MSComm1_OnComm();
+}
+
+// A modem that was sending already fills the buffers before the console reads them for the first time.
+void frmSerialPort::LineError(int code) {
+  counters_.LineError(code);
+  const bool filled = code == kCommOverrun || code == kCommOverflow;
+  if (!filled || !receiver_.PortJustOpened()) lblMessage.SetCaption(LineErrorText(code));
+  MSComm1_OnComm();
+}
+
+// Bytes that arrive while a frame is handled (behind a dialog box) wait in the serial control for the outer
+// loop.
+void frmSerialPort::MSComm1_OnComm() {
+  if (receiving_) return;
+  const BusyFlag busy(receiving_);
+  for (auto bytes = MSComm1_.Input(); !bytes.empty(); bytes = MSComm1_.Input()) {
+    counters_.Received(bytes.size());
+    receiver_.Receive(bytes, *this);
+  }
+}
+
+// It may have started or ended the race, and its sender is silent no more.
+void frmSerialPort::GoodFrame(const StationMessage& frame) {
+  counters_.Good(frame.From, door_.Now());
+  const int sender = NoteOnAir(frame);
+  door_.Contain([this, &frame] { HandleFrame(frame); });
+  WatchForSilence();
+  if (sender < kStations && Element(silent_, sender)) MarkSilentStations();
+}
+
+void frmSerialPort::HandleFrame(const StationMessage& frame) {
+  if (frame.From != kAcknowledgement) LastToAddress_ = frame.To;
+  if (frame.From == kStarter) CancelControllerOnStarter();
+  owner_.ProcessMessage(frame);
+  LightLamp(Traffic::Received);
+  door_.System().RepaintWindows();
+  if (Visible()) UpdateStationRow(frame);
+}
+
+// An acknowledgement names no sender: it comes from the station that was addressed last.
+void frmSerialPort::DamagedFrame(const StationMessage& frame, std::uint8_t computedEcc) {
+  counters_.Damaged();
+  const int from = frame.From == kAcknowledgement ? LastToAddress_ : frame.From;
+  lblMessage.SetCaption(fmt::format("{} -> {}, Ecc Error 0x{:X}, 0x{:X}", StationName(from),
+                                    StationName(frame.To), computedEcc, frame.Ecc));
+}
+
+void frmSerialPort::Unexpected(std::uint8_t first, std::uint8_t second) {
+  lblMessage.SetCaption(fmt::format("Unexpected 0x{:X}, 0x{:X}", first, second));
+}
+
+void frmSerialPort::SendMessage(int to, int from) {
+  const bool listening = chkListen.Enabled() && chkListen.Value() == 1;
+  if (!race_.CommActive || listening) return;
+  TxMessage_.Wig1 = kWig1;
+  TxMessage_.Wig2 = kWig2;
+  TxMessage_.To = ToByte(to);
+  TxMessage_.From = ToByte(from);
+  if (IsControllerMode()) FillRaceData();
+
+  StationMessage message = TxMessage_;
+  message.Ecc = ComputeEcc(EncodeFrame(message));
+  LightLamp(Traffic::Sent);
+  if (MSComm1_.PortOpen()) {
+    const FrameBytes frame = EncodeFrame(message);
+    const std::vector<std::uint8_t> bytes(frame.begin(), frame.end());
+    NoteOnAir(message);
+    MSComm1_.Output(bytes);
+    counters_.Sent();
+    door_.NoteSent(bytes);
+  }
+  ShowMessageDetail(message);
+}
+
+// A cut byte has a slot for each count: its low bit for one cut, both of its bits for more.
+void frmSerialPort::FillRaceData() {
+  TxMessage_.ssSgl = 0;
+  TxMessage_.ssDbl = 0;
+  TxMessage_.Cuts = {};
+  for (std::uint8_t lane = 0; lane < 4; ++lane) {
+    std::array<std::int16_t, 4> cuts = {};
+    owner_.GetLaneInfo(lane, TxMessage_.Lap[lane], TxMessage_.Lit[lane], cuts);
+    for (std::size_t slot = 0; slot < cuts.size(); ++slot) {
+      if (cuts[slot] < 1) continue;
+      const bool single = cuts[slot] == 1;
+      TxMessage_.Cuts[lane] |= single ? LaneBitLow[slot] : LaneBitPair[slot];
+      (single ? TxMessage_.ssSgl : TxMessage_.ssDbl) |= BitMask[lane];
+    }
+  }
+  owner_.LoadStartInfo(TxMessage_.Time, TxMessage_.Strt, TxMessage_.Mode);
+}
+
+void frmSerialPort::LightLamp(Traffic lamp) {
+  litAt_[static_cast<std::size_t>(lamp)] = door_.Now();
+  owner_.ShowTraffic(lamp, true);
+  tmrIndicators.SetEnabled(true);
+}
+
+void frmSerialPort::tmrIndicators_Timer() {
+  bool anyLit = false;
+  for (const Traffic lamp : {Traffic::Received, Traffic::Sent}) {
+    const auto& at = litAt_[static_cast<std::size_t>(lamp)];
+    const bool lit = at && door_.Now() - *at <= kLampMs;
+    if (!lit) owner_.ShowTraffic(lamp, false);
+    anyLit = anyLit || lit;
+  }
+  tmrIndicators.SetEnabled(anyLit);
+}
+
+// Who sent it; kAcknowledgement when nobody knows. An acknowledgement names no sender, but it answers the
+// frame before it. A station that only acknowledges is alive, whether or not the detail panel is open.
+int frmSerialPort::NoteOnAir(const StationMessage& frame) {
+  if (frame.From != kAcknowledgement) {
+    onAirFrom_ = frame.From;
+    onAirTo_ = frame.To;
+    return frame.From;
+  }
+  if (frame.To != onAirFrom_) return kAcknowledgement;
+  counters_.Heard(onAirTo_, door_.Now());
+  if (Visible()) MarkStationHeard(onAirTo_);
+  return onAirTo_;
+}
+
+}  // namespace quorvane
