@@ -11,8 +11,6 @@
 namespace quorvane {
 namespace {
 
-constexpr int kMostLaps = 11;
-
 // Places in the column, from its top.
 constexpr double kPilotTop = 5.2;
 constexpr double kCallerTop = 9.0;
@@ -85,15 +83,13 @@ class LaneColumn {
     sheet_.Rectangle(At(0, 0.3, 2.6, 1.9), SwatchFill(lane_.high), Sheet::kHair);
     sheet_.Rectangle(At(0, 2.2, 2.6, 1.9), SwatchFill(lane_.low), Sheet::kHair);
     const std::string title = "Lane " + std::to_string(lane_.lane);
-    const std::string marking =
-        lane_.name.substr(std::min(lane_.name.find_first_not_of(' '), lane_.name.size()));
     const double left = 3.4;
     const double right = lane_.novice ? 6.6 : 0.0;
     sheet_.Text(At(left, 0, place_.width - left - right, 2.3), title, {1.8, true});
     if (lane_.novice) {
       sheet_.Text(At(place_.width - right, 0, right, 2.3), "9 Laps", {1.5, true}, Align::Right);
     }
-    if (marking != title) sheet_.Text(At(left, 2.3, place_.width - left, 2.2), marking, {1.5, false});
+    if (lane_.name != title) sheet_.Text(At(left, 2.3, place_.width - left, 2.2), lane_.name, {1.5, false});
     DrawRule(0, 4.8, Sheet::kThick);
   }
 

@@ -3,7 +3,9 @@
 #include <string>
 
 #include "files/write_signals.h"
-#include "programs/results_program.h"
+#include "programs/results_options.h"
+#include "results/contest_file.h"
+#include "results/results_formats.h"
 
 #ifdef _WIN32
 #include <fcntl.h>
@@ -31,13 +33,20 @@ int Print(const std::string& bytes) {
   return written ? 0 : Complain("cannot write to standard output");
 }
 
+std::string Written(const ContestRecord& contest, const ResultsOptions& options) {
+  if (options.format == "csv") return ResultsCsv(contest, options.byteOrderMark);
+  if (options.format == "json") return ResultsJson(contest);
+  if (options.format == "html") return ResultsHtml(contest, std::string(kProgram) + " " + QUORVANE_VERSION);
+  return ResultsText(contest);
+}
+
 int Run(const ResultsOptions& options) {
   FileOps& files = SystemFiles();
   ContestRecord contest;
   if (const std::error_code error = ReadProject(files, options.project, contest)) {
     return Complain("cannot read " + options.project + ": " + error.message());
   }
-  const std::string bytes = WriteResults(contest, options, std::string(kProgram) + " " + QUORVANE_VERSION);
+  const std::string bytes = Written(contest, options);
   if (options.output.empty() || options.output == "-") return Print(bytes);
   if (const auto reason = SaveResults(files, options.output, options.project, bytes)) {
     return Complain("cannot write " + options.output + ": " + *reason);

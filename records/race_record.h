@@ -19,6 +19,8 @@ inline constexpr int kLastRace = 32767;  // races are numbered from 1 in 16 bits
 inline constexpr std::array<const char*, 6> kRaceModeNames = {"RaceHorse", "AMA 1324", "AMA 2413",
                                                               "FAI 123",   "FAI 231",  "FAI 312"};
 
+inline constexpr int kMostLaps = 11;  // that are listed of a lane
+
 struct LapRecord {
   int count = 0;           // 1..11
   std::int32_t time = 0;   // when the lap was completed
@@ -34,7 +36,7 @@ struct CutRecord {
 
 struct LaneRecord {
   int lane = 1;      // 1..4
-  std::string name;  // the lane's marking, " Low Green"
+  std::string name;  // the lane's marking, "Low Green"
   Color low = kButtonFace;
   Color high = kButtonFace;
   bool flies = true;               // false: no such lane in this race mode

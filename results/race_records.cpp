@@ -16,7 +16,6 @@
 namespace quorvane {
 namespace {
 
-constexpr int kMostLapsListed = 11;
 constexpr double kLastDay = 2958466.0;  // the first of January 10000 as a day serial
 
 // The whole number at the start of the text when it is one from 1 to kLastRace, otherwise 0.
@@ -33,18 +32,16 @@ int NumberAfter(const std::string& text, std::string_view name) {
 
 LocalDateTime DateOfSerial(double serial) {
   using namespace std::chrono;
-  const double seconds = std::nearbyint(std::clamp(serial, 0.0, kLastDay) * 86400.0);
-  const auto last = static_cast<std::int64_t>(kLastDay) * 86400 - 1;
-  const std::int64_t whole = std::min(static_cast<std::int64_t>(seconds), last);
-  const sys_days zero = year(1899) / 12 / 30;
-  const year_month_day date(zero + days(whole / 86400));
-  const auto ofDay = static_cast<int>(whole % 86400);
+  const double last = kLastDay * 86400.0 - 1;
+  const auto whole = static_cast<std::int64_t>(std::clamp(std::nearbyint(serial * 86400.0), 0.0, last));
+  const year_month_day date(sys_days(year(1899) / 12 / 30) + days(whole / 86400));
+  const hh_mm_ss at(seconds(whole % 86400));
   return {static_cast<int>(date.year()),
           static_cast<int>(static_cast<unsigned>(date.month())),
           static_cast<int>(static_cast<unsigned>(date.day())),
-          ofDay / 3600,
-          ofDay / 60 % 60,
-          ofDay % 60};
+          static_cast<int>(at.hours().count()),
+          static_cast<int>(at.minutes().count()),
+          static_cast<int>(at.seconds().count())};
 }
 
 std::string RaceSection(int race) {
@@ -67,22 +64,17 @@ int ReflyOf(const ProjectSource& project, int race) {
 
 // Of two laps with the same number the later one counts, as in the recount.
 void AddLap(LaneRecord& lane, const LaneEvent& event) {
-  if (event.Count < 1 || event.Count > kMostLapsListed) return;
+  if (event.Count < 1 || event.Count > kMostLaps) return;
   std::erase_if(lane.laps, [&](const LapRecord& lap) { return lap.count == event.Count; });
   lane.laps.push_back({event.Count, event.EventTime});
 }
 
 // A novice's log begins with two laps of the same moment, the first one free.
 bool BeginsWithFreeLap(const LaneLog& log) {
-  const LaneEvent* first = nullptr;
-  for (int i = 0; i < log.EventCount(); ++i) {
-    if (log[i].Kind != "L") continue;
-    if (first != nullptr) {
-      return first->Count == 1 && log[i].Count == 2 && log[i].EventTime == first->EventTime;
-    }
-    first = &log[i];
-  }
-  return false;
+  std::vector<LaneEvent> laps;
+  std::ranges::copy_if(log.Entries(), std::back_inserter(laps), [](const auto& e) { return e.Kind == "L"; });
+  return laps.size() >= 2 && laps[0].Count == 1 && laps[1].Count == 2 &&
+         laps[0].EventTime == laps[1].EventTime;
 }
 
 // What "Current" says holds for a race that has not run; one that has run kept its own heat and round.
@@ -162,13 +154,14 @@ void SetMode(RaceRecord& record, int mode) {
 void MarkLanes(RaceRecord& record, std::int16_t laneColorScheme) {
   RaceState colors;
   colors.LaneColorScheme = laneColorScheme;
-  for (int i = 1; i <= 4; ++i) {
-    LaneRecord& lane = record.lanes[static_cast<std::size_t>(i - 1)];
-    lane.lane = i;
-    lane.name = LaneColorName(colors, i);
-    lane.low = LaneLowColor(colors, i);
-    lane.high = LaneHighColor(colors, i);
-    lane.flies = record.mode < kFirstFaiMode || i < 4;
+  int number = 0;
+  for (LaneRecord& lane : record.lanes) {
+    lane.lane = ++number;
+    lane.name = LaneColorName(colors, number);
+    lane.name.erase(0, lane.name.find_first_not_of(' '));
+    lane.low = LaneLowColor(colors, number);
+    lane.high = LaneHighColor(colors, number);
+    lane.flies = record.mode < kFirstFaiMode || number <= kFaiLanes;
   }
 }
 
@@ -178,8 +171,7 @@ void ReadLane(LaneRecord& lane, const LaneLog& log, int mode) {
   lane.final = hasResult ? count.finalTime : kNoResult;
   lane.lapTarget = count.lapTarget;
   lane.novice = BeginsWithFreeLap(log);
-  for (int i = 0; i < log.EventCount(); ++i) {
-    const LaneEvent& event = log[i];
+  for (const LaneEvent& event : log.Entries()) {
     if (event.Kind == "L") AddLap(lane, event);
     if (event.Kind == "C") lane.cuts.push_back({event.SourceName, event.EventTime, event.Count});
     if (event.Kind == "T") lane.turns.push_back(event.EventTime);

@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "base/text.h"
 #include "base/time_text.h"
 #include "results/results_formats.h"
 #include "results/results_words.h"
@@ -11,9 +12,7 @@ namespace {
 
 std::string Quoted(const std::string& field) {
   if (field.find_first_of(",\"\r\n") == std::string::npos) return field;
-  std::string text = "\"";
-  for (const char c : field) text += c == '"' ? std::string("\"\"") : std::string(1, c);
-  return text + "\"";
+  return '"' + Replaced(field, "\"", "\"\"") + '"';
 }
 
 // A text that somebody has typed. Numbers of ours need no such care.
@@ -30,23 +29,14 @@ std::vector<std::string> Header() {
   std::vector<std::string> fields = {"Race", "Refly", "Counts",      "Note",  "Round", "Heat",
                                      "Mode", "Date",  "Lane",        "Name",  "Place", "Time",
                                      "Laps", "Cuts",  "Fastest Lap", "9 Laps"};
-  for (int i = 1; i <= kLapColumns; ++i) fields.push_back("Lap " + std::to_string(i));
-  for (int i = 1; i <= kLapColumns; ++i) fields.push_back("Split " + std::to_string(i));
+  for (const char* column : {"Lap ", "Split "}) {
+    for (int i = 1; i <= kMostLaps; ++i) fields.push_back(column + std::to_string(i));
+  }
   fields.insert(fields.end(), {"Cut List", "Comments"});
   return fields;
 }
 
-std::string CutList(const LaneRecord& lane) {
-  std::string list;
-  for (const CutRecord& cut : lane.cuts) {
-    list += (list.empty() ? "" : "; ") + cut.pylon + " " + FormatSeconds(cut.time);
-  }
-  return list;
-}
-
 std::vector<std::string> LaneFields(const RaceRecord& race, const LaneRecord& lane) {
-  const std::vector<FlownLap> laps = FlownLaps(lane);
-  const auto fastest = FastestLap(lane);
   std::vector<std::string> fields = {std::to_string(race.number),
                                      race.refly != 0 ? std::to_string(race.refly) : "",
                                      race.stands ? "yes" : "no",
@@ -56,33 +46,26 @@ std::vector<std::string> LaneFields(const RaceRecord& race, const LaneRecord& la
                                      Typed(race.modeName),
                                      IsoDate(race.when, ' '),
                                      std::to_string(lane.lane),
-                                     Typed(MarkingOf(lane)),
+                                     Typed(lane.name),
                                      Typed(lane.placing),
                                      HasResult(lane) ? FormatSeconds(lane.final) : "",
-                                     std::to_string(laps.size()),
+                                     std::to_string(FlownLaps(lane).size()),
                                      std::to_string(lane.cuts.size()),
-                                     fastest ? FormatSeconds(*fastest->split) : "",
+                                     FastestText(lane),
                                      lane.novice ? "yes" : "no"};
-  std::vector<std::string> times(kLapColumns);
-  std::vector<std::string> splits(kLapColumns);
-  for (const FlownLap& lap : laps) {
-    const auto column = static_cast<std::size_t>(lap.number - 1);
-    times[column] = FormatSeconds(lap.time);
-    if (lap.split) splits[column] = FormatSeconds(*lap.split);
-  }
-  fields.insert(fields.end(), times.begin(), times.end());
-  fields.insert(fields.end(), splits.begin(), splits.end());
-  fields.push_back(Typed(CutList(lane)));
-  fields.push_back(Typed(CommentsOf(race)));
+  const LapTexts laps = LapTextsOf(lane);
+  fields.insert(fields.end(), laps.times.begin(), laps.times.end());
+  fields.insert(fields.end(), laps.splits.begin(), laps.splits.end());
+  fields.insert(fields.end(), {Typed(CutList(lane, "; ")), Typed(CommentsOf(race))});
   return fields;
 }
 
 }  // namespace
 
 std::string WithoutFormula(const std::string& text) {
-  const std::size_t first = text.find_first_not_of(' ');
+  const std::size_t first = std::min(text.find_first_not_of(' '), text.size());
   const bool formula =
-      first != std::string::npos && std::string_view("=+-@\t\r").find(text[first]) != std::string_view::npos;
+      std::string_view("=+-@\t\r").find_first_of(text.substr(first, 1)) != std::string_view::npos;
   return formula ? "'" + text : text;
 }
 

@@ -1,8 +1,11 @@
 // The results as one page for a browser, a phone and the printer.
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <vector>
 
+#include "base/text.h"
 #include "base/time_text.h"
 #include "records/project.h"
 #include "results/results_formats.h"
@@ -38,121 +41,84 @@ th,.finish{print-color-adjust:exact;-webkit-print-color-adjust:exact}@page{margi
 )";
 
 std::string Escaped(std::string_view text) {
-  std::string html;
-  for (const char c : OneLine(text)) {
-    switch (c) {
-      case '&':
-        html += "&amp;";
-        break;
-      case '<':
-        html += "&lt;";
-        break;
-      case '>':
-        html += "&gt;";
-        break;
-      case '"':
-        html += "&quot;";
-        break;
-      case '\'':
-        html += "&#39;";
-        break;
-      default:
-        html += c;
-    }
-  }
+  static constexpr std::pair<const char*, const char*> kEntities[] = {
+      {"&", "&amp;"}, {"<", "&lt;"}, {">", "&gt;"}, {"\"", "&quot;"}, {"'", "&#39;"}};
+  std::string html = OneLine(text);
+  for (const auto& [character, entity] : kEntities) html = Replaced(html, character, entity);
   return html;
 }
 
 std::string Cell(const std::string& html, const char* attributes = "") {
-  return "<td" + std::string(attributes) + ">" + html + "</td>";
+  return fmt::format("<td{}>{}</td>", attributes, html);
 }
 
-// A row of a race's table: a head, then a cell for each lane.
+// A row of a race's table: a head, then a cell for each lane that flies.
 template <typename Content>
-std::string Row(const std::string& head, const std::vector<const LaneRecord*>& lanes, Content content,
+std::string Row(const std::string& head, const RaceRecord& race, Content content,
                 const char* attributes = "") {
-  std::string html = "<tr" + std::string(attributes) + "><th scope=\"row\">" + head + "</th>";
-  for (const LaneRecord* lane : lanes) html += content(*lane);
+  std::string html = fmt::format("<tr{}><th scope=\"row\">{}</th>", attributes, head);
+  for (const LaneRecord& lane : race.lanes) {
+    if (lane.flies) html += content(lane);
+  }
   return html + "</tr>\n";
 }
 
-std::string Swatch(Color color) {
-  if (color.SystemColor() != Color::System::None) return {};
-  return "<span class=\"mark\" style=\"background:#" + color.Name() + "\"></span>";
-}
-
 std::string LapCell(const LaneRecord& lane, int number) {
-  for (const FlownLap& lap : FlownLaps(lane)) {
-    if (lap.number != number) continue;
-    const std::string split = lap.split ? "<small>" + FormatSeconds(*lap.split) + "</small>" : std::string();
-    return Cell(FormatSeconds(lap.time) + split, lap.finishing ? " class=\"finish\"" : "");
-  }
-  return Cell("");
+  const std::vector<FlownLap> laps = FlownLaps(lane);
+  const auto lap = std::ranges::find(laps, number, &FlownLap::number);
+  if (lap == laps.end()) return Cell("");
+  const std::string split = lap->split ? "<small>" + FormatSeconds(*lap->split) + "</small>" : "";
+  return Cell(FormatSeconds(lap->time) + split, lap->finishing ? " class=\"finish\"" : "");
 }
 
 std::string CutsCell(const LaneRecord& lane) {
   std::string html = std::to_string(lane.cuts.size());
-  for (const CutRecord& cut : lane.cuts) {
-    html += "<small>" + Escaped(cut.pylon) + " " + FormatSeconds(cut.time) + "</small>";
-  }
+  for (const CutRecord& cut : lane.cuts) html += "<small>" + Escaped(CutText(cut)) + "</small>";
   return Cell(html);
 }
 
-std::string FastestCell(const LaneRecord& lane) {
-  const auto lap = FastestLap(lane);
-  return Cell(lap ? FormatSeconds(*lap->split) : "");
-}
-
-int LastLap(const std::vector<const LaneRecord*>& lanes) {
+int LastLap(const RaceRecord& race) {
   int last = 0;
-  for (const LaneRecord* lane : lanes) {
-    const std::vector<FlownLap> laps = FlownLaps(*lane);
-    if (!laps.empty()) last = std::max(last, laps.back().number);
+  for (const LaneRecord& lane : race.lanes) {
+    const std::vector<FlownLap> laps = FlownLaps(lane);
+    if (lane.flies && !laps.empty()) last = std::max(last, laps.back().number);
   }
   return last;
 }
 
 std::string LanesTable(const RaceRecord& race) {
-  std::vector<const LaneRecord*> lanes;
-  for (const LaneRecord& lane : race.lanes) {
-    if (lane.flies) lanes.push_back(&lane);
-  }
   std::string html = "<table class=\"lanes\">\n";
-  html += Row("Lane", lanes, [](const LaneRecord& lane) {
-    return "<th scope=\"col\">" + Swatch(lane.high) + Swatch(lane.low) + Escaped(LaneTitle(lane)) +
-           (lane.novice ? " (9 Laps)" : "") + "</th>";
+  html += Row("Lane", race, [](const LaneRecord& lane) {
+    return fmt::format("<th scope=\"col\">{}{}</th>", lane.lane, lane.novice ? " (9 Laps)" : "");
   });
   html += Row(
-      "Place", lanes, [](const LaneRecord& lane) { return Cell(Escaped(lane.placing)); }, " class=\"place\"");
-  html += Row("Time", lanes, [](const LaneRecord& lane) { return Cell(FinalText(lane)); });
-  const int last = LastLap(lanes);
+      "Place", race, [](const LaneRecord& lane) { return Cell(Escaped(lane.placing)); }, " class=\"place\"");
+  html += Row("Time", race, [](const LaneRecord& lane) { return Cell(FinalText(lane)); });
+  const int last = LastLap(race);
   for (int number = 1; number <= last; ++number) {
-    html += Row("Lap " + std::to_string(number), lanes,
+    html += Row("Lap " + std::to_string(number), race,
                 [number](const LaneRecord& lane) { return LapCell(lane, number); });
   }
-  html += Row("Fastest lap", lanes, FastestCell);
-  html += Row("Cuts", lanes, CutsCell);
+  html += Row("Fastest lap", race, [](const LaneRecord& lane) { return Cell(FastestText(lane)); });
+  html += Row("Cuts", race, CutsCell);
   return html + "</table>\n";
 }
 
 std::string RaceSection(const RaceRecord& race) {
   const std::string note = RepeatedNote(race);
-  std::string html = std::string("<section") + (race.stands ? "" : " class=\"repeated\"") + ">\n<h2>" +
-                     RaceTitle(race) + (note.empty() ? "" : " <b>(" + note + ")</b>") + " <small>Round " +
-                     std::to_string(race.round) + ", Heat " + std::to_string(race.heat) + "</small> <small>" +
-                     Escaped(race.modeName) + "</small> <small>" + DateAndTime(race.when) +
-                     "</small></h2>\n" + LanesTable(race);
-  const std::string comments = CommentsOf(race);
-  if (!comments.empty()) html += "<p>Comments: " + Escaped(comments) + "</p>\n";
-  return html + "</section>\n";
+  const std::string comments = Escaped(CommentsOf(race));
+  return fmt::format(
+      "<section{}>\n<h2>{}{} <small>Round {}, Heat {}</small> <small>{}</small> <small>{}</small></h2>\n"
+      "{}{}</section>\n",
+      race.stands ? "" : " class=\"repeated\"", RaceTitle(race), note.empty() ? "" : " <b>(" + note + ")</b>",
+      race.round, race.heat, Escaped(race.modeName), DateAndTime(race.when), LanesTable(race),
+      comments.empty() ? "" : "<p>Comments: " + comments + "</p>\n");
 }
 
 std::string SummaryRow(const std::string& head, const FlightSummary& of, bool tellLane) {
-  const auto best = [tellLane](const std::optional<BestTime>& time) {
-    return Cell(time ? BestText(*time, tellLane) : "");
-  };
-  return "<tr><th scope=\"row\">" + head + "</th>" + Cell(std::to_string(of.racesFlown)) +
-         Cell(std::to_string(of.cuts)) + best(of.fastestHeat) + best(of.fastestLap) + "</tr>\n";
+  return fmt::format("<tr><th scope=\"row\">{}</th><td>{}</td><td>{}</td><td>{}</td><td>{}</td></tr>\n", head,
+                     of.racesFlown, of.cuts, BestText(of.fastestHeat, tellLane),
+                     BestText(of.fastestLap, tellLane));
 }
 
 std::string SummarySection(const ContestRecord& contest) {
@@ -161,24 +127,23 @@ std::string SummarySection(const ContestRecord& contest) {
       "<section>\n<h2>Summary</h2>\n<table>\n<tr><th>Lane</th><th>Races flown</th><th>Cuts</th>"
       "<th>Fastest heat</th><th>Fastest lap</th></tr>\n";
   int lane = 0;
-  for (const LaneSummary& of : summary.lanes) {
-    html += SummaryRow(Escaped(LaneTitle(++lane, of.name)), of, false);
-  }
+  for (const FlightSummary& of : summary.lanes) html += SummaryRow(std::to_string(++lane), of, false);
   return html + SummaryRow("Contest", summary, true) + "</table>\n</section>\n";
 }
 
 }  // namespace
 
 std::string ResultsHtml(const ContestRecord& contest, std::string_view program) {
-  const std::string title = Escaped(contest.eventName.empty() ? "Results" : contest.eventName);
-  std::string html =
+  const std::string title = Escaped(ContestTitle(contest));
+  std::string html = fmt::format(
       "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
-      "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n<title>" +
-      title + "</title>\n<style>" + kStyle + "</style>\n</head>\n<body>\n<h1>" + title + "</h1>\n";
+      "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n<title>{0}</title>\n"
+      "<style>{1}</style>\n</head>\n<body>\n<h1>{0}</h1>\n",
+      title, kStyle);
   html += contest.races.empty() ? "<p>No race has been run.</p>\n" : SummarySection(contest);
   for (const RaceRecord& race : contest.races) html += RaceSection(race);
-  return html + "<footer>" + Escaped(FileNameOf(contest.projectFile)) + " &middot; " + Escaped(program) +
-         "</footer>\n</body>\n</html>\n";
+  return html + fmt::format("<footer>{} &middot; {}</footer>\n</body>\n</html>\n",
+                            Escaped(FileNameOf(contest.projectFile)), Escaped(program));
 }
 
 }  // namespace quorvane

@@ -28,11 +28,11 @@ Json SummaryJson(const FlightSummary& summary) {
           {"fastestLap", BestJson(summary.fastestLap)}};
 }
 
-Json SummaryJson(const ContestSummary& summary) {
-  Json json = SummaryJson(static_cast<const FlightSummary&>(summary));
-  for (const LaneSummary& of : summary.lanes) {
+Json ContestJson(const ContestSummary& summary) {
+  Json json = SummaryJson(summary);
+  for (const FlightSummary& of : summary.lanes) {
     Json lane = {{"lane", json["lanes"].size() + 1}};
-    lane.update(SummaryJson(static_cast<const FlightSummary&>(of)));
+    lane.update(SummaryJson(of));
     json["lanes"].push_back(lane);
   }
   return json;
@@ -53,7 +53,7 @@ Json LaneJson(const LaneRecord& lane) {
   for (const CutRecord& cut : lane.cuts)
     cuts.push_back({{"pylon", cut.pylon}, {"ms", cut.time}, {"lap", cut.lap}});
   return {{"lane", lane.lane},
-          {"name", MarkingOf(lane)},
+          {"name", lane.name},
           {"place", lane.placing},
           {"position", lane.position},
           {"finalMs", HasResult(lane) ? Json(lane.final) : Json()},
@@ -102,7 +102,7 @@ std::string ResultsJson(const ContestRecord& contest) {
                      {"version", kShapeVersion},
                      {"event", contest.eventName},
                      {"project", FileNameOf(contest.projectFile)},
-                     {"summary", SummaryJson(SummaryOf(contest))},
+                     {"summary", ContestJson(SummaryOf(contest))},
                      {"races", races}};
   std::string text = json.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
   for (const auto& [together, apart] : kBreaks) text = Replaced(text, together, apart);

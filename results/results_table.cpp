@@ -25,11 +25,10 @@ ResultsCell Time(const std::string& text, double ms) {
 
 // A place given by hand is only known by its word; places that are no number come last, by their words.
 ResultsCell Place(const LaneRecord& lane) {
-  static constexpr std::array kWords = {"First", "Second", "Third", "Fourth"};
   const std::string text = OneLine(lane.placing);
-  const auto word = std::find_if(kWords.begin(), kWords.end(),
-                                 [&](const char* known) { return EqualsIgnoringCase(text, known); });
-  if (word != kWords.end()) return {text, static_cast<double>(word - kWords.begin() + 1)};
+  const auto word =
+      std::ranges::find_if(kPlaceWords, [&](const char* known) { return EqualsIgnoringCase(text, known); });
+  if (word != kPlaceWords.end()) return {text, static_cast<double>(word - kPlaceWords.begin() + 1)};
   return {text, text.empty() ? kNoValue : 100.0};
 }
 
@@ -40,21 +39,19 @@ ResultsCell Date(const LocalDateTime& at) {
 
 ResultsRow RowOf(const RaceRecord& race, const LaneRecord& lane) {
   const auto fastest = FastestLap(lane);
-  const int laps = static_cast<int>(FlownLaps(lane).size());
   ResultsCell title = Number(race.number);
   if (race.refly != 0) title.text += " REFLY";
-  const std::string lapTime = fastest ? FormatSeconds(*fastest->split) : std::string();
   return {{title,
            Number(race.round),
            Number(race.heat),
            {race.modeName, static_cast<double>(race.mode)},
            Date(race.when),
-           {LaneTitle(lane), static_cast<double>(lane.lane)},
+           Number(lane.lane),
            Place(lane),
            Time(FinalText(lane), lane.final),
-           Number(laps),
+           Number(static_cast<int>(FlownLaps(lane).size())),
            Number(static_cast<int>(lane.cuts.size())),
-           Time(lapTime, fastest ? *fastest->split : 0),
+           Time(FastestText(lane), fastest ? *fastest->split : 0),
            {RepeatedNote(race), race.stands ? kNoValue : 0.0}},
           race.stands};
 }

@@ -1,9 +1,11 @@
 // The results as plain text.
 
-#include <algorithm>
-#include <vector>
+#include <fmt/format.h>
 
-#include "base/time_text.h"
+#include <algorithm>
+#include <array>
+#include <span>
+
 #include "records/project.h"
 #include "results/results_formats.h"
 #include "results/results_words.h"
@@ -11,14 +13,17 @@
 namespace quorvane {
 namespace {
 
-constexpr int kLapWidth = 8;
+// The widths of a table's columns; a negative one is aligned to the right.
+constexpr std::array kSummaryTable = {16, -7, -6, 2, 34, 35};
+constexpr std::array kLanesTable = {2, 16, 1, 20, -12, -6, -6, -13, 8};
+constexpr int kLapWidth = -8;
 
 bool BeginsCharacter(char c) {
   return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U;
 }
 
 int CharactersIn(std::string_view text) {
-  return static_cast<int>(std::count_if(text.begin(), text.end(), BeginsCharacter));
+  return static_cast<int>(std::ranges::count_if(text, BeginsCharacter));
 }
 
 // The first `count` characters.
@@ -32,27 +37,29 @@ std::string_view Front(std::string_view text, int count) {
 }
 
 // What is too wide ends with an ellipsis.
-std::string Fit(const std::string& text, int width) {
-  if (CharactersIn(text) <= width) return text;
-  return std::string(Front(text, width - 1)) + "\xE2\x80\xA6";
+std::string Fit(std::string_view text, int width) {
+  const std::string line = OneLine(text);
+  if (CharactersIn(line) <= width) return line;
+  return std::string(Front(line, width - 1)) + "\xE2\x80\xA6";
 }
 
-std::string Left(const std::string& text, int width) {
-  const std::string fit = Fit(OneLine(text), width);
-  return fit + std::string(static_cast<std::size_t>(width - CharactersIn(fit)), ' ');
-}
-
-std::string Right(const std::string& text, int width) {
-  const std::string fit = Fit(OneLine(text), width);
-  return std::string(static_cast<std::size_t>(width - CharactersIn(fit)), ' ') + fit;
-}
-
-std::string Right(int number, int width) {
-  return Right(std::to_string(number), width);
+std::string Cell(std::string_view text, int width) {
+  const std::string fit = Fit(text, std::abs(width));
+  const std::string blanks(static_cast<std::size_t>(std::abs(width) - CharactersIn(fit)), ' ');
+  return width < 0 ? blanks + fit : fit + blanks;
 }
 
 void AppendLine(std::string& page, const std::string& line) {
   page += line.substr(0, line.find_last_not_of(' ') + 1) + "\n";
+}
+
+void AppendRow(std::string& page, std::span<const int> widths, std::initializer_list<std::string> texts) {
+  std::string line;
+  for (const std::string& text : texts) {
+    line += Cell(text, widths.front());
+    widths = widths.subspan(1);
+  }
+  AppendLine(page, line);
 }
 
 // Breaks a text at blanks; the lines after the first stand under its beginning. A word longer than a line is
@@ -79,73 +86,54 @@ void AppendWrapped(std::string& page, const std::string& label, const std::strin
 }
 
 std::string Best(const std::optional<BestTime>& best, bool tellLane) {
-  return best ? BestText(*best, tellLane) : "-";
+  return best ? BestText(best, tellLane) : "-";
 }
 
 void AppendSummary(std::string& page, const ContestSummary& summary) {
-  AppendLine(page, "Races flown   " + std::to_string(summary.racesFlown));
-  AppendLine(page, "Cuts          " + std::to_string(summary.cuts));
-  AppendLine(page, "Fastest heat  " + Best(summary.fastestHeat, true));
-  AppendLine(page, "Fastest lap   " + Best(summary.fastestLap, true));
-  page += "\n";
-  AppendLine(page, Left("Lane", 16) + Right("Flown", 7) + Right("Cuts", 6) + "  " + Left("Fastest heat", 34) +
-                       "Fastest lap");
+  page += fmt::format(
+      "Races flown   {}\n"
+      "Cuts          {}\n"
+      "Fastest heat  {}\n"
+      "Fastest lap   {}\n\n",
+      summary.racesFlown, summary.cuts, Best(summary.fastestHeat, true), Best(summary.fastestLap, true));
+  AppendRow(page, kSummaryTable, {"Lane", "Flown", "Cuts", "", "Fastest heat", "Fastest lap"});
   int lane = 0;
-  for (const LaneSummary& of : summary.lanes) {
-    AppendLine(page, Left(LaneTitle(++lane, of.name), 16) + Right(of.racesFlown, 7) + Right(of.cuts, 6) +
-                         "  " + Left(Best(of.fastestHeat, false), 34) + Left(Best(of.fastestLap, false), 35));
+  for (const FlightSummary& of : summary.lanes) {
+    AppendRow(page, kSummaryTable,
+              {std::to_string(++lane), std::to_string(of.racesFlown), std::to_string(of.cuts), "",
+               Best(of.fastestHeat, false), Best(of.fastestLap, false)});
   }
 }
 
-void AppendLaps(std::string& page, const std::vector<FlownLap>& laps) {
-  if (laps.empty()) return;
-  std::vector<std::string> times(kLapColumns);
-  std::vector<std::string> splits(kLapColumns);
-  for (const FlownLap& lap : laps) {
-    const auto column = static_cast<std::size_t>(lap.number - 1);
-    times[column] = FormatSeconds(lap.time);
-    if (lap.split) splits[column] = FormatSeconds(*lap.split);
-  }
-  std::string time = "      time ";
-  std::string split = "      split";
-  for (std::size_t i = 0; i < kLapColumns; ++i) {
-    time += Right(times[i], kLapWidth);
-    split += Right(splits[i], kLapWidth);
-  }
-  AppendLine(page, time);
-  AppendLine(page, split);
+template <typename Texts>
+void AppendLaps(std::string& page, std::string line, const Texts& texts) {
+  for (const std::string& text : texts) line += Cell(text, kLapWidth);
+  AppendLine(page, line);
 }
 
 void AppendLane(std::string& page, const LaneRecord& lane) {
-  const std::vector<FlownLap> laps = FlownLaps(lane);
-  const auto fastest = FastestLap(lane);
-  AppendLine(page,
-             "  " + Left(LaneTitle(lane), 16) + " " + Left(lane.placing, 20) + Right(FinalText(lane), 12) +
-                 Right(static_cast<int>(laps.size()), 6) + Right(static_cast<int>(lane.cuts.size()), 6) +
-                 Right(fastest ? FormatSeconds(*fastest->split) : "", 13) + (lane.novice ? "  9 Laps" : ""));
-  AppendLaps(page, laps);
-  std::string cuts;
-  for (const CutRecord& cut : lane.cuts) {
-    cuts += (cuts.empty() ? "" : ", ") + cut.pylon + " " + FormatSeconds(cut.time);
+  const std::size_t laps = FlownLaps(lane).size();
+  AppendRow(page, kLanesTable,
+            {"", std::to_string(lane.lane), "", lane.placing, FinalText(lane), std::to_string(laps),
+             std::to_string(lane.cuts.size()), FastestText(lane), lane.novice ? "  9 Laps" : ""});
+  if (laps > 0) {
+    const LapTexts texts = LapTextsOf(lane);
+    AppendLaps(page, "      time ", texts.times);
+    AppendLaps(page, "      split", texts.splits);
   }
-  if (!cuts.empty()) AppendWrapped(page, "      cuts     ", cuts);
-}
-
-std::string LapNumbers() {
-  std::string line = "      lap  ";
-  for (int lap = 1; lap <= kLapColumns; ++lap) line += Right(lap, kLapWidth);
-  return line;
+  if (!lane.cuts.empty()) AppendWrapped(page, "      cuts     ", CutList(lane, ", "));
 }
 
 void AppendRace(std::string& page, const RaceRecord& race) {
   const std::string note = RepeatedNote(race);
-  AppendLine(page, Fit(RaceTitle(race) + "   Round " + std::to_string(race.round) + "  Heat " +
-                           std::to_string(race.heat) + "   " + OneLine(race.modeName) + "   " +
-                           DateAndTime(race.when) + (note.empty() ? "" : "   (" + note + ")"),
-                       kTextColumns));
-  AppendLine(page, "  " + Left("Lane", 16) + " " + Left("Place", 20) + Right("Time", 12) + Right("Laps", 6) +
-                       Right("Cuts", 6) + Right("Fastest lap", 13));
-  AppendLine(page, LapNumbers());
+  AppendLine(page,
+             Fit(fmt::format("{}   Round {}  Heat {}   {}   {}{}", RaceTitle(race), race.round, race.heat,
+                             race.modeName, DateAndTime(race.when), note.empty() ? "" : "   (" + note + ")"),
+                 kTextColumns));
+  AppendRow(page, kLanesTable, {"", "Lane", "", "Place", "Time", "Laps", "Cuts", "Fastest lap"});
+  std::array<std::string, kMostLaps> numbers;
+  for (std::size_t i = 0; i < numbers.size(); ++i) numbers[i] = std::to_string(i + 1);
+  AppendLaps(page, "      lap  ", numbers);
   for (const LaneRecord& lane : race.lanes) {
     if (lane.flies) AppendLane(page, lane);
   }
@@ -157,14 +145,10 @@ void AppendRace(std::string& page, const RaceRecord& race) {
 
 std::string ResultsText(const ContestRecord& contest) {
   std::string page;
-  const std::string title = contest.eventName.empty() ? "Results" : contest.eventName;
-  AppendLine(page, Fit(OneLine(title), kTextColumns));
-  AppendLine(page, Fit(OneLine(FileNameOf(contest.projectFile)), kTextColumns));
+  AppendLine(page, Fit(ContestTitle(contest), kTextColumns));
+  AppendLine(page, Fit(FileNameOf(contest.projectFile), kTextColumns));
   page += "\n";
-  if (contest.races.empty()) {
-    AppendLine(page, "No race has been run.");
-    return page;
-  }
+  if (contest.races.empty()) return page + "No race has been run.\n";
   AppendSummary(page, SummaryOf(contest));
   for (const RaceRecord& race : contest.races) {
     page += "\n";

@@ -1,30 +1,38 @@
 #include "results/results_words.h"
 
+#include <fmt/format.h>
+
 #include "base/time_text.h"
 #include "records/project.h"
 
 namespace quorvane {
 namespace {
 
-std::string TwoDigits(int number) {
-  return (number < 10 ? "0" : "") + std::to_string(number);
+void Keep(std::optional<BestTime>& best, const BestTime& time) {
+  if (!best || time.time < best->time) best = time;
 }
 
-std::string Trimmed(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(' ');
-  if (first == std::string_view::npos) return {};
-  return std::string(text.substr(first, text.find_last_not_of(' ') - first + 1));
+void AddLane(FlightSummary& summary, const RaceRecord& race, const LaneRecord& lane) {
+  summary.cuts += static_cast<int>(lane.cuts.size());
+  if (HasResult(lane)) Keep(summary.fastestHeat, {lane.final, race.number, race.refly, lane.lane, 0});
+  if (const auto lap = FastestLap(lane)) {
+    Keep(summary.fastestLap, {*lap->split, race.number, race.refly, lane.lane, lap->number});
+  }
 }
 
 }  // namespace
 
+std::string ContestTitle(const ContestRecord& contest) {
+  return contest.eventName.empty() ? "Results" : contest.eventName;
+}
+
 std::string RaceTitle(const RaceRecord& race) {
-  return "Race " + std::to_string(race.number) + (race.refly != 0 ? " REFLY" : "");
+  return fmt::format("Race {}{}", race.number, race.refly != 0 ? " REFLY" : "");
 }
 
 std::string RepeatedNote(const RaceRecord& race) {
   if (race.stands) return {};
-  return race.reflownBy == 0 ? "does not count" : "reflown by Refly " + std::to_string(race.reflownBy);
+  return race.reflownBy == 0 ? "does not count" : fmt::format("reflown by Refly {}", race.reflownBy);
 }
 
 std::string DateAndTime(const LocalDateTime& when) {
@@ -32,41 +40,31 @@ std::string DateAndTime(const LocalDateTime& when) {
 }
 
 std::string IsoDate(const LocalDateTime& when, char separator) {
-  std::string year = std::to_string(when.year);
-  if (year.size() < 4) year.insert(0, 4 - year.size(), '0');
-  return year + "-" + TwoDigits(when.month) + "-" + TwoDigits(when.day) + separator + TwoDigits(when.hour) +
-         ":" + TwoDigits(when.minute) + ":" + TwoDigits(when.second);
-}
-
-std::string LaneTitle(int lane, std::string_view name) {
-  const std::string marking = Trimmed(name);
-  const std::string number = std::to_string(lane);
-  return marking.empty() || marking == "Lane " + number ? number : number + " " + marking;
-}
-
-std::string LaneTitle(const LaneRecord& lane) {
-  return LaneTitle(lane.lane, lane.name);
-}
-
-std::string MarkingOf(const LaneRecord& lane) {
-  return Trimmed(lane.name);
+  return fmt::format("{:04}-{:02}-{:02}{}{:02}:{:02}:{:02}", when.year, when.month, when.day, separator,
+                     when.hour, when.minute, when.second);
 }
 
 std::string FinalText(const LaneRecord& lane) {
-  return HasResult(lane) ? FormatMinutes(FormatSeconds(lane.final)) : std::string();
+  return HasResult(lane) ? FormatMinutes(FormatSeconds(lane.final)) : "";
 }
 
-std::string BestText(const BestTime& best, bool tellLane) {
-  const std::string time = FormatSeconds(best.time);
-  std::string text = (best.lap == 0 ? FormatMinutes(time) : time) + " (race " + std::to_string(best.race);
-  if (best.refly != 0) text += " REFLY";
-  if (tellLane) text += ", lane " + std::to_string(best.lane);
-  if (best.lap != 0) text += ", lap " + std::to_string(best.lap);
-  return text + ")";
+std::string FastestText(const LaneRecord& lane) {
+  const auto lap = FastestLap(lane);
+  return lap ? FormatSeconds(*lap->split) : "";
+}
+
+std::string CutText(const CutRecord& cut) {
+  return cut.pylon + " " + FormatSeconds(cut.time);
+}
+
+std::string CutList(const LaneRecord& lane, std::string_view separator) {
+  std::string list;
+  for (const CutRecord& cut : lane.cuts) list.append(list.empty() ? "" : separator).append(CutText(cut));
+  return list;
 }
 
 std::string CommentsOf(const RaceRecord& race) {
-  return race.comments == "No comments" ? std::string() : race.comments;
+  return race.comments == "No comments" ? "" : race.comments;
 }
 
 std::string OneLine(std::string_view text) {
@@ -80,6 +78,40 @@ std::string OneLine(std::string_view text) {
     line += c < 0x20 || c == 0x7F || longControl ? ' ' : text[i];
   }
   return line;
+}
+
+LapTexts LapTextsOf(const LaneRecord& lane) {
+  LapTexts texts;
+  for (const FlownLap& lap : FlownLaps(lane)) {
+    const auto at = static_cast<std::size_t>(lap.number - 1);
+    texts.times[at] = FormatSeconds(lap.time);
+    if (lap.split) texts.splits[at] = FormatSeconds(*lap.split);
+  }
+  return texts;
+}
+
+std::string BestText(const std::optional<BestTime>& best, bool tellLane) {
+  if (!best) return {};
+  const std::string time = FormatSeconds(best->time);
+  return fmt::format("{} (race {}{}{}{})", best->lap == 0 ? FormatMinutes(time) : time, best->race,
+                     best->refly != 0 ? " REFLY" : "", tellLane ? fmt::format(", lane {}", best->lane) : "",
+                     best->lap != 0 ? fmt::format(", lap {}", best->lap) : "");
+}
+
+ContestSummary SummaryOf(const ContestRecord& contest) {
+  ContestSummary summary;
+  for (const RaceRecord& race : contest.races) {
+    if (!race.stands || !race.hasRun) continue;
+    ++summary.racesFlown;
+    for (std::size_t i = 0; i < race.lanes.size(); ++i) {
+      const LaneRecord& lane = race.lanes[i];
+      if (!lane.flies || !HasFlown(lane)) continue;
+      ++summary.lanes[i].racesFlown;
+      AddLane(summary.lanes[i], race, lane);
+      AddLane(summary, race, lane);
+    }
+  }
+  return summary;
 }
 
 }  // namespace quorvane

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "console/race_on_console.h"
-#include "programs/results_program.h"
 #include "results/results_formats.h"
 #include "tests/support/console_rig.h"
 

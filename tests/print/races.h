@@ -9,7 +9,7 @@ namespace quorvane {
 
 // A lane that has flown `laps` laps of seven seconds, the first in eight.
 inline LaneRecord FlownLane(int number, int laps, int target = 10) {
-  static constexpr const char* kNames[] = {"Low Green", " Low Red", " High Green", " High Red"};
+  static constexpr const char* kNames[] = {"Low Green", "Low Red", "High Green", "High Red"};
   LaneRecord lane;
   lane.lane = number;
   lane.name = kNames[number - 1];

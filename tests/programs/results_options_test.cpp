@@ -7,7 +7,8 @@
 #include <sstream>
 #include <tuple>
 
-#include "programs/results_program.h"
+#include "programs/results_options.h"
+#include "results/contest_file.h"
 #include "tests/support/scratch_folder.h"
 
 namespace quorvane {

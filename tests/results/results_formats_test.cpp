@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <random>
 
-#include "programs/results_program.h"
 #include "records/profile_file.h"
 #include "records/project_store.h"
 #include "results/results_formats.h"

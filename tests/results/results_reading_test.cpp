@@ -6,7 +6,6 @@
 #include <tuple>
 
 #include "records/project.h"
-#include "results/contest_summary.h"
 #include "results/results_words.h"
 #include "tests/results/results_book.h"
 
