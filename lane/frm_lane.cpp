@@ -82,7 +82,6 @@ void frmLane::InitializeRace(std::int32_t timeBase) {
   TurnToAnotherRace();
   doesNotFly_ = timeBase == kDoesNotFly;
   loadedFai_.reset();
-  NeedsCutDisplay_ = true;
   log_.Clear();
   SetPosition("");
   RecalculateCuts();

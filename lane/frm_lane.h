@@ -138,7 +138,6 @@ class frmLane : public Form {
   void ShowEleventhCell();
   void EnterPanelCut(int missedPylon, bool accepted);
   void RecalculateCuts();
-  void PlaceCutMark(const CutMark& mark);
   void HidePopUp();
   void SetStatus(std::string text);
   void SetPosition(std::string position);

@@ -59,7 +59,7 @@ std::int32_t frmLane::GetFinal() {
 }
 
 void frmLane::FinalizeRace() {
-  RecalculateCuts();
+  if (NeedsCutDisplay_) RecalculateCuts();
   counts_ = RecountLaps(log_, IsFai());
   const int laps = counts_.laps;
   if (!doesNotFly_ && HasCell(laps)) lblLap[laps].SetCaption(counts_.cutsBeforeFinish > 1 ? "DBL" : "DNF");

@@ -113,7 +113,6 @@ void frmLane::AdjustTime(std::int32_t by) {
     const int cell = event.Count - 1;
     if (event.Kind == "L" && HasCell(cell)) lblLap[cell].SetCaption(FormatSeconds(event.EventTime));
   }
-  NeedsCutDisplay_ = true;
   RecalculateCuts();
   counts_ = RecountLaps(log_, IsFai());
 }

@@ -18,13 +18,6 @@ int CutsOfCode(const std::string& code) {
   return code == "11" ? 2 : 0;
 }
 
-// The speed that goes with the time since the last lap. The figure is that of the formula as it stands: 0 for
-// any real interval.
-std::string SpeedText(std::int64_t ms) {
-  const double speed = ms == 0 ? 0.0 : 0.50795 / static_cast<double>(ms) * 0.68181818;
-  return std::to_string(static_cast<int>(speed)) + " MPH";
-}
-
 }  // namespace
 
 void frmLane::DoCut(const std::string& cutCode, int source, std::int32_t time) {
@@ -43,7 +36,6 @@ void frmLane::DoCut(const std::string& cutCode, int source, std::int32_t time) {
                   .lapOfCut = counts_.laps - (late ? 1 : 0),
                   .cutsOnLane = counts_.cutCount,
                   .missedPylon = MissedPylon_});
-  NeedsCutDisplay_ = true;
   RecalculateCuts();
   owner_.IssueRaceEvent(true);
   EntryMade();
@@ -85,8 +77,8 @@ void frmLane::DoTurn(int source, std::int32_t time, std::int32_t interval) {
   tmrTurns.SetEnabled(true);
   lblStatus.SetBackColor(kGreen);
   TurnTimerEnd_ = end;
-  if (counts_.laps > 1 && !StatusLocked()) SetStatus(SpeedText(std::int64_t{t} - LastLapTime_));
-  NeedsCutDisplay_ = true;
+  // The formula of the speed, 0.50795 / ms * 0.68181818, is below 1 for any time since the last lap.
+  if (counts_.laps > 1 && !StatusLocked()) SetStatus("0 MPH");
   RecalculateCuts();
   owner_.IssueRaceEvent(true);
   EntryMade();
@@ -110,26 +102,23 @@ void frmLane::tmrTurns_Timer() {
 }
 
 void frmLane::RecalculateCuts() {
-  if (!NeedsCutDisplay_) return;
   NeedsCutDisplay_ = false;
   const CutRecount r = RecountCuts(log_, IsFai());
   counts_ = r;
   Turns_ = r.turns;
-  for (const CutMark& mark : r.marks) PlaceCutMark(mark);
+  for (const CutMark& mark : r.marks) {
+    Control& label = lblCut[mark.index];
+    label.SetCaption(mark.caption);
+    label.SetTag(mark.tag);
+    label.SetBackColor(mark.grey ? kButtonFace : kWhite);
+    label.SetAnchor(&lblLap[mark.column]);
+    label.SetVisible(true);
+  }
   const int marks = r.turns + r.cutCount;
   for (int i = marks; i <= kLastCutMark; ++i) lblCut[i].SetVisible(false);
   if (popUpOf_ >= marks) HidePopUp();
   ShowEleventhCell();
   DisplayTotals();
-}
-
-void frmLane::PlaceCutMark(const CutMark& mark) {
-  Control& label = lblCut[mark.index];
-  label.SetCaption(mark.caption);
-  label.SetTag(mark.tag);
-  label.SetBackColor(mark.grey ? kButtonFace : kWhite);
-  label.SetAnchor(&lblLap[mark.column]);
-  label.SetVisible(true);
 }
 
 // A cut that is entered or withdrawn after the tenth lap decides whether there is an eleventh.

@@ -1,5 +1,6 @@
 #include "results/contest_file.h"
 
+#include <functional>
 #include <utility>
 
 #include "files/output_guard.h"
@@ -13,43 +14,33 @@ namespace {
 
 constexpr std::size_t kLargestProject = std::size_t{256} << 20;
 
-std::error_code ReadText(FileOps& files, const std::string& path, ProfileFile& text) {
+std::error_code Read(FileOps& files, const std::string& path, const std::function<void(ProjectSource)>& use) {
   std::string bytes;
   FileStamp stamp;
   if (const std::error_code error = files.ReadFile(path, kLargestProject, bytes, stamp)) return error;
-  text = ProfileFile(std::move(bytes));
+  const ProfileFile text(std::move(bytes));
+  const auto read = [&text](const std::string& section, const std::string& key, const std::string& fallback) {
+    return ProfileString(text, section, key, fallback);
+  };
+  use({read, TextFromBytes(path)});
   return {};
-}
-
-// Good for as long as the text lives.
-ProjectSource SourceOf(const ProfileFile& text, const std::string& path) {
-  return {[&text](const std::string& section, const std::string& key, const std::string& fallback) {
-            return ProfileString(text, section, key, fallback);
-          },
-          TextFromBytes(path)};
 }
 
 }  // namespace
 
 std::error_code ReadProject(FileOps& files, const std::string& path, ContestRecord& contest) {
-  ProfileFile text("");
-  if (const std::error_code error = ReadText(files, path, text)) return error;
-  contest = ReadContest(SourceOf(text, path));
-  return {};
+  return Read(files, path, [&](const ProjectSource& project) { contest = ReadContest(project); });
 }
 
 std::error_code ReadRaces(FileOps& files, const std::string& path, const SettingsStore& settings,
                           const std::vector<int>& numbers, std::vector<RaceRecord>& races) {
-  ProfileFile text("");
-  if (const std::error_code error = ReadText(files, path, text)) return error;
-  ProjectSource project = SourceOf(text, path);
-  project.laneColorScheme = LoadLaneColorScheme(settings);
-  for (const int number : numbers) races.push_back(ReadRace(project, number));
-  if (!numbers.empty()) return {};
-  for (RaceRecord& race : ReadContest(project).races) {
-    if (race.stands) races.push_back(std::move(race));
-  }
-  return {};
+  return Read(files, path, [&](ProjectSource project) {
+    project.laneColorScheme = LoadLaneColorScheme(settings);
+    for (const int number : numbers) races.push_back(ReadRace(project, number));
+    if (!numbers.empty()) return;
+    races = ReadContest(project).races;
+    std::erase_if(races, [](const RaceRecord& race) { return !race.stands; });
+  });
 }
 
 std::optional<std::string> SaveResults(FileOps& files, const std::string& path, const std::string& project,
