@@ -1,10 +1,9 @@
 #include "field/compare.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
-#include <array>
 #include <cmath>
-#include <cstdlib>
-#include <map>
 #include <nlohmann/json.hpp>
 
 namespace quorvane::field {
@@ -20,7 +19,7 @@ struct Fault {
 int ToInt(const json& value, const char* name) {
   const auto number = value.is_number_integer() ? value.get<std::int64_t>() : INT64_MAX;
   if (std::abs(static_cast<double>(number)) > 1e9)
-    throw Fault{"\"" + std::string(name) + "\" is not a whole number"};
+    throw Fault{fmt::format("\"{}\" is not a whole number", name)};
   return static_cast<int>(number);
 }
 
@@ -28,10 +27,9 @@ int ReadNumber(const json& object, const char* name) {
   return ToInt(object.contains(name) ? object[name] : json(), name);
 }
 
-// The array of that name.
 const json& ReadArray(const json& object, const char* name) {
   if (!object.contains(name) || !object[name].is_array())
-    throw Fault{"\"" + std::string(name) + "\" is not an array"};
+    throw Fault{fmt::format("\"{}\" is not an array", name)};
   return object[name];
 }
 
@@ -41,18 +39,15 @@ std::vector<int> ReadNumbers(const json& object, const char* name) {
   return numbers;
 }
 
-ToldCut ReadCut(const json& value) {
-  ToldCut cut{ReadNumber(value, "pylon"), {}};
-  if (value.contains("time")) cut.time = ReadNumber(value, "time");
-  return cut;
-}
-
 ToldLane ReadLane(const json& value) {
   ToldLane lane;
   lane.lane = ReadNumber(value, "lane");
-  if (lane.lane < 1 || lane.lane > kLanes) throw Fault{"there is no lane " + std::to_string(lane.lane)};
+  if (lane.lane < 1 || lane.lane > kLanes) throw Fault{fmt::format("there is no lane {}", lane.lane)};
   lane.laps = ReadNumbers(value, value.contains("laps") ? "laps" : "expected");
-  for (const json& cut : ReadArray(value, "cuts")) lane.cuts.push_back(ReadCut(cut));
+  for (const json& cut : ReadArray(value, "cuts")) {
+    lane.cuts.push_back({ReadNumber(cut, "pylon"), {}});
+    if (cut.contains("time")) lane.cuts.back().time = ReadNumber(cut, "time");
+  }
   if (value.contains("turns")) {
     const bool listed = value["turns"].is_array();
     lane.turns = listed ? static_cast<int>(ReadNumbers(value, "turns").size()) : ReadNumber(value, "turns");
@@ -64,19 +59,16 @@ ToldLane ReadLane(const json& value) {
 }
 
 ToldHeat ReadHeat(const json& value) {
-  ToldHeat heat;
-  heat.heat = ReadNumber(value, "heat");
+  ToldHeat heat{ReadNumber(value, "heat"), {}};
   for (const json& lane : ReadArray(value, "lanes")) heat.lanes.push_back(ReadLane(lane));
   return heat;
 }
 
 // ---- Comparing.
 
-constexpr std::array<const char*, 4> kPlaces = {"First", "Second", "Third", "Fourth"};
-
 // 0 for "First" to 3, 4 for everything that is no place.
 std::size_t Rank(const std::string& place) {
-  return static_cast<std::size_t>(std::find(kPlaces.begin(), kPlaces.end(), place) - kPlaces.begin());
+  return static_cast<std::size_t>(std::ranges::find(kPlaces, place) - kPlaces.begin());
 }
 
 std::string PlaceName(const std::string& place) {
@@ -87,138 +79,117 @@ std::string FinalName(int final_time) {
   return final_time >= kNoResult ? "no result" : std::to_string(final_time);
 }
 
-class LaneComparison {
- public:
-  LaneComparison(const ToldLane& flown, const ToldLane& shown, const CompareOptions& options,
-                 std::string where, std::vector<std::string>& differences)
-      : flown_(flown),
-        shown_(shown),
-        options_(options),
-        where_(std::move(where)),
-        differences_(differences) {}
+const ToldLane* FindLane(const ToldHeat& heat, int number) {
+  const auto found = std::ranges::find(heat.lanes, number, &ToldLane::lane);
+  return found == heat.lanes.end() ? nullptr : &*found;
+}
 
-  void Run() {
-    Laps();
-    Cuts();
-    Turns();
-    if (!TimeFits(flown_.final_time, shown_.final_time)) {
-      Say("final " + FinalName(flown_.final_time) + " flown, " + FinalName(shown_.final_time) + " shown");
-    }
-    // On a bad line late laps may change the order; the places are then held against the shown finals
-    // instead.
-    if (!options_.lossy && Rank(flown_.place) != Rank(shown_.place)) {
-      Say(PlaceName(flown_.place) + " flown, " + PlaceName(shown_.place) + " shown");
-    }
+std::vector<ToldCut> CutsAt(const ToldLane& lane, int pylon) {
+  std::vector<ToldCut> cuts;
+  std::ranges::copy_if(lane.cuts, std::back_inserter(cuts),
+                       [=](const ToldCut& cut) { return cut.pylon == pylon; });
+  return cuts;
+}
+
+class Comparison {
+ public:
+  explicit Comparison(const CompareOptions& options) : options_(options) {}
+
+  template <typename... Values>
+  void Say(fmt::format_string<Values...> text, Values&&... values) {
+    differences.push_back(where_ + fmt::format(text, std::forward<Values>(values)...));
   }
 
+  void Heat(const ToldHeat& flown, const ToldHeat& shown) {
+    const std::string heat = fmt::format("heat {}", flown.heat);
+    where_ = heat + ": ";
+    if (flown.heat != shown.heat) return Say("heat {} shown in its place", shown.heat);
+    ToldLane idle;
+    idle.turns = 0;
+    for (int number = 1; number <= kLanes; ++number) {
+      where_ = fmt::format("{} lane {}: ", heat, number);
+      const ToldLane* f = FindLane(flown, number);
+      const ToldLane* s = FindLane(shown, number);
+      if (s != nullptr) {
+        Lane(f == nullptr ? idle : *f, *s);
+      } else if (f != nullptr) {
+        Say("flown, but not shown");
+      }
+    }
+    if (options_.lossy) ShownOrder(heat, shown);
+  }
+
+  std::vector<std::string> differences;
+
  private:
-  void Say(const std::string& what) { differences_.push_back(where_ + ": " + what); }
+  // On a bad line late laps may change the order; the places are then held against the shown finals instead.
+  void Lane(const ToldLane& flown, const ToldLane& shown) {
+    Laps(flown, shown);
+    Cuts(flown, shown);
+    if (flown.turns && shown.turns &&
+        (*shown.turns > *flown.turns || (!options_.lossy && *shown.turns < *flown.turns))) {
+      Say("{} turns flown, {} shown", *flown.turns, *shown.turns);
+    }
+    if (!TimeFits(flown.final_time, shown.final_time)) {
+      Say("final {} flown, {} shown", FinalName(flown.final_time), FinalName(shown.final_time));
+    }
+    if (!options_.lossy && Rank(flown.place) != Rank(shown.place)) {
+      Say("{} flown, {} shown", PlaceName(flown.place), PlaceName(shown.place));
+    }
+  }
 
   bool TimeFits(int flown, int shown) const {
     if (flown >= kNoResult || shown >= kNoResult) return flown >= kNoResult && shown >= kNoResult;
     return shown >= flown - options_.tolerance && (options_.lossy || shown <= flown + options_.tolerance);
   }
 
-  void Laps() {
-    const std::size_t flown = flown_.laps.size();
-    const std::size_t shown = shown_.laps.size();
-    const bool may_lack = options_.lossy && flown_.final_time >= kNoResult;
-    if (shown > flown || (shown < flown && !may_lack)) {
-      Say(std::to_string(flown) + " laps flown, " + std::to_string(shown) + " shown");
+  void Laps(const ToldLane& flown, const ToldLane& shown) {
+    const std::size_t laps = flown.laps.size();
+    const bool may_lack = options_.lossy && flown.final_time >= kNoResult;
+    if (shown.laps.size() > laps || (shown.laps.size() < laps && !may_lack)) {
+      Say("{} laps flown, {} shown", laps, shown.laps.size());
     }
-    for (std::size_t i = 0; i < std::min(flown, shown); ++i) {
-      if (TimeFits(flown_.laps[i], shown_.laps[i])) continue;
-      Say("lap " + std::to_string(i + 1) + " at " + std::to_string(flown_.laps[i]) + " flown, at " +
-          std::to_string(shown_.laps[i]) + " shown");
+    for (std::size_t i = 0; i < std::min(laps, shown.laps.size()); ++i) {
+      if (TimeFits(flown.laps[i], shown.laps[i])) continue;
+      Say("lap {} at {} flown, at {} shown", i + 1, flown.laps[i], shown.laps[i]);
     }
   }
 
-  static std::vector<ToldCut> CutsAt(const ToldLane& lane, int pylon) {
-    std::vector<ToldCut> cuts;
-    std::copy_if(lane.cuts.begin(), lane.cuts.end(), std::back_inserter(cuts),
-                 [pylon](const ToldCut& cut) { return cut.pylon == pylon; });
-    return cuts;
-  }
-
-  void Cuts() {
+  void Cuts(const ToldLane& flown_lane, const ToldLane& shown_lane) {
     for (int pylon = 1; pylon <= kHandCut; ++pylon) {
-      const std::vector<ToldCut> flown = CutsAt(flown_, pylon);
-      const std::vector<ToldCut> shown = CutsAt(shown_, pylon);
-      const std::string at = " at pylon " + std::to_string(pylon);
+      const std::vector<ToldCut> flown = CutsAt(flown_lane, pylon);
+      const std::vector<ToldCut> shown = CutsAt(shown_lane, pylon);
       if (flown.size() != shown.size()) {
-        Say(std::to_string(flown.size()) + " cuts" + at + " flown, " + std::to_string(shown.size()) +
-            " shown");
+        Say("{} cuts at pylon {} flown, {} shown", flown.size(), pylon, shown.size());
         continue;
       }
       for (std::size_t i = 0; i < flown.size(); ++i) {
         if (!flown[i].time || !shown[i].time || TimeFits(*flown[i].time, *shown[i].time)) continue;
-        Say("cut" + at + " at " + std::to_string(*flown[i].time) + " flown, at " +
-            std::to_string(*shown[i].time) + " shown");
+        Say("cut at pylon {} at {} flown, at {} shown", pylon, *flown[i].time, *shown[i].time);
       }
     }
-    const auto elsewhere = std::find_if(shown_.cuts.begin(), shown_.cuts.end(), [](const ToldCut& cut) {
-      return cut.pylon < 1 || cut.pylon > kHandCut;
-    });
-    if (elsewhere != shown_.cuts.end()) Say("a cut at no pylon shown");
+    const auto elsewhere = [](const ToldCut& cut) { return cut.pylon < 1 || cut.pylon > kHandCut; };
+    if (std::ranges::any_of(shown_lane.cuts, elsewhere)) Say("a cut at no pylon shown");
   }
 
-  void Turns() {
-    if (!flown_.turns || !shown_.turns) return;
-    if (*shown_.turns <= *flown_.turns && (options_.lossy || *shown_.turns == *flown_.turns)) return;
-    Say(std::to_string(*flown_.turns) + " turns flown, " + std::to_string(*shown_.turns) + " shown");
-  }
-
-  const ToldLane& flown_;
-  const ToldLane& shown_;
-  const CompareOptions& options_;
-  const std::string where_;
-  std::vector<std::string>& differences_;
-};
-
-std::map<int, ToldLane> ByLane(const ToldHeat& heat) {
-  std::map<int, ToldLane> lanes;
-  for (const ToldLane& lane : heat.lanes) lanes.emplace(lane.lane, lane);
-  return lanes;
-}
-
-// The places shown must be those of the finals shown.
-void CheckShownOrder(const ToldHeat& heat, const std::string& where, std::vector<std::string>& differences) {
-  std::vector<ToldLane> finishers;
-  for (const auto& [number, lane] : ByLane(heat)) {
-    if (lane.final_time < kNoResult) finishers.push_back(lane);
-  }
-  std::stable_sort(finishers.begin(), finishers.end(),
-                   [](const ToldLane& a, const ToldLane& b) { return a.final_time < b.final_time; });
-  for (std::size_t i = 0; i < finishers.size(); ++i) {
-    if (Rank(finishers[i].place) == i) continue;
-    differences.push_back(where + " lane " + std::to_string(finishers[i].lane) + ": " +
-                          PlaceName(finishers[i].place) + " shown, but its final is " + kPlaces[i]);
-  }
-}
-
-void CompareHeat(const ToldHeat& flown, const ToldHeat& shown, const CompareOptions& options,
-                 std::vector<std::string>& differences) {
-  const std::string heat = "heat " + std::to_string(flown.heat);
-  if (flown.heat != shown.heat) {
-    differences.push_back(heat + ": heat " + std::to_string(shown.heat) + " shown in its place");
-    return;
-  }
-  const std::map<int, ToldLane> flown_lanes = ByLane(flown);
-  const std::map<int, ToldLane> shown_lanes = ByLane(shown);
-  for (int number = 1; number <= kLanes; ++number) {
-    const std::string where = heat + " lane " + std::to_string(number);
-    const auto f = flown_lanes.find(number);
-    const auto s = shown_lanes.find(number);
-    if (f != flown_lanes.end() && s == shown_lanes.end()) {
-      differences.push_back(where + ": flown, but not shown");
-    } else if (s != shown_lanes.end()) {
-      ToldLane idle;
-      idle.turns = 0;
-      LaneComparison(f == flown_lanes.end() ? idle : f->second, s->second, options, where, differences).Run();
+  // The places shown must be those of the finals shown.
+  void ShownOrder(const std::string& heat, const ToldHeat& shown) {
+    std::vector<ToldLane> finishers;
+    for (int number = 1; number <= kLanes; ++number) {
+      const ToldLane* lane = FindLane(shown, number);
+      if (lane != nullptr && lane->final_time < kNoResult) finishers.push_back(*lane);
+    }
+    std::ranges::stable_sort(finishers, {}, &ToldLane::final_time);
+    for (std::size_t i = 0; i < finishers.size(); ++i) {
+      if (Rank(finishers[i].place) == i) continue;
+      where_ = fmt::format("{} lane {}: ", heat, finishers[i].lane);
+      Say("{} shown, but its final is {}", PlaceName(finishers[i].place), kPlaces.at(i));
     }
   }
-  if (options.lossy) CheckShownOrder(shown, heat, differences);
-}
+
+  const CompareOptions& options_;
+  std::string where_;
+};
 
 }  // namespace
 
@@ -232,28 +203,19 @@ std::optional<std::vector<ToldHeat>> ReadHeats(std::istream& in, std::string& er
       if (!value.is_object()) throw Fault{"not a JSON object"};
       if (value.contains("heat")) heats.push_back(ReadHeat(value));
     } catch (const Fault& fault) {
-      error = "line " + std::to_string(number) + ": " + fault.text;
+      error = fmt::format("line {}: {}", number, fault.text);
       return std::nullopt;
     }
-  }
-  if (in.bad()) {
-    error = "cannot be read";
-    return std::nullopt;
   }
   return heats;
 }
 
 std::vector<std::string> CompareHeats(const std::vector<ToldHeat>& flown, const std::vector<ToldHeat>& shown,
                                       const CompareOptions& options) {
-  std::vector<std::string> differences;
-  if (flown.size() != shown.size()) {
-    differences.push_back(std::to_string(flown.size()) + " heats flown, " + std::to_string(shown.size()) +
-                          " shown");
-  }
-  for (std::size_t i = 0; i < std::min(flown.size(), shown.size()); ++i) {
-    CompareHeat(flown[i], shown[i], options, differences);
-  }
-  return differences;
+  Comparison comparison(options);
+  if (flown.size() != shown.size()) comparison.Say("{} heats flown, {} shown", flown.size(), shown.size());
+  for (std::size_t i = 0; i < std::min(flown.size(), shown.size()); ++i) comparison.Heat(flown[i], shown[i]);
+  return comparison.differences;
 }
 
 }  // namespace quorvane::field

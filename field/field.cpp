@@ -18,16 +18,13 @@ constexpr std::uint8_t kReminderLit = 25;   // 200 ms: a late lap must not lock 
 constexpr std::uint8_t kHoldButton = 16;
 constexpr std::uint8_t kTemperature = 65;  // 22 degrees
 
+// By topic.
+constexpr std::array<std::uint8_t, 9> kAddressees = {kStarter, kPylonBox, kPylonBox, kTimers, kJudge1,
+                                                     kStarter, kConsole,  kConsole,  kStarter};
+
 // The stations add about this much between reading their clock and the radio's last bit.
 std::uint8_t DelayOf(std::uint8_t from) {
-  switch (from) {
-    case kStarter:
-      return 6;
-    case kTimers:
-      return 5;
-    default:
-      return 4;
-  }
+  return from == kStarter ? 6 : from == kTimers ? 5 : 4;
 }
 
 // Judges and timers run on four dry cells, the others on a car battery.
@@ -51,13 +48,18 @@ Field::Field(const FieldOptions& options) : options_(options), line_(options.lin
       options_.silent.push_back({.station = station});
       if (options_.starter_at) options_.silent.back().to_ms = *options_.starter_at;
     }
-    if (options_.starter_at) At(*options_.starter_at * kMs, {.what = Happening::kStarterArrives});
+    if (options_.starter_at) {
+      At(*options_.starter_at * kMs, [this] {
+        phase_ = Phase::kIdle;
+        clock_start_us_.reset();
+      });
+    }
   }
-  At(0, {.what = Happening::kRaceTick});
-  At(0, {.what = Happening::kReminderTick});
+  At(0, [this] { RaceTick(); });
+  At(0, [this] { ReminderTick(); });
   std::int64_t first = 200 * kMs;
   for (const std::uint8_t station : {0, 1, 2, 4, 6, 7}) {
-    At(first, {.what = Happening::kStatusTick, .wish = {Topic::kStatus, station}});
+    At(first, [this, station] { StatusTick(station); });
     first += kStatusInterval / 6;
   }
 }
@@ -65,7 +67,7 @@ Field::Field(const FieldOptions& options) : options_(options), line_(options.lin
 void Field::BeginHeats(std::int64_t ms) {
   if (begun_ || options_.controlled) return;
   begun_ = true;
-  At(std::max(ms * kMs, now_us_), {.what = Happening::kLeadIn});
+  At(std::max(ms * kMs, now_us_), [this] { PrepareHeat(); });
 }
 
 std::vector<Chunk> Field::AdvanceTo(std::int64_t ms) {
@@ -100,7 +102,7 @@ void Field::Follow(const Frame& frame, std::int64_t us) {
   follower_.Hear(frame, us / kMs, listening);
   for (HeatResult& heat : follower_.TakeRaces()) {
     Conclude(heat);
-    if (heat.heat == options_.heats) At(us + 1'000 * kMs, {.what = Happening::kEnd});
+    if (heat.heat == options_.heats) EndSoon(us);
   }
   if (OnAir(kStarter, us)) return;  // which is who the stations believe
   phase_ = follower_.race().running ? Phase::kRunning : Phase::kIdle;
@@ -127,12 +129,26 @@ std::int64_t Field::NextDue() const {
   return (next + kMs - 1) / kMs;
 }
 
-std::vector<HeatResult> Field::TakeResults() {
-  return std::exchange(finished_, {});
+void Field::Speak(Wish wish) {
+  if (std::ranges::find(wishes_, wish) == wishes_.end()) wishes_.push_back(wish);
 }
 
-void Field::Speak(Wish wish) {
-  if (std::find(wishes_.begin(), wishes_.end(), wish) == wishes_.end()) wishes_.push_back(wish);
+void Field::RaceTick() {
+  Speak({Topic::kRace, kStarter});
+  At(now_us_ + RaceTickInterval(), [this] { RaceTick(); });
+}
+
+void Field::ReminderTick() {
+  if (phase_ == Phase::kRunning) {
+    reminder_due_ = true;
+    Speak({Topic::kLaps, kTimers});
+  }
+  At(now_us_ + kReminderInterval, [this] { ReminderTick(); });
+}
+
+void Field::StatusTick(std::uint8_t station) {
+  Speak({Topic::kStatus, station});
+  At(now_us_ + kStatusInterval, [this, station] { StatusTick(station); });
 }
 
 std::int64_t Field::NextSend() const {
@@ -146,9 +162,8 @@ void Field::RunUntil(std::int64_t us) {
     if (std::min(event_us, send_us) > us) break;
     now_us_ = std::max(now_us_, std::min(event_us, send_us));
     if (event_us <= send_us) {
-      const Event event = agenda_.begin()->second;
-      agenda_.erase(agenda_.begin());
-      Happen(event);
+      const auto next = agenda_.extract(agenda_.begin());
+      next.mapped()();
     } else {
       Transmit();
     }
@@ -156,53 +171,8 @@ void Field::RunUntil(std::int64_t us) {
   now_us_ = std::max(now_us_, us);
 }
 
-void Field::Happen(const Event& event) {
-  switch (event.what) {
-    case Happening::kLeadIn:
-      return PrepareHeat();
-    case Happening::kStart:
-      phase_ = Phase::kStarting;
-      // Repeated in quick succession, so that a lost frame does not cost the first seconds of the count.
-      for (int i = 0; i < 3; ++i) SpeakAt(now_us_ + i * 100 * kMs, {Topic::kRace, kStarter});
-      return;
-    case Happening::kStop:
-      return StopRace();
-    case Happening::kStarterArrives:
-      phase_ = Phase::kIdle;
-      return clock_start_us_.reset();
-    case Happening::kHeatOver:
-      return EndHeat();
-    case Happening::kEnd:
-      done_ = true;
-      return;
-    case Happening::kLap:
-      return FlyLap(event.lane, event.index);
-    case Happening::kTurn:
-      return FlyTurn(event.lane);
-    case Happening::kCut:
-      return FlyCut(event.lane, event.index);
-    case Happening::kStarterHearsCut:
-      return StarterHearsCut(event.lane, event.index);
-    case Happening::kSpeak:
-      return Speak(event.wish);
-    case Happening::kRaceTick:
-      Speak({Topic::kRace, kStarter});
-      return At(now_us_ + RaceTickInterval(), event);
-    case Happening::kReminderTick:
-      if (phase_ == Phase::kRunning) {
-        reminder_due_ = true;
-        Speak({Topic::kLaps, kTimers});
-      }
-      return At(now_us_ + kReminderInterval, event);
-    case Happening::kStatusTick:
-      Speak(event.wish);
-      return At(now_us_ + kStatusInterval, event);
-  }
-}
-
 void Field::Transmit() {
-  const auto urgent = std::min_element(wishes_.begin(), wishes_.end(),
-                                       [](const Wish& a, const Wish& b) { return a.topic < b.topic; });
+  const auto urgent = std::ranges::min_element(wishes_, {}, &Wish::topic);
   const Wish wish = *urgent;
   wishes_.erase(urgent);
   if (!OnAir(wish.station, now_us_)) return;
@@ -223,11 +193,7 @@ Report Field::Compose(Wish wish, std::int64_t end_us) {
   Report report;
   const bool acknowledges = wish.topic == Topic::kAckLaps || wish.topic == Topic::kAckTurns;
   report.from = acknowledges ? kAcknowledgement : wish.station;
-  report.to = kStarter;
-  if (wish.topic == Topic::kRace || wish.topic == Topic::kTurns) report.to = kPylonBox;
-  if (wish.topic == Topic::kAckLaps) report.to = kTimers;
-  if (wish.topic == Topic::kAckTurns) report.to = kJudge1;
-  if (wish.topic == Topic::kPollAnswer || wish.topic == Topic::kSecondAnswer) report.to = kConsole;
+  report.to = kAddressees[static_cast<std::size_t>(wish.topic)];
   report.running = phase_ == Phase::kRunning;
   report.clock = (ClockMicros(end_us) + kMs / 2) / kMs;
   report.mode = static_cast<std::uint8_t>(plan_.mode);

@@ -2,10 +2,12 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <limits>
 #include <map>
 #include <optional>
 #include <span>
+#include <utility>
 #include <vector>
 
 #include "field/follower.h"
@@ -46,13 +48,13 @@ struct FieldOptions {
 
 // All stations of a pylon race on one radio channel: starter, timers, three judges, pylon box and display.
 //
-// Runs on the caller's clock, milliseconds from 0 that never fall. It does no input
-// or output: AdvanceTo hands out what is on the air, Receive takes what the console sends. Until BeginHeats
-// the starter idles and polls are answered. Everything that happens follows from the options, the calls and
-// their times.
+// Runs on the caller's clock, milliseconds from 0 that never fall. It does no input or output: AdvanceTo
+// hands out what is on the air, Receive takes what the console sends. Until BeginHeats the starter idles and
+// polls are answered. Everything that happens follows from the options, the calls and their times.
 class Field {
  public:
   explicit Field(const FieldOptions& options);
+  Field(const Field&) = delete;
 
   // The first heat begins with a few seconds of idling starter, from this time on.
   void BeginHeats(std::int64_t ms);
@@ -68,7 +70,7 @@ class Field {
   std::int64_t NextDue() const;
 
   // Heats that ended since the last call.
-  std::vector<HeatResult> TakeResults();
+  std::vector<HeatResult> TakeResults() { return std::exchange(finished_, {}); }
 
   // True a second after the last heat; the stations go on idling all the same.
   bool Done() const { return done_; }
@@ -81,32 +83,10 @@ class Field {
   enum class Phase { kIdle, kStarting, kRunning, kStopping };
   // What a station wants to say, the most urgent first.
   enum class Topic { kLaps, kRace, kTurns, kAckLaps, kAckTurns, kCut, kPollAnswer, kSecondAnswer, kStatus };
-  enum class Happening {
-    kLeadIn,
-    kStart,
-    kStop,
-    kStarterArrives,
-    kHeatOver,
-    kEnd,
-    kLap,
-    kTurn,
-    kCut,
-    kStarterHearsCut,
-    kSpeak,
-    kRaceTick,
-    kReminderTick,
-    kStatusTick
-  };
   struct Wish {
     Topic topic = Topic::kStatus;
     std::uint8_t station = 0;
     bool operator==(const Wish&) const = default;
-  };
-  struct Event {
-    Happening what;
-    std::size_t lane = 0;
-    std::size_t index = 0;  // lap or cut in the lane's plan
-    Wish wish = {};
   };
   struct Lane {
     std::uint8_t laps = 0;
@@ -117,12 +97,16 @@ class Field {
   };
 
   // Traffic (field.cpp).
-  void At(std::int64_t us, const Event& event) { agenda_.emplace(us, event); }
-  void SpeakAt(std::int64_t us, Wish wish) { At(us, {.what = Happening::kSpeak, .wish = wish}); }
+  void At(std::int64_t us, std::function<void()> action) { agenda_.emplace(us, std::move(action)); }
+  void SpeakAt(std::int64_t us, Wish wish) {
+    At(us, [this, wish] { Speak(wish); });
+  }
   void Speak(Wish wish);
+  void RaceTick();
+  void ReminderTick();
+  void StatusTick(std::uint8_t station);
   std::int64_t NextSend() const;
   void RunUntil(std::int64_t us);
-  void Happen(const Event& event);
   void Transmit();
   bool OnAir(std::uint8_t station, std::int64_t us) const;
   void Answer(std::uint8_t station, std::int64_t us);
@@ -136,15 +120,17 @@ class Field {
 
   // The course of a heat (heat.cpp).
   void PrepareHeat();
+  void StartRace();
   void ScheduleFlights();
   std::int64_t RaceEnd() const;
   void FlyLap(std::size_t lane, std::size_t index);
   void FlyTurn(std::size_t lane);
-  void FlyCut(std::size_t lane, std::size_t index);
-  void StarterHearsCut(std::size_t lane, std::size_t index);
+  void FlyCut(std::size_t lane, const PlannedCut& cut);
+  void StarterHearsCut(std::size_t lane, const PlannedCut& cut);
   void StopRace();
   void EndHeat();
   void Conclude(HeatResult& result);
+  void EndSoon(std::int64_t us);
   std::int64_t RaceTickInterval() const;
   bool Holding(std::int64_t us) const;
   std::int64_t ClockMicros(std::int64_t us) const;
@@ -154,8 +140,9 @@ class Field {
   FieldOptions options_;
   Line line_;
   Listener listener_;
-  std::multimap<std::int64_t, Event> agenda_;  // by time in microseconds; equal times in order of entry
-  std::vector<Wish> wishes_;                   // who waits for the air; nobody waits twice for the same topic
+  // By time in microseconds; equal times in order of entry.
+  std::multimap<std::int64_t, std::function<void()>> agenda_;
+  std::vector<Wish> wishes_;  // who waits for the air; nobody waits twice for the same topic
   std::vector<HeatResult> finished_;
   std::int64_t now_us_ = 0;
 
@@ -165,8 +152,7 @@ class Field {
   bool reminder_due_ = false;
   bool turn_unacknowledged_ = false;
   HeatPlan plan_;
-  HeatResult
-      result_;  // of the heat in hand; an expected time is -1 until the first report of it is on the air
+  HeatResult result_;  // of the heat in hand; an expected time is -1 until the first report is on the air
   LineCounters counters_before_;
   std::int64_t polls_ = 0;         // in the heat in hand
   std::int64_t polls_before_ = 0;  // in earlier ones

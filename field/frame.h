@@ -59,9 +59,6 @@ Report Decode(const Frame& frame);
 // Exclusive OR of bytes 3 to 35.
 std::uint8_t CheckByte(const Frame& frame);
 
-// Air time of a number of bytes at 9600 baud, ten bits a byte, in microseconds (36 bytes: 37500).
-std::int64_t AirTime(std::size_t bytes);
-
 // Finds the console's frames in what it sends, whatever the chunks; bytes that are no frame are skipped one
 // by one.
 class Listener {

@@ -35,23 +35,29 @@ void Field::PrepareHeat() {
     lane.target = plan_.lanes[i].target;
     result_.lanes.push_back(lane);
   }
-  At(now_us_ + (options_.quick ? 3'000 : 4'000) * kMs, {.what = Happening::kStart});
+  At(now_us_ + (options_.quick ? 3'000 : 4'000) * kMs, [this] { StartRace(); });
+}
+
+// Told in quick succession, so that a lost frame does not cost the first seconds of the count.
+void Field::StartRace() {
+  phase_ = Phase::kStarting;
+  for (int i = 0; i < 3; ++i) SpeakAt(now_us_ + i * 100 * kMs, {Topic::kRace, kStarter});
 }
 
 void Field::ScheduleFlights() {
   for (std::size_t i = 0; i < kLanes; ++i) {
     const LanePlan& lane = plan_.lanes[i];
     for (std::size_t lap = 0; lap < lane.laps.size(); ++lap) {
-      At(LaneMoment(i, lane.laps[lap]), {.what = Happening::kLap, .lane = i, .index = lap});
+      At(LaneMoment(i, lane.laps[lap]), [this, i, lap] { FlyLap(i, lap); });
     }
-    for (const int turn : lane.turns) At(LaneMoment(i, turn), {.what = Happening::kTurn, .lane = i});
-    for (std::size_t cut = 0; cut < lane.cuts.size(); ++cut) {
-      const std::int64_t seen = LaneMoment(i, lane.cuts[cut].time);
-      At(seen, {.what = Happening::kCut, .lane = i, .index = cut});
-      At(seen + kJudgeToStarter, {.what = Happening::kStarterHearsCut, .lane = i, .index = cut});
+    for (const int turn : lane.turns) At(LaneMoment(i, turn), [this, i] { FlyTurn(i); });
+    for (const PlannedCut& cut : lane.cuts) {
+      const std::int64_t seen = LaneMoment(i, cut.time);
+      At(seen, [this, i, cut] { FlyCut(i, cut); });
+      At(seen + kJudgeToStarter, [this, i, cut] { StarterHearsCut(i, cut); });
     }
   }
-  At(RaceEnd(), {.what = Happening::kStop});
+  At(RaceEnd(), [this] { StopRace(); });
 }
 
 // The starter waits until every lane is finished: a while after its last lap.
@@ -86,17 +92,15 @@ void Field::FlyTurn(std::size_t lane) {
   for (int i = 0; i <= kTurnRepeats; ++i) SpeakAt(now_us_ + i * kTurnLight / 4, {Topic::kTurns, kJudge1});
 }
 
-void Field::FlyCut(std::size_t lane, std::size_t index) {
-  const int pylon = plan_.lanes[lane].cuts[index].pylon;
-  const int shift = 2 * (pylon - 1);
+void Field::FlyCut(std::size_t lane, const PlannedCut& cut) {
+  const int shift = 2 * (cut.pylon - 1);
   std::uint8_t& lights = lanes_[lane].judged_cuts;
   const int shown = (lights >> shift) & 3;  // dark, 1 for one cut, 3 for two
   lights |= static_cast<std::uint8_t>((shown == 0 ? 1 : 3) << shift);
-  Speak({Topic::kCut, static_cast<std::uint8_t>(pylon - 1)});
+  Speak({Topic::kCut, static_cast<std::uint8_t>(cut.pylon - 1)});
 }
 
-void Field::StarterHearsCut(std::size_t lane, std::size_t index) {
-  const PlannedCut& cut = plan_.lanes[lane].cuts[index];
+void Field::StarterHearsCut(std::size_t lane, const PlannedCut& cut) {
   if (!OnAir(static_cast<std::uint8_t>(cut.pylon - 1), now_us_)) return;
   lanes_[lane].starter_cuts = lanes_[lane].judged_cuts;
   result_.lanes[lane].cuts.push_back({cut.pylon, cut.time, -1});
@@ -108,20 +112,18 @@ void Field::StopRace() {
   phase_ = Phase::kStopping;
   reminder_due_ = false;
   for (Lane& lane : lanes_) lane.lap_light_ends = lane.turn_light_ends = 0;
-  At(now_us_ + (options_.quick ? 3'000 : 4'000) * kMs, {.what = Happening::kHeatOver});
+  At(now_us_ + (options_.quick ? 3'000 : 4'000) * kMs, [this] { EndHeat(); });
 }
 
 void Field::EndHeat() {
   phase_ = Phase::kIdle;
   for (LaneResult& lane : result_.lanes) lane.target = TargetLaps(result_.mode, !lane.cuts.empty());
   Conclude(result_);
-  if (options_.heats != 0 && result_.heat >= options_.heats) {
-    return At(now_us_ + 1'000 * kMs, {.what = Happening::kEnd});
-  }
+  if (options_.heats != 0 && result_.heat >= options_.heats) return EndSoon(now_us_);
   ++result_.heat;
   const int mode = options_.mode == 0 ? (result_.heat - 1) % 6 + 1 : options_.mode;
   plan_ = PlanHeat(options_.seed, result_.heat, mode, options_.quick);
-  At(now_us_, {.what = Happening::kLeadIn});
+  At(now_us_, [this] { PrepareHeat(); });
 }
 
 void Field::Conclude(HeatResult& result) {
@@ -131,6 +133,10 @@ void Field::Conclude(HeatResult& result) {
   counters_before_ = line_.counters();
   polls_before_ += std::exchange(polls_, 0);
   finished_.push_back(result);
+}
+
+void Field::EndSoon(std::int64_t us) {
+  At(us + 1'000 * kMs, [this] { done_ = true; });
 }
 
 // Twice a second; faster while a frame must not be missed.

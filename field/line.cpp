@@ -6,12 +6,6 @@
 
 namespace quorvane::field {
 
-LineCounters LineCounters::operator-(const LineCounters& earlier) const {
-  return {sent - earlier.sent, lost - earlier.lost, damaged - earlier.damaged, noise - earlier.noise};
-}
-
-Line::Line(const LineOptions& options, std::uint32_t seed) : options_(options), random_(seed) {}
-
 bool Line::Happens(double probability) {
   return static_cast<double>(random_()) / 4294967296.0 < probability;
 }
@@ -30,16 +24,15 @@ std::int64_t Line::Take(std::int64_t us) {
   return free_us_;
 }
 
-void Line::Send(const Frame& frame) {
+void Line::Send(Frame frame) {
   if (Happens(options_.loss)) {
     ++counters_.lost;
     return;
   }
   ++counters_.sent;
-  std::vector<std::uint8_t> bytes(frame.begin(), frame.end());
   if (Happens(options_.damage)) {
     ++counters_.damaged;
-    bytes[static_cast<std::size_t>(Draw(random_, kFrameBytes))] ^=
+    frame[static_cast<std::size_t>(Draw(random_, kFrameBytes))] ^=
         static_cast<std::uint8_t>(1 + Draw(random_, 255));
   }
   std::size_t begin = 0;
@@ -48,20 +41,17 @@ void Line::Send(const Frame& frame) {
     const int left = static_cast<int>(kFrameBytes - begin);
     const std::size_t end =
         piece == cuts ? kFrameBytes : begin + 1 + static_cast<std::size_t>(Draw(random_, left));
-    Chunk chunk;
-    chunk.due_us = free_us_ - AirTime(kFrameBytes) + AirTime(end);
-    chunk.bytes.assign(bytes.begin() + static_cast<std::ptrdiff_t>(begin),
-                       bytes.begin() + static_cast<std::ptrdiff_t>(end));
-    on_air_.push_back(std::move(chunk));
+    on_air_.push_back(
+        {free_us_ - AirTime(kFrameBytes) + AirTime(end), {frame.begin() + begin, frame.begin() + end}});
     begin = end;
   }
 }
 
 std::vector<Chunk> Line::Deliver(std::int64_t us) {
-  const auto later =
-      std::find_if(on_air_.begin(), on_air_.end(), [us](const Chunk& c) { return c.due_us > us; });
-  std::vector<Chunk> due(std::make_move_iterator(on_air_.begin()), std::make_move_iterator(later));
-  on_air_.erase(on_air_.begin(), later);
+  std::vector<Chunk> due;
+  for (; !on_air_.empty() && on_air_.front().due_us <= us; on_air_.pop_front()) {
+    due.push_back(std::move(on_air_.front()));
+  }
   return due;
 }
 

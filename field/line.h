@@ -9,6 +9,11 @@
 
 namespace quorvane::field {
 
+// Air time of a number of bytes at 9600 baud, ten bits a byte, in microseconds (36 bytes: 37500).
+constexpr std::int64_t AirTime(std::size_t bytes) {
+  return static_cast<std::int64_t>(bytes) * 10 * 1'000'000 / 9600;
+}
+
 // Bytes as they come out of the receiver's modem. `due_us` is the time, in microseconds of the field's clock,
 // at which the last of them has left the air.
 struct Chunk {
@@ -35,14 +40,16 @@ struct LineCounters {
 
   std::int64_t Good() const { return sent - damaged; }
   std::int64_t Bytes() const { return sent * static_cast<std::int64_t>(kFrameBytes) + noise; }
-  LineCounters operator-(const LineCounters& earlier) const;
+  LineCounters operator-(const LineCounters& earlier) const {
+    return {sent - earlier.sent, lost - earlier.lost, damaged - earlier.damaged, noise - earlier.noise};
+  }
 };
 
 // The radio channel: one sender at a time, at the pace of a 9600-baud line. A lost frame keeps its place in
 // time, so that the times of all other frames do not depend on losses.
 class Line {
  public:
-  Line(const LineOptions& options, std::uint32_t seed);
+  Line(const LineOptions& options, std::uint32_t seed) : options_(options), random_(seed) {}
 
   std::int64_t free_us() const { return free_us_; }
 
@@ -51,7 +58,7 @@ class Line {
   std::int64_t Take(std::int64_t us);
 
   // Sends the frame for which the line was taken.
-  void Send(const Frame& frame);
+  void Send(Frame frame);
 
   // Hands out what is due by `us`, in order.
   std::vector<Chunk> Deliver(std::int64_t us);

@@ -32,13 +32,9 @@ void FlyLaps(std::mt19937& random, LanePlan& lane, int count, bool quick) {
   }
 }
 
-int LapStart(const LanePlan& lane, int lap) {
-  return lap == 1 ? 0 : lane.laps[static_cast<std::size_t>(lap - 2)];
-}
-
 // A moment in a lap, in hundredths of it.
 int MomentIn(const LanePlan& lane, int lap, int hundredths) {
-  const int start = LapStart(lane, lap);
+  const int start = lap == 1 ? 0 : lane.laps[static_cast<std::size_t>(lap - 2)];
   return start + (lane.laps[static_cast<std::size_t>(lap - 1)] - start) * hundredths / 100;
 }
 
@@ -51,21 +47,14 @@ int DrawCutLap(std::mt19937& random, int last) {
   return 2 + Draw(random, std::min(last, 8) - 1);
 }
 
+// Both cuts in one moment, at the same pylon a lap later, or at the next pylon a lap later.
 void CutTwice(std::mt19937& random, LanePlan& lane) {
   const int pylon = 1 + Draw(random, 3);
   int lap = DrawCutLap(random, 7);
   lane.cuts.push_back(CutIn(lane, lap, pylon));
-  switch (Draw(random, 3)) {
-    case 0:
-      lane.cuts.push_back(lane.cuts.front());
-      break;
-    case 1:
-      lane.cuts.push_back(CutIn(lane, ++lap, pylon));
-      break;
-    default:
-      lane.cuts.push_back(CutIn(lane, ++lap, pylon % 3 + 1));
-      break;
-  }
+  const int kind = Draw(random, 3);
+  if (kind > 0) ++lap;
+  lane.cuts.push_back(CutIn(lane, lap, kind == 2 ? pylon % 3 + 1 : pylon));
   lane.laps.resize(static_cast<std::size_t>(lap - 1));  // it leaves the course at once
 }
 
@@ -96,18 +85,12 @@ LanePlan PlanLane(std::mt19937& random, Fate fate, int mode, bool quick) {
   return lane;
 }
 
-void AddTurns(LanePlan& lane) {
-  for (int lap = 1; lap <= static_cast<int>(lane.laps.size()); ++lap)
-    lane.turns.push_back(MomentIn(lane, lap, 27));
-}
-
 void KeepFinishesApart(HeatPlan& plan) {
   std::vector<LanePlan*> finishers;
   for (LanePlan& lane : plan.lanes) {
     if (lane.flies && lane.Finishes()) finishers.push_back(&lane);
   }
-  std::stable_sort(finishers.begin(), finishers.end(),
-                   [](const LanePlan* a, const LanePlan* b) { return a->laps.back() < b->laps.back(); });
+  std::ranges::stable_sort(finishers, {}, [](const LanePlan* lane) { return lane->laps.back(); });
   for (std::size_t i = 1; i < finishers.size(); ++i) {
     finishers[i]->laps.back() =
         std::max(finishers[i]->laps.back(), finishers[i - 1]->laps.back() + kFinishGap);
@@ -117,16 +100,9 @@ void KeepFinishesApart(HeatPlan& plan) {
 }  // namespace
 
 std::array<int, kLanes> Staggers(int mode) {
-  switch (mode) {
-    case 4:
-      return {0, 1000, 2000, 0};
-    case 5:
-      return {2000, 0, 1000, 0};
-    case 6:
-      return {1000, 2000, 0, 0};
-    default:
-      return {};
-  }
+  static constexpr std::array<std::array<int, kLanes>, 3> kFai = {
+      {{0, 1000, 2000}, {2000, 0, 1000}, {1000, 2000, 0}}};
+  return mode >= 4 && mode <= 6 ? kFai[static_cast<std::size_t>(mode - 4)] : std::array<int, kLanes>{};
 }
 
 int Draw(std::mt19937& random, int below) {
@@ -152,7 +128,11 @@ HeatPlan PlanHeat(std::uint32_t seed, int heat, int mode, bool quick) {
     planned.stagger = Staggers(mode)[static_cast<std::size_t>(lane)];
   }
   KeepFinishesApart(plan);
-  for (LanePlan& lane : plan.lanes) AddTurns(lane);
+  for (LanePlan& lane : plan.lanes) {
+    for (int lap = 1; lap <= static_cast<int>(lane.laps.size()); ++lap) {
+      lane.turns.push_back(MomentIn(lane, lap, 27));
+    }
+  }
   return plan;
 }
 

@@ -4,6 +4,7 @@
 #include <memory>
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace quorvane::field {
@@ -38,7 +39,7 @@ class PseudoTerminal {
   void Wait(std::int64_t ms) const;
 
  private:
-  PseudoTerminal(int master, std::string path, std::string link);
+  PseudoTerminal(int master, std::string path) : master_(master), path_(std::move(path)) {}
 
   int master_;
   std::string path_;

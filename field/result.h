@@ -13,6 +13,8 @@ namespace quorvane::field {
 
 inline constexpr int kNoResult = 1000000;  // a final from here on means "no result"
 
+inline constexpr std::array<const char*, kLanes> kPlaces = {"First", "Second", "Third", "Fourth"};
+
 inline constexpr int kHandCut = 4;  // in place of the pylon of a cut that no judge has reported
 
 struct CutResult {
