@@ -117,16 +117,14 @@ TEST(FieldCompare, SaysWhyAFileCannotBeRead) {
   }
 }
 
-TEST(FieldCompare, SurvivesEveryShorteningAndChangeOfALine) {
+TEST(FieldCompare, SurvivesEveryChangeOfALine) {
   const std::string line = kFlown;
   for (std::size_t i = 0; i < line.size(); ++i) {
     for (const char c : {'\0', '"', '\\', '{', ']', '9', '\xFF'}) {
-      std::string changed = line;
-      changed[i] = c;
-      std::istringstream in(changed);
+      std::istringstream in(std::string(line).replace(i, 1, 1, c));
       std::string error;
-      const auto heats = ReadHeats(in, error);
-      EXPECT_EQ(heats.has_value(), error.empty());
+      const bool read = ReadHeats(in, error).has_value();
+      EXPECT_EQ(read, error.empty());
     }
   }
 }

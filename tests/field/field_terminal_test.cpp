@@ -4,22 +4,15 @@
 #include <unistd.h>
 
 #include <chrono>
-#include <filesystem>
-#include <fstream>
+#include <numeric>
 
 #include "field/pseudo_terminal.h"
+#include "tests/support/scratch_folder.h"
 
 namespace quorvane::field {
 namespace {
 
 namespace fs = std::filesystem;
-
-// Every byte value, so that anything but raw mode shows.
-std::vector<std::uint8_t> AllBytes() {
-  std::vector<std::uint8_t> bytes;
-  for (int i = 0; i < 256; ++i) bytes.push_back(static_cast<std::uint8_t>(i));
-  return bytes;
-}
 
 std::vector<std::uint8_t> ReadFrom(int file, std::size_t wanted) {
   std::vector<std::uint8_t> bytes;
@@ -33,8 +26,9 @@ std::vector<std::uint8_t> ReadFrom(int file, std::size_t wanted) {
 }
 
 TEST(FieldTerminal, CarriesBytesThroughItsLinkAndSurvivesReopening) {
-  const fs::path folder = fs::temp_directory_path() / ("field-terminal-" + std::to_string(getpid()));
-  fs::create_directories(folder);
+  std::vector<std::uint8_t> all(256);  // every value, so that anything but raw mode shows
+  std::iota(all.begin(), all.end(), std::uint8_t{0});
+  const ScratchFolder folder;
   const std::string link = folder / "port";
   fs::create_symlink("/dev/pts/9999", link);  // of a field that was killed
   std::string error;
@@ -42,16 +36,16 @@ TEST(FieldTerminal, CarriesBytesThroughItsLinkAndSurvivesReopening) {
   ASSERT_TRUE(terminal) << error;
   for (int opening = 0; opening < 2; ++opening) {
     EXPECT_FALSE(terminal->Connected());
-    terminal->Write(AllBytes());  // nobody hears it
+    terminal->Write(all);  // nobody hears it
     const int console = open(link.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK);
     ASSERT_GE(console, 0);
     EXPECT_TRUE(terminal->Connected());
-    terminal->Write(AllBytes());
-    EXPECT_EQ(ReadFrom(console, 256), AllBytes());
-    EXPECT_EQ(write(console, AllBytes().data(), 256), 256);
+    terminal->Write(all);
+    EXPECT_EQ(ReadFrom(console, 256), all);
+    EXPECT_EQ(write(console, all.data(), 256), 256);
     terminal->Wait(1000);
-    EXPECT_EQ(terminal->Read(), AllBytes());
-    terminal->Write(AllBytes());  // left unread
+    EXPECT_EQ(terminal->Read(), all);
+    terminal->Write(all);  // left unread
     close(console);
   }
   // A hung-up terminal must not make the caller spin.
@@ -67,9 +61,8 @@ TEST(FieldTerminal, CarriesBytesThroughItsLinkAndSurvivesReopening) {
     EXPECT_EQ(error, link + " exists and is not a link of a simulated field");
     EXPECT_EQ(fs::is_symlink(link), i == 0);
     fs::remove(link);
-    std::ofstream(link) << "precious";
+    PutFile(link, "precious");
   }
-  fs::remove_all(folder);
 }
 
 }  // namespace

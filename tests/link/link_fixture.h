@@ -6,19 +6,34 @@
 #include <string>
 #include <vector>
 
+#include "field/frame.h"
 #include "forms/door.h"
 #include "link/frm_serial_port.h"
 #include "race/race_state.h"
 #include "replay/virtual_platform.h"
-#include "tests/link/frames.h"
 
 namespace quorvane {
+
+using Bytes = std::vector<std::uint8_t>;
+
+// A frame as the field's own code puts it together.
+inline Bytes Frame(int to, int from, field::Report report = {}) {
+  report.to = static_cast<std::uint8_t>(to);
+  report.from = static_cast<std::uint8_t>(from);
+  const field::Frame frame = field::Encode(report);
+  return {frame.begin(), frame.end()};
+}
+
+inline Bytes operator+(Bytes a, const Bytes& b) {
+  a.insert(a.end(), b.begin(), b.end());
+  return a;
+}
 
 // A race that writes down what the link asks of it.
 class FakeRace : public LinkOwner {
  public:
   void ProcessMessage(const StationMessage& frame) override {
-    frames.push_back(frame);
+    senders += std::to_string(frame.From) + " ";
     if (onFrame) onFrame(frame);
   }
   void GetLaneInfo(std::uint8_t lane, std::uint8_t& lapCount, std::uint8_t& light,
@@ -32,7 +47,7 @@ class FakeRace : public LinkOwner {
     start = 1;
     mode = 5;
   }
-  void IssueRaceEvent(bool flag) override { raceEvents.push_back(flag); }
+  void IssueRaceEvent(bool) override { ++raceEvents; }
   void ShowPort(const std::string& text, bool open) override {
     port = text;
     portOpen = open;
@@ -40,11 +55,10 @@ class FakeRace : public LinkOwner {
   void ShowTraffic(Traffic lamp, bool on) override { (lamp == Traffic::Received ? readLit : writeLit) = on; }
   void ShowRadioWarning(const std::string& text) override { warning = text; }
 
-  std::string port, warning;
+  std::string port, warning, senders;
   bool portOpen = false, readLit = false, writeLit = false;
-  std::vector<StationMessage> frames;
+  int raceEvents = 0;
   std::function<void(const StationMessage&)> onFrame;
-  std::vector<bool> raceEvents;
   std::array<std::uint8_t, 4> laps = {}, lit = {};
   std::array<std::array<std::int16_t, 4>, 4> cuts = {};
 };
@@ -53,8 +67,6 @@ class FakeRace : public LinkOwner {
 // as in the program.
 class LinkTest : public testing::Test, public DeviceEvents {
  protected:
-  using Bytes = testing_frames::Bytes;
-
   LinkTest() {
     door.SetDevices(this);
     serial.ports = {3, 5};
@@ -75,7 +87,6 @@ class LinkTest : public testing::Test, public DeviceEvents {
   void EnterLoad() { door.Enter({EventKind::Load}); }
   void Click(const std::string& control) { door.Enter({EventKind::Click, "frmSerialPort." + control}); }
   void Activate() { door.Enter({EventKind::Activate, "frmSerialPort"}); }
-  void Close() { door.Enter({EventKind::Close, "frmSerialPort"}); }
   void Line(int code) { door.Enter({.kind = EventKind::LineError, .number = code}); }
   void Rx(const Bytes& bytes) { door.Enter({.kind = EventKind::Bytes, .bytes = bytes}); }
   void Ports(const std::vector<int>& ports) {
@@ -83,13 +94,12 @@ class LinkTest : public testing::Test, public DeviceEvents {
     door.Enter({.kind = EventKind::Ports, .numbers = ports});
   }
   void RunUntil(std::int64_t ms) { platform.RunUntil(door, ms); }
-  void Answer(DialogAnswer::Word word) { platform.answers.push_back({word, {}}); }
+  void RunFor(std::int64_t ms) { RunUntil(platform.ClockMs() + ms); }
   void ExpectBox(DialogKind kind, DialogIcon icon, const std::string& title, const std::string& text) {
     ASSERT_EQ(platform.shown.size(), 1U);
     const DialogBox& box = platform.shown[0].box;
     EXPECT_EQ(std::pair(box.kind, box.icon), std::pair(kind, icon));
-    EXPECT_EQ(box.title, title);
-    EXPECT_EQ(box.text, text);
+    EXPECT_EQ(box.title + ": " + box.text, title + ": " + text);
   }
   std::string Saved(const std::string& key) {
     return platform.settings.GetSetting("frmSerialPort", key, "(none)");

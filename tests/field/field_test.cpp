@@ -1,0 +1,99 @@
+// That the field goes on sending what it has always sent. Whether that is right, the console says, which
+// flies heats of it in its own tests.
+
+#include "field/field.h"
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+#include <gtest/gtest.h>
+
+namespace quorvane::field {
+namespace {
+
+// Every byte on the air with its time, and the JSON, as one number: FNV-1a.
+std::string Course(const FieldOptions& options) {
+  std::uint64_t sum = 14695981039346656037U;
+  const auto add = [&sum](const std::string& text) {
+    for (const char c : text) sum = (sum ^ static_cast<std::uint8_t>(c)) * 1099511628211U;
+  };
+  Field field(options);
+  field.BeginHeats(0);
+  while (!field.Done()) {
+    for (const Chunk& chunk : field.AdvanceTo(field.NextDue())) {
+      add(fmt::format("{} {:02X}\n", chunk.due_us, fmt::join(chunk.bytes, "")));
+    }
+    for (const HeatResult& result : field.TakeResults()) add(ToJson(result) + "\n");
+  }
+  return fmt::format("{:016X}", sum);
+}
+
+TEST(Field, TheSameNumberGivesTheSameCourseOnEverySystem) {
+  const LineOptions bad = {.noise = 0.08, .loss = 0.1, .damage = 0.08, .split = true};
+  const struct {
+    const char* name;
+    FieldOptions options;
+    const char* course;
+  } cases[] = {
+      {"count", {.heats = 12, .mode = 0, .seed = 3}, "78C85877540EF961"},
+      {"no count", {.heats = 12, .mode = 0, .seed = 4, .count = false}, "3846527FB4ABEE02"},
+      {"hold", {.heats = 6, .mode = 0, .seed = 5, .hold = true}, "432DB95E9CE3E99C"},
+      {"quick", {.heats = 60, .mode = 0, .seed = 6, .count = false, .quick = true}, "7CF7B1B8DEFFEA1F"},
+      {"bad line", {.heats = 6, .mode = 0, .seed = 7, .line = bad}, "789B3239B27D7694"},
+      {"stations off",
+       {.heats = 6, .mode = 0, .seed = 8, .silent = {{0, 200000}, {1, 0, 400000}, {4, 90000}}},
+       "93E6B5A644877388"},
+  };
+  for (const auto& c : cases) EXPECT_EQ(Course(c.options), c.course) << c.name;
+}
+
+TEST(Field, AFrameWrittenByHandIsTheSame) {
+  // Running at 65.536 s in mode 2; lane 2: one cut at pylon 1, two at pylon 3; lane 4: one at pylon 2.
+  const Report starter{.from = kStarter,
+                       .to = kPylonBox,
+                       .running = true,
+                       .clock = 65536,
+                       .turns = 9,
+                       .cuts = {0, 0x31, 0, 0x04},
+                       .buttons = 16,
+                       .lit = {250, 0, 25, 0},
+                       .mode = 2,
+                       .lap = {11, 0, 3, 0},
+                       .dif = 6,
+                       .temperature = 0x41,
+                       .voltage = 0xAB};
+  const Frame frame = {0x55, 0xAA, 0x22, 0x01, 0x06, 0x03, 0x00, 0x01, 0x00, 0x06, 0x09, 0x00,
+                       0x31, 0x00, 0x04, 0x00, 0x0A, 0x02, 0x10, 0x00, 0x00, 0x00, 0x00, 0x00,
+                       0xFA, 0x00, 0x19, 0x00, 0x02, 0x0B, 0x00, 0x03, 0x00, 0x06, 0x41, 0xAB};
+  EXPECT_EQ(Encode(starter), frame);
+  EXPECT_EQ(Encode(Decode(frame)), frame);
+}
+
+TEST(Field, EqualFinalsKeepTheLowerLaneFirst) {
+  std::vector<LaneResult> lanes(3);
+  lanes[0].expected = lanes[2].expected = {9, 18, 27, 36, 45, 54, 63, 72, 81, 90};
+  RankLanes(lanes);
+  EXPECT_EQ(lanes[0].place + " " + lanes[1].place + " " + lanes[2].place, "First  Second");
+}
+
+TEST(Field, IdlesUntilBegunAndAnswersPollsInAnyChunking) {
+  Field field({.late = {0, 0, 500}, .twice = {false, false, false, false, true}});
+  std::string answers;
+  for (std::int64_t ms = 0; ms < 10000; ms += 100) {
+    for (const Chunk& chunk : field.AdvanceTo(ms)) {
+      EXPECT_EQ(chunk.bytes[3], 0);
+      if (chunk.bytes[4] == kConsole) answers += fmt::format("{} after {}, ", chunk.bytes[5], ms % 1000);
+    }
+    // Nobody has address 5 or 8; a damaged poll is none, and a whole one behind it is heard all the same.
+    const Frame poll = Encode({.from = kConsole, .to = static_cast<std::uint8_t>(ms / 1000)});
+    std::vector<std::uint8_t> bytes(40, 0x55);
+    bytes.insert(bytes.end(), poll.begin(), poll.end());
+    const auto tenth = static_cast<std::size_t>(ms % 1000 / 100);
+    field.Receive(std::span(bytes).subspan(tenth * 8, tenth == 9 ? 4 : 8), ms);
+  }
+  EXPECT_EQ(answers,
+            "0 after 0, 1 after 0, 2 after 500, 3 after 0, 4 after 0, 4 after 0, 6 after 0, 7 after 0, ");
+  EXPECT_EQ(field.Heard().polls, 10);
+}
+
+}  // namespace
+}  // namespace quorvane::field
