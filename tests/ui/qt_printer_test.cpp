@@ -4,6 +4,7 @@
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QMessageBox>
+#include <QScrollBar>
 #include <QTimer>
 #include <memory>
 #include <semaphore>
@@ -131,16 +132,32 @@ TEST_F(QtPrinterTest, PreviewScrollsScalesAndClosesInItsWindow) {
   ASSERT_TRUE(WaitFor([&] { return preview.isVisible(); }));
   preview.resize(500, 400);
   Settle();
-  EXPECT_EQ(preview.HiddenPicture().size(), QSize(794, 1122));
-  EXPECT_TRUE(preview.Across().isVisible());
-  Press(&preview, Qt::Key_PageDown);
-  EXPECT_EQ(preview.Down().value(), preview.Down().pageStep());
-  Press(&preview, Qt::Key_Right);
-  EXPECT_EQ(preview.Across().value(), preview.Across().singleStep());
-  preview.Down().setValue(100000);
-  EXPECT_EQ(preview.Of().Layout().ScrollArea.top, -preview.Down().maximum());
+  const auto* page = qobject_cast<QLabel*>(preview.View().widget());
+  EXPECT_EQ(page->pixmap().size(), QSize(794, 1122));
+  QScrollBar& across = *preview.View().horizontalScrollBar();
+  QScrollBar& down = *preview.View().verticalScrollBar();
+  const QSize seen = preview.View().viewport()->size();
+  const struct {
+    int key, left, top;
+  } presses[] = {{Qt::Key_Up, 0, 0},
+                 {Qt::Key_Down, 0, qRound(0.1 * seen.height())},
+                 {Qt::Key_Right, qRound(0.1 * seen.width()), qRound(0.1 * seen.height())},
+                 {Qt::Key_PageDown, across.singleStep(), seen.height()},
+                 {Qt::Key_End, across.singleStep(), seen.height()},
+                 {Qt::Key_Left, 0, seen.height()},
+                 {Qt::Key_PageUp, 0, qRound(0.1 * seen.height())}};
+  for (const auto& press : presses) {
+    Press(preview.focusWidget(), press.key);
+    EXPECT_EQ(-page->x(), press.left) << press.key;
+    EXPECT_NEAR(-page->y(), press.top, 1) << press.key;
+  }
+  down.setValue(100000);
+  EXPECT_EQ(-page->y(), 1122 - seen.height());
   preview.Menu().Find(preview.Of().mnuScaleSet[3])->trigger();
-  EXPECT_FALSE(preview.Across().isVisible());
+  Settle();
+  EXPECT_EQ(page->size(), QSize(298, 421));
+  EXPECT_EQ(page->pos(), QPoint(0, 0));
+  EXPECT_FALSE(across.isVisible());
   EXPECT_TRUE(preview.Menu().Find(preview.Of().mnuScaleSet[3])->isChecked());
   EXPECT_FALSE(preview.Menu().Find(preview.Of().mnuScaleSet[1])->isChecked());
   preview.Menu().Find(preview.Of().mnuFileClose)->trigger();

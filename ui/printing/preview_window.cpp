@@ -2,11 +2,15 @@
 
 #include <QCloseEvent>
 #include <QCoreApplication>
-#include <QVBoxLayout>
+#include <QImage>
+#include <QPainter>
+#include <QScrollBar>
 #include <QWheelEvent>
-#include <cmath>
+#include <algorithm>
+#include <utility>
 
 #include "print/heat_report.h"
+#include "ui/printing/qt_surface.h"
 #include "ui/widgets/look.h"
 
 namespace quorvane {
@@ -14,71 +18,67 @@ namespace {
 
 constexpr double kPixelsPerInch = 96;
 constexpr QSize kFirstSize{830, 760};
+constexpr QSize kLeastPreview{51, 80};
 
-QRect ToQRect(const clsRect& rect) {
-  return {rect.left, rect.top, rect.width, rect.height};
-}
-
-std::string KeyName(int key) {
-  switch (key) {
-    case Qt::Key_Left:
-      return "Left";
-    case Qt::Key_Right:
-      return "Right";
-    case Qt::Key_Up:
-      return "Up";
-    case Qt::Key_Down:
-      return "Down";
-    case Qt::Key_PageUp:
-      return "PageUp";
-    case Qt::Key_PageDown:
-      return "PageDown";
-    default:
-      return {};
-  }
-}
-
-}  // namespace
-
-// The scaled page. It lies in the viewport, which shows a part of it.
-class PreviewForm::Page : public QWidget {
- public:
-  Page(PreviewForm& form, QWidget* viewport) : QWidget(viewport), form_(form) {
-    setAttribute(Qt::WA_OpaquePaintEvent);
-  }
-
+// Moves by a tenth and by nine tenths of what is seen, which the scroll area tells it as its page.
+class PageBar : public QScrollBar {
  protected:
-  void paintEvent(QPaintEvent* event) override {
-    form_.door_.Contain([this] { form_.preview_.ScrollArea_Paint(); });
-    QPainter painter(this);
-    painter.setClipRect(event->rect());
-    painter.drawPixmap(rect(), form_.stretched_);
+  void sliderChange(SliderChange change) override {
+    QScrollBar::sliderChange(change);
+    if (change != SliderStepsChange || pageStep() == page_) return;
+    const int seen = pageStep();
+    page_ = std::max(1, qRound(0.9 * seen));
+    setPageStep(page_);
+    setSingleStep(std::max(1, qRound(0.1 * seen)));
   }
 
  private:
-  PreviewForm& form_;
+  int page_ = 0;
+};
+
+}  // namespace
+
+// Goes back to the page's upper left corner with each new size.
+class PreviewForm::PageView : public QScrollArea {
+ public:
+  explicit PageView(QWidget* parent) : QScrollArea(parent) {
+    setHorizontalScrollBar(new PageBar);
+    setVerticalScrollBar(new PageBar);
+    setFrameShape(QFrame::NoFrame);
+    setBackgroundRole(QPalette::Dark);
+  }
+
+  void Begin() {
+    horizontalScrollBar()->setValue(0);
+    verticalScrollBar()->setValue(0);
+  }
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override {
+    QScrollArea::resizeEvent(event);
+    Begin();
+  }
+  void wheelEvent(QWheelEvent* event) override {
+    const bool across = event->modifiers().testFlag(Qt::ShiftModifier);
+    QCoreApplication::sendEvent(across ? horizontalScrollBar() : verticalScrollBar(), event);
+  }
 };
 
 PreviewForm::PreviewForm(Platform& platform)
     : door_(platform),
-      preview_(door_.AllForms(), *this, [this](Surface& surface) { Draw(surface); }),
-      menu_(preview_, door_, this),
-      viewport_(this),
-      page_(new Page(*this, &viewport_)),
-      across_(Qt::Horizontal, this),
-      down_(Qt::Vertical, this) {
-  setFocusPolicy(Qt::StrongFocus);
-  const QSize least(3 * kScrollBarThickness, 3 * kScrollBarThickness + menu_.sizeHint().height());
-  place_ = new WindowPlace(*this, door_.System().Settings(), preview_.Name(), least);
-  auto* layout = new QVBoxLayout(this);
-  layout->setMenuBar(&menu_);
-  viewport_.setAutoFillBackground(true);
-  viewport_.setBackgroundRole(QPalette::Dark);
-  for (QScrollBar* bar : {&across_, &down_}) bar->setFocusPolicy(Qt::NoFocus);
-  QObject::connect(&across_, &QScrollBar::valueChanged, this,
-                   [this](int value) { door_.Contain([&] { preview_.HScroll_Change(value); }); });
-  QObject::connect(&down_, &QScrollBar::valueChanged, this,
-                   [this](int value) { door_.Contain([&] { preview_.VScroll_Change(value); }); });
+      preview_(door_.AllForms(),
+               [this](float scale) {
+                 page_->resize(QSize(qRound(full_.width() * scale), qRound(full_.height() * scale)));
+                 view_->Begin();
+               }),
+      menu_(new MenuView(preview_, door_, this)),
+      view_(new PageView(this)),
+      page_(new QLabel) {
+  place_ = new WindowPlace(*this, door_.System().Settings(), preview_.Name(), kLeastPreview);
+  setMenuBar(menu_);
+  setCentralWidget(view_);
+  page_->setScaledContents(true);
+  view_->setWidget(page_);
   door_.SetAfterEvent([this] { Follow(); });
 }
 
@@ -86,98 +86,35 @@ PreviewForm::~PreviewForm() {
   door_.SetAfterEvent({});
 }
 
+QScrollArea& PreviewForm::View() {
+  return *view_;
+}
+
 void PreviewForm::Open(const RaceRecord& race, const Imprint& imprint, Paper paper) {
-  race_ = race;
-  imprint_ = imprint;
-  paper_ = paper;
-  if (!placed_) {
-    placed_ = true;
-    place_->Restore(kFirstSize);
-  }
-  TellInnerSize();
-  door_.Post([this] { preview_.Open(); });
+  full_ = PaperInches(paper) * kPixelsPerInch;
+  if (!std::exchange(placed_, true)) place_->Restore(kFirstSize);
+  door_.Post([this, race, imprint] {
+    Draw(race, imprint);
+    preview_.Open();
+  });
   activateWindow();
+}
+
+// As many dots as the screen has for the page at full size.
+void PreviewForm::Draw(const RaceRecord& race, const Imprint& imprint) {
+  QImage picture((full_ * devicePixelRatioF()).toSize(), QImage::Format_RGB32);
+  picture.fill(Qt::white);
+  QPainter painter(&picture);
+  QtSurface surface(painter, {0, 0, full_.width(), full_.height()}, QRectF(picture.rect()));
+  frmPrint(race, imprint.program, imprint.printed).PrintDocument(surface);
+  painter.end();
+  page_->setPixmap(QPixmap::fromImage(picture));
 }
 
 void PreviewForm::Follow() {
   setWindowTitle(ToQString(preview_.Caption()));
-  menu_.Apply();
+  menu_->Apply();
   if (preview_.Visible() != isVisible()) setVisible(preview_.Visible());
-}
-
-void PreviewForm::Draw(Surface& surface) const {
-  frmPrint(race_, imprint_.program, imprint_.printed).PrintDocument(surface);
-}
-
-PrinterPage PreviewForm::Printer() {
-  const QSizeF page = PaperInches(paper_) * kPixelsPerInch;
-  return {page.width(), page.height(), 0, 0};
-}
-
-// As many dots as the screen has for the page at full size.
-Surface& PreviewForm::ClearHiddenPicture(const PrinterPage& page) {
-  surface_.reset();
-  drawing_.reset();
-  stretched_ = QPixmap();
-  const double dots = devicePixelRatioF();
-  picture_ = QImage(QSize(static_cast<int>(std::lround(page.width * dots)),
-                          static_cast<int>(std::lround(page.height * dots))),
-                    QImage::Format_RGB32);
-  picture_.fill(Qt::white);
-  drawing_.emplace(&picture_);
-  surface_.emplace(*drawing_, Box{page.left, page.top, page.width, page.height}, QRectF(picture_.rect()));
-  return *surface_;
-}
-
-// Scaled once for each size; scrolling and painting only copy it.
-void PreviewForm::StretchPicture(const clsRect& scrollArea) {
-  const double dots = devicePixelRatioF();
-  const QSize size = QSize(scrollArea.width, scrollArea.height) * dots;
-  if (picture_.isNull() || stretched_.size() == size) return;
-  drawing_.reset();
-  stretched_ = QPixmap::fromImage(picture_.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
-  page_->update();
-}
-
-void PreviewForm::LayoutChanged(const PreviewLayout& layout) {
-  const int top = menu_.height();
-  viewport_.setGeometry(ToQRect(layout.Viewport).translated(0, top));
-  page_->setGeometry(ToQRect(layout.ScrollArea));
-  ShowBar(across_, layout.HScroll);
-  ShowBar(down_, layout.VScroll);
-}
-
-void PreviewForm::ShowBar(QScrollBar& bar, const ScrollBar& as) {
-  const QSignalBlocker quiet(&bar);
-  bar.setGeometry(ToQRect(as.rectangle).translated(0, menu_.height()));
-  bar.setRange(0, as.max);
-  bar.setSingleStep(as.small);
-  bar.setPageStep(as.large);
-  bar.setValue(as.value);
-  bar.setVisible(as.visible);
-}
-
-void PreviewForm::TellInnerSize() {
-  preview_.SetInnerSize(width(), height() - menu_.height());
-}
-
-void PreviewForm::resizeEvent(QResizeEvent* event) {
-  QWidget::resizeEvent(event);
-  TellInnerSize();
-  Event resize;
-  resize.kind = EventKind::Resize;
-  resize.target = preview_.Name();
-  door_.Enter(resize);
-}
-
-void PreviewForm::keyPressEvent(QKeyEvent* event) {
-  const std::string key = KeyName(event->key());
-  if (key.empty()) return QWidget::keyPressEvent(event);
-  door_.Contain([&] { preview_.KeyDown(key); });
-}
-
-void PreviewForm::wheelEvent(QWheelEvent* event) {
-  QCoreApplication::sendEvent(event->modifiers().testFlag(Qt::ShiftModifier) ? &across_ : &down_, event);
 }
 
 void PreviewForm::closeEvent(QCloseEvent* event) {
