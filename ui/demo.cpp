@@ -3,73 +3,55 @@
 #include <QImage>
 #include <QPixmap>
 #include <QThreadPool>
-#include <cmath>
+#include <cctype>
 #include <cstdio>
-#include <sstream>
+#include <nlohmann/json.hpp>
 
-#include "base/text.h"
+#include "base/time_text.h"
+#include "results/race_records.h"
 
 namespace quorvane {
 namespace {
 
+using Json = nlohmann::ordered_json;
+
 constexpr std::int32_t kStartSignal = 60000;    // ms on the race clock
 constexpr std::int32_t kPictureOfCount = 2000;  // ms into the count
 
-std::vector<std::string> Fields(const std::string& text) {
-  std::vector<std::string> fields;
-  std::istringstream stream(text);
-  for (std::string field; std::getline(stream, field, ',');) fields.push_back(field);
-  return fields;
+// Pylon 2 of "P2" or "MP2"; 0 for a cut that names none.
+int PylonOf(const std::string& source) {
+  const char last = source.empty() ? '0' : source.back();
+  return std::isdigit(static_cast<unsigned char>(last)) != 0 ? last - '0' : 0;
 }
 
-// The pylon of a cut: judges 1 to 3 report as stations 0 to 2, the console's keys as "MP1" to "MP3".
-int PylonOf(const std::string& source, const std::string& name) {
-  const double station = LeadingNumber(source);
-  if (station <= 2) return static_cast<int>(station) + 1;
-  return name.size() == 3 && name.starts_with("MP") ? name[2] - '0' : 0;
-}
-
-std::string Quoted(const std::string& text) {
-  std::string quoted = "\"";
-  for (const char c : text) {
-    if (c == '"' || c == '\\') quoted += '\\';
-    quoted += static_cast<unsigned char>(c) < 0x20 ? ' ' : c;
-  }
-  return quoted + "\"";
-}
-
-void Append(std::string& list, const std::string& item) {
-  list += (list.empty() ? "" : ",") + item;
+Json LaneJson(const LaneRecord& lane) {
+  Json laps = Json::array();
+  for (const LapRecord& lap : lane.laps) laps.push_back(lap.time);
+  Json cuts = Json::array();
+  for (const CutRecord& cut : lane.cuts) cuts.push_back({{"pylon", PylonOf(cut.pylon)}, {"time", cut.time}});
+  return {{"lane", lane.lane},          {"laps", laps},        {"cuts", cuts},
+          {"turns", lane.turns.size()}, {"final", lane.final}, {"place", lane.placing}};
 }
 
 }  // namespace
 
-RecordedLane DescribeLane(int lane, const std::function<std::string(const std::string&)>& value) {
-  std::string laps;
-  std::string cuts;
-  int turns = 0;
-  const int events = static_cast<int>(LeadingNumber(value("NumEvents")));
-  for (int i = 0; i < events; ++i) {
-    const std::vector<std::string> fields = Fields(value("Event" + std::to_string(i)));
-    if (fields.size() != 6) continue;
-    const std::string time = std::to_string(static_cast<int>(LeadingNumber(fields[4])));
-    if (fields[2] == "L") Append(laps, time);
-    if (fields[2] == "C") {
-      Append(cuts, "{\"pylon\":" + std::to_string(PylonOf(fields[1], fields[3])) + ",\"time\":" + time + "}");
-    }
-    if (fields[2] == "T") ++turns;
+std::string HeatJson(int heat, const RaceRecord& race) {
+  Json lanes = Json::array();
+  for (const LaneRecord& lane : race.lanes) {
+    if (lane.flies) lanes.push_back(LaneJson(lane));
   }
-  const std::string place = value("Placing");
-  const bool result = value("Position") != "100";
-  const int final = result ? static_cast<int>(std::lround(LeadingNumber(value("Time")) * 1000)) : kNoResult;
-  RecordedLane recorded;
-  recorded.json = "{\"lane\":" + std::to_string(lane) + ",\"laps\":[" + laps + "],\"cuts\":[" + cuts +
-                  "],\"turns\":" + std::to_string(turns) + ",\"final\":" + std::to_string(final) +
-                  ",\"place\":" + Quoted(place) + "}";
-  recorded.text = "  lane " + std::to_string(lane) + ": " + place +
-                  (result ? " in " + value("Time") + " s" : "") + ", laps " + value("NumLaps") + ", cuts " +
-                  value("NumCuts");
-  return recorded;
+  return Json{{"heat", heat}, {"lanes", lanes}}.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
+std::string HeatText(int heat, const RaceRecord& race) {
+  std::string text = "Heat " + std::to_string(heat) + "\n";
+  for (const LaneRecord& lane : race.lanes) {
+    if (!lane.flies) continue;
+    text += "  lane " + std::to_string(lane.lane) + ": " + lane.placing +
+            (HasResult(lane) ? " in " + FormatSeconds(lane.final) + " s" : "") + ", laps " +
+            std::to_string(lane.laps.size()) + ", cuts " + std::to_string(lane.cuts.size()) + "\n";
+  }
+  return text;
 }
 
 Demo::Demo(Program& program, ProgramWindows& windows, std::string folder, int heats)
@@ -120,10 +102,6 @@ void Demo::LookAtRace() {
     if (!race.RaceActive || race.RaceDone) return;
     stage_ = Stage::Counting;
     race_ = race.RaceNumber;
-    lanes_.clear();
-    for (int i = 0; i < 4; ++i) {
-      if (program_.lane(i).Visible()) lanes_.push_back(i + 1);
-    }
   }
   if (program_.judge().HasRun(race_)) return WriteHeat();
   if (stage_ == Stage::Counting && time >= kPictureOfCount) {
@@ -152,17 +130,10 @@ void Demo::Picture(const char* what) {
 void Demo::WriteHeat() {
   ++heat_;
   stage_ = Stage::Waiting;
-  std::string lanes;
-  std::printf("Heat %d\n", heat_);
-  for (const int lane : lanes_) {
-    const std::string section = "Race" + std::to_string(race_) + "_Lane" + std::to_string(lane);
-    const RecordedLane recorded = DescribeLane(
-        lane, [&](const std::string& key) { return program_.project().GetProjectValue(section, key, ""); });
-    Append(lanes, recorded.json);
-    std::printf("%s\n", recorded.text.c_str());
-  }
+  const RaceRecord race = ReadRace(OpenProject(program_.project(), program_.race()), race_);
+  std::fputs(HeatText(heat_, race).c_str(), stdout);
   std::fflush(stdout);
-  shown_ << "{\"heat\":" << heat_ << ",\"lanes\":[" << lanes << "]}" << std::endl;
+  shown_ << HeatJson(heat_, race) << std::endl;
   if (heat_ == heats_) program_.door().System().EndProgram();
 }
 

@@ -1,10 +1,9 @@
 #pragma once
 
 #include <fstream>
-#include <functional>
 #include <string>
-#include <vector>
 
+#include "records/race_record.h"
 #include "ui/program_windows.h"
 
 namespace quorvane {
@@ -36,19 +35,14 @@ class Demo {
   const int heats_;
   int heat_ = 0;  // heats that are over
   Stage stage_ = Stage::Waiting;
-  bool sized_ = false;      // the window has its designed size
-  bool pictured_ = false;   // in flight
-  std::int16_t race_ = 0;   // its number, while it is flown
-  std::vector<int> lanes_;  // that fly, 1..4
+  bool sized_ = false;     // the window has its designed size
+  bool pictured_ = false;  // in flight
+  std::int16_t race_ = 0;  // its number, while it is flown
   std::ofstream shown_;
 };
 
-// What the project file says of one lane of a race, as a JSON object and as a line to be read.
-struct RecordedLane {
-  std::string json;
-  std::string text;
-};
-// value(key) reads from the lane's section.
-RecordedLane DescribeLane(int lane, const std::function<std::string(const std::string&)>& value);
+// A race as a line of shown.jsonl, and as lines to be read.
+std::string HeatJson(int heat, const RaceRecord& race);
+std::string HeatText(int heat, const RaceRecord& race);
 
 }  // namespace quorvane

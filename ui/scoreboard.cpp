@@ -11,10 +11,8 @@
 #include <QVBoxLayout>
 #include <QWindow>
 #include <algorithm>
-#include <utility>
+#include <array>
 
-#include "base/text.h"
-#include "base/time_text.h"
 #include "ui/widgets/look.h"
 
 namespace quorvane {
@@ -25,213 +23,163 @@ constexpr QSize kScoreboardSize{1024, 620};
 constexpr QSize kLeastScoreboardSize{480, 300};
 constexpr const char* kSettings = "Scoreboard";  // in the settings store
 const QColor kFace(0xEE, 0xEE, 0xEE);
+const QColor kBad(0xC0, 0, 0);
 
-// Shares of the picture's height and width.
-constexpr int kMarginShare = 60;
-constexpr double kHead = 0.235;
-constexpr double kCaptions = 0.06;
-constexpr std::array kColumns = {0.13, 0.15, 0.14, 0.32, 0.26};
-constexpr std::array kAligned = {Qt::AlignHCenter, Qt::AlignRight, Qt::AlignRight, Qt::AlignRight,
-                                 Qt::AlignLeft};
-constexpr std::array kColumnNames = {"Lane", "Laps", "Cuts", "Time", "Place"};
+struct Column {
+  const char* name;
+  int share;  // of the width, in percent
+  Qt::AlignmentFlag align;
+};
+constexpr std::array<Column, 5> kColumns = {{{"Lane", 13, Qt::AlignHCenter},
+                                             {"Laps", 15, Qt::AlignRight},
+                                             {"Cuts", 14, Qt::AlignRight},
+                                             {"Time", 32, Qt::AlignRight},
+                                             {"Place", 26, Qt::AlignLeft}}};
 
-QString PlaceText(const std::string& caption) {
-  static constexpr std::array<std::pair<const char*, const char*>, 4> kShort = {
-      {{"First", "1st"}, {"Second", "2nd"}, {"Third", "3rd"}, {"Fourth", "4th"}}};
-  for (const auto& [word, shortWord] : kShort) {
-    if (caption == word) return QString::fromLatin1(shortWord);
-  }
-  return ToQString(caption);
-}
-
-// The time of a lane that has finished, otherwise that of its last lap.
-QString TimeText(const frmLane& lane) {
-  if (lane.IsFinished() && lane.FinalTime() < kNoResult && lane.CutsBeforeFinish() < 2) {
-    return ToQString(FormatMinutes(FormatSeconds(lane.FinalTime())));
-  }
-  const int last = lane.Laps() - 1;
-  if (last < 0 || last > lane.lblLap.Upper()) return {};
-  return ToQString(lane.lblLap[last].Caption());
-}
-
-Score::Lane ReadLane(Program& program, int index) {
-  const frmLane& lane = program.lane(index);
-  Score::Lane score;
-  score.flies = lane.Visible() && !(program.race().IsFaiMode && index == 3);
-  score.name = QString::number(index + 1);
-  score.low = ToQColor(lane.lblLow.BackColor());
-  score.high = ToQColor(lane.lblHigh.BackColor());
-  // Until it is flown again, the lanes still have the race that the refly repeats.
-  if (program.race().ReflyMode && !program.race().RaceActive) return score;
-  const bool placed = !program.judge().RaceBeingFlown() || lane.Status() == "DNF";
-  if (placed) score.place = PlaceText(lane.Status());
-  if (!placed && lane.CutsBeforeFinish() >= 2) score.place = QStringLiteral("DBL CUT");
-  score.bad = lane.CutsBeforeFinish() >= 2 || score.place == QLatin1String("DNF") ||
-              (placed && lane.Position() == "100");
-  if (lane.EventCount() == 0) return score;
-  score.laps = QString::number(lane.Laps());
-  score.cuts = lane.CutCount() == 0 ? QString() : QString::number(lane.CutCount());
-  score.time = TimeText(lane);
-  return score;
-}
-
-QRect Part(const QRect& rect, double from, double to) {
-  const int left = rect.left() + static_cast<int>(rect.width() * from);
-  return {left, rect.top(), rect.left() + static_cast<int>(rect.width() * to) - left, rect.height()};
+template <typename Layout>
+Layout* WithoutGaps(Layout* layout) {
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(0);
+  return layout;
 }
 
 }  // namespace
 
-Score ReadScore(Program& program) {
-  const frmJudge& judge = program.judge();
-  Score score;
-  score.heat = QStringLiteral("Round %1  Heat %2").arg(judge.Round()).arg(judge.Heat());
-  if (program.race().ReflyMode) score.heat += QStringLiteral("  Refly");
-  score.event = ToQString(judge.EventName());
-  score.mode = ToQString(judge.lblRaceMode.Caption());
-  score.clock = ToQString(judge.lblStatus.Caption());
-  score.clockBack = ToQColor(judge.lblStatus.BackColor());
-  for (int i = 0; i < 4; ++i) score.lanes[static_cast<std::size_t>(i)] = ReadLane(program, i);
-  return score;
-}
+// A field of the board, its letters as large as the room allows.
+class ScoreField : public QWidget {
+ public:
+  struct Look {
+    double part = 0.86;  // of the height that the letters take
+    Qt::AlignmentFlag align = Qt::AlignLeft;
+    bool inRow = false;  // with a margin that is a share of the row
+  };
+  struct Content {
+    QString text;
+    QString tail = {};  // stands after the text and is never cut
+    QColor back = Qt::white;
+    QColor fore = Qt::black;
+    QColor upper = back;  // of the upper half: a lane's marking has two
 
-Score ScoreOf(const RaceRecord& race) {
-  Score score;
-  score.heat = QStringLiteral("Round %1  Heat %2").arg(race.round).arg(race.heat);
-  if (race.refly != 0) score.heat += QStringLiteral("  Refly");
-  score.event = ToQString(race.eventName);
-  score.mode = ToQString(race.modeName);
-  score.clock = QStringLiteral("Result");
-  for (std::size_t i = 0; i < score.lanes.size(); ++i) {
-    const LaneRecord& from = race.lanes[i];
-    Score::Lane& lane = score.lanes[i];
-    lane.flies = from.flies;
-    lane.name = QString::number(from.lane);
-    lane.low = ToQColor(from.low);
-    lane.high = ToQColor(from.high);
-    lane.place = PlaceText(from.placing);
-    lane.bad = !HasResult(from);
-    if (!HasFlown(from)) continue;
-    lane.laps = QString::number(from.laps.size());
-    if (!from.cuts.empty()) lane.cuts = QString::number(from.cuts.size());
-    if (HasResult(from)) lane.time = ToQString(FormatMinutes(FormatSeconds(from.final)));
+    bool operator==(const Content&) const = default;
+  };
+
+  ScoreField(QBoxLayout& into, int share, const Look& look) : look_(look) {
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
+    into.addWidget(this, share);
   }
-  return score;
-}
 
-ScoreView::ScoreView(QWidget* parent) : QWidget(parent) {
-  setAttribute(Qt::WA_OpaquePaintEvent);
-  setMinimumSize(200, 120);
-}
-
-void ScoreView::Show(const Score& score) {
-  score_ = score;
-  const std::vector<Cell> before = std::exchange(cells_, Cells());
-  if (before.size() != cells_.size()) return update();
-  for (std::size_t i = 0; i < cells_.size(); ++i) {
-    if (before[i] == cells_[i]) continue;
-    if (before[i].rect != cells_[i].rect) return update();
-    update(cells_[i].rect);
+  void Show(const Content& content) {
+    if (content == content_) return;
+    content_ = content;
+    update();
   }
-}
 
-std::vector<ScoreView::Cell> ScoreView::Cells() const {
-  std::vector<Cell> cells;
-  AddHead(cells);
-  const auto lanes =
-      std::count_if(score_.lanes.begin(), score_.lanes.end(), [](const auto& l) { return l.flies; });
-  const int top = static_cast<int>(height() * (kHead + kCaptions));
-  int row = 0;
-  for (const Score::Lane& lane : score_.lanes) {
-    if (!lane.flies) continue;
-    const auto edge = [&](int i) { return top + (height() - top) * i / static_cast<int>(lanes); };
-    AddLane(cells, lane, {0, edge(row) + 1, width(), edge(row + 1) - edge(row) - 1});
-    ++row;
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    const auto& [text, tail, back, fore, upper] = content_;
+    QPainter painter(this);
+    painter.fillRect(rect(), back);
+    painter.fillRect(0, 0, width(), height() / 2, upper);
+    const int margin = Margin();
+    const QRect inner = rect().adjusted(margin, 0, -margin, 0);
+    const QFont full = FontOfPixels(height() * look_.part, true);
+    const int least = tail.isEmpty() ? 8 : std::max(8, full.pixelSize() * 2 / 3);
+    const QFont font = FitFont(full, text + tail, inner.width(), least);
+    painter.setFont(font);
+    painter.setPen(fore);
+    const QFontMetrics metrics(font);
+    const int room = inner.width() - metrics.horizontalAdvance(tail);
+    const QString shown = tail.isEmpty() ? text : metrics.elidedText(text, Qt::ElideRight, room);
+    painter.drawText(inner, Qt::AlignVCenter | Qt::TextSingleLine | look_.align, shown + tail);
   }
-  return cells;
-}
 
-void ScoreView::AddHead(std::vector<Cell>& cells) const {
-  const int head = static_cast<int>(height() * kHead);
-  const QRect left(0, 0, width() * 52 / 100, head);
-  const int upper = head * 60 / 100;
-  cells.push_back({.rect = {left.x(), 0, left.width(), upper}, .text = score_.heat, .part = 0.62});
-  cells.push_back({.rect = {left.x(), upper, left.width(), head - upper},
-                   .text = score_.event,
-                   .part = 0.62,
-                   .tail = score_.event.isEmpty() ? score_.mode : QStringLiteral("  ") + score_.mode});
-  cells.push_back({.rect = {left.right() + 1, 0, width() - left.width(), head},
-                   .text = score_.clock,
-                   .back = score_.clockBack,
-                   .fore = ReadableOn(score_.clockBack, Qt::black),
-                   .part = 0.92,
-                   .align = Qt::AlignHCenter});
-  const QRect row(0, head, width(), static_cast<int>(height() * (kHead + kCaptions)) - head);
-  double from = 0;
-  for (std::size_t i = 0; i < kColumns.size(); ++i) {
-    cells.push_back({.rect = Part(row, from, from + kColumns[i]),
-                     .text = QString::fromLatin1(kColumnNames[i]),
-                     .back = kFace,
-                     .part = 0.8,
-                     .align = kAligned[i],
-                     .margin = width() / kMarginShare});
-    from += kColumns[i];
+ private:
+  int Margin() const {
+    if (look_.inRow) return parentWidget()->width() / 60;
+    return content_.tail.isEmpty() ? 4 : std::max(4, height() / 12);
   }
-}
 
-void ScoreView::AddLane(std::vector<Cell>& cells, const Score::Lane& lane, const QRect& row) const {
-  const std::array texts = {lane.name, lane.laps, lane.cuts, lane.time, lane.place};
-  double from = 0;
-  for (std::size_t i = 0; i < texts.size(); ++i) {
-    Cell cell{.rect = Part(row, from, from + kColumns[i]),
-              .text = texts[i],
-              .align = kAligned[i],
-              .margin = width() / kMarginShare};
-    if (i == 0) {
-      cell.back = lane.low;
-      cell.second = lane.high;
-      cell.fore = ReadableOn(lane.high, ReadableOn(lane.low, Qt::black));
+  const Look look_;
+  Content content_;
+};
+
+// The headings, or a lane.
+class ScoreRow : public QWidget {
+ public:
+  ScoreRow(QBoxLayout& into, int share, double part) {
+    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
+    auto* layout = WithoutGaps(new QHBoxLayout(this));
+    for (std::size_t i = 0; i < kColumns.size(); ++i) {
+      fields_[i] = new ScoreField(*layout, kColumns[i].share, {part, kColumns[i].align, true});
     }
-    if (i == 2 || (i == 4 && lane.bad)) cell.fore = QColor(0xC0, 0, 0);
-    cells.push_back(cell);
-    from += kColumns[i];
+    into.addWidget(this, share);
   }
-}
 
-void ScoreView::Paint(QPainter& painter, const Cell& cell) {
-  painter.fillRect(cell.rect, cell.back);
-  if (cell.second.isValid() && cell.second != cell.back) {
-    painter.fillRect(QRect(cell.rect.topLeft(), QSize(cell.rect.width(), cell.rect.height() / 2)),
-                     cell.second);
+  void ShowHeadings() {
+    for (std::size_t i = 0; i < kColumns.size(); ++i) {
+      fields_[i]->Show({.text = QString::fromLatin1(kColumns[i].name), .back = kFace});
+    }
   }
-  if (cell.text.isEmpty() && cell.tail.isEmpty()) return;
-  const int margin = std::max(cell.margin, cell.tail.isEmpty() ? 4 : cell.rect.height() / 12);
-  const QRect inner = cell.rect.adjusted(margin, 0, -margin, 0);
-  const QFont full = FontOfPixels(cell.rect.height() * cell.part, true);
-  const int least = std::max(8, full.pixelSize() * 2 / 3);
-  const QFont font = FitFont(full, cell.text + cell.tail, inner.width(), cell.tail.isEmpty() ? 8 : least);
-  painter.setFont(font);
-  painter.setPen(cell.fore);
-  const QFontMetrics metrics(font);
-  const int room = inner.width() - metrics.horizontalAdvance(cell.tail);
-  const QString shown = cell.tail.isEmpty() ? cell.text : metrics.elidedText(cell.text, Qt::ElideRight, room);
-  painter.drawText(inner, Qt::AlignVCenter | Qt::TextSingleLine | cell.align, shown + cell.tail);
-}
+  void Show(const Score::Lane& lane) {
+    const QColor low = ToQColor(lane.low);
+    const QColor high = ToQColor(lane.high);
+    fields_[0]->Show({.text = ToQString(lane.name),
+                      .back = low,
+                      .fore = ReadableOn(high, ReadableOn(low, Qt::black)),
+                      .upper = high});
+    fields_[1]->Show({.text = ToQString(lane.laps)});
+    fields_[2]->Show({.text = ToQString(lane.cuts), .fore = kBad});
+    fields_[3]->Show({.text = ToQString(lane.time)});
+    fields_[4]->Show({.text = ToQString(lane.place), .fore = lane.bad ? kBad : QColor(Qt::black)});
+    setVisible(lane.flies);
+  }
 
-void ScoreView::paintEvent(QPaintEvent* event) {
-  if (size_ != size()) {
-    size_ = size();
-    cells_ = Cells();
+ private:
+  std::array<ScoreField*, kColumns.size()> fields_;
+};
+
+// The picture of a score. Paints only what has changed.
+class ScoreView : public QWidget {
+ public:
+  explicit ScoreView(QWidget* parent) : QWidget(parent) {
+    setPalette(kFace);
+    setAutoFillBackground(true);
+    auto* all = WithoutGaps(new QVBoxLayout(this));
+    auto* head = WithoutGaps(new QHBoxLayout);
+    all->addLayout(head, 235);
+    auto* left = WithoutGaps(new QVBoxLayout);
+    head->addLayout(left, 52);
+    heat_ = new ScoreField(*left, 60, {.part = 0.62});
+    event_ = new ScoreField(*left, 40, {.part = 0.62});
+    clock_ = new ScoreField(*head, 48, {.part = 0.92, .align = Qt::AlignHCenter});
+    (new ScoreRow(*all, 60, 0.8))->ShowHeadings();
+    auto* lanes = WithoutGaps(new QVBoxLayout);
+    lanes->setContentsMargins(0, 1, 0, 0);
+    lanes->setSpacing(1);
+    all->addLayout(lanes, 705);
+    for (ScoreRow*& lane : lanes_) lane = new ScoreRow(*lanes, 1, 0.86);
   }
-  QPainter painter(this);
-  painter.fillRect(event->rect(), kFace);
-  for (const Cell& cell : cells_) {
-    if (event->region().intersects(cell.rect)) Paint(painter, cell);
+
+  void Show(const Score& score) {
+    heat_->Show({.text = ToQString(score.heat)});
+    const QString gap = score.event.empty() ? QString() : QStringLiteral("  ");
+    event_->Show({.text = ToQString(score.event), .tail = gap + ToQString(score.mode)});
+    const QColor back = ToQColor(score.clockBack);
+    clock_->Show({.text = ToQString(score.clock), .back = back, .fore = ReadableOn(back, Qt::black)});
+    for (std::size_t i = 0; i < lanes_.size(); ++i) lanes_[i]->Show(score.lanes[i]);
   }
-}
+
+ private:
+  ScoreField* heat_;
+  ScoreField* event_;
+  ScoreField* clock_;
+  std::array<ScoreRow*, 4> lanes_;
+};
 
 Scoreboard::Scoreboard(Program& program, ProgramWindows& windows, SettingsStore& settings)
     : program_(program),
+      keeper_(program),
       windows_(windows),
       settings_(settings),
       place_(new WindowPlace(*this, settings, "Scoreboard", kLeastScoreboardSize)),
@@ -240,9 +188,7 @@ Scoreboard::Scoreboard(Program& program, ProgramWindows& windows, SettingsStore&
   setWindowTitle(QStringLiteral("Scoreboard"));
   // The operator's keys belong to the console.
   setAttribute(Qt::WA_ShowWithoutActivating);
-  auto* layout = new QVBoxLayout(this);
-  layout->setContentsMargins(0, 0, 0, 0);
-  layout->setSpacing(0);
+  auto* layout = WithoutGaps(new QVBoxLayout(this));
   layout->addWidget(view_, 1);
   layout->addWidget(bar_);
   soon_.setSingleShot(true);
@@ -334,45 +280,19 @@ void Scoreboard::MoveToScreen(int index) {
 
 void Scoreboard::SetFullScreen(bool full) {
   bar_->setVisible(!full);
-  if (full) {
-    showFullScreen();
-  } else {
-    showNormal();
-  }
+  full ? showFullScreen() : showNormal();
   view_->setCursor(full ? Qt::BlankCursor : Qt::ArrowCursor);
 }
 
+// A damaged project must not bring the program down from here.
 void Scoreboard::Follow() {
-  const RaceState& race = program_.race();
-  bool empty = !race.RaceActive;
-  for (int i = 0; i < 4; ++i) empty = empty && program_.lane(i).EventCount() == 0;
-  const Score* result = empty && !race.ReflyMode ? LastResult() : nullptr;
-  view_->Show(result != nullptr ? *result : ReadScore(program_));
-}
-
-// Read once: the starter's stop makes the console ready for the next race as soon as one is over.
-const Score* Scoreboard::LastResult() {
-  const RaceState& race = program_.race();
-  if (race.LastRaceRun < 1) return nullptr;
-  if (race.LastRaceRun != resultRace_ || race.NumberReflys != resultReflys_ ||
-      race.ProjectFile != resultFile_) {
-    resultRace_ = race.LastRaceRun;
-    resultReflys_ = race.NumberReflys;
-    resultFile_ = race.ProjectFile;
-    const RaceRecord record = ReadRace(OpenProject(program_.project(), race), resultRace_);
-    hasResult_ = record.hasRun;
-    if (hasResult_) result_ = ScoreOf(record);
-  }
-  return hasResult_ ? &result_ : nullptr;
+  program_.door().Contain([this] { shown_ = keeper_.Now(); });
+  view_->Show(shown_);
 }
 
 void Scoreboard::keyPressEvent(QKeyEvent* event) {
   if (event->key() != Qt::Key_Escape) return QWidget::keyPressEvent(event);
-  if (isFullScreen()) {
-    SetFullScreen(false);
-  } else {
-    hide();
-  }
+  isFullScreen() ? SetFullScreen(false) : hide();
 }
 
 void Scoreboard::mouseDoubleClickEvent(QMouseEvent*) {

@@ -2,35 +2,24 @@
 
 #include <gtest/gtest.h>
 
-#include <map>
-
 namespace quorvane {
 namespace {
 
-TEST(DescribeLaneTest, TellsWhatTheProjectFileSays) {
-  std::map<std::string, std::string> section = {{"NumEvents", "7"},
-                                                {"NumCuts", "2"},
-                                                {"NumLaps", "2"},
-                                                {"Placing", "First"},
-                                                {"Position", "1"},
-                                                {"Time", "16.84"},
-                                                {"Event0", "1,4,L,TM,9051,0"},
-                                                {"Event1", "1,0,C,P1,9500,9500"},
-                                                {"Event2", "1,1,-C,P2,9600,9400"},
-                                                {"Event3", "1,4,T,TM,11115,0"},
-                                                {"Event4", "1,254,C,MP3,12000,12000"},
-                                                {"Event5", "nonsense"},
-                                                {"Event6", "2,4,L,TM,16840,0"}};
-  const auto value = [&](const std::string& key) { return section[key]; };
-  EXPECT_EQ(
-      DescribeLane(2, value).json,
-      "{\"lane\":2,\"laps\":[9051,16840],\"cuts\":[{\"pylon\":1,\"time\":9500},{\"pylon\":3,\"time\":12000}],"
-      "\"turns\":1,\"final\":16840,\"place\":\"First\"}");
-  EXPECT_EQ(DescribeLane(2, value).text, "  lane 2: First in 16.84 s, laps 2, cuts 2");
-  section["Position"] = "100";
-  section["Placing"] = "say \"no\"";
-  EXPECT_NE(DescribeLane(2, value).json.find("\"final\":1000000,\"place\":\"say \\\"no\\\"\""),
-            std::string::npos);
+TEST(Demo, TellsOfARaceWhatTheProjectFileSays) {
+  RaceRecord race;
+  race.lanes[0] = {.lane = 2, .placing = "First", .final = 16840};
+  race.lanes[0].laps = {{1, 9051}, {2, 16840}};
+  race.lanes[0].cuts = {{"P1", 9500, 1}, {"MP3", 12000, 1}, {"ME", 12001, 1}};
+  race.lanes[0].turns = {11115};
+  race.lanes[1] = {.lane = 3, .placing = "say \"no\""};
+  race.lanes[2].flies = race.lanes[3].flies = false;
+  EXPECT_EQ(HeatJson(7, race),
+            "{\"heat\":7,\"lanes\":[{\"lane\":2,\"laps\":[9051,16840],\"cuts\":[{\"pylon\":1,\"time\":9500},"
+            "{\"pylon\":3,\"time\":12000},{\"pylon\":0,\"time\":12001}],\"turns\":1,\"final\":16840,"
+            "\"place\":\"First\"},{\"lane\":3,\"laps\":[],\"cuts\":[],\"turns\":0,\"final\":1000000,"
+            "\"place\":\"say \\\"no\\\"\"}]}");
+  EXPECT_EQ(HeatText(7, race),
+            "Heat 7\n  lane 2: First in 16.84 s, laps 2, cuts 3\n  lane 3: say \"no\", laps 0, cuts 0\n");
 }
 
 }  // namespace

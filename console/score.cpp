@@ -1,0 +1,110 @@
+#include "console/score.h"
+
+#include <algorithm>
+
+#include "base/time_text.h"
+#include "console/program.h"
+#include "console/race_on_console.h"
+#include "results/results_words.h"
+
+namespace quorvane {
+namespace {
+
+std::string HeatText(int round, int heat, bool refly) {
+  return "Round " + std::to_string(round) + "  Heat " + std::to_string(heat) + (refly ? "  Refly" : "");
+}
+
+std::string PlaceText(const std::string& caption) {
+  static constexpr std::array kShort = {"1st", "2nd", "3rd", "4th"};
+  const auto word = std::find(kPlaceWords.begin(), kPlaceWords.end(), caption);
+  return word == kPlaceWords.end() ? caption : kShort[static_cast<std::size_t>(word - kPlaceWords.begin())];
+}
+
+Score::Lane MarkingOnly(const LaneRecord& lane) {
+  return {.flies = lane.flies, .name = std::to_string(lane.lane), .low = lane.low, .high = lane.high};
+}
+
+// All but the place.
+Score::Lane Counts(const LaneRecord& lane) {
+  Score::Lane score = MarkingOnly(lane);
+  if (!HasFlown(lane)) return score;
+  score.laps = std::to_string(lane.laps.size());
+  if (!lane.cuts.empty()) score.cuts = std::to_string(lane.cuts.size());
+  score.time = FinalText(lane);
+  return score;
+}
+
+Score ResultOf(const RaceRecord& race) {
+  Score score{.heat = HeatText(race.round, race.heat, race.refly != 0),
+              .event = race.eventName,
+              .mode = race.modeName,
+              .clock = "Result"};
+  for (std::size_t i = 0; i < score.lanes.size(); ++i) {
+    score.lanes[i] = Counts(race.lanes[i]);
+    score.lanes[i].place = PlaceText(race.lanes[i].placing);
+    score.lanes[i].bad = !HasResult(race.lanes[i]);
+  }
+  return score;
+}
+
+Score::Lane LaneNow(const frmJudge& judge, const LaneRecord& lane) {
+  const frmLane& panel = judge.Lane(lane.lane - 1);
+  Score::Lane score = Counts(lane);
+  const bool twoCuts = panel.CutsBeforeFinish() >= 2;
+  const bool placed = !judge.RaceBeingFlown() || panel.Status() == "DNF";
+  if (placed) score.place = PlaceText(panel.Status());
+  if (!placed && twoCuts) score.place = "DBL CUT";
+  score.bad = twoCuts || score.place == "DNF" || (placed && panel.Position() == "100");
+  // The lap that was flown last, until the lane has finished.
+  const bool finished = panel.IsFinished() && HasResult(lane);
+  if (!finished && !lane.laps.empty()) score.time = FormatSeconds(lane.laps.back().time);
+  return score;
+}
+
+Score ScoreOnConsole(Program& program) {
+  const frmJudge& judge = program.judge();
+  const RaceState& race = program.race();
+  Score score{.heat = HeatText(judge.Round(), judge.Heat(), race.ReflyMode),
+              .event = judge.EventName(),
+              .mode = judge.lblRaceMode.Caption(),
+              .clock = judge.lblStatus.Caption(),
+              .clockBack = judge.lblStatus.BackColor()};
+  const RaceRecord record = RecordOnConsole(judge, race, OpenProject(program.project(), race), {});
+  // Until it is flown again, the lanes still have the race that the refly repeats.
+  const bool repeats = race.ReflyMode && !race.RaceActive;
+  for (std::size_t i = 0; i < score.lanes.size(); ++i) {
+    score.lanes[i] = repeats ? MarkingOnly(record.lanes[i]) : LaneNow(judge, record.lanes[i]);
+  }
+  return score;
+}
+
+}  // namespace
+
+bool ScoreKeeper::BetweenRaces() const {
+  if (program_.race().RaceActive || program_.race().ReflyMode) return false;
+  for (int i = 0; i < 4; ++i) {
+    if (program_.lane(i).EventCount() != 0) return false;
+  }
+  return program_.race().LastRaceRun >= 1;
+}
+
+// Once: the starter's stop makes the console ready for the next race as soon as one is over.
+void ScoreKeeper::ReadLastResult() {
+  const RaceState& race = program_.race();
+  if (race.LastRaceRun == race_ && race.NumberReflys == reflys_ && race.ProjectFile == file_) return;
+  race_ = race.LastRaceRun;
+  reflys_ = race.NumberReflys;
+  file_ = race.ProjectFile;
+  const RaceRecord record = ReadRace(OpenProject(program_.project(), race), race_);
+  result_ = record.hasRun ? std::optional(ResultOf(record)) : std::nullopt;
+}
+
+Score ScoreKeeper::Now() {
+  if (BetweenRaces()) {
+    ReadLastResult();
+    if (result_) return *result_;
+  }
+  return ScoreOnConsole(program_);
+}
+
+}  // namespace quorvane

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <array>
+#include <optional>
+#include <string>
+
+#include "base/color.h"
+#include "records/race_record.h"
+
+namespace quorvane {
+
+class Program;
+
+// What the public is shown of a race.
+struct Score {
+  struct Lane {
+    bool flies = true;
+    std::string name = {};  // "1"
+    Color low = kButtonFace;
+    Color high = kButtonFace;
+    std::string laps = {}, cuts = {}, time = {}, place = {};
+    bool bad = false;  // the place says that there is none
+  };
+  std::string heat = {};  // "Round 2  Heat 3"
+  std::string event = {}, mode = {}, clock = {};
+  Color clockBack = kWhite;
+  std::array<Lane, 4> lanes = {};
+};
+
+// The score of the race on the console, and between two races that of the last one. The program must outlive
+// it.
+class ScoreKeeper {
+ public:
+  explicit ScoreKeeper(Program& program) : program_(program) {}
+
+  Score Now();
+
+ private:
+  bool BetweenRaces() const;
+  void ReadLastResult();
+
+  Program& program_;
+  // The race that result_ is of.
+  int race_ = 0;
+  int reflys_ = 0;
+  std::string file_;
+  std::optional<Score> result_;
+};
+
+}  // namespace quorvane

@@ -1,0 +1,62 @@
+#include "console/score.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/support/console_rig.h"
+
+namespace quorvane {
+namespace {
+
+// "laps cuts time place" of each lane, "!" behind a place that is none.
+std::vector<std::string> Rows(const Score& score) {
+  std::vector<std::string> rows;
+  for (const Score::Lane& lane : score.lanes) {
+    if (!lane.flies) continue;
+    rows.push_back(lane.laps + "|" + lane.cuts + "|" + lane.time + "|" + lane.place + (lane.bad ? "!" : ""));
+  }
+  return rows;
+}
+
+using Lines = std::vector<std::string>;
+
+TEST(ScoreKeeper, ShowsTheRaceThenItsResultAndNothingOfARaceThatIsReflown) {
+  ConsoleRig rig;
+  rig.Load();
+  ScoreKeeper keeper(rig.program);
+  EXPECT_EQ(Rows(keeper.Now()), Lines(4, "|||"));
+  EXPECT_EQ(keeper.Now().clock, "Waiting");
+
+  rig.Click("frmJudge.cmdStart");
+  const std::int64_t start = rig.platform.ClockMs();
+  for (int lap = 1; lap <= 11; ++lap) {
+    rig.At(start + lap * 7000);
+    rig.Click("frmLane1.cmdLap");
+    if (lap == 3) rig.Click("frmLane1.cmdCut");
+    if (lap <= 3) rig.Click("frmLane2.cmdLap");
+    if (lap == 2) rig.Click("frmLane2.cmdCut");
+    rig.At(start + lap * 7000 + 3000);
+    if (lap == 2) rig.Click("frmLane2.cmdCut");
+    if (lap == 1) rig.Click("frmLane3.cmdLap");
+    if (lap == 3) {
+      EXPECT_EQ(Rows(keeper.Now()), (Lines{"3|1|21.00|", "3|2|21.00|DBL CUT!", "1||10.00|", "|||"}));
+    }
+  }
+  EXPECT_EQ(Rows(keeper.Now())[0], "11|1|77.00|");
+  rig.At(rig.platform.ClockMs() + 40000);
+  EXPECT_EQ(Rows(keeper.Now()),
+            (Lines{"11|1|1:17.00|1st", "3|2|21.00|Dbl Cut!", "1||10.00|DNF!", "|||DNF!"}));
+
+  rig.Click("frmJudge.cmdSave");
+  EXPECT_EQ(keeper.Now().heat + ", " + keeper.Now().clock, "Round 1  Heat 1, Result");
+  EXPECT_EQ(Rows(keeper.Now()), (Lines{"11|1|1:17.00|1st", "3|2||Dbl Cut!", "1|||DNF!", "|||DNF!"}));
+
+  rig.Click("frmJudge.cmdDecHeat");
+  EXPECT_EQ(keeper.Now().clock, "Waiting");
+  EXPECT_EQ(Rows(keeper.Now())[0], "11|1|1:17.00|1st");
+  rig.Click("frmJudge.cmdRefly");
+  EXPECT_EQ(keeper.Now().heat, "Round 1  Heat 1  Refly");
+  EXPECT_EQ(Rows(keeper.Now()), Lines(4, "|||"));
+}
+
+}  // namespace
+}  // namespace quorvane
