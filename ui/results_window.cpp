@@ -7,13 +7,12 @@
 #include <QHeaderView>
 #include <QKeySequence>
 #include <QLabel>
-#include <QPointer>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QShortcut>
 #include <QTableView>
-#include <QThreadPool>
 #include <QVBoxLayout>
+#include <QtConcurrent>
 #include <algorithm>
 #include <utility>
 
@@ -33,16 +32,9 @@ constexpr QSize kLeastResultsSize{560, 300};
 std::string Formatted(const ContestRecord& contest, const QString& ending) {
   if (ending == QLatin1String("csv")) return ResultsCsv(contest, true);
   if (ending == QLatin1String("json")) return ResultsJson(contest);
-  if (ending == QLatin1String("html") || ending == QLatin1String("htm")) {
-    const QString program = QApplication::applicationName() + ' ' + QApplication::applicationVersion();
-    return ResultsHtml(contest, program.toStdString());
-  }
-  return ResultsText(contest);
-}
-
-QString EndingOf(const QString& filter) {
-  const qsizetype at = filter.indexOf(QLatin1String("*."));
-  return at < 0 ? QString() : filter.mid(at + 2).chopped(1);
+  if (ending != QLatin1String("html") && ending != QLatin1String("htm")) return ResultsText(contest);
+  const QString program = QApplication::applicationName() + ' ' + QApplication::applicationVersion();
+  return ResultsHtml(contest, program.toStdString());
 }
 
 // Times stand under each other, small numbers in the middle, words at the left.
@@ -129,6 +121,7 @@ ResultsWindow::ResultsWindow(Program& program, const ProgramWindows& windows)
   layout->addWidget(NewButtons());
   look_.setInterval(kRefreshMs);
   QObject::connect(&look_, &QTimer::timeout, this, [this] { Look(); });
+  QObject::connect(&reading_, &QFutureWatcherBase::finished, this, [this] { Take(reading_.result()); });
   program_.judge().mnuResults.onClick = [this] { Open(); };
 }
 
@@ -178,42 +171,30 @@ void ResultsWindow::Open() {
 // Beside the window's own work: a disk may take its time.
 void ResultsWindow::Look() {
   if (!isVisible() && stamp_.kind == FileStamp::Kind::File) return look_.stop();
-  if (std::exchange(looking_, true)) return;
+  if (reading_.isRunning()) return;
   const std::string& file = program_.race().ProjectFile;
   const std::optional<FileStamp> seen = file == file_ ? std::optional(stamp_) : std::nullopt;
-  QThreadPool::globalInstance()->start([guard = QPointer<ResultsWindow>(this), file, seen] {
-    const auto content = std::make_shared<Content>();
-    content->file = file;
-    SystemFiles().Look(file, content->stamp);
-    content->changed = content->stamp != seen;
-    if (content->changed) ReadInto(*content);
-    QMetaObject::invokeMethod(
-        qApp,
-        [guard, content] {
-          if (guard != nullptr) guard->Take(*content);
-        },
-        Qt::QueuedConnection);
-  });
-}
-
-void ResultsWindow::ReadInto(Content& content) {
-  if (const std::error_code error = ReadProject(SystemFiles(), content.file, content.contest)) {
-    content.problem = error.message();
-  }
-  content.table = ResultsTable(content.contest);
+  reading_.setFuture(QtConcurrent::run([file, seen] {
+    Content content{.file = file};
+    SystemFiles().Look(file, content.stamp);
+    content.changed = content.stamp != seen;
+    if (!content.changed) return content;
+    if (const std::error_code error = ReadProject(SystemFiles(), file, content.contest)) {
+      content.problem = error.message();
+    }
+    content.table = ResultsTable(content.contest);
+    return content;
+  }));
 }
 
 void ResultsWindow::Take(const Content& content) {
-  looking_ = false;
   if (!content.changed) return;
   file_ = content.file;
   stamp_ = content.stamp;
   contest_ = content.contest;
   const bool first = model_.rowCount() == 0;
   model_.Show(content.table);
-  if (first) {
-    FitColumns();
-  }
+  if (first) FitColumns();
   const QString name = QFileInfo(ToQString(file_)).fileName();
   QString text = contest_.eventName.empty() ? name : ToQString(contest_.eventName) + "  (" + name + ")";
   if (!content.problem.empty()) {
@@ -261,14 +242,15 @@ void ResultsWindow::SaveAs() {
   dialog->setAcceptMode(QFileDialog::AcceptSave);
   dialog->setNameFilters({QStringLiteral("Web page (*.html)"), QStringLiteral("Spreadsheet (*.csv)"),
                           QStringLiteral("Text (*.txt)"), QStringLiteral("JSON (*.json)")});
-  dialog->setDefaultSuffix(QStringLiteral("html"));
   const QFileInfo project(ToQString(file_));
   dialog->setDirectory(project.absolutePath());
-  dialog->selectFile(project.completeBaseName() + QStringLiteral(" results.html"));
-  QObject::connect(dialog, &QFileDialog::filterSelected, dialog, [dialog, project](const QString& filter) {
-    dialog->setDefaultSuffix(EndingOf(filter));
-    dialog->selectFile(project.completeBaseName() + QStringLiteral(" results.") + EndingOf(filter));
-  });
+  const auto choose = [dialog, project](const QString& filter) {
+    const QString ending = filter.section(QLatin1Char('.'), -1).chopped(1);
+    dialog->setDefaultSuffix(ending);
+    dialog->selectFile(project.completeBaseName() + QStringLiteral(" results.") + ending);
+  };
+  choose(dialog->selectedNameFilter());
+  QObject::connect(dialog, &QFileDialog::filterSelected, dialog, choose);
   QObject::connect(dialog, &QFileDialog::fileSelected, this, [this](const QString& path) {
     const auto reason = Save(path.toStdString());
     told_->setText(reason ? QStringLiteral("Not saved: %1").arg(ToQString(*reason))

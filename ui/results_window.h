@@ -1,9 +1,9 @@
 #pragma once
 
 #include <QAbstractTableModel>
+#include <QFutureWatcher>
 #include <QTimer>
 #include <QWidget>
-#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -13,7 +13,6 @@
 #include "ui/program_windows.h"
 
 class QLabel;
-class QPushButton;
 class QTableView;
 
 namespace quorvane {
@@ -59,17 +58,16 @@ class ResultsWindow : public QWidget {
 
  private:
   struct Content {
-    std::string file;
-    FileStamp stamp;
+    std::string file = {};
+    FileStamp stamp = {};
     bool changed = false;  // otherwise nothing of the rest
-    ContestRecord contest;
-    ResultsTable table;
-    std::string problem;
+    ContestRecord contest = {};
+    ResultsTable table = {};
+    std::string problem = {};
   };
 
   QWidget* NewButtons();
   void Look();
-  static void ReadInto(Content& content);
   void Take(const Content& content);
   void FitColumns();
   void SaveAs();
@@ -83,11 +81,11 @@ class ResultsWindow : public QWidget {
   QLabel* told_;  // what became of the last command
   QTableView* view_;
   QTimer look_;
+  QFutureWatcher<Content> reading_;
   std::string file_;  // that is shown
   FileStamp stamp_;
   bool placed_ = false;
   bool toPlace_ = false;  // once the columns are there: as wide as they are
-  bool looking_ = false;
 };
 
 }  // namespace quorvane

@@ -7,11 +7,14 @@ namespace {
 
 TEST(Demo, TellsOfARaceWhatTheProjectFileSays) {
   RaceRecord race;
-  race.lanes[0] = {.lane = 2, .placing = "First", .final = 16840};
+  race.lanes[0].lane = 2;
+  race.lanes[0].placing = "First";
+  race.lanes[0].final = 16840;
   race.lanes[0].laps = {{1, 9051}, {2, 16840}};
   race.lanes[0].cuts = {{"P1", 9500, 1}, {"MP3", 12000, 1}, {"ME", 12001, 1}};
   race.lanes[0].turns = {11115};
-  race.lanes[1] = {.lane = 3, .placing = "say \"no\""};
+  race.lanes[1].lane = 3;
+  race.lanes[1].placing = "say \"no\"";
   race.lanes[2].flies = race.lanes[3].flies = false;
   EXPECT_EQ(HeatJson(7, race),
             "{\"heat\":7,\"lanes\":[{\"lane\":2,\"laps\":[9051,16840],\"cuts\":[{\"pylon\":1,\"time\":9500},"
