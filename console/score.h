@@ -5,7 +5,6 @@
 #include <string>
 
 #include "base/color.h"
-#include "records/race_record.h"
 
 namespace quorvane {
 

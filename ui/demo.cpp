@@ -8,7 +8,6 @@
 #include <nlohmann/json.hpp>
 
 #include "base/time_text.h"
-#include "results/race_records.h"
 
 namespace quorvane {
 namespace {

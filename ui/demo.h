@@ -3,7 +3,7 @@
 #include <fstream>
 #include <string>
 
-#include "records/race_record.h"
+#include "results/race_records.h"
 #include "ui/program_windows.h"
 
 namespace quorvane {
