@@ -1,22 +1,17 @@
 #include "ui/end_requests.h"
 
-#include <QEvent>
-#include <QGuiApplication>
-#include <QSessionManager>
-
-#ifndef _WIN32
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <QEvent>
+#include <QGuiApplication>
+#include <QSessionManager>
 #include <QSocketNotifier>
 #include <array>
 #include <cerrno>
 #include <csignal>
-#endif
 
 namespace quorvane {
-
-#ifndef _WIN32
 namespace {
 
 // A signal handler may do next to nothing: it writes into this pipe, and the event loop reads. Never closed,
@@ -28,16 +23,6 @@ void NoteSignal(int) {
   const char byte = 1;
   [[maybe_unused]] const auto written = ::write(pipeOfSignals[1], &byte, 1);
   errno = before;
-}
-
-bool OpenPipe() {
-  if (pipeOfSignals[0] >= 0) return true;
-  if (::pipe(pipeOfSignals.data()) != 0) return false;
-  for (const int end : pipeOfSignals) {
-    ::fcntl(end, F_SETFL, O_NONBLOCK);
-    ::fcntl(end, F_SETFD, FD_CLOEXEC);
-  }
-  return true;
 }
 
 // One that is ignored stays so: nohup wants the program to outlive its terminal.
@@ -53,7 +38,7 @@ void Handle(int signal) {
 }  // namespace
 
 void EndRequests::WatchSignals() {
-  if (!OpenPipe()) return;
+  if (pipeOfSignals[0] < 0 && ::pipe2(pipeOfSignals.data(), O_NONBLOCK | O_CLOEXEC) != 0) return;
   auto* arrived = new QSocketNotifier(pipeOfSignals[0], QSocketNotifier::Read, this);
   QObject::connect(arrived, &QSocketNotifier::activated, this, [this] {
     std::array<char, 16> bytes{};
@@ -61,9 +46,6 @@ void EndRequests::WatchSignals() {
   });
   for (const int signal : {SIGTERM, SIGINT, SIGHUP}) Handle(signal);
 }
-#else
-void EndRequests::WatchSignals() {}
-#endif
 
 EndRequests::EndRequests(Program& program) : program_(program) {
   WatchSignals();
@@ -82,9 +64,7 @@ bool EndRequests::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void EndRequests::Quit() {
-  Event quit;
-  quit.kind = EventKind::Quit;
-  program_.door().Enter(quit);
+  program_.door().Enter({.kind = EventKind::Quit});
 }
 
 // The session may still go on afterwards, because another program wants it to: what is finished is saved, as
@@ -97,10 +77,7 @@ void EndRequests::SessionEnds(QSessionManager& session) {
     if (!mayEnd) return session.cancel();
     session.release();
   }
-  Event save;
-  save.kind = EventKind::Click;
-  save.target = program_.judge().cmdSave.FullName();
-  program_.door().Enter(save);
+  program_.door().Enter({.kind = EventKind::Click, .target = program_.judge().cmdSave.FullName()});
 }
 
 }  // namespace quorvane

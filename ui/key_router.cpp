@@ -4,45 +4,29 @@
 #include <QDialog>
 #include <QKeyEvent>
 #include <QPlainTextEdit>
-#include <array>
+#include <string_view>
 
 #include "ui/widgets/control_view.h"
 
 namespace quorvane {
 namespace {
 
-constexpr std::array<char, 4> kDigits = {'7', '8', '9', '0'};
-
-// Where those digits stand on the keyboard, in the terms of the platform.
-#if defined(Q_OS_WIN)
-constexpr std::array<quint32, 4> kPlaces = {0x08, 0x09, 0x0A, 0x0B};
-#elif defined(Q_OS_MACOS)
-constexpr std::array<quint32, 4> kPlaces = {0x1A, 0x1C, 0x19, 0x1D};
-#else
-constexpr std::array<quint32, 4> kPlaces = {16, 17, 18, 19};
-#endif
-
-quint32 PlaceOf(const QKeyEvent& press) {
-#if defined(Q_OS_MACOS)
-  return press.nativeVirtualKey();
-#else
-  return press.nativeScanCode();
-#endif
-}
-
-// Whether the key may be a digit by its place. Never a letter from A to Z, a blank or a key that types
-// nothing: some display servers number the places in a way of their own.
+// Whether the key may be a digit by its place. Never a digit or a letter from A to Z, a blank or a key that
+// types nothing: some display servers number the places in a way of their own.
 bool TypesSign(int key) {
-  return key > Qt::Key_Space && key < Qt::Key_Escape && (key < Qt::Key_A || key > Qt::Key_Z);
+  const bool digitOrLetter = (key >= Qt::Key_0 && key <= Qt::Key_9) || (key >= Qt::Key_A && key <= Qt::Key_Z);
+  return key > Qt::Key_Space && key < Qt::Key_Escape && !digitOrLetter;
 }
 
 std::string DigitOf(const QKeyEvent& press) {
-  const int key = press.key();
-  for (std::size_t i = 0; i < kDigits.size(); ++i) {
-    const bool placed = PlaceOf(press) == kPlaces[i] && TypesSign(key) &&
-                        (key < Qt::Key_0 || key > Qt::Key_9) &&
-                        !press.modifiers().testFlag(Qt::GroupSwitchModifier);
-    if (placed || key == kDigits[i]) return std::string(1, kDigits[i]);
+  constexpr std::string_view kDigits = "7890";
+  constexpr quint32 kFirstPlace = 16;  // of the 7, in the numbers of X11 and Wayland
+  const quint32 place = press.nativeScanCode() - kFirstPlace;
+  const bool placed = place < kDigits.size() && TypesSign(press.key()) &&
+                      !press.modifiers().testFlag(Qt::GroupSwitchModifier);
+  if (placed) return std::string(1, kDigits[place]);
+  for (const char digit : kDigits) {
+    if (press.key() == digit) return std::string(1, digit);
   }
   return {};
 }
@@ -99,10 +83,7 @@ bool KeyRouter::eventFilter(QObject*, QEvent* event) {
   if (key.empty()) return false;
   if (!repeat) {
     FinishTyping();
-    Event pressed;
-    pressed.kind = EventKind::Key;
-    pressed.text = key;
-    door_.Enter(pressed);
+    door_.Enter({.kind = EventKind::Key, .text = key});
   }
   return true;
 }

@@ -6,57 +6,44 @@
 namespace quorvane {
 namespace {
 
-constexpr int kPorts = 32;
-constexpr int kStations = 8;
 constexpr int kNarrow = 470;
 constexpr int kDetail = 410;
+constexpr int kHeight = 660;
+constexpr Look kTextLook = Look::Left | Look::Top | Look::White;
+constexpr Look kFrameLook = kTextLook | Look::Border | Look::Bold;
 
-// Up to 31 ports, in four rows of eight; most computers have one or two.
-void AddPorts(FormDesign& design) {
-  for (int i = 0; i < kPorts; ++i) {
-    const clsRect rect{14 + 112 * (i % 4), 34 + 26 * (i / 4), 108, 26};
-    design.places.push_back({IndexedName("optPort", i), rect, 12, Look::Left});
+// Up to 31 ports; most computers have one or two.
+void AddPorts(std::vector<Place>& places) {
+  for (int i = 0; i < 32; ++i) {
+    const QRect rect(14 + 112 * (i % 4), 34 + 26 * (i / 4), 108, 26);
+    places.push_back({IndexedName("optPort", i), rect, 12, Look::Left});
   }
-  design.texts.push_back({"Serial port of the radio modem", {14, 8, 400, 24}, 12, Look::Left | Look::Bold});
 }
 
-void AddStations(FormDesign& design, int top) {
-  design.places.push_back({"fraStations", {10, top, 450, 252}, 12, Look::Bare | Look::White, "Stations"});
+void AddStations(std::vector<Place>& places, int top) {
+  places.push_back(
+      {"fraStations", {10, top, 450, 252}, 12, Look::Bare | Look::Border | Look::White, "Stations"});
   // The heading's letters are of one width, so that its words stand over the columns.
-  design.places.push_back(
-      {"lblStationHeader", {16, top + 2, 436, 28}, 20, Look::Left | Look::Fixed | Look::White, "Columns"});
-  for (int i = 0; i < kStations; ++i) {
-    const int y = top + 31 + 27 * i;
+  const Look heading = Look::Left | Look::Fixed | Look::White;
+  places.push_back({"lblStationHeader", {16, top + 2, 436, 28}, 20, heading, "Columns"});
+  for (int i = 0; i < 8; ++i) {
+    const auto add = [&](const char* name, int left, int width, double points, Look look,
+                         const std::string& spoken = {}) {
+      const QRect rect(left, top + 31 + 27 * i, width, 26);
+      places.push_back({IndexedName(name, i), rect, points, look | Look::White, spoken});
+    };
     const std::string number = std::to_string(i);
-    const Look look = Look::White;
-    design.places.push_back(
-        {IndexedName("lblStation", i), {18, y, 136, 26}, 13, look | Look::Left | Look::Bold});
-    design.places.push_back(
-        {IndexedName("lblAge", i), {160, y, 86, 26}, 13, look, "Age of station " + number});
-    design.places.push_back({IndexedName("lblSilent", i), {394, y, 60, 26}, 12, look | Look::Bold});
-    design.places.push_back(
-        {IndexedName("lblVolt", i), {248, y, 66, 26}, 13, look, "Volts of station " + number});
-    design.places.push_back(
-        {IndexedName("lblTemp", i), {316, y, 76, 26}, 13, look, "Temperature of station " + number});
+    add("lblStation", 18, 136, 13, Look::Left | Look::Bold);
+    add("lblAge", 160, 86, 13, Look::Plain, "Age of station " + number);
+    add("lblSilent", 394, 60, 12, Look::Bold);
+    add("lblVolt", 248, 66, 13, Look::Plain, "Volts of station " + number);
+    add("lblTemp", 316, 76, 13, Look::Plain, "Temperature of station " + number);
   }
-  design.places.push_back(
-      {"cmdStation", {18, top + 31, 136, 26}, 13, Look::Bold | Look::Blue, {}, {}, 0, Anchoring::Cover});
-}
-
-void AddDetail(FormDesign& design, int height) {
-  const int left = kNarrow;
-  const int width = kDetail - 10;
-  const Look text = Look::Left | Look::Top | Look::White;
-  const Look button = Look::Bold | Look::White;
-  design.places.insert(
-      design.places.end(),
-      {{"fraMore", {left, 10, width, height - 20}, 13, Look::Bold | Look::White, "Message detail"},
-       {"lblMsg", {left + 8, 40, width - 16, 244}, 11, text | Look::Fixed, "Message"},
-       {"cmdFreeze", {left + 8, 286, 110, 32}, 12, button},
-       {"cmdCopyMsg", {left + width - 118, 286, 110, 32}, 12, button, "Copy message"},
-       {"fraCounters", {left + 4, 324, width - 8, 322}, 12, Look::Bold | Look::White, "Counters"},
-       {"lblCounters", {left + 12, 348, width - 24, 258}, 11, text, "Counters since start"},
-       {"cmdCopyCounters", {left + width - 122, 608, 110, 32}, 12, button, "Copy counters"}});
+  places.push_back({.name = "cmdStation",
+                    .rect = {18, top + 31, 136, 26},
+                    .points = 13,
+                    .look = Look::Bold | Look::Blue,
+                    .anchoring = Anchoring::Cover});
 }
 
 }  // namespace
@@ -66,24 +53,25 @@ int LinkWidthWithoutDetail() {
 }
 
 FormDesign LinkDesign() {
-  FormDesign design;
-  design.width = kNarrow + kDetail;
-  design.height = 660;
-  design.home = "cmdHide";
-  AddPorts(design);
-  design.places.push_back({"lblMessage",
-                           {10, 248, 450, 44},
-                           11,
-                           Look::Left | Look::Top | Look::Border | Look::White,
-                           "Message line"});
-  AddStations(design, 300);
-  design.places.insert(
-      design.places.end(),
-      {{"chkSystemController", {14, 558, 300, 28}, 12, Look::Left, "System Controller", {}, 'S'},
-       {"chkListen", {14, 586, 340, 28}, 12, Look::Left, "Listen Only (Debug Monitor)", {}, 'L'},
-       {"cmdHide", {10, 618, 130, 36}, 13, Look::Bold | Look::White, {}, {}, 'H'},
-       {"cmdMore", {394, 618, 66, 36}, 13, Look::Bold | Look::White, "Message detail"}});
-  AddDetail(design, design.height);
+  constexpr int kRight = kNarrow + kDetail - 10;  // of the detail
+  FormDesign design{.width = kNarrow + kDetail, .height = kHeight, .home = "cmdHide"};
+  design.texts = {{"Serial port of the radio modem", {14, 8, 400, 24}, 12, Look::Left | Look::Bold}};
+  AddPorts(design.places);
+  design.places.push_back({"lblMessage", {10, 248, 450, 44}, 11, kTextLook | Look::Border, "Message line"});
+  AddStations(design.places, 300);
+  const std::vector<Place> rest = {
+      {"chkSystemController", {14, 558, 300, 28}, 12, Look::Left, "System Controller", 'S'},
+      {"chkListen", {14, 586, 340, 28}, 12, Look::Left, "Listen Only (Debug Monitor)", 'L'},
+      {"cmdHide", {10, 618, 130, 36}, 13, kButtonLook, {}, 'H'},
+      {"cmdMore", {394, 618, 66, 36}, 13, kButtonLook, "Message detail"},
+      {"fraMore", {kNarrow, 10, kDetail - 10, kHeight - 20}, 13, kFrameLook, "Message detail"},
+      {"lblMsg", {kNarrow + 8, 40, kDetail - 26, 244}, 11, kTextLook | Look::Fixed, "Message"},
+      {"cmdFreeze", {kNarrow + 8, 286, 110, 32}, 12, kButtonLook},
+      {"cmdCopyMsg", {kRight - 118, 286, 110, 32}, 12, kButtonLook, "Copy message"},
+      {"fraCounters", {kNarrow + 4, 324, kDetail - 18, 322}, 12, kFrameLook, "Counters"},
+      {"lblCounters", {kNarrow + 12, 348, kDetail - 34, 258}, 11, kTextLook, "Counters since start"},
+      {"cmdCopyCounters", {kRight - 122, 608, 110, 32}, 12, kButtonLook, "Copy counters"}};
+  design.places.insert(design.places.end(), rest.begin(), rest.end());
   return design;
 }
 

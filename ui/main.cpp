@@ -21,7 +21,6 @@
 #include "ui/results_window.h"
 #include "ui/scoreboard.h"
 #include "ui/session_recording.h"
-#include "ui/small_windows.h"
 #include "ui/widgets/look.h"
 #include "ui/work_thread.h"
 
@@ -36,9 +35,7 @@ std::string AbsolutePath(const std::string& path) {
 void SetUpApplication() {
   QApplication::setApplicationName(QStringLiteral("Quorvane"));
   QApplication::setApplicationVersion(QStringLiteral(QUORVANE_VERSION));
-  QApplication::setStyle(quorvane::NewConsoleStyle());
-  QApplication::setPalette(quorvane::OutdoorPalette());
-  QApplication::setFont(quorvane::FontOfPixels(16, false));
+  quorvane::DressApplication();
   // The windows say when the program ends.
   QApplication::setQuitOnLastWindowClosed(false);
 }
@@ -49,7 +46,6 @@ int Run(const CommandLine& line) {
   quorvane::QtSerial serial(settings, line.ports);
   quorvane::Program program(platform, serial);
   quorvane::ProgramWindows windows(program, platform);
-  quorvane::AddSmallWindows(program, windows.All(), windows.Console());
   quorvane::QtHeatPrinter printer(program, platform, &windows.Console());
   serial.SetDoor(&program.door());
   const quorvane::ResultsWindow results(program, windows);

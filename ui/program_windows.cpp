@@ -1,16 +1,12 @@
 #include "ui/program_windows.h"
 
 #include <QScreen>
+#include <QShortcut>
 #include <algorithm>
 
 #include "ui/designs.h"
-#include "ui/widgets/focus_ring.h"
 
 namespace quorvane {
-namespace {
-constexpr int kGap = 8;  // between windows
-}
-
 ProgramWindows::ProgramWindows(Program& program, QtPlatform& platform)
     : program_(program),
       platform_(platform),
@@ -25,8 +21,10 @@ ProgramWindows::ProgramWindows(Program& program, QtPlatform& platform)
   }
   link_ = &windows_.AddWindow(program.link(), LinkDesign(), QSize(LinkWidthWithoutDetail() * 3 / 4, 500),
                               console_);
-  windows_.ChainTabs();
-  for (FormWindow* window : {console_, link_}) new FocusRing(window);
+  AddSmallWindow(program.timer(), TimerDesign());
+  AddSmallWindow(program.keyboard(), KeyboardDesign());
+  AddSmallWindow(program.about(), AboutDesign());
+  program.about().SetLibraries(std::string("Qt ") + qVersion());
   timers_.Coarsen(program.judge().tmrTimeTick, [&program] { return program.timer().Granularity(); });
   platform_.SetWindows(&windows_);
   program_.door().SetAfterEvent([this] {
@@ -39,6 +37,12 @@ ProgramWindows::ProgramWindows(Program& program, QtPlatform& platform)
 ProgramWindows::~ProgramWindows() {
   program_.door().SetAfterEvent({});
   platform_.SetWindows(nullptr);
+}
+
+void ProgramWindows::AddSmallWindow(Form& form, const FormDesign& design) {
+  const QSize least(design.width * 3 / 4, design.height * 3 / 4);
+  FormWindow& window = windows_.AddWindow(form, design, least, console_);
+  QObject::connect(new QShortcut(Qt::Key_Escape, &window), &QShortcut::activated, &window, &QWidget::close);
 }
 
 void ProgramWindows::Follow() {
@@ -55,6 +59,7 @@ void ProgramWindows::Follow() {
 // Beside each other where the screen has room. Otherwise the link lies over the console's right end: the
 // clock and the race buttons stay in sight.
 void ProgramWindows::PlaceWindows() {
+  constexpr int kGap = 8;
   placed_ = true;
   if (console_->Remembered() || console_->screen() == nullptr) return;
   const QRect screen = console_->screen()->availableGeometry();

@@ -15,8 +15,8 @@ namespace quorvane {
 
 inline constexpr QSize kLeastConsole{940, 600};  // leaves room for a frame and a task bar on a small screen
 
-// The windows of the whole program: the console with its four lane panels, and the station link. Keeps them
-// up to date and the program's timers going for as long as it lives.
+// The windows of the program's forms: the console with its four lane panels, the station link and the small
+// forms. Keeps them up to date and the program's timers going for as long as it lives.
 class ProgramWindows {
  public:
   ProgramWindows(Program& program, QtPlatform& platform);
@@ -34,6 +34,7 @@ class ProgramWindows {
   void AddFollower(std::function<void()> follower) { followers_.push_back(std::move(follower)); }
 
  private:
+  void AddSmallWindow(Form& form, const FormDesign& design);
   void Follow();
   void PlaceWindows();
 

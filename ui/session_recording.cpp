@@ -107,7 +107,7 @@ void SessionRecording::Start() {
 void SessionRecording::Show(const QString& text, bool bad) {
   notice_->setFont(FontOfPixels(15, true));
   QPalette colors = notice_->palette();
-  colors.setColor(QPalette::Window, bad ? QColor(0xC0, 0, 0) : OutdoorPalette().color(QPalette::Window));
+  colors.setColor(QPalette::Window, bad ? QColor(0xC0, 0, 0) : ToQColor(kButtonFace));
   colors.setColor(QPalette::WindowText, bad ? QColor(Qt::white) : QColor(0xA0, 0, 0));
   notice_->setPalette(colors);
   notice_->setText(text);

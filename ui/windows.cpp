@@ -28,40 +28,23 @@ Windows::~Windows() {
 
 FormWindow& Windows::AddWindow(Form& form, FormDesign design, QSize minimum, QWidget* owner) {
   windows_.push_back(std::make_unique<FormWindow>(form, std::move(design), door_, minimum, owner));
-  FormWindow& window = *windows_.back();
-  views_[&form] = &window.View();
-  dirtyViews_.insert(&window.View());
-  dirtyForms_.insert(&form);
-  return window;
+  views_[&form] = &windows_.back()->View();
+  dirty_.insert(&form);
+  return *windows_.back();
 }
 
 FormView& Windows::AddPanel(Form& form, FormDesign design, FormView& into, const std::string& place,
                             const QString& spoken) {
   auto* panel = new FormView(form, std::move(design), door_, &into, spoken);
   into.Embed(*panel, place);
-  panels_.push_back(panel);
   views_[&form] = panel;
-  dirtyViews_.insert(panel);
-  dirtyForms_.insert(&form);
+  dirty_.insert(&form);
   return *panel;
 }
 
-void Windows::ChainTabs() {
-  for (const auto& window : windows_) {
-    std::vector<QWidget*> chain = window->View().TabChain();
-    for (const FormView* panel : panels_) {
-      if (panel->window() != window.get()) continue;
-      const std::vector<QWidget*> more = panel->TabChain();
-      chain.insert(chain.end(), more.begin(), more.end());
-    }
-    for (std::size_t i = 1; i < chain.size(); ++i) QWidget::setTabOrder(chain[i - 1], chain[i]);
-  }
-}
-
 FormWindow* Windows::FindWindow(const Form& form) const {
-  const auto found =
-      std::find_if(windows_.begin(), windows_.end(), [&](const auto& w) { return &w->Of() == &form; });
-  return found == windows_.end() ? nullptr : found->get();
+  const FormView* view = FindView(form);
+  return view == nullptr ? nullptr : dynamic_cast<FormWindow*>(view->parentWidget());
 }
 
 FormView* Windows::FindView(const Form& form) const {
@@ -84,27 +67,30 @@ QWidget* Windows::DialogParent() const {
 }
 
 void Windows::ControlChanged(const Control& control, Property property) {
-  if (control.Kind() == ControlKind::Timer) return;
-  FormView* view = FindView(control.Owner());
-  if (view == nullptr) return;
-  if (control.Kind() == ControlKind::Menu) {
-    dirtyForms_.insert(&control.Owner());
-  } else if (ControlView* shown = view->Find(control)) {
-    shown->Changed(property);
-    dirtyViews_.insert(view);
-  }
+  const FormView* view = FindView(control.Owner());
+  if (view == nullptr || control.Kind() == ControlKind::Timer) return;
+  if (ControlView* shown = view->Find(control)) shown->Changed(property);
+  dirty_.insert(&control.Owner());
 }
 
 void Windows::FormChanged(const Form& form) {
-  dirtyForms_.insert(&form);
+  dirty_.insert(&form);
 }
 
 void Windows::Apply() {
-  for (FormView* view : std::exchange(dirtyViews_, {})) view->Apply();
-  const auto forms = std::exchange(dirtyForms_, {});
+  const auto dirty = std::exchange(dirty_, {});
+  for (const auto& [form, view] : views_) {
+    if (dirty.contains(form)) view->Apply();
+  }
   // In the order in which they were added, so that the same window always ends up in front.
   for (const Form* form : door_.AllForms().All()) {
-    if (forms.contains(form)) FollowForm(*form);
+    if (!dirty.contains(form)) continue;
+    if (FormWindow* window = FindWindow(*form)) {
+      if (form->Visible() && !window->isVisible()) Expect(*window);
+      window->Follow();
+    } else if (FormView* panel = FindView(*form)) {
+      panel->setVisible(form->Visible());
+    }
   }
   FollowActive();
 }
@@ -132,16 +118,6 @@ void Windows::FollowActive() {
   if (window == nullptr || !window->isVisible() || window == focused_) return;
   Expect(*window);
   window->Activate();
-}
-
-void Windows::FollowForm(const Form& form) {
-  if (FormWindow* window = FindWindow(form)) {
-    if (form.Visible() && !window->isVisible()) Expect(*window);
-    window->Follow();
-    if (window->Menu() != nullptr) window->Menu()->Apply();
-  } else if (FormView* panel = FindView(form)) {
-    panel->setVisible(form.Visible());
-  }
 }
 
 // Nobody sees more than some pictures a second, and a flood of frames asks for thousands. What is left out
@@ -178,10 +154,7 @@ void Windows::FocusMoved(QWindow* window) {
   focused_ = found == windows_.end() ? nullptr : found->get();
   if (focused_ == nullptr || from == focused_) return;
   if (from == nullptr || IsExpected(*focused_) || door_.DialogOpen()) return;
-  Event activate;
-  activate.kind = EventKind::Activate;
-  activate.target = focused_->Of().Name();
-  door_.Enter(activate);
+  door_.Enter({.kind = EventKind::Activate, .target = focused_->Of().Name()});
 }
 
 }  // namespace quorvane

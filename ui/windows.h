@@ -24,8 +24,6 @@ class Windows : public QObject, public ControlObserver {
   // Shows a form inside another one, where the named control of that one stands.
   FormView& AddPanel(Form& form, FormDesign design, FormView& into, const std::string& place,
                      const QString& spoken);
-  // Once all forms are there: the Tab key goes through them in the order of their designs.
-  void ChainTabs();
 
   FormWindow* FindWindow(const Form& form) const;
   FormView* FindView(const Form& form) const;
@@ -47,17 +45,14 @@ class Windows : public QObject, public ControlObserver {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  void FollowForm(const Form& form);
   void FollowActive();
   void Expect(const FormWindow& window);
   bool IsExpected(const FormWindow& window) const;
 
   Door& door_;
   std::vector<std::unique_ptr<FormWindow>> windows_;
-  std::vector<FormView*> panels_;
   std::unordered_map<const Form*, FormView*> views_;
-  std::unordered_set<FormView*> dirtyViews_;
-  std::unordered_set<const Form*> dirtyForms_;
+  std::unordered_set<const Form*> dirty_;
   const Form* active_ = nullptr;   // as last seen
   FormWindow* focused_ = nullptr;  // the window that had the focus last, null when it was not one of ours
   // Brought forward by the program, not by the operator, since his last key or click. The desktop may move

@@ -1,8 +1,7 @@
 #include <QAbstractButton>
-#include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
-#include <QTimer>
+#include <tuple>
 
 #include "tests/ui/ui_fixture.h"
 
@@ -34,13 +33,21 @@ class DialogsTest : public UiTest, public DeviceEvents {
   std::size_t arrived = 0;
 };
 
-TEST_F(DialogsTest, BoxThatIsClosedOtherwiseAnswersAsTheOperatorWould) {
-  EXPECT_EQ(Answer({DialogKind::Ok, "T", "x"}, Qt::Key_Escape).word, Word::Ok);
-  EXPECT_EQ(Answer({DialogKind::OkCancel, "T", "x"}, Qt::Key_Escape).word, Word::Cancel);
-  EXPECT_EQ(Answer({DialogKind::YesNoCancel, "T", "x"}, Qt::Key_Escape).word, Word::Cancel);
-  EXPECT_EQ(Answer({DialogKind::Input, "T", "x"}, Qt::Key_Escape).word, Word::Cancel);
-  EXPECT_EQ(Answer({DialogKind::OpenFile, "T", ""}, Qt::Key_Escape).word, Word::Cancel);
-  EXPECT_EQ(Answer({DialogKind::YesNoCancel, "T", "x"}, Qt::Key_Return).word, Word::Yes);
+TEST_F(DialogsTest, KeysAnswerAsTheOperatorWould) {
+  for (const auto& [kind, key, expected] : {std::tuple(DialogKind::Ok, Qt::Key_Escape, Word::Ok),
+                                            {DialogKind::OkCancel, Qt::Key_Escape, Word::Cancel},
+                                            {DialogKind::YesNoCancel, Qt::Key_Escape, Word::Cancel},
+                                            {DialogKind::Input, Qt::Key_Escape, Word::Cancel},
+                                            {DialogKind::OpenFile, Qt::Key_Escape, Word::Cancel},
+                                            {DialogKind::YesNoCancel, Qt::Key_Return, Word::Yes},
+                                            {DialogKind::YesNo, Qt::Key_Return, Word::Yes}}) {
+    EXPECT_EQ(Answer({kind, "T", ""}, key).word, expected) << static_cast<int>(kind);
+  }
+  DialogBox input{DialogKind::Input, "T", "x"};
+  input.preset = "4";
+  EXPECT_EQ(Answer(input, Qt::Key_Return).text, "4");
+  const auto type = [](QWidget* open) { QTest::keyClicks(open->findChild<QLineEdit*>(), "6"); };
+  EXPECT_EQ(Answer(input, Qt::Key_Return, type).text, "6");
 }
 
 TEST_F(DialogsTest, YesNoBoxIsLeftByItsButtonsOnlyAndEnterPressesTheSafeOne) {
@@ -54,7 +61,6 @@ TEST_F(DialogsTest, YesNoBoxIsLeftByItsButtonsOnlyAndEnterPressesTheSafeOne) {
     EXPECT_TRUE(open->isVisible());
   };
   EXPECT_EQ(Answer(box, Qt::Key_Return, resist).word, Word::No);
-  EXPECT_EQ(Answer({DialogKind::YesNo, "T", "x"}, Qt::Key_Return).word, Word::Yes);
 }
 
 TEST_F(DialogsTest, BoxOfTheRadioTakesNeitherKeyNorClickInItsFirstSecond) {
@@ -72,46 +78,18 @@ TEST_F(DialogsTest, BoxOfTheRadioTakesNeitherKeyNorClickInItsFirstSecond) {
   EXPECT_EQ(Answer(box, Qt::Key_Return, early).word, Word::Cancel);
 }
 
-TEST_F(DialogsTest, TextIsShownLiterallyLineByLine) {
-  QString shown;
-  Answer({DialogKind::Ok, "T", "<b>one</b>\rtwo & three"}, Qt::Key_Return, [&](QWidget* box) {
-    const auto* message = dynamic_cast<QMessageBox*>(box);
-    ASSERT_NE(message, nullptr);
-    EXPECT_EQ(message->textFormat(), Qt::PlainText);
-    shown = message->text();
-  });
-  EXPECT_EQ(shown, QStringLiteral("<b>one</b>\ntwo & three"));
-}
-
-TEST_F(DialogsTest, InputBoxOffersItsPresetAndGivesBackWhatIsTyped) {
-  DialogBox box{DialogKind::Input, "Heats per Round", "Enter the number:"};
-  box.preset = "4";
-  EXPECT_EQ(Answer(box, Qt::Key_Return).text, "4");
-  const DialogAnswer answer = Answer(box, Qt::Key_Return, [](QWidget* open) {
-    open->findChild<QLineEdit*>()->setText(QStringLiteral("6"));
-  });
-  EXPECT_EQ(answer.word, Word::Text);
-  EXPECT_EQ(answer.text, "6");
-}
-
-TEST_F(DialogsTest, BytesGoThroughAnOpenBoxAndClicksDoNot) {
+TEST_F(DialogsTest, TextIsLiteralAndBytesGoThroughAnOpenBoxWhileClicksDoNot) {
   int clicks = 0;
-  Control& button = form.Make(ControlKind::Button, "cmd");
+  form.Make(ControlKind::Button, "cmd").onClick = [&] { ++clicks; };
   form.SetVisible(true);
-  button.onClick = [&] { ++clicks; };
-  std::size_t inside = 0;
-  Answer({DialogKind::OkCancel, "T", "x"}, Qt::Key_Return, [&](QWidget*) {
-    Event bytes;
-    bytes.kind = EventKind::Bytes;
-    bytes.bytes = {1, 2, 3};
-    door.Enter(bytes);
-    Event click;
-    click.kind = EventKind::Click;
-    click.target = "frmTest.cmd";
-    door.Enter(click);
-    inside = arrived;
+  Answer({DialogKind::OkCancel, "T", "<b>one</b>\rtwo & three"}, Qt::Key_Return, [&](QWidget* open) {
+    const auto* message = dynamic_cast<QMessageBox*>(open);
+    EXPECT_EQ(message->textFormat(), Qt::PlainText);
+    EXPECT_EQ(message->text(), QStringLiteral("<b>one</b>\ntwo & three"));
+    door.Enter({.kind = EventKind::Bytes, .bytes = {1, 2, 3}});
+    door.Enter({.kind = EventKind::Click, .target = "frmTest.cmd"});
+    EXPECT_EQ(arrived, 3U);
   });
-  EXPECT_EQ(inside, 3U);
   EXPECT_EQ(clicks, 0);
 }
 

@@ -1,29 +1,33 @@
 // The operator's keys and clicks, as the desktop hands them to the windows.
 
+#include <QCheckBox>
 #include <QClipboard>
+#include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMimeData>
 #include <QPlainTextEdit>
-#include <QTest>
+#include <QWindow>
 
 #include "tests/ui/program_fixture.h"
 #include "ui/printing/qt_printer.h"
 #include "ui/results_window.h"
 #include "ui/scoreboard.h"
-#include "ui/small_windows.h"
 
 namespace quorvane {
 namespace {
 
-// The console's keys that were entered.
-class KeyLog : public Journal {
+// The console's keys and the activations that were entered.
+class InputLog : public Journal {
  public:
   void Entered(std::int64_t, const Event& event) override {
     if (event.kind == EventKind::Key) keys += event.text + " ";
+    if (event.kind == EventKind::Activate) activated += event.target + " ";
   }
   void Answered(std::int64_t, const DialogBox&, const DialogAnswer&) override {}
   void Sent(std::int64_t, const std::vector<std::uint8_t>&) override {}
   std::string keys;
+  std::string activated;
 };
 
 class InputTest : public ProgramTest {
@@ -35,8 +39,8 @@ class InputTest : public ProgramTest {
     Settle();
   }
 
-  void Click(Control& control) { ClickAt(*Shown(control)); }
-  static void ClickAt(QWidget& widget, Qt::MouseButton button = Qt::LeftButton) {
+  void Click(Control& control, Qt::MouseButton button = Qt::LeftButton) {
+    const QWidget& widget = *Shown(control);
     QTest::mouseClick(widget.window()->windowHandle(), button, {},
                       widget.mapTo(widget.window(), widget.rect().center()));
     Settle();
@@ -50,33 +54,121 @@ class InputTest : public ProgramTest {
   }
   // A key held down: the display server sends a release and a press at the same time for every repeat.
   void Hold(int key, bool marked) {
-    quint64 ms = 1000;
-    const auto send = [&](QEvent::Type type, bool repeat) {
-      QKeyEvent event(type, key, {}, 99, 0, 0, {}, repeat);
-      event.setTimestamp(ms);
-      QCoreApplication::sendEvent(windows.Console().windowHandle(), &event);
-    };
-    send(QEvent::KeyPress, false);
-    for (int i = 0; i < 3; ++i) {
-      ms += 30;
-      send(QEvent::KeyRelease, marked);
-      send(QEvent::KeyPress, marked);
+    for (quint64 ms = 1000; ms < 1100; ms += 30) {
+      for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+        const bool repeat = marked && (type == QEvent::KeyPress ? ms > 1000 : ms < 1090);
+        QKeyEvent event(type, key, {}, 99, 0, 0, {}, repeat);
+        event.setTimestamp(type == QEvent::KeyPress ? ms : ms + 30);
+        QCoreApplication::sendEvent(windows.Console().windowHandle(), &event);
+      }
     }
-    ms += 30;
-    send(QEvent::KeyRelease, false);
+  }
+  template <typename T>
+  T* ShownAs(Control& control) {
+    return dynamic_cast<T*>(Shown(control));
+  }
+  bool AtHome() { return Shown(judge().lblStatus)->hasFocus(); }  // where a key does no harm
+  // The desktop moves the focus to that window; gives the activations.
+  std::string FocusOn(FormWindow& window) {
+    log.activated.clear();
+    windows.All().FocusMoved(window.windowHandle());
+    return log.activated;
   }
   frmJudge& judge() { return program.judge(); }
 
-  KeyLog log;
+  InputLog log;
 };
 
-TEST_F(InputTest, CommentsAndLapBoxesAreTypedWholeAfterTheFirstLetterReplacedTheOldText) {
+TEST_F(InputTest, ChangesShowTogetherWhenTheEventHasEndedOrThePaintingIsAskedFor) {
+  Control& label = judge().lblNotice;
+  auto* shown_as = ShownAs<QLabel>(label);
+  QString seen;
+  judge().cmdPrint.onClick = [&] {
+    label.SetCaption("First");
+    seen = shown_as->text();
+    platform.RepaintWindows();
+    seen += "," + shown_as->text();
+    label.SetCaption("Second");
+    label.SetVisible(false);
+    judge().cmdPrint.SetEnabled(false);
+  };
+  Shown(judge().cmdPrint)->setFocus();
+  Key(Qt::Key_Enter);
+  EXPECT_EQ(seen, ",First");
+  EXPECT_EQ(shown_as->text(), "Second");
+  EXPECT_EQ(shown_as->accessibleName(), "Notice: Second");
+  EXPECT_TRUE(shown_as->isHidden());
+  EXPECT_FALSE(Shown(judge().cmdPrint)->isEnabled());
+  EXPECT_TRUE(AtHome());
+}
+
+TEST_F(InputTest, ControlsShowWhatTheProgramMakesOfAClickAndLabelsTakeKeysToo) {
+  Control& box = program.lane(0).chkNovice;
+  int clicks = 0;
+  box.onClick = [&] {
+    if (++clicks == 1) box.SetValue(0);  // takes it back, which is a click of its own
+  };
+  for (const bool checked : {false, true}) {
+    Click(box);
+    EXPECT_EQ(ShownAs<QCheckBox>(box)->isChecked(), checked);
+  }
+  Control& list = judge().cboRaceMode;
+  list.onChange = [&] { list.SetListIndex(0); };
+  auto* combo = ShownAs<QComboBox>(list);
+  combo->setCurrentIndex(2);
+  emit combo->activated(2);
+  EXPECT_EQ(combo->currentIndex(), 0);
+  Control& label = program.lane(0).lblStatus;
+  clicks = 0;
+  label.onClick = [&] { ++clicks; };
+  Click(label);
+  Shown(label)->setFocus();
+  Key(Qt::Key_Space);
+  EXPECT_EQ(clicks, 2);
+}
+
+TEST_F(InputTest, NumberCountsWhenItIsFinished) {
+  Control& number = judge().txtHeat;
+  std::string counted;
+  number.onChange = [&] { counted += number.Text() + ","; };
+  auto* edit = ShownAs<QLineEdit>(number);
+  struct Case {
+    const char* typed;
+    Qt::Key end;
+    const char* shown;
+    const char* counted;
+  };
+  for (const Case& c : {Case{"1a+2", Qt::Key_Return, "12", "12,"}, Case{"9", Qt::Key_Escape, "12", "12,"},
+                        Case{" ", Qt::Key_Return, "12", "12,"}, Case{"7", Qt::Key_Tab, "7", "12,7,"}}) {
+    edit->setFocus(Qt::TabFocusReason);
+    edit->selectAll();
+    Keys(c.typed);
+    EXPECT_NE(edit->text(), c.shown == std::string("7") ? "12" : "");
+    Key(c.end);
+    EXPECT_EQ(edit->text(), c.shown) << c.typed;
+    EXPECT_EQ(counted, c.counted) << c.typed;
+    EXPECT_EQ(AtHome(), c.end != Qt::Key_Tab) << c.typed;
+  }
+  Click(number);
+  Keys("5");
+  number.SetEnabled(false);
+  windows.All().Apply();
+  EXPECT_EQ(edit->text() + "," + counted.c_str(), "7,12,7,") << "locked while it was typed";
+}
+
+TEST_F(InputTest, TextsAreTypedWholeAfterTheFirstLetterReplacedTheOldTextAndPastingNothingChangesNothing) {
   for (Control* box : {&judge().txtComments, &program.lane(0).txtLapTen}) {
     box->SetText("No comments");
     windows.All().Apply();
     Click(*box);
     Keys("gusty 5");
+    QGuiApplication::clipboard()->setMimeData(new QMimeData);
+    Key(Qt::Key_V, Qt::ControlModifier);
+    Key(Qt::Key_Insert, Qt::ShiftModifier);
     EXPECT_EQ(box->Text(), "gusty 5") << box->FullName();
+    QGuiApplication::clipboard()->setText("y");
+    Key(Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(box->Text(), "gusty 5y") << box->FullName();
   }
 }
 
@@ -103,22 +195,10 @@ TEST_F(InputTest, ASavedRaceThatIsShownIsReadAndNotWritten) {
   EXPECT_EQ(judge().txtComments.Text(), "calm");
 }
 
-TEST_F(InputTest, PastingNothingChangesNothing) {
-  QGuiApplication::clipboard()->setMimeData(new QMimeData);
-  Click(judge().txtComments);
-  Keys("wind");
-  Key(Qt::Key_V, Qt::ControlModifier);
-  Key(Qt::Key_Insert, Qt::ShiftModifier);
-  EXPECT_EQ(judge().txtComments.Text(), "wind");
-  QGuiApplication::clipboard()->setText("y");
-  Key(Qt::Key_V, Qt::ControlModifier);
-  EXPECT_EQ(judge().txtComments.Text(), "windy");
-}
-
 TEST_F(InputTest, EscapeAndAClickOnAnEmptyPlaceLeaveATextBox) {
   Click(judge().txtComments);
-  ClickAt(*Shown(judge().txtComments), Qt::MiddleButton);
-  ClickAt(*Shown(judge().txtComments), Qt::RightButton);
+  Click(judge().txtComments, Qt::MiddleButton);
+  Click(judge().txtComments, Qt::RightButton);
   if (QWidget* menu = QApplication::activePopupWidget()) menu->close();
   Keys("7");
   Key(Qt::Key_Escape);
@@ -127,7 +207,7 @@ TEST_F(InputTest, EscapeAndAClickOnAnEmptyPlaceLeaveATextBox) {
   Key(Qt::Key_Escape);
   Keys("9");
   Click(judge().txtComments);
-  ClickAt(*Shown(program.lane(2).lblHdr[5]));
+  Click(program.lane(2).lblHdr[5]);
   Keys("0");
   EXPECT_EQ(judge().txtComments.Text(), "7");
   EXPECT_EQ(log.keys, "8 9 0 ");
@@ -149,7 +229,6 @@ TEST_F(InputTest, HeldKeyCountsOnce) {
 }
 
 TEST_F(InputTest, KeysJudgeFromWhateverWindowIsInFront) {
-  AddSmallWindows(program, windows.All(), windows.Console());
   ResultsWindow results(program, windows);
   Scoreboard scoreboard(program, windows, settings);
   QtHeatPrinter printer(program, platform, &windows.Console());
@@ -186,6 +265,49 @@ TEST_F(InputTest, HeatBeingTypedIsTheOneThatIsStarted) {
     judge().ShowCurrentRace();
     Enter(EventKind::Timer, "");
   }
+}
+
+TEST_F(InputTest, KeysAreABoxsOwnWhileItIsOpen) {
+  platform.SetAnswerer({});
+  QTimer::singleShot(50, [] {
+    QWidget* box = QApplication::activeModalWidget();
+    QTest::keyClick(box, Qt::Key_F2);
+    QTest::keyClicks(box->focusWidget(), "7");
+    QTest::keyClick(box, Qt::Key_Return);
+  });
+  Enter(EventKind::Click, "frmJudge.mnuSetEventName");
+  EXPECT_EQ(judge().EventName(), "7");
+  EXPECT_EQ(log.keys, "");
+}
+
+TEST_F(InputTest, OnlyComingFromAnotherWindowOfTheProgramActivates) {
+  const auto operatorActs = [this] {
+    Settle();  // what the platform itself tells of the focus
+    Key(Qt::Key_Shift);
+  };
+  FormWindow& console = windows.Console();
+  FormWindow& link = windows.Link();
+  operatorActs();
+  FocusOn(console);
+  EXPECT_EQ(FocusOn(link), "frmSerialPort ");
+  EXPECT_EQ(FocusOn(link), "");
+  QWindow dialog;
+  for (FormWindow* next : {&link, &console}) {
+    windows.All().FocusMoved(&dialog);
+    EXPECT_EQ(FocusOn(*next), "");
+  }
+  windows.All().FocusMoved(nullptr);  // another program's window
+  QTest::qWait(200);
+  EXPECT_EQ(FocusOn(link), "");
+  windows.All().FocusMoved(nullptr);  // merely on the way
+  EXPECT_EQ(FocusOn(console), "frmJudge ");
+
+  // However often the desktop moves the focus between windows that the program shows.
+  Enter(EventKind::Click, "frmJudge.lblComm");
+  for (FormWindow* at : {&link, &console, &link}) EXPECT_EQ(FocusOn(*at), at == &console ? "frmJudge " : "");
+  operatorActs();
+  FocusOn(console);
+  EXPECT_EQ(FocusOn(link), "frmSerialPort ");
 }
 
 }  // namespace

@@ -8,9 +8,7 @@ int main(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);
   qputenv("QT_QPA_PLATFORM", "offscreen");
   QApplication application(argc, argv);
-  QApplication::setStyle(quorvane::NewConsoleStyle());
-  QApplication::setPalette(quorvane::OutdoorPalette());
-  QApplication::setFont(quorvane::FontOfPixels(16, false));
+  quorvane::DressApplication();
   QApplication::setQuitOnLastWindowClosed(false);
   return RUN_ALL_TESTS();
 }

@@ -2,11 +2,8 @@
 
 #include <QAbstractButton>
 #include <QClipboard>
-#include <QComboBox>
 #include <QDialog>
 #include <QMimeData>
-#include <QPlainTextEdit>
-#include <QTest>
 #include <random>
 #include <set>
 
@@ -15,7 +12,6 @@
 #include "ui/printing/qt_printer.h"
 #include "ui/results_window.h"
 #include "ui/scoreboard.h"
-#include "ui/small_windows.h"
 
 namespace quorvane {
 namespace {
@@ -25,7 +21,6 @@ class RandomDrive : public ProgramTest {
   RandomDrive() {
     serial.ports = {{5, true}};
     settings.SaveSetting("frmSerialPort", "CommPort", "5");
-    AddSmallWindows(program, windows.All(), windows.Console());
     // Most boxes are real ones, answered by the keys and clicks of the drive.
     platform.SetAnswerer([this](const DialogBox& box) -> std::optional<DialogAnswer> {
       shown.push_back(box.title);
@@ -40,100 +35,76 @@ class RandomDrive : public ProgramTest {
     QObject::connect(&boxes_, &QTimer::timeout, [this] { AnswerBox(); });
   }
 
-  unsigned Below(unsigned limit) { return random_() % limit; }
+  int Below(int limit) { return static_cast<int>(random_() % static_cast<unsigned>(limit)); }
   template <typename T>
-  T* Any(const std::vector<T*>& choices) {
-    return choices.empty() ? nullptr : choices[Below(static_cast<unsigned>(choices.size()))];
+  auto Any(const T& choices) {
+    return choices[static_cast<typename T::size_type>(random_()) % choices.size()];
   }
 
   void AnswerBox() {
     QWidget* box = QApplication::activeModalWidget();
     if (box == nullptr) return;
-    if (Below(4) == 0) return QTest::keyClick(box, Below(2) == 0 ? Qt::Key_Escape : Qt::Key_Return);
+    if (Below(4) == 0) return Press(box, Below(2) == 0 ? Qt::Key_Escape : Qt::Key_Return);
     if (Below(3) == 0) QTest::keyClicks(box, Below(2) == 0 ? "3" : "x9");
     const QList<QAbstractButton*> buttons = box->findChildren<QAbstractButton*>();
-    if (QAbstractButton* button = Any(std::vector<QAbstractButton*>(buttons.begin(), buttons.end())))
-      button->click();
+    if (!buttons.empty()) Any(buttons)->click();
   }
 
   void PressAnyKey() {
-    static const std::vector<int> kKeys = {Qt::Key_F1,   Qt::Key_F2,       Qt::Key_F5,    Qt::Key_F8,
-                                           Qt::Key_F9,   Qt::Key_F12,      Qt::Key_7,     Qt::Key_0,
-                                           Qt::Key_Tab,  Qt::Key_Escape,   Qt::Key_Space, Qt::Key_Return,
-                                           Qt::Key_Down, Qt::Key_Backspace};
+    static const std::vector<Qt::Key> kKeys = {Qt::Key_F1,   Qt::Key_F2,       Qt::Key_F5,    Qt::Key_F8,
+                                               Qt::Key_F9,   Qt::Key_F12,      Qt::Key_7,     Qt::Key_0,
+                                               Qt::Key_Tab,  Qt::Key_Escape,   Qt::Key_Space, Qt::Key_Return,
+                                               Qt::Key_Down, Qt::Key_Backspace};
     QWidget* front = QApplication::activeWindow();
-    if (front == nullptr || front->windowHandle() == nullptr) return;
-    QTest::keyClick(front->windowHandle(),
-                    static_cast<Qt::Key>(kKeys[Below(static_cast<unsigned>(kKeys.size()))]));
+    if (front != nullptr && front->windowHandle() != nullptr)
+      QTest::keyClick(front->windowHandle(), Any(kKeys));
   }
 
   void ClickAnywhere() {
     std::vector<QWidget*> places;
-    for (QWidget* window : QApplication::topLevelWidgets()) {
-      if (!window->isVisible() || window->windowHandle() == nullptr ||
-          qobject_cast<QDialog*>(window) != nullptr)
-        continue;
-      for (QWidget* child : window->findChildren<QWidget*>()) {
-        if (child->isVisible() && child->window() == window) places.push_back(child);
-      }
+    for (QWidget* place : QApplication::allWidgets()) {
+      const QWidget* window = place->window();
+      const bool inSight = place->isVisible() && place != window && window->windowHandle() != nullptr;
+      if (inSight && qobject_cast<const QDialog*>(window) == nullptr) places.push_back(place);
     }
-    QWidget* place = Any(places);
-    if (place == nullptr) return;
-    const QPoint at = place->mapTo(
-        place->window(), QPoint(static_cast<int>(Below(static_cast<unsigned>(place->width() + 1))),
-                                static_cast<int>(Below(static_cast<unsigned>(place->height() + 1)))));
-    const auto button = Below(12) == 0 ? Qt::MiddleButton : Qt::LeftButton;
-    QTest::mouseClick(place->window()->windowHandle(), button, {}, at);
+    if (!places.empty()) ClickIn(*Any(places));
+  }
+  void ClickIn(QWidget& place) {
+    const QPoint at(Below(place.width() + 1), Below(place.height() + 1));
+    QTest::mouseClick(place.window()->windowHandle(), Below(12) == 0 ? Qt::MiddleButton : Qt::LeftButton, {},
+                      place.mapTo(place.window(), at));
     if (QWidget* popup = QApplication::activePopupWidget()) popup->close();
   }
 
   void TypeOrPaste() {
-    QWidget* comments = Shown(program.judge().txtComments);
-    QTest::mouseClick(windows.Console().windowHandle(), Qt::LeftButton, {},
-                      comments->mapTo(&windows.Console(), comments->rect().center()));
+    ClickIn(*Shown(program.judge().txtComments));
     QClipboard& clipboard = *QGuiApplication::clipboard();
     if (Below(3) == 0) clipboard.setMimeData(new QMimeData);
-    if (Below(3) == 0) clipboard.setText(QString(static_cast<int>(Below(3000)), QChar(u'\u00e9')));
+    if (Below(3) == 0) clipboard.setText(QString(Below(3000), QChar(u'\u00e9')));
     QWindow* console = windows.Console().windowHandle();
-    if (Below(2) == 0) {
-      for (const char c : {'g', 'u', 's', 't', '7'}) QTest::keyClick(console, c);
-    } else {
-      QTest::keyClick(console, Qt::Key_V, Qt::ControlModifier);
-    }
+    if (Below(2) == 0) return QTest::keyClick(console, Qt::Key_V, Qt::ControlModifier);
+    for (const char c : {'g', 'u', 's', 't', '7'}) QTest::keyClick(console, c);
   }
 
   void ChooseFromMenu() {
-    std::vector<Control*> entries;
+    std::vector<std::string> entries;
     for (const Control& control : program.judge().Controls()) {
-      Control* entry = program.judge().Find(control.Name());
-      if (control.Kind() == ControlKind::Menu && control.onClick && entry != &program.judge().mnuExit)
-        entries.push_back(entry);
+      const bool entry = control.Kind() == ControlKind::Menu && control.onClick;
+      if (entry && control.Name() != "mnuExit") entries.push_back(control.FullName());
     }
-    Enter(EventKind::Click, Any(entries)->FullName());
+    Enter(EventKind::Click, Any(entries));
   }
 
   void Act() {
-    switch (Below(16)) {
-      case 0:
-        return TypeOrPaste();
-      case 1:
-        return ChooseFromMenu();
-      case 2:
-        return windows.Console().resize(1024 + static_cast<int>(Below(900)),
-                                        700 + static_cast<int>(Below(500)));
-      case 3:
-        serial.ports[5] = Below(4) != 0;
-        return program.door().Enter({.kind = EventKind::Ports, .numbers = {5}});
-      case 4:
-        return program.door().Enter(
-            {.kind = EventKind::LineError, .number = 1000 + static_cast<int>(Below(12))});
-      case 5:
-      case 6:
-      case 7:
-        return PressAnyKey();
-      default:
-        return ClickAnywhere();
-    }
+    const int choice = Below(16);
+    if (choice > 8) return ClickAnywhere();
+    if (choice > 5) return PressAnyKey();
+    if (choice == 0) return TypeOrPaste();
+    if (choice == 1 || choice == 5) return ChooseFromMenu();
+    if (choice == 2) return windows.Console().resize(1024 + Below(900), 700 + Below(500));
+    if (choice == 3) serial.ports[5] = Below(4) != 0;
+    program.door().Enter(choice == 3 ? Event{.kind = EventKind::Ports, .numbers = {5}}
+                                     : Event{.kind = EventKind::LineError, .number = 1000 + Below(12)});
   }
 
   // What must hold whatever was done.
@@ -163,16 +134,11 @@ TEST_F(RandomDrive, EndsCleanWhateverTheOperatorDoesWithANoisyFieldOnTheAir) {
   Load();
   boxes_.start(15);
   driving_ = true;
-  field::FieldOptions options;
-  options.heats = 0;
-  options.mode = 0;
-  options.count = false;
-  options.quick = true;
+  field::FieldOptions options{.heats = 0, .mode = 0, .count = false, .quick = true};
   options.line = {.noise = 0.05, .loss = 0.05, .damage = 0.05, .split = true};
   field::Field field(options);
   field.BeginHeats(0);
-  const char* isLong = std::getenv("QUORVANE_LONG");
-  const bool longer = isLong != nullptr && *isLong == '1';
+  const bool longer = qEnvironmentVariable("QUORVANE_LONG") == "1";
   const int actions = longer ? 4000 : 400;
   const std::int64_t pace = longer ? 120 : 500;  // ms of the field for each action
   for (int i = 1; i <= actions && !HasFailure(); ++i) {

@@ -1,4 +1,3 @@
-#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QKeyEvent>
@@ -8,13 +7,10 @@
 #include <QRadioButton>
 #include <QSignalBlocker>
 #include <QWheelEvent>
-#include <algorithm>
 
 #include "forms/numeric_keys.h"
-#include "ui/widgets/caption_button.h"
-#include "ui/widgets/caption_label.h"
+#include "ui/widgets/captions.h"
 #include "ui/widgets/control_view.h"
-#include "ui/widgets/frame_box.h"
 #include "ui/widgets/look.h"
 
 namespace quorvane {
@@ -24,75 +20,38 @@ namespace {
 template <typename T>
 class ViewOn : public ControlView {
  public:
-  ViewOn(Control& control, const Place& place, Door& door, T* widget)
-      : ControlView(control, place, door), widget_(widget) {}
-  T* Widget() const override { return widget_; }
+  ViewOn(const Part& part, T* widget, Roles roles = {}) : ControlView(part, widget, roles), widget_(widget) {}
 
  protected:
-  QString Caption() const { return ToQString(Of().Caption()); }
-
   T* const widget_;
 };
 
 class ButtonView : public ViewOn<CaptionButton> {
  public:
-  ButtonView(Control& control, const Place& place, Door& door, QWidget* parent)
-      : ViewOn(control, place, door, new CaptionButton(parent)) {
-    widget_->setAutoDefault(false);
-    widget_->SetKey(QString::fromStdString(place.key));
-    if (place.anchoring == Anchoring::Beside) widget_->setFocusPolicy(Qt::NoFocus);
-    QObject::connect(widget_, &QPushButton::clicked, [this] { Act(EventKind::Click); });
-  }
-
-  void SetFontPixels(double pixels, double leastPixels) override {
-    ViewOn::SetFontPixels(pixels, leastPixels);
-    widget_->SetMinimumPixels(static_cast<int>(leastPixels));
+  explicit ButtonView(const Part& part)
+      : ViewOn(part, new CaptionButton(part.place, part.parent), {QPalette::Button, QPalette::ButtonText}) {
+    connect(widget_, &QPushButton::clicked, this, [this] { Act(EventKind::Click); });
   }
 
  protected:
-  void Show(Property property) override {
-    if (property == Property::Caption) {
-      widget_->SetCaption(Caption(), Design().mnemonic);
-      Speak(Caption());
-    } else {
-      SetPaletteColors(QPalette::Button, QPalette::ButtonText);
-    }
-  }
+  void Show(Property) override { widget_->setText(WithMnemonic(Caption(), Design().mnemonic)); }
 };
 
+// A label or a frame.
 class LabelView : public ViewOn<CaptionLabel> {
  public:
-  void SetRow(const QString& widest, int width) override { widget_->SetRow(widest, width); }
-
-  LabelView(Control& control, const Place& place, Door& door, QWidget* parent)
-      : ViewOn(control, place, door, new CaptionLabel(parent, place.look)) {
-    if (control.onClick) widget_->SetOnClick([this] { Act(EventKind::Click); });
-  }
-
-  void SetFontPixels(double pixels, double leastPixels) override {
-    ViewOn::SetFontPixels(pixels, leastPixels);
-    widget_->SetMinimumPixels(static_cast<int>(leastPixels));
+  explicit LabelView(const Part& part) : ViewOn(part, new CaptionLabel(part.place, part.parent)) {
+    if (part.control.onClick) widget_->SetOnClick([this] { Act(EventKind::Click); });
+    if (part.control.Kind() == ControlKind::Frame) widget_->setMargin(4);
   }
 
  protected:
-  void Show(Property property) override {
-    if (property == Property::Caption) {
-      const QString text = Caption().isEmpty() ? QString::fromStdString(Design().word) : Caption();
-      if (widget_->text() != text) widget_->setText(text);
-      SpeakCaption();
-    } else {
-      widget_->SetColors(Back(), Fore(), Painted());
-    }
+  void Show(Property) override {
+    if (Has(Design().look, Look::Bare)) return;
+    widget_->setText(Caption().isEmpty() ? QString::fromStdString(Design().word) : Caption());
   }
-
- private:
-  void SpeakCaption() {
-    const QString name = spokenPrefix + QString::fromStdString(Design().spoken);
-    if (Design().spoken.empty()) {
-      Speak(Caption());
-    } else {
-      widget_->setAccessibleName(Caption().isEmpty() ? name : name + QStringLiteral(": ") + Caption());
-    }
+  void SetColors(const QColor& back, const QColor& fore) override {
+    widget_->SetColors(back, fore, Painted());
   }
 };
 
@@ -103,88 +62,60 @@ void KeepReadable(T& box, bool usable) {
   box.setFocusPolicy(usable ? Qt::StrongFocus : Qt::NoFocus);
 }
 
-class LineEdit : public QLineEdit {
- public:
-  LineEdit(QWidget* parent, const Control& control, bool numeric)
-      : QLineEdit(parent), control_(control), numeric_(numeric) {}
-  std::function<void()> onEscape;
-  std::function<void()> onFinish;  // only of a box whose change waits for its end
-
- protected:
-  void keyPressEvent(QKeyEvent* event) override {
-    if (event->key() == Qt::Key_Escape) return onEscape();
-    if (numeric_ && event->text().size() == 1) {
-      int keyCode = event->text().at(0).unicode();
-      FilterNumericKey(control_, keyCode);
-      if (keyCode == 0) return event->accept();
-    }
-    QLineEdit::keyPressEvent(event);
-  }
-
- private:
-  const Control& control_;
-  const bool numeric_;
-};
-
 // One line of text. A late one counts when Enter is pressed or the box is left, and Escape takes it back.
-class LineEditView : public ViewOn<LineEdit> {
+class LineEditView : public ViewOn<QLineEdit> {
  public:
-  LineEditView(Control& control, const Place& place, Door& door, QWidget* parent)
-      : ViewOn(control, place, door, new LineEdit(parent, control, Has(place.look, Look::Numeric))) {
-    widget_->setAlignment(Has(place.look, Look::Left) ? Qt::AlignLeft : Qt::AlignHCenter);
-    const auto finished = [this, late = Has(place.look, Look::Late)] {
-      if (late && widget_->text().trimmed().isEmpty()) return Show(Property::Text);  // no number was typed
-      if (widget_->text() != ToQString(Of().Text())) Act(EventKind::Type, widget_->text().toStdString());
-    };
-    widget_->onEscape = [this] { Leave(); };
-    if (Has(place.look, Look::Late)) {
-      widget_->onFinish = finished;
-      QObject::connect(widget_, &QLineEdit::editingFinished, finished);
-      QObject::connect(widget_, &QLineEdit::returnPressed, [this] { Leave(); });
-      widget_->onEscape = [this] {
-        Show(Property::Text);
-        Leave();
-      };
-    } else {
-      QObject::connect(widget_, &QLineEdit::textEdited, finished);
+  explicit LineEditView(const Part& part) : ViewOn(part, new QLineEdit(part.parent)) {
+    widget_->setAlignment(Has(Design().look, Look::Left) ? Qt::AlignLeft : Qt::AlignHCenter);
+    const auto count = [this] { Count(); };
+    if (!Late()) {
+      connect(widget_, &QLineEdit::textEdited, this, count);
+      return;
     }
+    connect(widget_, &QLineEdit::editingFinished, this, count);
+    connect(widget_, &QLineEdit::returnPressed, this, [this] { leave(); });
   }
 
  protected:
   void Show(Property property) override {
-    const QSignalBlocker quiet(widget_);
     if (property == Property::Text) {
+      const QSignalBlocker quiet(widget_);
       if (widget_->text() != ToQString(Of().Text())) widget_->setText(ToQString(Of().Text()));
-      Speak({});
-    } else if (property == Property::Selection) {
-      if (widget_->hasFocus()) widget_->setSelection(Of().SelectionStart(), Of().SelectionLength());
-    } else {
-      SetPaletteColors(QPalette::Base, QPalette::Text);
+    } else if (widget_->hasFocus()) {
+      widget_->setSelection(Of().SelectionStart(), Of().SelectionLength());
     }
   }
 
   void SetUsable(bool usable) override {
-    if (Has(Design().look, Look::Late)) return ControlView::SetUsable(usable);
+    if (Late()) return ControlView::SetUsable(usable);
     KeepReadable(*widget_, usable);
   }
 
+  bool TakesKey(const QKeyEvent& press) override {
+    if (press.key() == Qt::Key_Escape) {
+      if (Late()) Show(Property::Text);
+      leave();  // so that the digit keys judge again
+      return true;
+    }
+    if (!Has(Design().look, Look::Numeric) || press.text().size() != 1) return false;
+    int keyCode = press.text().at(0).unicode();
+    FilterNumericKey(Of(), keyCode);
+    return keyCode == 0;
+  }
+
  private:
-  // Out of the box, so that the digit keys judge again.
-  void Leave() {
-    if (onFinished) onFinished();
+  bool Late() const { return Has(Design().look, Look::Late); }
+  void Count() {
+    if (Late() && widget_->text().trimmed().isEmpty()) return Show(Property::Text);  // no number was typed
+    if (widget_->text() != ToQString(Of().Text())) Act(EventKind::Type, widget_->text().toStdString());
   }
 };
 
 class TextEdit : public QPlainTextEdit {
  public:
   using QPlainTextEdit::QPlainTextEdit;
-  std::function<void()> onEscape;
 
  protected:
-  void keyPressEvent(QKeyEvent* event) override {
-    if (event->key() == Qt::Key_Escape) return onEscape();
-    QPlainTextEdit::keyPressEvent(event);
-  }
   // An empty clipboard offers no format at all, and Qt 6.4 takes the first one without looking.
   bool canInsertFromMimeData(const QMimeData* source) const override {
     return !source->formats().isEmpty() && QPlainTextEdit::canInsertFromMimeData(source);
@@ -196,41 +127,30 @@ class TextEdit : public QPlainTextEdit {
 
 class TextView : public ViewOn<TextEdit> {
  public:
-  TextView(Control& control, const Place& place, Door& door, QWidget* parent)
-      : ViewOn(control, place, door, new TextEdit(parent)) {
-    widget_->onEscape = [this] {
-      if (onFinished) onFinished();
-    };
+  explicit TextView(const Part& part) : ViewOn(part, new TextEdit(part.parent)) {
     widget_->setTabChangesFocus(true);
     widget_->setFrameStyle(QFrame::Box | QFrame::Plain);
-    widget_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
-    QObject::connect(widget_, &QPlainTextEdit::textChanged, [this] {
-      if (widget_->toPlainText() != ToQString(Of().Text())) {
-        Act(EventKind::Type, widget_->toPlainText().toStdString());
-      }
+    connect(widget_, &QPlainTextEdit::textChanged, this, [this] {
+      const QString typed = widget_->toPlainText();
+      if (typed != ToQString(Of().Text())) Act(EventKind::Type, typed.toStdString());
     });
   }
 
  protected:
   void Show(Property property) override {
-    const QSignalBlocker quiet(widget_);
     if (property == Property::Text) {
+      const QSignalBlocker quiet(widget_);
       if (widget_->toPlainText() != ToQString(Of().Text())) widget_->setPlainText(ToQString(Of().Text()));
-      Speak({});
-    } else if (property == Property::Selection) {
-      if (widget_->hasFocus() && Of().SelectionLength() > 0) widget_->selectAll();
-    } else {
-      SetPaletteColors(QPalette::Base, QPalette::Text);
+    } else if (widget_->hasFocus() && Of().SelectionLength() > 0) {
+      widget_->selectAll();
     }
   }
-
-  void SetUsable(bool usable) override {
-    KeepReadable(*widget_, usable);
-    SetPaletteColors(QPalette::Base, QPalette::Text);
-    if (usable) return;
-    QPalette palette = widget_->palette();
-    palette.setColor(QPalette::Base, ToQColor(kButtonFace));
-    widget_->setPalette(palette);
+  void SetUsable(bool usable) override { KeepReadable(*widget_, usable); }
+  QColor Back() const override { return Of().Enabled() ? ControlView::Back() : ToQColor(kButtonFace); }
+  bool TakesKey(const QKeyEvent& press) override {
+    if (press.key() != Qt::Key_Escape) return false;
+    leave();
+    return true;
   }
 };
 
@@ -248,22 +168,16 @@ class Unmoved : public T {
 template <typename T>
 class TickView : public ViewOn<T> {
  public:
-  TickView(Control& control, const Place& place, Door& door, QWidget* parent)
-      : ViewOn<T>(control, place, door, new Unmoved<T>(parent)) {
+  explicit TickView(const ControlView::Part& part)
+      : ViewOn<T>(part, new Unmoved<T>(part.parent), {QPalette::Button, QPalette::WindowText}) {
     this->widget_->setAutoExclusive(false);
-    QObject::connect(this->widget_, &T::clicked, [this] { this->Act(EventKind::Click); });
+    this->connect(this->widget_, &T::clicked, this, [this] { this->Act(EventKind::Click); });
   }
 
  protected:
   void Show(Property property) override {
-    if (property == Property::Caption) {
-      this->widget_->setText(WithMnemonic(this->Caption(), this->Design().mnemonic));
-      this->Speak(this->Caption());
-    } else if (property == Property::Value) {
-      this->widget_->setChecked(this->Of().Value() != 0);
-    } else {
-      this->SetPaletteColors(QPalette::Window, QPalette::WindowText);
-    }
+    if (property == Property::Value) return this->widget_->setChecked(this->Of().Value() != 0);
+    this->widget_->setText(WithMnemonic(this->Caption(), this->Design().mnemonic));
   }
 };
 
@@ -278,10 +192,8 @@ class ListBox : public QComboBox {
 
 class ListView : public ViewOn<ListBox> {
  public:
-  ListView(Control& control, const Place& place, Door& door, QWidget* parent)
-      : ViewOn(control, place, door, new ListBox(parent)) {
-    QObject::connect(widget_, &QComboBox::activated,
-                     [this](int index) { Act(EventKind::Choose, {}, index); });
+  explicit ListView(const Part& part) : ViewOn(part, new ListBox(part.parent)) {
+    connect(widget_, &QComboBox::activated, this, [this](int index) { Act(EventKind::Choose, {}, index); });
   }
 
  protected:
@@ -289,58 +201,29 @@ class ListView : public ViewOn<ListBox> {
     if (property == Property::Items) {
       widget_->clear();
       for (const std::string& item : Of().Items()) widget_->addItem(ToQString(item));
-      Speak({});
     }
-    if (property == Property::Items || property == Property::ListIndex) {
-      widget_->setCurrentIndex(Of().ListIndex());
-    }
-    if (property == Property::BackColor || property == Property::ForeColor) {
-      SetPaletteColors(QPalette::Base, QPalette::Text);
-    }
-  }
-};
-
-class FrameView : public ViewOn<FrameBox> {
- public:
-  FrameView(Control& control, const Place& place, Door& door, QWidget* parent)
-      : ViewOn(control, place, door, new FrameBox(parent, place.look)) {}
-
- protected:
-  void Show(Property property) override {
-    if (property == Property::Caption) {
-      widget_->SetCaption(Caption());
-      Speak(Caption());
-    } else {
-      widget_->SetColors(Back(), Fore());
-    }
+    widget_->setCurrentIndex(Of().ListIndex());
   }
 };
 
 }  // namespace
 
-void FinishTyping() {
-  const auto* box = dynamic_cast<LineEdit*>(QApplication::focusWidget());
-  if (box != nullptr && box->onFinish) box->onFinish();
-}
-
-std::unique_ptr<ControlView> ControlView::Create(Control& control, const Place& place, Door& door,
-                                                 QWidget* parent) {
-  switch (control.Kind()) {
+std::unique_ptr<ControlView> ControlView::Create(const Part& part) {
+  switch (part.control.Kind()) {
     case ControlKind::Button:
-      return std::make_unique<ButtonView>(control, place, door, parent);
+      return std::make_unique<ButtonView>(part);
     case ControlKind::Label:
-      return std::make_unique<LabelView>(control, place, door, parent);
-    case ControlKind::TextBox:
-      if (Has(place.look, Look::Lines)) return std::make_unique<TextView>(control, place, door, parent);
-      return std::make_unique<LineEditView>(control, place, door, parent);
-    case ControlKind::CheckBox:
-      return std::make_unique<TickView<QCheckBox>>(control, place, door, parent);
-    case ControlKind::Option:
-      return std::make_unique<TickView<QRadioButton>>(control, place, door, parent);
-    case ControlKind::ComboBox:
-      return std::make_unique<ListView>(control, place, door, parent);
     case ControlKind::Frame:
-      return std::make_unique<FrameView>(control, place, door, parent);
+      return std::make_unique<LabelView>(part);
+    case ControlKind::TextBox:
+      if (Has(part.place.look, Look::Lines)) return std::make_unique<TextView>(part);
+      return std::make_unique<LineEditView>(part);
+    case ControlKind::CheckBox:
+      return std::make_unique<TickView<QCheckBox>>(part);
+    case ControlKind::Option:
+      return std::make_unique<TickView<QRadioButton>>(part);
+    case ControlKind::ComboBox:
+      return std::make_unique<ListView>(part);
     case ControlKind::Menu:
     case ControlKind::Timer:
       break;

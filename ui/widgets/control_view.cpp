@@ -1,63 +1,68 @@
 #include "ui/widgets/control_view.h"
 
+#include <QApplication>
 #include <QComboBox>
+#include <QFocusEvent>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QTimer>
 
 #include "ui/widgets/look.h"
 
 namespace quorvane {
 
-ControlView::ControlView(Control& control, const Place& place, Door& door)
-    : control_(control), place_(place), door_(door) {}
+ControlView::ControlView(const Part& part, QWidget* widget, Roles roles)
+    : at(part.place.rect),
+      control_(part.control),
+      place_(part.place),
+      door_(part.door),
+      widget_(widget),
+      roles_(roles) {
+  widget_->setObjectName(QString::fromStdString(control_.FullName()));
+  widget_->installEventFilter(this);
+}
 
 bool ControlView::Apply() {
   const unsigned dirty = std::exchange(dirty_, 0U);
   const auto has = [dirty](Property property) { return (dirty & Bit(property)) != 0; };
-  for (const Property property :
-       {Property::Items, Property::Caption, Property::Text, Property::Value, Property::Checked,
-        Property::BackColor, Property::ForeColor, Property::ListIndex, Property::Selection}) {
+  for (const Property property : {Property::Items, Property::Caption, Property::Text, Property::Value,
+                                  Property::ListIndex, Property::Selection}) {
     if (has(property) && control_.Has(property)) Show(property);
   }
-  if (has(Property::ToolTip)) Widget()->setToolTip(ToQString(control_.ToolTip()));
-  if (has(Property::Enabled)) ShowEnabled();
-  if (has(Property::Visible)) ShowVisible();
+  if (has(Property::Caption)) Speak();
+  if (has(Property::BackColor) || has(Property::ForeColor) || has(Property::Enabled)) {
+    SetColors(Back(), ReadableOn(Back(), ToQColor(control_.ForeColor())));
+  }
+  if (has(Property::ToolTip)) widget_->setToolTip(ToQString(control_.ToolTip()));
+  if (has(Property::Enabled) || has(Property::Visible)) {
+    if (widget_->hasFocus() && !(control_.Enabled() && control_.Visible())) leave();
+    SetUsable(control_.Enabled());
+    widget_->setVisible(control_.Visible());
+  }
   return has(Property::Visible) || has(Property::Anchor);
-}
-
-void ControlView::ShowEnabled() {
-  QWidget* widget = Widget();
-  if (!control_.Enabled() && widget->hasFocus() && onFocusLost) onFocusLost();
-  SetUsable(control_.Enabled());
-}
-
-void ControlView::ShowVisible() {
-  QWidget* widget = Widget();
-  if (!control_.Visible() && widget->hasFocus() && onFocusLost) onFocusLost();
-  widget->setVisible(control_.Visible());
 }
 
 void ControlView::Act(EventKind kind, std::string text, int number) {
   if (kind == EventKind::Click || kind == EventKind::Choose) FinishTyping();
   // The widget may have moved on its own. A selection is the operator's until a procedure selects anew.
   dirty_ |= ~Bit(Property::Selection);
-  Event event;
-  event.kind = kind;
-  event.target = control_.FullName();
-  event.text = std::move(text);
-  event.number = number;
-  door_.Enter(event);
+  door_.Enter({.kind = kind, .target = control_.FullName(), .text = std::move(text), .number = number});
   Apply();
 }
 
-void ControlView::SetFontPixels(double pixels, double /*leastPixels*/) {
-  Widget()->setFont(FontOfPixels(pixels, Has(place_.look, Look::Bold), Has(place_.look, Look::Fixed)));
+// The accessible name. A label's says what it shows, too.
+void ControlView::Speak() {
+  QString name = QString::fromStdString(place_.spoken);
+  if (name.isEmpty()) {
+    name = Caption().isEmpty() ? QString::fromStdString(control_.Name()) : Caption();
+  } else if (control_.Kind() == ControlKind::Label && !Caption().isEmpty()) {
+    name += QStringLiteral(": ") + Caption();
+  }
+  widget_->setAccessibleName(spokenPrefix + name);
 }
 
-void ControlView::Speak(const QString& caption) {
-  QString name = QString::fromStdString(place_.spoken);
-  if (name.isEmpty()) name = caption.isEmpty() ? QString::fromStdString(control_.Name()) : caption;
-  Widget()->setAccessibleName(spokenPrefix + name);
+QString ControlView::Caption() const {
+  return ToQString(control_.Caption());
 }
 
 QColor ControlView::Back() const {
@@ -69,17 +74,52 @@ QColor ControlView::Back() const {
   return ToQColor(control_.BackColor());
 }
 
-QColor ControlView::Fore() const {
-  return ToQColor(control_.ForeColor());
+void ControlView::SetColors(const QColor& back, const QColor& fore) {
+  QPalette palette = widget_->palette();
+  for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive}) {
+    palette.setColor(group, roles_.back, back);
+    palette.setColor(group, roles_.fore, fore);
+  }
+  widget_->setPalette(palette);
 }
 
-void ControlView::SetPaletteColors(QPalette::ColorRole back, QPalette::ColorRole fore) {
-  QPalette palette = Widget()->palette();
-  for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive}) {
-    palette.setColor(group, back, Back());
-    palette.setColor(group, fore, ReadableOn(Back(), Fore()));
+bool ControlView::eventFilter(QObject*, QEvent* event) {
+  switch (event->type()) {
+    case QEvent::Enter:
+      if (control_.onHover) Act(EventKind::Hover);
+      break;
+    case QEvent::Leave:
+      if (!control_.onHover || control_.Kind() == ControlKind::Frame) break;
+      // The frame around a mark wants to know when the pointer leaves the mark.
+      for (const Control& frame : control_.Owner().Controls()) {
+        if (frame.Kind() != ControlKind::Frame || !frame.onHover) continue;
+        door_.Enter({.kind = EventKind::Hover, .target = frame.FullName()});
+        break;
+      }
+      break;
+    case QEvent::FocusIn: {
+      const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
+      if (reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason) break;
+      // After the click that brought the focus, which would undo a selection made now.
+      arrived_ = control_.onGotFocus != nullptr;
+      if (arrived_) QTimer::singleShot(0, this, [this] { TellArrival(); });
+      break;
+    }
+    case QEvent::KeyPress:
+      TellArrival();  // before the key, or the selection would swallow what it types
+      return TakesKey(*static_cast<QKeyEvent*>(event));
+    default:
+      break;
   }
-  Widget()->setPalette(palette);
+  return false;
+}
+
+void ControlView::TellArrival() {
+  if (std::exchange(arrived_, false) && widget_->hasFocus()) Act(EventKind::GotFocus);
+}
+
+void FinishTyping() {
+  if (auto* box = qobject_cast<QLineEdit*>(QApplication::focusWidget())) emit box->editingFinished();
 }
 
 bool IsTextField(const QWidget* widget) {

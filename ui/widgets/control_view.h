@@ -7,25 +7,34 @@
 #include "forms/door.h"
 #include "ui/widgets/form_design.h"
 
+class QKeyEvent;
+
 namespace quorvane {
 
 // The widget that shows one control. It says what the control says and nothing else: an action of the
 // operator is handed to the door, and the widget then shows what has become of the control. Lives as long as
 // its form's view; the widget belongs to its parent.
-class ControlView {
+class ControlView : public QObject {
  public:
-  // Null for a control that is no widget (timers, menu entries).
-  static std::unique_ptr<ControlView> Create(Control& control, const Place& place, Door& door,
-                                             QWidget* parent);
+  struct Part {
+    Control& control;
+    const Place& place;
+    Door& door;
+    QWidget* parent;
+  };
+  // The control must be one that is shown as a widget, no timer or menu entry.
+  static std::unique_ptr<ControlView> Create(const Part& part);
 
-  ControlView(Control& control, const Place& place, Door& door);
-  virtual ~ControlView() = default;
-  ControlView(const ControlView&) = delete;
-  ControlView& operator=(const ControlView&) = delete;
+  // The palette's roles that the control's colours go to.
+  struct Roles {
+    QPalette::ColorRole back = QPalette::Base;
+    QPalette::ColorRole fore = QPalette::Text;
+  };
+  ControlView(const Part& part, QWidget* widget, Roles roles);
 
   Control& Of() const { return control_; }
   const Place& Design() const { return place_; }
-  virtual QWidget* Widget() const = 0;
+  QWidget* Widget() const { return widget_; }
 
   // Notes that a property has changed; Apply shows it.
   void Changed(Property property) { dirty_ |= Bit(property); }
@@ -33,39 +42,39 @@ class ControlView {
   // Returns whether where it stands may have changed too.
   bool Apply();
 
-  // The font in pixels at the present size, and the least that text may shrink to.
-  virtual void SetFontPixels(double pixels, double leastPixels);
-  // The widest caption in the row of this control, and the least width there.
-  virtual void SetRow(const QString& /*widest*/, int /*width*/) {}
-
   // Hands an action on this control to the door and shows its outcome. What is being typed elsewhere counts
   // before a click or a choice.
   void Act(EventKind kind, std::string text = {}, int number = 0);
 
-  // Called when the operator has finished with a text box and the focus should leave it.
-  std::function<void()> onFinished;
-  // Called before the widget loses the focus because it is disabled or hidden.
-  std::function<void()> onFocusLost;
+  // Called when the focus should leave: the operator has finished with a text box, or the widget will be
+  // disabled or hidden.
+  std::function<void()> leave;
   QString spokenPrefix;
+  QRect at;  // in the form's design; another one than designed for what is anchored
 
  protected:
-  virtual void Show(Property property) = 0;  // all but Enabled and Visible
-  virtual void SetUsable(bool usable) { Widget()->setEnabled(usable); }
-  void Speak(const QString& caption);  // sets the accessible name
-  QColor Back() const;
-  QColor Fore() const;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+  virtual void Show(Property property) = 0;  // caption, text, value, items, entry of the list, selection
+  virtual void SetUsable(bool usable) { widget_->setEnabled(usable); }
+  virtual void SetColors(const QColor& back, const QColor& fore);
+  virtual bool TakesKey(const QKeyEvent& /*press*/) { return false; }  // which the widget must not see
+  virtual QColor Back() const;
+  QString Caption() const;
   bool Painted() const { return control_.BackColor() != kButtonFace; }
-  void SetPaletteColors(QPalette::ColorRole back, QPalette::ColorRole fore);
 
  private:
   static constexpr unsigned Bit(Property property) { return 1U << static_cast<unsigned>(property); }
-  void ShowEnabled();
-  void ShowVisible();
+  void Speak();
+  void TellArrival();
 
   Control& control_;
-  const Place place_;
+  const Place& place_;
   Door& door_;
+  QWidget* const widget_;
+  const Roles roles_;
   unsigned dirty_ = ~0U;
+  bool arrived_ = false;  // it has got the focus, and the control has not been told yet
 };
 
 // Whether that widget takes typed text.

@@ -1,9 +1,8 @@
 #pragma once
 
+#include <QRect>
 #include <string>
 #include <vector>
-
-#include "forms/form_scaling.h"
 
 namespace quorvane {
 
@@ -13,12 +12,11 @@ enum class Look : unsigned {
   Bold = 1U << 0,
   Left = 1U << 1,        // text at the left edge instead of in the middle
   Top = 1U << 2,         // text at the upper edge, several lines
-  Border = 1U << 3,      // a thin line around a label
+  Border = 1U << 3,      // a thin line around it
   Heavy = 1U << 4,       // a thick line around it
   Lamp = 1U << 5,        // thick line and bold while its background is not the plain one
   Words = 1U << 6,       // text that does not fit is cut at a word, not made smaller
   Fixed = 1U << 7,       // letters of one width
-  Title = 1U << 8,       // a frame that shows its caption large along its upper edge
   Bare = 1U << 9,        // a frame without a caption
   White = 1U << 10,      // white while the background is the plain one
   Blue = 1U << 11,       // pale blue instead
@@ -49,39 +47,38 @@ enum class Anchoring : unsigned char {
 // whatever frame the control lies in; font sizes are points at 96 dots per inch in the designed size.
 struct Place {
   std::string name;
-  clsRect rect;
+  QRect rect;
   double points = 12;
   Look look = Look::Plain;
   std::string spoken = {};  // accessible name; a label's caption is added to it
-  std::string key = {};     // the console key that does the same, shown on a button
   char mnemonic = 0;        // the letter of the caption that works with Alt
+  std::string key = {};     // the console key that does the same, shown on a button
+  std::string word = {};    // what a label says while its caption is empty
   Anchoring anchoring = Anchoring::None;
-  std::string word = {};  // what a label says while its caption is empty
 };
 
 // A word on the form that is no control.
 struct StaticText {
   std::string text;  // & marks the mnemonic of the control named by buddy
-  clsRect rect;
+  QRect rect;
   double points = 12;
   Look look = Look::Left;
   std::string buddy = {};
   std::string unless = {};  // shown only while the control of this name is hidden
 };
 
-// A form as designed. The order of the places is the order of the Tab key.
+// A form as designed. The order of the places is the order of the Tab key; a frame comes before what lies in
+// it.
 struct FormDesign {
   int width = 0;
   int height = 0;
-  std::vector<Place> places;
+  std::vector<Place> places = {};
   std::vector<StaticText> texts = {};
   std::string home = {};  // the control that has the focus when none of the others can have it
   // Controls that stack under their anchor find room from stackTop down to stackBottom, or to what is shown
   // there.
   int stackTop = 0;
   int stackBottom = 0;
-
-  const Place* Find(const std::string& name) const;
 };
 
 }  // namespace quorvane

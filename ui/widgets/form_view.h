@@ -10,21 +10,20 @@
 #include "forms/door.h"
 #include "ui/widgets/control_view.h"
 #include "ui/widgets/form_design.h"
-#include "ui/widgets/form_scaler.h"
 
 namespace quorvane {
 
-// The inside of a form: a widget for each of its controls, placed by the form's design at any size. Other
-// forms can be embedded in it. Outlived by its form.
+// The inside of a form: a widget for each of its controls, placed by the form's design at any size; every
+// place comes from the design, never from an earlier size. Other forms can be embedded in it. Outlived by its
+// form.
 class FormView : public QWidget {
  public:
   // `spoken` stands before the accessible name of every control ("Lane 1 ").
   FormView(Form& form, FormDesign design, Door& door, QWidget* parent, const QString& spoken = {});
-  ~FormView() override;
 
   Form& Of() const { return form_; }
   const FormDesign& Design() const { return design_; }
-  ControlView* Find(const Control& control) const;
+  ControlView* Find(const Control& control) const;  // null for one that the design does not place
   QWidget* FindWidget(const std::string& name) const;
 
   // Shows everything of the form that has changed.
@@ -33,60 +32,60 @@ class FormView : public QWidget {
   // Puts another form where the named control of this one stands.
   void Embed(FormView& panel, const std::string& name);
   void SetDesignWidth(int width);
-  int DesignWidth() const { return scaler_.DesignWidth(); }
+  int DesignWidth() const { return designWidth_; }
 
   // The focus goes to a place where a key does no harm.
   void FocusHome();
   // The same for a form that has just been shown, or to its option that is ticked.
   void FocusFirst();
 
-  std::vector<QWidget*> TabChain() const;
-  // Controls that the design forgets; they are not shown.
-  const std::vector<std::string>& Unplaced() const { return unplaced_; }
-
  protected:
   void resizeEvent(QResizeEvent* event) override;
-  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   struct Text {
-    StaticText design;
+    const StaticText& design;
     QWidget* label;
   };
   struct Panel {
     FormView* view;
-    clsRect rect;
+    QRect rect;
   };
+  using Stacks = std::map<const ControlView*, std::vector<ControlView*>>;  // cell -> its marks
 
-  void AddControl(Control& control, const QString& spoken);
+  void AddControl(Control& control, const Place& place, const QString& spoken);
   void AddText(const StaticText& text);
-  void Watch(ControlView& view);
+  QRect Scaled(const QRect& design) const;  // in the form as it is
+  QFont Letters(double points, Look look) const;
   void Arrange();
-  void ArrangeView(ControlView& view);
-  void PlaceAnchored();
-  void PlaceStacks();
-  void SetScaled(ControlView& view, const clsRect& rect);
-  clsRect RoomUnder(const clsRect& anchor) const;
-  bool TextShown(const StaticText& text) const;
+  void Put(ControlView& view, const QRect& at);
   void FitRow();
-  using Stacks = std::map<const Control*, std::vector<ControlView*>>;
-  bool IsFree(const clsRect& room, const Control& anchor, const Stacks& stacks) const;
-  ControlView* HoverFrame(ControlView& view) const;
-  void TellArrival();
+  bool TextShown(const StaticText& text) const;
+  std::vector<QRect> Standing() const;
+  QRect ColumnUnder(const ControlView& cell) const;
+  QRect RoomUnder(const ControlView& cell, const Stacks& stacks, int wanted) const;
+  void PlaceStacks();
+  void PlaceAnchored();
 
   Form& form_;
   const FormDesign design_;
   Door& door_;
-  FormScaler scaler_;
+  int designWidth_;
+  FormView* around_ = nullptr;  // the form that this one is embedded in
   std::vector<std::unique_ptr<ControlView>> views_;
   std::unordered_map<const Control*, ControlView*> byControl_;
-  std::unordered_map<const QObject*, ControlView*> byWidget_;
-  std::unordered_map<const ControlView*, clsRect> anchoredAt_;  // in the design
-  ControlView* arrived_ = nullptr;                              // has got the focus and has not been told yet
-  std::vector<ControlView*> row_;                               // of Look::Row
+  std::vector<ControlView*> row_;  // of Look::Row
   std::vector<Text> texts_;
   std::vector<Panel> panels_;
-  std::vector<std::string> unplaced_;
 };
+
+inline constexpr int kLeastMarkRow = 16;  // holds a line of the smallest text
+
+// Shares the room among that many marks: one under the other while they fit, then in columns side by side. A
+// mark of two lines is twice as high where there is room.
+std::vector<QRect> StackCells(int count, const QRect& room, int lines = 1);
+
+// Where a pop-up of that size stands next to the mark: on its right, or on its left where the form ends.
+QRect BesideMark(const QRect& mark, const QSize& popUp, const QSize& form);
 
 }  // namespace quorvane

@@ -10,23 +10,22 @@
 namespace quorvane {
 
 FormWindow::FormWindow(Form& form, FormDesign design, Door& door, QSize minimum, QWidget* owner)
-    : QWidget(owner, Qt::Window), door_(door), view_(new FormView(form, std::move(design), door, this)) {
+    : QWidget(owner, Qt::Window),
+      door_(door),
+      view_(new FormView(form, std::move(design), door, this)),
+      menu_(new MenuView(form, door, this)) {
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(view_);
-  menu_ = new MenuView(form, door, this);
-  if (menu_->IsEmpty()) {
-    delete menu_;
-    menu_ = nullptr;
-  } else {
-    layout->setMenuBar(menu_);
-  }
+  layout->setMenuBar(menu_);
+  menu_->setHidden(menu_->IsEmpty());
   place_ = new WindowPlace(*this, door.System().Settings(), form.Name(), minimum);
+  RingFocus(*this);
 }
 
 void FormWindow::Follow() {
-  const QString caption = ToQString(Of().Caption());
-  if (windowTitle() != caption) setWindowTitle(caption);
+  setWindowTitle(ToQString(Of().Caption()));
+  menu_->Apply();
   if (Of().Visible() == isVisible()) return;
   if (!Of().Visible()) return hide();
   if (!placed_) ShowFirst();
@@ -44,7 +43,7 @@ void FormWindow::Activate() {
 // In its designed size where the screen allows it.
 void FormWindow::ShowFirst() {
   placed_ = true;
-  const int menuHeight = menu_ == nullptr ? 0 : menu_->sizeHint().height();
+  const int menuHeight = menu_->isHidden() ? 0 : menu_->sizeHint().height();
   remembered_ = place_->Restore({view_->DesignWidth(), view_->Design().height + menuHeight});
 }
 
@@ -63,13 +62,11 @@ void FormWindow::SetDesignWidth(int width) {
 }
 
 // The menu bar grows with the window, but stays legible in a small one.
-void FormWindow::resizeEvent(QResizeEvent* event) {
-  QWidget::resizeEvent(event);
-  if (menu_ == nullptr) return;
+void FormWindow::resizeEvent(QResizeEvent*) {
   const FormDesign& design = view_->Design();
   const int pixels =
       std::clamp(16 * std::min(width() * 100 / design.width, height() * 100 / design.height) / 100, 15, 28);
-  if (menu_->font().pixelSize() != pixels) menu_->setFont(FontOfPixels(pixels, false));
+  menu_->setFont(FontOfPixels(pixels, false));
 }
 
 // A click on an empty place ends the typing, so that the digit keys judge again. A text field passes on the
@@ -83,10 +80,7 @@ void FormWindow::mousePressEvent(QMouseEvent* event) {
 
 void FormWindow::closeEvent(QCloseEvent* event) {
   event->ignore();
-  Event close;
-  close.kind = EventKind::Close;
-  close.target = Of().Name();
-  door_.Enter(close);
+  door_.Enter({.kind = EventKind::Close, .target = Of().Name()});
 }
 
 }  // namespace quorvane

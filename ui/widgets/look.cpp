@@ -1,12 +1,13 @@
 #include "ui/widgets/look.h"
 
+#include <QApplication>
+#include <QFocusFrame>
 #include <QFontDatabase>
 #include <QFontMetrics>
 #include <QPainter>
 #include <QProxyStyle>
 #include <QStyleFactory>
 #include <QStyleOption>
-#include <QWidget>
 #include <algorithm>
 #include <cmath>
 
@@ -24,10 +25,15 @@ double Luminance(const QColor& color) {
   return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
 }
 
+constexpr QColor kEdge(0x30, 0x30, 0x30);
+constexpr QColor kFaintEdge(0x88, 0x88, 0x88);
+constexpr QColor kFocusColor(0x10, 0x4E, 0xB4);
+
 class ConsoleStyle : public QProxyStyle {
  public:
   ConsoleStyle() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
 
+  // Check marks and option dots grow with the font of their control.
   int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override {
     switch (metric) {
       case PM_IndicatorWidth:
@@ -36,81 +42,73 @@ class ConsoleStyle : public QProxyStyle {
       case PM_ExclusiveIndicatorHeight:
         if (widget != nullptr) return std::max(13, widget->font().pixelSize());
         break;
+      case PM_FocusFrameHMargin:
+      case PM_FocusFrameVMargin:
+        return 3;
       default:
         break;
     }
     return QProxyStyle::pixelMetric(metric, option, widget);
   }
 
-  // Fusion draws its outlines in pale grey, which the sun washes out.
-  void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
-                     const QWidget* widget) const override {
-    switch (element) {
-      case PE_IndicatorCheckBox:
-        return DrawCheckBox(*option, *painter);
-      case PE_IndicatorRadioButton:
-        return DrawOption(*option, *painter);
-      case PE_FrameLineEdit:
-        return DrawOutline(*option, *painter);
-      default:
-        return QProxyStyle::drawPrimitive(element, option, painter, widget);
-    }
+  int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                QStyleHintReturn* result) const override {
+    return hint == SH_FocusFrame_AboveWidget ? 1 : QProxyStyle::styleHint(hint, option, widget, result);
   }
 
-  // A plain box drawn with a pen loses an edge at fractional scales.
+  // Fusion's indicators with lines twice as thick.
+  void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override {
+    const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
+    if (button == nullptr || (element != PE_IndicatorCheckBox && element != PE_IndicatorRadioButton)) {
+      return QProxyStyle::drawPrimitive(element, option, painter, widget);
+    }
+    QStyleOptionButton half = *button;
+    half.rect = QRect({}, button->rect.size() / 2);
+    painter->save();
+    painter->translate(button->rect.topLeft());
+    painter->scale(2, 2);
+    QProxyStyle::drawPrimitive(element, &half, painter, widget);
+    painter->restore();
+  }
+
+  // Filled, not drawn with a pen, which loses an edge at fractional scales of the screen.
   void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                    const QWidget* widget) const override {
     const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
-    const bool box = element == CE_ShapedFrame && frame != nullptr && frame->frameShape == QFrame::Box;
-    if (box) return DrawOutline(*option, *painter);
-    QProxyStyle::drawControl(element, option, painter, widget);
-  }
-
- private:
-  static QColor Ink(const QStyleOption& option) {
-    return option.state.testFlag(State_Enabled) ? QColor(0x20, 0x20, 0x20) : QColor(0x88, 0x88, 0x88);
-  }
-
-  static void DrawOutline(const QStyleOption& option, QPainter& painter) {
-    DrawEdges(painter, option.rect, 1, Ink(option));
-  }
-
-  static QRectF Square(const QRect& rect) {
-    const int side = std::min(rect.width(), rect.height()) - 2;
-    return {rect.x() + 1.0, rect.y() + (rect.height() - side) / 2.0, side * 1.0, side * 1.0};
-  }
-
-  static void DrawCheckBox(const QStyleOption& option, QPainter& painter) {
-    painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
-    const QRectF box = Square(option.rect);
-    painter.setPen(QPen(Ink(option), 2));
-    painter.setBrush(Qt::white);
-    painter.drawRect(box);
-    if (option.state.testFlag(State_On)) {
-      painter.setPen(QPen(Ink(option), std::max(2.0, box.width() / 6)));
-      const QPointF corner = box.topLeft() + QPointF(box.width() * 0.42, box.height() * 0.75);
-      painter.drawLine(box.topLeft() + QPointF(box.width() * 0.2, box.height() * 0.5), corner);
-      painter.drawLine(corner, box.topLeft() + QPointF(box.width() * 0.82, box.height() * 0.25));
+    if (element != CE_ShapedFrame || frame == nullptr || frame->frameShape != QFrame::Box) {
+      return QProxyStyle::drawControl(element, option, painter, widget);
     }
-    painter.restore();
-  }
-
-  static void DrawOption(const QStyleOption& option, QPainter& painter) {
-    painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
-    const QRectF circle = Square(option.rect);
-    painter.setPen(QPen(Ink(option), 2));
-    painter.setBrush(Qt::white);
-    painter.drawEllipse(circle);
-    if (option.state.testFlag(State_On)) {
-      painter.setPen(Qt::NoPen);
-      painter.setBrush(Ink(option));
-      painter.drawEllipse(circle.center(), circle.width() * 0.28, circle.width() * 0.28);
-    }
-    painter.restore();
+    const int line = frame->lineWidth;
+    const QRegion edges = QRegion(frame->rect) - frame->rect.adjusted(line, line, -line, -line);
+    for (const QRect& edge : edges) painter->fillRect(edge, kEdge);
   }
 };
+
+// Fusion draws an outline in a darker shade of the window's colour, which the sun washes out.
+QPalette Outlined(QPalette palette) {
+  constexpr int kShade = 140;  // percent, of Fusion
+  palette.setColor(QPalette::Window, kEdge.lighter(kShade));
+  palette.setColor(QPalette::Disabled, QPalette::Window, kFaintEdge.lighter(kShade));
+  return palette;
+}
+
+QPalette OutdoorPalette() {
+  const QColor face = ToQColor(kButtonFace);
+  QPalette palette(Qt::black, face, Qt::white, QColor(0x80, 0x80, 0x80), QColor(0xC0, 0xC0, 0xC0), Qt::black,
+                   Qt::white, Qt::white, face);
+  palette.setColor(QPalette::Highlight, kFocusColor);
+  palette.setColor(QPalette::HighlightedText, Qt::white);
+  palette.setColor(QPalette::ToolTipBase, Qt::white);
+  palette.setColor(QPalette::ToolTipText, Qt::black);
+  const QColor faint(0x66, 0x66, 0x66);
+  for (const QPalette::ColorRole role :
+       {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::PlaceholderText}) {
+    palette.setColor(QPalette::Disabled, role, faint);
+  }
+  palette.setColor(QPalette::Disabled, QPalette::Base, face);
+  return palette;
+}
 
 }  // namespace
 
@@ -149,25 +147,26 @@ QColor ReadableOn(const QColor& background, const QColor& text) {
   return shown;
 }
 
-QPalette OutdoorPalette() {
-  const QColor face = ToQColor(kButtonFace);
-  QPalette palette(Qt::black, face, Qt::white, QColor(0x80, 0x80, 0x80), QColor(0xC0, 0xC0, 0xC0), Qt::black,
-                   Qt::white, Qt::white, face);
-  palette.setColor(QPalette::Highlight, QColor(0x10, 0x4E, 0xB4));
-  palette.setColor(QPalette::HighlightedText, Qt::white);
-  palette.setColor(QPalette::ToolTipBase, Qt::white);
-  palette.setColor(QPalette::ToolTipText, Qt::black);
-  const QColor faint(0x66, 0x66, 0x66);
-  for (const QPalette::ColorRole role :
-       {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::PlaceholderText}) {
-    palette.setColor(QPalette::Disabled, role, faint);
+void DressApplication() {
+  const QPalette palette = OutdoorPalette();
+  QApplication::setStyle(new ConsoleStyle);
+  QApplication::setPalette(palette);
+  for (const char* kind : {"QAbstractButton", "QLineEdit", "QComboBox"}) {
+    QApplication::setPalette(Outlined(palette), kind);
   }
-  palette.setColor(QPalette::Disabled, QPalette::Base, face);
-  return palette;
+  QApplication::setFont(FontOfPixels(16, false));
 }
 
-QStyle* NewConsoleStyle() {
-  return new ConsoleStyle;
+void RingFocus(QWidget& window) {
+  auto* ring = new QFocusFrame(&window);
+  QPalette palette;
+  palette.setColor(QPalette::WindowText, kFocusColor);
+  ring->setPalette(palette);
+  QObject::connect(qApp, &QApplication::focusChanged, ring, [ring, &window](QWidget*, QWidget* now) {
+    const bool ours = now != nullptr && now != &window && now->window() == &window &&
+                      (now->focusPolicy() & Qt::TabFocus) != 0;
+    ring->setWidget(ours ? now : nullptr);
+  });
 }
 
 QString ToQString(const std::string& text) {
@@ -184,44 +183,24 @@ QFont FontOfPixels(double pixels, bool bold, bool fixedWidth) {
   return font;
 }
 
-void DrawEdges(QPainter& painter, const QRect& rect, int width, const QColor& color) {
-  painter.fillRect(rect.left(), rect.top(), rect.width(), width, color);
-  painter.fillRect(rect.left(), rect.bottom() + 1 - width, rect.width(), width, color);
-  painter.fillRect(rect.left(), rect.top(), width, rect.height(), color);
-  painter.fillRect(rect.right() + 1 - width, rect.top(), width, rect.height(), color);
-}
-
 QFont FitFont(QFont font, const QString& text, int width, int minimumPixels) {
-  int full = QFontMetrics(font).horizontalAdvance(text);
+  const auto advance = [&] { return QFontMetrics(font).horizontalAdvance(text); };
+  const int full = advance();
   if (full <= width || full <= 0) return font;
   // Narrower letters first: they read better than small ones.
   font.setStretch(std::max(kLeastStretch, width * 100 / full));
-  full = QFontMetrics(font).horizontalAdvance(text);
-  if (full <= width) return font;
-  int pixels = std::max(minimumPixels, font.pixelSize() * width / full);
-  font.setPixelSize(pixels);
-  while (pixels > minimumPixels && QFontMetrics(font).horizontalAdvance(text) > width) {
-    font.setPixelSize(--pixels);
+  if (const int narrow = advance(); narrow > width) {
+    font.setPixelSize(std::max(minimumPixels, font.pixelSize() * width / narrow));
   }
+  while (font.pixelSize() > minimumPixels && advance() > width) font.setPixelSize(font.pixelSize() - 1);
   return font;
 }
 
-LineFit FitLines(QFont font, const QString& lines, const QSize& room, int minimumPixels) {
-  const qsizetype count = lines.count(QLatin1Char('\n')) + 1;
+QFont FitParagraph(QFont font, const QString& text, const QSize& room, int flags, int minimumPixels) {
   const auto fits = [&] {
-    const QFontMetricsF metrics(font);
-    return metrics.lineSpacing() * static_cast<double>(count) <= room.height() &&
-           metrics.size(0, lines).width() <= room.width();
-  };
-  while (font.pixelSize() > minimumPixels && !fits()) font.setPixelSize(font.pixelSize() - 1);
-  const double share = static_cast<double>(room.height()) / static_cast<double>(count);
-  return {font, std::min(QFontMetricsF(font).lineSpacing(), share)};
-}
-
-QFont FitParagraph(QFont font, const QString& text, const QSize& room, int minimumPixels) {
-  const auto fits = [&] {
-    const QRect within(0, 0, room.width(), QWIDGETSIZE_MAX);
-    return QFontMetrics(font).boundingRect(within, Qt::TextWordWrap, text).height() <= room.height();
+    const QRect endless(0, 0, room.width(), QWIDGETSIZE_MAX);
+    const QSize needed = QFontMetrics(font).boundingRect(endless, flags, text).size();
+    return needed.height() <= room.height() && needed.width() <= room.width();
   };
   while (font.pixelSize() > minimumPixels && !fits()) font.setPixelSize(font.pixelSize() - 1);
   return font;

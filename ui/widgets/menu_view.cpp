@@ -51,10 +51,7 @@ void MenuView::changeEvent(QEvent* event) {
 
 void MenuView::Click(const Control& control) {
   FinishTyping();
-  Event event;
-  event.kind = EventKind::Click;
-  event.target = control.FullName();
-  door_.Enter(event);
+  door_.Enter({.kind = EventKind::Click, .target = control.FullName()});
   Apply();
 }
 
