@@ -100,15 +100,18 @@ void frmLane::JoinRace() {
 }
 
 void frmLane::AdjustTime(std::int32_t by) {
-  const auto move = [by](std::int32_t& time) {
-    if (time != 0) time = AddLong(time, by);  // 0: nothing was entered
-  };
-  move(LastLapTime_);
-  move(TurnTimerEnd_);
-  for (std::int32_t& time : MissedPylonTimes_) move(time);
-  lapLightEnd_ += by;
-  if (by == 0 || log_.EventCount() == 0) return;
+  if (by == 0) return;
+  const auto moved = [by](std::int32_t time) { return time == 0 ? 0 : AddLong(time, by); };  // 0: not entered
+  const std::int32_t lastLap = moved(LastLapTime_);
+  const std::int32_t turnEnd = moved(TurnTimerEnd_);
+  auto missed = MissedPylonTimes_;
+  for (std::int32_t& time : missed) time = moved(time);
   log_.MoveTimes(by);
+  LastLapTime_ = lastLap;
+  TurnTimerEnd_ = turnEnd;
+  MissedPylonTimes_ = missed;
+  lapLightEnd_ += by;
+  if (log_.EventCount() == 0) return;
   for (const LaneEvent& event : log_.Entries()) {
     const int cell = event.Count - 1;
     if (event.Kind == "L" && HasCell(cell)) lblLap[cell].SetCaption(FormatSeconds(event.EventTime));

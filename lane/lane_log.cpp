@@ -100,11 +100,13 @@ void LaneLog::EnterCuts(const CutReport& report) {
 }
 
 void LaneLog::MoveTimes(std::int32_t by) {
+  auto moved = events_;
   for (int i = 0; i < count_; ++i) {
-    LaneEvent& slot = Element(events_, i);
+    LaneEvent& slot = Element(moved, i);
     slot.EventTime = AddLong(slot.EventTime, by);
     if (slot.FirstReported != 0) slot.FirstReported = AddLong(slot.FirstReported, by);
   }
+  events_ = std::move(moved);
 }
 
 void LaneLog::Require(int entries) const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cctype>
 #include <cstdint>
 #include <map>
@@ -24,23 +25,24 @@ struct FakeOwner : LaneOwner {
   std::int32_t raceTime = 0;
   bool clockRunning = true;
   bool failing = false;  // broadcasts raise an error
-  int broadcasts = 0;
-  std::vector<int> orders;
+  std::string calls;     // what the lane has asked for
   DialogAnswer answer;
-  DialogBox asked;
   std::function<void()> whileAsking;
   std::map<std::pair<std::string, std::string>, std::string> values;
 
+  void Call(const std::string& call) {
+    calls += "  calls " + call + "\n";
+    if (failing) throw OverflowError();
+  }
   std::int32_t RaceTime() const override { return raceTime; }
   bool ClockRunning() const override { return clockRunning; }
-  void IssueRaceEvent(bool) override { IssueLapEvent(); }
-  void IssueLapEvent() override {
-    if (failing) throw OverflowError();
-    ++broadcasts;
-  }
-  void SetOrder(int place) override { orders.push_back(place); }
+  void IssueRaceEvent(bool) override { Call("IssueRaceEvent"); }
+  void IssueLapEvent() override { Call("IssueLapEvent"); }
+  void SetOrder(int place) override { Call("SetOrder " + std::to_string(place)); }
+  void TakePlace(int, int place) override { Call("TakePlace " + std::to_string(place)); }
+  void ResultChanged() override { Call("ResultChanged"); }
   DialogAnswer Ask(const DialogBox& box) override {
-    asked = box;
+    Call("Ask " + box.title + ", " + box.text + ", \"" + box.preset + "\"");
     if (whileAsking) whileAsking();
     return answer;
   }
@@ -67,14 +69,10 @@ struct LaneRig {
   frmLane lane{forms, race, owner, 1};
 
   LaneRig() { lane.Form_Load(); }
-  explicit LaneRig(const std::string& script, bool fai = false) : LaneRig() {
-    race.IsFaiMode = fai;
-    Start();
-    Play(script);
-  }
 
   // A race on the way whose race time is the race clock.
   void Start() {
+    race.RaceActive = false;
     lane.InitializeRace(60000);
     race.RaceActive = true;
     race.RaceDone = false;
@@ -92,85 +90,122 @@ struct LaneRig {
     }
   }
 
-  void LapAt(std::int32_t t) {
-    At(t);
-    lane.DoLap(t, 4000);
+  // One step, at the race clock's time: a procedure of the lane, or something that happens to its race. `n`
+  // is its number, `text` what it is about, both as the step needs them.
+  void Do(const std::string& step, int n = 0, const std::string& text = {}) {
+    const std::int32_t now = owner.raceTime;
+    const std::map<std::string, std::function<void()>> steps = {
+        {"L", [&] { lane.DoLap(now, n == 0 ? 4000 : n); }},
+        {"C", [&] { lane.DoCut("1o", n, now); }},
+        {"D", [&] { lane.DoCut("11", n, now); }},
+        {"W", [&] { lane.DoCut("oo", n, now); }},
+        {"code", [&] { lane.DoCut(text, n, now); }},
+        {"T", [&] { lane.DoTurn(4, now, n == 0 ? 80 : n); }},
+        {"lap", [&] { lane.cmdLap.onClick(); }},
+        {"cut", [&] { lane.cmdCut.onClick(); }},
+        {"turn", [&] { lane.cmdTurn.onClick(); }},
+        {"key", [&] { lane.cntrCut(n); }},
+        {"tick", [&] { lane.UpdateLapTime(now); }},
+        {"at", [&] { At(n); }},
+        {"adjust", [&] { lane.AdjustTime(n); }},
+        {"join", [&] { lane.JoinRace(); }},
+        {"start", [&] { Start(); }},
+        {"init", [&] { lane.InitializeRace(n); }},
+        {"active", [&] { race.RaceActive = n != 0; }},
+        {"done", [&] { race.RaceDone = n != 0; }},
+        {"manual", [&] { race.ManualStart = n != 0; }},
+        {"fai", [&] { race.IsFaiMode = n != 0; }},
+        {"clock", [&] { owner.clockRunning = n != 0; }},
+        {"failing", [&] { owner.failing = n != 0; }},
+        {"link", [&] { race.CommActive = n != 0, lane.FollowLink(); }},
+        {"novice", [&] { lane.chkNovice.SetValue(n); }},
+        {"final", [&] { lane.FinalizeRace(), lane.GetFinal(); }},
+        {"order", [&] { lane.LaneOrder(n); }},
+        {"offer", [&] { lane.OfferPlace(n); }},
+        {"place", [&] { lane.cmdOrder.onClick(); }},
+        {"giveup", [&] { lane.GiveUpPlace(); }},
+        {"rank", [&] { lane.Rank(n); }},
+        {"cancel", [&] { owner.answer = {}, lane.lblStatus.onClick(); }},
+        {"status",
+         [&] {
+           owner.answer = {DialogAnswer::Word::Text, text}, lane.lblStatus.onClick();
+         }},
+        {"meanwhile", [&] { owner.whileAsking = [this] { lane.InitializeRace(60000); }; }},
+        {"hover", [&] { lane.lblCut[n].onHover(); }},
+        {"leave", [&] { lane.fraLane.onHover(); }},
+        {"focus", [&] { lane.txtLapTen.onGotFocus(); }},
+        {"parent", [&] { lane.SetFormParent(lane.fraLane); }},
+        {"save", [&] { lane.SaveLane("Race" + std::to_string(n)); }},
+        {"load", [&] { lane.LoadLane("Race" + std::to_string(n)); }},
+        {"set", [&] {
+           const std::size_t key = text.find('/');
+           const std::size_t value = text.find('=');
+           owner.values[{text.substr(0, key), text.substr(key + 1, value - key - 1)}] =
+               text.substr(value + 1);
+         }}};
+    steps.at(step)();
   }
-  void CutAt(std::int32_t t, const std::string& code, int source) {
-    At(t);
-    lane.DoCut(code, source, t);
-  }
-  // "9L C2+3999 T": nine laps, then, 3999 ms later, a cut that station 2 reports, then a turn; 7 s from one
-  // to the next unless it says otherwise. D is a double cut of a station, W withdraws a station's cuts, P is
-  // a cut of the operator. Returns the time of the last.
-  std::int32_t Play(const std::string& script) {
+
+  // "9L C2+3999 set:a/b=c": nine times L, seven seconds after the step before it each; C with the number 2,
+  // 3999 ms after it; set, at once, with a text in which "~" is a blank. Capitals come after seven seconds
+  // unless they say otherwise, the others at once.
+  void Play(const std::string& script) {
     std::istringstream tokens(script);
-    for (std::string text; tokens >> text;) {
-      std::istringstream token(text);
-      const auto number = [&](bool given, int otherwise) {
-        if (given) token >> otherwise;
-        return otherwise;
-      };
-      const int times = number(std::isdigit(token.peek()) != 0, 1);
-      const char kind = static_cast<char>(token.get());
-      const int source = number(std::isdigit(token.peek()) != 0, 0);
-      const int after = number(token.peek() == '+', 7000);
+    for (std::string token; tokens >> token;) {
+      const std::string text = token.find(':') == std::string::npos ? "" : token.substr(token.find(':') + 1);
+      std::istringstream in(token.substr(0, token.find(':')));
+      int times = 1;
+      if (std::isdigit(in.peek()) != 0) in >> times;
+      std::string step;
+      while (std::isalpha(in.peek()) != 0) step += static_cast<char>(in.get());
+      int n = 0;
+      int after = std::isupper(step[0]) != 0 ? 7000 : 0;
+      if (std::isdigit(in.peek()) != 0 || in.peek() == '-') in >> n;
+      if (in.peek() == '+') in >> after;
       for (int i = 0; i < times; ++i) {
-        const std::int32_t now = owner.raceTime + after;
-        if (kind == 'L') LapAt(now);
-        if (kind == 'C') CutAt(now, "1o", source);
-        if (kind == 'D') CutAt(now, "11", source);
-        if (kind == 'W') CutAt(now, "oo", source);
-        At(now);
-        if (kind == 'P') lane.cmdCut_Click();
-        if (kind == 'T') lane.DoTurn(4, now, 80);
+        if (after != 0) At(owner.raceTime + after);
+        std::string blanks = text;
+        std::replace(blanks.begin(), blanks.end(), '~', ' ');
+        Do(step, n, blanks);
       }
     }
-    return owner.raceTime;
-  }
-  // The lane's result at the end of the race.
-  std::int32_t Final() {
-    lane.FinalizeRace();
-    return lane.GetFinal();
   }
 
-  std::string Kinds() const {
-    std::string kinds;
-    for (int i = 0; i < lane.EventCount(); ++i) {
-      kinds += (i > 0 ? " " : "") + lane.Events()[i].Kind + std::to_string(lane.Events()[i].Count);
+  // What is kept of the lane and what its panel shows, by name. `kept`: only what comes back from a file.
+  std::map<std::string, std::string> Look(bool kept = false) const {
+    std::map<std::string, std::string> look;
+    const auto numbers = [](const auto&... each) { return ((std::to_string(each) + " ") + ...); };
+    const auto& cuts = lane.PylonCuts();
+    look["counts"] = numbers(lane.Laps(), lane.LapTarget(), lane.CutCount(), lane.CutsBeforeFinish(),
+                             lane.FinalTime(), cuts[0], cuts[1], cuts[2], cuts[3]);
+    for (int i = 0; i < lane.EventCount(); ++i)
+      look["log " + std::to_string(i)] = EventText(lane.Events()[i]);
+    for (const Control& c : lane.Controls()) {
+      const bool mark = c.Name().starts_with("lblCut") && c.Visible();
+      if (kept && !mark && c.Name() != "lblStatus" && !c.Name().starts_with("lblLap")) continue;
+      std::string& text = look[c.Name()];
+      text = "\"" + c.Caption() + c.Text() + "\" " + c.Tag();
+      if (c.Anchor() != nullptr) text += " at " + c.Anchor()->Name();
+      if (kept && !mark) continue;
+      if (c.ForeColor() != kButtonText) text += " " + c.ForeColor().Name();
+      text += " on " + c.BackColor().Name() + (c.Visible() ? "" : ", hidden") + (c.Enabled() ? "" : ", off") +
+              (c.Interval() == 0 ? "" : " " + std::to_string(c.Interval()));
     }
-    return kinds;
-  }
-  std::string Cell(int i) const { return lane.lblLap[i].Visible() ? lane.lblLap[i].Caption() : "hidden"; }
-  // Laps and light, as a frame of ours would say.
-  std::pair<int, int> Info() const {
-    std::uint8_t laps = 99;
-    std::uint8_t lit = 99;
-    std::array<std::int16_t, 4> cuts = {};
-    lane.GetInfo(laps, lit, cuts);
-    return {laps, lit};
+    if (kept) return look;
+    std::array<std::uint8_t, 2> info = {};
+    std::array<std::int16_t, 4> tally = {};
+    lane.GetInfo(info[0], info[1], tally);
+    int lapFrom = 0;  // that a station must have counted
+    while (lapFrom < 255 && !lane.CanDoLap(static_cast<std::uint8_t>(lapFrom))) ++lapFrom;
+    look["radio"] = numbers(info[0], info[1]) + "laps from " + std::to_string(lapFrom) +
+                    (lane.CanDoTurn() ? ", turns" : "") + (lane.IsFinished() ? ", finished" : "");
+    const auto& missed = lane.MissedPylonTimes();
+    look["variables"] = numbers(lane.TimeBase(), lane.LastLapTime(), lane.MissedPylon(), missed[0], missed[1],
+                                missed[2], lane.Turns(), lane.TurnTimerEnd()) +
+                        (lane.NeedsCutDisplay() ? "cuts to display " : "") + lane.Status() + "/" +
+                        lane.Position() + " " + std::to_string(lane.PlaceByHand());
+    return look;
   }
 };
-
-// A lane as it is kept and as its panel shows it, one item an entry. `plain`: of the cells only their texts.
-inline std::vector<std::string> Shown(const frmLane& lane, bool plain = false) {
-  std::vector<std::string> shown = {lane.lblStatus.Caption() + "/" + lane.lblStatus.Tag()};
-  for (int i = 0; i < lane.EventCount(); ++i) shown.push_back(EventText(lane.Events()[i]));
-  for (const int n : lane.PylonCuts()) shown.push_back(std::to_string(n));
-  for (const int n : {lane.FinalTime(), std::int32_t{lane.Laps()}, std::int32_t{lane.LapTarget()},
-                      std::int32_t{lane.CutCount()}, std::int32_t{lane.CutsBeforeFinish()}}) {
-    shown.push_back(std::to_string(n));
-  }
-  for (const Control* cell : lane.lblLap) shown.push_back(cell->Caption());
-  for (const Control& control : lane.Controls()) {
-    const bool mark = control.Name().starts_with("lblCut");
-    const bool off = control.Kind() == ControlKind::Timer ? !control.Enabled() : !control.Visible();
-    if (off || (plain && !mark)) continue;
-    shown.push_back(control.Name() + " " + control.Caption() + control.Text() + " " +
-                    control.BackColor().Name() + (control.ForeColor() == kRed ? " red " : " ") +
-                    (mark ? control.Tag() + " " + control.Anchor()->Name() : ""));
-  }
-  return shown;
-}
 
 }  // namespace quorvane

@@ -1,0 +1,56 @@
+// Lanes that are flown, judged, saved and loaded step by step, and what is kept and shown after each.
+
+#include <gtest/gtest.h>
+
+#include <optional>
+
+#include "tests/lane/lane_fixture.h"
+#include "tests/support/golden.h"
+
+namespace quorvane {
+namespace {
+
+// What a line of steps has changed, one item a line.
+std::string Played(LaneRig& rig, const std::string& steps) {
+  const auto before = rig.Look();
+  std::string told;
+  try {
+    rig.Play(steps);
+  } catch (const RunTimeError& error) {
+    told = std::string("  refused: ") + error.what() + "\n";
+  }
+  told += std::exchange(rig.owner.calls, {});
+  const auto after = rig.Look();
+  for (const auto& [name, text] : after) {
+    const auto was = before.find(name);
+    if (was == before.end() || was->second != text) told += "  " + name + ": " + text + "\n";
+  }
+  for (const auto& [name, text] : before) {
+    if (!after.contains(name)) told += "  " + name + " is gone\n";
+  }
+  return told;
+}
+
+// In the script "#" begins a new lane, ">" a line of steps; the lines below it say what they have changed.
+class LaneScripts : public testing::TestWithParam<const char*> {};
+
+TEST_P(LaneScripts, DoWhatTheySay) {
+  const std::string file = std::string(QUORVANE_TEST_DATA) + "/lane/" + GetParam() + ".txt";
+  std::istringstream script(FileBytes(file));
+  std::optional<LaneRig> rig;
+  std::string now;
+  for (std::string line; std::getline(script, line);) {
+    if (line.starts_with('#')) rig.emplace();
+    if (line.starts_with('#') || line.empty()) now += line + "\n";
+    if (line.starts_with("> ")) now += line + "\n" + Played(*rig, line.substr(2));
+    if (line == "> save1") {
+      for (const auto& [key, value] : rig->owner.values) now += "  " + key.second + "=" + value + "\n";
+    }
+  }
+  ExpectGolden(file, now);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, LaneScripts, testing::Values("laps", "cuts", "finish", "records"));
+
+}  // namespace
+}  // namespace quorvane
