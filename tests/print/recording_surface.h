@@ -1,5 +1,7 @@
 #pragma once
 
+#include <algorithm>
+#include <cmath>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -17,12 +19,10 @@ class RecordingSurface : public Surface {
     Box ink;  // what the text covers
     Font font;
   };
-  struct Stroke {
-    double fromX, fromY, toX, toY;
-  };
   struct Area {
     Box box;
-    std::optional<Color> fill;
+    double line;
+    std::optional<Color> fill = {};
   };
 
   explicit RecordingSurface(Box page, double characterWidth = 0.55, double lineHeight = 1.2)
@@ -32,9 +32,9 @@ class RecordingSurface : public Surface {
 
   double TextWidth(std::string_view text, Font font) const override {
     ++measured;
-    std::size_t characters = 0;
-    for (const char c : text) characters += (static_cast<unsigned char>(c) & 0xC0U) != 0x80U ? 1 : 0;
-    return static_cast<double>(characters) * font.size * characterWidth_ * (font.bold ? 1.1 : 1.0);
+    const auto more = std::ranges::count_if(text, [](char c) { return (c & 0xC0) == 0x80; });
+    return static_cast<double>(std::ssize(text) - more) * font.size * characterWidth_ *
+           (font.bold ? 1.1 : 1.0);
   }
   double LineHeight(Font font) const override { return font.size * lineHeight_; }
 
@@ -46,25 +46,17 @@ class RecordingSurface : public Surface {
     words.push_back(
         {std::string(text), {box.left + shift, box.top + (box.height - height) / 2, width, height}, font});
   }
-  void Line(double fromX, double fromY, double toX, double toY, double) override {
-    lines.push_back({fromX, fromY, toX, toY});
+  void Line(double fromX, double fromY, double toX, double toY, double thickness) override {
+    lines.push_back(
+        {{std::min(fromX, toX), std::min(fromY, toY), std::abs(toX - fromX), std::abs(toY - fromY)},
+         thickness});
   }
-  void Rectangle(const Box& box, std::optional<Color> fill, double) override { areas.push_back({box, fill}); }
-
-  const Words* Find(std::string_view text) const {
-    for (const Words& word : words) {
-      if (word.text == text) return &word;
-    }
-    return nullptr;
-  }
-  int Count(std::string_view text) const {
-    int count = 0;
-    for (const Words& word : words) count += word.text == text ? 1 : 0;
-    return count;
+  void Rectangle(const Box& box, std::optional<Color> fill, double outline) override {
+    areas.push_back({box, outline, fill});
   }
 
   std::vector<Words> words;
-  std::vector<Stroke> lines;
+  std::vector<Area> lines;
   std::vector<Area> areas;
   mutable long measured = 0;
 
