@@ -40,7 +40,7 @@ std::uint8_t LightLeft(std::int64_t ends_us, std::int64_t now_us) {
 }  // namespace
 
 Field::Field(const FieldOptions& options) : options_(options), line_(options.line, options.seed + 1) {
-  plan_ = PlanHeat(options_.seed, 1, options_.mode == 0 ? 1 : options_.mode, options_.quick);
+  MakePlan();
   if (options_.controlled) {
     options_.count = true;  // the console's frames count from the beginning of the count, flown or not
     options_.hold = false;
@@ -95,14 +95,10 @@ void Field::Answer(std::uint8_t station, std::int64_t us) {
 }
 
 void Field::Follow(const Frame& frame, std::int64_t us) {
-  std::uint8_t listening = 0;
-  for (std::uint8_t i = 0; i < kAddresses; ++i) {
-    if (IsStation(i) && OnAir(i, us)) listening |= static_cast<std::uint8_t>(1 << i);
-  }
-  follower_.Hear(frame, us / kMs, listening);
-  for (HeatResult& heat : follower_.TakeRaces()) {
-    Conclude(heat);
-    if (heat.heat == options_.heats) EndSoon(us);
+  const auto hears = [&](std::uint8_t station) { return IsStation(station) && OnAir(station, us); };
+  if (auto race = follower_.Hear(frame, us / kMs, hears)) {
+    Conclude(*race);
+    if (race->heat == options_.heats) EndSoon(us);
   }
   if (OnAir(kStarter, us)) return;  // which is who the stations believe
   phase_ = follower_.race().running ? Phase::kRunning : Phase::kIdle;
@@ -118,8 +114,8 @@ ConsoleHeard Field::Heard() const {
 }
 
 bool Field::OnAir(std::uint8_t station, std::int64_t us) const {
-  return std::none_of(options_.silent.begin(), options_.silent.end(), [&](const Silence& silence) {
-    return silence.station == station && us / kMs >= silence.from_ms && us / kMs < silence.to_ms;
+  return std::ranges::none_of(options_.silent, [&](const Silence& off) {
+    return off.station == station && us / kMs >= off.from_ms && us / kMs < off.to_ms;
   });
 }
 

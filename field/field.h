@@ -119,6 +119,7 @@ class Field {
   void NoteCutsOnAir(std::int64_t end_us);
 
   // The course of a heat (heat.cpp).
+  void MakePlan();
   void PrepareHeat();
   void StartRace();
   void ScheduleFlights();

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <utility>
 
 #include "field/plan.h"
 
@@ -42,18 +41,19 @@ std::size_t CutsAt(std::uint8_t cuts, int pylon) {
 
 }  // namespace
 
-void Follower::Hear(const Frame& frame, std::int64_t ms, std::uint8_t listening) {
+std::optional<HeatResult> Follower::Hear(const Frame& frame, std::int64_t ms,
+                                         const std::function<bool(std::uint8_t)>& hears) {
   const Report report = Decode(frame);
-  if (report.from != kStarter && report.from != kTimers) return;
+  if (report.from != kStarter && report.from != kTimers) return {};
   ++heard_.frames;
   heard_.last_ms = ms;
   if (!heard_.first_ms) heard_.first_ms = ms;
   const bool known = IsRaceEvent(report) || IsLapEvent(report);
   if (!known || Encode(report) != frame) ++heard_.odd;
-  if (!known) return;
+  if (!known) return {};
 
-  for (std::size_t i = 0; i < kAddresses; ++i) {
-    if ((listening >> i & 1) != 0) Learn(heard_.stations[i], report);
+  for (std::uint8_t i = 0; i < kAddresses; ++i) {
+    if (hears(i)) Learn(heard_.stations[i], report);
   }
   const bool was_running = all_.race.running;
   Learn(all_, report);
@@ -64,12 +64,9 @@ void Follower::Hear(const Frame& frame, std::int64_t ms, std::uint8_t listening)
     NoteCuts();
   } else if (was_running) {
     race_.followed->to = ms;
-    ended_.push_back(race_);
+    return race_;
   }
-}
-
-std::vector<HeatResult> Follower::TakeRaces() {
-  return std::exchange(ended_, {});
+  return {};
 }
 
 void Follower::Begin(std::int64_t ms) {

@@ -1,7 +1,8 @@
 #pragma once
 
 #include <cstdint>
-#include <vector>
+#include <functional>
+#include <optional>
 
 #include "field/frame.h"
 #include "field/result.h"
@@ -14,14 +15,13 @@ namespace quorvane::field {
 // not. Laps and cuts get the race clock of the frame that brought them; withdrawn ones are forgotten.
 class Follower {
  public:
-  // A good frame, heard at `ms` by the stations whose bits are set in `listening`.
-  void Hear(const Frame& frame, std::int64_t ms, std::uint8_t listening);
+  // A good frame at `ms`; `hears` tells of a station whether it is listening. Returns the race that the frame
+  // has ended, numbered from 1, without finals and places.
+  std::optional<HeatResult> Hear(const Frame& frame, std::int64_t ms,
+                                 const std::function<bool(std::uint8_t)>& hears);
 
   // What the frames say up to now, whoever was listening.
   const Report& race() const { return all_.race; }
-
-  // Races that ended since the last call, numbered from 1, without finals and places.
-  std::vector<HeatResult> TakeRaces();
 
   const ConsoleHeard& heard() const { return heard_; }
 
@@ -35,7 +35,6 @@ class Follower {
   StationView all_;
   ConsoleHeard heard_;
   HeatResult race_;  // the one in hand
-  std::vector<HeatResult> ended_;
 };
 
 }  // namespace quorvane::field

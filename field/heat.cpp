@@ -21,19 +21,16 @@ constexpr int kStopMargin = 1'500;      // ms
 
 }  // namespace
 
+void Field::MakePlan() {
+  const int mode = options_.mode == 0 ? (result_.heat - 1) % 6 + 1 : options_.mode;
+  plan_ = PlanHeat(options_.seed, result_.heat, mode, options_.quick);
+}
+
 void Field::PrepareHeat() {
-  const int heat = result_.heat;
   lanes_ = {};
-  result_ = {};
-  result_.heat = heat;
-  result_.mode = plan_.mode;
-  result_.count = options_.count;
-  for (std::size_t i = 0; i < kLanes; ++i) {
-    if (!plan_.lanes[i].flies) continue;
-    LaneResult lane;
-    lane.lane = static_cast<int>(i) + 1;
-    lane.target = plan_.lanes[i].target;
-    result_.lanes.push_back(lane);
+  result_ = {.heat = result_.heat, .mode = plan_.mode, .count = options_.count};
+  for (int lane = 1; lane <= static_cast<int>(FlyingLanes(plan_.mode)); ++lane) {
+    result_.lanes.push_back({.lane = lane});
   }
   At(now_us_ + (options_.quick ? 3'000 : 4'000) * kMs, [this] { StartRace(); });
 }
@@ -121,9 +118,8 @@ void Field::EndHeat() {
   Conclude(result_);
   if (options_.heats != 0 && result_.heat >= options_.heats) return EndSoon(now_us_);
   ++result_.heat;
-  const int mode = options_.mode == 0 ? (result_.heat - 1) % 6 + 1 : options_.mode;
-  plan_ = PlanHeat(options_.seed, result_.heat, mode, options_.quick);
-  At(now_us_, [this] { PrepareHeat(); });
+  MakePlan();
+  PrepareHeat();
 }
 
 void Field::Conclude(HeatResult& result) {

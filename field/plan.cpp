@@ -116,7 +116,6 @@ bool LanePlan::Finishes() const {
 HeatPlan PlanHeat(std::uint32_t seed, int heat, int mode, bool quick) {
   std::mt19937 random(seed * 2654435761U + static_cast<std::uint32_t>(heat) * 40503U);
   HeatPlan plan;
-  plan.heat = heat;
   plan.mode = mode;
   const int flying = static_cast<int>(FlyingLanes(mode));
   const int sure = Draw(random, flying);

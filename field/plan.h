@@ -34,7 +34,6 @@ struct LanePlan {
 };
 
 struct HeatPlan {
-  int heat = 1;
   int mode = 2;  // 1..6
   std::array<LanePlan, kLanes> lanes;
 };

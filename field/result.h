@@ -28,15 +28,15 @@ struct CutResult {
 struct LaneResult {
   int lane = 1;  // 1..4
   int target = 10;
-  std::vector<int> flown;
-  std::vector<int> expected;
-  std::vector<CutResult> cuts;
-  std::vector<int> turns;  // as flown
+  std::vector<int> flown = {};
+  std::vector<int> expected = {};
+  std::vector<CutResult> cuts = {};
+  std::vector<int> turns = {};  // as flown
   int final_time = kNoResult;
-  std::string place;  // "First" to "Fourth", empty without a result
+  std::string place = {};  // "First" to "Fourth", empty without a result
 
   // Of a race that the console runs: the lane's light in the report of each lap, and its cut byte at the end.
-  std::vector<int> lights;
+  std::vector<int> lights = {};
   std::uint8_t cut_bits = 0;
 };
 
@@ -51,10 +51,10 @@ struct HeatResult {
   int heat = 1;
   int mode = 2;
   bool count = true;
-  std::vector<LaneResult> lanes;  // those that fly
-  LineCounters line;              // since the heat before, or since the beginning
+  std::vector<LaneResult> lanes = {};  // those that fly
+  LineCounters line = {};              // since the heat before, or since the beginning
   std::int64_t polls = 0;
-  std::optional<FollowedRace> followed;  // the laps and cuts are then those that were seen
+  std::optional<FollowedRace> followed = {};  // the laps and cuts are then those that were seen
 };
 
 // What a station knows of the race from the frames of the console that controls it.

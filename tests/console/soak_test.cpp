@@ -60,11 +60,10 @@ class Soak {
   void Count(std::uint8_t byte) {
     ++bytes_;
     plain_.Byte(byte);
-    for (const std::string& found : plain_.Found()) {
+    for (const std::string& found : plain_.TakeFound()) {
       good_ += found.starts_with("good");
       damaged_ += found.starts_with("damaged");
     }
-    plain_.Forget();
   }
 
   // Every lap is reported until the next one, or for seconds after the last: none may be lost, none invented.

@@ -14,17 +14,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::vector<std::uint8_t> ReadFrom(int file, std::size_t wanted) {
-  std::vector<std::uint8_t> bytes;
-  pollfd state{file, POLLIN, 0};
-  while (bytes.size() < wanted && poll(&state, 1, 2000) > 0) {
-    std::uint8_t byte = 0;
-    if (read(file, &byte, 1) != 1) break;
-    bytes.push_back(byte);
-  }
-  return bytes;
-}
-
 TEST(FieldTerminal, CarriesBytesThroughItsLinkAndSurvivesReopening) {
   std::vector<std::uint8_t> all(256);  // every value, so that anything but raw mode shows
   std::iota(all.begin(), all.end(), std::uint8_t{0});
@@ -41,7 +30,12 @@ TEST(FieldTerminal, CarriesBytesThroughItsLinkAndSurvivesReopening) {
     ASSERT_GE(console, 0);
     EXPECT_TRUE(terminal->Connected());
     terminal->Write(all);
-    EXPECT_EQ(ReadFrom(console, 256), all);
+    pollfd state{console, POLLIN, 0};
+    for (const std::uint8_t expected : all) {
+      std::uint8_t byte = 0;
+      ASSERT_TRUE(poll(&state, 1, 2000) > 0 && read(console, &byte, 1) == 1);
+      ASSERT_EQ(byte, expected);
+    }
     EXPECT_EQ(write(console, all.data(), 256), 256);
     terminal->Wait(1000);
     EXPECT_EQ(terminal->Read(), all);

@@ -53,8 +53,7 @@ TEST(FrameReceiver, FindsAndLosesFramesLikeThis) {
   const auto text = [](const std::string& what, const Bytes& frame) {
     std::uint8_t check = 0;
     for (std::size_t i = 3; i < 36; ++i) check ^= frame[i];
-    const std::string said = what + " " + NaiveReceiver::Hex(frame.data(), 36);
-    return what == "good" ? said : said + " " + NaiveReceiver::Hex(&check, 1);
+    return what + " " + HexText(frame) + (what == "good" ? "" : fmt::format(" {:02X}", check));
   };
   const struct {
     const char* what;

@@ -11,9 +11,6 @@ namespace {
 
 using Kind = SerialDeviceKind;
 
-SerialDevice BuiltIn(const std::string& path) {
-  return {path, Kind::BuiltIn, path};
-}
 SerialDevice Usb(const std::string& identity, const std::string& path = "") {
   return {identity, Kind::Usb, path.empty() ? "/dev/" + identity : path};
 }
@@ -29,9 +26,9 @@ std::string Assigned(const PortAssignments& saved, const std::vector<SerialDevic
 TEST(PortNumbers, NewDevicesAreNumberedByKindAndNameWhateverTheirOrder) {
   std::vector<SerialDevice> devices = {{"pts", Kind::CommandLine, "/dev/pts/4"},
                                        Usb("ftdi-B"),
-                                       BuiltIn("ttyS10"),
+                                       {"ttyS10", Kind::BuiltIn, "ttyS10"},
                                        Usb("ftdi-A"),
-                                       BuiltIn("ttyS2")};
+                                       {"ttyS2", Kind::BuiltIn, "ttyS2"}};
   for (int i = 0; i < 5; ++i) {
     std::rotate(devices.begin(), devices.begin() + 2, devices.end());
     EXPECT_EQ(Assigned({}, devices), "1=ttyS2 2=ttyS10 3=ftdi-A 4=ftdi-B 5=pts ");
@@ -39,7 +36,8 @@ TEST(PortNumbers, NewDevicesAreNumberedByKindAndNameWhateverTheirOrder) {
 }
 
 TEST(PortNumbers, NumbersAreKeptAndGivenOnce) {
-  EXPECT_EQ(Assigned({{2, "ttyS0"}, {5, "modem"}, {1, "gone"}}, {Usb("new"), Usb("modem"), BuiltIn("ttyS0")}),
+  EXPECT_EQ(Assigned({{2, "ttyS0"}, {5, "modem"}, {1, "gone"}},
+                     {Usb("new"), Usb("modem"), {"ttyS0", Kind::BuiltIn, "ttyS0"}}),
             "2=ttyS0 3=new 5=modem ");
   // Listed twice: by the command line too. Twins without a serial number are told apart by path.
   EXPECT_EQ(Assigned({}, {{"/dev/ttyUSB0", Kind::CommandLine, "/dev/ttyUSB0"}, Usb("modem", "/dev/ttyUSB0")}),
