@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <bitset>
 #include <cstdint>
 #include <string>
 
@@ -15,6 +16,8 @@ inline constexpr std::array<std::uint8_t, 4> LaneBitPair = {3, 12, 48, 192};
 
 // Eight characters, bit 128 first: "1" for a set bit, the letter "o" for a clear one, which nobody mistakes
 // for "8".
-std::string BitString(std::uint8_t byte);
+inline std::string BitString(std::uint8_t byte) {
+  return std::bitset<8>(byte).to_string('o', '1');
+}
 
 }  // namespace quorvane

@@ -51,7 +51,7 @@ To RoundTo(double value) {
   return Narrow<To>(static_cast<std::int64_t>(rounded));
 }
 
-// element(container, i): a subscript out of range is an error.
+// Element(container, i): a subscript out of range is an error.
 template <typename Container>
 decltype(auto) Element(Container& container, std::int64_t index) {
   if (index < 0 || index >= static_cast<std::int64_t>(std::size(container))) throw SubscriptError();

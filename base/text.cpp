@@ -1,5 +1,9 @@
 #include "base/text.h"
 
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <cstdlib>
@@ -9,56 +13,59 @@
 namespace quorvane {
 namespace {
 
-bool IsDigit(char c) {
-  return c >= '0' && c <= '9';
+constexpr char LowerCase(char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
-std::size_t SkipDigits(std::string_view text, std::size_t at) {
-  while (at < text.size() && IsDigit(text[at])) ++at;
-  return at;
-}
-
-// The length of the number that starts at the beginning of the text, 0 when there is none.
-std::size_t NumberLength(std::string_view text) {
-  const std::size_t sign = !text.empty() && (text[0] == '+' || text[0] == '-') ? 1 : 0;
-  std::size_t end = SkipDigits(text, sign);
-  std::size_t digits = end - sign;
-  if (end < text.size() && text[end] == '.') {
-    const std::size_t fraction = SkipDigits(text, end + 1);
-    digits += fraction - end - 1;
-    end = fraction;
+// The number of bytes of the well-formed UTF-8 character at the start of `text`, 0 if there is none.
+// Surrogates, overlong forms and values above U+10FFFF are not well formed.
+std::size_t CharacterLength(std::string_view text) {
+  const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
+  const unsigned lead = byte(0);
+  if (lead < 0x80) return 1;
+  const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
+  if (lead < 0xC2 || lead > 0xF4 || text.size() < length) return 0;
+  for (std::size_t i = 1; i < length; ++i) {
+    if ((byte(i) & 0xC0) != 0x80) return 0;
   }
-  if (digits == 0) return 0;
-  if (end < text.size() && (text[end] == 'e' || text[end] == 'E')) {
-    std::size_t exponent = end + 1;
-    if (exponent < text.size() && (text[exponent] == '+' || text[exponent] == '-')) ++exponent;
-    const std::size_t exponentEnd = SkipDigits(text, exponent);
-    if (exponentEnd > exponent) end = exponentEnd;
-  }
-  return end;
+  const unsigned second = byte(1);
+  const bool bad = (lead == 0xE0 && second < 0xA0) || (lead == 0xED && second > 0x9F) ||
+                   (lead == 0xF0 && second < 0x90) || (lead == 0xF4 && second > 0x8F);
+  return bad ? 0 : length;
 }
 
-char HexDigit(unsigned value) {
-  return "0123456789ABCDEF"[value & 15U];
+bool IsUtf8(std::string_view text) {
+  while (!text.empty()) {
+    const std::size_t length = CharacterLength(text);
+    if (length == 0) return false;
+    text.remove_prefix(length);
+  }
+  return true;
 }
+
+// Windows-1252 differs from Latin-1 in 0x80..0x9F only; its five unused places stand for the control
+// characters.
+constexpr std::array<char16_t, 32> kWindows1252 = {
+    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
 }  // namespace
 
 double LeadingNumber(std::string_view text) {
-  const std::size_t start = text.find_first_not_of(" \t");
-  if (start == std::string_view::npos) return 0.0;
-  text.remove_prefix(start);
-  text = text.substr(0, NumberLength(text));
-  if (!text.empty() && text.front() == '+') text.remove_prefix(1);
-  if (text.empty()) return 0.0;
+  text.remove_prefix(std::min(text.find_first_not_of(" \t"), text.size()));
+  const bool negative = text.starts_with('-');
+  if (negative || text.starts_with('+')) text.remove_prefix(1);
+  // from_chars would also take "inf", "nan" and a second sign.
+  if (text.empty() || (text[0] != '.' && (text[0] < '0' || text[0] > '9'))) return 0.0;
   double value = 0.0;
-  const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
-  if (result.ec == std::errc::result_out_of_range) {
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (error == std::errc::result_out_of_range) {
     // Too small reads as 0, too large as a number that fits no whole-number type.
-    const bool tiny = text.find('-', 1) != std::string_view::npos;
-    return tiny ? 0.0 : std::copysign(HUGE_VAL, text.front() == '-' ? -1.0 : 1.0);
+    const bool tiny = std::find(text.data(), end, '-') != end;
+    value = tiny ? 0.0 : HUGE_VAL;
   }
-  return value;
+  return negative ? -value : value;
 }
 
 std::int16_t LeadingInteger(std::string_view text) {
@@ -71,26 +78,20 @@ std::int32_t LeadingLong(std::string_view text) {
 std::string FormatRatio(std::int64_t numerator, std::int64_t denominator, int decimals) {
   std::int64_t scale = 1;
   for (int i = 0; i < decimals; ++i) scale *= 10;
-  const bool negative = numerator < 0;
-  const std::int64_t magnitude = negative ? -numerator : numerator;
-  const std::int64_t whole = magnitude / denominator;
+  const std::int64_t magnitude = std::abs(numerator);
   const std::int64_t rest = (magnitude % denominator * scale * 2 + denominator) / (denominator * 2);
-  const std::int64_t scaled = whole * scale + rest;
-  std::string text = std::to_string(scaled / scale);
-  if (decimals > 0) {
-    std::string fraction = std::to_string(scaled % scale);
-    fraction.insert(0, static_cast<std::size_t>(decimals) - fraction.size(), '0');
-    text += "." + fraction;
-  }
-  return negative && scaled != 0 ? "-" + text : text;
+  const std::int64_t scaled = magnitude / denominator * scale + rest;
+  const char* sign = numerator < 0 && scaled != 0 ? "-" : "";
+  if (decimals == 0) return fmt::format("{}{}", sign, scaled);
+  return fmt::format("{}{}.{:0{}}", sign, scaled / scale, scaled % scale, decimals);
 }
 
 std::string Hex(std::uint8_t value) {
-  return value < 16 ? std::string(1, HexDigit(value)) : std::string{HexDigit(value / 16U), HexDigit(value)};
+  return fmt::format("{:X}", value);
 }
 
 std::string Hex2(std::uint8_t value) {
-  return (value < 16 ? "0" : "") + Hex(value);
+  return fmt::format("{:02X}", value);
 }
 
 std::vector<std::string> Split(std::string_view text, char separator) {
@@ -105,12 +106,12 @@ std::vector<std::string> Split(std::string_view text, char separator) {
 }
 
 std::string Join(const std::vector<std::string>& fields, char separator) {
-  std::string text;
-  for (std::size_t i = 0; i < fields.size(); ++i) {
-    if (i > 0) text += separator;
-    text += fields[i];
-  }
-  return text;
+  return fmt::format("{}", fmt::join(fields, std::string_view(&separator, 1)));
+}
+
+std::string_view Trimmed(std::string_view text, std::string_view blanks) {
+  text.remove_prefix(std::min(text.find_first_not_of(blanks), text.size()));
+  return text.substr(0, text.find_last_not_of(blanks) + 1);
 }
 
 std::string Replaced(std::string_view text, std::string_view from, std::string_view to) {
@@ -123,33 +124,62 @@ std::string Replaced(std::string_view text, std::string_view from, std::string_v
   return result.append(text.substr(done));
 }
 
+std::string LowerCase(std::string_view text) {
+  std::string lower(text);
+  for (char& c : lower) c = LowerCase(c);
+  return lower;
+}
+
 bool EqualsIgnoringCase(std::string_view a, std::string_view b) {
-  const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; };
-  if (a.size() != b.size()) return false;
-  for (std::size_t i = 0; i < a.size(); ++i) {
-    if (lower(a[i]) != lower(b[i])) return false;
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                    [](char c, char d) { return LowerCase(c) == LowerCase(d); });
+}
+
+void AppendUtf8(std::string& text, char32_t code) {
+  const auto byte = [&](char32_t value) { text += static_cast<char>(value & 0xFFU); };
+  if (code < 0x80) return byte(code);
+  const int more = code < 0x800 ? 1 : code < 0x10000 ? 2 : 3;  // bytes after the first
+  byte(0xFF00U >> (more + 1) | code >> 6 * more);              // begins with a one for each byte
+  for (int i = more - 1; i >= 0; --i) byte(0x80U | (code >> 6 * i & 0x3FU));
+}
+
+std::string TextFromBytes(std::string_view bytes) {
+  if (IsUtf8(bytes)) return std::string(bytes);
+  std::string text;
+  for (const char c : bytes) {
+    const auto byte = static_cast<unsigned char>(c);
+    AppendUtf8(text, byte >= 0x80 && byte <= 0x9F ? kWindows1252[byte - 0x80] : byte);
   }
-  return true;
+  return text;
+}
+
+std::string_view FirstCharacters(std::string_view text, std::size_t count) {
+  std::size_t end = 0;
+  for (; end < text.size() && count > 0; --count) {
+    end += std::max<std::size_t>(CharacterLength(text.substr(end)), 1);
+  }
+  return text.substr(0, end);
 }
 
 std::filesystem::path PathOf(std::string_view utf8) {
   return std::u8string(utf8.begin(), utf8.end());
 }
 
-std::string JsonString(std::string_view text) {
+std::string Utf8Of(const std::filesystem::path& path) {
+  const std::u8string text = path.u8string();
+  return {text.begin(), text.end()};
+}
+
+std::string JsonString(std::string_view text, bool asAscii) {
+  constexpr std::string_view kMarked = "\"\\\n\r\t";
+  constexpr std::string_view kMarks = "\"\\nrt";
   std::string json = "\"";
   for (const char c : text) {
     const auto code = static_cast<unsigned char>(c);
-    if (c == '"' || c == '\\') {
+    if (const std::size_t at = kMarked.find(c); at != std::string_view::npos) {
       json += '\\';
-      json += c;
-    } else if (c == '\n') {
-      json += "\\n";
-    } else if (c == '\r') {
-      json += "\\r";
-    } else if (c == '\t') {
-      json += "\\t";
-    } else if (code < 0x20) {
+      json += kMarks[at];
+    } else if (code < 0x20 || (asAscii && code > 126)) {
       json += "\\u00" + Hex2(code);
     } else {
       json += c;

@@ -30,15 +30,33 @@ std::string Hex(std::uint8_t value);
 std::vector<std::string> Split(std::string_view text, char separator);
 std::string Join(const std::vector<std::string>& fields, char separator);
 
+// Without the characters `blanks` at both ends.
+std::string_view Trimmed(std::string_view text, std::string_view blanks = " \t");
+
 // Every `from` (not empty) as `to`.
 std::string Replaced(std::string_view text, std::string_view from, std::string_view to);
 
+// Letter case is that of the ASCII letters only.
+std::string LowerCase(std::string_view text);
 bool EqualsIgnoringCase(std::string_view a, std::string_view b);
+
+inline constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
+void AppendUtf8(std::string& text, char32_t code);
+
+// The text of a file's bytes, as UTF-8. Bytes that are not UTF-8 are taken as Windows-1252, the code page of
+// the programs that wrote such files before.
+std::string TextFromBytes(std::string_view bytes);
+
+// The first `count` characters (code points) of a UTF-8 text.
+std::string_view FirstCharacters(std::string_view text, std::size_t count);
 
 // A path whose name is given in UTF-8, as everywhere in the program.
 std::filesystem::path PathOf(std::string_view utf8);
+std::string Utf8Of(const std::filesystem::path& path);
 
-// JSON: a string with its quotes.
-std::string JsonString(std::string_view text);
+// JSON: a string with its quotes. By hand, because the journal carries texts of any bytes, which a library
+// refuses unless they are UTF-8. `asAscii`: every byte above 126 is written as the character of its number.
+std::string JsonString(std::string_view text, bool asAscii = false);
 
 }  // namespace quorvane
