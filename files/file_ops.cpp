@@ -1,8 +1,24 @@
 #include "files/file_ops.h"
 
-namespace quorvane {
+#include <atomic>
+#include <csignal>
+#include <filesystem>
 
+#ifdef _WIN32
+#include <process.h>
+#else
+#include <unistd.h>
+#endif
+
+#include "base/text.h"
+
+namespace quorvane {
 namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view kTempEnding = ".tmp";
+constexpr int kMostLinks = 40;
 
 // Everything up to and including the rename; the caller removes the temporary file if this fails.
 std::error_code PutInPlace(FileOps& files, const std::string& target, std::string_view bytes, TempFile& temp,
@@ -28,6 +44,61 @@ std::error_code PutInPlace(FileOps& files, const std::string& target, std::strin
 
 }  // namespace
 
+std::error_code FileOps::Resolve(const std::string& path, std::string& target) {
+  target = path;
+  if (path.empty() || path.find('\0') != std::string::npos) {
+    return std::make_error_code(std::errc::invalid_argument);
+  }
+  for (int links = 0; links < kMostLinks; ++links) {
+    std::error_code error;
+    const fs::path link = fs::read_symlink(PathOf(target), error);
+    const bool none = error == std::errc::invalid_argument || error == std::errc::function_not_supported ||
+                      error == std::errc::no_such_file_or_directory || error == std::errc::not_a_directory;
+    if (error) return none ? std::error_code() : error;
+    target = Utf8Of(PathOf(target).parent_path() / link);
+  }
+  return std::make_error_code(std::errc::too_many_symbolic_link_levels);
+}
+
+std::string HiddenBeside(const std::string& target) {
+  constexpr size_t kNameLimit = 200;
+  const size_t name = target.find_last_of(fs::path::preferred_separator == '/' ? "/" : "\\/") + 1;
+  return target.substr(0, name) + "." + target.substr(name, kNameLimit);
+}
+
+std::error_code FileOps::CreateTemp(const std::string& target, TempFile& temp) {
+  static std::atomic<unsigned> made{0};
+  const std::string beginning = HiddenBeside(target) + "." + std::to_string(getpid()) + "-";
+  std::error_code error;
+  do {
+    temp.path = beginning + std::to_string(++made) + std::string(kTempEnding);
+    error = CreateNew(temp.path, temp.handle);
+  } while (error == std::errc::file_exists);  // left by a process of the same number that was killed
+  return error;
+}
+
+std::error_code FileOps::Remove(const std::string& path) {
+  std::error_code error;
+  fs::remove(PathOf(path), error);
+  return error;
+}
+
+void FileOps::RemoveLeftovers(const std::string& target) {
+  const fs::path beside = PathOf(HiddenBeside(target) + ".");
+  const std::string beginning = Utf8Of(beside.filename());
+  std::error_code error;
+  fs::directory_iterator entry(beside.parent_path() / ".", error);
+  for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
+    const std::string name = Utf8Of(entry->path().filename());
+    if (!name.starts_with(beginning) || !name.ends_with(kTempEnding)) continue;
+    const size_t end = name.find_first_not_of("0123456789-", beginning.size());
+    std::error_code ignored;
+    if (end > beginning.size() && end == name.size() - kTempEnding.size()) {
+      fs::remove(beside.parent_path() / entry->path().filename(), ignored);
+    }
+  }
+}
+
 std::error_code ReplaceFile(FileOps& files, const std::string& target, std::string_view bytes,
                             FileStamp& seen) {
   std::error_code error = files.MayWrite(target);
@@ -44,8 +115,30 @@ std::error_code ReplaceFile(FileOps& files, const std::string& target, std::stri
 }
 
 FileOps& SystemFiles() {
-  static SystemFileOps files;
+  static FileOps files;
   return files;
+}
+
+std::string WholePath(const std::string& path) {
+  std::error_code error;
+  const fs::path whole = fs::weakly_canonical(PathOf(path), error);
+  return error ? path : Utf8Of(whole);
+}
+
+bool SamePath(const std::string& a, const std::string& b) {
+  return a == b || (!a.empty() && !b.empty() && WholePath(a) == WholePath(b));
+}
+
+bool SameFile(const std::string& a, const std::string& b) {
+  std::error_code error;
+  return SamePath(a, b) || (fs::equivalent(PathOf(a), PathOf(b), error) && !error);
+}
+
+void OutliveWriteErrors() {
+#ifndef _WIN32
+  std::signal(SIGPIPE, SIG_IGN);
+  std::signal(SIGXFSZ, SIG_IGN);
+#endif
 }
 
 }  // namespace quorvane

@@ -44,77 +44,60 @@ enum class LockResult : std::uint8_t {
 };
 
 // The operating system's file calls that the project file needs, one small step each, so that a test can let
-// any of them fail. Paths are UTF-8. Every call reports failure by the returned error and throws nothing of
-// its own.
+// any of them fail. By hand: no library replaces a file so that a power failure leaves the old or the new
+// one, keeps its rights and owner, and tells of another program's change. Paths are UTF-8. Every call reports
+// failure by the returned error and throws nothing of its own.
 class FileOps {
  public:
   virtual ~FileOps() = default;
 
   // Looks at what `path` leads to, through symbolic links. That nothing is there is a stamp, not an error.
-  virtual std::error_code Look(const std::string& path, FileStamp& stamp) = 0;
+  virtual std::error_code Look(const std::string& path, FileStamp& stamp);
 
   // Reads a regular file of at most `limit` bytes; `stamp` is what was read. Anything that is not a regular
   // file (a folder, a device, a pipe) is an error and is never waited for.
   virtual std::error_code ReadFile(const std::string& path, size_t limit, std::string& bytes,
-                                   FileStamp& stamp) = 0;
+                                   FileStamp& stamp);
 
   // Follows symbolic links to the file that a write to `path` must replace; that file may be missing.
-  virtual std::error_code Resolve(const std::string& path, std::string& target) = 0;
+  virtual std::error_code Resolve(const std::string& path, std::string& target);
 
   // An error if `target` exists and this user may not write to it (renaming over it would work all the same).
-  virtual std::error_code MayWrite(const std::string& target) = 0;
+  virtual std::error_code MayWrite(const std::string& target);
 
   // The steps of a replacement: a new, empty file in the folder of `target` that no one else has, the rights
   // and owner of `target` (if that exists), the content, on the disk, closed, in place, the folder's entry on
   // the disk.
-  virtual std::error_code CreateTemp(const std::string& target, TempFile& temp) = 0;
-  virtual std::error_code KeepMode(const TempFile& temp, const std::string& target) = 0;
-  virtual std::error_code Write(const TempFile& temp, std::string_view bytes) = 0;
-  virtual std::error_code Sync(const TempFile& temp) = 0;
-  virtual std::error_code StampOf(const TempFile& temp, FileStamp& stamp) = 0;
-  virtual std::error_code Close(TempFile& temp) = 0;
-  virtual std::error_code Rename(const std::string& from, const std::string& to) = 0;
-  virtual std::error_code SyncFolder(const std::string& target) = 0;
+  virtual std::error_code CreateTemp(const std::string& target, TempFile& temp);
+  virtual std::error_code KeepMode(const TempFile& temp, const std::string& target);
+  virtual std::error_code Write(const TempFile& temp, std::string_view bytes);
+  virtual std::error_code Sync(const TempFile& temp);
+  virtual std::error_code StampOf(const TempFile& temp, FileStamp& stamp);
+  virtual std::error_code Close(TempFile& temp);
+  virtual std::error_code Rename(const std::string& from, const std::string& to);
+  virtual std::error_code SyncFolder(const std::string& target);
 
-  virtual std::error_code Remove(const std::string& path) = 0;
+  virtual std::error_code Remove(const std::string& path);
 
   // Removes what replacements of `target` that were killed have left in its folder. Only for who holds its
   // lock.
-  virtual void RemoveLeftovers(const std::string& target) = 0;
+  virtual void RemoveLeftovers(const std::string& target);
 
   // Takes the lock of `target`, a hidden file beside it, without waiting; and, where there are hard links,
   // one on the file that stands there. A program that dies gives its lock back; the file it leaves behind
   // means nothing.
-  virtual LockResult Lock(const std::string& target, FileLock& lock) = 0;
-  virtual void Unlock(FileLock& lock) = 0;
+  virtual LockResult Lock(const std::string& target, FileLock& lock);
+  virtual void Unlock(FileLock& lock);
   // Another file stands at `target` now: takes the held lock there as well, as far as that can be had.
-  virtual void FollowLock(const std::string& /*target*/, FileLock& /*lock*/) {}
+  virtual void FollowLock(const std::string& target, FileLock& lock);
+
+ private:
+  // An error that equals std::errc::file_exists when the name is taken.
+  static std::error_code CreateNew(const std::string& path, std::intptr_t& handle);
 };
 
-// The real ones.
-class SystemFileOps : public FileOps {
- public:
-  std::error_code Look(const std::string& path, FileStamp& stamp) override;
-  std::error_code ReadFile(const std::string& path, size_t limit, std::string& bytes,
-                           FileStamp& stamp) override;
-  std::error_code Resolve(const std::string& path, std::string& target) override;
-  std::error_code MayWrite(const std::string& target) override;
-  std::error_code CreateTemp(const std::string& target, TempFile& temp) override;
-  std::error_code KeepMode(const TempFile& temp, const std::string& target) override;
-  std::error_code Write(const TempFile& temp, std::string_view bytes) override;
-  std::error_code Sync(const TempFile& temp) override;
-  std::error_code StampOf(const TempFile& temp, FileStamp& stamp) override;
-  std::error_code Close(TempFile& temp) override;
-  std::error_code Rename(const std::string& from, const std::string& to) override;
-  std::error_code SyncFolder(const std::string& target) override;
-  std::error_code Remove(const std::string& path) override;
-  void RemoveLeftovers(const std::string& target) override;
-  LockResult Lock(const std::string& target, FileLock& lock) override;
-  void Unlock(FileLock& lock) override;
-#ifndef _WIN32
-  void FollowLock(const std::string& target, FileLock& lock) override;
-#endif
-};
+// A hidden name beside `target`. Long names are cut, so that a longer one is still a legal name.
+std::string HiddenBeside(const std::string& target);
 
 FileOps& SystemFiles();
 
@@ -130,5 +113,15 @@ std::error_code ReplaceFile(FileOps& files, const std::string& target, std::stri
                             FileStamp& seen);
 
 inline constexpr std::errc kFileChanged = std::errc::resource_unavailable_try_again;
+
+// The path without links, "." and ".."; as it is where that cannot be told.
+std::string WholePath(const std::string& path);
+// Whether two names lead to one file, which may be missing. The second also knows hard links.
+bool SamePath(const std::string& a, const std::string& b);
+bool SameFile(const std::string& a, const std::string& b);
+
+// For the start of a program: a full quota, or a reader that has gone away, is then an error of the write
+// that meets it instead of the end of the program.
+void OutliveWriteErrors();
 
 }  // namespace quorvane

@@ -3,9 +3,8 @@
 #include <windows.h>
 
 #include <algorithm>
-#include <atomic>
-#include <filesystem>
 
+#include "base/text.h"
 #include "files/file_ops.h"
 
 namespace quorvane {
@@ -15,15 +14,6 @@ namespace {
 // Virus scanners and backup programs open a file for a moment just after it was written.
 constexpr int kLockedTries = 30;
 constexpr DWORD kLockedPauseMs = 50;
-
-std::filesystem::path Native(const std::string& path) {
-  return std::filesystem::path(std::u8string(path.begin(), path.end()));
-}
-
-std::string FromNative(const std::filesystem::path& path) {
-  const std::u8string text = path.u8string();
-  return std::string(text.begin(), text.end());
-}
 
 std::error_code LastError() {
   return {static_cast<int>(GetLastError()), std::system_category()};
@@ -35,11 +25,6 @@ std::error_code ErrorIf(bool failed) {
 
 HANDLE HandleOf(std::intptr_t handle) {
   return reinterpret_cast<HANDLE>(handle);
-}
-
-std::string HiddenBeside(const std::string& target) {
-  const auto path = Native(target);
-  return FromNative(path.parent_path() / (u8"." + path.filename().u8string()));
 }
 
 std::error_code StampOfHandle(HANDLE handle, FileStamp& stamp) {
@@ -68,13 +53,13 @@ bool IsLockedForAMoment(DWORD error) {
 }
 
 HANDLE OpenShared(const std::string& path, DWORD access) {
-  return CreateFileW(Native(path).c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+  return CreateFileW(PathOf(path).c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                      nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
 }
 
 }  // namespace
 
-std::error_code SystemFileOps::Look(const std::string& path, FileStamp& stamp) {
+std::error_code FileOps::Look(const std::string& path, FileStamp& stamp) {
   stamp = {};
   const HANDLE handle = OpenShared(path, FILE_READ_ATTRIBUTES);
   if (handle == INVALID_HANDLE_VALUE) return ErrorIf(!IsMissing(GetLastError()));
@@ -83,8 +68,8 @@ std::error_code SystemFileOps::Look(const std::string& path, FileStamp& stamp) {
   return error;
 }
 
-std::error_code SystemFileOps::ReadFile(const std::string& path, size_t limit, std::string& bytes,
-                                        FileStamp& stamp) {
+std::error_code FileOps::ReadFile(const std::string& path, size_t limit, std::string& bytes,
+                                  FileStamp& stamp) {
   bytes.clear();
   const HANDLE handle = OpenShared(path, GENERIC_READ);
   if (handle == INVALID_HANDLE_VALUE) return LastError();
@@ -105,46 +90,25 @@ std::error_code SystemFileOps::ReadFile(const std::string& path, size_t limit, s
   return error;
 }
 
-std::error_code SystemFileOps::Resolve(const std::string& path, std::string& target) {
-  target = path;
-  if (path.empty() || path.find('\0') != std::string::npos) {
-    return std::make_error_code(std::errc::invalid_argument);
-  }
-  for (int links = 0; links < 40; ++links) {
-    std::error_code error;
-    const auto link = std::filesystem::read_symlink(Native(target), error);
-    if (error) return {};
-    target = FromNative(Native(target).parent_path() / link);
-  }
-  return std::make_error_code(std::errc::too_many_symbolic_link_levels);
-}
-
-std::error_code SystemFileOps::MayWrite(const std::string& target) {
-  const DWORD attributes = GetFileAttributesW(Native(target).c_str());
+std::error_code FileOps::MayWrite(const std::string& target) {
+  const DWORD attributes = GetFileAttributesW(PathOf(target).c_str());
   if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_READONLY) == 0) return {};
   return std::make_error_code(std::errc::permission_denied);
 }
 
-std::error_code SystemFileOps::CreateTemp(const std::string& target, TempFile& temp) {
-  static std::atomic<unsigned> made{0};
-  const std::string beginning = HiddenBeside(target) + "." + std::to_string(GetCurrentProcessId()) + "-";
-  HANDLE handle = INVALID_HANDLE_VALUE;
-  do {
-    temp.path = beginning + std::to_string(++made) + ".tmp";
-    handle = CreateFileW(Native(temp.path).c_str(), GENERIC_WRITE | FILE_READ_ATTRIBUTES, 0, nullptr,
-                         CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
-  } while (handle == INVALID_HANDLE_VALUE && GetLastError() == ERROR_FILE_EXISTS);
-  if (handle == INVALID_HANDLE_VALUE) return LastError();
-  temp.handle = reinterpret_cast<std::intptr_t>(handle);
-  return {};
+std::error_code FileOps::CreateNew(const std::string& path, std::intptr_t& handle) {
+  const HANDLE made = CreateFileW(PathOf(path).c_str(), GENERIC_WRITE | FILE_READ_ATTRIBUTES, 0, nullptr,
+                                  CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
+  handle = reinterpret_cast<std::intptr_t>(made);
+  return ErrorIf(made == INVALID_HANDLE_VALUE);
 }
 
 // The new file inherits the rights of its folder, as the old one did.
-std::error_code SystemFileOps::KeepMode(const TempFile&, const std::string&) {
+std::error_code FileOps::KeepMode(const TempFile&, const std::string&) {
   return {};
 }
 
-std::error_code SystemFileOps::Write(const TempFile& temp, std::string_view bytes) {
+std::error_code FileOps::Write(const TempFile& temp, std::string_view bytes) {
   while (!bytes.empty()) {
     DWORD written = 0;
     const auto piece = static_cast<DWORD>(std::min<size_t>(bytes.size(), size_t{1} << 20));
@@ -155,23 +119,23 @@ std::error_code SystemFileOps::Write(const TempFile& temp, std::string_view byte
   return {};
 }
 
-std::error_code SystemFileOps::Sync(const TempFile& temp) {
+std::error_code FileOps::Sync(const TempFile& temp) {
   return ErrorIf(!FlushFileBuffers(HandleOf(temp.handle)));
 }
 
-std::error_code SystemFileOps::StampOf(const TempFile& temp, FileStamp& stamp) {
+std::error_code FileOps::StampOf(const TempFile& temp, FileStamp& stamp) {
   return StampOfHandle(HandleOf(temp.handle), stamp);
 }
 
-std::error_code SystemFileOps::Close(TempFile& temp) {
+std::error_code FileOps::Close(TempFile& temp) {
   const HANDLE handle = HandleOf(temp.handle);
   temp.handle = -1;
   return ErrorIf(!CloseHandle(handle));
 }
 
-std::error_code SystemFileOps::Rename(const std::string& from, const std::string& to) {
+std::error_code FileOps::Rename(const std::string& from, const std::string& to) {
   for (int tries = 1;; ++tries) {
-    if (MoveFileExW(Native(from).c_str(), Native(to).c_str(),
+    if (MoveFileExW(PathOf(from).c_str(), PathOf(to).c_str(),
                     MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
       return {};
     }
@@ -181,27 +145,13 @@ std::error_code SystemFileOps::Rename(const std::string& from, const std::string
 }
 
 // The rename has been written through already.
-std::error_code SystemFileOps::SyncFolder(const std::string&) {
+std::error_code FileOps::SyncFolder(const std::string&) {
   return {};
 }
 
-std::error_code SystemFileOps::Remove(const std::string& path) {
-  return ErrorIf(!DeleteFileW(Native(path).c_str()));
-}
-
-void SystemFileOps::RemoveLeftovers(const std::string& target) {
-  const std::string beginning = HiddenBeside(target) + ".";
-  std::error_code error;
-  std::filesystem::directory_iterator entry(Native(target).parent_path(), error);
-  for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
-    const std::string path = FromNative(entry->path());
-    if (path.starts_with(beginning) && path.ends_with(".tmp")) Remove(path);
-  }
-}
-
-LockResult SystemFileOps::Lock(const std::string& target, FileLock& lock) {
+LockResult FileOps::Lock(const std::string& target, FileLock& lock) {
   lock.path = HiddenBeside(target) + ".lock";
-  const HANDLE handle = CreateFileW(Native(lock.path).c_str(), GENERIC_WRITE, 0, nullptr, OPEN_ALWAYS,
+  const HANDLE handle = CreateFileW(PathOf(lock.path).c_str(), GENERIC_WRITE, 0, nullptr, OPEN_ALWAYS,
                                     FILE_ATTRIBUTE_HIDDEN | FILE_FLAG_DELETE_ON_CLOSE, nullptr);
   if (handle == INVALID_HANDLE_VALUE) {
     return IsLockedForAMoment(GetLastError()) ? LockResult::HeldElsewhere : LockResult::Unavailable;
@@ -210,11 +160,14 @@ LockResult SystemFileOps::Lock(const std::string& target, FileLock& lock) {
   return LockResult::Locked;
 }
 
-void SystemFileOps::Unlock(FileLock& lock) {
+void FileOps::Unlock(FileLock& lock) {
   if (!lock.held()) return;
   CloseHandle(HandleOf(lock.handle));
   lock.handle = -1;
 }
+
+// There is no lock on the file itself, which has one name only.
+void FileOps::FollowLock(const std::string&, FileLock&) {}
 
 }  // namespace quorvane
 

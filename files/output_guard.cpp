@@ -8,6 +8,7 @@
 #include <system_error>
 
 #include "base/text.h"
+#include "files/file_ops.h"
 
 namespace quorvane {
 namespace {
@@ -33,13 +34,8 @@ bool ReadBeginning(const fs::path& path, std::string& bytes) {
 
 // The name in "[name]", or nothing for any other line.
 std::string_view SectionName(std::string_view line) {
-  const std::size_t begin = line.find_first_not_of(kBlanks);
-  if (begin == std::string_view::npos || line[begin] != '[') return {};
-  std::string_view name = line.substr(begin + 1);
-  name = name.substr(0, name.find(']'));
-  const std::size_t first = name.find_first_not_of(kBlanks);
-  if (first == std::string_view::npos) return {};
-  return name.substr(first, name.find_last_not_of(kBlanks) - first + 1);
+  line = Trimmed(line, kBlanks);
+  return line.starts_with('[') ? Trimmed(line.substr(1, line.find(']') - 1), kBlanks) : std::string_view();
 }
 
 // "Race7", "Race7_Lane3" for the word "Race".
@@ -57,50 +53,22 @@ FileKind KindOfSection(std::string_view name, FileKind otherwise) {
   return ours ? FileKind::Settings : otherwise;
 }
 
-bool IsCommentOrBlank(std::string_view line) {
-  const std::size_t begin = line.find_first_not_of(kBlanks);
-  return begin == std::string_view::npos || line[begin] == ';';
-}
-
-const char* NameOf(FileKind kind) {
-  switch (kind) {
-    case FileKind::Project:
-      return "it is a project file";
-    case FileKind::Settings:
-      return "it is a settings file";
-    case FileKind::Journal:
-      return "it is a session journal";
-    case FileKind::NoFile:
-      return "it is not a file";
-    case FileKind::Unreadable:
-      return "it cannot be looked at";
-    case FileKind::Ini:
-    case FileKind::Other:
-      return "it is a file of another kind";
-    case FileKind::Missing:
-    case FileKind::Empty:
-      break;
-  }
-  return "";
-}
-
-// A missing file may be named in several ways as well: through a link, or by a path with "..".
-bool IsSame(const std::string& one, const std::string& other) {
-  if (one.empty() || other.empty()) return false;
-  const fs::path a = PathOf(one);
-  const fs::path b = PathOf(other);
-  std::error_code error;
-  if (fs::equivalent(a, b, error) && !error) return true;
-  const fs::path whole = fs::weakly_canonical(a, error);
-  return !error && whole == fs::weakly_canonical(b, error) && !error;
-}
+// Why a file that exists may not become one of another kind; nothing for those that any file may replace.
+constexpr std::array kReasons = {"",
+                                 "",
+                                 "it is a project file",
+                                 "it is a settings file",
+                                 "it is a session journal",
+                                 "it is a file of another kind",
+                                 "it is a file of another kind",
+                                 "it is not a file",
+                                 "it cannot be looked at"};
 
 }  // namespace
 
 FileKind KindOfContent(std::string_view bytes) {
-  constexpr std::string_view kMark = "\xEF\xBB\xBF";
-  if (bytes.starts_with(kMark)) bytes.remove_prefix(kMark.size());
-  if (bytes.find_first_not_of(kBlanks) == std::string_view::npos) return FileKind::Empty;
+  if (bytes.starts_with(kByteOrderMark)) bytes.remove_prefix(kByteOrderMark.size());
+  if (Trimmed(bytes, kBlanks).empty()) return FileKind::Empty;
   // Without its number: a journal of another version is one as well.
   if (bytes.starts_with(kJournalFirstLine.substr(0, kJournalFirstLine.find(' ') + 1))) {
     return FileKind::Journal;
@@ -111,7 +79,8 @@ FileKind KindOfContent(std::string_view bytes) {
     const std::string_view line = bytes.substr(0, std::min(bytes.find_first_of("\r\n"), bytes.size()));
     const std::string_view name = SectionName(line);
     if (!name.empty()) kind = KindOfSection(name, begun ? kind : FileKind::Ini);
-    begun = begun || !IsCommentOrBlank(line);
+    const std::string_view said = Trimmed(line, kBlanks);
+    begun = begun || !(said.empty() || said.starts_with(';'));
     bytes.remove_prefix(std::min(line.size() + 1, bytes.size()));
   }
   return kind;
@@ -130,30 +99,26 @@ FileKind KindOfFile(const std::string& path) {
 
 std::optional<std::string> WhyNotWrite(const std::string& path, FileKind becomes,
                                        const std::vector<std::string>& inUse) {
-  if (std::any_of(inUse.begin(), inUse.end(), [&](const std::string& used) { return IsSame(path, used); })) {
-    return "it is a file in use";
-  }
+  const auto isThis = [&](const std::string& used) { return SameFile(path, used); };
+  if (std::any_of(inUse.begin(), inUse.end(), isThis)) return "it is a file in use";
   const FileKind kind = KindOfFile(path);
   if (kind == FileKind::Missing || kind == FileKind::Empty) return std::nullopt;
   if (kind == becomes && kind != FileKind::Journal) return std::nullopt;
   if (kind == FileKind::Ini && (becomes == FileKind::Settings || becomes == FileKind::Other)) {
     return std::nullopt;
   }
-  return NameOf(kind);
+  return kReasons[static_cast<std::size_t>(kind)];
 }
 
 std::string FreeJournalName(const std::string& path) {
   if (KindOfFile(path) != FileKind::Journal) return path;
   const std::string ending = PathOf(path).extension().string();
   const std::string base = path.substr(0, path.size() - ending.size());
-  std::string name;
-  int number = 2;
-  FileKind kind = FileKind::Missing;
-  do {
-    name = base + "-" + std::to_string(number++) + ending;
-    kind = KindOfFile(name);
-  } while (kind != FileKind::Missing && kind != FileKind::Empty);
-  return name;
+  for (int number = 2;; ++number) {
+    const std::string name = base + "-" + std::to_string(number) + ending;
+    const FileKind kind = KindOfFile(name);
+    if (kind == FileKind::Missing || kind == FileKind::Empty) return name;
+  }
 }
 
 }  // namespace quorvane

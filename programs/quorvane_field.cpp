@@ -10,7 +10,6 @@
 
 #include "field/pseudo_terminal.h"
 #include "files/file_ops.h"
-#include "files/write_signals.h"
 #include "programs/field_options.h"
 
 namespace {

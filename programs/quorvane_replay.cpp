@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "files/write_signals.h"
+#include "files/file_ops.h"
 #include "journal/journal_reader.h"
 #include "programs/replay_command_files.h"
 #include "programs/replay_options.h"

@@ -2,7 +2,7 @@
 #include <iostream>
 #include <string>
 
-#include "files/write_signals.h"
+#include "files/file_ops.h"
 #include "programs/results_options.h"
 #include "results/contest_file.h"
 #include "results/results_formats.h"

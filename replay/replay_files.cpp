@@ -14,12 +14,6 @@ namespace {
 
 constexpr std::size_t kMostCopied = std::size_t{64} << 20;
 
-std::string WholePath(const std::string& path) {
-  std::error_code error;
-  const std::filesystem::path whole = std::filesystem::weakly_canonical(PathOf(path), error);
-  return error ? path : whole.string();
-}
-
 void PutFile(const std::string& path, const std::string& bytes) {
   MakeFolderPath(ParentFolder(path));
   std::ofstream(PathOf(path), std::ios::binary) << bytes;
@@ -39,7 +33,7 @@ std::string MakeTemporaryFolder() {
 
 std::error_code ReplayFiles::Write(const TempFile& temp, std::string_view bytes) {
   if (clock_) unnamed_[temp.path] = bytes;
-  return SystemFileOps::Write(temp, bytes);
+  return FileOps::Write(temp, bytes);
 }
 
 std::error_code ReplayFiles::Rename(const std::string& from, const std::string& to) {
@@ -48,7 +42,7 @@ std::error_code ReplayFiles::Rename(const std::string& from, const std::string& 
     versions_.push_back({clock_(), to, std::move(written->second)});
     unnamed_.erase(written);
   }
-  return SystemFileOps::Rename(from, to);
+  return FileOps::Rename(from, to);
 }
 
 void ReplayFiles::Hold(const std::string& path, bool held) {
@@ -60,7 +54,7 @@ void ReplayFiles::Hold(const std::string& path, bool held) {
 }
 
 LockResult ReplayFiles::Lock(const std::string& target, FileLock& lock) {
-  return held_.contains(WholePath(target)) ? LockResult::HeldElsewhere : SystemFileOps::Lock(target, lock);
+  return held_.contains(WholePath(target)) ? LockResult::HeldElsewhere : FileOps::Lock(target, lock);
 }
 
 const std::string& ReplayFolder::Path() {

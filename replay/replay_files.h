@@ -14,7 +14,7 @@ namespace quorvane {
 
 // The real files, but without waiting for the disk after each save: a replay that is lost in a power failure
 // is run again. Keeps, on request, every content that was saved, with its time.
-class ReplayFiles : public SystemFileOps {
+class ReplayFiles : public FileOps {
  public:
   struct Version {
     std::int64_t ms;

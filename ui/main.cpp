@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "console/program.h"
-#include "files/write_signals.h"
+#include "files/file_ops.h"
 #include "ui/command_line.h"
 #include "ui/demo.h"
 #include "ui/end_requests.h"

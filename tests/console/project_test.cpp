@@ -267,7 +267,7 @@ TEST(Project, OneThatMayOnlyBeReadGoesOnInMemoryAndSaysWhy) {
 }
 
 // Counts what the console asks of the disk.
-class CountedFiles : public SystemFileOps {
+class CountedFiles : public FileOps {
  public:
   int looks = 0;
   int replacements = 0;
@@ -275,19 +275,19 @@ class CountedFiles : public SystemFileOps {
 
   std::error_code Look(const std::string& path, FileStamp& stamp) override {
     ++looks;
-    return SystemFileOps::Look(path, stamp);
+    return FileOps::Look(path, stamp);
   }
   std::error_code Rename(const std::string& from, const std::string& to) override {
     ++replacements;
-    return SystemFileOps::Rename(from, to);
+    return FileOps::Rename(from, to);
   }
   std::error_code Sync(const TempFile& temp) override {
     ++syncs;
-    return SystemFileOps::Sync(temp);
+    return FileOps::Sync(temp);
   }
   std::error_code SyncFolder(const std::string& target) override {
     ++syncs;
-    return SystemFileOps::SyncFolder(target);
+    return FileOps::SyncFolder(target);
   }
 };
 

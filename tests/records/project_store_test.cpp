@@ -6,7 +6,7 @@
 
 #include <functional>
 
-#include "files/write_signals.h"
+#include "files/file_ops.h"
 #include "tests/support/scratch_folder.h"
 
 namespace quorvane {
@@ -14,7 +14,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-using Files = SystemFileOps;
+using Files = FileOps;
 using Error = std::error_code;
 
 // The real file calls, one of which can be made to fail, or to be preceded by something that another program

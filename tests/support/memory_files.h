@@ -62,6 +62,7 @@ class MemoryFiles : public FileOps {
     return LockResult::Locked;
   }
   void Unlock(FileLock& lock) override { lock.handle = -1; }
+  void FollowLock(const std::string&, FileLock&) override {}
 
  private:
   std::error_code Put(const std::string& path, std::string bytes) {
