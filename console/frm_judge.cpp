@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "base/text.h"
-#include "forms/numeric_keys.h"
+#include "forms/control.h"
 #include "records/lane_colors.h"
 
 namespace quorvane {

@@ -1,7 +1,6 @@
 #include "forms/control.h"
 
-#include <array>
-#include <utility>
+#include <string_view>
 
 #include "forms/form.h"
 
@@ -37,7 +36,7 @@ constexpr unsigned PropertiesOf(ControlKind kind) {
 }
 
 // Texts and lists are written on the window's colours, everything else on the button face.
-bool StandsOnWindow(ControlKind kind) {
+bool TakesText(ControlKind kind) {
   return kind == ControlKind::TextBox || kind == ControlKind::ComboBox;
 }
 
@@ -49,8 +48,8 @@ Control::Control(Form& form, ControlKind kind, std::string name, Control* parent
       parent_(parent),
       kind_(kind),
       enabled_(kind != ControlKind::Timer),
-      backColor_(StandsOnWindow(kind) ? kWindow : kButtonFace),
-      foreColor_(StandsOnWindow(kind) ? kWindowText : kButtonText) {}
+      backColor_(TakesText(kind) ? kWindow : kButtonFace),
+      foreColor_(TakesText(kind) ? kWindowText : kButtonText) {}
 
 std::string Control::FullName() const {
   return form_.Name() + "." + name_;
@@ -60,49 +59,8 @@ bool Control::Has(Property property) const {
   return (PropertiesOf(kind_) & Bit(property)) != 0;
 }
 
-template <typename T>
-void Control::Set(T& field, T value, Property property) {
-  if (field == value) return;
-  field = std::move(value);
+void Control::Changed(Property property) {
   form_.Changed(*this, property);
-}
-
-void Control::SetCaption(std::string caption) {
-  Set(caption_, std::move(caption), Property::Caption);
-}
-void Control::SetText(std::string text) {
-  Set(text_, std::move(text), Property::Text);
-}
-void Control::SetEnabled(bool enabled) {
-  Set(enabled_, enabled, Property::Enabled);
-}
-void Control::SetVisible(bool visible) {
-  Set(visible_, visible, Property::Visible);
-}
-void Control::SetBackColor(Color color) {
-  Set(backColor_, color, Property::BackColor);
-}
-void Control::SetForeColor(Color color) {
-  Set(foreColor_, color, Property::ForeColor);
-}
-void Control::SetTag(std::string tag) {
-  Set(tag_, std::move(tag), Property::Tag);
-}
-void Control::SetItems(std::vector<std::string> items) {
-  Set(items_, std::move(items), Property::Items);
-}
-void Control::SetChecked(bool checked) {
-  Set(value_, checked ? 1 : 0, Property::Checked);
-}
-void Control::SetInterval(std::int32_t ms) {
-  Set(interval_, ms, Property::Interval);
-}
-void Control::SetAnchor(Control* anchor) {
-  Set(anchor_, anchor, Property::Anchor);
-}
-
-void Control::SetToolTip(std::string toolTip) {
-  Set(toolTip_, std::move(toolTip), Property::ToolTip);
 }
 
 void Control::SetListIndex(int index) {
@@ -110,19 +68,19 @@ void Control::SetListIndex(int index) {
   if (listIndex_ == index) return;
   listIndex_ = index;
   text_ = index >= 0 ? items_[static_cast<std::size_t>(index)] : std::string();
-  form_.Changed(*this, Property::ListIndex);
+  Changed(Property::ListIndex);
 }
 
 void Control::SetSelection(int start, int length) {
   selectionStart_ = start;
   selectionLength_ = length;
-  form_.Changed(*this, Property::Selection);
+  Changed(Property::Selection);
 }
 
 void Control::SetValue(int value) {
   if (value_ == value) return;
   value_ = value;
-  form_.Changed(*this, Property::Value);
+  Changed(Property::Value);
   if (kind_ == ControlKind::CheckBox && onClick) onClick();
 }
 
@@ -134,11 +92,14 @@ bool Control::Reachable() const {
   return true;
 }
 
-std::string_view PropertyName(Property property) {
-  static constexpr std::array<std::string_view, 15> kNames = {
-      "caption", "text",      "value", "checked",  "enabled", "visible",   "backColor", "foreColor",
-      "tag",     "listIndex", "items", "interval", "anchor",  "selection", "toolTip"};
-  return kNames[static_cast<std::size_t>(property)];
+void FilterNumericKey(const Control& control, int& keyCode) {
+  constexpr std::string_view kAllowed = "0123456789-.";
+  if (!TakesText(control.Kind()) || keyCode <= 32 || keyCode >= 127) return;
+  if (kAllowed.find(static_cast<char>(keyCode)) == std::string_view::npos) keyCode = 0;
+}
+
+void SelectAllText(Control& control) {
+  if (TakesText(control.Kind())) control.SetSelection(0, static_cast<int>(control.Text().size()));
 }
 
 }  // namespace quorvane

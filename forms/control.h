@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
-#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "base/color.h"
@@ -78,19 +78,20 @@ class Control {
   int SelectionStart() const { return selectionStart_; }
   int SelectionLength() const { return selectionLength_; }  // characters of Text
 
-  void SetCaption(std::string caption);
-  void SetText(std::string text);  // does not raise onChange
-  void SetEnabled(bool enabled);
-  void SetVisible(bool visible);
-  void SetBackColor(Color color);
-  void SetForeColor(Color color);
-  void SetTag(std::string tag);
+  void SetCaption(std::string caption) { Set(caption_, std::move(caption), Property::Caption); }
+  // Does not raise onChange.
+  void SetText(std::string text) { Set(text_, std::move(text), Property::Text); }
+  void SetEnabled(bool enabled) { Set(enabled_, enabled, Property::Enabled); }
+  void SetVisible(bool visible) { Set(visible_, visible, Property::Visible); }
+  void SetBackColor(Color color) { Set(backColor_, color, Property::BackColor); }
+  void SetForeColor(Color color) { Set(foreColor_, color, Property::ForeColor); }
+  void SetTag(std::string tag) { Set(tag_, std::move(tag), Property::Tag); }
   void SetListIndex(int index);  // does not raise onChange
-  void SetItems(std::vector<std::string> items);
-  void SetChecked(bool checked);
-  void SetInterval(std::int32_t ms);
-  void SetAnchor(Control* anchor);
-  void SetToolTip(std::string toolTip);
+  void SetItems(std::vector<std::string> items) { Set(items_, std::move(items), Property::Items); }
+  void SetChecked(bool checked) { Set(value_, checked ? 1 : 0, Property::Checked); }
+  void SetInterval(std::int32_t ms) { Set(interval_, ms, Property::Interval); }
+  void SetAnchor(Control* anchor) { Set(anchor_, anchor, Property::Anchor); }
+  void SetToolTip(std::string toolTip) { Set(toolTip_, std::move(toolTip), Property::ToolTip); }
   void SetSelection(int start, int length);
   // A check box whose value really changes raises onClick, whoever changes it. An option button does not.
   void SetValue(int value);
@@ -107,7 +108,12 @@ class Control {
 
  private:
   template <typename T>
-  void Set(T& field, T value, Property property);
+  void Set(T& field, T value, Property property) {
+    if (field == value) return;
+    field = std::move(value);
+    Changed(property);
+  }
+  void Changed(Property property);
 
   Form& form_;
   const std::string name_;
@@ -138,7 +144,11 @@ class ControlObserver {
   virtual void FormChanged(const Form& form) = 0;  // caption or visibility
 };
 
-// The name of a control kind's property as it is written in a state file: "caption", "backColor", ...
-std::string_view PropertyName(Property property);
+// For text and combo boxes that take a number: a character other than a digit, "-" or "." is swallowed
+// (keyCode becomes 0). Blank, control keys and everything from 127 up pass.
+void FilterNumericKey(const Control& control, int& keyCode);
+
+// Selects the whole text of a text or combo box.
+void SelectAllText(Control& control);
 
 }  // namespace quorvane

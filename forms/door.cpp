@@ -29,16 +29,17 @@ LocalDateTime MomentOfZero(const LocalDateTime& shown, std::int64_t ms) {
   return AddMilliseconds(shown, -(ms - ms % 1000));
 }
 
-// Counts up for as long as it lives.
-class Depth {
+// Gives a number another value for as long as it lives.
+class Restored {
  public:
-  explicit Depth(int& count) : count_(count) { ++count_; }
-  ~Depth() { --count_; }
-  Depth(const Depth&) = delete;
-  Depth& operator=(const Depth&) = delete;
+  Restored(int& number, int value) : number_(number), before_(std::exchange(number, value)) {}
+  ~Restored() { number_ = before_; }
+  Restored(const Restored&) = delete;
+  Restored& operator=(const Restored&) = delete;
 
  private:
-  int& count_;
+  int& number_;
+  const int before_;
 };
 
 }  // namespace
@@ -64,7 +65,7 @@ void Door::FollowLocalClock() {
   const LocalDateTime shown = platform_.LocalNow();
   if (std::abs(SecondsBetween(LocalNow(), shown)) < kClockSetSeconds) return;
   localZero_ = MomentOfZero(shown, now_);
-  if (journal_ != nullptr) journal_->ClockSet(now_, shown);
+  journal_->ClockSet(now_, shown);
 }
 
 void Door::FollowNowAndThen() {
@@ -80,7 +81,7 @@ bool Door::Contain(const std::function<void()>& action) {
   } catch (const std::exception& error) {
     ++errors_;
     lastError_ = error.what();
-    if (journal_ != nullptr) journal_->Failed(now_, lastError_);
+    journal_->Failed(now_, lastError_);
     return false;
   }
 }
@@ -108,17 +109,17 @@ void Door::Enter(const Event& event) {
 void Door::Handle(const Event& event) {
   SampleClock();
   FollowNowAndThen();
-  if (journal_ != nullptr) journal_->Entered(now_, event);
+  journal_->Entered(now_, event);
   {
-    const Depth depth(inHand_);
+    const Restored depth(inHand_, inHand_ + 1);
     Contain([&] { Dispatch(event); });
   }
   Ended();
 }
 
 void Door::Ended() {
-  if (devices_ != nullptr) {
-    const Depth depth(inHand_);
+  {
+    const Restored depth(inHand_, inHand_ + 1);
     Contain([this] { devices_->EventEnded(); });
   }
   if (afterEvent_) afterEvent_();
@@ -142,7 +143,7 @@ void Door::DrainWhenIdle() {
       posted_.pop_front();
       // The clock stands still: a journal says nothing of this action, so it must not see another time.
       {
-        const Depth depth(inHand_);
+        const Restored depth(inHand_, inHand_ + 1);
         Contain(action);
       }
       Ended();
@@ -156,30 +157,20 @@ void Door::DrainWhenIdle() {
   }
 }
 
-void Door::RefuseAfterQuit() const {
-  if (quit_) throw ProgramEnds();
-}
-
 DialogAnswer Door::Ask(const DialogBox& box) {
-  RefuseAfterQuit();
+  if (quit_) throw ProgramEnds();
   DialogAnswer answer;
   {
-    const Depth depth(dialogs_);
-    const int outer = std::exchange(depthAtDialog_, inHand_);
-    try {
-      if (afterEvent_) afterEvent_();
-      DrainWhileOpen();
-      answer = platform_.ShowDialog(box);
-    } catch (...) {
-      depthAtDialog_ = outer;
-      throw;
-    }
-    depthAtDialog_ = outer;
+    const Restored depth(dialogs_, dialogs_ + 1);
+    const Restored outer(depthAtDialog_, inHand_);
+    if (afterEvent_) afterEvent_();
+    DrainWhileOpen();
+    answer = platform_.ShowDialog(box);
   }
-  RefuseAfterQuit();
+  if (quit_) throw ProgramEnds();
   SampleClock();
   FollowNowAndThen();
-  if (journal_ != nullptr) journal_->Answered(now_, box, answer);
+  journal_->Answered(now_, box, answer);
   return answer;
 }
 
@@ -188,21 +179,10 @@ void Door::Post(std::function<void()> action) {
   if (inHand_ == 0) DrainWhenIdle();
 }
 
-void Door::NoteSent(const std::vector<std::uint8_t>& frame) {
-  if (journal_ != nullptr) journal_->Sent(now_, frame);
-}
-
-void Door::NoteProject(const std::string& path, bool taken) {
-  if (journal_ != nullptr) journal_->ProjectOpened(now_, path, taken);
-}
-
 void Door::FireTimer(Control& timer) {
   SampleClock();
   forms_.Timers().Arm(timer, now_);
-  Event event;
-  event.kind = EventKind::Timer;
-  event.target = timer.FullName();
-  Enter(event);
+  Enter({EventKind::Timer, timer.FullName()});
 }
 
 void Door::RunDueTimers() {
@@ -214,21 +194,16 @@ void Door::RunDueTimers() {
 void Door::Dispatch(const Event& event) {
   switch (event.kind) {
     case EventKind::Load:
-      if (devices_ != nullptr) devices_->Load();
-      return;
+      return devices_->Load();
     case EventKind::Bytes:
-      if (devices_ != nullptr) devices_->BytesArrived(event.bytes);
-      return;
+      return devices_->BytesArrived(event.bytes);
     case EventKind::LineError:
-      if (devices_ != nullptr) devices_->LineError(event.number);
-      return;
+      return devices_->LineError(event.number);
     case EventKind::Ports:
-      if (devices_ != nullptr) devices_->PortsChanged(event.numbers);
-      return;
+      return devices_->PortsChanged(event.numbers);
     case EventKind::Quit:
       quit_ = true;
-      if (devices_ != nullptr) devices_->Quit();
-      return;
+      return devices_->Quit();
     case EventKind::Key:
       if (forms_.Main() != nullptr && forms_.Main()->Visible()) forms_.Main()->KeyDown(event.text);
       return;
@@ -263,29 +238,21 @@ void Door::DispatchToControl(const Event& event, Control& control) {
   if (!control.Reachable()) return;
   switch (event.kind) {
     case EventKind::Click:
-      if (control.Kind() == ControlKind::CheckBox) {
-        control.SetValue(control.Value() == 0 ? 1 : 0);  // raises onClick itself
-      } else {
-        run(control.onClick);
-      }
-      return;
+      if (control.Kind() != ControlKind::CheckBox) return run(control.onClick);
+      return control.SetValue(control.Value() == 0 ? 1 : 0);  // raises onClick itself
     case EventKind::Type:
       if (control.Kind() != ControlKind::TextBox || control.Text() == event.text) return;
       control.SetText(event.text);
-      run(control.onChange);
-      return;
+      return run(control.onChange);
     case EventKind::Choose:
       if (control.Kind() != ControlKind::ComboBox || control.ListIndex() == event.number) return;
       if (event.number < 0 || event.number >= static_cast<int>(control.Items().size())) return;
       control.SetListIndex(event.number);
-      run(control.onChange);
-      return;
+      return run(control.onChange);
     case EventKind::Hover:
-      run(control.onHover);
-      return;
+      return run(control.onHover);
     case EventKind::GotFocus:
-      run(control.onGotFocus);
-      return;
+      return run(control.onGotFocus);
     default:
       return;
   }

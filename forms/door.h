@@ -7,7 +7,6 @@
 #include <string>
 
 #include "forms/event.h"
-#include "forms/event_clock.h"
 #include "forms/forms.h"
 #include "forms/platform.h"
 
@@ -17,14 +16,14 @@ namespace quorvane {
 class DeviceEvents {
  public:
   virtual ~DeviceEvents() = default;
-  virtual void Load() = 0;
-  virtual void BytesArrived(const std::vector<std::uint8_t>& bytes) = 0;
-  virtual void LineError(int code) = 0;
-  virtual void PortsChanged(const std::vector<int>& ports) = 0;
+  virtual void Load() {}
+  virtual void BytesArrived(const std::vector<std::uint8_t>& /*bytes*/) {}
+  virtual void LineError(int /*code*/) {}
+  virtual void PortsChanged(const std::vector<int>& /*ports*/) {}
   // The program ends, and nobody can be asked: an Ask is a RunTimeError from here on.
   virtual void Quit() {}
   // An event has been handled, with or without an error.
-  virtual void EventEnded() = 0;
+  virtual void EventEnded() {}
 };
 
 // The one door through which every outside event enters. It samples the clock, so that time stands still
@@ -41,8 +40,9 @@ class Door : public EventClock {
  public:
   explicit Door(Platform& platform) : platform_(platform), forms_(*this) {}
 
-  void SetDevices(DeviceEvents* devices) { devices_ = devices; }
-  void SetJournal(Journal* journal) { journal_ = journal; }
+  // Null: none.
+  void SetDevices(DeviceEvents* devices) { devices_ = devices != nullptr ? devices : &noDevices_; }
+  void SetJournal(Journal* journal) { journal_ = journal != nullptr ? journal : &noJournal_; }
   // Called whenever an outermost event has ended, so that the windows can show what changed.
   void SetAfterEvent(std::function<void()> afterEvent) { afterEvent_ = std::move(afterEvent); }
 
@@ -72,8 +72,8 @@ class Door : public EventClock {
   // Runs the action with the same boundary as an event: an error ends the action, and only it. True: no
   // error.
   bool Contain(const std::function<void()>& action);
-  void NoteSent(const std::vector<std::uint8_t>& frame);
-  void NoteProject(const std::string& path, bool taken);
+  void NoteSent(const std::vector<std::uint8_t>& frame) { journal_->Sent(now_, frame); }
+  void NoteProject(const std::string& path, bool taken) { journal_->ProjectOpened(now_, path, taken); }
 
   // Errors contained so far and the text of the last, for whoever looks for a fault.
   int ErrorsContained() const { return errors_; }
@@ -90,12 +90,13 @@ class Door : public EventClock {
   void SampleClock();
   void FollowNowAndThen();
   void Ended();
-  void RefuseAfterQuit() const;
 
   Platform& platform_;
   Forms forms_;
-  DeviceEvents* devices_ = nullptr;
-  Journal* journal_ = nullptr;
+  DeviceEvents noDevices_;
+  DeviceEvents* devices_ = &noDevices_;
+  Journal noJournal_;
+  Journal* journal_ = &noJournal_;
   std::function<void()> afterEvent_;
   std::int64_t now_ = 0;
   std::optional<LocalDateTime> localStart_;

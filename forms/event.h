@@ -1,12 +1,18 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "forms/platform.h"
 
 namespace quorvane {
+
+// The keys of the console, in the order of the lanes' actions.
+inline constexpr std::array<std::string_view, 16> kKeyNames = {
+    "F1", "F2", "F3", "F4", "F5", "F6", "F7", "F8", "F9", "F10", "F11", "F12", "7", "8", "9", "0"};
 
 enum class EventKind : std::uint8_t {
   Load,       // the program starts
@@ -15,7 +21,7 @@ enum class EventKind : std::uint8_t {
   Choose,     // target: a list; number: the entry, 0-based
   Hover,      // target: a control
   GotFocus,   // target: a control
-  Key,        // text: "F1".."F12", "7", "8", "9", "0"
+  Key,        // text: one of kKeyNames
   Activate,   // target: a form
   Close,      // target: a form
   Resize,     // target: a form
@@ -37,13 +43,13 @@ struct Event {
 };
 
 // Written to by the door: every event, answer and sent frame, and what else a replay has to know, with its
-// time on the console clock in ms. A journal never throws and never waits.
+// time on the console clock in ms. A journal never throws and never waits. This one keeps nothing.
 class Journal {
  public:
   virtual ~Journal() = default;
-  virtual void Entered(std::int64_t ms, const Event& event) = 0;
-  virtual void Answered(std::int64_t ms, const DialogBox& box, const DialogAnswer& answer) = 0;
-  virtual void Sent(std::int64_t ms, const std::vector<std::uint8_t>& frame) = 0;
+  virtual void Entered(std::int64_t /*ms*/, const Event& /*event*/) {}
+  virtual void Answered(std::int64_t /*ms*/, const DialogBox& /*box*/, const DialogAnswer& /*answer*/) {}
+  virtual void Sent(std::int64_t /*ms*/, const std::vector<std::uint8_t>& /*frame*/) {}
   // A project file has been opened, or (not taken) could not be, because another console has it or of what
   // stands there.
   virtual void ProjectOpened(std::int64_t /*ms*/, const std::string& /*path*/, bool /*taken*/) {}

@@ -3,8 +3,8 @@
 #include <string_view>
 #include <vector>
 
-#include "forms/event_clock.h"
 #include "forms/form.h"
+#include "forms/platform.h"
 #include "forms/timer_queue.h"
 
 namespace quorvane {

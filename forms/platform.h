@@ -69,6 +69,14 @@ struct StopwatchFigures {
   std::int64_t frequencyHz = 1000;
 };
 
+// The console clock as an event sees it: ms since the program started, never falling. It stands still while
+// an event is handled and is read again only after a dialog box has closed.
+class EventClock {
+ public:
+  virtual ~EventClock() = default;
+  virtual std::int64_t Now() const = 0;
+};
+
 // Everything outside the language that the race logic reaches. The window, the replay and the tests each
 // bring one.
 class Platform {

@@ -3,52 +3,40 @@
 #include <algorithm>
 
 namespace quorvane {
+namespace {
+
+template <typename Timers, typename Test>
+std::optional<std::int64_t> FirstDue(const Timers& timers, Test test) {
+  const auto found =
+      std::find_if(timers.begin(), timers.end(), [&](const auto& entry) { return test(entry.second); });
+  return found == timers.end() ? std::nullopt : std::optional(found->first.first);
+}
+
+}  // namespace
 
 void TimerQueue::Arm(Control& timer, std::int64_t now) {
   Disarm(timer);
-  if (timer.Enabled() && timer.Interval() > 0) {
-    entries_.push_back({now + timer.Interval(), armed_++, &timer});
-  }
+  if (timer.Enabled() && timer.Interval() > 0) timers_[{now + timer.Interval(), armed_++}] = &timer;
 }
 
 void TimerQueue::Disarm(const Control& timer) {
-  std::erase_if(entries_, [&](const Entry& entry) { return entry.timer == &timer; });
-}
-
-bool TimerQueue::IsArmed(const Control& timer) const {
-  return std::any_of(entries_.begin(), entries_.end(),
-                     [&](const Entry& entry) { return entry.timer == &timer; });
-}
-
-const TimerQueue::Entry* TimerQueue::Next() const {
-  const auto next = std::min_element(entries_.begin(), entries_.end(), [](const Entry& a, const Entry& b) {
-    return a.due != b.due ? a.due < b.due : a.order < b.order;
-  });
-  return next == entries_.end() ? nullptr : &*next;
+  std::erase_if(timers_, [&](const auto& entry) { return entry.second == &timer; });
 }
 
 std::optional<std::int64_t> TimerQueue::NextDue() const {
-  const Entry* next = Next();
-  return next == nullptr ? std::nullopt : std::optional(next->due);
+  return FirstDue(timers_, [](const Control*) { return true; });
 }
 
 std::optional<std::int64_t> TimerQueue::DueTime(const Control& timer) const {
-  const auto entry = std::find_if(entries_.begin(), entries_.end(),
-                                  [&](const Entry& candidate) { return candidate.timer == &timer; });
-  return entry == entries_.end() ? std::nullopt : std::optional(entry->due);
+  return FirstDue(timers_, [&](const Control* armed) { return armed == &timer; });
 }
 
 std::optional<std::int64_t> TimerQueue::NextDueBut(const Control& timer) const {
-  std::optional<std::int64_t> next;
-  for (const Entry& entry : entries_) {
-    if (entry.timer != &timer && (!next || entry.due < *next)) next = entry.due;
-  }
-  return next;
+  return FirstDue(timers_, [&](const Control* armed) { return armed != &timer; });
 }
 
 Control* TimerQueue::NextTimer() const {
-  const Entry* next = Next();
-  return next == nullptr ? nullptr : next->timer;
+  return timers_.empty() ? nullptr : timers_.begin()->second;
 }
 
 }  // namespace quorvane

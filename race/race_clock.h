@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "forms/event_clock.h"
+#include "forms/platform.h"
 #include "race/race_state.h"
 
 namespace quorvane {

@@ -5,7 +5,6 @@
 #include <string>
 #include <vector>
 
-#include "forms/event_clock.h"
 #include "forms/platform.h"
 #include "race/race_state.h"
 #include "records/project_store.h"

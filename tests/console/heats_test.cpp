@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "forms/numeric_keys.h"
+#include "forms/control.h"
 #include "tests/support/console_rig.h"
 
 namespace quorvane {

@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-#include "forms/event_clock.h"
+#include "forms/platform.h"
 #include "forms/forms.h"
 #include "lane/frm_lane.h"
 

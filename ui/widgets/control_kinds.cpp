@@ -8,7 +8,7 @@
 #include <QSignalBlocker>
 #include <QWheelEvent>
 
-#include "forms/numeric_keys.h"
+#include "forms/control.h"
 #include "ui/widgets/captions.h"
 #include "ui/widgets/control_view.h"
 #include "ui/widgets/look.h"
