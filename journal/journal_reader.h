@@ -10,6 +10,7 @@
 
 #include "forms/event.h"
 #include "forms/platform.h"
+#include "journal/journal_text.h"
 
 namespace quorvane {
 
@@ -36,11 +37,6 @@ struct JournalRecord {
 
 // A journal as data.
 struct SessionJournal {
-  struct Setting {
-    std::string section;
-    std::string key;
-    std::string value;
-  };
   // A project file as the session found it, kept by the console in comments.
   struct KeptProject {
     std::string path;
@@ -48,7 +44,7 @@ struct SessionJournal {
   };
   LocalDateTime start = {};
   bool timersRecorded = false;
-  std::vector<Setting> settings = {};
+  std::vector<JournalSetting> settings = {};
   std::vector<KeptProject> projects = {};
   std::map<std::string, std::string> sameFiles = {};  // another name of a project file, and its first one
   std::vector<JournalRecord> records = {};
@@ -62,7 +58,7 @@ struct SessionJournal {
 };
 
 // The longest session that is read: race times are 32-bit numbers of ms.
-inline constexpr std::int64_t kLastJournalMs = 2147483647;
+inline constexpr std::int32_t kLastJournalMs = 2147483647;
 
 // Why a journal cannot be read: what() says what was expected in that line.
 class UnreadableJournal : public std::runtime_error {

@@ -1,39 +1,31 @@
 #include "journal/journal_recorder.h"
-#include "base/text.h"
+
+#include <fmt/format.h>
 
 #include <algorithm>
-#include <fstream>
 #include <optional>
-#include <sstream>
 #include <utility>
 
-#include "journal/journal_text.h"
+#include "base/text.h"
+#include "files/file_ops.h"
 
 namespace quorvane {
 namespace {
 
 constexpr std::string_view kProjectExtension = ".ini";  // what the boxes that ask for a project offer
-constexpr std::uintmax_t kMostProjectBytes = std::uintmax_t{64} << 20;
+constexpr std::size_t kMostProjectBytes = std::size_t{64} << 20;
 
 // Nothing when there is no such file, or none of a project's size.
 std::optional<std::string> ContentOf(const std::string& path) {
-  std::error_code error;
-  const std::filesystem::path file = PathOf(path);
-  if (!std::filesystem::is_regular_file(file, error)) return std::nullopt;
-  if (std::filesystem::file_size(file, error) > kMostProjectBytes || error) return std::nullopt;
-  std::ifstream in(file, std::ios::binary);
-  std::ostringstream content;
-  // Unlike an iterator over the file, this throws nothing when a read fails.
-  if (in.peek() != std::ifstream::traits_type::eof()) content << in.rdbuf();
-  if (!in.good() && !in.eof()) return std::nullopt;
-  return std::move(content).str();
+  std::string bytes;
+  FileStamp stamp;
+  if (SystemFiles().ReadFile(path, kMostProjectBytes, bytes, stamp)) return std::nullopt;
+  return bytes;
 }
 
 template <typename Records>
 std::string Joined(const Records& records) {
-  std::string text;
-  for (const std::string& record : records) text += record;
-  return text;
+  return fmt::format("{}", fmt::join(records, ""));
 }
 
 }  // namespace
@@ -41,13 +33,13 @@ std::string Joined(const Records& records) {
 void SessionRecorder::Begin(const SessionStart& start) {
   begun_ = true;
   Add(StartRecords(start.start, true));
-  for (const SessionStart::Setting& setting : start.settings) {
+  for (const JournalSetting& setting : start.settings) {
     const bool replaced =
         !start.project.empty() && setting.section == "DiskFile" && setting.key == "FileName";
-    if (!replaced) Add(SettingRecord(setting.section, setting.key, setting.value));
+    if (!replaced) Add(SettingRecord(setting));
   }
   if (!start.project.empty()) {
-    Add(SettingRecord("DiskFile", "FileName", start.project));
+    Add(SettingRecord({"DiskFile", "FileName", start.project}));
     KeepProject(start.project);
     // A replay is asked about a project that exists, whoever named it.
     const bool asked = start.projectUnasked && ContentOf(start.project).has_value();
@@ -91,8 +83,7 @@ bool SessionRecorder::RecordInto(std::unique_ptr<JournalFile> file) {
 }
 
 void SessionRecorder::Stop() {
-  if (file_ == nullptr) return;
-  file_->Append(StoppedComment(latestMs_));
+  if (file_ != nullptr) file_->Append(StoppedComment(latestMs_));
   Close();
 }
 
@@ -108,7 +99,7 @@ std::string SessionRecorder::Problem() const {
 }
 
 void SessionRecorder::End(std::int64_t ms) {
-  Add(EndRecord(ms < latestMs_ ? latestMs_ : ms));
+  Add(EndRecord(std::max(ms, latestMs_)));
   Close();
 }
 

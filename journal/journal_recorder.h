@@ -14,21 +14,18 @@
 #include "forms/event.h"
 #include "forms/platform.h"
 #include "journal/journal_file.h"
+#include "journal/journal_text.h"
 
 namespace quorvane {
 
 // What the program finds at its start and what a replay therefore has to begin with.
 struct SessionStart {
-  struct Setting {
-    std::string section;
-    std::string key;
-    std::string value;
-  };
-  LocalDateTime start = {};            // local date and time at 0 ms of the console clock: Door::LocalStart
-  std::vector<Setting> settings = {};  // the whole settings store
-  std::vector<int> ports = {};         // the serial ports that exist
-  std::string project = {};            // the project file that is opened, or asked about, at the start
-  bool projectUnasked = false;         // it was named on the command line, so no question is asked
+  using Setting = JournalSetting;
+  LocalDateTime start = {};  // local date and time at 0 ms of the console clock: Door::LocalStart
+  std::vector<JournalSetting> settings = {};  // the whole settings store
+  std::vector<int> ports = {};                // the serial ports that exist
+  std::string project = {};                   // the project file that is opened, or asked about, at the start
+  bool projectUnasked = false;                // it was named on the command line, so no question is asked
 };
 
 // Keeps the journal of a session, from the very start, and writes it to a file while it is told to. Because a

@@ -56,7 +56,7 @@ auto Parts(const Event& e) {
 TEST(Journal, WhatIsWrittenReadsBack) {
   std::mt19937 random(7);
   const LocalDateTime start{2028, 2, 29, 23, 59, 1};
-  std::string text = StartRecords(start, true) + SettingRecord("a b", "k", "v \"x\"\r\n") +
+  std::string text = StartRecords(start, true) + SettingRecord({"a b", "k", "v \"x\"\r\n"}) +
                      EventRecord(0, {.kind = EventKind::Load});
   std::vector<Event> events;
   for (int ms = 0; ms < 2000; ++ms) text += EventRecord(ms, events.emplace_back(RandomEvent(random)));
