@@ -1,5 +1,7 @@
 #include "records/kept_changes.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <optional>
 #include <string_view>
@@ -12,6 +14,10 @@ namespace {
 
 constexpr std::string_view kRace = "Race";
 constexpr std::string_view kRefly = "Refly";
+
+std::string SectionOf(std::string_view kind, int number) {
+  return fmt::format("{}{}", kind, number);
+}
 
 std::string Stamp(const ProfileFile& file, const std::string& section) {
   const std::string stamp = file.Read(section, "Timestamp").value_or("");
@@ -42,7 +48,7 @@ int NextFree(const ProfileFile& file, const std::vector<KeptChange>& changes, st
              int number) {
   for (int step = 1; step < kLastRace; ++step) {
     const int next = (number - 1 + step) % kLastRace + 1;
-    if (IsFree(file, changes, std::string(kind) + std::to_string(next))) return next;
+    if (IsFree(file, changes, SectionOf(kind, next))) return next;
   }
   return number;
 }
@@ -54,11 +60,6 @@ std::string Current(const ProfileFile& file, const std::vector<KeptChange>& chan
     if (EqualsIgnoringCase(change.section, "Current") && IsKey(change, key)) value = change.value;
   }
   return value;
-}
-
-std::string RacePlace(int race, int heats) {
-  return std::to_string(race) + " (h=" + std::to_string((race - 1) % heats + 1) +
-         ", r=" + std::to_string((race - 1) / heats + 1) + ")";
 }
 
 // The flight's own section and those of its lanes.
@@ -79,9 +80,11 @@ void Renumber(const ProfileFile& file, std::vector<KeptChange>& changes, std::st
   for (KeptChange& change : changes) {
     const std::string_view text = change.value;
     if (LeadingNumber(text) != from) continue;
-    if (kind == kRace && IsKey(change, "CurrentRace")) change.value = RacePlace(to, heats);
+    if (kind == kRace && IsKey(change, "CurrentRace")) {
+      change.value = fmt::format("{} (h={}, r={})", to, (to - 1) % heats + 1, (to - 1) / heats + 1);
+    }
     if (kind == kRefly && IsKey(change, "ReflyID")) {
-      change.value = std::to_string(to) + std::string(text.substr(std::min(text.find(' '), text.size())));
+      change.value = fmt::format("{}{}", to, text.substr(std::min(text.find(' '), text.size())));
     }
   }
   if (kind == kRefly && LeadingNumber(Current(file, changes, "NumberReflys")) < to) {
@@ -106,7 +109,7 @@ bool SameContest(const ProfileFile& ours, const ProfileFile& file) {
   bool empty = title.empty();
   for (const std::string_view kind : {kRace, kRefly}) {
     for (int n = 1; n <= kLastRace; ++n) {
-      const std::string section = std::string(kind) + std::to_string(n);
+      const std::string section = SectionOf(kind, n);
       const std::string stamp = Stamp(file, section);
       if (stamp.empty()) continue;
       if (stamp == Stamp(ours, section)) return true;
@@ -127,10 +130,9 @@ std::vector<std::string> MoveTakenRaces(const ProfileFile& file, std::vector<Kep
       const std::optional<int> number = NumberOf(change.section, kind);
       if (!number) continue;
       const int to = NextFree(file, changes, kind, *number);
-      Rename(changes, change.section, std::string(kind) + std::to_string(to));
+      Rename(changes, change.section, SectionOf(kind, to));
       Renumber(file, changes, kind, *number, to);
-      moved.push_back(std::string(kind) + " " + std::to_string(*number) +
-                      " is in the project already: saved as " + std::to_string(to));
+      moved.push_back(fmt::format("{} {} is in the project already: saved as {}", kind, *number, to));
     }
   }
   KeepReflyCount(file, changes);

@@ -8,32 +8,24 @@
 #include <unordered_map>
 #include <vector>
 
+#include "base/text.h"
+
 namespace quorvane {
-
-// The text of a file's bytes, as UTF-8. Bytes that are not UTF-8 are taken as Windows-1252, the code page of
-// the programs that wrote such files before.
-std::string TextFromBytes(std::string_view bytes);
-
-// The first `count` characters (code points) of a UTF-8 text.
-std::string_view FirstCharacters(std::string_view text, size_t count);
 
 // The content of an INI file, read and written the way the profile calls of the Windows API do it: letter
 // case of names is ignored, the first of two equal sections or keys counts, `;` starts a comment line and `#`
-// does not. It knows nothing of the disk.
+// does not. It knows nothing of the disk. By hand, because libraries for such files write them anew and keep
+// neither comments nor spacing, line ends and bytes of other code pages.
 //
-// Every byte that no write touches comes out of Serialize as it went in: comments, odd spacing, line ends,
-// bytes of any kind. A file is cut into sections when it is read, a section into lines when it is first asked
-// for, so opening costs one pass over the bytes and each look-up two hash look-ups, however long the file is.
+// Every byte that no write touches comes out of Serialize as it went in. A file is cut into sections when it
+// is read, a section into lines when it is first asked for, so opening costs one pass over the bytes and each
+// look-up two hash look-ups, however long the file is.
 //
 // Reading fills the index of a section, so one object is for one thread, reads included. Nothing here fails:
 // any bytes are a file, and what cannot be found is absent.
 class ProfileFile {
  public:
-  ProfileFile();
-  explicit ProfileFile(std::string bytes);
-  ProfileFile(ProfileFile&&) noexcept;
-  ProfileFile& operator=(ProfileFile&&) noexcept;
-  ~ProfileFile();
+  explicit ProfileFile(std::string bytes = {});
 
   // The value as UTF-8 text, without outer blanks and without one pair of matching quotes round it.
   std::optional<std::string> Read(std::string_view section, std::string_view key) const;
@@ -47,16 +39,21 @@ class ProfileFile {
   std::string Serialize() const;
 
  private:
-  struct Line;
-  struct Parts;
-  struct Section;
   using Index = std::unordered_map<std::string, size_t>;
 
+  struct Section {
+    std::string_view text = {};           // as it was read, header included; unused once there are lines
+    std::vector<std::string> lines = {};  // with their line ends; made when the section is first asked for
+    Index keys = {};                      // folded name -> the first line of that key
+    size_t last = 0;                      // lines up to the last key: a new one comes behind them
+  };
+
   void CutIntoSections();
-  Parts& PartsOf(Section& section) const;
+  void CutIntoLines(Section& section) const;
+  Section* Find(const std::string& folded) const;
   Section& AddSection(std::string_view name);
-  void AddKey(Parts& parts, std::string folded, std::string_view key, std::string_view value) const;
-  std::string_view EndLine(Line& line) const;
+  void AddKey(Section& section, std::string folded, std::string_view key, std::string_view value) const;
+  std::string_view EndLine(std::string& line) const;
 
   std::shared_ptr<const std::string> source_;  // what the sections' views point into
   std::string_view mark_;                      // the byte order mark, if the file has one

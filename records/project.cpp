@@ -1,8 +1,9 @@
 #include "records/project.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <chrono>
 #include <filesystem>
 #include <fstream>
@@ -18,30 +19,10 @@ constexpr std::string_view kResultsHeader =
     "Round,Heat(racemode&time),Lane,Finish,Cuts,Time,Lap1,Lap2,Lap3,Lap4,Lap5,Lap6,Lap7,Lap8,Lap9,Lap10,"
     "Comments";
 
-// One file may be named in several ways: through a link, or by a path with "..".
-bool SamePath(const std::string& a, const std::string& b) {
-  if (a == b) return true;
-  if (a.empty() || b.empty()) return false;
-  std::error_code error;
-  const auto whole = std::filesystem::weakly_canonical(PathOf(a), error);
-  if (error) return false;
-  return whole == std::filesystem::weakly_canonical(PathOf(b), error) && !error;
-}
-
-bool SameFile(const std::string& a, const std::string& b) {
-  std::error_code error;
-  return SamePath(a, b) || (std::filesystem::equivalent(PathOf(a), PathOf(b), error) && !error);
-}
-
-std::string TwoDigits(int number) {
-  return (number < 10 ? "0" : "") + std::to_string(number);
-}
-
-std::string GeneralDate(const LocalDateTime& at) {
-  const int hour = at.hour % 12 == 0 ? 12 : at.hour % 12;
-  return std::to_string(at.month) + "/" + std::to_string(at.day) + "/" + std::to_string(at.year) + " " +
-         std::to_string(hour) + ":" + TwoDigits(at.minute) + ":" + TwoDigits(at.second) +
-         (at.hour < 12 ? " AM" : " PM");
+// "2:05 PM", with seconds "2:05:09 PM".
+std::string TwelveHourClock(const LocalDateTime& at, bool seconds) {
+  return fmt::format("{}:{:02}{} {}M", (at.hour + 11) % 12 + 1, at.minute,
+                     seconds ? fmt::format(":{:02}", at.second) : "", at.hour < 12 ? 'A' : 'P');
 }
 
 double DaySerial(const LocalDateTime& at) {
@@ -179,18 +160,15 @@ std::string ProjectDate(const LocalDateTime& date) {
   static constexpr std::array kMonths = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
                                          "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
   const auto month = static_cast<std::size_t>(date.month >= 1 && date.month <= 12 ? date.month - 1 : 0);
-  return TwoDigits(date.day) + "-" + kMonths[month] + "-" + std::to_string(date.year);
+  return fmt::format("{:02}-{}-{}", date.day, kMonths[month], date.year);
 }
 
 std::string TimeOfDay(const LocalDateTime& at) {
-  const int hour = at.hour % 12 == 0 ? 12 : at.hour % 12;
-  return std::to_string(hour) + ":" + TwoDigits(at.minute) + (at.hour < 12 ? " AM" : " PM");
+  return TwelveHourClock(at, false);
 }
 
-std::string TimestampText(const LocalDateTime& moment) {
-  std::array<char, 40> digits{};
-  const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), DaySerial(moment)).ptr;
-  return std::string(digits.data(), end) + ", " + GeneralDate(moment);
+std::string TimestampText(const LocalDateTime& at) {
+  return fmt::format("{}, {}/{}/{} {}", DaySerial(at), at.month, at.day, at.year, TwelveHourClock(at, true));
 }
 
 }  // namespace quorvane

@@ -4,6 +4,8 @@
 #include <system_error>
 #include <utility>
 
+#include "base/text.h"
+
 namespace quorvane {
 
 namespace {
@@ -18,8 +20,8 @@ constexpr int kMostAttempts = 5;
 std::string Absolute(const std::string& path) {
   if (path.empty() || path.find('\0') != std::string::npos) return path;
   std::error_code error;
-  const auto absolute = std::filesystem::absolute(std::u8string(path.begin(), path.end()), error).u8string();
-  return error ? path : std::string(absolute.begin(), absolute.end());
+  const std::filesystem::path absolute = std::filesystem::absolute(PathOf(path), error);
+  return error ? path : Utf8Of(absolute);
 }
 
 std::string Reason(const char* what, const std::string& path, const std::error_code& error) {
