@@ -1,35 +1,13 @@
 #include "replay/outputs.h"
 
-#include <algorithm>
+#include <array>
+#include <nlohmann/json.hpp>
 
 #include "base/text.h"
 #include "journal/journal_text.h"
 #include "records/profile_file.h"
 
 namespace quorvane {
-namespace {
-
-const char* KindName(DialogKind kind) {
-  switch (kind) {
-    case DialogKind::Ok:
-      return "ok";
-    case DialogKind::OkCancel:
-      return "okcancel";
-    case DialogKind::YesNo:
-      return "yesno";
-    case DialogKind::YesNoCancel:
-      return "yesnocancel";
-    case DialogKind::Input:
-      return "input";
-    case DialogKind::OpenFile:
-      return "open";
-    case DialogKind::SaveFile:
-      return "save";
-  }
-  return "";
-}
-
-}  // namespace
 
 std::string FrameRecords(const std::vector<Replay::Frame>& frames) {
   std::string records;
@@ -38,12 +16,16 @@ std::string FrameRecords(const std::vector<Replay::Frame>& frames) {
 }
 
 std::string DialogLines(const std::vector<VirtualPlatform::Shown>& shown) {
-  const auto text = [](const std::string& bytes) { return JsonString(TextFromBytes(bytes)); };
+  static constexpr std::array kKinds = {"ok", "okcancel", "yesno", "yesnocancel", "input", "open", "save"};
   std::string lines;
   for (const auto& [ms, box, answer] : shown) {
-    lines += "{\"ms\": " + std::to_string(ms) + ", \"kind\": \"" + KindName(box.kind) +
-             "\", \"title\": " + text(box.title) + ", \"text\": " + text(box.text) +
-             ", \"answer\": " + text(AnswerWords(answer)) + "}\n";
+    lines += nlohmann::ordered_json{{"ms", ms},
+                                    {"kind", kKinds[static_cast<std::size_t>(box.kind)]},
+                                    {"title", TextFromBytes(box.title)},
+                                    {"text", TextFromBytes(box.text)},
+                                    {"answer", TextFromBytes(AnswerText(answer))}}
+                 .dump() +
+             "\n";
   }
   return lines;
 }

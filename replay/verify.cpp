@@ -29,10 +29,6 @@ std::optional<std::string> Bytes(const std::string& path) {
   return bytes;
 }
 
-std::string Whole(const std::string& path) {
-  return std::filesystem::weakly_canonical(path).string();
-}
-
 std::string FrameText(const std::vector<Replay::Frame>& frames, std::size_t index) {
   if (index >= frames.size()) return "none";
   std::string record = SentRecord(frames[index].ms, frames[index].bytes);
@@ -120,7 +116,7 @@ class ProjectComparison {
         path_(std::move(path)),
         recordedBytes_(std::move(recorded)),
         replayedBytes_(Bytes(copyPath).value_or("")) {
-    const std::string fullPath = Whole(copyPath);
+    const std::string fullPath = WholePath(copyPath);
     for (const auto& version : replay.files().Versions()) {
       if (version.path == copyPath || version.path == fullPath) versions_.push_back(&version);
     }
@@ -196,7 +192,7 @@ std::string CompareProjects(const SessionJournal& journal, Replay& replay, const
   for (const ReplayFolder::Copy& copy : replay.folder().Copies()) {
     const bool otherName = journal.sameFiles.contains(copy.original);
     if (otherName || !replay.Projects().contains(copy.path)) continue;
-    const bool open = Whole(copy.path) == Whole(replay.program().race().ProjectFile);
+    const bool open = SamePath(copy.path, replay.program().race().ProjectFile);
     const std::string recorded = open && !project.empty() ? project : copy.original;
     if (auto bytes = Bytes(recorded)) {
       ProjectComparison(journal, replay, recorded, std::move(*bytes), copy.path).Compare(differences, notes);

@@ -42,7 +42,7 @@ std::string Found(Replay& replay, const std::string& expectation, std::string& e
   std::string found;
   if (what == "box") {
     const auto& shown = replay.platform().shown;
-    found = shown.empty() ? "none" : shown.back().box.title + " " + AnswerWords(shown.back().answer);
+    found = shown.empty() ? "none" : shown.back().box.title + " " + AnswerText(shown.back().answer);
   } else if (what == "frames") {
     found = std::to_string(replay.Sent().size());
   } else if (what == "cuts") {
