@@ -9,8 +9,8 @@
 #include <utility>
 #include <vector>
 
-#include "forms/platform.h"
 #include "forms/forms.h"
+#include "forms/platform.h"
 #include "lane/frm_lane.h"
 
 namespace quorvane {
