@@ -29,8 +29,8 @@ void Field::MakePlan() {
 void Field::PrepareHeat() {
   lanes_ = {};
   result_ = {.heat = result_.heat, .mode = plan_.mode, .count = options_.count};
-  for (int lane = 1; lane <= static_cast<int>(FlyingLanes(plan_.mode)); ++lane) {
-    result_.lanes.push_back({.lane = lane});
+  for (std::size_t i = 0; i < plan_.lanes.size(); ++i) {
+    result_.lanes.push_back({.lane = static_cast<int>(i) + 1});
   }
   At(now_us_ + (options_.quick ? 3'000 : 4'000) * kMs, [this] { StartRace(); });
 }
@@ -42,7 +42,7 @@ void Field::StartRace() {
 }
 
 void Field::ScheduleFlights() {
-  for (std::size_t i = 0; i < kLanes; ++i) {
+  for (std::size_t i = 0; i < plan_.lanes.size(); ++i) {
     const LanePlan& lane = plan_.lanes[i];
     for (std::size_t lap = 0; lap < lane.laps.size(); ++lap) {
       At(LaneMoment(i, lane.laps[lap]), [this, i, lap] { FlyLap(i, lap); });
@@ -61,9 +61,8 @@ void Field::ScheduleFlights() {
 std::int64_t Field::RaceEnd() const {
   const std::int64_t first_value = options_.count ? 0 : kStartSignal;
   std::int64_t end = *clock_start_us_ + kEarliestStop - first_value;
-  for (std::size_t i = 0; i < kLanes; ++i) {
+  for (std::size_t i = 0; i < plan_.lanes.size(); ++i) {
     const LanePlan& lane = plan_.lanes[i];
-    if (!lane.flies) continue;
     const bool done = lane.Finishes() || lane.cuts.size() >= 2;
     int last = (lane.laps.empty() ? 0 : lane.laps.back()) + (done ? kFinishedAfter : kGivenUpAfter);
     if (!lane.cuts.empty()) last = std::max(last, lane.cuts.back().time);

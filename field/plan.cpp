@@ -58,29 +58,24 @@ void CutTwice(std::mt19937& random, LanePlan& lane) {
   lane.laps.resize(static_cast<std::size_t>(lap - 1));  // it leaves the course at once
 }
 
+// The pylon is drawn before the lap, as a statement of its own: in one call their order would be the
+// compiler's.
+void CutOnce(std::mt19937& random, LanePlan& lane, int last) {
+  const int pylon = 1 + Draw(random, 3);
+  const int lap = DrawCutLap(random, last);
+  lane.cuts.push_back(CutIn(lane, lap, pylon));
+}
+
 LanePlan PlanLane(std::mt19937& random, Fate fate, int mode, bool quick) {
   LanePlan lane;
-  lane.flies = true;
-  const bool cut = fate == Fate::kOneCut || fate == Fate::kStopsWithCut || fate == Fate::kDoubleCut;
-  lane.target = TargetLaps(mode, cut);
+  lane.target = TargetLaps(mode, fate != Fate::kClean && fate != Fate::kStops);
   FlyLaps(random, lane, lane.target, quick);
-  switch (fate) {
-    case Fate::kClean:
-      break;
-    case Fate::kOneCut:
-      lane.cuts.push_back(CutIn(lane, DrawCutLap(random, 8), 1 + Draw(random, 3)));
-      break;
-    case Fate::kDoubleCut:
-      CutTwice(random, lane);
-      break;
-    case Fate::kStops:
-      lane.laps.resize(static_cast<std::size_t>(Draw(random, quick ? 6 : 10)));
-      break;
-    case Fate::kStopsWithCut:
-      lane.laps.resize(static_cast<std::size_t>(2 + Draw(random, quick ? 4 : 8)));
-      lane.cuts.push_back(
-          CutIn(lane, DrawCutLap(random, static_cast<int>(lane.laps.size())), 1 + Draw(random, 3)));
-      break;
+  if (fate == Fate::kOneCut) CutOnce(random, lane, 8);
+  if (fate == Fate::kDoubleCut) CutTwice(random, lane);
+  if (fate == Fate::kStops) lane.laps.resize(static_cast<std::size_t>(Draw(random, quick ? 6 : 10)));
+  if (fate == Fate::kStopsWithCut) {
+    lane.laps.resize(static_cast<std::size_t>(2 + Draw(random, quick ? 4 : 8)));
+    CutOnce(random, lane, static_cast<int>(lane.laps.size()));
   }
   return lane;
 }
@@ -88,7 +83,7 @@ LanePlan PlanLane(std::mt19937& random, Fate fate, int mode, bool quick) {
 void KeepFinishesApart(HeatPlan& plan) {
   std::vector<LanePlan*> finishers;
   for (LanePlan& lane : plan.lanes) {
-    if (lane.flies && lane.Finishes()) finishers.push_back(&lane);
+    if (lane.Finishes()) finishers.push_back(&lane);
   }
   std::ranges::stable_sort(finishers, {}, [](const LanePlan* lane) { return lane->laps.back(); });
   for (std::size_t i = 1; i < finishers.size(); ++i) {
@@ -122,9 +117,8 @@ HeatPlan PlanHeat(std::uint32_t seed, int heat, int mode, bool quick) {
   const int also_sure = (sure + 1 + Draw(random, flying - 1)) % flying;
   for (int lane = 0; lane < flying; ++lane) {
     const Fate fate = DrawFate(random, lane == sure || lane == also_sure);
-    LanePlan& planned = plan.lanes[static_cast<std::size_t>(lane)];
-    planned = PlanLane(random, fate, mode, quick);
-    planned.stagger = Staggers(mode)[static_cast<std::size_t>(lane)];
+    plan.lanes.push_back(PlanLane(random, fate, mode, quick));
+    plan.lanes.back().stagger = Staggers(mode)[static_cast<std::size_t>(lane)];
   }
   KeepFinishesApart(plan);
   for (LanePlan& lane : plan.lanes) {

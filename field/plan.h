@@ -20,7 +20,6 @@ struct PlannedCut {
 
 // What one aircraft does. Times are milliseconds since the lane's own start signal.
 struct LanePlan {
-  bool flies = false;
   int stagger = 0;         // ms from the race's start signal to the lane's own
   std::vector<int> laps;   // when each lap is completed, rising
   std::vector<int> turns;  // at most one in each completed lap
@@ -34,8 +33,8 @@ struct LanePlan {
 };
 
 struct HeatPlan {
-  int mode = 2;  // 1..6
-  std::array<LanePlan, kLanes> lanes;
+  int mode = 2;                 // 1..6
+  std::vector<LanePlan> lanes;  // those that fly
 };
 
 inline bool IsFai(int mode) {

@@ -66,49 +66,41 @@ void AddLateness(FieldOptions& field, const std::string& value) {
 void AddHeats(Arguments& app, FieldOptions& field) {
   static const std::map<std::string, int> kModes = {{"all", 0}, {"1", 1}, {"2", 2}, {"3", 3},
                                                     {"4", 4},   {"5", 5}, {"6", 6}};
-  const std::string group = "The heats";
+  app.option_defaults()->group("The heats");
   app.add_option("--heats", field.heats, "how many; 0: no end [1, or 6 with --mode all]")
-      ->check(CLI::Range(0, 100000))
-      ->group(group);
+      ->check(CLI::Range(0, 100000));
   app.add_option("--mode", field.mode,
                  "1 RaceHorse, 2 AMA 1324, 3 AMA 2413, 4 FAI 123, 5 FAI 231, 6 FAI 312, or all, one after "
                  "another [2]")
-      ->transform(CLI::CheckedTransformer(kModes).description("1..6|all"))
-      ->group(group);
+      ->transform(CLI::CheckedTransformer(kModes).description("1..6|all"));
   app.add_option("--seed", field.seed,
-                 "what the heats are drawn from; the same number gives the same heats [1]")
-      ->group(group);
+                 "what the heats are drawn from; the same number gives the same heats [1]");
   app.add_option("--count", field.count,
-                 "on or off: the 60-second count; without it the starter's clock begins at 60000 [on]")
-      ->group(group);
-  app.add_flag("--hold", field.hold, "the starter holds the count at 56000 for three seconds")->group(group);
-  app.add_flag("--quick", field.quick, "laps of about four seconds")->group(group);
+                 "on or off: the 60-second count; without it the starter's clock begins at 60000 [on]");
+  app.add_flag("--hold", field.hold, "the starter holds the count at 56000 for three seconds");
+  app.add_flag("--quick", field.quick, "laps of about four seconds");
 }
 
 void AddStations(Arguments& app, FieldOptions& field) {
-  const std::string group = "Single stations (P1, P2, P3, ST, TM, PY or DS; each of these may come again)";
+  app.option_defaults()->group(
+      "Single stations (P1, P2, P3, ST, TM, PY or DS; each of these may come again)");
   app.AddRepeated("--silent", "ST@MS[-MS]",
                   "it is off from the first to the second time after the start, or for good",
-                  [&](const std::string& value) { AddSilence(field, value); })
-      ->group(group);
+                  [&](const std::string& value) { AddSilence(field, value); });
   app.AddRepeated("--late", "ST=MS", "it answers polls this much later",
-                  [&](const std::string& value) { AddLateness(field, value); })
-      ->group(group);
+                  [&](const std::string& value) { AddLateness(field, value); });
   app.AddRepeated("--twice", "ST", "it answers every poll twice",
-                  [&](const std::string& value) { field.twice[StationOf(value)] = true; })
-      ->group(group);
+                  [&](const std::string& value) { field.twice[StationOf(value)] = true; });
 
-  const std::string control = "A console that controls the race";
+  app.option_defaults()->group("A console that controls the race");
   app.add_flag("--controlled", field.controlled,
                "no starter and no timers: the stations follow the console, --heats counts its races, and the "
                "JSON tells "
-               "what the stations saw and heard of it")
-      ->group(control);
+               "what the stations saw and heard of it");
   app.add_option("--starter-at", field.starter_at,
                  "ms after which starter and timers come on the air after all, and idle")
       ->check(CLI::Range(std::int64_t{0}, kDay))
-      ->needs("--controlled")
-      ->group(control);
+      ->needs("--controlled");
 }
 
 // The library's range lets "nan" pass.
@@ -122,41 +114,34 @@ CLI::Validator Probability() {
 }
 
 void AddLine(Arguments& app, LineOptions& line) {
-  const std::string group = "The line (probabilities from 0 to 1, per frame)";
-  app.add_option("--noise", line.noise, "random bytes before a frame")->check(Probability())->group(group);
-  app.add_option("--loss", line.loss, "a frame is not sent")->check(Probability())->group(group);
-  app.add_option("--damage", line.damage, "a byte of a frame is changed")->check(Probability())->group(group);
-  app.add_flag("--split", line.split, "frames arrive in pieces")->group(group);
+  app.option_defaults()->group("The line (probabilities from 0 to 1, per frame)");
+  app.add_option("--noise", line.noise, "random bytes before a frame")->check(Probability());
+  app.add_option("--loss", line.loss, "a frame is not sent")->check(Probability());
+  app.add_option("--damage", line.damage, "a byte of a frame is changed")->check(Probability());
+  app.add_flag("--split", line.split, "frames arrive in pieces");
 }
 
 void AddTasks(Arguments& app, CommandLine& line) {
-  const std::string terminal = "The terminal";
-  app.AddFile("--link", line.link, "a symbolic link to it; an old link is replaced, anything else is not")
-      ->group(terminal);
+  app.option_defaults()->group("The terminal");
+  app.AddFile("--link", line.link, "a symbolic link to it; an old link is replaced, anything else is not");
   app.add_option("--delay", line.delay, "ms after which the heats begin, console or not")
-      ->check(CLI::Range(std::int64_t{0}, kDay))
-      ->group(terminal);
-  app.add_flag("--stay", line.stay, "after the last heat go on idling until ended by a signal")
-      ->group(terminal);
+      ->check(CLI::Range(std::int64_t{0}, kDay));
+  app.add_flag("--stay", line.stay, "after the last heat go on idling until ended by a signal");
 
-  const std::string without = "Without a terminal";
+  app.option_defaults()->group("Without a terminal");
   app.add_flag_callback(
          "--fast", [&] { line.task = Task::kFast; },
          "print the whole course at once: a line {\"ms\":N,\"rx\":\"55AA...\"} for each piece on the air")
-      ->excludes("--controlled")
-      ->group(without);
+      ->excludes("--controlled");
   app.add_option("--compare", line.compared,
                  "FLOWN and SHOWN: compare two such files, a line for each difference")
       ->expected(2)
       ->type_name("FILE")
-      ->check(NamedFile())
-      ->group(without);
+      ->check(NamedFile());
   app.add_option("--tolerance", line.compare.tolerance, "ms by which times may differ [60]")
-      ->check(CLI::Range(0, 100'000))
-      ->group(without);
+      ->check(CLI::Range(0, 100'000));
   app.add_flag("--lossy", line.compare.lossy,
-               "a bad line: laps may be late or missing, but never early or too many")
-      ->group(without);
+               "a bad line: laps may be late or missing, but never early or too many");
 }
 
 }  // namespace

@@ -151,8 +151,10 @@ TEST_F(LinkStationsTest, AnAcknowledgementIsASignOfLifeOfWhoeverWasAddressed) {
 
 TEST_F(LinkStationsTest, TheWorseTheRadioTheClearerTheWarning) {
   Rx(From({0, 1, 2, 3, 4, 6}));
+  RunUntil(8000);
   state.RaceActive = true;
-  RunUntil(2001);  // seen by the link
+  RunUntil(11001);  // seen by the link, which counts from then on
+  EXPECT_EQ(Silent(), "");
   const auto after6s = [&](std::initializer_list<int> heard) {
     RunFor(3000);
     Rx(From(heard));
