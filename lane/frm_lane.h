@@ -22,30 +22,31 @@ class frmLane : public Form {
  public:
   frmLane(Forms& forms, RaceState& race, LaneOwner& owner, int laneNumber);  // lanes 1..4: frmLane1..frmLane4
 
-  Control& fraLane;
-  Control& chkNovice;
-  Control& cmdOrder;
-  Control& cmdShow;
-  Control& cmdTurn;
-  Control& txtLapTen;
-  Control& txtLapEleven;
-  Control& tmrLaps;
-  Control& cmdCut;
-  Control& cmdLap;
-  Control& tmrTurns;
-  ControlArray lblCut;  // 0..39; a mark's anchor is the lap cell of its column
-  ControlArray lblLap;  // 0..10
-  ControlArray lblHdr;  // 0..10
-  Control& lblLaneName;
-  Control& lblStatus;
-  Control& lblLow;
-  Control& lblHigh;
+  Control& fraLane = Add(ControlKind::Frame, "fraLane");
+  Control& chkNovice = AddCaptioned(ControlKind::CheckBox, "chkNovice", "9 Laps", &fraLane);
+  Control& cmdOrder = Add(ControlKind::Button, "cmdOrder", &fraLane);
+  Control& cmdShow = Add(ControlKind::Button, "cmdShow", &fraLane);
+  Control& cmdTurn = AddCaptioned(ControlKind::Button, "cmdTurn", "Turn", &fraLane);
+  Control& txtLapTen = Add(ControlKind::TextBox, "txtLapTen", &fraLane);
+  Control& txtLapEleven = Add(ControlKind::TextBox, "txtLapEleven", &fraLane);
+  Control& tmrLaps = Add(ControlKind::Timer, "tmrLaps");
+  Control& cmdCut = AddCaptioned(ControlKind::Button, "cmdCut", "Cut", &fraLane);
+  Control& cmdLap = AddCaptioned(ControlKind::Button, "cmdLap", "Lap", &fraLane);
+  Control& tmrTurns = Add(ControlKind::Timer, "tmrTurns");
+  // The anchor of a cut mark is the lap cell of its column.
+  ControlArray lblCut{*this, ControlKind::Label, "lblCut", 0, kLastCutMark, &fraLane};
+  ControlArray lblLap{*this, ControlKind::Label, "lblLap", 0, kLastLapCell, &fraLane};
+  ControlArray lblHdr{*this, ControlKind::Label, "lblHdr", 0, kLastLapCell, &fraLane};
+  Control& lblLaneName = Add(ControlKind::Label, "lblLaneName", &fraLane);
+  Control& lblStatus = Add(ControlKind::Label, "lblStatus", &fraLane);
+  Control& lblLow = Add(ControlKind::Label, "lblLow", &fraLane);
+  Control& lblHigh = Add(ControlKind::Label, "lblHigh", &fraLane);
 
   // Laps. -1000000 for a lane that does not fly: it counts as finished and keeps its time base and controls,
   // but for what it shows of a loaded race. It has no place.
   void InitializeRace(std::int32_t timeBase);
-  void DoLap(std::int32_t time,
-             std::int32_t lockOut);  // lockOut: ms in which a station's next lap is refused
+  // lockOut: ms in which a station's next lap is refused.
+  void DoLap(std::int32_t time, std::int32_t lockOut);
   // Whether the station's count includes a lap that is not logged yet. The free lap of a novice is added to
   // the station's count here.
   bool CanDoLap(std::uint8_t stationLaps) const;

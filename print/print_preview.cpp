@@ -6,16 +6,7 @@
 namespace quorvane {
 
 PrintPreview::PrintPreview(Forms& forms, ShowPage showPage)
-    : Form(forms, "PrintPreview"),
-      mnuFile(AddCaptioned(ControlKind::Menu, "mnuFile", "&File")),
-      mnuFileClose(AddCaptioned(ControlKind::Menu, "mnuFileClose", "&Close", &mnuFile)),
-      mnuFileScale(AddCaptioned(ControlKind::Menu, "mnuFileScale", "&Scale", &mnuFile)),
-      mnuScaleSet(*this, ControlKind::Menu, "mnuScaleSet", 1, 3, &mnuFileScale),
-      mnuHelp(AddCaptioned(ControlKind::Menu, "mnuHelp", "&Help")),
-      mnuHelpContents(AddCaptioned(ControlKind::Menu, "mnuHelpContents", "&Contents...", &mnuHelp)),
-      mnuHelpSearch(AddCaptioned(ControlKind::Menu, "mnuHelpSearch", "&Search...", &mnuHelp)),
-      mnuHelpScreen(AddCaptioned(ControlKind::Menu, "mnuHelpScreen", "&About Print Preview...", &mnuHelp)),
-      showPage_(std::move(showPage)) {
+    : Form(forms, "PrintPreview"), showPage_(std::move(showPage)) {
   SetCaption("Print Preview");
   mnuScaleSet[1].SetCaption("&Large");
   mnuScaleSet[2].SetCaption("&Medium");

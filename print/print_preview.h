@@ -16,14 +16,16 @@ class PrintPreview : public Form {
 
   PrintPreview(Forms& forms, ShowPage showPage);
 
-  Control& mnuFile;
-  Control& mnuFileClose;
-  Control& mnuFileScale;
-  ControlArray mnuScaleSet;  // 1 large, 2 medium, 3 small
-  Control& mnuHelp;
-  Control& mnuHelpContents;
-  Control& mnuHelpSearch;
-  Control& mnuHelpScreen;
+  Control& mnuFile = AddCaptioned(ControlKind::Menu, "mnuFile", "&File");
+  Control& mnuFileClose = AddCaptioned(ControlKind::Menu, "mnuFileClose", "&Close", &mnuFile);
+  Control& mnuFileScale = AddCaptioned(ControlKind::Menu, "mnuFileScale", "&Scale", &mnuFile);
+  // 1 large, 2 medium, 3 small.
+  ControlArray mnuScaleSet{*this, ControlKind::Menu, "mnuScaleSet", 1, 3, &mnuFileScale};
+  Control& mnuHelp = AddCaptioned(ControlKind::Menu, "mnuHelp", "&Help");
+  Control& mnuHelpContents = AddCaptioned(ControlKind::Menu, "mnuHelpContents", "&Contents...", &mnuHelp);
+  Control& mnuHelpSearch = AddCaptioned(ControlKind::Menu, "mnuHelpSearch", "&Search...", &mnuHelp);
+  Control& mnuHelpScreen =
+      AddCaptioned(ControlKind::Menu, "mnuHelpScreen", "&About Print Preview...", &mnuHelp);
 
   // At full size, and brings the operator to it. An open preview starts anew.
   void Open();

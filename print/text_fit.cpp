@@ -70,63 +70,42 @@ std::size_t LinesIn(double height, double lineHeight) {
   return static_cast<std::size_t>(std::min(kMostLines, std::floor(height / lineHeight)));
 }
 
-class LineWrapper {
- public:
-  LineWrapper(const Surface& surface, Font font, double width, std::size_t limit)
-      : surface_(surface), font_(font), width_(width), limit_(limit) {}
-
-  std::vector<std::string> Wrap(std::string_view text) {
-    while (!text.empty() && !Full()) {
-      const std::size_t end = std::min(text.find_first_of(" \t\r\n"), text.size());
-      if (end > 0) AddWord(text.substr(0, end));
-      text.remove_prefix(end);
-      if (text.starts_with('\r') || text.starts_with('\n')) EndLine();
-      text.remove_prefix(text.starts_with("\r\n") ? 2 : std::min<std::size_t>(1, text.size()));
-    }
-    EndLine();
-    while (!lines_.empty() && lines_.back().empty()) lines_.pop_back();
-    return std::move(lines_);
-  }
-
- private:
-  bool Full() const { return lines_.size() >= limit_; }
-
-  void AddWord(std::string_view word) {
-    if (!line_.empty()) {
-      std::string longer = line_ + " " + std::string(word.substr(0, kLongestLine));
-      if (Fits(surface_, longer, font_, width_)) {
-        line_ = std::move(longer);
-        return;
-      }
-      EndLine();
-    }
-    while (!Full()) {
-      const std::size_t part = BreakWord(surface_, word, font_, width_);
-      line_ = word.substr(0, part);
-      word.remove_prefix(part);
-      if (word.empty()) return;
-      EndLine();
-    }
-  }
-
-  void EndLine() {
-    if (!Full()) lines_.push_back(line_);
-    line_.clear();
-  }
-
-  const Surface& surface_;
-  const Font font_;
-  const double width_;
-  const std::size_t limit_;
-  std::string line_;
-  std::vector<std::string> lines_;
-};
-
 }  // namespace
 
 std::vector<std::string> WrapText(const Surface& surface, std::string_view text, Font font, double width,
                                   std::size_t limit) {
-  return LineWrapper(surface, font, width, limit).Wrap(text);
+  std::vector<std::string> lines;
+  std::string line;
+  const auto full = [&] { return lines.size() >= limit; };
+  const auto endLine = [&] {
+    if (!full()) lines.push_back(line);
+    line.clear();
+  };
+  const auto addWord = [&](std::string_view word) {
+    if (!line.empty()) {
+      const std::string longer = line + " " + std::string(word.substr(0, kLongestLine));
+      if (Fits(surface, longer, font, width)) {
+        line = longer;
+        return;
+      }
+      endLine();
+    }
+    while (!word.empty() && !full()) {
+      if (!line.empty()) endLine();
+      line = word.substr(0, BreakWord(surface, word, font, width));
+      word.remove_prefix(line.size());
+    }
+  };
+  while (!text.empty() && !full()) {
+    const std::size_t end = std::min(text.find_first_of(" \t\r\n"), text.size());
+    if (end > 0) addWord(text.substr(0, end));
+    text.remove_prefix(end);
+    if (text.starts_with('\r') || text.starts_with('\n')) endLine();
+    text.remove_prefix(text.starts_with("\r\n") ? 2 : std::min<std::size_t>(1, text.size()));
+  }
+  endLine();
+  while (!lines.empty() && lines.back().empty()) lines.pop_back();
+  return lines;
 }
 
 void DrawFitted(Surface& surface, const Box& box, std::string_view text, Font font, double smallest,

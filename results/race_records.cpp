@@ -44,11 +44,8 @@ LocalDateTime DateOfSerial(double serial) {
           static_cast<int>(at.seconds().count())};
 }
 
-std::string RaceSection(int race) {
-  return "Race" + std::to_string(race);
-}
-std::string ReflySection(int refly) {
-  return "Refly" + std::to_string(refly);
+std::string SectionOf(int race, int refly) {
+  return refly == 0 ? "Race" + std::to_string(race) : "Refly" + std::to_string(refly);
 }
 
 bool SectionHasRun(const ProjectSource& project, const std::string& section) {
@@ -58,8 +55,8 @@ bool SectionHasRun(const ProjectSource& project, const std::string& section) {
 // The refly that stands for the race, 0 when the race stands for itself. A race that points to a refly that
 // is not there must not disappear.
 int ReflyOf(const ProjectSource& project, int race) {
-  const int refly = PositiveNumber(project.read(RaceSection(race), "ReflyID", "0"));
-  return refly != 0 && SectionHasRun(project, ReflySection(refly)) ? refly : 0;
+  const int refly = PositiveNumber(project.read(SectionOf(race, 0), "ReflyID", "0"));
+  return refly != 0 && SectionHasRun(project, SectionOf(race, refly)) ? refly : 0;
 }
 
 // Of two laps with the same number the later one counts, as in the recount.
@@ -78,9 +75,11 @@ bool BeginsWithFreeLap(const LaneLog& log) {
 }
 
 // What "Current" says holds for a race that has not run; one that has run kept its own heat and round.
-RaceRecord ReadHeader(const ProjectSource& project, int race, const std::string& section) {
+RaceRecord ReadHeader(const ProjectSource& project, int race, int refly) {
+  const std::string section = SectionOf(race, refly);
   RaceRecord record;
   record.number = race;
+  record.refly = refly;
   record.eventName = project.read("Current", "Title", "");
   record.projectFile = project.file;
   const int heats = std::max(1, PositiveNumber(project.read("Current", "HeatsPerRound", "1")));
@@ -105,13 +104,11 @@ RaceRecord ReadHeader(const ProjectSource& project, int race, const std::string&
 }
 
 RaceRecord ReadFlight(const ProjectSource& project, int race, int refly) {
-  const std::string section = refly == 0 ? RaceSection(race) : ReflySection(refly);
-  RaceRecord record = ReadHeader(project, race, section);
-  record.refly = refly;
+  RaceRecord record = ReadHeader(project, race, refly);
   MarkLanes(record, project.laneColorScheme);
   if (!record.hasRun) return record;
   for (LaneRecord& lane : record.lanes) {
-    const std::string laneSection = section + "_Lane" + std::to_string(lane.lane);
+    const std::string laneSection = SectionOf(race, refly) + "_Lane" + std::to_string(lane.lane);
     const auto value = [&](const std::string& key) { return project.read(laneSection, key, ""); };
     LaneLog log;
     log.Read(value);
@@ -136,7 +133,7 @@ void ReadRepeatedReflys(const ProjectSource& project, const std::map<int, int>& 
   for (const auto& [race, refly] : reflyOfRace) standing.insert(refly);
   const int last = ReflysCounted(project);
   for (int refly = 1; refly <= last; ++refly) {
-    const std::string section = ReflySection(refly);
+    const std::string section = SectionOf(0, refly);
     if (standing.contains(refly) || !SectionHasRun(project, section)) continue;
     const int race = PositiveNumber(project.read(section, "CurrentRace", ""));
     const auto by = reflyOfRace.find(race);
@@ -183,10 +180,7 @@ void ReadLane(LaneRecord& lane, const LaneLog& log, int mode) {
 }
 
 RaceRecord ReadStandingHeader(const ProjectSource& project, int race) {
-  const int refly = ReflyOf(project, race);
-  RaceRecord record = ReadHeader(project, race, refly == 0 ? RaceSection(race) : ReflySection(refly));
-  record.refly = refly;
-  return record;
+  return ReadHeader(project, race, ReflyOf(project, race));
 }
 
 int ReflysCounted(const ProjectSource& project) {
@@ -208,7 +202,7 @@ ContestRecord ReadContest(const ProjectSource& project) {
   ContestRecord contest{project.read("Current", "Title", ""), project.file, {}};
   std::map<int, int> reflyOfRace;
   for (int race = 1; race <= kLastRace; ++race) {
-    if (!SectionHasRun(project, RaceSection(race))) continue;
+    if (!SectionHasRun(project, SectionOf(race, 0))) continue;
     const int refly = ReflyOf(project, race);
     contest.races.push_back(ReadFlight(project, race, refly));
     if (refly == 0) continue;
