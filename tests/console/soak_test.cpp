@@ -1,7 +1,7 @@
-// Hours of traffic through a pseudo-terminal: nothing is lost that comes again, nothing is counted wrong,
-// nothing grows.
+// Hours of traffic: nothing is lost that comes again, nothing is counted wrong, nothing grows.
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <cstdlib>
 #include <fstream>

@@ -1,43 +1,28 @@
 #pragma once
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
-#include <poll.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <functional>
-#include <memory>
 #include <random>
 #include <sstream>
-#include <string>
 #include <vector>
 
 #include "field/compare.h"
 #include "field/field.h"
-#include "field/pseudo_terminal.h"
 #include "results/race_records.h"
 #include "tests/support/console_rig.h"
 
 namespace quorvane {
 
-// The console and the simulated field at the two ends of a pseudo-terminal. Both run on the console's virtual
-// clock, as fast as the bytes come through.
+// The console and the simulated field at the two ends of a line, on the console's virtual clock.
 class FieldLink {
  public:
   FieldLink(ConsoleRig& console, const field::FieldOptions& options) : field(options), rig_(console) {
-    std::string error;
-    terminal_ = field::PseudoTerminal::Open("", error);
-    if (terminal_ != nullptr) port_ = open(terminal_->path().c_str(), O_RDWR | O_NOCTTY);
-    if (port_ < 0) ADD_FAILURE() << "no pseudo-terminal " << error;
-    rig_.serial.onSent = [this](const std::vector<std::uint8_t>& bytes) { ToField(bytes); };
+    rig_.serial.onSent = [this](const auto& bytes) { field.Receive(bytes, rig_.platform.ClockMs()); };
   }
-  ~FieldLink() {
-    rig_.serial.onSent = {};
-    close(port_);
-  }
+  ~FieldLink() { rig_.serial.onSent = {}; }
   FieldLink(const FieldLink&) = delete;
-  FieldLink& operator=(const FieldLink&) = delete;
 
   void RunUntil(std::int64_t ms) {
     while (rig_.platform.ClockMs() < ms) Step(ms);
@@ -56,33 +41,16 @@ class FieldLink {
   std::function<void(std::uint8_t)> onByte;  // sees each byte before the console does
 
  private:
-  void ToConsole(const std::vector<std::uint8_t>& bytes) {
-    terminal_->Write(bytes);
-    pollfd state{port_, POLLIN, 0};
-    for (std::size_t got = 0; got < bytes.size();) {
-      std::vector<std::uint8_t> piece(1 + random_() % 48);  // a port hands over what it likes
-      const ssize_t length = poll(&state, 1, 5000) > 0 ? read(port_, piece.data(), piece.size()) : 0;
-      ASSERT_GT(length, 0) << "bytes are lost in the terminal";
-      piece.resize(static_cast<std::size_t>(length));
-      got += piece.size();
+  void ToConsole(std::span<const std::uint8_t> bytes) {
+    while (!bytes.empty()) {  // a port hands over what it likes
+      const auto piece = bytes.first(std::min<std::size_t>(1 + random_() % 48, bytes.size()));
+      bytes = bytes.subspan(piece.size());
       if (onByte) std::for_each(piece.begin(), piece.end(), onByte);
-      rig_.program.door().Enter({.kind = EventKind::Bytes, .bytes = piece});
-    }
-  }
-  void ToField(const std::vector<std::uint8_t>& bytes) {
-    ASSERT_EQ(write(port_, bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
-    for (std::size_t got = 0; got < bytes.size();) {
-      terminal_->Wait(1000);
-      const std::vector<std::uint8_t> piece = terminal_->Read();
-      ASSERT_FALSE(piece.empty()) << "bytes are lost in the terminal";
-      got += piece.size();
-      field.Receive(piece, rig_.platform.ClockMs());
+      rig_.program.door().Enter({.kind = EventKind::Bytes, .bytes = {piece.begin(), piece.end()}});
     }
   }
 
   ConsoleRig& rig_;
-  std::unique_ptr<field::PseudoTerminal> terminal_;
-  int port_ = -1;
   std::mt19937 random_{1};
 };
 
