@@ -1,4 +1,6 @@
 #include <fmt/format.h>
+#include <fmt/ranges.h>
+
 #include <chrono>
 #include <csignal>
 #include <cstdio>
@@ -63,9 +65,7 @@ int Fly(const CommandLine& line) {
 }
 
 void PrintChunk(const Chunk& chunk) {
-  std::string hex;
-  for (const std::uint8_t byte : chunk.bytes) hex += fmt::format("{:02X}", byte);
-  std::cout << fmt::format("{{\"ms\":{},\"rx\":\"{}\"}}\n", chunk.DueMs(), hex);
+  std::cout << fmt::format("{{\"ms\":{},\"rx\":\"{:02X}\"}}\n", chunk.DueMs(), fmt::join(chunk.bytes, ""));
 }
 
 int PrintCourse(const CommandLine& line) {
