@@ -1,17 +1,26 @@
 #pragma once
 
+#include <utility>
+
 namespace quorvane {
 
-// Sets a re-entrancy flag for as long as it lives, so that the flag falls however its procedure ends.
-class BusyFlag {
+// Gives a variable another value for as long as it lives, however its procedure ends.
+template <typename T>
+class Restored {
  public:
-  explicit BusyFlag(bool& flag) : flag_(flag) { flag_ = true; }
-  ~BusyFlag() { flag_ = false; }
-  BusyFlag(const BusyFlag&) = delete;
-  BusyFlag& operator=(const BusyFlag&) = delete;
+  Restored(T& variable, T value) : variable_(variable), before_(std::exchange(variable, value)) {}
+  ~Restored() { variable_ = before_; }
+  Restored(const Restored&) = delete;
+  Restored& operator=(const Restored&) = delete;
 
  private:
-  bool& flag_;
+  T& variable_;
+  const T before_;
+};
+
+// The same for a re-entrancy flag.
+struct BusyFlag : Restored<bool> {
+  explicit BusyFlag(bool& flag) : Restored(flag, true) {}
 };
 
 }  // namespace quorvane

@@ -5,6 +5,7 @@
 #include "base/text.h"
 #include "forms/control.h"
 #include "records/lane_colors.h"
+#include "records/race_record.h"
 
 namespace quorvane {
 
@@ -135,7 +136,7 @@ void frmJudge::Form_Load() {
   race_.RaceHolding = false;
   race_.RaceActive = false;
   DisplayStatus();
-  cboRaceMode.SetItems({"RaceHorse", "AMA 1324", "AMA 2413", "FAI 123", "FAI 231", "FAI 312"});
+  cboRaceMode.SetItems({kRaceModeNames.begin(), kRaceModeNames.end()});
   cboRaceMode.SetListIndex(1);
   if (!ChooseProject(true)) return;
   ResetRaceControls();

@@ -1,6 +1,6 @@
 // What the console tells the stations, and the keys.
 
-#include <map>
+#include <algorithm>
 
 #include "console/frm_judge.h"
 
@@ -84,19 +84,17 @@ void frmJudge::LapKey(int lane) {
 // enter nothing: a slip of the hand, or a key meant to start the next race, would change a result that nobody
 // looks at any more. The buttons stay for late corrections.
 void frmJudge::KeyDown(const std::string& key) {
-  static const std::map<std::string, int> kKeys = {
-      {"F1", 0}, {"F2", 1},  {"F3", 2},   {"F4", 3},   {"F5", 4}, {"F6", 5}, {"F7", 6}, {"F8", 7},
-      {"F9", 8}, {"F10", 9}, {"F11", 10}, {"F12", 11}, {"7", 12}, {"8", 13}, {"9", 14}, {"0", 15}};
-  const auto found = kKeys.find(key);
-  if (found == kKeys.end()) return;
+  const auto found = std::find(kKeyNames.begin(), kKeyNames.end(), key);
+  if (found == kKeyNames.end()) return;
+  const int place = static_cast<int>(found - kKeyNames.begin());
   if (WaitsForSave()) return ShowNotice(kSaveFirst);
-  const int lane = found->second % 4;
-  if (found->second < 4) {
+  const int lane = place % 4;
+  if (place < 4) {
     LapKey(lane);
     return;
   }
   if (!Lane(lane).Visible()) return;
-  Lane(lane).cntrCut(found->second / 4);
+  Lane(lane).cntrCut(place / 4);
 }
 
 void frmJudge::lblComm_Click() {

@@ -2,14 +2,13 @@
 
 #include <array>
 
+#include "forms/event.h"
 #include "forms/forms.h"
 
 namespace quorvane {
 namespace {
 
 constexpr std::array kActions = {"Lap", "Cut at pylon 1", "Cut at pylon 2", "Cut at pylon 3"};
-constexpr std::array kKeys = {"F1", "F2",  "F3",  "F4",  "F5", "F6", "F7", "F8",
-                              "F9", "F10", "F11", "F12", "7",  "8",  "9",  "0"};
 
 }  // namespace
 
@@ -31,7 +30,8 @@ frmKeyboard::frmKeyboard(Forms& forms)
   for (std::size_t i = 0; i < kActions.size(); ++i) {
     lblAction[static_cast<int>(i)].SetCaption(kActions[i]);
   }
-  for (std::size_t i = 0; i < kKeys.size(); ++i) lblKey[static_cast<int>(i)].SetCaption(kKeys[i]);
+  for (std::size_t i = 0; i < kKeyNames.size(); ++i)
+    lblKey[static_cast<int>(i)].SetCaption(std::string(kKeyNames[i]));
   cmdClose.onClick = [this] { CloseRequested(); };
 }
 

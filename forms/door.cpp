@@ -4,6 +4,7 @@
 #include <exception>
 #include <utility>
 
+#include "base/busy_flag.h"
 #include "base/run_time_error.h"
 
 namespace quorvane {
@@ -28,19 +29,6 @@ constexpr std::int64_t kFollowMs = 1000;
 LocalDateTime MomentOfZero(const LocalDateTime& shown, std::int64_t ms) {
   return AddMilliseconds(shown, -(ms - ms % 1000));
 }
-
-// Gives a number another value for as long as it lives.
-class Restored {
- public:
-  Restored(int& number, int value) : number_(number), before_(std::exchange(number, value)) {}
-  ~Restored() { number_ = before_; }
-  Restored(const Restored&) = delete;
-  Restored& operator=(const Restored&) = delete;
-
- private:
-  int& number_;
-  const int before_;
-};
 
 }  // namespace
 
