@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "forms/form_scaling.h"
 #include "replay/virtual_platform.h"
 
 namespace quorvane {
@@ -33,13 +34,10 @@ class DoorTest : public testing::Test, public DeviceEvents {
  protected:
   DoorTest() { door.SetDevices(this); }
 
-  void Load() override {}
   void BytesArrived(const std::vector<std::uint8_t>&) override {
     order += "b";
     if (onBytes) onBytes();
   }
-  void LineError(int) override {}
-  void PortsChanged(const std::vector<int>&) override {}
   void EventEnded() override { ++ended; }
 
   void Click(const std::string& control) { door.Enter({EventKind::Click, control}); }
@@ -183,6 +181,17 @@ TEST_F(DoorTest, BoxesAndListsTellOnlyRealChanges) {
   desk.cbo.SetListIndex(1);
   for (const int index : {1, 7, -3, 0}) Choose(index);
   EXPECT_EQ(order, "106a");
+}
+
+TEST(FormScaling, NeighboursTouchAtEverySizeAndFontsFollowTheSmallerFactor) {
+  const clsRect left{10, 20, 53, 44}, right{63, 20, 53, 44};
+  EXPECT_EQ(ScaleRect(left, 1280, 800, 1280, 800), left);
+  for (int width = 300; width < 3000; width += 7) {
+    const clsRect a = ScaleRect(left, 1280, 800, width, 900);
+    ASSERT_EQ(a.left + a.width, ScaleRect(right, 1280, 800, width, 900).left) << width;
+  }
+  EXPECT_DOUBLE_EQ(ScaleFont(10.0, 1280, 800, 2560, 800), 10.0);
+  EXPECT_DOUBLE_EQ(ScaleFont(10.0, 1280, 800, 2560, 1600), 20.0);
 }
 
 }  // namespace

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <random>
 #include <string>
 #include <tuple>
 
@@ -23,63 +22,61 @@ std::string Fault(const std::string& text) {
   }
 }
 
-Event RandomEvent(std::mt19937& random) {
-  const auto pick = [&](std::size_t n) { return static_cast<std::size_t>(random() % n); };
-  static const std::vector<std::string> kTexts = {
-      "", "a b", "\"quoted\" \\ back", "line\r\nbreak\ttab", "Zürich 21°", "\x01\x1F", "end", "#"};
-  static const std::vector<std::string> kKeys = {"F1", "F12", "7", "0"};
-  std::vector<std::uint8_t> bytes(1 + pick(80));
-  for (auto& byte : bytes) byte = static_cast<std::uint8_t>(random());
-  const std::string control = "frmLane2.lblCut(" + std::to_string(pick(40)) + ")";
+// Every kind of record as it stands in journals that were recorded long ago.
+TEST(Journal, WhatIsWrittenHasItsOldFormAndReadsBack) {
+  const std::string control = "frmLane2.lblCut(3)";
   const Event kEvents[] = {
-      {.kind = EventKind::Key, .text = kKeys[pick(4)]},
-      {.kind = EventKind::Bytes, .bytes = bytes},
-      {.kind = EventKind::LineError, .number = 1000 + static_cast<int>(pick(12))},
-      {.kind = EventKind::Ports, .numbers = {1, 2 + static_cast<int>(pick(29)), 31}},
+      {.kind = EventKind::Ports, .numbers = {1, 31}},
+      {EventKind::Load},
+      {.kind = EventKind::Key, .text = "F12"},
+      {.kind = EventKind::Bytes, .bytes = {0x05, 0xAF}},
+      {.kind = EventKind::LineError, .number = 1004},
       {EventKind::Activate, "frmLane2"},
       {EventKind::Close, "frmLane2"},
-      {EventKind::Quit},
       {EventKind::Resize, "frmLane2"},
       {EventKind::Click, control},
       {EventKind::Hover, control},
       {EventKind::Timer, control},
-      {EventKind::Type, control, kTexts[pick(kTexts.size())]},
-      {.kind = EventKind::Choose, .target = control, .number = static_cast<int>(pick(7))},
+      {EventKind::Type, control, "\"q\" \\ \r\n\t Zürich \x01\x1F\x7F"},
+      {.kind = EventKind::Choose, .target = control, .number = 7},
+      {EventKind::Quit},
   };
-  return kEvents[pick(std::size(kEvents))];
-}
-
-auto Parts(const Event& e) {
-  return std::tie(e.kind, e.target, e.text, e.number, e.numbers, e.bytes);
-}
-
-TEST(Journal, WhatIsWrittenReadsBack) {
-  std::mt19937 random(7);
-  const LocalDateTime start{2028, 2, 29, 23, 59, 1};
-  std::string text = StartRecords(start, true) + SettingRecord({"a b", "k", "v \"x\"\r\n"}) +
-                     EventRecord(0, {.kind = EventKind::Load});
-  std::vector<Event> events;
-  for (int ms = 0; ms < 2000; ++ms) text += EventRecord(ms, events.emplace_back(RandomEvent(random)));
-  text += EventRecord(2000, {EventKind::GotFocus, "frmJudge.txtComments"}) +  // leaves no record
-          AnswerRecord(2000, {DialogAnswer::Word::File, "c:\\Quorvane\\x.ini"}) +
-          BusyRecord(2001, 5, 8005, "Access is \"denied\"") + SentRecord(2002, {0x55, 0xAA}) +
-          EndRecord(2003);
+  std::string text =
+      StartRecords({2028, 2, 29, 23, 59, 1}, true) + SettingRecord({"a b", "k", "v \"x\"\r\n"});
+  for (const Event& event : kEvents) text += EventRecord(5, event);
+  text += EventRecord(5, {EventKind::GotFocus, "frmJudge.txtComments"}) +  // leaves no record
+          AnswerRecord(6, {DialogAnswer::Word::File, "c:\\x.ini"}) +
+          AnswerRecord(6, {DialogAnswer::Word::No}) + BusyRecord(7, 5, 8005, "Access is \"denied\"") +
+          SentRecord(8, {0x55, 0xAA}) + HeldRecord(8, "a b", false) + ClockRecord(8, {2028, 3, 1, 0, 0, 0}) +
+          EndRecord(9);
+  EXPECT_EQ(
+      text,
+      "quorvane-journal 1\n0 start 2028-02-29T23:59:01\n0 timers recorded\n"
+      "0 setting \"a b\" k \"v \\\"x\\\"\\r\\n\"\n5 ports 1 31\n5 load\n5 key F12\n5 rx 05AF\n5 line 1004\n"
+      "5 activate frmLane2\n5 close frmLane2\n5 resize frmLane2\n5 click frmLane2.lblCut(3)\n"
+      "5 hover frmLane2.lblCut(3)\n5 timer frmLane2.lblCut(3)\n"
+      "5 type frmLane2.lblCut(3) \"\\\"q\\\" \\\\ \\r\\n\\t Zürich \\u0001\\u001F\x7F\"\n"
+      "5 choose frmLane2.lblCut(3) 7\n5 quit\n6 answer file \"c:\\\\x.ini\"\n6 answer no\n"
+      "7 busy 5 8005 \"Access is \\\"denied\\\"\"\n8 tx 55AA\n8 free \"a b\"\n8 clock 2028-03-01T00:00:00\n"
+      "9 end\n");
   const SessionJournal journal = ReadJournal(text);
-  EXPECT_EQ(journal.start, start);
+  EXPECT_EQ(journal.start, (LocalDateTime{2028, 2, 29, 23, 59, 1}));
   EXPECT_TRUE(journal.timersRecorded);
-  EXPECT_EQ(journal.settings.at(0).section, "a b");
   EXPECT_EQ(journal.settings.at(0).value, "v \"x\"\r\n");
-  ASSERT_EQ(journal.records.size(), events.size() + 5);
-  for (std::size_t i = 0; i < events.size(); ++i) {
-    ASSERT_EQ(Parts(journal.records[i + 1].event), Parts(events[i])) << i;
+  ASSERT_EQ(journal.records.size(), std::size(kEvents) + 7);
+  const auto parts = [](const Event& e) {
+    return std::tie(e.kind, e.target, e.text, e.number, e.numbers, e.bytes);
+  };
+  for (std::size_t i = 0; i < std::size(kEvents); ++i) {
+    EXPECT_EQ(parts(journal.records[i].event), parts(kEvents[i])) << i;
   }
-  const JournalRecord* last = &journal.records[events.size() + 1];
-  EXPECT_EQ(last[0].answer.text, "c:\\Quorvane\\x.ini");
-  EXPECT_EQ(last[1].port, 5);
-  EXPECT_EQ(last[1].event.number, 8005);
-  EXPECT_EQ(last[1].event.text, "Access is \"denied\"");
-  EXPECT_EQ(last[2].event.bytes, (std::vector<std::uint8_t>{0x55, 0xAA}));
-  EXPECT_EQ(last[3].kind, JournalRecord::Kind::End);
+  const JournalRecord* last = &journal.records[std::size(kEvents)];
+  EXPECT_EQ(last[0].answer.text, "c:\\x.ini");
+  EXPECT_EQ(last[1].answer.word, DialogAnswer::Word::No);
+  EXPECT_EQ(std::tie(last[2].port, last[2].event.number), std::tuple(5, 8005));
+  EXPECT_EQ(last[2].event.text, "Access is \"denied\"");
+  EXPECT_EQ(last[3].event.bytes, (std::vector<std::uint8_t>{0x55, 0xAA}));
+  EXPECT_EQ(last[5].moment.month, 3);
 }
 
 TEST(Journal, ReadsWhatHandsWrite) {

@@ -242,26 +242,34 @@ TEST(Recorder, AnErrorThatWasContainedIsKeptAndTold) {
   EXPECT_NE(FileBytes(session.path).find("# error "), std::string::npos);
 }
 
-// Writes a little, then fails as a full disk does.
-class FullDisk : public std::stringbuf {
+// A disk that does not answer before it is told to, and then is full.
+class SlowFullDisk : public std::stringbuf {
+ public:
+  std::promise<void> answer;
+
+ private:
   std::streamsize xsputn(const char*, std::streamsize) override {
+    if (answered_.valid()) answered_.get();
     errno = ENOSPC;
     return 0;
   }
+  std::future<void> answered_ = answer.get_future();
 };
 
-template <typename Buffer>
-class Onto : public std::ostream {
- public:
-  Onto() : std::ostream(&buffer) {}
-  Buffer buffer;
+struct Disk : std::ostream {
+  Disk() : std::ostream(&buffer) {}
+  SlowFullDisk buffer;
 };
 
-TEST(Recorder, AFullDiskEndsTheRecordingAndNothingElse) {
+TEST(Recorder, NeverWaitsForTheDiskAndAFullOneEndsTheRecordingOnly) {
   Recorded session;
   session.Begin();
-  session.recorder.Record(std::make_unique<Onto<FullDisk>>());
+  auto disk = std::make_unique<Disk>();
+  std::promise<void>& answer = disk->buffer.answer;
+  session.recorder.Record(std::move(disk));
   session.rig.Load();
+  EXPECT_EQ(session.recorder.Problem(), "");
+  answer.set_value();
   for (int i = 0; i < 500 && session.recorder.Problem().empty(); ++i) {
     std::this_thread::sleep_for(std::chrono::milliseconds(2));
   }
@@ -286,33 +294,6 @@ TEST(Recorder, ASessionTooLongForMemoryIsRecordedFromItsStartOrNotAtAll) {
   EXPECT_FALSE(recorder.Record(folder / "b.journal"));
   EXPECT_NE(recorder.Problem(), "");
   EXPECT_EQ(folder.Entries(), 1);
-}
-
-// A disk that does not answer before it is told to.
-class SlowDisk : public std::stringbuf {
- public:
-  std::promise<void> answer;
-
- private:
-  std::streamsize xsputn(const char* text, std::streamsize size) override {
-    if (answered_.valid()) answered_.get();
-    return std::stringbuf::xsputn(text, size);
-  }
-  std::future<void> answered_ = answer.get_future();
-};
-
-TEST(Recorder, AppendingNeverWaitsForTheDisk) {
-  auto out = std::make_unique<Onto<SlowDisk>>();
-  SlowDisk& disk = out->buffer;
-  SessionRecorder recorder;
-  recorder.Begin({});
-  recorder.Record(std::move(out));
-  recorder.Entered(0, {.kind = EventKind::Load});
-  const Event frame{.kind = EventKind::Bytes, .bytes = std::vector<std::uint8_t>(36, 0x55)};
-  for (int i = 0; i < 20000; ++i) recorder.Entered(i, frame);
-  EXPECT_EQ(disk.str(), "");
-  disk.answer.set_value();
-  recorder.End(20000);
 }
 
 }  // namespace

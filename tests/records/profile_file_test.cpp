@@ -2,9 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <array>
-#include <random>
 #include <vector>
 
 namespace quorvane {
@@ -113,48 +110,6 @@ TEST(ProfileFile, AWriteChangesTheBytesOfItsValueOnly) {
     ProfileFile file(c.before);
     EXPECT_EQ(file.Write(c.section, c.key, c.value), c.before != c.after) << c.name;
     EXPECT_EQ(file.Serialize(), c.after) << c.name;
-  }
-}
-
-// The same write done the simplest way, in a list of lines.
-void PlainWrite(std::vector<std::string>& lines, const std::string& section, const std::string& key,
-                const std::string& value) {
-  auto at = std::find(lines.begin(), lines.end(), "[" + section + "]");
-  if (at == lines.end()) at = lines.insert(at, "[" + section + "]");
-  auto last = at;
-  for (++at; at != lines.end() && at->front() != '['; ++at) {
-    if (at->front() != ';') last = at;
-    if (!at->starts_with(key + "=")) continue;
-    *at = key + "=" + value;
-    return;
-  }
-  lines.insert(last + 1, key + "=" + value);
-}
-
-std::string Text(const std::vector<std::string>& lines) {
-  std::string text;
-  for (const std::string& line : lines) text += line + "\n";
-  return text;
-}
-
-TEST(ProfileFile, AgreesWithAPlainModelOnRandomWrites) {
-  std::mt19937 random(20261121);
-  const auto number = [&](unsigned below) { return std::to_string(random() % below); };
-  for (int round = 0; round < 200; ++round) {
-    std::vector<std::string> plain = {"; by hand"};
-    for (auto i = random() % 12; i > 0; --i) {
-      const std::string n = number(4);
-      plain.push_back(std::array<std::string, 3>{"[s" + n + "]", "k" + n + "=" + n, ";k1=9"}[random() % 3]);
-    }
-    ProfileFile file(Text(plain));
-    for (int i = 0; i < 40; ++i) {
-      const std::string section = "s" + number(6), key = "k" + number(6), value = number(1000);
-      PlainWrite(plain, section, key, value);
-      file.Write(section, key, value);
-      ASSERT_EQ(file.Read(section, key), value);
-      if (random() % 8 == 0) file = ProfileFile(file.Serialize());
-    }
-    ASSERT_EQ(file.Serialize(), Text(plain));
   }
 }
 

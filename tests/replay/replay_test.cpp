@@ -7,7 +7,7 @@
 
 #include "base/text.h"
 #include "journal/journal_text.h"
-#include "programs/replay_command_files.h"
+#include "programs/replay_command.h"
 #include "replay/outputs.h"
 #include "tests/support/console_rig.h"
 
