@@ -3,7 +3,13 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cerrno>
+#include <condition_variable>
+#include <cstring>
+#include <fstream>
+#include <mutex>
 #include <optional>
+#include <thread>
 #include <utility>
 
 #include "base/text.h"
@@ -28,7 +34,145 @@ std::string Joined(const Records& records) {
   return fmt::format("{}", fmt::join(records, ""));
 }
 
+std::string Reason() {
+  return errno == 0 ? "The file cannot be written" : std::strerror(errno);
+}
+
 }  // namespace
+
+// A text file that is only added to, by a thread of its own, so that a slow or full disk never delays the
+// caller: Append costs a copy of the text. Text that was appended is with the operating system a moment
+// later (not on the disk for certain: a power failure may cost the last seconds, a killed program nothing
+// but what was appended in its last moment).
+//
+// The first error ends the writing; the file then stays as far as it was written, and Problem() says why.
+class JournalFile {
+ public:
+  // Makes a new file. One that cannot be made is such an error, and so is one that exists and has contents.
+  explicit JournalFile(const std::filesystem::path& path);
+  // Writes to any other stream.
+  explicit JournalFile(std::unique_ptr<std::ostream> out);
+  ~JournalFile();
+  JournalFile(const JournalFile&) = delete;
+  JournalFile& operator=(const JournalFile&) = delete;
+
+  void Append(std::string text);
+  // Puts the text in front of the last `tail` bytes appended, which must be what was appended last.
+  void InsertBefore(const std::string& tail, const std::string& text);
+
+  // Writes what is left and closes the file. Nothing may be appended any more.
+  void Close();
+
+  // Empty while all is well. From any thread.
+  std::string Problem() const;
+
+ private:
+  struct Piece {
+    std::size_t back = 0;  // bytes at the end of the file that it replaces
+    std::string text;
+  };
+
+  void Begin();
+  void Add(Piece piece);
+  void Work();
+  bool Write(const Piece& piece);
+
+  std::unique_ptr<std::ostream> out_;  // the thread's, once it runs
+  mutable std::mutex mutex_;
+  std::condition_variable wake_;
+  std::deque<Piece> waiting_;
+  std::string problem_;
+  bool closing_ = false;
+  std::thread thread_;
+};
+
+JournalFile::JournalFile(const std::filesystem::path& path) {
+  if (const auto reason = WhyNotWrite(Utf8Of(path), FileKind::Journal)) {
+    problem_ = "the file may not be replaced, " + *reason;
+    return;
+  }
+  errno = 0;
+  out_ = std::make_unique<std::ofstream>(path, std::ios::binary | std::ios::trunc);
+  Begin();
+}
+
+JournalFile::JournalFile(std::unique_ptr<std::ostream> out) : out_(std::move(out)) {
+  Begin();
+}
+
+void JournalFile::Begin() {
+  if (*out_) {
+    thread_ = std::thread([this] { Work(); });
+  } else {
+    problem_ = Reason();
+  }
+}
+
+JournalFile::~JournalFile() {
+  Close();
+}
+
+void JournalFile::Close() {
+  {
+    const std::lock_guard lock(mutex_);
+    closing_ = true;
+  }
+  wake_.notify_one();
+  if (thread_.joinable()) thread_.join();
+}
+
+void JournalFile::Append(std::string text) {
+  Add({0, std::move(text)});
+}
+
+void JournalFile::InsertBefore(const std::string& tail, const std::string& text) {
+  const std::size_t back = tail.size();
+  Add({back, text + tail});
+}
+
+void JournalFile::Add(Piece piece) {
+  {
+    const std::lock_guard lock(mutex_);
+    if (!problem_.empty()) return;
+    waiting_.push_back(std::move(piece));
+  }
+  wake_.notify_one();
+}
+
+std::string JournalFile::Problem() const {
+  const std::lock_guard lock(mutex_);
+  return problem_;
+}
+
+void JournalFile::Work() {
+  for (;;) {
+    std::deque<Piece> pieces;
+    {
+      std::unique_lock lock(mutex_);
+      wake_.wait(lock, [this] { return closing_ || !waiting_.empty(); });
+      if (waiting_.empty()) return;
+      pieces.swap(waiting_);
+    }
+    errno = 0;
+    bool written = true;
+    for (const Piece& piece : pieces) written = written && Write(piece);
+    if (written && out_->flush()) continue;
+    const std::lock_guard lock(mutex_);
+    problem_ = Reason();
+    waiting_.clear();
+    return;
+  }
+}
+
+bool JournalFile::Write(const Piece& piece) {
+  if (piece.back > 0) out_->seekp(-static_cast<std::ostream::off_type>(piece.back), std::ios::end);
+  out_->write(piece.text.data(), static_cast<std::streamsize>(piece.text.size()));
+  return static_cast<bool>(*out_);
+}
+
+SessionRecorder::SessionRecorder(std::size_t mostBytes) : mostBytes_(mostBytes) {}
+
+SessionRecorder::~SessionRecorder() = default;
 
 void SessionRecorder::Begin(const SessionStart& start) {
   begun_ = true;

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <map>
 #include <memory>
+#include <ostream>
 #include <set>
 #include <string>
 #include <utility>
@@ -13,10 +14,11 @@
 
 #include "forms/event.h"
 #include "forms/platform.h"
-#include "journal/journal_file.h"
 #include "journal/journal_text.h"
 
 namespace quorvane {
+
+class JournalFile;
 
 // What the program finds at its start and what a replay therefore has to begin with.
 struct SessionStart {
@@ -35,7 +37,8 @@ struct SessionStart {
 // Hand it to Door::SetJournal. Never throws and never waits for a disk. From the thread of the door only.
 class SessionRecorder : public Journal {
  public:
-  explicit SessionRecorder(std::size_t mostBytes = std::size_t{128} << 20) : mostBytes_(mostBytes) {}
+  explicit SessionRecorder(std::size_t mostBytes = std::size_t{128} << 20);
+  ~SessionRecorder() override;
 
   // Before the Load event enters.
   void Begin(const SessionStart& start);
