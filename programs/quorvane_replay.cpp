@@ -8,8 +8,7 @@
 
 #include "files/file_ops.h"
 #include "journal/journal_reader.h"
-#include "programs/replay_command_files.h"
-#include "programs/replay_options.h"
+#include "programs/replay_command.h"
 #include "replay/outputs.h"
 #include "replay/replay.h"
 #include "replay/verify.h"

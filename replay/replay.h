@@ -55,8 +55,6 @@ class Replay {
 
  private:
   struct Made : Journal {
-    void Entered(std::int64_t, const Event&) override {}
-    void Answered(std::int64_t, const DialogBox&, const DialogAnswer&) override {}
     void Sent(std::int64_t ms, const std::vector<std::uint8_t>& frame) override {
       frames.push_back({ms, frame});
     }

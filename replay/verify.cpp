@@ -1,5 +1,7 @@
 #include "replay/verify.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <filesystem>
 #include <optional>
@@ -55,8 +57,8 @@ void CompareFrames(const SessionJournal& journal, const std::vector<Replay::Fram
   std::int64_t ms = kLastJournalMs;
   if (first != recorded.end()) ms = std::min(ms, first->ms);
   if (second != replayed.end()) ms = std::min(ms, second->ms);
-  differences.push_back({ms, "frame " + std::to_string(index + 1) + ": recorded " +
-                                 FrameText(recorded, index) + ", replayed " + FrameText(replayed, index)});
+  differences.push_back({ms, fmt::format("frame {}: recorded {}, replayed {}", index + 1,
+                                         FrameText(recorded, index), FrameText(replayed, index))});
 }
 
 using Name = std::pair<std::string, std::string>;  // section, key
@@ -143,16 +145,11 @@ class ProjectComparison {
     }
     differences.insert(differences.end(), inRaces.begin(), inRaces.end());
     if (!goneOn) differences.insert(differences.end(), elsewhere.begin(), elsewhere.end());
-    if (!later_.empty()) notes.push_back(path_ + " has gone on after the journal: " + Joined(later_));
+    if (!later_.empty())
+      notes.push_back(fmt::format("{} has gone on after the journal: {}", path_, fmt::join(later_, ", ")));
   }
 
  private:
-  static std::string Joined(const std::set<std::string>& words) {
-    std::string text;
-    for (const std::string& word : words) text += (text.empty() ? "" : ", ") + word;
-    return text;
-  }
-
   // Whether the race was saved after the journal's last moment.
   bool IsLater(const std::string& race) const {
     const std::string saved = recorded_.Read(race, "Timestamp").value_or("");
@@ -169,8 +166,8 @@ class ProjectComparison {
     const std::int64_t ms = TimeOfChange(name, versions_, replay_.Now());
     // A session that was killed may have lost what its last event saved.
     if (!journal_.hasEnd && ms >= journal_.LastMs()) return std::nullopt;
-    return Difference{ms, path_ + ": [" + name.first + "] " + name.second + ": recorded " + ValueText(was) +
-                              ", replayed " + ValueText(is)};
+    return Difference{ms, fmt::format("{}: [{}] {}: recorded {}, replayed {}", path_, name.first, name.second,
+                                      ValueText(was), ValueText(is))};
   }
 
   const SessionJournal& journal_;

@@ -1,36 +1,40 @@
 #include "replay/virtual_platform.h"
 
+#include <array>
+
 namespace quorvane {
 namespace {
 
-// What a box answers that is closed without a choice, and to an answer that does not fit it.
+using Word = DialogAnswer::Word;
+
+constexpr unsigned Bit(Word word) {
+  return 1U << static_cast<unsigned>(word);
+}
+
+// By DialogKind: the answers that fit, and what a box answers that is closed without a choice.
+struct BoxRule {
+  unsigned fitting;
+  Word closed;
+};
+constexpr std::array<BoxRule, 7> kBoxRules = {{{Bit(Word::Ok), Word::Ok},
+                                               {Bit(Word::Ok), Word::Cancel},
+                                               {Bit(Word::Yes), Word::No},
+                                               {Bit(Word::Yes) | Bit(Word::No), Word::Cancel},
+                                               {Bit(Word::Text), Word::Cancel},
+                                               {Bit(Word::File), Word::Cancel},
+                                               {Bit(Word::File), Word::Cancel}}};
+
 DialogAnswer Dismissed(DialogKind kind) {
-  if (kind == DialogKind::Ok) return {DialogAnswer::Word::Ok, {}};
-  if (kind == DialogKind::YesNo) return {DialogAnswer::Word::No, {}};
-  return {DialogAnswer::Word::Cancel, {}};
+  return {kBoxRules[static_cast<std::size_t>(kind)].closed};
 }
 
 DialogAnswer Fitted(const DialogBox& box, const DialogAnswer& answer) {
-  using Word = DialogAnswer::Word;
-  switch (box.kind) {
-    case DialogKind::Ok:
-      return {Word::Ok, {}};
-    case DialogKind::OkCancel:
-      return {answer.word == Word::Ok ? Word::Ok : Word::Cancel, {}};
-    case DialogKind::YesNo:
-      return {answer.word == Word::Yes ? Word::Yes : Word::No, {}};
-    case DialogKind::YesNoCancel:
-      if (answer.word == Word::Yes || answer.word == Word::No) return {answer.word, {}};
-      return {Word::Cancel, {}};
-    case DialogKind::Input:
-      if (answer.word == Word::Ok) return {Word::Text, box.preset};
-      return answer.word == Word::Text ? answer : Dismissed(box.kind);
-    case DialogKind::OpenFile:
-    case DialogKind::SaveFile:
-      if (answer.word == Word::Ok) return {Word::File, box.preset};
-      return answer.word == Word::File ? answer : Dismissed(box.kind);
+  const bool asks = box.kind >= DialogKind::Input;
+  if (asks && answer.word == Word::Ok) {
+    return {box.kind == DialogKind::Input ? Word::Text : Word::File, box.preset};
   }
-  return {};
+  const bool fits = (kBoxRules[static_cast<std::size_t>(box.kind)].fitting & Bit(answer.word)) != 0;
+  return fits ? DialogAnswer{answer.word, asks ? answer.text : ""} : Dismissed(box.kind);
 }
 
 }  // namespace

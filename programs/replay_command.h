@@ -2,11 +2,27 @@
 
 #include <optional>
 #include <string>
+#include <variant>
+#include <vector>
 
 #include "journal/journal_reader.h"
-#include "programs/replay_options.h"
+#include "programs/arguments.h"
 
 namespace quorvane {
+
+// The command line of quorvane-replay.
+struct ReplayCommand {
+  std::string project = {};
+  std::string settings = {};
+  std::string state = {};
+  std::string frames = {};
+  std::string dialogs = {};
+  bool verify = false;
+  bool inPlace = false;
+  std::string journal = {};
+};
+
+std::variant<ReplayCommand, Ending> ReadReplayCommand(const std::vector<std::string>& arguments);
 
 // The text of a journal, from a regular file or, for "-", from standard input. What has no end (a device, a
 // pipe with a name) is not waited for, and what is longer than any session is given up. False: `problem` says
