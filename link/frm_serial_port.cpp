@@ -16,7 +16,7 @@ constexpr int kLastStation = 7;
 frmSerialPort::frmSerialPort(Door& door, RaceState& race, LinkOwner& owner, SerialControl& MSComm1)
     : Form(door.AllForms(), kName), door_(door), race_(race), owner_(owner), MSComm1_(MSComm1) {
   SetCaption("Station Link");
-  ShowPorts({});
+  ShowPorts({kNoPort});
   cmdStation.SetVisible(false);
   cmdFreeze.SetVisible(false);
   fraMore.SetVisible(false);

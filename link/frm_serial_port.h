@@ -95,9 +95,9 @@ class frmSerialPort : public Form, private FrameSink {
   // as it can be opened, and the reason is shown until then.
   void BuildPortList();
   void ShowPorts(const std::vector<int>& ports);
-  void TickPort(std::size_t index);
+  void TickPort(int port);
   void optPort_Click(int index);
-  void SelectPort(std::size_t index, bool remember);
+  void SelectPort(int port, bool remember);
   SerialError OpenPort(int port);
   void ClosePort();
   void ShowPortOff(int port);
@@ -149,10 +149,11 @@ class frmSerialPort : public Form, private FrameSink {
   LinkCounters counters_;
   StationMessage TxMessage_;  // keeps its contents between sends
 
-  int PortNumber_ = -1;  // -1: no port
+  static constexpr int kNoPort = -1;
+  int PortNumber_ = kNoPort;
   int awaitedPort_ = 0;  // 0: none
   SerialError awaitedReason_;
-  std::vector<int> shownPorts_;
+  std::vector<int> shownPorts_;  // by option button: kNoPort, then the ports
   bool selectingPort_ = false;
   bool receiving_ = false;
 

@@ -34,8 +34,13 @@ const char* ReasonText(int error) {
   }
 }
 
-bool Contains(const std::vector<int>& ports, int port) {
+bool Contains(const std::vector<int>& ports, double port) {
   return std::ranges::find(ports, port) != ports.end();
+}
+
+SerialError Open(SerialControl& control, int port) {
+  const SerialError error = control.SetCommPort(port);
+  return error ? error : control.SetPortOpen(true);
 }
 
 }  // namespace
@@ -44,65 +49,62 @@ bool Contains(const std::vector<int>& ports, int port) {
 // saved: it may only be unplugged.
 void frmSerialPort::BuildPortList() {
   const double saved = LeadingNumber(Setting(kPortKey, "-1"));
-  std::vector<int> ports;
+  std::vector<int> ports = {kNoPort};
   SerialError savedError;
   for (int port = 1; port <= kLastPort; ++port) {
     ClosePort();
-    SerialError error = MSComm1_.SetCommPort(port);
-    if (!error) error = MSComm1_.SetPortOpen(true);
+    const SerialError error = Open(MSComm1_, port);
     if (!error) ports.push_back(port);
     if (port == saved) savedError = error;
   }
   ShowPorts(ports);
-  const auto found = std::ranges::find(ports, saved);
-  const bool missing = found == ports.end();
-  SelectPort(missing ? 0 : static_cast<std::size_t>(found - ports.begin()) + 1, !missing || saved < 0);
+  const bool found = Contains(ports, saved);
+  SelectPort(found ? static_cast<int>(saved) : kNoPort, found || saved < 0);
   if (savedError) AwaitPort(static_cast<int>(saved), savedError);
 }
 
 void frmSerialPort::ShowPorts(const std::vector<int>& ports) {
   shownPorts_ = ports;
-  optPort[0].SetCaption("None");
-  optPort[0].SetTag("-1");
-  for (int i = 1; i <= optPort.Upper(); ++i) {
-    const bool used = i <= static_cast<int>(ports.size());
-    const int port = used ? Element(ports, i - 1) : 0;
-    optPort[i].SetCaption(used ? PortText(port) : "");
+  for (int i = 0; i <= optPort.Upper(); ++i) {
+    const bool used = i < static_cast<int>(ports.size());
+    const int port = used ? Element(ports, i) : kNoPort;
+    optPort[i].SetCaption(!used ? "" : port == kNoPort ? "None" : PortText(port));
     optPort[i].SetTag(used ? std::to_string(port) : "");
     optPort[i].SetVisible(used);
     if (!used) optPort[i].SetValue(0);
   }
 }
 
-void frmSerialPort::TickPort(std::size_t index) {
-  for (int i = 0; i <= optPort.Upper(); ++i) optPort[i].SetValue(i == static_cast<int>(index) ? 1 : 0);
+void frmSerialPort::TickPort(int port) {
+  for (int i = 0; i < static_cast<int>(shownPorts_.size()); ++i) {
+    optPort[i].SetValue(Element(shownPorts_, i) == port ? 1 : 0);
+  }
 }
 
 // The port that is open stays so: opened anew, it would lose what is on the air meanwhile.
 void frmSerialPort::optPort_Click(int index) {
   if (race_.CommActive && optPort[index].Value() != 0) return;
-  SelectPort(static_cast<std::size_t>(index), true);
+  SelectPort(Element(shownPorts_, index), true);
 }
 
-void frmSerialPort::SelectPort(std::size_t index, bool remember) {
+void frmSerialPort::SelectPort(int port, bool remember) {
   if (selectingPort_) return;
   const BusyFlag busy(selectingPort_);
-  TickPort(index);
-  PortNumber_ = index == 0 ? -1 : shownPorts_.at(index - 1);
-  if (remember) SaveSetting(kPortKey, std::to_string(PortNumber_));
+  TickPort(port);
+  PortNumber_ = port;
+  if (remember) SaveSetting(kPortKey, std::to_string(port));
   ClosePort();
   AwaitPort(0, {});
-  if (PortNumber_ < 0) return owner_.ShowPort("No Comm", false);
-  if (const SerialError error = OpenPort(PortNumber_)) {
+  if (port == kNoPort) return owner_.ShowPort("No Comm", false);
+  if (const SerialError error = OpenPort(port)) {
     ReportOpenFailure(error);
-    ShowPortOff(PortNumber_);
-    AwaitPort(PortNumber_, error);
+    ShowPortOff(port);
+    AwaitPort(port, error);
   }
 }
 
 SerialError frmSerialPort::OpenPort(int port) {
-  SerialError error = MSComm1_.SetCommPort(port);
-  if (!error) error = MSComm1_.SetPortOpen(true);
+  const SerialError error = Open(MSComm1_, port);
   race_.CommActive = !error;
   if (error) return error;
   receiver_.PortOpened();
@@ -161,7 +163,7 @@ void frmSerialPort::OpenAwaitedPort() {
     ports.insert(std::ranges::lower_bound(ports, PortNumber_), PortNumber_);
     ShowPorts(ports);
   }
-  TickPort(static_cast<std::size_t>(std::ranges::find(ports, PortNumber_) - ports.begin()) + 1);
+  TickPort(PortNumber_);
 }
 
 // For the console, in a few words.

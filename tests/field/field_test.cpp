@@ -75,6 +75,40 @@ TEST(Field, EqualFinalsKeepTheLowerLaneFirst) {
   EXPECT_EQ(lanes[0].place + " " + lanes[1].place + " " + lanes[2].place, "First  Second");
 }
 
+TEST(Field, TellsWhatTheStationsSawOfARaceThatTheConsoleRuns) {
+  Field field({.controlled = true, .silent = {{.station = kDisplay, .from_ms = 20000}}});
+  const auto say = [&](std::int64_t ms, const Report& report) {
+    field.AdvanceTo(ms);
+    field.Receive(Encode(report), ms);
+  };
+  Report race{.from = kStarter, .to = kPylonBox, .running = true, .clock = 59999, .mode = 2};
+  Report laps{.from = kTimers, .to = kStarter, .running = true, .mode = 2};
+  say(10000, race);
+  laps.clock = 69020;
+  laps.lap = {1, 0, 0, 0};
+  laps.lit = {250, 0, 0, 0};
+  say(19000, laps);
+  race.clock = 71000;
+  race.cuts = {0, 0x44, 0, 0};  // one at pylon 2, one by hand
+  say(21000, race);
+  race.cuts = {0, 0x04, 0, 0};  // which is withdrawn
+  say(21500, race);
+  say(22000, {.from = kTimers, .to = kDisplay});
+  say(23000, {.from = kStarter, .to = kPylonBox, .mode = 2});
+  const auto results = field.TakeResults();
+  ASSERT_EQ(results.size(), 1U);
+  const std::string told = ToJson(results[0]) + ToJson(field.Heard(), {});
+  for (const char* piece :
+       {R"({"lane":1,"target":10,"laps":[9020],"lights":[250],"cuts":[],"cutBits":0,)",
+        R"({"lane":2,"target":11,"laps":[],"lights":[],"cuts":[{"pylon":2,"time":11000}],"cutBits":4,)",
+        R"("race":{"from":10000,"to":23000,"clock":[59999,71000],"drift":499},)",
+        R"({"station":6,"frames":5,"running":false,"clock":0,"mode":2,"laps":[0,0,0,0],"cuts":[0,0,0,0],)",
+        R"({"station":7,"frames":2,"running":true,"clock":69020,"mode":2,"laps":[1,0,0,0],"cuts":[0,0,0,0],)",
+        R"("control":{"frames":6,"odd":1,"first":10000,"last":23000,"starter":null})"}) {
+    EXPECT_NE(told.find(piece), std::string::npos) << piece << "\n" << told;
+  }
+}
+
 TEST(Field, IdlesUntilBegunAndAnswersPollsInAnyChunking) {
   Field field({.late = {0, 0, 500}, .twice = {false, false, false, false, true}});
   std::string answers;
