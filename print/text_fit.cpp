@@ -4,6 +4,8 @@
 #include <cmath>
 #include <utility>
 
+#include "base/text.h"
+
 namespace quorvane {
 namespace {
 
@@ -35,9 +37,7 @@ std::string OnOneLine(std::string_view text) {
   for (char& c : line) {
     if (static_cast<unsigned char>(c) < ' ') c = ' ';
   }
-  line.erase(0, line.find_first_not_of(' '));
-  line.erase(line.find_last_not_of(' ') + 1);
-  return line;
+  return std::string(Trimmed(line, " "));
 }
 
 bool Fits(const Surface& surface, std::string_view text, Font font, double width) {

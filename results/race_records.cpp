@@ -154,8 +154,7 @@ void MarkLanes(RaceRecord& record, std::int16_t laneColorScheme) {
   int number = 0;
   for (LaneRecord& lane : record.lanes) {
     lane.lane = ++number;
-    lane.name = LaneColorName(colors, number);
-    lane.name.erase(0, lane.name.find_first_not_of(' '));
+    lane.name = Trimmed(LaneColorName(colors, number));
     lane.low = LaneLowColor(colors, number);
     lane.high = LaneHighColor(colors, number);
     lane.flies = record.mode < kFirstFaiMode || number <= kFaiLanes;

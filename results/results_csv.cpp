@@ -70,7 +70,7 @@ std::string WithoutFormula(const std::string& text) {
 }
 
 std::string ResultsCsv(const ContestRecord& contest, bool byteOrderMark) {
-  std::string csv = byteOrderMark ? "\xEF\xBB\xBF" : "";
+  std::string csv = std::string(byteOrderMark ? kByteOrderMark : "");
   AppendRow(csv, Header());
   for (const RaceRecord& race : contest.races) {
     for (const LaneRecord& lane : race.lanes) {

@@ -6,6 +6,7 @@
 #include <array>
 #include <span>
 
+#include "base/text.h"
 #include "records/project.h"
 #include "results/results_formats.h"
 #include "results/results_words.h"
@@ -18,22 +19,12 @@ constexpr std::array kSummaryTable = {16, -7, -6, 2, 34, 35};
 constexpr std::array kLanesTable = {2, 16, 1, 20, -12, -6, -6, -13, 8};
 constexpr int kLapWidth = -8;
 
-bool BeginsCharacter(char c) {
-  return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U;
-}
-
 int CharactersIn(std::string_view text) {
-  return static_cast<int>(std::ranges::count_if(text, BeginsCharacter));
+  return static_cast<int>(std::ranges::count_if(text, [](char c) { return (c & 0xC0) != 0x80; }));
 }
 
-// The first `count` characters.
 std::string_view Front(std::string_view text, int count) {
-  std::size_t end = 0;
-  while (end < text.size() && (count > 0 || !BeginsCharacter(text[end]))) {
-    if (BeginsCharacter(text[end])) --count;
-    ++end;
-  }
-  return text.substr(0, end);
+  return FirstCharacters(text, static_cast<std::size_t>(count));
 }
 
 // What is too wide ends with an ellipsis.
