@@ -1,32 +1,38 @@
-// Moving between races: heats, rounds, race modes, reflies, the event's name.
+// Moving between races: heats, rounds, race modes, reflies, places by hand, the event's name.
 
 #include <algorithm>
 
 #include "base/text.h"
 #include "console/frm_judge.h"
 #include "records/lane_colors.h"
-#include "records/race_record.h"
+#include "results/race_records.h"
 
 namespace quorvane {
+namespace {
+
+// Empty when the operator gave no answer.
+std::string AskText(Door& door, const std::string& title, const std::string& prompt,
+                    const std::string& preset = "") {
+  const DialogAnswer answer = door.Ask({DialogKind::Input, title, prompt, DialogIcon::None, preset});
+  return answer.word == DialogAnswer::Word::Text ? answer.text : "";
+}
+
+}  // namespace
+
 void frmJudge::ApplyRaceMode(int index) {
   // A finished race that waits to be saved keeps the mode it was flown in, whatever the starter is set to
   // now.
-  if (WaitsForSave()) index = race_.RaceMode;
-  race_.RaceMode = ToInteger(std::clamp(index, 1, 6));
-  if (cboRaceMode.Visible()) cboRaceMode.SetListIndex(race_.RaceMode - 1);
-  race_.IsFaiMode = race_.RaceMode >= 4;
-  lblRaceMode.SetCaption(kRaceModeNames[static_cast<std::size_t>(race_.RaceMode - 1)]);
-  lblRaceMode.SetForeColor(kWindowText);
+  if (!race_.WaitsForSave()) race_.RaceMode = ToInteger(std::clamp(index, 1, 6));
+  cboRaceMode.SetListIndex(race_.RaceMode - 1);
+  race_.IsFaiMode = race_.RaceMode >= kFirstFaiMode;
+  ShowMode(kRaceModeNames[static_cast<std::size_t>(race_.RaceMode - 1)], kWindowText);
 }
 
-void frmJudge::GetRaceMode(int& mode) const {
-  mode = cboRaceMode.Visible() ? cboRaceMode.ListIndex() + 1 : 0;
-}
-
-// The list's index, counted from 0, goes to a procedure that counts modes from 1: the first two entries both
-// give "RaceHorse" and the list moves on by itself. Pilots' habits are built on it.
-void frmJudge::cboRaceMode_Change() {
-  if (!race_.RaceActive) ApplyRaceMode(cboRaceMode.ListIndex());
+// A race is saved with what is shown here, also in a hold.
+void frmJudge::ShowMode(const std::string& text, Color color) {
+  shownMode_ = text;
+  lblRaceMode.SetCaption(text);
+  lblRaceMode.SetForeColor(color);
 }
 
 // With 1 the places are given anew. After that the first one that no lane has is offered: the operator may
@@ -37,8 +43,7 @@ void frmJudge::SetOrder(int place) {
     return;
   }
   const auto taken = [&](int n) {
-    return std::any_of(lanes_.begin(), lanes_.end(),
-                       [n](const auto& lane) { return lane->PlaceByHand() == n; });
+    return std::ranges::any_of(lanes_, [n](const auto& lane) { return lane->PlaceByHand() == n; });
   };
   int next = 1;
   while (next <= static_cast<int>(kPlaceWords.size()) && taken(next)) ++next;
@@ -55,153 +60,88 @@ void frmJudge::TakePlace(int lane, int place) {
   }
 }
 
-void frmJudge::cmdReorder_Click() {
-  cmdReset.SetEnabled(true);
-  cmdSave.SetEnabled(true);
-  SetOrder(1);
-}
-
-std::int16_t frmJudge::HeatsInRound() const {
-  return std::max<std::int16_t>(race_.HeatsPerRound, 1);
-}
-
-std::string frmJudge::RaceSection(std::int16_t race) const {
-  return "Race" + std::to_string(race);
-}
-
-bool frmJudge::HasRun(std::int16_t race) {
-  return LeadingNumber(GetProjectValue(RaceSection(race), "Timestamp", "0")) > 0.0;
-}
-
-bool frmJudge::HasTimestamp(std::int16_t race) {
-  return LeadingNumber(GetProjectValue(RaceSection(race), "Timestamp", "0.0")) != 0.0;
-}
-
-// Stops at the last number there is, so that a file that claims them all still opens.
-void frmJudge::SkipRacesRun() {
-  while (race_.RaceNumber < 32767 && HasTimestamp(race_.RaceNumber)) ++race_.RaceNumber;
-}
-
-void frmJudge::DeriveHeat() {
-  const int before = race_.RaceNumber - 1;
-  round_ = ToInteger(before / HeatsInRound() + 1);
-  heat_ = ToInteger(before % HeatsInRound() + 1);
-}
-
-void frmJudge::ShowHeatCaption(bool refly) {
+void frmJudge::ShowHeatCaption(bool refly, Color color) {
   fraHeatControl.SetCaption("Race " + std::to_string(race_.RaceNumber) + (refly ? " REFLY" : ""));
-  fraHeatControl.SetForeColor(refly ? kRed : kButtonText);
+  fraHeatControl.SetForeColor(color);
 }
 
 void frmJudge::ShowCurrentRace() {
-  if (ShowingRace_) return;
   ++raceSerial_;
-  ShowingRace_ = true;
-  const std::unique_ptr<bool, void (*)(bool*)> guard(&ShowingRace_, [](bool* flag) { *flag = false; });
-  {
-    const Project::Group group(project_);
-    if (race_.RaceNumber < 1) race_.RaceNumber = 1;
-    SetProjectValue("Current", "Race", std::to_string(race_.RaceNumber));
-    DeriveHeat();
-    txtHeat.SetText(std::to_string(heat_));
-    SetProjectValue("Current", "Heat", std::to_string(heat_));
-    txtRound.SetText(std::to_string(round_));
-    SetProjectValue("Current", "Round", std::to_string(round_));
-  }
-  cmdRefly.SetEnabled(HasTimestamp(race_.RaceNumber));
+  race_.RaceNumber = std::max<std::int16_t>(race_.RaceNumber, 1);
+  txtHeat.SetText(std::to_string(race_.Heat()));
+  txtRound.SetText(std::to_string(race_.Round()));
+  book_.KeepPlace();
   race_.ReflyMode = false;
-  LoadRaceHeader();
-  if (!RaceBeingFlown()) ShowRaceLanes();
-  cmdReset.SetEnabled(false);
-  cmdSave.SetEnabled(false);
-  cmdStart.SetEnabled(!HasRun(race_.RaceNumber));
+  race_.RaceLoaded = true;
+  const std::string section = book_.ShownSection();
+  const bool hasRun = HasRun(race_.RaceNumber);
+  ShowHeatCaption(section.starts_with("Refly"), kButtonText);
+  txtComments.SetText(GetProjectValue(section, "Comments", kDefaultComments));
+  if (!race_.BeingFlown()) {
+    if (!hasRun) InitializeLanes(race_.LaneStartOffset);
+    for (const auto& lane : lanes_) {
+      if (hasRun) lane->LoadLane(section);
+    }
+    Lane(3).SetVisible(Lane(3).Flies());
+  }
+  OfferSave(false);
+  cmdStart.SetEnabled(!hasRun);
 }
 
 // Both buttons and boxes move from the race that is on the console now: saving it moves the console on by
 // itself.
-void frmJudge::MoveBy(std::int64_t races) {
-  if (RaceBeingFlown()) return;
-  const std::int16_t target = ToInteger(race_.RaceNumber + races);
+bool frmJudge::MoveBy(int races) {
+  if (race_.BeingFlown()) return false;
+  MoveTo(ToInteger(race_.RaceNumber + races));
+  return true;
+}
+
+void frmJudge::MoveTo(std::int16_t race) {
   cmdSave_Click();
-  race_.RaceNumber = target;
+  race_.RaceNumber = race;
   ShowCurrentRace();
-}
-
-void frmJudge::cmdIncHeat_Click() {
-  if (RaceBeingFlown()) return;
-  MoveBy(1);
-  race_.LastRaceRun = -1;
-}
-
-void frmJudge::cmdDecHeat_Click() {
-  MoveBy(-1);
-}
-void frmJudge::cmdIncRound_Click() {
-  MoveBy(HeatsInRound());
-}
-void frmJudge::cmdDecRound_Click() {
-  MoveBy(-std::int64_t{HeatsInRound()});
-}
-
-void frmJudge::txtHeat_Change() {
-  MoveToTyped(txtHeat, true);
-}
-void frmJudge::txtRound_Change() {
-  MoveToTyped(txtRound, false);
 }
 
 void frmJudge::MoveToTyped(Control& box, bool isHeat) {
-  if (ShowingRace_) return;
-  std::int16_t target = race_.RaceNumber;
+  std::int16_t target = 0;
   try {
-    if (RaceBeingFlown()) throw RunTimeError("A race is being flown");
-    const std::int16_t typed = LeadingInteger(box.Text());
-    const std::int64_t heat = isHeat ? typed : heat_;
-    const std::int64_t round = isHeat ? round_ : typed;
-    target = ToInteger((round - 1) * HeatsInRound() + heat);
+    if (race_.BeingFlown()) throw RunTimeError("A race is being flown");
+    const int typed = LeadingInteger(box.Text());
+    const std::int64_t round = isHeat ? race_.Round() : typed;
+    target = ToInteger((round - 1) * race_.HeatsInRound() + (isHeat ? typed : race_.Heat()));
   } catch (const RunTimeError&) {
     // The box must not go on showing a race that the console did not move to.
-    box.SetText(std::to_string(isHeat ? heat_ : round_));
+    box.SetText(std::to_string(isHeat ? race_.Heat() : race_.Round()));
     throw;
   }
-  cmdSave_Click();
-  race_.RaceNumber = target;
-  ShowCurrentRace();
+  MoveTo(target);
 }
 
 void frmJudge::cmdRefly_Click() {
-  if (RaceBeingFlown()) return;
+  if (race_.BeingFlown()) return;
   const bool on = !race_.ReflyMode;
   // Switched off, what was flown before is shown again.
   if (!on) ShowCurrentRace();
   race_.ReflyMode = on;
-  if (on) txtComments.SetText("No comments");
-  ShowHeatCaption(race_.ReflyMode);
-  cmdStart.SetEnabled(race_.ReflyMode || !HasRun(race_.RaceNumber));
-}
-
-void frmJudge::mnuHeatsPerRound_Click() {
-  if (RaceBeingFlown()) return;
-  cmdSave_Click();
-  const std::int16_t heats = AskHeatsPerRound();
-  if (RaceAtStake()) return;
-  race_.HeatsPerRound = heats;
-  SetProjectValue("Current", "HeatsPerRound", std::to_string(race_.HeatsPerRound));
-  ShowCurrentRace();
+  if (on) txtComments.SetText(kDefaultComments);
+  ShowHeatCaption(on, on ? kRed : kButtonText);
+  cmdStart.SetEnabled(on || !HasRun(race_.RaceNumber));
 }
 
 // There is no way out but an answer: without it no heat could be named.
-std::int16_t frmJudge::AskHeatsPerRound() {
+void frmJudge::mnuHeatsPerRound_Click() {
+  if (race_.BeingFlown()) return;
+  cmdSave_Click();
   std::int16_t heats = race_.HeatsPerRound;
   do {
-    const DialogBox box{DialogKind::Input, "Heats per Round",
-                        "Enter the number of heats per round:", DialogIcon::None, std::to_string(heats)};
-    const DialogAnswer answer = door_.Ask(box);
-    const double number =
-        LeadingNumber(answer.word == DialogAnswer::Word::Text ? answer.text : std::string());
+    const double number = LeadingNumber(
+        AskText(door_, "Heats per Round", "Enter the number of heats per round:", std::to_string(heats)));
     heats = number < 32767.5 && number > -32768.5 ? RoundTo<std::int16_t>(number) : std::int16_t{0};
   } while (heats < 2);
-  return heats;
+  if (race_.AtStake()) return;
+  race_.HeatsPerRound = heats;
+  book_.Keep("HeatsPerRound", std::to_string(heats));
+  ShowCurrentRace();
 }
 
 void frmJudge::SetCaption() {
@@ -209,10 +149,8 @@ void frmJudge::SetCaption() {
 }
 
 void frmJudge::mnuSetEventName_Click() {
-  const DialogBox box{DialogKind::Input, eventName_, "Enter the Event Name:"};
-  const DialogAnswer answer = door_.Ask(box);
-  eventName_ = answer.word == DialogAnswer::Word::Text ? answer.text : std::string();
-  SetProjectValue("Current", "Title", eventName_);
+  eventName_ = AskText(door_, eventName_, "Enter the Event Name:");
+  book_.Keep("Title", eventName_);
   SetCaption();
 }
 
@@ -220,27 +158,23 @@ void frmJudge::mnuLaneColors_Click() {
   SettingsStore& settings = door_.System().Settings();
   race_.LaneColorScheme = LoadLaneColorScheme(settings);
   const auto current = static_cast<std::size_t>(race_.LaneColorScheme);
-  const bool known = race_.LaneColorScheme >= 0 && current < kLaneColorSchemes.size();
-  const auto number = static_cast<int>(LeadingNumber(known ? kLaneColorSchemes[current] : ""));
+  const std::string_view known = current < kLaneColorSchemes.size() ? kLaneColorSchemes[current] : "";
   std::string prompt = "Enter the lane color assignments (1-" + std::to_string(kLaneColorSchemesOffered) +
-                       ") :\rCurrent assignment (" + std::to_string(number) + ")\r\rChoices are:";
+                       ") :\rCurrent assignment (" + std::to_string(LeadingInteger(known)) +
+                       ")\r\rChoices are:";
   for (std::size_t i = 1; i <= kLaneColorSchemesOffered; ++i) {
     prompt += "\r    " + std::string(kLaneColorSchemes[i]);
   }
-  const DialogBox box{DialogKind::Input, eventName_, prompt, DialogIcon::None,
-                      std::to_string(race_.LaneColorScheme)};
-  for (;;) {
-    const DialogAnswer answer = door_.Ask(box);
-    if (answer.word != DialogAnswer::Word::Text || answer.text.empty()) return;
-    const double chosen = LeadingNumber(answer.text);
-    if (!(chosen > 0.0) || chosen > kLaneColorSchemesOffered) continue;
-    const auto scheme = RoundTo<std::int16_t>(chosen);
-    if (scheme == 0) continue;
-    race_.LaneColorScheme = scheme;
-    SaveLaneColorScheme(settings, race_.LaneColorScheme);
-    for (const auto& lane : lanes_) lane->UpdateLaneColor();
-    return;
+  std::int16_t scheme = 0;
+  while (scheme == 0) {
+    const std::string answer = AskText(door_, eventName_, prompt, std::to_string(race_.LaneColorScheme));
+    if (answer.empty()) return;
+    const double chosen = LeadingNumber(answer);
+    if (chosen > 0.0 && chosen <= kLaneColorSchemesOffered) scheme = RoundTo<std::int16_t>(chosen);
   }
+  race_.LaneColorScheme = scheme;
+  SaveLaneColorScheme(settings, scheme);
+  for (const auto& lane : lanes_) lane->UpdateLaneColor();
 }
 
 }  // namespace quorvane

@@ -1,10 +1,12 @@
-// The race from ready through running to finished.
+// The race from ready through running to finished, and its clock.
 
 #include <algorithm>
-#include <set>
+#include <utility>
 
-#include "base/text.h"
+#include "base/time_text.h"
 #include "console/frm_judge.h"
+#include "race/ranking.h"
+#include "results/race_records.h"
 
 namespace quorvane {
 namespace {
@@ -17,15 +19,10 @@ void frmJudge::cmdStart_Click() {
   race_.ManualStart = true;
   ReleaseHold();
   door_.System().BringForward(*this);
-  if (chkSixtySecondCount.Value() == 0) {
-    LaneStartOffset_ = 60000;
-    clock_.ResetRaceClock(0, "Null");
-  } else {
-    // The count begins 60 ms ahead; this is meant.
-    LaneStartOffset_ = 0;
-    clock_.ResetRaceClock(60, "Null");
-  }
-  InitializeRace(LaneStartOffset_);
+  const bool counting = chkSixtySecondCount.Value() == 1;
+  race_.LaneStartOffset = counting ? 0 : Starter::kSignal;
+  clock_.ResetRaceClock(counting ? 60 : 0);  // the count begins 60 ms ahead; this is meant
+  InitializeRace(race_.LaneStartOffset);
 }
 
 void frmJudge::InitializeRace(std::int32_t laneStart) {
@@ -33,12 +30,17 @@ void frmJudge::InitializeRace(std::int32_t laneStart) {
   if (!race_.RaceActive) ResetKeepingComments(laneStart);
   // Showing the race has marked it as loaded; a race that is flown is not, or it would not be saved.
   race_.RaceLoaded = false;
-  starterClock_.reset();
-  laneStart_ = laneStart;
+  starter_.RaceBegins(laneStart);
   if (chkAudio.Value() == 1) {
     PlaySound(door_.System(), door_.System().ProgramFolder() + "WarbirdCountdownStart.wav");
   }
-  ShowClockTick();
+  // This tick shows and updates, but concludes nothing: the clock still reads what it read before the race,
+  // which may be long after any finish.
+  DisplayStatus();
+  for (const auto& lane : lanes_) {
+    if (!lane->IsFinished()) lane->UpdateLapTime(RaceTime());
+  }
+  GoOnTicking();
   door_.System().RepaintWindows();
   tmrTimeTick.SetEnabled(true);
   race_.RaceDone = false;
@@ -52,9 +54,90 @@ void frmJudge::InitializeRace(std::int32_t laneStart) {
   ShowClock();
 }
 
+void frmJudge::tmrTimeTick_Timer() {
+  DisplayStatus();
+  if (CheckRaceComplete()) {
+    FinalizeRace();
+    race_.RaceDone = true;
+    return;
+  }
+  GoOnTicking();
+}
+
+// The stations are told the time once a second, and only while they still set their clocks.
+void frmJudge::GoOnTicking() {
+  const std::int32_t t = RaceTime();
+  if (SubtractLong(t, 1000) >= LastTimeSent_ && t < 54000) IssueRaceEvent(true);
+  const std::int32_t remainder = SubtractLong(t, race_.RaceStartRef) % 100;
+  tmrTimeTick.SetInterval(remainder > 0 ? remainder : 100);
+}
+
+bool frmJudge::CheckRaceComplete() {
+  bool allFinished = true;
+  for (const auto& lane : lanes_) {
+    if (lane->IsFinished()) {
+      lane->FinalizeRace();
+    } else {
+      allFinished = false;
+      lane->UpdateLapTime(RaceTime());
+    }
+  }
+  return allFinished;
+}
+
+void frmJudge::DisplayStatus() {
+  if (ShowClock()) IssueRaceEvent(true);
+}
+
+// True when the stations are to be told of what it shows now: a hold, the start signal, a whole second.
+bool frmJudge::ShowClock() {
+  const std::int32_t t = RaceTime();
+  std::string caption;
+  Color back = kSilver;
+  Color fore = kWindowText;
+  bool tell = race_.RaceHolding;
+  if (race_.RaceHolding) {
+    caption = "Holding";
+    back = Color::Rgb(0xFFFFD0);
+    fore = kRed;
+  } else if (!race_.RaceActive) {
+    caption = "Waiting";
+    fore = kDarkGrey;
+  } else if (chkSixtySecondCount.Value() == 0 && race_.ManualStart) {
+    caption = FormatTenths(t);
+    back = kWhite;
+  } else if (t < Starter::kSignal) {
+    CountdownRunning_ = true;
+    const std::int64_t left = (std::int64_t{Starter::kSignal} - t + 999) / 1000;
+    caption = std::to_string(std::min<std::int64_t>(left, 60));
+    back = Color::Rgb(0xFFC0C0);
+  } else {
+    if (std::exchange(CountdownRunning_, false)) {
+      // A starter that counts again after the race must not write over its results.
+      if (!race_.RaceDone) {
+        for (const auto& lane : lanes_) lane->UpdateLapTime(t);
+      }
+      tell = true;
+    }
+    caption = FormatTenths(t - Starter::kSignal);
+    back = Color::Rgb(0xC0FFC0);
+  }
+  lblStatus.SetCaption(caption);
+  if (lblStatus.BackColor() != back) {
+    lblStatus.SetBackColor(back);
+    lblStatus.SetForeColor(fore);
+  }
+  return tell || caption.ends_with(".0");
+}
+
+void frmJudge::OfferSave(bool offered) {
+  race_.Unsaved = offered;
+  cmdSave.SetEnabled(offered);
+  cmdReset.SetEnabled(offered);
+}
+
 void frmJudge::FinalizeRace() {
-  cmdSave.SetEnabled(true);
-  cmdReset.SetEnabled(true);
+  OfferSave(true);
   cmdReorder.SetEnabled(true);
   cmdStart.SetEnabled(false);
   cboRaceMode.SetEnabled(false);
@@ -66,82 +149,47 @@ void frmJudge::FinalizeRace() {
 
 // A late cut or lap may change the order; what is saved must not contradict the logs.
 void frmJudge::ResultChanged() {
-  if (race_.RaceActive && cmdSave.Enabled()) RankLanes();
+  if (race_.RaceActive && race_.Unsaved) RankLanes();
 }
 
-// A lane that the operator has placed keeps its place; the others share the places that are left.
 void frmJudge::RankLanes() {
-  struct Ranked {
-    frmLane* lane;
-    std::int32_t final;
-  };
-  std::array<Ranked, 4> order{};
-  std::set<int> taken;
-  for (std::size_t i = 0; i < order.size(); ++i) {
-    order[i].lane = lanes_[i].get();
-    order[i].final = lanes_[i]->GetFinal();
-    taken.insert(lanes_[i]->PlaceByHand());
+  std::array<Finish, 4> finishes;
+  for (std::size_t i = 0; i < finishes.size(); ++i) {
+    finishes[i] = {lanes_[i]->GetFinal(), lanes_[i]->StatusLocked(), lanes_[i]->PlaceByHand()};
   }
-  std::stable_sort(order.begin(), order.end(),
-                   [](const Ranked& a, const Ranked& b) { return a.final < b.final; });
   door_.System().RepaintWindows();
-  int place = 0;
-  for (const Ranked& ranked : order) {
-    if (ranked.lane->StatusLocked()) continue;
-    if (ranked.final >= kNoResult) {
-      ranked.lane->Rank(0);
-      continue;
-    }
-    do ++place;
-    while (taken.contains(place));
-    ranked.lane->Rank(place);
+  const std::array<int, 4> places = PlacesOf(finishes);
+  for (std::size_t i = 0; i < places.size(); ++i) {
+    if (!finishes[i].locked) lanes_[i]->Rank(places[i]);
   }
 }
 
 void frmJudge::InitializeLanes(std::int32_t laneStart) {
-  const std::int32_t o = laneStart;
-  std::array<std::int32_t, 4> offsets = {o, o, o, o};
-  const auto staggered = [o](std::int32_t first, std::int32_t second, std::int32_t third) {
-    return std::array<std::int32_t, 4>{SubtractLong(o, first), SubtractLong(o, second),
-                                       SubtractLong(o, third), kDoesNotFly};
-  };
-  switch (race_.RaceMode) {
-    case 1:
-    case 2:
-    case 3:
-      break;
-    case 4:
-      offsets = staggered(0, 1000, 2000);
-      break;
-    case 5:
-      offsets = staggered(2000, 0, 1000);
-      break;
-    case 6:
-      offsets = staggered(1000, 2000, 0);
-      break;
-    default:
-      return;
+  for (std::size_t i = 0; i < lanes_.size(); ++i) {
+    if (!race_.IsFaiMode) {
+      lanes_[i]->InitializeRace(laneStart);
+    } else if (i < kStagger.size()) {
+      const auto mode = static_cast<std::size_t>(race_.RaceMode - kFirstFaiMode);
+      lanes_[i]->InitializeRace(SubtractLong(laneStart, kStagger[mode][i]));
+    } else {
+      lanes_[i]->InitializeRace(kDoesNotFly);
+    }
   }
-  for (std::size_t i = 0; i < lanes_.size(); ++i) lanes_[i]->InitializeRace(offsets[i]);
 }
 
 void frmJudge::ResetRaceControls(std::int32_t laneStart) {
   ++raceSerial_;
   // A refly stays on the race it repeats; showing that race anew would end the refly.
   if (!race_.ReflyMode) {
-    SkipRacesRun();
-    ShowHeatCaption(false);
+    book_.SkipRacesRun();
     ShowCurrentRace();
   }
-  LaneStartOffsetCopy_ = LaneStartOffset_;
-  laneFlags_[0] = laneFlags_[1] = true;
   InitializeLanes(laneStart);
-  Lane(3).SetVisible(race_.RaceMode <= 3);
-  txtComments.SetText("No comments");
+  Lane(3).SetVisible(!race_.IsFaiMode);
+  txtComments.SetText(kDefaultComments);
   cmdStart.SetEnabled(true);
   cboRaceMode.SetEnabled(true);
-  cmdReset.SetEnabled(false);
-  cmdSave.SetEnabled(false);
+  OfferSave(false);
   cmdReorder.SetEnabled(false);
 }
 
@@ -157,13 +205,8 @@ void frmJudge::ResetKeepingComments(std::int32_t laneStart) {
 bool frmJudge::cmdReset_Click(bool byRadio) {
   if (race_.RaceActive) {
     // An entry after the finish does not reopen a concluded race.
-    bool allFinished = race_.RaceDone;
-    if (!allFinished) CheckRaceComplete(allFinished);
-    if (allFinished) {
-      race_.RaceDone = true;
-      FinalizeRace();
-      cmdSave_Click();
-      IssueRaceEvent(true);
+    if (race_.RaceDone || CheckRaceComplete()) {
+      ConcludeByReset(true);
     } else if (race_.ManualStart) {
       const unsigned serial = raceSerial_;
       DialogBox box{DialogKind::YesNoCancel, "Reset Race", "The race is still active.\rDo you want to save?"};
@@ -172,16 +215,20 @@ bool frmJudge::cmdReset_Click(bool byRadio) {
       const DialogAnswer::Word word = door_.Ask(box).word;
       if (word == DialogAnswer::Word::Cancel) return false;
       if (serial != raceSerial_) return false;  // the race was concluded behind the box
-      race_.RaceDone = word == DialogAnswer::Word::Yes;
-      race_.RaceActive = race_.RaceDone;  // until it is saved
-      FinalizeRace();
-      if (word == DialogAnswer::Word::Yes) cmdSave_Click();
-      IssueRaceEvent(true);
+      ConcludeByReset(word == DialogAnswer::Word::Yes);
     }
     race_.ManualStart = false;
   }
   ReadyForNextRace();
   return true;
+}
+
+void frmJudge::ConcludeByReset(bool save) {
+  race_.RaceDone = save;
+  race_.RaceActive = save;  // until it is saved
+  FinalizeRace();
+  if (save) cmdSave_Click();
+  IssueRaceEvent(true);
 }
 
 // A starter that fell silent in hold must leave neither "Holding" nor "Hold" over the next race.
@@ -194,21 +241,14 @@ void frmJudge::ReleaseHold() {
 // An abandoned race must not go on ticking. An abandoned refly is still to be flown.
 void frmJudge::ReadyForNextRace() {
   race_.RaceActive = false;
-  raceOver_ = door_.Now();
   ReleaseHold();
-  starterClock_.reset();
-  countTold_ = false;
-  if (lblNotice.Caption() == kCountsOverRace) ShowNotice({});
+  starter_.RaceEnds(door_.Now());
+  starter_.countTold = false;
+  TakeAwayNotice(Notice::kCountsOverRace);
   tmrTimeTick.SetEnabled(false);
-  ResetKeepingComments(LaneStartOffset_);
+  ResetKeepingComments(race_.LaneStartOffset);
   door_.System().StopWave();
   DisplayStatus();
-}
-
-void frmJudge::chkSixtySecondCount_Click() {
-  const bool counting = chkSixtySecondCount.Value() == 1;
-  chkAudio.SetVisible(counting);
-  if (!counting) chkAudio.SetValue(0);
 }
 
 }  // namespace quorvane

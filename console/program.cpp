@@ -6,12 +6,11 @@ Program::Program(Platform& platform, SerialControl& serial, FileOps& files)
     : door_(platform),
       clock_(door_, race_),
       project_(race_, files),
-      judge_(door_, race_, clock_, project_),
-      link_(door_, race_, judge_.ForLink(), serial),
+      judge_(door_, race_, clock_, project_, link_),
+      link_(door_, race_, judge_, serial),
       timer_(door_.AllForms(), platform),
       keyboard_(door_.AllForms()),
       about_(door_.AllForms()) {
-  judge_.SetLink(link_);
   project_.SetClock(door_);
   door_.SetDevices(this);
 }

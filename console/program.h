@@ -2,10 +2,8 @@
 
 #include <vector>
 
-#include "console/frm_about.h"
 #include "console/frm_judge.h"
-#include "console/frm_keyboard.h"
-#include "console/frm_timer.h"
+#include "console/small_forms.h"
 #include "forms/door.h"
 #include "link/frm_serial_port.h"
 #include "link/serial_control.h"

@@ -20,8 +20,8 @@ RaceRecord HeaderOnConsole(const frmJudge& judge, const RaceState& race, const P
   }
   record = {};
   record.number = number;
-  record.round = judge.Round();
-  record.heat = judge.Heat();
+  record.round = race.Round();
+  record.heat = race.Heat();
   record.eventName = judge.EventName();
   record.projectFile = project.file;
   record.hasRun = !race.RaceLoaded;

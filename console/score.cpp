@@ -64,7 +64,7 @@ Score::Lane LaneNow(const frmJudge& judge, const LaneRecord& lane) {
 Score ScoreOnConsole(Program& program) {
   const frmJudge& judge = program.judge();
   const RaceState& race = program.race();
-  Score score{.heat = HeatText(judge.Round(), judge.Heat(), race.ReflyMode),
+  Score score{.heat = HeatText(race.Round(), race.Heat(), race.ReflyMode),
               .event = judge.EventName(),
               .mode = judge.lblRaceMode.Caption(),
               .clock = judge.lblStatus.Caption(),

@@ -1,8 +1,6 @@
 #pragma once
 
-#include <cstdint>
-#include <string_view>
-
+#include "base/checked.h"
 #include "forms/platform.h"
 #include "race/race_state.h"
 
@@ -13,7 +11,7 @@ class Stopwatch {
  public:
   explicit Stopwatch(const EventClock& clock) : clock_(clock) {}
   void Reset() { zero_ = clock_.Now(); }
-  std::int32_t Elapsed() const;  // ms since the last reset
+  std::int32_t Elapsed() const { return ToLong(clock_.Now() - zero_); }  // ms since the last reset
 
  private:
   const EventClock& clock_;
@@ -26,9 +24,12 @@ class RaceClock {
  public:
   RaceClock(const EventClock& clock, RaceState& race) : RaceStopwatch(clock), race_(race) {}
 
-  std::int32_t RaceTime() const;
-  // Starts the clock anew at `offset` ms of race time. `caller` only says who asked.
-  void ResetRaceClock(std::int32_t offset, std::string_view caller);
+  std::int32_t RaceTime() const { return SubtractLong(RaceStopwatch.Elapsed(), race_.RaceStartRef); }
+  // Starts the clock anew at `offset` ms of race time.
+  void ResetRaceClock(std::int32_t offset) {
+    RaceStopwatch.Reset();
+    race_.RaceStartRef = SubtractLong(0, offset);
+  }
 
   Stopwatch RaceStopwatch;
 

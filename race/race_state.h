@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <string>
@@ -24,15 +25,29 @@ struct RaceState {
   bool RaceHolding = false;       // the clock display is held
   bool ManualStart = false;       // started with the Start button
   bool RaceDone = false;          // concluded
+  bool Unsaved = false;           // has a result that may be saved
   bool StartInfoPending = false;  // the next frame sent announces the start
   bool ReflyMode = false;         // the race on the console repeats one that has run
   bool RaceLoaded = false;        // the race on the console was shown from the project file
   std::int32_t RaceStartRef = 0;  // stopwatch reading, in ms, that counts as race time zero
-  bool CommActive = false;        // the chosen serial port is open and works
+  // ms: the corrected clock of the last station heard, or what the Start button puts in its place. This is
+  // how a start by the starter reaches the lanes.
+  std::int32_t LaneStartOffset = 0;
+  bool CommActive = false;  // the chosen serial port is open and works
   std::int16_t LaneColorScheme = 1;
   std::string ProjectFile = {};
   std::string ProjectBaseName = {};
   std::string ResultsFile = {};
+
+  bool BeingFlown() const { return RaceActive && !RaceDone; }
+  // A finished race has to be saved: it keeps its number and its mode, and no key adds to it.
+  bool WaitsForSave() const { return RaceDone && Unsaved; }
+  // It is being flown or waits to be saved. It may have been started by radio while a box was open.
+  bool AtStake() const { return BeingFlown() || Unsaved; }
+
+  int HeatsInRound() const { return std::max<int>(HeatsPerRound, 1); }  // a file may say anything
+  int Round() const { return (RaceNumber - 1) / HeatsInRound() + 1; }
+  int Heat() const { return (RaceNumber - 1) % HeatsInRound() + 1; }
 };
 
 }  // namespace quorvane

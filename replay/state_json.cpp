@@ -40,9 +40,9 @@ Json RaceJson(Program& program) {
           {"ProjectFile", Text(race.ProjectFile)},
           {"ProjectBaseName", Text(race.ProjectBaseName)},
           {"ResultsFile", Text(race.ResultsFile)},
-          {"LaneStartOffset", judge.LaneStartOffset()},
-          {"Heat", judge.Heat()},
-          {"Round", judge.Round()},
+          {"LaneStartOffset", race.LaneStartOffset},
+          {"Heat", race.Heat()},
+          {"Round", race.Round()},
           {"EventName", Text(judge.EventName())}};
 }
 

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "forms/platform.h"
+#include "race/race_state.h"
+#include "records/project.h"
+
+namespace quorvane {
+
+// The races of the open project by number: which have run, which number comes next, and how a race gets its
+// header. RaceState says which race it is all about.
+class RaceBook {
+ public:
+  RaceBook(Project& project, RaceState& race) : project_(project), race_(race) {}
+
+  static std::string Section(int race) { return "Race" + std::to_string(race); }
+  bool HasRun(int race);        // its time stamp is above zero
+  bool HasTimestamp(int race);  // its time stamp is not zero
+  // Of the flight that stands for the race: "Race7", or "Refly2" that has repeated it.
+  std::string ShownSection();
+
+  // In the section "Current". A number of a hand-edited file that does not fit reads as the fallback, so that
+  // the rest of the project still opens.
+  std::int16_t Number(const std::string& key, std::int16_t fallback);
+  std::string Text(const std::string& key) { return project_.GetProjectValue("Current", key, ""); }
+  void Keep(const std::string& key, const std::string& value) {
+    project_.SetProjectValue("Current", key, value);
+  }
+
+  // Moves on to the first race that has no time stamp.
+  void SkipRacesRun();
+  // Keeps where the console stands.
+  void KeepPlace();
+  // Another program may have put a race where this one was to go, or the whole project may have come only
+  // after the start. What was flown before stays; this race takes the next number that is free, and the
+  // operator is to be told what is returned.
+  std::string TakeFreeNumber();
+  // Writes what is known of the race but its lanes; returns the section to which their names are added.
+  std::string Write(const std::string& mode, const std::string& comments, const LocalDateTime& now);
+
+ private:
+  double Timestamp(const std::string& section);
+  std::int16_t NextRefly();
+
+  Project& project_;
+  RaceState& race_;
+};
+
+}  // namespace quorvane
