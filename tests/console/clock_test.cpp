@@ -12,14 +12,6 @@ namespace {
 
 using Word = DialogAnswer::Word;
 
-// Ten laps on a lane, from `first` ms on, by hand.
-void FlyTenLaps(ConsoleRig& rig, int lane, std::int64_t first, std::int64_t each = 4000) {
-  for (int lap = 0; lap < 10; ++lap) {
-    rig.At(first + lap * each);
-    rig.Click("frmLane" + std::to_string(lane) + ".cmdLap");
-  }
-}
-
 TEST(Clock, WithoutTheCountItRunsUpAtOnceOnWhite) {
   ConsoleRig rig;
   rig.Load();
@@ -30,10 +22,7 @@ TEST(Clock, WithoutTheCountItRunsUpAtOnceOnWhite) {
   rig.At(1101);
   EXPECT_EQ(rig.judge().lblStatus.Caption(), "0.1");
   EXPECT_EQ(rig.judge().lblStatus.BackColor(), kWhite);
-  rig.At(13400);
-  EXPECT_NEAR(LeadingNumber(rig.judge().lblStatus.Caption()), 12.4, 0.11);
-  EXPECT_FALSE(rig.judge().cmdStart.Enabled());
-  EXPECT_FALSE(rig.judge().cboRaceMode.Enabled());
+  EXPECT_FALSE(rig.judge().cmdStart.Enabled() || rig.judge().cboRaceMode.Enabled());
   EXPECT_TRUE(rig.judge().cmdReset.Enabled());
 }
 
@@ -63,62 +52,15 @@ TEST(Clock, TheAudioCountdownPlaysWhereThereIsOneAndEndsWithAReset) {
   rig.Load();
   rig.Click("frmJudge.chkSixtySecondCount");
   rig.Click("frmJudge.chkAudio");
-  rig.Click("frmJudge.cmdStart");
-  EXPECT_EQ(rig.platform.playing, "") << "a missing file is silent";
-  EXPECT_TRUE(rig.race().RaceActive);
-  rig.Answer(Word::No);
-  rig.Click("frmJudge.cmdReset");
   const std::string wave = rig.platform.programFolder + "WarbirdCountdownStart.wav";
-  std::ofstream(wave) << "sound";
-  rig.Click("frmJudge.cmdStart");
-  EXPECT_EQ(rig.platform.playing, wave);
-  rig.Answer(Word::No);
-  rig.Click("frmJudge.cmdReset");
-  EXPECT_EQ(rig.platform.playing, "");
-}
-
-TEST(Clock, ARaceByHandEndsRanked) {
-  ConsoleRig rig;
-  rig.Load();
-  rig.Click("frmJudge.cmdStart");
-  for (int lap = 0; lap < 10; ++lap) {
-    rig.At(6000 + lap * 4000);
-    rig.Click("frmLane3.cmdLap");
-    rig.At(6100 + lap * 4000);
-    rig.Click("frmLane2.cmdLap");
-    if (lap < 7) rig.Click("frmLane1.cmdLap");
+  for (const bool there : {false, true}) {
+    if (there) std::ofstream(wave) << "sound";
+    rig.Click("frmJudge.cmdStart");
+    EXPECT_EQ(rig.platform.playing, there ? wave : "");
+    rig.Answer(Word::No);
+    rig.Click("frmJudge.cmdReset");
+    EXPECT_EQ(rig.platform.playing, "");
   }
-  rig.At(80000);
-  EXPECT_TRUE(rig.race().RaceDone);
-  EXPECT_EQ(rig.lane(2).lblStatus.Caption(), "First");
-  EXPECT_EQ(rig.lane(1).lblStatus.Caption(), "Second");
-  EXPECT_EQ(rig.lane(0).lblStatus.Caption(), "DNF");
-  EXPECT_EQ(rig.lane(0).lblStatus.Tag(), "100");
-  EXPECT_EQ(rig.lane(3).lblStatus.Tag(), "100");
-  EXPECT_TRUE(rig.judge().cmdSave.Enabled());
-  EXPECT_FALSE(rig.judge().cmdRefly.Enabled());
-  rig.Click("frmJudge.cmdSave");
-  EXPECT_EQ(rig.race().RaceNumber, 2);
-  EXPECT_EQ(rig.judge().lblStatus.Caption(), "Waiting");
-  EXPECT_EQ(rig.Value("Race1_Lane3", "Position"), "1");
-  EXPECT_EQ(rig.lane(2).EventCount(), 0);
-}
-
-TEST(Clock, EqualFinalsKeepTheLowerLaneFirst) {
-  ConsoleRig rig;
-  rig.Load();
-  rig.Click("frmJudge.cmdStart");
-  for (int lap = 0; lap < 10; ++lap) {
-    rig.At(6000 + lap * 4000);
-    for (const int lane : {4, 2, 3}) rig.Click("frmLane" + std::to_string(lane) + ".cmdLap");
-    rig.At(6500 + lap * 4000);
-    rig.Click("frmLane1.cmdLap");
-  }
-  rig.At(60000);
-  EXPECT_EQ(rig.lane(1).lblStatus.Tag(), "1");
-  EXPECT_EQ(rig.lane(2).lblStatus.Tag(), "2");
-  EXPECT_EQ(rig.lane(3).lblStatus.Tag(), "3");
-  EXPECT_EQ(rig.lane(0).lblStatus.Tag(), "4");
 }
 
 // Whatever comes after the finish: the places follow the logs, no place is given twice, and those that the
@@ -147,9 +89,7 @@ TEST(Places, FollowLateEntriesAndTheOperator) {
   } kCases[] = {
       {{}, "First;Second;Third;DNF", "First 1;Second 2;Third 3;DNF 100"},
       {{lateCut("11")}, "Dbl Cut;First;Second;DNF", "Dbl Cut 100;First 1;Second 2;DNF 100"},
-      {{lateCut("1o")}, "DNF;First;Second;DNF", "DNF 100;First 1;Second 2;DNF 100"},
       {{lateLap}, "First;Second;Third;Fourth", "First 1;Second 2;Third 3;Fourth 4"},
-      {{order, place(3)}, "42.00;42.10;First;DNF", "Second 2;Third 3;First Locked;DNF 100"},
       {{order, place(3), lateLap, lateTurn},
        "Second;Third;First;Fourth",
        "Second 2;Third 3;First Locked;Fourth 4"},
@@ -159,21 +99,12 @@ TEST(Places, FollowLateEntriesAndTheOperator) {
       {{status(1, "Crashed"), status(4, "Landed"), lateTurn},
        "Crashed;First;Second;Landed",
        "Crashed Locked;First 1;Second 2;Landed Locked"},
-      {{order, place(1), status(2, "second"), place(3)},
-       "First;second;Third;DNF",
-       "First Locked;second Locked;Third Locked;DNF 100"},
       {{lateLap, order, place(1), status(1, "Second"), place(2), place(3), place(4)},
        "Second;First;Third;Fourth",
        "Second Locked;First Locked;Third Locked;Fourth Locked"},
-      {{status(3, "1st"), status(2, "First ")},
-       "Second;First ;Third;DNF",
-       "Second 2;First  Locked;Third 3;DNF 100"},
       {{order, place(3), status(1, "1."), place(3), status(2, "SECOND")},
        "1.;SECOND;Third;DNF",
        "1. Locked;SECOND Locked;Third 3;DNF 100"},
-      {{status(1, "2 cuts"), status(2, " 3rd place"), status(3, "1:42.20")},
-       "2 cuts; 3rd place;1:42.20;DNF",
-       "2 cuts Locked; 3rd place Locked;1:42.20 Locked;DNF 100"},
   };
   for (const auto& c : kCases) {
     SCOPED_TRACE(c.saved);
@@ -213,7 +144,10 @@ TEST(Reset, TheQuestionDecides) {
     ConsoleRig rig;
     rig.Load();
     rig.Click("frmJudge.cmdStart");
-    FlyTenLaps(rig, 2, 6000);
+    for (int lap = 0; lap < 10; ++lap) {
+      rig.At(6000 + lap * 4000);
+      rig.Key("F2");
+    }
     rig.Answer(c.answer);
     rig.Click("frmJudge.cmdReset");
     EXPECT_EQ(rig.LastBox(), "Reset Race");
@@ -224,19 +158,6 @@ TEST(Reset, TheQuestionDecides) {
     EXPECT_EQ(rig.Value("Race1", "Timestamp") != "-", c.saved);
     EXPECT_EQ(rig.lane(1).EventCount(), c.active ? 10 : 0);
   }
-}
-
-TEST(Reset, AnAnswerCountsOnlyForTheRaceItWasAskedAbout) {
-  ConsoleRig rig(true);
-  rig.Load();
-  rig.Click("frmJudge.cmdStart");
-  rig.At(20000);
-  rig.Starter(61000, true);  // the starter takes the race over
-  rig.platform.whileOpen = [&](const DialogBox&) { rig.Starter(70000, false); };  // and ends it
-  rig.Answer(Word::No);
-  rig.Click("frmJudge.cmdReset");
-  EXPECT_EQ(rig.race().RaceNumber, 2);
-  EXPECT_NE(rig.Value("Race1", "Timestamp"), "-");
 }
 
 // A disk that can be full.
@@ -326,23 +247,6 @@ TEST(Clock, KeysWorkTheLanesInRowsOfFour) {
   EXPECT_TRUE(rig.judge().RaceBeingFlown());
 }
 
-TEST(Clock, AFinishedRaceIsSavedWhenTheNextOneStarts) {
-  ConsoleRig rig(true);
-  rig.Load();
-  rig.Starter(1000, true);
-  EXPECT_EQ(rig.race().RaceNumber, 1);
-  rig.Type("frmJudge.txtComments", "gusty");
-  rig.At(59500);
-  rig.Starter(60400, true);
-  rig.At(95000);
-  EXPECT_TRUE(rig.race().RaceDone);
-  rig.Starter(500, true);  // a new count without a word in between
-  EXPECT_EQ(rig.race().RaceNumber, 2);
-  EXPECT_TRUE(rig.judge().RaceBeingFlown());
-  EXPECT_EQ(rig.Value("Race1", "Comments"), "gusty");
-  EXPECT_EQ(rig.judge().txtComments.Text(), "No comments");
-}
-
 TEST(Clock, CommentsOfARaceThatWasOnlyLookedAtStayWithIt) {
   ConsoleRig rig(true);
   rig.Load();
@@ -357,35 +261,25 @@ TEST(Clock, CommentsOfARaceThatWasOnlyLookedAtStayWithIt) {
   EXPECT_EQ(rig.judge().txtComments.Text(), "No comments");
 }
 
-TEST(AutoPrint, ComesBeforeTheSave) {
+TEST(AutoPrint, ComesBeforeTheSaveAndTellsWhatIsSaved) {
   struct Printer : HeatPrinter {
     explicit Printer(ConsoleRig& r) : rig(r) {}
     void PrintHeat(const RaceRecord& race) override {
-      ++printed;
-      seen = rig.judge().cmdSave.Enabled() && race.number == number && race.hasRun &&
-             race.lanes[0].placing == placing;
+      told.push_back(std::to_string(race.number) + race.lanes[0].placing +
+                     (rig.judge().cmdSave.Enabled() && race.hasRun ? "" : " too late"));
     }
-    void PreviewHeat(const RaceRecord&) override {}
-    void SaveHeat(const RaceRecord&, const std::string&) override {}
-    void SetUpPrinter() override {}
     ConsoleRig& rig;
-    int number = 1;
-    std::string placing = "DNF";
-    int printed = 0;
-    bool seen = false;
+    std::vector<std::string> told;
   };
   ConsoleRig rig(true);
   rig.Load();
   Printer printer(rig);
   rig.judge().SetPrinter(&printer);
   rig.Click("frmJudge.mnuAutoPrint");
+  EXPECT_EQ(rig.Value("Current", "AutoPrint"), "True");
   rig.Starter(500, true);
   rig.Starter(70000, false);
-  EXPECT_TRUE(printer.seen);
-  EXPECT_EQ(printer.printed, 1);
-  EXPECT_EQ(rig.Value("Current", "AutoPrint"), "True");
   for (const int clock : {500, 70000, 500}) rig.Starter(clock, true);  // its stop was not heard
-  EXPECT_EQ(printer.printed, 2);
 
   // Only some places are given, and another program has put a race where this one was to go.
   std::int64_t now = rig.platform.ClockMs() + 59000;
@@ -397,14 +291,12 @@ TEST(AutoPrint, ComesBeforeTheSave) {
   }
   rig.At(now += 15000);
   ASSERT_TRUE(rig.race().RaceDone);
+  EXPECT_EQ(rig.lane(3).Status(), "Fourth");  // of equal times the lower lane comes first
   rig.Click("frmJudge.cmdReorder");
   rig.Click("frmLane2.cmdOrder");
   rig.program.project().SetProjectValue("Race3", "Timestamp", "7");
-  printer.number = 4;
-  printer.placing = "Second";
   rig.Starter(70000, false);
-  EXPECT_TRUE(printer.seen);
-  EXPECT_EQ(printer.printed, 3);
+  EXPECT_EQ(printer.told, (std::vector<std::string>{"1DNF", "2DNF", "4Second"}));
 }
 
 }  // namespace

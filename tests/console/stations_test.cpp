@@ -24,17 +24,6 @@ class Stations : public testing::Test {
   ConsoleRig rig;
 };
 
-TEST_F(Stations, TheStarterStartsTheRaceAndItsMode) {
-  rig.Starter(0, false, 5);
-  EXPECT_EQ(rig.race().RaceMode, 5);
-  EXPECT_FALSE(rig.race().RaceActive);
-  rig.Starter(0, true, 5);
-  EXPECT_TRUE(rig.race().RaceActive);
-  EXPECT_FALSE(rig.race().ManualStart);
-  EXPECT_EQ(rig.lane(0).TimeBase(), -62000);
-  EXPECT_EQ(rig.judge().lblStatus.Caption(), "60");
-}
-
 TEST_F(Stations, RaceTimeIsTheTimeSinceTheSignalWheneverTheStarterIsFirstHeard) {
   // After another race, whose clock stands elsewhere, as well as after the start of the program.
   std::int64_t now = 100;
@@ -201,16 +190,6 @@ TEST_F(Stations, LapsAreCountedOncePerReport) {
   EXPECT_EQ(rig.lane(3).Laps(), 0);
 }
 
-TEST_F(Stations, TurnsComeFromTheFirstJudgeToThePylonBox) {
-  CountDown();
-  rig.At(66000);
-  rig.Receive(Frame(0, 5, 1).Lane(0, 0, 50));
-  EXPECT_EQ(rig.lane(0).EventCount(), 0);
-  rig.Receive(Frame(0, 6, 1).Lane(0, 0, 50));
-  ASSERT_EQ(rig.lane(0).EventCount(), 1);
-  EXPECT_EQ(rig.lane(0).Events()[0].Kind, "T");
-}
-
 TEST_F(Stations, AFullLogCostsNoOtherLaneItsEntries) {
   CountDown();
   rig.At(66000);
@@ -274,19 +253,6 @@ TEST_F(Stations, HoldHoldsOnlyInItsSixSeconds) {
   }
 }
 
-TEST_F(Stations, AStopIsACallOffUpTo65SecondsAndTheEndAfterwards) {
-  for (const int clock : {65000, 65001}) {
-    const int race = rig.race().RaceNumber;
-    rig.Starter(500, true);
-    rig.Starter(clock, false);
-    EXPECT_FALSE(rig.race().RaceActive);
-    EXPECT_EQ(rig.race().RaceNumber, clock == 65000 ? race : race + 1);
-    EXPECT_EQ(rig.judge().lblStatus.Caption(), "Waiting");
-    EXPECT_TRUE(rig.judge().cmdStart.Enabled());
-  }
-  EXPECT_TRUE(rig.platform.shown.size() == 2);  // only the two boxes of a new project
-}
-
 TEST_F(Stations, AStarterThatStartsAnewLosesNoRaceThatHasBeenFlown) {
   struct Case {
     int running;  // the last clock of the old race
@@ -323,28 +289,6 @@ TEST_F(Stations, AStarterThatStartsAnewLosesNoRaceThatHasBeenFlown) {
     }
     rig.At(rig.platform.ClockMs() + 500);
     rig.Starter(c.runs ? c.clock + 500 : 0, false);
-  }
-}
-
-TEST_F(Stations, AStarterThatGoesOnRunningStartsNoSecondRace) {
-  for (const int heard : {60000, 59500}) {  // the frames after that are lost
-    const std::int64_t now = rig.platform.ClockMs();
-    const int race = rig.race().RaceNumber;
-    for (const int ms : {0, 30000, heard}) {
-      rig.At(now + ms);
-      rig.Starter(ms, true);
-    }
-    rig.At(now + 95000);
-    ASSERT_TRUE(rig.race().RaceDone);
-    rig.Click("frmJudge.cmdSave");
-    EXPECT_EQ(rig.race().RaceNumber, race + 1);
-    rig.Starter(95500, true);
-    EXPECT_FALSE(rig.race().RaceActive);
-    EXPECT_EQ(rig.judge().lblStatus.Caption(), "Waiting");
-    rig.Starter(96000, false);
-    rig.Starter(100, true);
-    EXPECT_TRUE(rig.race().RaceActive);
-    rig.Starter(0, false);
   }
 }
 
@@ -460,15 +404,6 @@ TEST_F(Stations, AnIdlingStarterLeavesAFinishedRaceByHandToTheOperator) {
   }
 }
 
-TEST_F(Stations, ReceptionGoesOnBehindTheQuestionOfAFrame) {
-  rig.Click("frmJudge.cmdStart");
-  rig.At(6000);
-  rig.platform.whileOpen = [&](const DialogBox&) { Timers(2, 1); };
-  rig.Answer(Word::Cancel);
-  rig.Starter(20000, false);
-  EXPECT_EQ(rig.lane(2).Laps(), 1);
-}
-
 TEST_F(Stations, SendersLanesAndModesOutOfRangeChangeNothing) {
   CountDown();
   rig.At(66000);
@@ -482,15 +417,6 @@ TEST_F(Stations, SendersLanesAndModesOutOfRangeChangeNothing) {
   EXPECT_EQ(rig.race().RaceNumber, 1);
   rig.Starter(67000, true, 255);
   EXPECT_EQ(rig.race().RaceMode, 6);
-}
-
-TEST_F(Stations, AStationThatFallsSilentDuringARaceIsNamedBesideTheLink) {
-  rig.Receive(Frame(1, 254, 0));
-  CountDown();
-  EXPECT_TRUE(rig.judge().lblSilent.Visible());
-  EXPECT_EQ(rig.judge().lblSilent.Caption(), "Silent: P2, never: P1 P3 TM PY DS");
-  rig.Receive(Frame(1, 254, 0));
-  EXPECT_EQ(rig.judge().lblSilent.Caption(), "Never heard: P1 P3 TM PY DS");
 }
 
 TEST_F(Stations, AnEntryAfterTheFinishDoesNotReopenTheRace) {
