@@ -53,7 +53,13 @@ TEST(Text, RaceTimesReadAsTheBoardShowsThem) {
 TEST(Text, SplitKeepsEmptyFieldsAndJsonIsEscaped) {
   EXPECT_TRUE(Split("", ',').empty());
   EXPECT_EQ(Split(",a,b,", ','), (std::vector<std::string>{"", "a", "b", ""}));
-  EXPECT_EQ(JsonString("a\"\\\r\x01"), "\"a\\\"\\\\\\r\\u0001\"");
+  EXPECT_EQ(JsonString("a\"\\\r\x1F\xE9"), "\"a\\\"\\\\\\r\\u001F\xE9\"");
+}
+
+TEST(Text, EachCharacterTakesAsManyBytesAsUtf8Gives) {
+  std::string text;
+  for (const char32_t code : {0x7F, 0x80, 0x7FF, 0x800, 0xFFFF, 0x10000, 0x10FFFF}) AppendUtf8(text, code);
+  EXPECT_EQ(text, "\x7F\u0080\u07FF\u0800\uFFFF\U00010000\U0010FFFF");
 }
 
 }  // namespace
