@@ -50,9 +50,8 @@ void EndRequests::WatchSignals() {
 EndRequests::EndRequests(Program& program) : program_(program) {
   WatchSignals();
   qApp->installEventFilter(this);
-  QObject::connect(
-      qApp, &QGuiApplication::commitDataRequest, this,
-      [this](QSessionManager& session) { SessionEnds(session); }, Qt::DirectConnection);
+  QObject::connect(qApp, &QGuiApplication::commitDataRequest, this, &EndRequests::SessionEnds,
+                   Qt::DirectConnection);
 }
 
 // What the desktop sends when its session is over. Qt would ask every window to close, and the console would

@@ -15,9 +15,9 @@ ProgramWindows::ProgramWindows(Program& program, QtPlatform& platform)
       timers_(program.door()) {
   console_ = &windows_.AddWindow(program.judge(), ConsoleDesign(), kLeastConsole);
   for (int i = 0; i < 4; ++i) {
-    const std::string frame = "fraLane(" + std::to_string(i) + ")";
-    lanes_[static_cast<std::size_t>(i)] = &windows_.AddPanel(
-        program.lane(i), LaneDesign(i + 1), console_->View(), frame, QStringLiteral("Lane %1 ").arg(i + 1));
+    lanes_[static_cast<std::size_t>(i)] =
+        &windows_.AddPanel(program.lane(i), LaneDesign(i + 1), console_->View(), IndexedName("fraLane", i),
+                           QStringLiteral("Lane %1 ").arg(i + 1));
   }
   link_ = &windows_.AddWindow(program.link(), LinkDesign(), QSize(LinkWidthWithoutDetail() * 3 / 4, 500),
                               console_);

@@ -16,8 +16,7 @@ constexpr int kPaintMs = 40;       // between two paintings inside an event
 Windows::Windows(Door& door) : door_(door) {
   door_.AllForms().SetObserver(this);
   qApp->installEventFilter(this);
-  QObject::connect(qApp, &QGuiApplication::focusWindowChanged, this,
-                   [this](QWindow* window) { FocusMoved(window); });
+  QObject::connect(qApp, &QGuiApplication::focusWindowChanged, this, &Windows::FocusMoved);
 }
 
 Windows::~Windows() {

@@ -67,13 +67,12 @@ class LineEditView : public ViewOn<QLineEdit> {
  public:
   explicit LineEditView(const Part& part) : ViewOn(part, new QLineEdit(part.parent)) {
     widget_->setAlignment(Has(Design().look, Look::Left) ? Qt::AlignLeft : Qt::AlignHCenter);
-    const auto count = [this] { Count(); };
-    if (!Late()) {
-      connect(widget_, &QLineEdit::textEdited, this, count);
-      return;
+    if (Late()) {
+      connect(widget_, &QLineEdit::editingFinished, this, &LineEditView::Count);
+      connect(widget_, &QLineEdit::returnPressed, this, [this] { leave(); });
+    } else {
+      connect(widget_, &QLineEdit::textEdited, this, &LineEditView::Count);
     }
-    connect(widget_, &QLineEdit::editingFinished, this, count);
-    connect(widget_, &QLineEdit::returnPressed, this, [this] { leave(); });
   }
 
  protected:
@@ -165,19 +164,18 @@ class Unmoved : public T {
   bool hitButton(const QPoint& at) const override { return this->rect().contains(at); }
 };
 
-template <typename T>
-class TickView : public ViewOn<T> {
+class TickView : public ViewOn<QAbstractButton> {
  public:
-  explicit TickView(const ControlView::Part& part)
-      : ViewOn<T>(part, new Unmoved<T>(part.parent), {QPalette::Button, QPalette::WindowText}) {
-    this->widget_->setAutoExclusive(false);
-    this->connect(this->widget_, &T::clicked, this, [this] { this->Act(EventKind::Click); });
+  TickView(const Part& part, QAbstractButton* box)
+      : ViewOn(part, box, {QPalette::Button, QPalette::WindowText}) {
+    box->setAutoExclusive(false);
+    connect(box, &QAbstractButton::clicked, this, [this] { Act(EventKind::Click); });
   }
 
  protected:
   void Show(Property property) override {
-    if (property == Property::Value) return this->widget_->setChecked(this->Of().Value() != 0);
-    this->widget_->setText(WithMnemonic(this->Caption(), this->Design().mnemonic));
+    if (property == Property::Value) return widget_->setChecked(Of().Value() != 0);
+    widget_->setText(WithMnemonic(Caption(), Design().mnemonic));
   }
 };
 
@@ -219,9 +217,9 @@ std::unique_ptr<ControlView> ControlView::Create(const Part& part) {
       if (Has(part.place.look, Look::Lines)) return std::make_unique<TextView>(part);
       return std::make_unique<LineEditView>(part);
     case ControlKind::CheckBox:
-      return std::make_unique<TickView<QCheckBox>>(part);
+      return std::make_unique<TickView>(part, new Unmoved<QCheckBox>(part.parent));
     case ControlKind::Option:
-      return std::make_unique<TickView<QRadioButton>>(part);
+      return std::make_unique<TickView>(part, new Unmoved<QRadioButton>(part.parent));
     case ControlKind::ComboBox:
       return std::make_unique<ListView>(part);
     case ControlKind::Menu:

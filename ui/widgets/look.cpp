@@ -75,6 +75,7 @@ class ConsoleStyle : public QProxyStyle {
   // Filled, not drawn with a pen, which loses an edge at fractional scales of the screen.
   void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                    const QWidget* widget) const override {
+    if (element == CE_FocusFrame) return painter->fillRect(option->rect, kFocusColor);
     const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
     if (element != CE_ShapedFrame || frame == nullptr || frame->frameShape != QFrame::Box) {
       return QProxyStyle::drawControl(element, option, painter, widget);
@@ -159,9 +160,6 @@ void DressApplication() {
 
 void RingFocus(QWidget& window) {
   auto* ring = new QFocusFrame(&window);
-  QPalette palette;
-  palette.setColor(QPalette::WindowText, kFocusColor);
-  ring->setPalette(palette);
   QObject::connect(qApp, &QApplication::focusChanged, ring, [ring, &window](QWidget*, QWidget* now) {
     const bool ours = now != nullptr && now != &window && now->window() == &window &&
                       (now->focusPolicy() & Qt::TabFocus) != 0;

@@ -1,19 +1,17 @@
 #include "ui/widgets/menu_view.h"
 
 #include <QAction>
-#include <QEvent>
 #include <QMenu>
-#include <algorithm>
 
 #include "ui/widgets/control_view.h"
 #include "ui/widgets/look.h"
 
 namespace quorvane {
 
-MenuView::MenuView(Form& form, Door& door, QWidget* parent) : QMenuBar(parent), form_(form), door_(door) {
+MenuView::MenuView(const Form& form, Door& door, QWidget* parent) : QMenuBar(parent), door_(door) {
   setNativeMenuBar(false);
-  for (const Control& control : form_.Controls()) {
-    if (control.Kind() == ControlKind::Menu) Add(*form_.Find(control.Name()));
+  for (const Control& control : form.Controls()) {
+    if (control.Kind() == ControlKind::Menu) Add(control);
   }
   Apply();
 }
@@ -23,36 +21,23 @@ QAction* MenuView::Find(const Control& control) const {
   return found == entries_.end() ? nullptr : found->second;
 }
 
-void MenuView::Add(Control& control) {
+void MenuView::Add(const Control& control) {
   QAction* parent = control.Parent() == nullptr ? nullptr : Find(*control.Parent());
   if (parent != nullptr && parent->menu() == nullptr) {
     parent->setMenu(new QMenu(this));
     parent->menu()->setToolTipsVisible(true);
+    parent->menu()->setAttribute(Qt::WA_WindowPropagation);  // the letters are as large as the bar's
   }
   auto* entry = new QAction(this);
   entry->setObjectName(QString::fromStdString(control.FullName()));
   entry->setMenuRole(QAction::NoRole);
-  QObject::connect(entry, &QAction::triggered, this, [this, &control] { Click(control); });
-  if (parent != nullptr) {
-    parent->menu()->addAction(entry);
-  } else {
-    addAction(entry);
-  }
+  QObject::connect(entry, &QAction::triggered, this, [this, &control] {
+    FinishTyping();
+    door_.Enter({.kind = EventKind::Click, .target = control.FullName()});
+    Apply();
+  });
+  (parent == nullptr ? static_cast<QWidget*>(this) : parent->menu())->addAction(entry);
   entries_.emplace(&control, entry);
-}
-
-void MenuView::changeEvent(QEvent* event) {
-  QMenuBar::changeEvent(event);
-  if (event->type() != QEvent::FontChange) return;
-  for (const auto& [control, entry] : entries_) {
-    if (entry->menu() != nullptr) entry->menu()->setFont(font());
-  }
-}
-
-void MenuView::Click(const Control& control) {
-  FinishTyping();
-  door_.Enter({.kind = EventKind::Click, .target = control.FullName()});
-  Apply();
 }
 
 void MenuView::Apply() {
