@@ -152,7 +152,7 @@ TEST_F(RandomDrive, EndsCleanWhateverTheOperatorDoesWithANoisyFieldOnTheAir) {
   driving_ = false;
   WaitFor([] { return QApplication::activeModalWidget() == nullptr; });
   boxes_.stop();
-  EXPECT_GT(shown.size(), 3U);
+  EXPECT_GT(program.link().Counters().GoodFrames(), 50) << "the field was on the air";
 }
 
 }  // namespace
