@@ -106,12 +106,12 @@ TEST(Modes, TheListCountsFromZeroAndTheModesFromOne) {
 TEST(Modes, AFinishedRaceKeepsItsOwnUntilItIsSaved) {
   ConsoleRig rig(true);
   rig.Load();
-  rig.Click("frmJudge.cmdStart");
+  rig.Starter(60000, true);
   rig.At(6000);
-  rig.lane(0).DoCut("1o", 0, 6000);
+  rig.lane(0).DoCut("1o", 0, 66000);
   rig.At(40000);
   ASSERT_TRUE(rig.judge().cmdSave.Enabled());
-  rig.Starter(70000, false, 5);
+  rig.Starter(100000, true, 5);
   EXPECT_EQ(rig.judge().lblRaceMode.Caption(), "AMA 1324");
   rig.lane(0).FinalizeRace();
   EXPECT_EQ(rig.lane(0).LapTarget(), 11);
