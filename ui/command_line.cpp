@@ -1,10 +1,11 @@
 #include "ui/command_line.h"
 
 #include <charconv>
-#include <string_view>
+#include <optional>
 
-#include "console/heat_printer.h"
+#include "base/text.h"
 #include "files/output_guard.h"
+#include "results/race_records.h"
 
 namespace quorvane {
 namespace {
@@ -13,48 +14,38 @@ constexpr int kMostPorts = 31;
 constexpr int kMostHeats = 999;
 constexpr std::size_t kMostPages = 5000;
 
-// Takes a number from 1 to `most` off the front.
-bool TakeNumber(std::string_view& text, int& number, int most) {
+// Of digits alone, from 1 to `most`.
+std::optional<int> WholeNumber(const std::string& text, int most) {
+  int number = 0;
   const auto [stop, fault] = std::from_chars(text.data(), text.data() + text.size(), number);
-  if (fault != std::errc() || number < 1 || number > most) return false;
-  text.remove_prefix(static_cast<std::size_t>(stop - text.data()));
-  return true;
+  const bool good = fault == std::errc() && stop == text.data() + text.size();
+  return good && number >= 1 && number <= most ? std::optional(number) : std::nullopt;
 }
 
 // "5=/dev/ttyUSB0".
 void TakePort(std::map<int, std::string>& ports, const std::string& value) {
-  std::string_view device = value;
-  int number = 0;
-  if (!TakeNumber(device, number, kMostPorts) || !device.starts_with('=') || device.size() == 1) {
+  const std::size_t sign = value.find('=');
+  const auto number = WholeNumber(value.substr(0, sign), kMostPorts);
+  if (!number || sign >= value.size() - 1) {
     throw CLI::ValidationError(value, "is not NUMBER=DEVICE with a number from 1 to 31");
   }
-  if (!ports.emplace(number, device.substr(1)).second) {
+  if (!ports.emplace(*number, value.substr(sign + 1)).second) {
     throw CLI::ValidationError(value, "gives this port a second device");
   }
 }
 
-// "5" or "5-8".
-bool TakeRange(std::string_view& text, std::vector<int>& races) {
-  int first = 0;
-  if (!TakeNumber(text, first, kLastRace)) return false;
-  int last = first;
-  if (text.starts_with('-')) {
-    text.remove_prefix(1);
-    if (!TakeNumber(text, last, kLastRace) || last < first) return false;
-  }
-  for (int race = first; race <= last; ++race) races.push_back(race);
-  return races.size() <= kMostPages;
-}
-
 // "1,3,5-8" or "all".
-bool TakeRaces(std::string_view text, RaceList& list) {
-  if (text == "all") return list.all = true;
-  while (TakeRange(text, list.races)) {
-    if (text.empty()) return true;
-    if (!text.starts_with(',')) return false;
-    text.remove_prefix(1);
+bool TakeRaces(RaceList& list, const std::string& value) {
+  if (value == "all") return list.all = true;
+  const std::vector<std::string> parts = Split(value, ',');
+  for (const std::string& part : parts) {
+    const std::size_t dash = part.find('-');
+    const auto first = WholeNumber(part.substr(0, dash), kLastRace);
+    const auto last = dash == std::string::npos ? first : WholeNumber(part.substr(dash + 1), kLastRace);
+    if (!first || !last || *last < *first) return false;
+    for (int race = *first; race <= *last; ++race) list.races.push_back(race);
   }
-  return false;
+  return !parts.empty() && list.races.size() <= kMostPages;
 }
 
 void AddConsole(Arguments& app, CommandLine& line) {
@@ -79,7 +70,7 @@ void AddPrinting(Arguments& app, CommandLine& line) {
   const std::string group = "Heat reports: --print RACES PROJECT.ini -o FILE.pdf";
   app.AddRepeated("--print", "RACES", "write those of these races (7, or 1,3,5-8, or all) without a window",
                   [&](const std::string& value) {
-                    if (!TakeRaces(value, line.print)) {
+                    if (!TakeRaces(line.print, value)) {
                       throw CLI::ValidationError(value, "is not races such as 7 or 1,3,5-8, or the word all");
                     }
                   })

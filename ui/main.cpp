@@ -24,9 +24,8 @@
 #include "ui/widgets/look.h"
 #include "ui/work_thread.h"
 
+namespace quorvane {
 namespace {
-
-using quorvane::CommandLine;
 
 std::string AbsolutePath(const std::string& path) {
   return path.empty() ? path : QDir::current().absoluteFilePath(QString::fromStdString(path)).toStdString();
@@ -35,30 +34,30 @@ std::string AbsolutePath(const std::string& path) {
 void SetUpApplication() {
   QApplication::setApplicationName(QStringLiteral("Quorvane"));
   QApplication::setApplicationVersion(QStringLiteral(QUORVANE_VERSION));
-  quorvane::DressApplication();
+  DressApplication();
   // The windows say when the program ends.
   QApplication::setQuitOnLastWindowClosed(false);
 }
 
 int Run(const CommandLine& line) {
-  quorvane::QtSettings settings(line.settings);
-  quorvane::QtPlatform platform(settings);
-  quorvane::QtSerial serial(settings, line.ports);
-  quorvane::Program program(platform, serial);
-  quorvane::ProgramWindows windows(program, platform);
-  quorvane::QtHeatPrinter printer(program, platform, &windows.Console());
+  QtSettings settings(line.settings);
+  QtPlatform platform(settings);
+  QtSerial serial(settings, line.ports);
+  Program program(platform, serial);
+  ProgramWindows windows(program, platform);
+  QtHeatPrinter printer(program, platform, &windows.Console());
   serial.SetDoor(&program.door());
-  const quorvane::ResultsWindow results(program, windows);
-  const quorvane::Scoreboard scoreboard(program, windows, settings);
-  quorvane::SessionRecording recording(program, windows);
-  const quorvane::EndRequests endRequests(program);
+  const ResultsWindow results(program, windows);
+  const Scoreboard scoreboard(program, windows, settings);
+  SessionRecording recording(program, windows);
+  const EndRequests endRequests(program);
   serial.SetOpened([&recording](int port, int number, const std::string& description) {
     recording.NoteOpened(port, number, description);
   });
-  std::unique_ptr<quorvane::Demo> demo;
+  std::unique_ptr<Demo> demo;
   if (!line.demo.empty()) {
-    platform.SetAnswerer([](const quorvane::DialogBox& box) { return quorvane::Demo::Answer(box); });
-    demo = std::make_unique<quorvane::Demo>(program, windows, line.demo, line.heats);
+    platform.SetAnswerer([](const DialogBox& box) { return Demo::Answer(box); });
+    demo = std::make_unique<Demo>(program, windows, line.demo, line.heats);
     if (!demo->Begin()) {
       std::fprintf(stderr, "quorvane: cannot write to the folder %s\n", line.demo.c_str());
       return 1;
@@ -72,11 +71,7 @@ int Run(const CommandLine& line) {
                    .ports = ports,
                    .projectUnasked = !line.project.empty(),
                    .journal = AbsolutePath(line.journal)});
-  QTimer::singleShot(0, [&program] {
-    quorvane::Event load;
-    load.kind = quorvane::EventKind::Load;
-    program.door().Enter(load);
-  });
+  QTimer::singleShot(0, [&program] { program.door().Enter({.kind = EventKind::Load}); });
   const int status = QApplication::exec();
   recording.End();
   serial.SetDoor(nullptr);
@@ -85,18 +80,18 @@ int Run(const CommandLine& line) {
 }
 
 int Print(const CommandLine& line) {
-  quorvane::QtSettings settings(line.settings);
-  quorvane::QtPlatform platform(settings);
-  return quorvane::RunPrintCommand(line, {quorvane::frmAbout::ProgramName(), platform.LocalNow()}, settings);
+  QtSettings settings(line.settings);
+  return RunPrintCommand(line, {frmAbout::ProgramName(), QtPlatform(settings).LocalNow()}, settings);
 }
 
 }  // namespace
+}  // namespace quorvane
 
 int main(int argc, char** argv) {
   quorvane::OutliveWriteErrors();
   const auto parsed = quorvane::ParseCommandLine({argv + 1, argv + argc});
   if (const auto* ending = std::get_if<quorvane::Ending>(&parsed)) return ending->Tell();
-  const auto& line = std::get<CommandLine>(parsed);
+  const auto& line = std::get<quorvane::CommandLine>(parsed);
   if (const std::string trouble = quorvane::TroubleWithSettings(line); !trouble.empty()) {
     std::fprintf(stderr, "quorvane: %s\n", trouble.c_str());
     return 2;
@@ -109,8 +104,8 @@ int main(int argc, char** argv) {
   // The options are ours; Qt's own come from its environment variables.
   int one = 1;
   QApplication application(one, argv);
-  SetUpApplication();
-  const int status = line.print.IsEmpty() ? Run(line) : Print(line);
+  quorvane::SetUpApplication();
+  const int status = line.print.IsEmpty() ? quorvane::Run(line) : quorvane::Print(line);
   if (quorvane::WorkThread::AnyLeftBehind()) std::_Exit(status);
   return status;
 }

@@ -1,5 +1,10 @@
 #include "ui/serial_devices.h"
 
+#include <fcntl.h>
+#include <linux/serial.h>
+#include <sys/ioctl.h>
+#include <unistd.h>
+
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
@@ -7,15 +12,6 @@
 #include <QSerialPort>
 #include <QSerialPortInfo>
 #include <utility>
-
-#ifdef Q_OS_UNIX
-#include <fcntl.h>
-#include <unistd.h>
-#endif
-#ifdef Q_OS_LINUX
-#include <linux/serial.h>
-#include <sys/ioctl.h>
-#endif
 
 namespace quorvane {
 namespace {
@@ -38,11 +34,7 @@ QString ChangedAt(const QString& folder) {
 }
 
 bool MayBeUsed(const QString& path) {
-#ifdef Q_OS_UNIX
   return faccessat(AT_FDCWD, QFile::encodeName(path).constData(), R_OK | W_OK, AT_EACCESS) == 0;
-#else
-  return QFileInfo(path).isReadable() && QFileInfo(path).isWritable();
-#endif
 }
 
 // A group that has been given the device, as "dialout" usually has.
@@ -64,15 +56,11 @@ QString StaleLock(const QString& device) {
   QString name = device;
   if (name.startsWith(QLatin1String("/dev/"))) name.remove(0, 5);
   name = QStringLiteral("LCK..") + name.replace(QLatin1Char('/'), QLatin1Char('_'));
-  for (const char* folder : {"/run/lock/", "/var/lock/"}) {
-    QFile lock(QString::fromLatin1(folder) + name);
-    if (!lock.open(QIODevice::ReadOnly)) continue;
-    const int process = lock.readLine(40).trimmed().toInt();
-    const bool canTell = process > 0 && QFileInfo::exists(QStringLiteral("/proc/self"));
-    const bool runs = QFileInfo::exists(QStringLiteral("/proc/%1").arg(process));
-    return canTell && !runs ? lock.fileName() : QString();
-  }
-  return {};
+  QFile lock(QStringLiteral("/run/lock/") + name);
+  if (!lock.open(QIODevice::ReadOnly)) return {};
+  const int process = lock.readLine(40).trimmed().toInt();
+  const bool runs = QFileInfo::exists(QStringLiteral("/proc/%1").arg(process));
+  return process > 0 && !runs ? lock.fileName() : QString();
 }
 
 SerialError Refused(const std::string& path) {
@@ -87,17 +75,13 @@ SerialError Refused(const std::string& path) {
 
 // By the codes of the serial control.
 std::map<int, int> DriverCounts(const QSerialPort& port) {
-#ifdef Q_OS_LINUX
   serial_icounter_struct counts{};
-  if (ioctl(port.handle(), TIOCGICOUNT, &counts) == 0) {
-    return {{kCommBreak, counts.brk},
-            {kCommFraming, counts.frame},
-            {kCommOverrun, counts.overrun},
-            {kCommOverflow, counts.buf_overrun},
-            {kCommParity, counts.parity}};
-  }
-#endif
-  return {};
+  if (ioctl(port.handle(), TIOCGICOUNT, &counts) != 0) return {};
+  return {{kCommBreak, counts.brk},
+          {kCommFraming, counts.frame},
+          {kCommOverrun, counts.overrun},
+          {kCommOverflow, counts.buf_overrun},
+          {kCommParity, counts.parity}};
 }
 
 }  // namespace
@@ -108,7 +92,7 @@ bool SerialDevices::MayHaveChanged() {
     seen += QFileInfo::exists(QString::fromStdString(path)) ? QLatin1Char('+') : QLatin1Char('-');
   }
   const bool changed = std::exchange(seen_, seen) != seen;
-  return changed || names_.Waiting() || !QFileInfo::exists(QStringLiteral("/dev"));
+  return changed || names_.Waiting();
 }
 
 std::string SerialDevices::GivenNameOf(const QString& device) const {

@@ -20,8 +20,7 @@ class SerialDevices {
   explicit SerialDevices(GivenPorts given) : given_(std::move(given)) { clock_.start(); }
 
   const GivenPorts& Given() const { return given_; }
-  // Cheap. Where devices are no files it cannot tell, and says yes.
-  bool MayHaveChanged();
+  bool MayHaveChanged();  // cheap
   std::vector<SerialDevice> List();
 
  private:

@@ -1,8 +1,10 @@
 #include "ui/session_recording.h"
 
+#include <fmt/format.h>
+
+#include <QFileInfo>
 #include <QLabel>
 #include <cstdio>
-#include <filesystem>
 #include <utility>
 
 #include "base/text.h"
@@ -55,9 +57,7 @@ void SessionRecording::End() {
   begun_ = false;
   program_.door().SetJournal(nullptr);
   recorder_.End(program_.door().System().ClockMs());
-  if (!stopped_ && !recorder_.Problem().empty()) {
-    std::fprintf(stderr, "quorvane: %s: %s\n", file_.c_str(), recorder_.Problem().c_str());
-  }
+  if (!stopped_ && !recorder_.Problem().empty()) Complain();
 }
 
 // After every event.
@@ -82,11 +82,14 @@ void SessionRecording::FollowMenu() {
   }
   if (wanted_ && !stopped_ && !recorder_.Problem().empty()) {
     stopped_ = true;
-    const std::string problem = recorder_.Problem();
+    Show(QStringLiteral("Recording stopped: %1").arg(ToQString(recorder_.Problem())), true);
+    Complain();
     recorder_.Stop();
-    Show(QStringLiteral("Recording stopped: %1").arg(ToQString(problem)), true);
-    std::fprintf(stderr, "quorvane: %s: %s\n", file_.c_str(), problem.c_str());
   }
+}
+
+void SessionRecording::Complain() const {
+  std::fprintf(stderr, "quorvane: %s: %s\n", file_.c_str(), recorder_.Problem().c_str());
 }
 
 // A journal that stands there may be all that is left of a heat that was lost.
@@ -97,8 +100,7 @@ void SessionRecording::Start() {
   Show(QStringLiteral("\u25cf Recording"), false);
   if (file_ == named_) return;
   const auto name = [](const std::string& file) {
-    const std::u8string utf8 = PathOf(file).filename().u8string();
-    return std::string(utf8.begin(), utf8.end());
+    return QFileInfo(ToQString(file)).fileName().toStdString();
   };
   news_ = "Recording into " + name(file_) + ", as " + name(named_) + " has a session already";
   std::fprintf(stderr, "quorvane: %s\n", news_.c_str());
@@ -119,10 +121,8 @@ void SessionRecording::Show(const QString& text, bool bad) {
 
 std::string SessionRecording::FileBesideProject() {
   const LocalDateTime at = program_.door().LocalStart();
-  char time[40];
-  std::snprintf(time, sizeof time, "-%04d-%02d-%02d-%02d%02d%02d.journal", at.year, at.month, at.day, at.hour,
-                at.minute, at.second);
-  return program_.race().ProjectBaseName + time;
+  return fmt::format("{}-{:04}-{:02}-{:02}-{:02}{:02}{:02}.journal", program_.race().ProjectBaseName, at.year,
+                     at.month, at.day, at.hour, at.minute, at.second);
 }
 
 }  // namespace quorvane

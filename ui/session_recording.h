@@ -11,9 +11,8 @@ class QLabel;
 namespace quorvane {
 
 // Records the session of the console into a journal: into the file of the command line, or, while "Record
-// Session" is checked, into one beside the project. When that is there already, the next free name is taken.
-// Says at the right end of the menu bar that it does, or
-// why it cannot go on; nothing of it ever stops the race.
+// Session" is checked, into one beside the project; the next free name when that is there already. Says at
+// the right end of the menu bar that it does, or why it cannot go on; nothing of it ever stops the race.
 class SessionRecording {
  public:
   struct Options {
@@ -42,6 +41,7 @@ class SessionRecording {
  private:
   void FollowMenu();
   void Start();
+  void Complain() const;
   void Show(const QString& text, bool bad);
   std::string FileBesideProject();
 

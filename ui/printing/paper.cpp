@@ -2,7 +2,7 @@
 
 #include <QFileInfo>
 #include <QLocale>
-#include <QPageSize>
+#include <QPainter>
 #include <QPdfWriter>
 #include <QSaveFile>
 
@@ -16,40 +16,32 @@ namespace {
 
 constexpr int kPdfDotsPerInch = 1200;
 
-QPageSize SizeOf(Paper paper) {
-  return QPageSize(paper == Paper::A4 ? QPageSize::A4 : QPageSize::Letter);
-}
-
 }  // namespace
 
-bool PaperNamed(const std::string& name, Paper& paper) {
-  for (const Paper known : {Paper::A4, Paper::Letter}) {
-    if (ToQString(name).compare(QLatin1String(PaperName(known)), Qt::CaseInsensitive) != 0) continue;
-    paper = known;
-    return true;
+const std::vector<QPageSize>& Papers() {
+  static const std::vector<QPageSize> papers{QPageSize(QPageSize::A4), QPageSize(QPageSize::Letter)};
+  return papers;
+}
+
+std::optional<QPageSize> PaperNamed(const QString& name) {
+  for (const QPageSize& paper : Papers()) {
+    if (name.compare(paper.key(), Qt::CaseInsensitive) == 0) return paper;
   }
-  return false;
+  return std::nullopt;
 }
 
-const char* PaperName(Paper paper) {
-  return paper == Paper::A4 ? "A4" : "Letter";
+QPageSize UsualPaper() {
+  const bool letter = QLocale::system().measurementSystem() == QLocale::ImperialUSSystem;
+  return QPageSize(letter ? QPageSize::Letter : QPageSize::A4);
 }
 
-QSizeF PaperInches(Paper paper) {
-  return SizeOf(paper).size(QPageSize::Inch);
-}
-
-Paper UsualPaper() {
-  return QLocale::system().measurementSystem() == QLocale::ImperialUSSystem ? Paper::Letter : Paper::A4;
-}
-
-bool PutOnPaper(QPagedPaintDevice& device, int dotsPerInch, Paper paper, const std::vector<RaceRecord>& races,
-                const Imprint& imprint) {
+bool PutOnPaper(QPagedPaintDevice& device, int dotsPerInch, const QPageSize& paper,
+                const std::vector<RaceRecord>& races, const Imprint& imprint) {
   device.setPageLayout(
-      QPageLayout(SizeOf(paper), QPageLayout::Portrait, QMarginsF(), QPageLayout::Point, QMarginsF()));
+      QPageLayout(paper, QPageLayout::Portrait, QMarginsF(), QPageLayout::Point, QMarginsF()));
   QPainter painter;
   if (!painter.begin(&device)) return false;
-  const QSizeF sheet = PaperInches(paper) * dotsPerInch;
+  const QSizeF sheet = paper.size(QPageSize::Inch) * dotsPerInch;
   bool first = true;
   for (const RaceRecord& race : races) {
     if (!first && !device.newPage()) return false;
@@ -62,7 +54,7 @@ bool PutOnPaper(QPagedPaintDevice& device, int dotsPerInch, Paper paper, const s
   return painter.end();
 }
 
-QString WritePdf(const QString& path, Paper paper, const std::vector<RaceRecord>& races,
+QString WritePdf(const QString& path, const QPageSize& paper, const std::vector<RaceRecord>& races,
                  const Imprint& imprint, const std::vector<std::string>& inUse) {
   if (const auto reason = WhyNotWrite(path.toStdString(), FileKind::Other, inUse)) return ToQString(*reason);
   QSaveFile file(path);

@@ -90,8 +90,8 @@ QScrollArea& PreviewForm::View() {
   return *view_;
 }
 
-void PreviewForm::Open(const RaceRecord& race, const Imprint& imprint, Paper paper) {
-  full_ = PaperInches(paper) * kPixelsPerInch;
+void PreviewForm::Open(const RaceRecord& race, const Imprint& imprint, const QPageSize& paper) {
+  full_ = paper.size(QPageSize::Inch) * kPixelsPerInch;
   if (!std::exchange(placed_, true)) place_->Restore(kFirstSize);
   door_.Post([this, race, imprint] {
     Draw(race, imprint);
@@ -119,10 +119,7 @@ void PreviewForm::Follow() {
 
 void PreviewForm::closeEvent(QCloseEvent* event) {
   event->ignore();
-  Event close;
-  close.kind = EventKind::Close;
-  close.target = preview_.Name();
-  door_.Enter(close);
+  door_.Enter({.kind = EventKind::Close, .target = preview_.Name()});
 }
 
 }  // namespace quorvane

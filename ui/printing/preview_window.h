@@ -19,7 +19,7 @@ class PreviewForm : public QMainWindow {
   ~PreviewForm() override;
 
   // Shows the heat report as that paper would carry it. A preview that is open starts anew.
-  void Open(const RaceRecord& race, const Imprint& imprint, Paper paper);
+  void Open(const RaceRecord& race, const Imprint& imprint, const QPageSize& paper);
 
   PrintPreview& Of() { return preview_; }
   MenuView& Menu() { return *menu_; }

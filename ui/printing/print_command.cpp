@@ -3,7 +3,7 @@
 #include <cstdio>
 
 #include "results/contest_file.h"
-#include "ui/printing/qt_printer.h"
+#include "ui/printing/printer_choice.h"
 #include "ui/widgets/look.h"
 
 namespace quorvane {
@@ -16,11 +16,11 @@ int Complain(const std::string& message, int status) {
 
 // "7, 8"; empty: all are there.
 std::string NotFlown(const std::vector<RaceRecord>& races) {
-  std::string numbers;
+  QStringList numbers;
   for (const RaceRecord& race : races) {
-    if (!race.hasRun) numbers += (numbers.empty() ? "" : ", ") + std::to_string(race.number);
+    if (!race.hasRun) numbers << QString::number(race.number);
   }
-  return numbers;
+  return numbers.join(QStringLiteral(", ")).toStdString();
 }
 
 }  // namespace
@@ -35,8 +35,7 @@ int RunPrintCommand(const CommandLine& line, const Imprint& imprint, const Setti
   if (const std::string missing = NotFlown(races); !missing.empty()) {
     return Complain("not flown in " + line.project + ": race " + missing + "; nothing written", 1);
   }
-  Paper paper = LoadPrinterChoice(settings).paper;
-  if (!line.paper.empty()) PaperNamed(line.paper, paper);
+  const QPageSize paper = PaperNamed(ToQString(line.paper)).value_or(LoadPrinterChoice(settings).paper);
   const QString trouble =
       WritePdf(QString::fromStdString(line.output), paper, races, imprint, {line.project, line.settings});
   if (!trouble.isEmpty()) return Complain("cannot write " + line.output + ": " + trouble.toStdString(), 1);

@@ -11,13 +11,11 @@
 #include <QTimer>
 #include <cstdio>
 
-#include "ui/printing/printer_setup.h"
 #include "ui/widgets/look.h"
 
 namespace quorvane {
 namespace {
 
-constexpr const char* kSection = "Printer";
 constexpr int kIdleEndMs = 1000;
 constexpr int kHangingEndMs = 100;
 constexpr int kLongestToldMs = 60000;  // a program that a signal has ended must end
@@ -37,11 +35,7 @@ PrintOutcome Spool(const PrinterChoice& choice, const RaceRecord& race, const Im
   const QString what = RaceName(race);
   const QPrinterInfo info =
       choice.name.isEmpty() ? QPrinterInfo::defaultPrinter() : QPrinterInfo::printerInfo(choice.name);
-  if (info.isNull()) {
-    return NotPrinted(
-        choice.name.isEmpty() ? QStringLiteral("No printer") : QStringLiteral("No printer ") + choice.name,
-        what);
-  }
+  if (info.isNull()) return NotPrinted(QStringLiteral("No printer %1").arg(choice.name).trimmed(), what);
   const QString name = info.printerName();
   const PrintQueue queue = AskPrintQueue(name);
   if (queue.refuses) return OutcomeOf(name, queue, what);
@@ -67,23 +61,8 @@ PrintOutcome OutcomeOf(const QString& printer, const PrintQueue& queue, const QS
   return {true, QStringLiteral("R") + race.mid(1) + QStringLiteral(" sent to ") + printer};
 }
 
-PrinterChoice LoadPrinterChoice(const SettingsStore& settings) {
-  PrinterChoice choice{ToQString(settings.GetSetting(kSection, "Name", "")), UsualPaper()};
-  PaperNamed(settings.GetSetting(kSection, "Paper", ""), choice.paper);
-  return choice;
-}
-
-void SavePrinterChoice(SettingsStore& settings, const PrinterChoice& choice) {
-  settings.SaveSetting(kSection, "Name", choice.name.toStdString());
-  settings.SaveSetting(kSection, "Paper", PaperName(choice.paper));
-}
-
 QtHeatPrinter::QtHeatPrinter(Program& program, Platform& platform, QWidget* console)
-    : program_(program),
-      platform_(platform),
-      console_(console),
-      preview_(std::make_unique<PreviewForm>(platform)),
-      spooler_(Spool) {
+    : program_(program), platform_(platform), console_(console), preview_(platform), spooler_(Spool) {
   program_.judge().SetPrinter(this);
 }
 
@@ -97,23 +76,21 @@ Imprint QtHeatPrinter::Now() {
 
 void QtHeatPrinter::PrintHeat(const RaceRecord& race) {
   const QString what = RaceName(race);
-  Later(printing_,
-        {QStringLiteral("Printing %1 ...").arg(what),
-         QStringLiteral("The print server does not answer: %1 may not be printed").arg(what)},
-        [spool = spooler_, choice = LoadPrinterChoice(platform_.Settings()), race, imprint = Now()] {
-          return spool(choice, race, imprint);
-        });
+  Later(
+      printing_,
+      {QStringLiteral("Printing %1 ...").arg(what),
+       QStringLiteral("The print server does not answer: %1 may not be printed").arg(what)},
+      [spool = spooler_, choice = Chosen(), race, imprint = Now()] { return spool(choice, race, imprint); });
 }
 
 void QtHeatPrinter::SaveHeat(const RaceRecord& race, const std::string& path) {
-  const Paper paper = LoadPrinterChoice(platform_.Settings()).paper;
-  const std::vector<std::string> inUse{program_.race().ProjectFile};
   const QString file = QString::fromStdString(path);
   Later(filing_,
         {QStringLiteral("Saving the PDF of %1 ...").arg(RaceName(race)),
          QStringLiteral("The disk does not answer: %1 may not be saved").arg(file)},
-        [file, paper, race, imprint = Now(), inUse]() -> PrintOutcome {
-          const QString trouble = WritePdf(file, paper, {race}, imprint, inUse);
+        [file, paper = Chosen().paper, race, imprint = Now(),
+         inUse = program_.race().ProjectFile]() -> PrintOutcome {
+          const QString trouble = WritePdf(file, paper, {race}, imprint, {inUse});
           if (trouble.isEmpty()) return {true, QStringLiteral("PDF saved: ") + RaceName(race)};
           return {false, QStringLiteral("PDF not saved: ") + trouble};
         });
@@ -121,9 +98,8 @@ void QtHeatPrinter::SaveHeat(const RaceRecord& race, const std::string& path) {
 
 // After the event: drawing the page takes longer than an event should.
 void QtHeatPrinter::PreviewHeat(const RaceRecord& race) {
-  const Paper paper = LoadPrinterChoice(platform_.Settings()).paper;
   QMetaObject::invokeMethod(
-      this, [this, race, imprint = Now(), paper] { preview_->Open(race, imprint, paper); },
+      this, [this, race, imprint = Now(), choice = Chosen()] { preview_.Open(race, imprint, choice.paper); },
       Qt::QueuedConnection);
 }
 
@@ -199,7 +175,7 @@ void QtHeatPrinter::Offer(const QStringList& printers, const QString& usual) {
   program_.door().Post([this] {
     if (program_.judge().lblNotice.Caption() == kLooking) program_.judge().ShowNotice({});
   });
-  auto* setup = new PrinterSetup(printers, usual, LoadPrinterChoice(platform_.Settings()), console_);
+  auto* setup = new PrinterSetup(printers, usual, Chosen(), console_);
   QObject::connect(setup, &QDialog::accepted, this,
                    [this, setup] { SavePrinterChoice(platform_.Settings(), setup->Choice()); });
   setup->setAttribute(Qt::WA_DeleteOnClose);

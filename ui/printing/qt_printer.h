@@ -4,24 +4,16 @@
 #include <QStringList>
 #include <functional>
 #include <map>
-#include <memory>
 
 #include "console/heat_printer.h"
 #include "console/program.h"
-#include "ui/print_queue.h"
 #include "ui/printing/paper.h"
 #include "ui/printing/preview_window.h"
+#include "ui/printing/print_queue.h"
+#include "ui/printing/printer_choice.h"
 #include "ui/work_thread.h"
 
 namespace quorvane {
-
-// The operator's choice, kept in the settings store under "Printer".
-struct PrinterChoice {
-  QString name;  // empty: the system's default printer
-  Paper paper = Paper::A4;
-};
-PrinterChoice LoadPrinterChoice(const SettingsStore& settings);
-void SavePrinterChoice(SettingsStore& settings, const PrinterChoice& choice);
 
 // What became of a report, for the operator.
 struct PrintOutcome {
@@ -32,8 +24,8 @@ struct PrintOutcome {
 PrintOutcome OutcomeOf(const QString& printer, const PrintQueue& queue, const QString& race);
 
 // Heat reports on the printers of this computer and in files. A print server or a disk can take seconds to
-// answer, or hang, so whatever speaks to them runs on a thread of its own, one report after the other, and
-// what became of it is shown in the console's window.
+// answer, or hang: what speaks to them runs on a thread of its own, one report after the other, and what
+// became of it is shown in the console's window.
 class QtHeatPrinter : public QObject, public HeatPrinter {
  public:
   // The console window owns the dialog boxes.
@@ -46,22 +38,24 @@ class QtHeatPrinter : public QObject, public HeatPrinter {
   void SetUpPrinter() override;
 
   // At the end of the program, while the windows still stand: waits so long for reports that are on their
-  // way, and tells the operator of those that did not get there.
+  // way, and tells of those that did not get there.
   void Finish(int longestMs = 5000);
 
-  PreviewForm& Preview() { return *preview_; }
+  PreviewForm& Preview() { return preview_; }
 
   // Sends one report to the printer. Replaced by tests.
   using Spooler = std::function<PrintOutcome(const PrinterChoice&, const RaceRecord&, const Imprint&)>;
   void SetSpooler(Spooler spooler) { spooler_ = std::move(spooler); }
 
  private:
-  Imprint Now();
   // What can be said of a report while it is on its way.
   struct OnItsWay {
     QString doing;
     QString unknown;  // when the program ends before
   };
+
+  Imprint Now();
+  PrinterChoice Chosen() const { return LoadPrinterChoice(platform_.Settings()); }
   // Says what is being done, does it on the thread, and shows its outcome.
   void Later(WorkThread& thread, const OnItsWay& report, std::function<PrintOutcome()> work);
   void Ended(int job, const PrintOutcome& outcome);
@@ -71,7 +65,7 @@ class QtHeatPrinter : public QObject, public HeatPrinter {
   Program& program_;
   Platform& platform_;
   QWidget* console_;
-  std::unique_ptr<PreviewForm> preview_;
+  PreviewForm preview_;
   Spooler spooler_;
   WorkThread printing_;
   WorkThread filing_;  // not behind a print server that hangs

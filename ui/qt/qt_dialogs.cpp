@@ -9,6 +9,8 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTimer>
+#include <array>
+#include <utility>
 
 #include "ui/widgets/look.h"
 
@@ -16,6 +18,12 @@ namespace quorvane {
 namespace {
 
 using Word = DialogAnswer::Word;
+
+constexpr std::array<std::pair<Word, QMessageBox::StandardButton>, 4> kButtons = {
+    {{Word::Ok, QMessageBox::Ok},
+     {Word::Yes, QMessageBox::Yes},
+     {Word::No, QMessageBox::No},
+     {Word::Cancel, QMessageBox::Cancel}}};
 
 QMessageBox::StandardButtons ButtonsOf(DialogKind kind) {
   switch (kind) {
@@ -32,8 +40,9 @@ QMessageBox::StandardButtons ButtonsOf(DialogKind kind) {
 
 QMessageBox::StandardButton UsualOf(const DialogBox& box) {
   const QMessageBox::StandardButtons buttons = ButtonsOf(box.kind);
-  if (box.usual == Word::No && buttons.testFlag(QMessageBox::No)) return QMessageBox::No;
-  if (box.usual == Word::Cancel && buttons.testFlag(QMessageBox::Cancel)) return QMessageBox::Cancel;
+  for (const auto& [word, button] : kButtons) {
+    if (word == box.usual && buttons.testFlag(button)) return button;
+  }
   return buttons.testFlag(QMessageBox::Yes) ? QMessageBox::Yes : QMessageBox::Ok;
 }
 
@@ -92,16 +101,11 @@ class MessageBox : public QMessageBox {
 
 DialogAnswer AskMessage(const DialogBox& box, QWidget* parent) {
   MessageBox dialog(box, parent);
-  switch (dialog.exec()) {
-    case QMessageBox::Ok:
-      return {Word::Ok};
-    case QMessageBox::Yes:
-      return {Word::Yes};
-    case QMessageBox::No:
-      return {Word::No};
-    default:
-      return {Word::Cancel};
+  const int pressed = dialog.exec();
+  for (const auto& [word, button] : kButtons) {
+    if (pressed == button) return {word};
   }
+  return {Word::Cancel};
 }
 
 DialogAnswer AskText(const DialogBox& box, QWidget* parent) {

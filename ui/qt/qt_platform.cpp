@@ -4,7 +4,9 @@
 #include <QDateTime>
 #include <QDir>
 #include <QGuiApplication>
+#include <QSoundEffect>
 #include <QTimer>
+#include <QUrl>
 #include <algorithm>
 
 #include "ui/qt/qt_dialogs.h"
@@ -57,6 +59,19 @@ void QtPlatform::RepaintWindows() {
 
 void QtPlatform::BringForward(Form& form) {
   if (windows_ != nullptr) windows_->BringForward(form);
+}
+
+void QtPlatform::PlayWave(const std::string& path) {
+  if (!sound_) sound_ = std::make_shared<std::unique_ptr<QSoundEffect>>();
+  sounds_.Do([sound = sound_, file = QUrl::fromLocalFile(QString::fromStdString(path))] {
+    *sound = std::make_unique<QSoundEffect>();
+    (*sound)->setSource(file);
+    (*sound)->play();
+  });
+}
+
+void QtPlatform::StopWave() {
+  if (sound_) sounds_.Do([sound = sound_] { sound->reset(); });
 }
 
 void QtPlatform::CopyText(const std::string& text) {

@@ -2,10 +2,13 @@
 
 #include <chrono>
 #include <functional>
+#include <memory>
 #include <optional>
 
 #include "forms/platform.h"
-#include "ui/qt/wave_player.h"
+#include "ui/work_thread.h"
+
+class QSoundEffect;
 
 namespace quorvane {
 
@@ -15,6 +18,7 @@ class Windows;
 class QtPlatform : public Platform {
  public:
   explicit QtPlatform(SettingsStore& settings) : settings_(settings) {}
+  ~QtPlatform() override { StopWave(); }
 
   // Null before the windows exist and after they are gone.
   void SetWindows(Windows* windows) { windows_ = windows; }
@@ -28,8 +32,8 @@ class QtPlatform : public Platform {
   DialogAnswer ShowDialog(const DialogBox& box) override;
   void RepaintWindows() override;
   void BringForward(Form& form) override;
-  void PlayWave(const std::string& path) override { player_.Play(path); }
-  void StopWave() override { player_.Stop(); }
+  void PlayWave(const std::string& path) override;
+  void StopWave() override;
   void CopyText(const std::string& text) override;
   SettingsStore& Settings() override { return settings_; }
   std::string ProgramFolder() override;
@@ -40,7 +44,10 @@ class QtPlatform : public Platform {
   SettingsStore& settings_;
   Windows* windows_ = nullptr;
   Answerer answerer_;
-  WavePlayer player_;
+  // Finding the sound device can take a while, and a sound server may hang, so all of it happens on a thread
+  // of its own, to which a sound belongs.
+  std::shared_ptr<std::unique_ptr<QSoundEffect>> sound_;
+  WorkThread sounds_;
   const std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
 };
 

@@ -1,6 +1,7 @@
 #include "ui/qt/qt_serial.h"
 
 #include <QFileInfo>
+#include <algorithm>
 #include <utility>
 
 namespace quorvane {
@@ -9,27 +10,6 @@ namespace {
 constexpr qint64 kMostToWrite = 4096;  // more than four seconds at 9600 baud: nobody is taking the bytes
 constexpr int kLookMs = 400;
 constexpr qint64 kRestMs = 1000;  // for a device that failed
-
-bool KnownIdentity(const PortAssignments& assignments, const std::string& identity) {
-  for (const auto& [number, known] : assignments) {
-    if (known == identity) return true;
-  }
-  return false;
-}
-
-// "9600,n,8,1"; what cannot be read stays as it is by default, which is the same.
-void ApplySettings(QSerialPort& port, const QString& settings) {
-  const QStringList parts = settings.split(QLatin1Char(','));
-  const int baud = parts.value(0).toInt();
-  port.setBaudRate(baud > 0 ? baud : 9600);
-  const QString parity = parts.value(1).toLower();
-  port.setParity(parity == QLatin1String("e")   ? QSerialPort::EvenParity
-                 : parity == QLatin1String("o") ? QSerialPort::OddParity
-                                                : QSerialPort::NoParity);
-  port.setDataBits(parts.value(2) == QLatin1String("7") ? QSerialPort::Data7 : QSerialPort::Data8);
-  port.setStopBits(parts.value(3) == QLatin1String("2") ? QSerialPort::TwoStop : QSerialPort::OneStop);
-  port.setFlowControl(QSerialPort::NoFlowControl);
-}
 
 }  // namespace
 
@@ -71,7 +51,10 @@ void QtSerial::List() {
   }
   PortNumbering numbering = AssignPortNumbers(saved, list_.List());
   // A device that gave its number to one of the command line keeps it for other days.
-  std::erase_if(numbering.added, [&](const auto& entry) { return KnownIdentity(remembered, entry.second); });
+  std::erase_if(numbering.added, [&](const auto& added) {
+    return std::any_of(remembered.begin(), remembered.end(),
+                       [&](const auto& known) { return known.second == added.second; });
+  });
   if (!numbering.added.empty()) SavePortAssignments(settings_, numbering.added);
   devices_ = std::move(numbering.devices);
 }
@@ -88,14 +71,15 @@ bool QtSerial::DeviceExists(int port) {
   return Devices().contains(port);
 }
 
-SerialError QtSerial::OpenDevice(int port, const std::string& settings) {
-  SerialError error = TryDevice(port, settings);
+// "9600,n,8,1" is how a QSerialPort begins.
+SerialError QtSerial::OpenDevice(int port, const std::string& /*settings*/) {
+  SerialError error = TryDevice(port);
   if (opened_) opened_(port, error.number, error.description);
   return error;
 }
 
 // By the path behind all links, so that the lock beside the device is the one that other programs look for.
-SerialError QtSerial::TryDevice(int port, const std::string& settings) {
+SerialError QtSerial::TryDevice(int port) {
   const auto found = Devices().find(port);
   if (found == Devices().end()) return {kErrorNotFound, "There is no such port."};
   const std::string path = found->second.path;
@@ -103,7 +87,6 @@ SerialError QtSerial::TryDevice(int port, const std::string& settings) {
   CloseDevice();
   device_.setPortName(device.isEmpty() ? QString::fromStdString(path) : device);
   if (!device_.open(QIODevice::ReadWrite)) return WhyNotOpen(device_, path);
-  ApplySettings(device_, QString::fromStdString(settings));
   lineErrors_.Begin(device_);
   return {};
 }
@@ -115,35 +98,20 @@ void QtSerial::CloseDevice() {
 
 void QtSerial::WriteDevice(const std::vector<std::uint8_t>& bytes) {
   if (!device_.isOpen()) return;
-  if (device_.bytesToWrite() > kMostToWrite) return TellLineError(kCommSendFull);
+  if (device_.bytesToWrite() > kMostToWrite)
+    return Tell({.kind = EventKind::LineError, .number = kCommSendFull});
   device_.write(reinterpret_cast<const char*>(bytes.data()), static_cast<qint64>(bytes.size()));
 }
 
 void QtSerial::TellBytes() {
   if (!device_.isOpen()) return;
   const QByteArray arrived = device_.readAll();
-  if (arrived.isEmpty() || door_ == nullptr) return;
-  Event event;
-  event.kind = EventKind::Bytes;
-  event.bytes.assign(arrived.begin(), arrived.end());
-  door_->Enter(event);
-}
-
-void QtSerial::TellLineError(int code) {
-  if (door_ == nullptr) return;
-  Event event;
-  event.kind = EventKind::LineError;
-  event.number = code;
-  door_->Enter(event);
+  if (!arrived.isEmpty()) Tell({.kind = EventKind::Bytes, .bytes = {arrived.begin(), arrived.end()}});
 }
 
 void QtSerial::TellPorts() {
   told_ = Ports();
-  if (door_ == nullptr) return;
-  Event event;
-  event.kind = EventKind::Ports;
-  event.numbers = told_;
-  door_->Enter(event);
+  Tell({.kind = EventKind::Ports, .numbers = told_});
 }
 
 // The device is gone, or no good. The program closes its side when it hears that the port is no more.
@@ -159,7 +127,7 @@ void QtSerial::HangUp() {
 
 void QtSerial::Look() {
   if (device_.isOpen()) {
-    for (const int code : lineErrors_.Look(device_)) TellLineError(code);
+    for (const int code : lineErrors_.Look(device_)) Tell({.kind = EventKind::LineError, .number = code});
   }
   const bool rested = failed_ != 0 && failedSince_.elapsed() >= kRestMs;
   if (!list_.MayHaveChanged() && !rested) return;

@@ -40,10 +40,12 @@ class QtSerial : public SerialControl {
  private:
   const std::map<int, SerialDevice>& Devices();
   void List();
-  SerialError TryDevice(int port, const std::string& settings);
+  SerialError TryDevice(int port);
+  void Tell(const Event& event) {
+    if (door_ != nullptr) door_->Enter(event);
+  }
   void TellBytes();
   void TellPorts();
-  void TellLineError(int code);
   void HangUp();
   void Look();
 

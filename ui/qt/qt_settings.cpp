@@ -11,32 +11,27 @@ QString Name(const std::string& section, const std::string& key) {
 
 }  // namespace
 
-QtSettings::QtSettings(const std::string& file) {
-  const QString application = QStringLiteral("Quorvane");
-  if (file.empty()) {
-    settings_ = std::make_unique<QSettings>(application, application);
-  } else {
-    settings_ = std::make_unique<QSettings>(QString::fromStdString(file), QSettings::IniFormat);
-  }
-  settings_->setFallbacksEnabled(false);
+QtSettings::QtSettings(const std::string& file)
+    : settings_(file.empty() ? QSettings(QStringLiteral("Quorvane"), QStringLiteral("Quorvane"))
+                             : QSettings(QString::fromStdString(file), QSettings::IniFormat)) {
+  settings_.setFallbacksEnabled(false);
 }
 
 std::string QtSettings::GetSetting(const std::string& section, const std::string& key,
                                    const std::string& fallback) const {
   const QString name = Name(section, key);
-  if (!settings_->contains(name)) return fallback;
+  if (!settings_.contains(name)) return fallback;
   // A comma in a value written by hand reads as a list.
-  return settings_->value(name).toStringList().join(QLatin1Char(',')).toStdString();
+  return settings_.value(name).toStringList().join(QLatin1Char(',')).toStdString();
 }
 
 std::vector<SessionStart::Setting> QtSettings::All() const {
   std::vector<SessionStart::Setting> all;
-  for (const QString& name : settings_->allKeys()) {
+  for (const QString& name : settings_.allKeys()) {
     const qsizetype slash = name.indexOf(QLatin1Char('/'));
     if (slash < 1) continue;  // without a section: none of ours
-    const std::string section = name.left(slash).toStdString();
-    const std::string key = name.mid(slash + 1).toStdString();
-    all.push_back({section, key, GetSetting(section, key, "")});
+    all.push_back({name.left(slash).toStdString(), name.mid(slash + 1).toStdString(), {}});
+    all.back().value = GetSetting(all.back().section, all.back().key, "");
   }
   return all;
 }
@@ -45,9 +40,9 @@ std::vector<SessionStart::Setting> QtSettings::All() const {
 void QtSettings::SaveSetting(const std::string& section, const std::string& key, const std::string& value) {
   const QString name = Name(section, key);
   const QString text = QString::fromStdString(value);
-  if (settings_->contains(name) && settings_->value(name).toString() == text) return;
-  settings_->setValue(name, text);
-  settings_->sync();
+  if (settings_.contains(name) && settings_.value(name).toString() == text) return;
+  settings_.setValue(name, text);
+  settings_.sync();
 }
 
 }  // namespace quorvane

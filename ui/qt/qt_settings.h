@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QSettings>
-#include <memory>
 #include <vector>
 
 #include "forms/platform.h"
@@ -21,7 +20,7 @@ class QtSettings : public SettingsStore {
   std::vector<SessionStart::Setting> All() const;
 
  private:
-  std::unique_ptr<QSettings> settings_;
+  QSettings settings_;
 };
 
 }  // namespace quorvane

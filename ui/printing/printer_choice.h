@@ -2,11 +2,20 @@
 
 #include <QComboBox>
 #include <QDialog>
+#include <QPageSize>
 #include <QStringList>
+
+#include "forms/platform.h"
 
 namespace quorvane {
 
-struct PrinterChoice;
+// The operator's choice, kept in the settings store under "Printer".
+struct PrinterChoice {
+  QString name;  // empty: the system's default printer
+  QPageSize paper;
+};
+PrinterChoice LoadPrinterChoice(const SettingsStore& settings);
+void SavePrinterChoice(SettingsStore& settings, const PrinterChoice& choice);
 
 // The box in which the operator chooses printer and paper.
 class PrinterSetup : public QDialog {

@@ -1,7 +1,6 @@
-#include "ui/print_queue.h"
+#include "ui/printing/print_queue.h"
 
 #include <QLibrary>
-#include <QStringList>
 
 namespace quorvane {
 namespace {
@@ -18,18 +17,12 @@ struct Destination {
   int optionCount;
   Option* options;
 };
-using GetNamedDest = Destination* (*)(void* server, const char* name, const char* instance);
-using GetOption = const char* (*)(const char* name, int count, Option* options);
-using FreeDests = void (*)(int count, Destination* destinations);
-using LastError = int (*)();
-using LastErrorString = const char* (*)();
-
 constexpr int kLastGoodStatus = 0x00FF;  // of the Internet Printing Protocol (RFC 8011, appendix B)
 
+// Null where there is no such library. The version is the one that Qt itself prints with.
 template <typename Function>
-Function FromCups(const char* name) {
-  // The version that Qt itself prints with.
-  return reinterpret_cast<Function>(QLibrary::resolve(QStringLiteral("cups"), 2, name));
+Function* FromCups(const char* name) {
+  return reinterpret_cast<Function*>(QLibrary::resolve(QStringLiteral("cups"), 2, name));
 }
 
 }  // namespace
@@ -41,9 +34,10 @@ PrintQueue QueueWith(const std::function<QString(const char*)>& attribute) {
 }
 
 PrintQueue AskPrintQueue(const QString& printer) {
-  const auto getNamedDest = FromCups<GetNamedDest>("cupsGetNamedDest");
-  const auto getOption = FromCups<GetOption>("cupsGetOption");
-  const auto freeDests = FromCups<FreeDests>("cupsFreeDests");
+  const auto getNamedDest =
+      FromCups<Destination*(void* server, const char* name, const char* instance)>("cupsGetNamedDest");
+  const auto getOption = FromCups<const char*(const char* name, int count, Option* options)>("cupsGetOption");
+  const auto freeDests = FromCups<void(int count, Destination* destinations)>("cupsFreeDests");
   if (getNamedDest == nullptr || getOption == nullptr || freeDests == nullptr) return {};
   // A printer may carry a set of options behind its name, "Laser/draft"; the queue is the same.
   const QByteArray name = printer.section(QLatin1Char('/'), 0, 0).toLocal8Bit();
@@ -57,8 +51,8 @@ PrintQueue AskPrintQueue(const QString& printer) {
 }
 
 QString LastRefusal() {
-  const auto lastError = FromCups<LastError>("cupsLastError");
-  const auto lastErrorString = FromCups<LastErrorString>("cupsLastErrorString");
+  const auto lastError = FromCups<int()>("cupsLastError");
+  const auto lastErrorString = FromCups<const char*()>("cupsLastErrorString");
   if (lastError == nullptr || lastErrorString == nullptr) return {};
   const int status = lastError();
   if (status >= 0 && status <= kLastGoodStatus) return {};
