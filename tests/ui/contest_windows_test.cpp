@@ -1,8 +1,5 @@
 #include <QClipboard>
 #include <QTableView>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 
 #include "tests/ui/program_fixture.h"
 #include "ui/results_window.h"
@@ -13,7 +10,6 @@ namespace {
 
 class ContestWindowsTest : public ProgramTest {
  protected:
-  void Click(const std::string& control) { Enter(EventKind::Click, control); }
   // Lane 1 gets its laps by hand, lane 2 only one.
   void FlyRace() {
     program.judge().chkSixtySecondCount.SetValue(0);
@@ -23,10 +19,6 @@ class ContestWindowsTest : public ProgramTest {
     program.judge().FinalizeRace();
     program.race().RaceDone = true;
     Click("frmJudge.lblStatus");
-  }
-  static std::string BytesOf(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
   }
 };
 

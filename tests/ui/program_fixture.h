@@ -1,10 +1,18 @@
 #pragma once
 
+#include <fstream>
+#include <iterator>
+
 #include "tests/ui/ui_fixture.h"
 #include "ui/demo.h"
 #include "ui/program_windows.h"
 
 namespace quorvane {
+
+inline std::string BytesOf(const std::string& path) {
+  std::ifstream in(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(in), {}};
+}
 
 // Serial ports that open and stay silent.
 class SilentSerial : public SerialControl {
@@ -14,13 +22,10 @@ class SilentSerial : public SerialControl {
  protected:
   bool DeviceExists(int port) override { return ports.contains(port); }
   SerialError OpenDevice(int port, const std::string&) override {
-    return ports[port] ? SerialError() : SerialError{kErrorInUse, "Access is denied"};
+    return ports[port] ? SerialError() : SerialError{5, "Access is denied"};
   }
   void CloseDevice() override {}
   void WriteDevice(const std::vector<std::uint8_t>&) override {}
-
- private:
-  static constexpr int kErrorInUse = 5;
 };
 
 // The whole program in its windows, with a new project; boxes are answered as in a demonstration unless a
@@ -37,11 +42,12 @@ class ProgramTest : public testing::Test {
 
   void Load() { Enter(EventKind::Load, {}); }
   void Enter(EventKind kind, const std::string& target, const std::string& text = {}) {
-    Event event;
-    event.kind = kind;
-    event.target = target;
-    event.text = text;
-    program.door().Enter(event);
+    program.door().Enter({.kind = kind, .target = target, .text = text});
+  }
+  void Click(const std::string& control) { Enter(EventKind::Click, control); }
+  void UsePort5() {
+    serial.ports = {{5, true}};
+    settings.SaveSetting("frmSerialPort", "CommPort", "5");
   }
   QWidget* Shown(Control& control) {
     return windows.All().FindView(control.Owner())->Find(control)->Widget();
