@@ -79,11 +79,9 @@ DialogAnswer Demo::Answer(const DialogBox& box) {
       return {Word::Yes};
     case DialogKind::Input:
       return {Word::Text, box.title == "Heats per Round" ? "4" : "Demonstration"};
-    case DialogKind::OpenFile:
-    case DialogKind::SaveFile:
-      break;
+    default:
+      return {Word::Cancel};
   }
-  return {Word::Cancel};
 }
 
 void Demo::Look() {
@@ -96,30 +94,20 @@ void Demo::Look() {
 
 void Demo::LookAtRace() {
   const RaceState& race = program_.race();
-  const std::int32_t time = program_.clock().RaceTime();
-  if (stage_ == Stage::Waiting) {
-    if (!race.RaceActive || race.RaceDone) return;
-    stage_ = Stage::Counting;
+  if (race_ == 0) {
+    if (!program_.judge().RaceBeingFlown()) return;
     race_ = race.RaceNumber;
   }
   if (program_.judge().HasRun(race_)) return WriteHeat();
-  if (stage_ == Stage::Counting && time >= kPictureOfCount) {
-    stage_ = Stage::Flying;
-    if (time < kStartSignal) Picture("countdown");
-    pictured_ = false;
-  }
-  if (stage_ == Stage::Flying && !pictured_ && program_.lane(0).Laps() >= 3) {
-    pictured_ = true;
-    Picture("flight");
-  }
-  if (stage_ == Stage::Flying && race.RaceDone) {
-    stage_ = Stage::Finished;
-    Picture("finish");
-  }
+  const std::int32_t time = program_.clock().RaceTime();
+  if (time >= kPictureOfCount && time < kStartSignal) Picture("countdown");
+  if (program_.lane(0).Laps() >= 3) Picture("flight");
+  if (race.RaceDone) Picture("finish");
 }
 
 // The picture is packed elsewhere: bytes that arrive meanwhile must not wait for it.
-void Demo::Picture(const char* what) {
+void Demo::Picture(const std::string& what) {
+  if (!pictured_.insert(what).second) return;
   const QString file =
       QString::fromStdString(folder_ + "/heat" + std::to_string(heat_ + 1) + "-" + what + ".png");
   QThreadPool::globalInstance()->start(
@@ -128,8 +116,9 @@ void Demo::Picture(const char* what) {
 
 void Demo::WriteHeat() {
   ++heat_;
-  stage_ = Stage::Waiting;
   const RaceRecord race = ReadRace(OpenProject(program_.project(), program_.race()), race_);
+  race_ = 0;
+  pictured_.clear();
   std::fputs(HeatText(heat_, race).c_str(), stdout);
   std::fflush(stdout);
   shown_ << HeatJson(heat_, race) << std::endl;

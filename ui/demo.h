@@ -1,6 +1,7 @@
 #pragma once
 
 #include <fstream>
+#include <set>
 #include <string>
 
 #include "results/race_records.h"
@@ -22,22 +23,19 @@ class Demo {
   static DialogAnswer Answer(const DialogBox& box);
 
  private:
-  enum class Stage { Waiting, Counting, Flying, Finished };
-
   void Look();
   void LookAtRace();
-  void Picture(const char* what);
+  void Picture(const std::string& what);
   void WriteHeat();
 
   Program& program_;
   ProgramWindows& windows_;
   const std::string folder_;
   const int heats_;
-  int heat_ = 0;  // heats that are over
-  Stage stage_ = Stage::Waiting;
-  bool sized_ = false;     // the window has its designed size
-  bool pictured_ = false;  // in flight
-  std::int16_t race_ = 0;  // its number, while it is flown
+  int heat_ = 0;                    // heats that are over
+  bool sized_ = false;              // the window has its designed size
+  std::int16_t race_ = 0;           // its number, while it is flown
+  std::set<std::string> pictured_;  // of this heat
   std::ofstream shown_;
 };
 

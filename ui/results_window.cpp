@@ -120,7 +120,7 @@ ResultsWindow::ResultsWindow(Program& program, const ProgramWindows& windows)
   layout->addWidget(view_, 1);
   layout->addWidget(NewButtons());
   look_.setInterval(kRefreshMs);
-  QObject::connect(&look_, &QTimer::timeout, this, [this] { Look(); });
+  look_.callOnTimeout(this, &ResultsWindow::Look);
   QObject::connect(&reading_, &QFutureWatcherBase::finished, this, [this] { Take(reading_.result()); });
   program_.judge().mnuResults.onClick = [this] { Open(); };
 }
@@ -142,13 +142,12 @@ QWidget* ResultsWindow::NewButtons() {
     button->setFont(FontOfPixels(kTextPixels, true));
     button->setMinimumHeight(36);
     layout->addWidget(button);
-    QObject::connect(button, &QPushButton::clicked, this, [this, action] { (this->*action)(); });
-    QObject::connect(new QShortcut(key, this), &QShortcut::activated, this,
-                     [this, action] { (this->*action)(); });
+    connect(button, &QPushButton::clicked, this, action);
+    new QShortcut(key, this, this, action);
   };
   add("&Copy", QKeySequence::Copy, &ResultsWindow::Copy);
   add("&Save As...", QKeySequence::Save, &ResultsWindow::SaveAs);
-  QObject::connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, [this] { hide(); });
+  new QShortcut(Qt::Key_Escape, this, this, &QWidget::hide);
   return row;
 }
 
@@ -223,13 +222,11 @@ void ResultsWindow::FitColumns() {
 
 // The rows that are selected, or all, in the order in which they are shown.
 void ResultsWindow::Copy() {
-  std::vector<int> shown;
-  for (const QModelIndex& index : view_->selectionModel()->selectedRows()) shown.push_back(index.row());
-  const bool all = shown.empty();
-  for (int row = 0; all && row < model_.rowCount(); ++row) shown.push_back(row);
-  std::sort(shown.begin(), shown.end());
+  const QItemSelectionModel& selection = *view_->selectionModel();
   std::vector<std::size_t> rows;
-  for (const int row : shown) rows.push_back(model_.RowAt(row));
+  for (int row = 0; row < model_.rowCount(); ++row) {
+    if (!selection.hasSelection() || selection.isRowSelected(row)) rows.push_back(model_.RowAt(row));
+  }
   QApplication::clipboard()->setText(ToQString(model_.Table().CopyText(rows)));
   told_->setText(QStringLiteral("%1 rows copied").arg(rows.size()));
 }

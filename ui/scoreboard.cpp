@@ -193,13 +193,12 @@ Scoreboard::Scoreboard(Program& program, ProgramWindows& windows, SettingsStore&
   layout->addWidget(bar_);
   soon_.setSingleShot(true);
   soon_.setInterval(kFollowMs);
-  QObject::connect(&soon_, &QTimer::timeout, this, [this] { Follow(); });
+  soon_.callOnTimeout(this, &Scoreboard::Follow);
   windows_.AddFollower([board = QPointer<Scoreboard>(this)] {
     if (board != nullptr && board->isVisible() && !board->soon_.isActive()) board->soon_.start();
   });
-  const auto list = [this] { ListScreens(); };
-  QObject::connect(qApp, &QGuiApplication::screenAdded, this, list);
-  QObject::connect(qApp, &QGuiApplication::screenRemoved, this, list, Qt::QueuedConnection);
+  connect(qApp, &QGuiApplication::screenAdded, this, &Scoreboard::ListScreens);
+  connect(qApp, &QGuiApplication::screenRemoved, this, &Scoreboard::ListScreens, Qt::QueuedConnection);
   program_.judge().mnuScoreboard.onClick = [this] { Open(); };
 }
 
@@ -222,8 +221,8 @@ QWidget* Scoreboard::NewBar() {
     layout->addWidget(widget);
   }
   layout->addStretch(1);
-  QObject::connect(screens_, &QComboBox::activated, this, [this](int index) { MoveToScreen(index); });
-  QObject::connect(full, &QPushButton::clicked, this, [this] { SetFullScreen(true); });
+  connect(screens_, &QComboBox::activated, this, &Scoreboard::MoveToScreen);
+  connect(full, &QPushButton::clicked, this, [this] { SetFullScreen(true); });
   ListScreens();
   return bar;
 }

@@ -3,13 +3,8 @@
 #include <utility>
 
 namespace quorvane {
-namespace {
-constexpr int kUsualWaitMs = 1000;
-bool anyLeftBehind = false;
-}  // namespace
-
 WorkThread::~WorkThread() {
-  End(kUsualWaitMs);
+  End(1000);
 }
 
 void WorkThread::Do(std::function<void()> job) {
@@ -36,12 +31,8 @@ bool WorkThread::End(int longestMs) {
     delete thread;
     return true;
   }
-  anyLeftBehind = true;
+  anyLeftBehind_ = true;
   return false;
-}
-
-bool WorkThread::AnyLeftBehind() {
-  return anyLeftBehind;
 }
 
 }  // namespace quorvane

@@ -24,9 +24,10 @@ class WorkThread {
 
   // Whether any thread was left behind. The program then ends by std::_Exit: the usual end would take away
   // what the thread stands on.
-  static bool AnyLeftBehind();
+  static bool AnyLeftBehind() { return anyLeftBehind_; }
 
  private:
+  inline static bool anyLeftBehind_ = false;
   QThread* thread_ = nullptr;
   QObject* worker_ = nullptr;  // lives on the thread
 };

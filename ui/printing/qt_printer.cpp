@@ -132,14 +132,12 @@ void QtHeatPrinter::Wait(int longestMs) {
   box.setWindowTitle(QStringLiteral("Close Quorvane"));
   box.setWindowModality(Qt::ApplicationModal);
   box.show();
-  QEventLoop loop;
   QTimer look;
-  const QDeadlineTimer deadline(longestMs);
-  QObject::connect(&look, &QTimer::timeout, &loop, [&] {
-    if (onTheirWay_.empty() || deadline.hasExpired()) loop.quit();
-  });
   look.start(20);
-  loop.exec();
+  const QDeadlineTimer deadline(longestMs);
+  while (!onTheirWay_.empty() && !deadline.hasExpired()) {
+    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+  }
 }
 
 void QtHeatPrinter::Finish(int longestMs) {
