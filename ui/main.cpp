@@ -67,10 +67,8 @@ int Run(const CommandLine& line) {
 
   // The list of ports may give a new device its number in the settings store.
   const std::vector<int> ports = serial.Ports();
-  recording.Begin({.settings = settings.All(),
-                   .ports = ports,
-                   .projectUnasked = !line.project.empty(),
-                   .journal = AbsolutePath(line.journal)});
+  recording.Begin({.settings = settings.All(), .ports = ports, .projectUnasked = !line.project.empty()},
+                  AbsolutePath(line.journal));
   QTimer::singleShot(0, [&program] { program.door().Enter({.kind = EventKind::Load}); });
   const int status = QApplication::exec();
   recording.End();

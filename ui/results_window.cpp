@@ -16,8 +16,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "results/contest_file.h"
 #include "results/results_formats.h"
+#include "results/contest_file.h"
 #include "ui/widgets/look.h"
 
 namespace quorvane {
@@ -169,10 +169,10 @@ void ResultsWindow::Open() {
 
 // Beside the window's own work: a disk may take its time.
 void ResultsWindow::Look() {
-  if (!isVisible() && stamp_.kind == FileStamp::Kind::File) return look_.stop();
+  if (!isVisible() && shown_.stamp.kind == FileStamp::Kind::File) return look_.stop();
   if (reading_.isRunning()) return;
   const std::string& file = program_.race().ProjectFile;
-  const std::optional<FileStamp> seen = file == file_ ? std::optional(stamp_) : std::nullopt;
+  const std::optional<FileStamp> seen = file == shown_.file ? std::optional(shown_.stamp) : std::nullopt;
   reading_.setFuture(QtConcurrent::run([file, seen] {
     Content content{.file = file};
     SystemFiles().Look(file, content.stamp);
@@ -188,21 +188,20 @@ void ResultsWindow::Look() {
 
 void ResultsWindow::Take(const Content& content) {
   if (!content.changed) return;
-  file_ = content.file;
-  stamp_ = content.stamp;
-  contest_ = content.contest;
+  shown_ = content;
   const bool first = model_.rowCount() == 0;
   model_.Show(content.table);
   if (first) FitColumns();
-  const QString name = QFileInfo(ToQString(file_)).fileName();
-  QString text = contest_.eventName.empty() ? name : ToQString(contest_.eventName) + "  (" + name + ")";
+  const QString name = QFileInfo(ToQString(shown_.file)).fileName();
+  QString text =
+      shown_.contest.eventName.empty() ? name : ToQString(shown_.contest.eventName) + "  (" + name + ")";
   if (!content.problem.empty()) {
     text += QStringLiteral(": ") + ToQString(content.problem);
-  } else if (contest_.races.empty()) {
+  } else if (shown_.contest.races.empty()) {
     text += QStringLiteral(": no race has been flown");
   }
   summary_->setText(text);
-  summary_->setToolTip(ToQString(file_));
+  summary_->setToolTip(ToQString(shown_.file));
 }
 
 void ResultsWindow::FitColumns() {
@@ -239,7 +238,7 @@ void ResultsWindow::SaveAs() {
   dialog->setAcceptMode(QFileDialog::AcceptSave);
   dialog->setNameFilters({QStringLiteral("Web page (*.html)"), QStringLiteral("Spreadsheet (*.csv)"),
                           QStringLiteral("Text (*.txt)"), QStringLiteral("JSON (*.json)")});
-  const QFileInfo project(ToQString(file_));
+  const QFileInfo project(ToQString(shown_.file));
   dialog->setDirectory(project.absolutePath());
   const auto choose = [dialog, project](const QString& filter) {
     const QString ending = filter.section(QLatin1Char('.'), -1).chopped(1);
@@ -259,7 +258,7 @@ void ResultsWindow::SaveAs() {
 
 std::optional<std::string> ResultsWindow::Save(const std::string& path) const {
   const QString ending = QFileInfo(ToQString(path)).suffix().toLower();
-  return SaveResults(SystemFiles(), path, file_, Formatted(contest_, ending));
+  return SaveResults(SystemFiles(), path, shown_.file, Formatted(shown_.contest, ending));
 }
 
 }  // namespace quorvane

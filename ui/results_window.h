@@ -76,14 +76,12 @@ class ResultsWindow : public QWidget {
   const ProgramWindows& windows_;
   WindowPlace* place_;
   ResultsModel model_;
-  ContestRecord contest_;
   QLabel* summary_;
   QLabel* told_;  // what became of the last command
   QTableView* view_;
   QTimer look_;
   QFutureWatcher<Content> reading_;
-  std::string file_;  // that is shown
-  FileStamp stamp_;
+  Content shown_;
   bool placed_ = false;
   bool toPlace_ = false;  // once the columns are there: as wide as they are
 };

@@ -73,17 +73,6 @@ SerialError Refused(const std::string& path) {
           "A program that has ended left a lock behind. As administrator: rm " + lock.toStdString()};
 }
 
-// By the codes of the serial control.
-std::map<int, int> DriverCounts(const QSerialPort& port) {
-  serial_icounter_struct counts{};
-  if (ioctl(port.handle(), TIOCGICOUNT, &counts) != 0) return {};
-  return {{kCommBreak, counts.brk},
-          {kCommFraming, counts.frame},
-          {kCommOverrun, counts.overrun},
-          {kCommOverflow, counts.buf_overrun},
-          {kCommParity, counts.parity}};
-}
-
 }  // namespace
 
 bool SerialDevices::MayHaveChanged() {
@@ -137,18 +126,14 @@ SerialError WhyNotOpen(const QSerialPort& port, const std::string& path) {
   }
 }
 
-void LineErrors::Begin(const QSerialPort& port) {
-  counts_ = DriverCounts(port);
-}
-
-std::vector<int> LineErrors::Look(const QSerialPort& port) {
-  std::vector<int> codes;
-  if (counts_.empty()) return codes;
-  const std::map<int, int> before = std::exchange(counts_, DriverCounts(port));
-  for (const auto& [code, count] : counts_) {
-    if (count != before.at(code)) codes.push_back(code);
-  }
-  return codes;
+std::map<int, int> LineErrorsOf(const QSerialPort& port) {
+  serial_icounter_struct counts{};
+  if (ioctl(port.handle(), TIOCGICOUNT, &counts) != 0) return {};
+  return {{kCommBreak, counts.brk},
+          {kCommFraming, counts.frame},
+          {kCommOverrun, counts.overrun},
+          {kCommOverflow, counts.buf_overrun},
+          {kCommParity, counts.parity}};
 }
 
 }  // namespace quorvane

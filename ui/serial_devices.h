@@ -36,16 +36,8 @@ class SerialDevices {
 // operator knows.
 SerialError WhyNotOpen(const QSerialPort& port, const std::string& path);
 
-// The line errors that the device's driver counts, where it does: pseudo-terminals and some adapters do not.
-class LineErrors {
- public:
-  // The device has been opened.
-  void Begin(const QSerialPort& port);
-  // The codes of the errors since the last look, each kind once.
-  std::vector<int> Look(const QSerialPort& port);
-
- private:
-  std::map<int, int> counts_;  // by code; empty: not counted
-};
+// How many line errors the device's driver has counted, by the codes of the serial control; empty where it
+// does not: pseudo-terminals and some adapters.
+std::map<int, int> LineErrorsOf(const QSerialPort& port);
 
 }  // namespace quorvane

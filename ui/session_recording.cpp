@@ -30,19 +30,15 @@ SessionRecording::~SessionRecording() {
   End();
 }
 
-void SessionRecording::Begin(const Options& options) {
-  SessionStart start;
+void SessionRecording::Begin(SessionStart start, const std::string& journal) {
   start.start = program_.door().LocalStart();
-  start.settings = options.settings;
-  // The console of the replay must find the menu as this one does.
-  if (!options.journal.empty()) start.settings.push_back({"frmJudge", "RecordSession", "True"});
-  start.ports = options.ports;
   start.project = program_.judge().ProjectAtStart();
-  start.projectUnasked = options.projectUnasked;
+  // The console of the replay must find the menu as this one does.
+  if (!journal.empty()) start.settings.push_back({"frmJudge", "RecordSession", "True"});
   recorder_.Begin(start);
   program_.door().SetJournal(&recorder_);
   begun_ = true;
-  given_ = options.journal;
+  given_ = journal;
   notice_ = NewNotice(windows_.Console());
   if (!given_.empty()) {
     named_ = given_;

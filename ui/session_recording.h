@@ -15,18 +15,12 @@ namespace quorvane {
 // the right end of the menu bar that it does, or why it cannot go on; nothing of it ever stops the race.
 class SessionRecording {
  public:
-  struct Options {
-    std::vector<SessionStart::Setting> settings = {};  // the whole settings store
-    std::vector<int> ports = {};                       // the serial ports that exist
-    bool projectUnasked = false;                       // it was named on the command line
-    std::string journal = {};                          // of the command line; empty: as the menu says
-  };
-
   SessionRecording(Program& program, ProgramWindows& windows) : program_(program), windows_(windows) {}
   ~SessionRecording();
 
-  // Before the Load event enters.
-  void Begin(const Options& options);
+  // Before the Load event enters. `start` knows settings, ports and whether the project was named; `journal`
+  // is the file of the command line, empty: as the menu says.
+  void Begin(SessionStart start, const std::string& journal);
   // The program ends. Nothing is recorded after it.
   void End();
 

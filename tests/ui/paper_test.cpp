@@ -4,18 +4,15 @@
 #include <sys/stat.h>
 
 #include <QFile>
-#include <QImage>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
-#include <cmath>
 #include <map>
 
-#include "print/heat_report.h"
+#include "print/surface.h"
 #include "tests/print/races.h"
 #include "tests/ui/ui_fixture.h"
 #include "ui/printing/print_command.h"
-#include "ui/printing/qt_surface.h"
 
 namespace quorvane {
 namespace {
@@ -87,26 +84,6 @@ TEST_F(PaperTest, APdfHasAPageARaceWithTheSameWordsInTheSamePlacesOnAnyPaper) {
   }
   // Columns stand at the same shares of the width.
   EXPECT_NEAR(a4[0].words.find("Caller")->second.left, letter[0].words.find("Caller")->second.left, 0.002);
-}
-
-// What is measured is what is drawn, whatever the device's dots are.
-TEST_F(PaperTest, TheSameReportFillsAPictureOfAnySizeAlike) {
-  const RaceRecord race = FlownRace();
-  std::vector<double> dark;
-  for (const int width : {400, 1600}) {
-    QImage picture(width, width * 297 / 210, QImage::Format_RGB32);
-    picture.fill(Qt::white);
-    QPainter painter(&picture);
-    QtSurface surface(painter, {-3, 7, 210, 297}, QRectF(picture.rect()));
-    EXPECT_NEAR(surface.TextWidth("Second", {5, true}) / surface.TextWidth("Second", {2.5, true}), 2, 0.02);
-    frmPrint(race, "Quorvane", {}).PrintDocument(surface);
-    painter.end();
-    // One dot of a much smaller picture is the mean of all.
-    dark.push_back(255 -
-                   qGray(picture.scaled(1, 1, Qt::IgnoreAspectRatio, Qt::SmoothTransformation).pixel(0, 0)));
-  }
-  EXPECT_GT(dark[0], 2);
-  EXPECT_NEAR(dark[0], dark[1], 0.15 * dark[1]);
 }
 
 TEST_F(PaperTest, TheCommandLineFailsWithAStatusAndLeavesTheProjectAlone) {

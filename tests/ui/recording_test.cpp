@@ -27,7 +27,7 @@ class RecordingTest : public testing::Test {
 
   void Begin(const std::string& journal) {
     const std::vector<int> ports = serial.Ports();
-    recording.Begin({.settings = settings.All(), .ports = ports, .projectUnasked = true, .journal = journal});
+    recording.Begin({.settings = settings.All(), .ports = ports, .projectUnasked = true}, journal);
     program.door().Enter({.kind = EventKind::Load});
   }
   void Click(const std::string& control) {
@@ -77,35 +77,23 @@ class RecordingTest : public testing::Test {
   SessionRecording recording{program, windows};
 };
 
-TEST_F(RecordingTest, ReplayOfAHeatInTheWindowGivesTheSameFileAndFrames) {
-  const std::string journal = folder.filePath("given.journal").toStdString();
-  Begin(journal);
-  EXPECT_TRUE(program.judge().mnuRecordSession.Checked());
-  Click("frmSerialPort.chkSystemController");  // so that the console has something to send
-  FlyHeat();
-  windows.Console().resize(1100, 760);
-  Click("frmJudge.cmdSave");
-  Click("frmJudge.cmdReset");
-  WaitFor([] { return false; }, 50);
-  recording.End();
-  const Verdict verdict = Replayed(journal);
-  EXPECT_TRUE(verdict.same) << verdict.text;
-  EXPECT_NE(BytesOf(project).find("Timestamp"), std::string::npos);
-  EXPECT_NE(BytesOf(journal).find(" tx 55AA"), std::string::npos);
-}
-
-TEST_F(RecordingTest, SwitchedOnLateItStillBeginsAtTheStart) {
+TEST_F(RecordingTest, SwitchedOnLateItTellsTheWholeSessionAndItsReplayGivesTheSameFileAndFrames) {
   Begin("");
+  Click("frmSerialPort.chkSystemController");  // so that the console has something to send
   FlyHeat();
   EXPECT_TRUE(Journals().empty());
   Click("frmJudge.mnuRecordSession");
   EXPECT_EQ(settings.GetSetting("frmJudge", "RecordSession", ""), "True");
   EXPECT_FALSE(recording.Notice()->isHidden());
+  windows.Console().resize(1100, 760);
   Click("frmJudge.cmdReset");
   recording.End();
   ASSERT_EQ(Journals().size(), 1U);
-  EXPECT_EQ(Journals().front().rfind(WithoutExtension(project) + "-20", 0), 0U) << Journals().front();
-  const Verdict verdict = Replayed(Journals().front());
+  const std::string journal = Journals().front();
+  EXPECT_EQ(journal.rfind(WithoutExtension(project) + "-20", 0), 0U) << journal;
+  EXPECT_NE(BytesOf(journal).find(" tx 55AA"), std::string::npos);
+  EXPECT_NE(BytesOf(project).find("Timestamp"), std::string::npos);
+  const Verdict verdict = Replayed(journal);
   EXPECT_TRUE(verdict.same) << verdict.text;
 }
 
@@ -113,6 +101,7 @@ TEST_F(RecordingTest, AfterARestartTheJournalOfTheLostHeatIsKept) {
   const std::string journal = folder.filePath("day.journal").toStdString();
   std::ofstream(journal) << "quorvane-journal 1\n0 start 2026-11-21T09:00:00\n";
   Begin(journal);
+  EXPECT_TRUE(program.judge().mnuRecordSession.Checked());
   EXPECT_EQ(program.judge().lblNotice.Caption(),
             "Recording into day-2.journal, as day.journal has a session already");
   // Switched off and on again, it does not write over its own either.

@@ -36,10 +36,13 @@ class PageBar : public QScrollBar {
   int page_ = 0;
 };
 
-}  // namespace
+void ToCorner(const QScrollArea& area) {
+  area.horizontalScrollBar()->setValue(0);
+  area.verticalScrollBar()->setValue(0);
+}
 
 // Goes back to the page's upper left corner with each new size.
-class PreviewForm::PageView : public QScrollArea {
+class PageView : public QScrollArea {
  public:
   explicit PageView(QWidget* parent) : QScrollArea(parent) {
     setHorizontalScrollBar(new PageBar);
@@ -48,15 +51,10 @@ class PreviewForm::PageView : public QScrollArea {
     setBackgroundRole(QPalette::Dark);
   }
 
-  void Begin() {
-    horizontalScrollBar()->setValue(0);
-    verticalScrollBar()->setValue(0);
-  }
-
  protected:
   void resizeEvent(QResizeEvent* event) override {
     QScrollArea::resizeEvent(event);
-    Begin();
+    ToCorner(*this);
   }
   void wheelEvent(QWheelEvent* event) override {
     const bool across = event->modifiers().testFlag(Qt::ShiftModifier);
@@ -64,12 +62,14 @@ class PreviewForm::PageView : public QScrollArea {
   }
 };
 
+}  // namespace
+
 PreviewForm::PreviewForm(Platform& platform)
     : door_(platform),
       preview_(door_.AllForms(),
                [this](float scale) {
                  page_->resize(QSize(qRound(full_.width() * scale), qRound(full_.height() * scale)));
-                 view_->Begin();
+                 ToCorner(*view_);
                }),
       menu_(new MenuView(preview_, door_, this)),
       view_(new PageView(this)),
@@ -84,10 +84,6 @@ PreviewForm::PreviewForm(Platform& platform)
 
 PreviewForm::~PreviewForm() {
   door_.SetAfterEvent({});
-}
-
-QScrollArea& PreviewForm::View() {
-  return *view_;
 }
 
 void PreviewForm::Open(const RaceRecord& race, const Imprint& imprint, const QPageSize& paper) {

@@ -23,21 +23,19 @@ class PreviewForm : public QMainWindow {
 
   PrintPreview& Of() { return preview_; }
   MenuView& Menu() { return *menu_; }
-  QScrollArea& View();
+  QScrollArea& View() { return *view_; }
 
  protected:
   void closeEvent(QCloseEvent* event) override;
 
  private:
-  class PageView;
-
   void Draw(const RaceRecord& race, const Imprint& imprint);
   void Follow();
 
   Door door_;
   PrintPreview preview_;
   MenuView* menu_;
-  PageView* view_;
+  QScrollArea* view_;
   QLabel* page_;
   WindowPlace* place_;
   QSizeF full_;  // the page at full size, in pixels of the window

@@ -87,7 +87,7 @@ SerialError QtSerial::TryDevice(int port) {
   CloseDevice();
   device_.setPortName(device.isEmpty() ? QString::fromStdString(path) : device);
   if (!device_.open(QIODevice::ReadWrite)) return WhyNotOpen(device_, path);
-  lineErrors_.Begin(device_);
+  lineErrors_ = LineErrorsOf(device_);
   return {};
 }
 
@@ -127,7 +127,12 @@ void QtSerial::HangUp() {
 
 void QtSerial::Look() {
   if (device_.isOpen()) {
-    for (const int code : lineErrors_.Look(device_)) Tell({.kind = EventKind::LineError, .number = code});
+    const std::map<int, int> now = LineErrorsOf(device_);
+    const std::map<int, int> before = std::exchange(lineErrors_, now);
+    for (const auto& [code, count] : now) {
+      const auto was = before.find(code);
+      if (was != before.end() && was->second != count) Tell({.kind = EventKind::LineError, .number = code});
+    }
   }
   const bool rested = failed_ != 0 && failedSince_.elapsed() >= kRestMs;
   if (!list_.MayHaveChanged() && !rested) return;

@@ -53,8 +53,8 @@ class QtSerial : public SerialControl {
   SerialDevices list_;
   Door* door_ = nullptr;
   QSerialPort device_;
-  int openings_ = 0;  // counts, so that an error is known for that of an earlier device
-  LineErrors lineErrors_;
+  int openings_ = 0;               // counts, so that an error is known for that of an earlier device
+  std::map<int, int> lineErrors_;  // as the driver counted them at the last look
   Opened opened_;
   QTimer look_;     // for devices that come and go, and for line errors
   int failed_ = 0;  // the device that failed while it was open, counts as absent for a moment; 0: none
