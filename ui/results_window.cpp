@@ -16,8 +16,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "results/results_formats.h"
 #include "results/contest_file.h"
+#include "results/results_formats.h"
 #include "ui/widgets/look.h"
 
 namespace quorvane {
