@@ -18,6 +18,8 @@ packages_to_check=(
   libbenchmark-dev poppler-utils
   clang clang-format clang-tidy libclang-rt-14-dev
 )
+# What only the long form of the checks needs.
+packages_to_check_long=(g++-mingw-w64-x86-64-posix)
 
 say() { printf '%s\n' "$*"; }
 fail() {
