@@ -112,7 +112,7 @@ TEST_F(DesignsTest, EveryWordCanBeReadInTheSun) {
   for (Control* station : program.link().lblStation) station->SetForeColor(kRed);
   look("something is wrong");
   program.race().RaceHolding = true;
-  judge.DisplayStatus();
+  Enter(EventKind::Timer, "frmJudge.tmrTimeTick");
   judge.lblRaceMode.SetCaption("Hold");
   judge.lblRaceMode.SetForeColor(kRed);
   look("holding");
@@ -130,8 +130,7 @@ TEST_F(DesignsTest, EveryWordCanBeReadInTheSun) {
   }
   look("flying with cuts and lights");
   judge.FinalizeRace();
-  program.race().RaceDone = true;
-  judge.DisplayStatus();
+  Enter(EventKind::Timer, "frmJudge.tmrTimeTick");
   look("finished");
 }
 
