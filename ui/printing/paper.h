@@ -10,6 +10,7 @@
 #include "results/race_records.h"
 
 class QPagedPaintDevice;
+class QPainter;
 
 namespace quorvane {
 
@@ -25,6 +26,10 @@ struct Imprint {
   std::string program;  // name and version
   LocalDateTime printed;
 };
+
+// A report on any painter. The page, in any unit, fills the target, which is in the painter's coordinates.
+void DrawReport(QPainter& painter, const QSizeF& page, const QRectF& target, const RaceRecord& race,
+                const Imprint& imprint);
 
 // One report a page, the whole sheet being the page, on a printer or into a PDF. Sets the device's paper.
 // False when the device cannot be written to.

@@ -9,8 +9,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "print/heat_report.h"
-#include "ui/printing/qt_surface.h"
 #include "ui/widgets/look.h"
 
 namespace quorvane {
@@ -101,8 +99,7 @@ void PreviewForm::Draw(const RaceRecord& race, const Imprint& imprint) {
   QImage picture((full_ * devicePixelRatioF()).toSize(), QImage::Format_RGB32);
   picture.fill(Qt::white);
   QPainter painter(&picture);
-  QtSurface surface(painter, {0, 0, full_.width(), full_.height()}, QRectF(picture.rect()));
-  frmPrint(race, imprint.program, imprint.printed).PrintDocument(surface);
+  DrawReport(painter, full_, QRectF(picture.rect()), race, imprint);
   painter.end();
   page_->setPixmap(QPixmap::fromImage(picture));
 }

@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QDeadlineTimer>
 #include <QEventLoop>
+#include <QLibrary>
 #include <QMessageBox>
 #include <QPointer>
 #include <QPrinter>
@@ -20,6 +21,56 @@ constexpr int kIdleEndMs = 1000;
 constexpr int kHangingEndMs = 100;
 constexpr int kLongestToldMs = 60000;  // a program that a signal has ended must end
 constexpr const char* kLooking = "Looking for printers ...";
+
+// As <cups/cups.h> of CUPS 1.1 and later declares them: they are part of the library's fixed binary form.
+struct Option {
+  char* name;
+  char* value;
+};
+struct Destination {
+  char* name;
+  char* instance;
+  int isDefault;
+  int optionCount;
+  Option* options;
+};
+constexpr int kLastGoodStatus = 0x00FF;  // of the Internet Printing Protocol (RFC 8011, appendix B)
+
+// Null where there is no such library. The version is the one that Qt itself prints with.
+template <typename Function>
+Function* FromCups(const char* name) {
+  return reinterpret_cast<Function*>(QLibrary::resolve(QStringLiteral("cups"), 2, name));
+}
+
+// Asks CUPS, whose library is looked for at run time: where there is none, the queue is taken for a good one.
+// May take as long as the print server does.
+PrintQueue AskPrintQueue(const QString& printer) {
+  const auto getNamedDest =
+      FromCups<Destination*(void* server, const char* name, const char* instance)>("cupsGetNamedDest");
+  const auto getOption = FromCups<const char*(const char* name, int count, Option* options)>("cupsGetOption");
+  const auto freeDests = FromCups<void(int count, Destination* destinations)>("cupsFreeDests");
+  if (getNamedDest == nullptr || getOption == nullptr || freeDests == nullptr) return {};
+  // A printer may carry a set of options behind its name, "Laser/draft"; the queue is the same.
+  const QByteArray name = printer.section(QLatin1Char('/'), 0, 0).toLocal8Bit();
+  Destination* destination = getNamedDest(nullptr, name.constData(), nullptr);
+  if (destination == nullptr) return {};
+  const PrintQueue queue = QueueWith([&](const char* attribute) {
+    return QString::fromUtf8(getOption(attribute, destination->optionCount, destination->options));
+  });
+  freeDests(1, destination);
+  return queue;
+}
+
+// Why CUPS did not take the job that this thread has just sent, which Qt does not tell; empty: it took it, or
+// nobody knows.
+QString LastRefusal() {
+  const auto lastError = FromCups<int()>("cupsLastError");
+  const auto lastErrorString = FromCups<const char*()>("cupsLastErrorString");
+  if (lastError == nullptr || lastErrorString == nullptr) return {};
+  const int status = lastError();
+  if (status >= 0 && status <= kLastGoodStatus) return {};
+  return QString::fromUtf8(lastErrorString());
+}
 
 QString RaceName(const RaceRecord& race) {
   return QStringLiteral("race %1%2")
@@ -53,6 +104,12 @@ PrintOutcome Spool(const PrinterChoice& choice, const RaceRecord& race, const Im
 }
 
 }  // namespace
+
+PrintQueue QueueWith(const std::function<QString(const char*)>& attribute) {
+  const QString stopped = QStringLiteral("5");
+  return {attribute("printer-is-accepting-jobs") == QLatin1String("false"),
+          attribute("printer-state") == stopped};
+}
 
 PrintOutcome OutcomeOf(const QString& printer, const PrintQueue& queue, const QString& race) {
   if (queue.refuses) return NotPrinted(printer + QStringLiteral(" refuses jobs"), race);

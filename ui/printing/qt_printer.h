@@ -9,11 +9,19 @@
 #include "console/program.h"
 #include "ui/printing/paper.h"
 #include "ui/printing/preview_window.h"
-#include "ui/printing/print_queue.h"
 #include "ui/printing/printer_choice.h"
 #include "ui/work_thread.h"
 
 namespace quorvane {
+
+// What the print server says of a printer.
+struct PrintQueue {
+  bool refuses = false;  // takes no jobs
+  bool paused = false;   // takes them, but prints nothing until somebody lets it go on
+};
+
+// From the attributes of a printer as CUPS names them; empty for one that is not known.
+PrintQueue QueueWith(const std::function<QString(const char*)>& attribute);
 
 // What became of a report, for the operator.
 struct PrintOutcome {
