@@ -5,7 +5,6 @@
 #include <QFontDatabase>
 #include <QFontMetrics>
 
-#include "ui/widgets/captions.h"
 #include "ui/window_place.h"
 
 namespace quorvane {
@@ -71,13 +70,6 @@ TEST(WindowPlaceTest, WindowsLieOnTheirScreenAndTheResultsBesideOrUnderTheClock)
     EXPECT_FALSE(results.intersects(clock));
     EXPECT_GE(results.width(), std::min(1350, size.width()));
   }
-}
-
-TEST(LookTest, MnemonicIsMarkedAmpersandsStayAndLinesEndAsQtWantsThem) {
-  EXPECT_EQ(WithMnemonic(QStringLiteral("Start"), 't'), "S&tart");
-  EXPECT_EQ(WithMnemonic(QStringLiteral("Cut"), 'x'), "Cut");
-  EXPECT_EQ(WithMnemonic(QStringLiteral("A & B"), 0), "A && B");
-  EXPECT_EQ(ToQString("a\rb\r\nc\n"), "a\nb\nc\n");
 }
 
 }  // namespace
