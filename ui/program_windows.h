@@ -1,19 +1,39 @@
 #pragma once
 
 #include <QSize>
+#include <QTimer>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "console/program.h"
 #include "ui/key_router.h"
 #include "ui/qt/qt_platform.h"
-#include "ui/qt/timer_driver.h"
 #include "ui/windows.h"
 
 namespace quorvane {
 
 inline constexpr QSize kLeastConsole{940, 600};  // leaves room for a frame and a task bar on a small screen
+
+// Fires the program's timers when they are due by the console clock. Arm it after every event.
+class TimerDriver {
+ public:
+  explicit TimerDriver(Door& door);
+  void Arm();
+
+  // This timer only shows what the stopwatch says: it alone may wait for the next multiple of so many ms of
+  // the console clock. It fires earlier when another timer is due anyway.
+  void Coarsen(const Control& display, std::function<int()> granularity);
+
+ private:
+  std::optional<std::int64_t> NextWake() const;
+
+  Door& door_;
+  const Control* display_ = nullptr;
+  std::function<int()> granularity_;
+  QTimer timer_;
+};
 
 // The windows of the program's forms: the console with its four lane panels, the station link and the small
 // forms. Keeps them up to date and the program's timers going for as long as it lives.

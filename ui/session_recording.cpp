@@ -19,7 +19,7 @@ QLabel* NewNotice(FormWindow& console) {
   notice->setObjectName(QStringLiteral("recording"));
   notice->setContentsMargins(10, 2, 10, 2);
   notice->setAutoFillBackground(true);
-  if (console.Menu() != nullptr) console.Menu()->setCornerWidget(notice);
+  console.Menu()->setCornerWidget(notice);
   notice->hide();
   return notice;
 }
@@ -112,7 +112,7 @@ void SessionRecording::Show(const QString& text, bool bad) {
   notice_->setToolTip(ToQString(file_));
   notice_->setVisible(!text.isEmpty());
   notice_->adjustSize();
-  if (windows_.Console().Menu() != nullptr) windows_.Console().Menu()->adjustSize();
+  windows_.Console().Menu()->adjustSize();
 }
 
 std::string SessionRecording::FileBesideProject() {

@@ -11,7 +11,6 @@
 
 #include "tests/ui/program_fixture.h"
 #include "ui/printing/printer_choice.h"
-#include "ui/qt/timer_driver.h"
 
 namespace quorvane {
 namespace {

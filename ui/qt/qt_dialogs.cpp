@@ -1,4 +1,4 @@
-#include "ui/qt/qt_dialogs.h"
+#include "ui/qt/qt_platform.h"
 
 #include <QAbstractButton>
 #include <QCloseEvent>

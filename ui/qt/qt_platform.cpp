@@ -9,7 +9,6 @@
 #include <QUrl>
 #include <algorithm>
 
-#include "ui/qt/qt_dialogs.h"
 #include "ui/windows.h"
 
 namespace quorvane {

@@ -9,10 +9,15 @@
 #include "ui/work_thread.h"
 
 class QSoundEffect;
+class QWidget;
 
 namespace quorvane {
 
 class Windows;
+
+// Shows the box over its parent (null: in the middle of the screen) and returns when it has been answered.
+// Other events of the program go on meanwhile.
+DialogAnswer ShowQtDialog(const DialogBox& box, QWidget* parent);
 
 // The platform with real windows, real time and real sound.
 class QtPlatform : public Platform {
