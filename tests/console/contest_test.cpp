@@ -15,21 +15,14 @@ namespace {
 
 // Lets the field and the console run against each other until the field is done; returns what was flown.
 std::vector<field::HeatResult> FlyContest(ConsoleRig& rig, const field::FieldOptions& options) {
-  field::Field field(options);
-  rig.serial.onSent = [&](const std::vector<std::uint8_t>& bytes) {
-    field.Receive(bytes, rig.platform.ClockMs());
-  };
-  field.AdvanceTo(rig.platform.ClockMs());  // what was on the air before does not count
-  field.BeginHeats(rig.platform.ClockMs());
+  FieldLink link(rig, options);
+  link.field.AdvanceTo(rig.platform.ClockMs());  // what was on the air before does not count
+  link.field.BeginHeats(rig.platform.ClockMs());
   std::vector<field::HeatResult> flown;
-  while (!field.Done()) {
-    rig.At(std::max(field.NextDue(), rig.platform.ClockMs() + 1));
-    for (const auto& chunk : field.AdvanceTo(rig.platform.ClockMs())) {
-      rig.program.door().Enter({.kind = EventKind::Bytes, .bytes = chunk.bytes});
-    }
-    for (auto& heat : field.TakeResults()) flown.push_back(std::move(heat));
+  while (!link.field.Done()) {
+    link.RunUntil(std::max(link.field.NextDue(), rig.platform.ClockMs() + 1));
+    for (auto& heat : link.field.TakeResults()) flown.push_back(std::move(heat));
   }
-  rig.serial.onSent = {};
   return flown;
 }
 
@@ -75,7 +68,7 @@ TEST(Contest, EveryRaceIsKeptAsItWasFlown) {
 
 // Two rounds of four heats in all race modes and a refly: closed, opened again, and shown in another mode.
 TEST(Contest, IsThereAgainOnTheNextDay) {
-  const TempFolder folder;
+  const ScratchFolder folder;
   std::vector<field::HeatResult> flown;
   {
     ConsoleRig rig(true);

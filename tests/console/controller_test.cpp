@@ -115,33 +115,6 @@ TEST(Controller, StandsDownWhenAStarterComesOnTheAir) {
   EXPECT_TRUE(c.rig.judge().RaceBeingFlown());
 }
 
-TEST(Broadcasts, OnlyAControllerSends) {
-  for (const bool controls : {false, true}) {
-    ConsoleRig rig(true);
-    rig.Load();
-    rig.Answer(Word::No);
-    if (controls) rig.Click("frmSerialPort.chkSystemController");
-    rig.serial.sent.clear();
-    rig.Click("frmJudge.cmdStart");
-    EXPECT_EQ(rig.serial.sent.size(), controls ? 1U : 0U);
-    // The first frame announces the start: 59999, as there is no count; the last one the lap and the cut.
-    if (controls) {
-      EXPECT_EQ(rig.serial.sent[0][8] * 256 + rig.serial.sent[0][9], 59999);
-    }
-    rig.At(6000);
-    rig.serial.sent.clear();
-    rig.Key("F2");
-    rig.Key("F6");
-    std::string sent;
-    for (const auto& f : rig.serial.sent) {
-      sent += std::to_string(f[5]) + ">" + std::to_string(f[4]) + " " +
-              std::to_string((f[7] << 16) + (f[8] << 8) + f[9]) + " mode " + std::to_string(f[28]) +
-              " laps " + std::to_string(f[30]) + (f[3] == 1 ? " runs;" : ";");
-    }
-    EXPECT_EQ(sent, controls ? "4>3 66000 mode 2 laps 1 runs;3>6 66000 mode 2 laps 1 runs;" : "");
-  }
-}
-
 TEST(Broadcasts, TheCountIsToldFor54SecondsAndTheSignalOnce) {
   ConsoleRig rig(true);
   rig.Load();

@@ -202,5 +202,18 @@ TEST(RandomEvents, NothingStopsTheConsole) {
   EXPECT_GT(saved, 100);
 }
 
+TEST(RandomEvents, SendersLanesAndModesOutOfRangeChangeNothing) {
+  ConsoleRig rig(true);
+  rig.Load();
+  rig.Starter(66000, true);
+  for (int i = 0; i < 1024; ++i) {
+    const int to[] = {0, 6, 254, 255};
+    rig.Receive(Frame(i / 4, to[i % 4], 0xFFFFFF).With(3, 255).With(28, 255).With(33, 255).With(18, 255));
+  }
+  EXPECT_EQ(rig.program.door().ErrorsContained(), 0);
+  EXPECT_EQ(std::pair(rig.race().RaceMode, rig.race().RaceNumber),
+            (std::pair<std::int16_t, std::int16_t>(2, 1)));
+}
+
 }  // namespace
 }  // namespace quorvane

@@ -80,7 +80,7 @@ void GoesAsItSays(const std::filesystem::path& path) {
   for (std::size_t i = 0; i < lines.size(); ++i) {
     if (lines[i].starts_with(kExpect)) {
       const SessionJournal journal = ReadJournal(before + TimeOf(lines, i) + " end\n");
-      const TempFolder folder;
+      const ScratchFolder folder;
       Replay replay(journal, {.project = folder / "contest.ini"});
       replay.Run();
       std::string expected;

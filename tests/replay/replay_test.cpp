@@ -29,7 +29,7 @@ class Played {
   RaceState& race() { return replay.program().race(); }
   const std::vector<VirtualPlatform::Shown>& boxes() { return replay.platform().shown; }
 
-  TempFolder folder;
+  ScratchFolder folder;
   SessionJournal journal;
   Replay replay;
 };
@@ -106,7 +106,7 @@ TEST(Replay, OnRequestAJournalWithoutEndStopsInItsOpenBox) {
       "quorvane-journal 1\n0 start 2026-11-21T09:00:00\n0 timers recorded\n0 load\n0 answer text \"4\"\n"
       "0 answer text \"Cup\"\n1000 click frmJudge.mnuSetEventName\n");
   for (const bool stop : {false, true}) {
-    const TempFolder folder;
+    const ScratchFolder folder;
     Replay replay(journal, {.project = folder / "contest.ini", .stopInOpenBox = stop});
     replay.Run();
     EXPECT_EQ(replay.program().judge().EventName(), stop ? "Cup" : "");
@@ -122,7 +122,7 @@ TEST(Replay, UnknownNamesDoNothingAndAreNamed) {
 }
 
 TEST(Replay, AFileThatTheJournalNamesIsCopiedUnlessItIsToBeWrittenInPlace) {
-  const TempFolder folder;
+  const ScratchFolder folder;
   const std::string named = folder / "other.ini";
   const std::string before = "[Current]\nTitle=Mine\nHeatsPerRound=3\n";
   std::ofstream(named) << before;

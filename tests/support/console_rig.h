@@ -1,38 +1,15 @@
 #pragma once
 
-#include <unistd.h>
-
 #include <array>
 #include <cstdint>
-#include <cstdlib>
-#include <filesystem>
 #include <string>
 #include <vector>
 
 #include "console/program.h"
 #include "replay/virtual_platform.h"
+#include "tests/support/scratch_folder.h"
 
 namespace quorvane {
-
-// A folder that is gone when the test is over.
-class TempFolder {
- public:
-  TempFolder() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "quorvane-XXXXXX").string();
-    path_ = ::mkdtemp(pattern.data());
-  }
-  ~TempFolder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
-  }
-  TempFolder(const TempFolder&) = delete;
-  TempFolder& operator=(const TempFolder&) = delete;
-  std::string operator/(const std::string& name) const { return path_ + "/" + name; }
-  std::string Path() const { return path_ + "/"; }
-
- private:
-  std::string path_;
-};
 
 // A station frame as a test writes it down: named bytes over a quiet frame, check byte last.
 struct Frame {
@@ -66,8 +43,8 @@ class ConsoleRig {
  public:
   explicit ConsoleRig(bool radio = false, FileOps& files = SystemFiles())
       : file(folder / "contest.ini"), program(platform, serial, files) {
-    platform.homeFolder = folder.Path();
-    platform.programFolder = folder.Path();
+    platform.homeFolder = folder / "";
+    platform.programFolder = folder / "";
     if (radio) {
       serial.ports = {5};
       platform.settings.SaveSetting("frmSerialPort", "CommPort", "5");
@@ -106,7 +83,7 @@ class ConsoleRig {
   }
   std::string LastBox() const { return platform.shown.empty() ? "" : platform.shown.back().box.title; }
 
-  TempFolder folder;
+  ScratchFolder folder;
   std::string file;
   VirtualPlatform platform;
   VirtualSerial serial;

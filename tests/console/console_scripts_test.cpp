@@ -1,0 +1,348 @@
+// Hands, stations and files act on the whole console, step by step; what each line of steps changes is
+// compared with the script itself.
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <map>
+#include <optional>
+#include <span>
+#include <sstream>
+
+#include "base/text.h"
+#include "tests/support/console_rig.h"
+#include "tests/support/golden.h"
+
+namespace quorvane {
+namespace {
+
+// What is shown and kept, by group and name. A line is made of each group.
+using Look = std::map<std::string, std::map<std::string, std::string>>;
+
+class Script : public HeatPrinter {
+ public:
+  Script(bool radio, bool loaded) : rig_(radio) {
+    rig_.judge().SetPrinter(this);
+    rig_.platform.whileOpen = [this](const DialogBox&) {
+      if (--boxes_ == 0) Play(std::exchange(meanwhile_, {}));
+    };
+    if (loaded) rig_.Load();
+    Played("");
+  }
+
+  // What a line of steps has changed.
+  std::string Played(const std::string& line) {
+    std::istringstream steps(line);
+    Play({std::istream_iterator<std::string>(steps), {}});
+    const Look now = LookAround();
+    std::string told = Happened();
+    std::pair<std::string, std::string> said;  // groups in succession with the same changes are told at once
+    for (const auto& [group, parts] : now) {
+      std::string changes;
+      const auto& before = before_[group];
+      for (const auto& [name, text] : parts) {
+        const auto was = before.find(name);
+        if (was != before.end() ? was->second != text : !text.empty()) changes += Change(name, text);
+      }
+      for (const auto& [name, text] : before) {
+        if (!parts.contains(name) && !text.empty()) changes += Change(name, "gone");
+      }
+      if (changes.empty()) continue;
+      if (changes == said.second) {
+        said.first += " and " + group;
+      } else {
+        told += Sentence(said);
+        said = {group, changes};
+      }
+    }
+    told += Sentence(said);
+    before_ = now;
+    return Replaced(told, rig_.folder / "", "DIR/");
+  }
+
+  // In the end of a case nothing may have failed.
+  int Errors() { return rig_.program.door().ErrorsContained(); }
+
+ private:
+  using Tokens = std::vector<std::string>;
+
+  static std::string Replaced(std::string text, const std::string& what, const std::string& by) {
+    for (std::size_t at = 0; (at = text.find(what, at)) != std::string::npos; at += by.size())
+      text.replace(at, what.size(), by);
+    return text;
+  }
+
+  static std::string Sentence(const std::pair<std::string, std::string>& said) {
+    return said.first.empty() ? "" : "  " + said.first + ":" + said.second + "\n";
+  }
+
+  static std::string Change(const std::string& name, const std::string& text) {
+    return " " + name + "=" + (text.find(' ') == std::string::npos ? text : "\"" + text + "\"");
+  }
+
+  // "3{ a b }" plays the steps thrice, "box2{ a b };" while the second box from now is open.
+  void Play(const Tokens& tokens) {
+    for (auto token = tokens.begin(); token != tokens.end(); ++token) {
+      if (!token->ends_with('{')) {
+        Do(*token);
+        continue;
+      }
+      const std::string head = token->substr(0, token->size() - 1);
+      const auto end = std::find(token, tokens.end(), head.starts_with("box") ? "};" : "}");
+      const Tokens inner(token + 1, end);
+      if (head.starts_with("box")) {
+        boxes_ = std::stoi(head.substr(3));
+        meanwhile_ = inner;
+      } else {
+        for (int i = 0; i < std::stoi(head); ++i) Play(inner);
+      }
+      token = end;
+    }
+  }
+
+  // "+500" and "60000": the time, from now or from the beginning. "F1", "key=7": a key.
+  // "starter:61000,cut1=1": a frame. "cmdStart", "txtHeat=2", "lane1.cmdLap": a control. "~" is a blank and
+  // "^" ends a line of a text.
+  void Do(std::string step) {
+    std::replace(step.begin(), step.end(), '~', ' ');
+    std::replace(step.begin(), step.end(), '^', '\n');
+    const std::size_t equals = std::min(step.find('='), step.size());
+    const std::string word = step.substr(0, equals);
+    const std::string value = step.substr(std::min(equals + 1, step.size()));
+    const std::string name = value.substr(0, value.find('|'));
+    const std::string text = value.substr(std::min(value.find('|') + 1, value.size()));
+    const std::string key = name.substr(name.find('/') + 1);
+    const std::map<std::string, std::function<void()>> steps = {
+        {"load", [&] { rig_.Load(); }},
+        {"open", [&] { rig_.program.door().Enter({EventKind::Load}); }},
+        {"startup", [&] { rig_.judge().SetStartupProject(rig_.folder / value); }},
+        {"close",
+         [&] {
+           rig_.program.door().Enter({EventKind::Close, "frmJudge"});
+         }},
+        {"quit", [&] { rig_.program.door().Enter({EventKind::Quit}); }},
+        {"key", [&] { rig_.Key(value); }},
+        {"text", [&] { rig_.Answer(DialogAnswer::Word::Text, value); }},
+        {"file", [&] { rig_.Answer(DialogAnswer::Word::File, rig_.folder / value); }},
+        {"ok", [&] { rig_.Answer(DialogAnswer::Word::Ok); }},
+        {"yes", [&] { rig_.Answer(DialogAnswer::Word::Yes); }},
+        {"no", [&] { rig_.Answer(DialogAnswer::Word::No); }},
+        {"cancel", [&] { rig_.Answer(DialogAnswer::Word::Cancel); }},
+        {"race", [&] { rig_.race().RaceNumber = std::stoi(value), rig_.judge().ShowCurrentRace(); }},
+        {"mode", [&] { rig_.judge().ApplyRaceMode(std::stoi(value)); }},
+        {"put", [&] { PutFile(rig_.folder / name, text); }},
+        {"value", [&] { rig_.program.project().SetProjectValue(name.substr(0, name.find('/')), key, text); }},
+        {"setting", [&] { rig_.platform.settings.SaveSetting(name.substr(0, name.find('/')), key, text); }},
+        {"lap", [&] { Lane(name).DoLap(std::stoi(text), 4000); }},
+        {"turn", [&] { Lane(name).DoTurn(4, std::stoi(text), 100); }},
+        {"cut", [&] { Lane(name).DoCut("11", 1, std::stoi(text)); }},
+        {"colors",
+         [&] {
+           for (int i = 0; i < 4; ++i) rig_.lane(i).UpdateLaneColor();
+         }},
+        {"cat",
+         [&] {
+           happened_ += "  " + Replaced(Replaced(FileBytes(rig_.file), "\r", "\\r"), "\n", "\n  ") + "\n";
+         }},
+        {"forget", [&] { rig_.platform.settings = {}; }},
+        {"move", [&] { std::filesystem::rename(Folder(name), Folder(text)); }},
+        {"heat",
+         [&] {
+           Play({"cmdStart", "+2300", "10{", "+3700", "F1", "+100", "F2", "+100", "F3", "+100", "F4", "}",
+                 "+17700"});
+         }},
+    };
+    const auto found = steps.find(word);
+    if (found != steps.end()) return found->second();
+    if (step[0] == '+') return rig_.At(rig_.platform.ClockMs() + std::stoll(step));
+    if (std::isdigit(step[0]) != 0) return rig_.At(std::stoll(step));
+    if (step[0] == 'F') return rig_.Key(step);
+    if (step.find(':') != std::string::npos) return Receive(step);
+    const std::string control = ControlName(word);
+    if (equals == step.size()) return rig_.Click(control);
+    if (!word.starts_with("cbo")) return rig_.Type(control, value);
+    rig_.program.door().Enter({.kind = EventKind::Choose, .target = control, .number = std::stoi(value)});
+  }
+
+  frmLane& Lane(const std::string& number) { return rig_.lane(std::stoi(number) - 1); }
+  // The folder of the project, under this name beside it.
+  std::string Folder(const std::string& suffix) { return rig_.folder.path().string() + suffix; }
+
+  static std::string ControlName(const std::string& name) {
+    if (name.starts_with("lane")) return "frmLane" + name.substr(4);
+    if (name.starts_with("link.")) return "frmSerialPort." + name.substr(5);
+    return "frmJudge." + name;
+  }
+
+  // "starter:61000,mode=5": who sends, its clock, the other bytes by name.
+  void Receive(const std::string& told) {
+    static const std::map<std::string, std::pair<int, int>> kSenders = {
+        {"starter", {3, 6}}, {"idle", {3, 6}}, {"timers", {4, 3}}, {"judge", {0, 6}}, {"ack", {255, 4}}};
+    static const std::map<std::string, std::size_t> kBytes = {
+        {"run", 3},   {"to", 4},    {"cut1", 11}, {"cut2", 12}, {"cut3", 13}, {"cut4", 14}, {"buttons", 18},
+        {"lit1", 24}, {"lit2", 25}, {"lit3", 26}, {"lit4", 27}, {"mode", 28}, {"delay", 33}};
+    const std::vector<std::string> parts = Split(told.substr(told.find(':') + 1), ',');
+    const auto& [from, to] = kSenders.at(told.substr(0, told.find(':')));
+    Frame frame(from, to, std::stoi(parts[0]));
+    frame.With(3, told[0] == 's' ? 1 : 0);
+    for (std::size_t i = 1; i < parts.size(); ++i) {
+      const std::string name = parts[i].substr(0, parts[i].find('='));
+      const int value = std::stoi(parts[i].substr(name.size() + 1));
+      if (name.starts_with("lap")) {
+        frame.Lane(name[3] - '1', value, 100);
+      } else {
+        frame.With(kBytes.at(name), value);
+      }
+    }
+    rig_.Receive(frame);
+  }
+
+  void PrintHeat(const RaceRecord& race) override {
+    happened_ += "  prints race " + std::to_string(race.number) + ": " + race.lanes[0].placing +
+                 (rig_.judge().cmdSave.Enabled() && race.hasRun ? "" : ", too late") + "\n";
+  }
+
+  // The boxes and frames since the last line.
+  std::string Happened() {
+    static constexpr std::array kWords = {"ok", "cancel", "yes", "no", "text", "file"};
+    for (const auto& [ms, box, answer] : std::exchange(rig_.platform.shown, {})) {
+      const std::string asked = box.title + " | " + Replaced(box.text, "\r", " / ");
+      happened_ += "  asks " + (asked == std::exchange(asked_, asked) ? "again" : asked) +
+                   (box.preset.empty() ? "" : " | " + box.preset) +
+                   (box.usual == DialogAnswer::Word::No ? " | usually no" : "") +
+                   (box.byRadio ? " | by radio" : "") + " -> " +
+                   kWords[static_cast<std::size_t>(answer.word)] +
+                   (answer.text.empty() ? "" : " " + answer.text) + "\n";
+    }
+    for (const auto& f : std::exchange(rig_.serial.sent, {})) {
+      if (f[5] == 254) continue;  // the console only asks a station how it is
+      const auto four = [bytes = std::span(f)](std::size_t at) {
+        return fmt::join(bytes.subspan(at, 4), ",");
+      };
+      happened_ += fmt::format("  sends {} to {}: {} {}, mode {}, cuts {}, lit {}, laps {}\n", f[5], f[4],
+                               f[3] != 0 ? "runs" : "idles", (f[7] << 16) + (f[8] << 8) + f[9], f[28],
+                               four(11), four(24), four(29));
+    }
+    return std::exchange(happened_, {});
+  }
+
+  Look LookAround() {
+    Look look;
+    frmJudge& judge = rig_.judge();
+    const RaceState& race = rig_.race();
+    look["shows"] = {{"clock", judge.lblStatus.Caption() + " on " + judge.lblStatus.BackColor().Name()},
+                     {"comments", judge.txtComments.Text()},
+                     {"notice", judge.lblNotice.Visible() ? judge.lblNotice.Caption() : ""},
+                     {"mode", judge.lblRaceMode.Caption()},
+                     {"title", judge.Caption()},
+                     {"heat", judge.txtHeat.Text() + " of round " + judge.txtRound.Text()},
+                     {"race", judge.fraHeatControl.Caption() + " " + judge.fraHeatControl.ForeColor().Name()},
+                     {"saved", judge.lblNotSaved.Visible() ? "NOT" : ""},
+                     {"sound", rig_.platform.playing},
+                     {"ended", rig_.platform.ended ? "yes" : ""}};
+    for (const Control* c : {&judge.cmdStart, &judge.cmdReset, &judge.cmdSave, &judge.cmdRefly,
+                             &judge.cboRaceMode, &judge.mnuSelectFile, &judge.txtComments})
+      look["offers"][c->Name()] = c->Enabled() ? "on" : "off";
+    for (const Control* c :
+         {&judge.chkSixtySecondCount, &judge.chkAudio, &rig_.program.link().chkSystemController})
+      look["checked"][c->Name()] = !c->Visible() ? "hidden" : c->Value() != 0 ? "yes" : "no";
+    look["checked"]["mnuAutoPrint"] = judge.mnuAutoPrint.Checked() ? "yes" : "no";
+    const std::pair<bool, const char*> states[] = {{race.RaceActive, " active"},
+                                                   {race.RaceDone, " done"},
+                                                   {race.RaceHolding, " holding"},
+                                                   {race.IsFaiMode, " FAI"},
+                                                   {race.ManualStart, " by hand"},
+                                                   {race.RaceLoaded, " loaded"},
+                                                   {race.ReflyMode, " refly"},
+                                                   {race.Unsaved, " unsaved"},
+                                                   {judge.tmrTimeTick.Enabled(), " ticks"}};
+    for (const auto& [is, name] : states) look["race"]["state"] += is ? name : "";
+    look["race"]["number"] = std::to_string(race.RaceNumber);
+    look["race"]["last"] = std::to_string(race.LastRaceRun);
+    look["race"]["heats"] = std::to_string(race.HeatsPerRound);
+    look["race"]["mode"] = std::to_string(race.RaceMode);
+    for (int i = 0; i < 4; ++i) look["race"]["bases"] += std::to_string(rig_.lane(i).TimeBase()) + " ";
+    for (int i = 0; i < 4; ++i) {
+      const frmLane& lane = rig_.lane(i);
+      look["colors"][std::to_string(i + 1)] = lane.fraLane.Caption() + lane.lblLaneName.Caption() + " " +
+                                              lane.lblLow.BackColor().Name() + " " +
+                                              lane.lblHigh.BackColor().Name();
+    }
+    for (int i = 0; i < 4; ++i) LookAtLane(rig_.lane(i), look["lane " + std::to_string(i + 1)]);
+    for (const auto& [name, value] : rig_.platform.settings.All())
+      look["settings"][name.first + "/" + name.second] = value;
+    LookAtFiles(look);
+    look["errors"]["contained"] = std::to_string(Errors());
+    return look;
+  }
+
+  static void LookAtLane(const frmLane& lane, std::map<std::string, std::string>& look) {
+    look["laps"] = std::to_string(lane.Laps()) + "/" + std::to_string(lane.LapTarget());
+    look["cuts"] = std::to_string(lane.CutCount());
+    look["status"] = lane.lblStatus.Caption();
+    look["place"] = lane.Position();
+    look["is"] = lane.Visible() ? "shown" : "hidden";
+    look["entries"] = std::to_string(lane.EventCount());
+    for (int i = std::max(lane.EventCount() - 12, 0); i < lane.EventCount(); ++i) {
+      const LaneEvent& event = lane.Events()[i];
+      if (!event.Kind.empty())
+        look["log"] += fmt::format("{} {} {}, ", event.Kind, event.SourceName, event.EventTime);
+    }
+    for (int i = 0; i <= 10; ++i) {
+      const std::string cell = lane.lblLap[i].Caption();
+      if (i < lane.Laps() || cell == "DNF") look["cells"] += cell + " ";
+    }
+  }
+
+  void LookAtFiles(Look& look) {
+    std::error_code away;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(rig_.folder / "", away)) {
+      const std::string file = entry.path().string();
+      look["files"][file] = file.ends_with(".csv") ? FileBytes(file).substr(0, 40) : "there";
+    }
+    std::istringstream project(FileBytes(rig_.race().ProjectFile));
+    std::string section;
+    bool flown = true;  // of a lane on which nothing happened only the place is told
+    for (std::string line; std::getline(project, line);) {
+      if (line.ends_with('\r')) line.pop_back();
+      const std::string key = line.substr(0, line.find('='));
+      if (line.starts_with('[')) section = line, flown = true;
+      if (line == "NumEvents=0") flown = false;
+      if (key == line || (key.starts_with("Event") && std::isdigit(key.back()) != 0)) continue;
+      if (!flown && key != "Placing" && key != "Position") continue;
+      look[section][key] = line.substr(key.size() + 1);
+    }
+  }
+
+  ConsoleRig rig_;
+  Look before_;
+  Tokens meanwhile_;  // to be played while a box is open
+  int boxes_ = 0;     // the how manyth from now
+  std::string happened_;
+  std::string asked_;  // by the last box
+};
+
+// In the script "#" begins a case on a new project, "##" one before the start of the program, ">" a line of
+// steps; the lines below it say what they have changed.
+class ConsoleScripts : public testing::TestWithParam<const char*> {};
+
+TEST_P(ConsoleScripts, DoWhatTheySay) {
+  const std::string file = std::string(QUORVANE_TEST_DATA) + "/console/" + GetParam() + ".txt";
+  std::istringstream script(FileBytes(file));
+  std::optional<Script> console;
+  std::string now;
+  for (std::string line; std::getline(script, line);) {
+    if (line.starts_with('#')) console.emplace(GetParam() == std::string("radio"), !line.starts_with("##"));
+    if (line.starts_with('#') || line.empty()) now += line + "\n";
+    if (line.starts_with("> ")) now += line + "\n" + console->Played(line.substr(2));
+  }
+  ExpectGolden(file, now);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, ConsoleScripts, testing::Values("clock", "heats", "project", "radio"));
+
+}  // namespace
+}  // namespace quorvane
