@@ -4,10 +4,47 @@
 #include <concepts>
 #include <cstdint>
 #include <limits>
-
-#include "base/run_time_error.h"
+#include <stdexcept>
+#include <string>
+#include <utility>
 
 namespace quorvane {
+
+// An error that abandons the operation in hand: an overflow, a subscript out of range, a wrong argument.
+// The door ends the event that raised it; the program and everything recorded before go on.
+class RunTimeError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+class OverflowError : public RunTimeError {
+ public:
+  OverflowError() : RunTimeError("Overflow") {}
+};
+
+class SubscriptError : public RunTimeError {
+ public:
+  SubscriptError() : RunTimeError("Subscript out of range") {}
+};
+
+// Gives a variable another value for as long as it lives, however its procedure ends.
+template <typename T>
+class Restored {
+ public:
+  Restored(T& variable, T value) : variable_(variable), before_(std::exchange(variable, value)) {}
+  ~Restored() { variable_ = before_; }
+  Restored(const Restored&) = delete;
+  Restored& operator=(const Restored&) = delete;
+
+ private:
+  T& variable_;
+  const T before_;
+};
+
+// The same for a re-entrancy flag.
+struct BusyFlag : Restored<bool> {
+  explicit BusyFlag(bool& flag) : Restored(flag, true) {}
+};
 
 // Whole-number arithmetic in which an overflow is an error and never a wrong number. Work is done in 64 bits
 // and narrowed to the type in which the value is kept.

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <array>
+#include <bitset>
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 namespace quorvane {
@@ -14,5 +16,18 @@ inline constexpr std::array<std::string_view, 8> StationNames = {
     "Judges 1", "Judges 2", "Judges 3", "Starter", "Timers", "", "Pylon 1", "Display"};
 inline constexpr std::array<std::string_view, 8> StationVoltLimits = {
     "4.5     ", "4.5     ", "4.5     ", "12.0   ", "4.5  ", "0", "12.0   ", "12.0"};
+
+inline constexpr std::array<std::uint8_t, 8> BitMask = {1, 2, 4, 8, 16, 32, 64, 128};
+
+// A byte holds four two-bit fields. LaneBitLow is a field's low bit (a single cut), LaneBitPair both of its
+// bits (a double cut).
+inline constexpr std::array<std::uint8_t, 4> LaneBitLow = {1, 4, 16, 64};
+inline constexpr std::array<std::uint8_t, 4> LaneBitPair = {3, 12, 48, 192};
+
+// Eight characters, bit 128 first: "1" for a set bit, the letter "o" for a clear one, which nobody mistakes
+// for "8".
+inline std::string BitString(std::uint8_t byte) {
+  return std::bitset<8>(byte).to_string('o', '1');
+}
 
 }  // namespace quorvane

@@ -86,12 +86,21 @@ std::string FormatRatio(std::int64_t numerator, std::int64_t denominator, int de
   return fmt::format("{}{}.{:0{}}", sign, scaled / scale, scaled % scale, decimals);
 }
 
-std::string Hex(std::uint8_t value) {
-  return fmt::format("{:X}", value);
+std::string FormatSeconds(std::int32_t ms) {
+  return ms >= 1 ? FormatRatio(ms, 1000, 2) : "nt";
 }
 
-std::string Hex2(std::uint8_t value) {
-  return fmt::format("{:02X}", value);
+std::string FormatTenths(std::int32_t ms) {
+  return FormatRatio(ms, 1000, 1);
+}
+
+std::string FormatMinutes(const std::string& text) {
+  const double ms = LeadingNumber(text) * 1000.0;
+  if (!(ms > 60000.0) || ms > 9.0e15) return text;
+  const auto minutes = static_cast<std::int64_t>(std::floor(ms / 60000.0));
+  const std::int64_t rest = static_cast<std::int64_t>(std::nearbyint(ms)) % 60000;
+  const std::string seconds = FormatRatio(rest, 1000, 2);
+  return std::to_string(minutes) + ":" + (rest < 10000 && seconds.size() < 5 ? "0" : "") + seconds;
 }
 
 std::vector<std::string> Split(std::string_view text, char separator) {
@@ -180,7 +189,7 @@ std::string JsonString(std::string_view text, bool asAscii) {
       json += '\\';
       json += kMarks[at];
     } else if (code < 0x20 || (asAscii && code > 126)) {
-      json += "\\u00" + Hex2(code);
+      json += fmt::format("\\u{:04X}", code);
     } else {
       json += c;
     }

@@ -22,9 +22,14 @@ std::int32_t LeadingLong(std::string_view text);
 // rounds the exact value, halves away from zero. A result that rounds to zero has no sign.
 std::string FormatRatio(std::int64_t numerator, std::int64_t denominator, int decimals);
 
-// Hexadecimal digits in capitals: Hex2 padded to two characters, Hex as many as needed.
-std::string Hex2(std::uint8_t value);
-std::string Hex(std::uint8_t value);
+// ms as seconds with two decimals, "nt" (no time) below 1 ms.
+std::string FormatSeconds(std::int32_t ms);
+
+// ms as seconds with one decimal, for running times.
+std::string FormatTenths(std::int32_t ms);
+
+// A text of seconds above 60 as minutes, ":" and seconds with two decimals; any other text as it is.
+std::string FormatMinutes(const std::string& text);
 
 // "a,b,,c" split at the separator; an empty text has no fields.
 std::vector<std::string> Split(std::string_view text, char separator);

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "base/time_text.h"
+#include "base/text.h"
 #include "console/frm_judge.h"
 #include "race/ranking.h"
 #include "results/race_records.h"

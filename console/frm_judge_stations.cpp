@@ -4,8 +4,8 @@
 #include <cstdlib>
 #include <utility>
 
-#include "base/bits.h"
-#include "base/time_text.h"
+#include "base/stations.h"
+#include "base/text.h"
 #include "console/frm_judge.h"
 
 namespace quorvane {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "base/time_text.h"
+#include "base/text.h"
 #include "console/program.h"
 #include "console/race_on_console.h"
 #include "results/results_words.h"

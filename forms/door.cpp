@@ -4,8 +4,7 @@
 #include <exception>
 #include <utility>
 
-#include "base/busy_flag.h"
-#include "base/run_time_error.h"
+#include "base/checked.h"
 
 namespace quorvane {
 namespace {

@@ -5,9 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "base/run_time_error.h"
+#include "base/checked.h"
 #include "base/text.h"
-#include "base/time_text.h"
 #include "lane/frm_lane.h"
 
 namespace quorvane {

@@ -2,9 +2,8 @@
 
 #include <algorithm>
 
-#include "base/busy_flag.h"
 #include "base/checked.h"
-#include "base/time_text.h"
+#include "base/text.h"
 #include "lane/frm_lane.h"
 
 namespace quorvane {

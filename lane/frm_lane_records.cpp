@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "base/text.h"
-#include "base/time_text.h"
 #include "lane/frm_lane.h"
 
 namespace quorvane {

@@ -2,7 +2,6 @@
 
 #include "base/checked.h"
 #include "base/text.h"
-#include "base/time_text.h"
 #include "lane/frm_lane.h"
 
 namespace quorvane {

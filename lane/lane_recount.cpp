@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "base/time_text.h"
+#include "base/text.h"
 #include "lane/lane_log.h"
 
 namespace quorvane {

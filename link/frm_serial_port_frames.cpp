@@ -2,8 +2,8 @@
 
 #include <fmt/format.h>
 
-#include "base/bits.h"
-#include "base/busy_flag.h"
+#include "base/checked.h"
+#include "base/stations.h"
 #include "link/frm_serial_port.h"
 
 namespace quorvane {

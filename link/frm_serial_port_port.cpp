@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "base/busy_flag.h"
+#include "base/checked.h"
 #include "base/text.h"
 #include "link/frm_serial_port.h"
 

@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
-#include "base/bits.h"
 #include "base/stations.h"
 #include "base/text.h"
 

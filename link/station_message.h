@@ -36,7 +36,7 @@ struct StationMessage {
   std::uint8_t From = 0;
   std::array<std::uint8_t, 4> Time = {};  // the sender's clock in ms, most significant byte first
   std::uint8_t Turns = 0;
-  std::array<std::uint8_t, 4> Cuts = {};  // per lane: four two-bit slots, see base/bits.h
+  std::array<std::uint8_t, 4> Cuts = {};  // per lane: four two-bit slots, see base/stations.h
   std::uint8_t ssNun = 0;
   std::uint8_t ssSgl = 0;  // a bit per lane: it has a single cut
   std::uint8_t ssDbl = 0;  // a bit per lane: it has a double cut

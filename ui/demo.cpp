@@ -7,7 +7,7 @@
 #include <cstdio>
 #include <nlohmann/json.hpp>
 
-#include "base/time_text.h"
+#include "base/text.h"
 
 namespace quorvane {
 namespace {

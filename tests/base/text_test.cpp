@@ -4,9 +4,8 @@
 
 #include <cmath>
 
-#include "base/bits.h"
 #include "base/checked.h"
-#include "base/time_text.h"
+#include "base/stations.h"
 
 namespace quorvane {
 namespace {

@@ -11,7 +11,7 @@
 #include <sstream>
 #include <thread>
 
-#include "base/run_time_error.h"
+#include "base/checked.h"
 #include "journal/journal_text.h"
 #include "replay/replay.h"
 #include "replay/verify.h"

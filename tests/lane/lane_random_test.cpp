@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <random>
 
-#include "base/time_text.h"
+#include "base/text.h"
 #include "tests/lane/lane_fixture.h"
 
 namespace quorvane {

@@ -1,6 +1,6 @@
 // Frames received and sent, controller mode, and the message detail panel.
 
-#include "base/run_time_error.h"
+#include "base/checked.h"
 #include "tests/link/link_fixture.h"
 
 namespace quorvane {
