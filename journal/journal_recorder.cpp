@@ -49,22 +49,39 @@ std::string Reason() {
 class JournalFile {
  public:
   // Makes a new file. One that cannot be made is such an error, and so is one that exists and has contents.
-  explicit JournalFile(const std::filesystem::path& path);
+  explicit JournalFile(const std::filesystem::path& path) {
+    if (const auto reason = WhyNotWrite(Utf8Of(path), FileKind::Journal)) {
+      problem_ = "the file may not be replaced, " + *reason;
+      return;
+    }
+    errno = 0;
+    Begin(std::make_unique<std::ofstream>(path, std::ios::binary | std::ios::trunc));
+  }
   // Writes to any other stream.
-  explicit JournalFile(std::unique_ptr<std::ostream> out);
-  ~JournalFile();
+  explicit JournalFile(std::unique_ptr<std::ostream> out) { Begin(std::move(out)); }
+  ~JournalFile() { Close(); }
   JournalFile(const JournalFile&) = delete;
   JournalFile& operator=(const JournalFile&) = delete;
 
-  void Append(std::string text);
+  void Append(std::string text) { Add({0, std::move(text)}); }
   // Puts the text in front of the last `tail` bytes appended, which must be what was appended last.
-  void InsertBefore(const std::string& tail, const std::string& text);
+  void InsertBefore(const std::string& tail, const std::string& text) { Add({tail.size(), text + tail}); }
 
   // Writes what is left and closes the file. Nothing may be appended any more.
-  void Close();
+  void Close() {
+    {
+      const std::lock_guard lock(mutex_);
+      closing_ = true;
+    }
+    wake_.notify_one();
+    if (thread_.joinable()) thread_.join();
+  }
 
   // Empty while all is well. From any thread.
-  std::string Problem() const;
+  std::string Problem() const {
+    const std::lock_guard lock(mutex_);
+    return problem_;
+  }
 
  private:
   struct Piece {
@@ -72,10 +89,49 @@ class JournalFile {
     std::string text;
   };
 
-  void Begin();
-  void Add(Piece piece);
-  void Work();
-  bool Write(const Piece& piece);
+  void Begin(std::unique_ptr<std::ostream> out) {
+    out_ = std::move(out);
+    if (*out_) {
+      thread_ = std::thread([this] { Work(); });
+    } else {
+      problem_ = Reason();
+    }
+  }
+
+  void Add(Piece piece) {
+    {
+      const std::lock_guard lock(mutex_);
+      if (!problem_.empty()) return;
+      waiting_.push_back(std::move(piece));
+    }
+    wake_.notify_one();
+  }
+
+  void Work() {
+    for (;;) {
+      std::deque<Piece> pieces;
+      {
+        std::unique_lock lock(mutex_);
+        wake_.wait(lock, [this] { return closing_ || !waiting_.empty(); });
+        if (waiting_.empty()) return;
+        pieces.swap(waiting_);
+      }
+      errno = 0;
+      if (std::ranges::all_of(pieces, [this](const Piece& piece) { return Write(piece); }) && out_->flush()) {
+        continue;
+      }
+      const std::lock_guard lock(mutex_);
+      problem_ = Reason();
+      waiting_.clear();
+      return;
+    }
+  }
+
+  bool Write(const Piece& piece) {
+    if (piece.back > 0) out_->seekp(-static_cast<std::ostream::off_type>(piece.back), std::ios::end);
+    out_->write(piece.text.data(), static_cast<std::streamsize>(piece.text.size()));
+    return static_cast<bool>(*out_);
+  }
 
   std::unique_ptr<std::ostream> out_;  // the thread's, once it runs
   mutable std::mutex mutex_;
@@ -85,90 +141,6 @@ class JournalFile {
   bool closing_ = false;
   std::thread thread_;
 };
-
-JournalFile::JournalFile(const std::filesystem::path& path) {
-  if (const auto reason = WhyNotWrite(Utf8Of(path), FileKind::Journal)) {
-    problem_ = "the file may not be replaced, " + *reason;
-    return;
-  }
-  errno = 0;
-  out_ = std::make_unique<std::ofstream>(path, std::ios::binary | std::ios::trunc);
-  Begin();
-}
-
-JournalFile::JournalFile(std::unique_ptr<std::ostream> out) : out_(std::move(out)) {
-  Begin();
-}
-
-void JournalFile::Begin() {
-  if (*out_) {
-    thread_ = std::thread([this] { Work(); });
-  } else {
-    problem_ = Reason();
-  }
-}
-
-JournalFile::~JournalFile() {
-  Close();
-}
-
-void JournalFile::Close() {
-  {
-    const std::lock_guard lock(mutex_);
-    closing_ = true;
-  }
-  wake_.notify_one();
-  if (thread_.joinable()) thread_.join();
-}
-
-void JournalFile::Append(std::string text) {
-  Add({0, std::move(text)});
-}
-
-void JournalFile::InsertBefore(const std::string& tail, const std::string& text) {
-  const std::size_t back = tail.size();
-  Add({back, text + tail});
-}
-
-void JournalFile::Add(Piece piece) {
-  {
-    const std::lock_guard lock(mutex_);
-    if (!problem_.empty()) return;
-    waiting_.push_back(std::move(piece));
-  }
-  wake_.notify_one();
-}
-
-std::string JournalFile::Problem() const {
-  const std::lock_guard lock(mutex_);
-  return problem_;
-}
-
-void JournalFile::Work() {
-  for (;;) {
-    std::deque<Piece> pieces;
-    {
-      std::unique_lock lock(mutex_);
-      wake_.wait(lock, [this] { return closing_ || !waiting_.empty(); });
-      if (waiting_.empty()) return;
-      pieces.swap(waiting_);
-    }
-    errno = 0;
-    bool written = true;
-    for (const Piece& piece : pieces) written = written && Write(piece);
-    if (written && out_->flush()) continue;
-    const std::lock_guard lock(mutex_);
-    problem_ = Reason();
-    waiting_.clear();
-    return;
-  }
-}
-
-bool JournalFile::Write(const Piece& piece) {
-  if (piece.back > 0) out_->seekp(-static_cast<std::ostream::off_type>(piece.back), std::ios::end);
-  out_->write(piece.text.data(), static_cast<std::streamsize>(piece.text.size()));
-  return static_cast<bool>(*out_);
-}
 
 SessionRecorder::SessionRecorder(std::size_t mostBytes) : mostBytes_(mostBytes) {}
 
