@@ -70,9 +70,7 @@ class frmJudge : public JudgeControls, private LaneOwner, public LinkOwner {
   void ResultChanged() override;
   void IssueLapEvent() override { Broadcast(3, 4); }
   DialogAnswer Ask(const DialogBox& box) override { return door_.Ask(box); }
-  std::string LaneColorName(int lane) const override { return quorvane::LaneColorName(race_, lane); }
-  Color LaneLowColor(int lane) const override { return quorvane::LaneLowColor(race_, lane); }
-  Color LaneHighColor(int lane) const override { return quorvane::LaneHighColor(race_, lane); }
+  LaneMarking Marking(int lane) const override { return LaneMarkingOf(race_.LaneColorScheme, lane); }
   std::string GetProjectValue(const std::string& section, const std::string& key,
                               const std::string& fallback) override;
   void SetProjectValue(const std::string& section, const std::string& key, const std::string& value) override;

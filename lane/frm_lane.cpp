@@ -114,11 +114,11 @@ void frmLane::SetFormParent(Control& frame) {
 }
 
 void frmLane::UpdateLaneColor() {
-  const std::string name = owner_.LaneColorName(laneNumber_);
+  const auto [name, low, high] = owner_.Marking(laneNumber_);
   fraLane.SetCaption(name);
   lblLaneName.SetCaption(name);
-  lblLow.SetBackColor(owner_.LaneLowColor(laneNumber_));
-  lblHigh.SetBackColor(owner_.LaneHighColor(laneNumber_));
+  lblLow.SetBackColor(low);
+  lblHigh.SetBackColor(high);
 }
 
 void frmLane::HidePopUp() {

@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <string>
 
-#include "base/color.h"
 #include "forms/platform.h"
+#include "race/race_state.h"
 
 namespace quorvane {
 
@@ -25,9 +25,7 @@ class LaneOwner {
   virtual void ResultChanged() {}
   virtual DialogAnswer Ask(const DialogBox& box) = 0;
 
-  virtual std::string LaneColorName(int lane) const = 0;
-  virtual Color LaneLowColor(int lane) const = 0;
-  virtual Color LaneHighColor(int lane) const = 0;
+  virtual LaneMarking Marking(int lane) const = 0;
 
   virtual std::string GetProjectValue(const std::string& section, const std::string& key,
                                       const std::string& fallback) = 0;

@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <string>
 
+#include "base/color.h"
+
 namespace quorvane {
 
 // A final time, in ms, of a lane that has no result.
@@ -12,6 +14,13 @@ inline constexpr std::int32_t kNoResult = 1000000;
 inline constexpr int kFirstFaiMode = 4;  // of the race modes 1..6
 inline constexpr int kFaiLanes = 3;      // that an FAI mode flies
 inline constexpr std::array kPlaceWords = {"First", "Second", "Third", "Fourth"};
+
+// How a lane is told from the others: its name, and what is painted low and high on its aircraft.
+struct LaneMarking {
+  std::string name = {};
+  Color low = kButtonFace;
+  Color high = kButtonFace;
+};
 
 // The race variables that all parts of the program share; one instance for the program.
 struct RaceState {

@@ -1,8 +1,7 @@
 #include "records/lane_colors.h"
 
-#include <cstdint>
+#include <string>
 #include <utility>
-#include <vector>
 
 #include "base/checked.h"
 #include "base/text.h"
@@ -10,36 +9,8 @@
 namespace quorvane {
 namespace {
 
-// Field `lane` of the current scheme; the first `dropped` characters of the scheme do not count.
-std::string LaneField(const RaceState& race, int lane, std::size_t dropped) {
-  if (lane < 1 || lane > 4) throw SubscriptError();
-  const int scheme = race.LaneColorScheme;
-  if (scheme < 0 || scheme >= static_cast<int>(kLaneColorSchemes.size())) return {};
-  const std::string text = std::string(kLaneColorSchemes[static_cast<std::size_t>(scheme)]) + ",,,,";
-  return Split(std::string_view(text).substr(dropped), ',')[static_cast<std::size_t>(lane - 1)];
-}
-
-Color MarkColor(const RaceState& race, int lane, std::string_view height) {
-  const std::string field = LaneField(race, lane, 0);
-  return field.find(height) == std::string::npos ? kButtonFace : ColorOf(field);
-}
-
-}  // namespace
-
-// Dropping three characters of the empty scheme takes three of the commas; one field is left.
-std::string LaneColorName(const RaceState& race, int lane) {
-  if (lane >= 1 && lane <= 4 && race.LaneColorScheme == 0) return {};
-  return LaneField(race, lane, 3);
-}
-
-Color LaneLowColor(const RaceState& race, int lane) {
-  return MarkColor(race, lane, "Low");
-}
-Color LaneHighColor(const RaceState& race, int lane) {
-  return MarkColor(race, lane, "High");
-}
-
-Color ColorOf(std::string_view text) {
+// The colour that a marking names, the button face when it names none.
+Color ColorOf(std::string_view marking) {
   static constexpr std::array<std::pair<std::string_view, std::uint32_t>, 5> kWords = {
       {{"Red", 0xFF6060},
        {"Green", 0x60FF60},
@@ -47,9 +18,22 @@ Color ColorOf(std::string_view text) {
        {"Yellow", 0xFFFF60},
        {"Orange", 0xFF8000}}};
   for (const auto& [word, rgb] : kWords) {
-    if (text.find(word) != std::string_view::npos) return Color::Rgb(rgb);
+    if (marking.find(word) != std::string_view::npos) return Color::Rgb(rgb);
   }
   return kButtonFace;
+}
+
+}  // namespace
+
+LaneMarking LaneMarkingOf(int scheme, int lane) {
+  if (scheme <= 0 || scheme >= static_cast<int>(kLaneColorSchemes.size())) return {};
+  const std::string text = std::string(kLaneColorSchemes[static_cast<std::size_t>(scheme)]) + ",,,,";
+  const std::string field = Split(text, ',')[static_cast<std::size_t>(lane - 1)];
+  const auto color = [&field](const char* height) {
+    return field.find(height) == std::string::npos ? kButtonFace : ColorOf(field);
+  };
+  constexpr std::size_t kNumber = 3;  // characters of the first field: "1 -"
+  return {field.substr(lane == 1 ? kNumber : 0), color("Low"), color("High")};
 }
 
 std::int16_t LoadLaneColorScheme(const SettingsStore& settings) {

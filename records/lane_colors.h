@@ -1,10 +1,9 @@
 #pragma once
 
 #include <array>
-#include <string>
+#include <cstdint>
 #include <string_view>
 
-#include "base/color.h"
 #include "forms/platform.h"
 #include "race/race_state.h"
 
@@ -26,14 +25,9 @@ inline constexpr std::array<std::string_view, 10> kLaneColorSchemes = {
 };
 inline constexpr int kLaneColorSchemesOffered = 8;
 
-// Lanes are 1..4 (SubscriptError beyond). A scheme outside the table leaves every lane without a name and
-// plain. The name keeps the blank that stands before it in the scheme.
-std::string LaneColorName(const RaceState& race, int lane);
-Color LaneLowColor(const RaceState& race, int lane);
-Color LaneHighColor(const RaceState& race, int lane);
-
-// The colour that a marking text names, the button face when it names none.
-Color ColorOf(std::string_view text);
+// Of lane 1..4. A scheme outside the table leaves every lane without a name and plain. The name keeps the
+// blank that stands before it in the scheme.
+LaneMarking LaneMarkingOf(int scheme, int lane);
 
 // The scheme kept in the settings; 0, the empty scheme, for a value that is no 16-bit number.
 std::int16_t LoadLaneColorScheme(const SettingsStore& settings);

@@ -46,9 +46,7 @@ struct FakeOwner : LaneOwner {
     if (whileAsking) whileAsking();
     return answer;
   }
-  std::string LaneColorName(int lane) const override { return " Lane " + std::to_string(lane); }
-  Color LaneLowColor(int) const override { return kRed; }
-  Color LaneHighColor(int) const override { return kGreen; }
+  LaneMarking Marking(int lane) const override { return {" Lane " + std::to_string(lane), kRed, kGreen}; }
   std::string GetProjectValue(const std::string& section, const std::string& key,
                               const std::string& fallback) override {
     const auto found = values.find({section, key});
