@@ -1,13 +1,170 @@
 #include "print/heat_report.h"
 
 #include <algorithm>
+#include <array>
+#include <cmath>
+#include <optional>
+#include <string>
 
-#include "print/lane_column.h"
+#include "base/text.h"
 #include "print/sheet.h"
 #include "records/project.h"
 
 namespace quorvane {
 namespace {
+
+// ---- The column of one lane: who flew it, where it came in, its cuts and its laps. A race that has not run
+// leaves the same places ruled, to be filled in by hand. Places are from its top.
+constexpr double kLaneColumnHeight = 70.0;
+constexpr double kPilotTop = 5.2;
+constexpr double kCallerTop = 9.0;
+constexpr double kRuledHeight = 3.6;
+constexpr double kPlaceTop = 13.4;
+constexpr double kTimeTop = 18.8;
+constexpr double kCutsTop = 22.4;
+constexpr double kCutListTop = 25.4;
+constexpr double kCutListHeight = 8.6;
+constexpr double kLapHeadTop = 34.4;
+constexpr double kLapsTop = 36.6;
+constexpr double kLapHeight = 3.0;
+constexpr double kCaptionWidth = 5.0;
+
+constexpr Color kFinishShade = Color::Rgb(0xDDDDDD);
+
+std::optional<Color> SwatchFill(Color color) {
+  return color.SystemColor() == Color::System::None ? std::optional<Color>(color) : std::nullopt;
+}
+
+// How the list of cuts is set: the more cuts, the smaller.
+struct CutGrid {
+  int columns;
+  double size;
+  double rowHeight;
+
+  int Rows() const { return static_cast<int>(std::floor(kCutListHeight / rowHeight)); }
+  int Cells() const { return columns * Rows(); }
+};
+
+CutGrid GridFor(int cuts) {
+  static constexpr std::array<CutGrid, 3> kGrids = {{{2, 1.5, 2.15}, {2, 1.25, 1.7}, {3, 1.0, 1.4}}};
+  for (const CutGrid& grid : kGrids) {
+    if (cuts <= grid.Cells()) return grid;
+  }
+  return kGrids.back();
+}
+
+class LaneColumn {
+ public:
+  LaneColumn(Sheet& sheet, const RaceRecord& race, const LaneRecord& lane, const Box& place)
+      : sheet_(sheet), race_(race), lane_(lane), place_(place) {}
+
+  void Draw() {
+    const auto result = [this](const std::string& text) {
+      return race_.hasRun ? std::optional(text) : std::nullopt;
+    };
+    DrawMarking();
+    DrawField(kPilotTop, kRuledHeight, "Pilot", std::nullopt, 0);
+    DrawField(kCallerTop, kRuledHeight, "Caller", std::nullopt, 0);
+    DrawField(kPlaceTop, 5.0, "Place", result(lane_.placing), 3.4);
+    const std::int32_t final = lane_.final < kNoResult ? lane_.final : 0;
+    DrawField(kTimeTop, 3.4, "Time", result(FormatMinutes(FormatSeconds(final))), 2.3);
+    DrawField(kCutsTop, 2.8, "Cuts", result(std::to_string(lane_.cuts.size())), 1.8);
+    DrawCuts();
+    DrawLaps();
+  }
+
+ private:
+  Box At(double left, double top, double width, double height) const {
+    return {place_.left + left, place_.top + top, width, height};
+  }
+
+  void DrawRule(double left, double top, double thickness) {
+    sheet_.HorizontalRule(place_.left + left, place_.Right(), place_.top + top, thickness);
+  }
+
+  // The swatch shows the high half of the marking above the low one, as it is painted on the aircraft.
+  void DrawMarking() {
+    sheet_.Rectangle(At(0, 0.3, 2.6, 1.9), SwatchFill(lane_.high), Sheet::kHair);
+    sheet_.Rectangle(At(0, 2.2, 2.6, 1.9), SwatchFill(lane_.low), Sheet::kHair);
+    const std::string title = "Lane " + std::to_string(lane_.lane);
+    const double left = 3.4;
+    const double right = lane_.novice ? 6.6 : 0.0;
+    sheet_.Text(At(left, 0, place_.width - left - right, 2.3), title, {1.8, true});
+    if (lane_.novice) {
+      sheet_.Text(At(place_.width - right, 0, right, 2.3), "9 Laps", {1.5, true}, Align::Right);
+    }
+    if (lane_.name != title) sheet_.Text(At(left, 2.3, place_.width - left, 2.2), lane_.name, {1.5, false});
+    DrawRule(0, 4.8, Sheet::kThick);
+  }
+
+  // Without a text, with a rule to write on.
+  void DrawField(double top, double height, const char* caption, const std::optional<std::string>& text,
+                 double size) {
+    sheet_.Caption(At(0, top + height - 1.9, kCaptionWidth, 1.9), caption);
+    if (!text) return DrawRule(kCaptionWidth, top + height, Sheet::kThin);
+    sheet_.Text(At(kCaptionWidth, top, place_.width - kCaptionWidth, height), *text, {size, true},
+                Align::Right);
+  }
+
+  void DrawCuts() {
+    if (!race_.hasRun) {
+      for (const double y : {4.0, 8.0}) DrawRule(kCaptionWidth, kCutListTop + y, Sheet::kHair);
+      return;
+    }
+    const int cuts = static_cast<int>(lane_.cuts.size());
+    const CutGrid grid = GridFor(cuts);
+    const double width = place_.width / grid.columns;
+    for (int i = 0; i < std::min(cuts, grid.Cells()); ++i) {
+      const CutRecord& cut = lane_.cuts[static_cast<std::size_t>(i)];
+      const bool leftOut = cuts > grid.Cells() && i + 1 == grid.Cells();
+      const double top = kCutListTop + i % grid.Rows() * grid.rowHeight;
+      sheet_.Text(At(i / grid.Rows() * width, top, width - 0.4, grid.rowHeight),
+                  leftOut ? "\xE2\x80\xA6" : cut.pylon + " " + FormatSeconds(cut.time), {grid.size, false});
+    }
+  }
+
+  // A blank sheet offers the lap that a cut may cost; the FAI rules know no such lap.
+  int LapRows() const {
+    const int mayOwe = race_.mode >= kFirstFaiMode ? kMostLaps - 1 : kMostLaps;
+    const int target = race_.hasRun ? lane_.lapTarget : std::max(lane_.lapTarget, mayOwe);
+    return std::clamp(target, 2, kMostLaps) - (lane_.novice ? 1 : 0);
+  }
+
+  void DrawLaps() {
+    DrawLapRow(kLapHeadTop, 1.9, {"Lap", "Time", "Split"}, {1.25, 1.25, 1.25}, false);
+    DrawRule(0, kLapsTop, Sheet::kThin);
+    const std::vector<FlownLap> laps = race_.hasRun ? FlownLaps(lane_) : std::vector<FlownLap>{};
+    for (int row = 1; row <= LapRows(); ++row) {
+      const double top = kLapsTop + (row - 1) * kLapHeight;
+      const auto lap = std::ranges::find(laps, row, &FlownLap::number);
+      const bool flown = lap != laps.end();
+      const bool finishing = flown && lap->finishing;
+      if (finishing) sheet_.Rectangle(At(0, top, place_.width, kLapHeight), kFinishShade, Sheet::kThin);
+      DrawLapRow(top + 0.2, kLapHeight - 0.4,
+                 {std::to_string(row), flown ? FormatSeconds(lap->time) : "",
+                  flown && lap->split ? FormatSeconds(*lap->split) : ""},
+                 {1.5, 1.7, 1.5}, finishing);
+      DrawRule(0, top + kLapHeight, Sheet::kHair);
+    }
+  }
+
+  void DrawLapRow(double top, double height, const std::array<std::string, 3>& texts,
+                  const std::array<double, 3>& sizes, bool bold) {
+    const double timeRight = place_.width * 0.6;
+    const std::array boxes = {At(0, top, 2.9, height), At(3.2, top, timeRight - 3.2, height),
+                              At(timeRight + 0.4, top, place_.width - timeRight - 0.8, height)};
+    for (std::size_t i = 0; i < boxes.size(); ++i) {
+      sheet_.Text(boxes[i], texts[i], {sizes[i], bold}, Align::Right);
+    }
+  }
+
+  Sheet& sheet_;
+  const RaceRecord& race_;
+  const LaneRecord& lane_;
+  const Box place_;
+};
+
+// ---- The page.
 
 constexpr double kFieldsTop = 10.0;
 constexpr double kFieldsHeight = 5.2;
@@ -50,7 +207,7 @@ void DrawLanes(Sheet& sheet, const RaceRecord& race) {
   double left = Sheet::kLeft;
   for (const LaneRecord& lane : race.lanes) {
     if (!lane.flies) continue;
-    DrawLaneColumn(sheet, race, lane, {left, kLanesTop, width, kLaneColumnHeight});
+    LaneColumn(sheet, race, lane, {left, kLanesTop, width, kLaneColumnHeight}).Draw();
     if (left > Sheet::kLeft) {
       sheet.VerticalRule(left - kColumnGap / 2, kLanesTop, kLanesTop + kLaneColumnHeight);
     }

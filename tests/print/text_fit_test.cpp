@@ -1,4 +1,4 @@
-#include "print/text_fit.h"
+#include "print/sheet.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
