@@ -1,5 +1,7 @@
 #include "forms/platform.h"
 
+#include <fmt/format.h>
+
 #include <chrono>
 #include <filesystem>
 
@@ -31,6 +33,11 @@ LocalDateTime AddMilliseconds(const LocalDateTime& at, std::int64_t ms) {
           static_cast<int>(time.hours().count()),
           static_cast<int>(time.minutes().count()),
           static_cast<int>(time.seconds().count())};
+}
+
+std::string MomentText(const LocalDateTime& at, char separator) {
+  return fmt::format("{:04}-{:02}-{:02}{}{:02}:{:02}:{:02}", at.year, at.month, at.day, separator, at.hour,
+                     at.minute, at.second);
 }
 
 void PlaySound(Platform& platform, const std::string& path) {

@@ -24,6 +24,9 @@ LocalDateTime AddMilliseconds(const LocalDateTime& at, std::int64_t ms);
 // From the first to the second, by the calendar.
 std::int64_t SecondsBetween(const LocalDateTime& first, const LocalDateTime& second);
 
+// "2026-11-21T09:00:00".
+std::string MomentText(const LocalDateTime& at, char separator = 'T');
+
 enum class DialogKind : std::uint8_t { Ok, OkCancel, YesNo, YesNoCancel, Input, OpenFile, SaveFile };
 enum class DialogIcon : std::uint8_t { None, Exclamation, Critical };
 

@@ -44,11 +44,6 @@ std::string Arguments(const Event& event) {
 
 }  // namespace
 
-std::string MomentText(const LocalDateTime& at) {
-  return fmt::format("{:04}-{:02}-{:02}T{:02}:{:02}:{:02}", at.year, at.month, at.day, at.hour, at.minute,
-                     at.second);
-}
-
 std::string StartRecords(const LocalDateTime& start, bool timersRecorded) {
   return std::string(kJournalFirstLine) + "\n" + Record(0, "start", MomentText(start)) +
          Record(0, "timers", timersRecorded ? "recorded" : "virtual");

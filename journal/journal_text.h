@@ -59,6 +59,5 @@ std::string ProjectComments(const std::string& path, std::string_view bytes);
 std::string SameFileComment(const std::string& path, const std::string& before);
 
 std::string AnswerText(const DialogAnswer& answer);  // `yes`, `text "..."`
-std::string MomentText(const LocalDateTime& at);     // "2026-11-21T09:00:00"
 
 }  // namespace quorvane

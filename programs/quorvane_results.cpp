@@ -4,7 +4,7 @@
 
 #include "files/file_ops.h"
 #include "programs/results_options.h"
-#include "results/contest_file.h"
+#include "results/race_records.h"
 #include "results/results_formats.h"
 
 #ifdef _WIN32

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <array>
-#include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <string_view>
@@ -26,11 +25,8 @@ std::string TwelveHourClock(const LocalDateTime& at, bool seconds) {
 }
 
 double DaySerial(const LocalDateTime& at) {
-  using namespace std::chrono;
-  const sys_days day = year(at.year) / at.month / at.day;
-  const sys_days zero = year(1899) / 12 / 30;
-  const double seconds = at.hour * 3600.0 + at.minute * 60.0 + at.second;
-  return static_cast<double>((day - zero).count()) + seconds / 86400.0;
+  const std::int64_t seconds = SecondsBetween(kDayZero, at);
+  return static_cast<double>(seconds / 86400) + static_cast<double>(seconds % 86400) / 86400.0;
 }
 
 }  // namespace

@@ -90,6 +90,9 @@ std::string FileNameOf(const std::string& path);
 // Creates the results file with its header line when there is none; one that exists is never touched.
 void CreateResultsFile(const std::string& path);
 
+// Where the project file begins to count its days.
+inline constexpr LocalDateTime kDayZero{1899, 12, 30};
+
 // "21-Nov-2026".
 std::string ProjectDate(const LocalDateTime& date);
 // "2:05 PM".

@@ -9,10 +9,16 @@
 
 #include "files/file_ops.h"
 #include "files/output_guard.h"
-#include "records/kept_changes.h"
 #include "records/profile_file.h"
 
 namespace quorvane {
+
+// A value that was written to a project and is not on the disk yet.
+struct KeptChange {
+  std::string section;
+  std::string key;
+  std::string value;
+};
 
 // One project file on disk.
 //

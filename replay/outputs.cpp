@@ -1,13 +1,125 @@
 #include "replay/outputs.h"
 
+#include <fmt/format.h>
+
 #include <array>
 #include <nlohmann/json.hpp>
+#include <tuple>
 
 #include "base/text.h"
 #include "journal/journal_text.h"
 #include "records/profile_file.h"
 
 namespace quorvane {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+// Texts may come from journals and files of any bytes; JSON is UTF-8.
+std::string Text(const std::string& text) {
+  return TextFromBytes(text);
+}
+
+Json RaceJson(Program& program) {
+  const RaceState& race = program.race();
+  const frmJudge& judge = program.judge();
+  return {{"RaceNumber", race.RaceNumber},
+          {"LastRaceRun", race.LastRaceRun},
+          {"HeatsPerRound", race.HeatsPerRound},
+          {"NumberReflys", race.NumberReflys},
+          {"RaceMode", race.RaceMode},
+          {"IsFaiMode", race.IsFaiMode},
+          {"RaceActive", race.RaceActive},
+          {"RaceHolding", race.RaceHolding},
+          {"ManualStart", race.ManualStart},
+          {"RaceDone", race.RaceDone},
+          {"StartInfoPending", race.StartInfoPending},
+          {"ReflyMode", race.ReflyMode},
+          {"RaceLoaded", race.RaceLoaded},
+          {"RaceStartRef", race.RaceStartRef},
+          {"CommActive", race.CommActive},
+          {"LaneColorScheme", race.LaneColorScheme},
+          {"ProjectFile", Text(race.ProjectFile)},
+          {"ProjectBaseName", Text(race.ProjectBaseName)},
+          {"ResultsFile", Text(race.ResultsFile)},
+          {"LaneStartOffset", race.LaneStartOffset},
+          {"Heat", race.Heat()},
+          {"Round", race.Round()},
+          {"EventName", Text(judge.EventName())}};
+}
+
+Json LaneJson(const frmLane& lane) {
+  Json events = Json::array();
+  for (int i = 0; i < lane.EventCount(); ++i) {
+    const LaneEvent& event = lane.Events()[i];
+    events.push_back(Json::array({event.Count, event.Source, Text(event.Kind), Text(event.SourceName),
+                                  event.EventTime, event.FirstReported}));
+  }
+  return {{"TimeBase", lane.TimeBase()},
+          {"LastLapTime", lane.LastLapTime()},
+          {"FinalTime", lane.FinalTime()},
+          {"InNoviceClick", lane.InNoviceClick()},
+          {"EventCount", lane.EventCount()},
+          {"Events", events},
+          {"CutCount", lane.CutCount()},
+          {"Laps", lane.Laps()},
+          {"LapTarget", lane.LapTarget()},
+          {"CutsBeforeFinish", lane.CutsBeforeFinish()},
+          {"NeedsCutDisplay", lane.NeedsCutDisplay()},
+          {"PylonCuts", lane.PylonCuts()},
+          {"MissedPylon", lane.MissedPylon()},
+          {"MissedPylonTimes", lane.MissedPylonTimes()},
+          {"Turns", lane.Turns()},
+          {"TurnTimerEnd", lane.TurnTimerEnd()}};
+}
+
+Json ControlJson(const Control& control) {
+  Json items = Json::array();
+  for (const std::string& item : control.Items()) items.push_back(Text(item));
+  // An option button is on or off; the value of a check box is a number.
+  const Json value =
+      control.Kind() == ControlKind::Option ? Json(control.Value() != 0) : Json(control.Value());
+  const std::tuple<Property, const char*, Json> kProperties[] = {
+      {Property::Caption, "caption", Text(control.Caption())},
+      {Property::Text, "text", Text(control.Text())},
+      {Property::Value, "value", value},
+      {Property::Checked, "checked", control.Checked()},
+      {Property::Enabled, "enabled", control.Enabled()},
+      {Property::Visible, "visible", control.Visible()},
+      {Property::BackColor, "backColor", control.BackColor().Name()},
+      {Property::ForeColor, "foreColor", control.ForeColor().Name()},
+      {Property::Tag, "tag", Text(control.Tag())},
+      {Property::ListIndex, "listIndex", control.ListIndex()},
+      {Property::Items, "items", items}};
+  Json json = Json::object();
+  for (const auto& [property, name, shown] : kProperties) {
+    if (control.Has(property)) json[name] = shown;
+  }
+  return json;
+}
+
+// A line for each member, to be searched by line.
+std::string Lines(const Json& object) {
+  std::vector<std::string> lines;
+  for (const auto& [name, value] : object.items()) {
+    lines.push_back(fmt::format("{}: {}", Json(name).dump(), value.dump()));
+  }
+  return fmt::format("{{\n{}\n}}", fmt::join(lines, ",\n"));
+}
+
+}  // namespace
+
+std::string StateJson(Replay& replay) {
+  Program& program = replay.program();
+  std::vector<std::string> lanes;
+  for (int i = 0; i < 4; ++i) lanes.push_back(Lines(LaneJson(program.lane(i))));
+  Json controls;
+  for (const Form* form : program.door().AllForms().All()) {
+    for (const Control& control : form->Controls()) controls[control.FullName()] = ControlJson(control);
+  }
+  return fmt::format("{{\n\"time\": {},\n\"race\": {},\n\"lanes\": [{}],\n\"controls\": {}\n}}\n",
+                     replay.Now(), Lines(RaceJson(program)), fmt::join(lanes, ", "), Lines(controls));
+}
 
 std::string FrameRecords(const std::vector<Replay::Frame>& frames) {
   std::string records;
@@ -19,11 +131,11 @@ std::string DialogLines(const std::vector<VirtualPlatform::Shown>& shown) {
   static constexpr std::array kKinds = {"ok", "okcancel", "yesno", "yesnocancel", "input", "open", "save"};
   std::string lines;
   for (const auto& [ms, box, answer] : shown) {
-    lines += nlohmann::ordered_json{{"ms", ms},
-                                    {"kind", kKinds[static_cast<std::size_t>(box.kind)]},
-                                    {"title", TextFromBytes(box.title)},
-                                    {"text", TextFromBytes(box.text)},
-                                    {"answer", TextFromBytes(AnswerText(answer))}}
+    lines += Json{{"ms", ms},
+                  {"kind", kKinds[static_cast<std::size_t>(box.kind)]},
+                  {"title", Text(box.title)},
+                  {"text", Text(box.text)},
+                  {"answer", Text(AnswerText(answer))}}
                  .dump() +
              "\n";
   }

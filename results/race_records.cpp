@@ -1,17 +1,19 @@
 #include "results/race_records.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cmath>
 #include <map>
 #include <set>
 #include <utility>
 
 #include "base/text.h"
+#include "files/file_ops.h"
+#include "files/output_guard.h"
 #include "lane/lane_log.h"
 #include "records/lane_colors.h"
 #include "records/profile_file.h"
 #include "records/project.h"
+#include "records/project_store.h"
 
 namespace quorvane {
 namespace {
@@ -31,17 +33,9 @@ int NumberAfter(const std::string& text, std::string_view name) {
 }
 
 LocalDateTime DateOfSerial(double serial) {
-  using namespace std::chrono;
   const double last = kLastDay * 86400.0 - 1;
-  const auto whole = static_cast<std::int64_t>(std::clamp(std::nearbyint(serial * 86400.0), 0.0, last));
-  const year_month_day date(sys_days(year(1899) / 12 / 30) + days(whole / 86400));
-  const hh_mm_ss at(seconds(whole % 86400));
-  return {static_cast<int>(date.year()),
-          static_cast<int>(static_cast<unsigned>(date.month())),
-          static_cast<int>(static_cast<unsigned>(date.day())),
-          static_cast<int>(at.hours().count()),
-          static_cast<int>(at.minutes().count()),
-          static_cast<int>(at.seconds().count())};
+  const double seconds = std::clamp(std::nearbyint(serial * 86400.0), 0.0, last);
+  return AddMilliseconds(kDayZero, static_cast<std::int64_t>(seconds) * 1000);
 }
 
 std::string SectionOf(int race, int refly) {
@@ -141,6 +135,20 @@ void ReadRepeatedReflys(const ProjectSource& project, const std::map<int, int>& 
   }
 }
 
+constexpr std::size_t kLargestProject = std::size_t{256} << 20;
+
+std::error_code Read(FileOps& files, const std::string& path, const std::function<void(ProjectSource)>& use) {
+  std::string bytes;
+  FileStamp stamp;
+  if (const std::error_code error = files.ReadFile(path, kLargestProject, bytes, stamp)) return error;
+  const ProfileFile text(std::move(bytes));
+  const auto read = [&text](const std::string& section, const std::string& key, const std::string& fallback) {
+    return ProfileString(text, section, key, fallback);
+  };
+  use({read, TextFromBytes(path)});
+  return {};
+}
+
 }  // namespace
 
 void SetMode(RaceRecord& record, int mode) {
@@ -149,14 +157,13 @@ void SetMode(RaceRecord& record, int mode) {
 }
 
 void MarkLanes(RaceRecord& record, std::int16_t laneColorScheme) {
-  RaceState colors;
-  colors.LaneColorScheme = laneColorScheme;
   int number = 0;
   for (LaneRecord& lane : record.lanes) {
     lane.lane = ++number;
-    lane.name = Trimmed(LaneColorName(colors, number));
-    lane.low = LaneLowColor(colors, number);
-    lane.high = LaneHighColor(colors, number);
+    const LaneMarking marking = LaneMarkingOf(laneColorScheme, number);
+    lane.name = Trimmed(marking.name);
+    lane.low = marking.low;
+    lane.high = marking.high;
     lane.flies = record.mode < kFirstFaiMode || number <= kFaiLanes;
   }
 }
@@ -212,6 +219,32 @@ ContestRecord ReadContest(const ProjectSource& project) {
   std::stable_sort(contest.races.begin(), contest.races.end(),
                    [](const RaceRecord& a, const RaceRecord& b) { return a.number < b.number; });
   return contest;
+}
+
+std::error_code ReadProject(FileOps& files, const std::string& path, ContestRecord& contest) {
+  return Read(files, path, [&](const ProjectSource& project) { contest = ReadContest(project); });
+}
+
+std::error_code ReadRaces(FileOps& files, const std::string& path, const SettingsStore& settings,
+                          const std::vector<int>& numbers, std::vector<RaceRecord>& races) {
+  return Read(files, path, [&](ProjectSource project) {
+    project.laneColorScheme = LoadLaneColorScheme(settings);
+    for (const int number : numbers) races.push_back(ReadRace(project, number));
+    if (!numbers.empty()) return;
+    races = ReadContest(project).races;
+    std::erase_if(races, [](const RaceRecord& race) { return !race.stands; });
+  });
+}
+
+std::optional<std::string> SaveResults(FileOps& files, const std::string& path, const std::string& project,
+                                       const std::string& bytes) {
+  if (auto reason = WhyNotWrite(path, FileKind::Other, {project})) return reason;
+  std::string target;
+  FileStamp seen;
+  std::error_code error = files.Resolve(path, target);
+  if (!error) error = files.Look(target, seen);
+  if (!error) error = ReplaceFile(files, target, bytes, seen);
+  return error ? std::optional(error.message()) : std::nullopt;
 }
 
 }  // namespace quorvane

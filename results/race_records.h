@@ -2,7 +2,10 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
+#include <system_error>
+#include <vector>
 
 #include "forms/platform.h"
 #include "race/race_state.h"
@@ -10,6 +13,7 @@
 
 namespace quorvane {
 
+class FileOps;
 class LaneLog;
 class Project;
 
@@ -35,6 +39,19 @@ RaceRecord ReadRace(const ProjectSource& project, int race);
 // Every flight in the file. Looks at every race number there is, so that no hole hides a race; read an open
 // project inside a Project::Group, which looks at the disk once.
 ContestRecord ReadContest(const ProjectSource& project);
+
+// Reads all flights of a project file, as it stands on the disk. From any thread.
+std::error_code ReadProject(FileOps& files, const std::string& path, ContestRecord& contest);
+
+// Reads the races with these numbers, run or not, as the flight that stands for each; without numbers each
+// race that has been flown. The lanes are marked by the scheme in the settings.
+std::error_code ReadRaces(FileOps& files, const std::string& path, const SettingsStore& settings,
+                          const std::vector<int>& numbers, std::vector<RaceRecord>& races);
+
+// Replaces `path` by these results in one step. Gives the reason why not: then nothing has changed. The
+// project itself, and what results must not replace (see WhyNotWrite), stays.
+std::optional<std::string> SaveResults(FileOps& files, const std::string& path, const std::string& project,
+                                       const std::string& bytes);
 
 // The parts of a record, for a race that is not only in the file.
 

@@ -3,7 +3,6 @@
 #include <vector>
 
 #include "base/text.h"
-#include "base/time_text.h"
 #include "results/results_formats.h"
 #include "results/results_words.h"
 
@@ -44,7 +43,7 @@ std::vector<std::string> LaneFields(const RaceRecord& race, const LaneRecord& la
                                      std::to_string(race.round),
                                      std::to_string(race.heat),
                                      Typed(race.modeName),
-                                     IsoDate(race.when, ' '),
+                                     MomentText(race.when, ' '),
                                      std::to_string(lane.lane),
                                      Typed(lane.name),
                                      Typed(lane.placing),

@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "base/text.h"
-#include "base/time_text.h"
 #include "records/project.h"
 #include "results/results_formats.h"
 #include "results/results_words.h"

@@ -79,7 +79,7 @@ Json RaceJson(const RaceRecord& race) {
           {"heat", race.heat},
           {"mode", race.mode},
           {"modeName", race.modeName},
-          {"date", IsoDate(race.when, 'T')},
+          {"date", MomentText(race.when)},
           {"comments", CommentsOf(race)},
           {"lanes", lanes}};
 }

@@ -1,4 +1,3 @@
-#include "results/results_table.h"
 
 #include <algorithm>
 #include <limits>
@@ -6,7 +5,6 @@
 
 #include "base/checked.h"
 #include "base/text.h"
-#include "base/time_text.h"
 #include "results/results_formats.h"
 #include "results/results_words.h"
 

@@ -2,7 +2,7 @@
 
 #include <fmt/format.h>
 
-#include "base/time_text.h"
+#include "base/text.h"
 #include "records/project.h"
 
 namespace quorvane {
@@ -37,11 +37,6 @@ std::string RepeatedNote(const RaceRecord& race) {
 
 std::string DateAndTime(const LocalDateTime& when) {
   return ProjectDate(when) + " " + TimeOfDay(when);
-}
-
-std::string IsoDate(const LocalDateTime& when, char separator) {
-  return fmt::format("{:04}-{:02}-{:02}{}{:02}:{:02}:{:02}", when.year, when.month, when.day, separator,
-                     when.hour, when.minute, when.second);
 }
 
 std::string FinalText(const LaneRecord& lane) {

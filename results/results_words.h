@@ -16,11 +16,10 @@ std::string ContestTitle(const ContestRecord& contest);
 std::string RaceTitle(const RaceRecord& race);  // "Race 12 REFLY"
 // Why a flight does not count: "reflown by Refly 2"; empty when it does.
 std::string RepeatedNote(const RaceRecord& race);
-std::string DateAndTime(const LocalDateTime& when);              // "21-Nov-2026 9:00 AM"
-std::string IsoDate(const LocalDateTime& when, char separator);  // "2026-11-21T09:00:00"
-std::string FinalText(const LaneRecord& lane);                   // "1:02.35", empty without a result
-std::string FastestText(const LaneRecord& lane);                 // "5.82", empty without a fastest lap
-std::string CutText(const CutRecord& cut);                       // "P2 34.56"
+std::string DateAndTime(const LocalDateTime& when);  // "21-Nov-2026 9:00 AM"
+std::string FinalText(const LaneRecord& lane);       // "1:02.35", empty without a result
+std::string FastestText(const LaneRecord& lane);     // "5.82", empty without a fastest lap
+std::string CutText(const CutRecord& cut);           // "P2 34.56"
 std::string CutList(const LaneRecord& lane, std::string_view separator);
 // The comments; empty when nobody wrote any.
 std::string CommentsOf(const RaceRecord& race);

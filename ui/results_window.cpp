@@ -16,7 +16,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "results/contest_file.h"
+#include "results/race_records.h"
 #include "results/results_formats.h"
 #include "ui/widgets/look.h"
 

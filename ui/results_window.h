@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "console/program.h"
-#include "results/results_table.h"
+#include "results/results_formats.h"
 #include "ui/program_windows.h"
 
 class QLabel;

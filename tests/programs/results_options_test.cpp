@@ -8,7 +8,7 @@
 #include <tuple>
 
 #include "programs/results_options.h"
-#include "results/contest_file.h"
+#include "results/race_records.h"
 #include "tests/support/scratch_folder.h"
 
 namespace quorvane {

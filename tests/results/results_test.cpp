@@ -8,9 +8,8 @@
 #include <random>
 
 #include "replay/virtual_platform.h"
-#include "results/contest_file.h"
+#include "results/race_records.h"
 #include "results/results_formats.h"
-#include "results/results_table.h"
 #include "tests/support/golden.h"
 
 namespace quorvane {

@@ -2,7 +2,7 @@
 
 #include <cstdio>
 
-#include "results/contest_file.h"
+#include "results/race_records.h"
 #include "ui/printing/printer_choice.h"
 #include "ui/widgets/look.h"
 
