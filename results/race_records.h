@@ -7,13 +7,13 @@
 #include <system_error>
 #include <vector>
 
+#include "files/file_ops.h"
 #include "forms/platform.h"
 #include "race/race_state.h"
 #include "records/race_record.h"
 
 namespace quorvane {
 
-class FileOps;
 class LaneLog;
 class Project;
 
