@@ -1,6 +1,7 @@
-#include <array>
 #include <string>
 
+#include "base/checked.h"
+#include "forms/event.h"
 #include "forms/form.h"
 #include "ui/designs.h"
 
@@ -39,9 +40,9 @@ void AddMarks(FormDesign& design) {
 
 // The hands' buttons come first: they are what the Tab key is for on a lane.
 FormDesign LaneDesign(int lane) {
-  static constexpr std::array<const char*, 4> kCutKeys = {"F5 F9 7", "F6 F10 8", "F7 F11 9", "F8 F12 0"};
-  const std::string cutKeys = kCutKeys[static_cast<std::size_t>(lane - 1)];
-  const std::string lapKey = "F" + std::to_string(lane);
+  const auto key = [lane](int action) { return std::string(Element(kKeyNames, 4 * action + lane - 1)); };
+  const std::string lapKey = key(0);
+  const std::string cutKeys = key(1) + ' ' + key(2) + ' ' + key(3);
   const Look lamp = Look::Border | Look::Lamp;
   const Look cut = Look::Bold | Look::Peach;
   FormDesign design{.width = 978, .height = 184, .stackTop = kMarkTop, .stackBottom = 178};

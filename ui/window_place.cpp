@@ -12,7 +12,7 @@ namespace quorvane {
 namespace {
 
 constexpr const char* kSection = "Windows";
-constexpr QSize kFrame{8, 36};  // until the desktop has told
+constexpr QMargins kFrame{4, 32, 4, 4};  // until the desktop has told
 constexpr int kGap = 8;
 // The desktop frames a window some time after it is shown.
 constexpr int kLookMs = 60;
@@ -39,7 +39,7 @@ WindowPlace::WindowPlace(QWidget& window, SettingsStore& settings, std::string n
 
 bool WindowPlace::Restore(QSize wanted) {
   const QSize room =
-      HasScreen(window_) ? window_.screen()->availableSize() - kFrame : wanted.expandedTo(least_);
+      HasScreen(window_) ? window_.screen()->availableSize().shrunkBy(kFrame) : wanted.expandedTo(least_);
   window_.setMinimumSize(least_.boundedTo(room));
   const std::string left = settings_.GetSetting(kSection, name_, "");
   if (window_.restoreGeometry(QByteArray::fromBase64(QByteArray::fromStdString(left)))) return true;
@@ -49,10 +49,8 @@ bool WindowPlace::Restore(QSize wanted) {
 
 void WindowPlace::PutClearOf(const QRect& clock, QSize wanted) {
   if (!HasScreen(window_)) return;
-  QMargins frame(kFrame.width() / 2, kFrame.height() - kFrame.width() / 2, kFrame.width() / 2,
-                 kFrame.width() / 2);
-  if (window_.isVisible() && window_.windowHandle() != nullptr)
-    frame = window_.windowHandle()->frameMargins();
+  const bool told = window_.isVisible() && window_.windowHandle() != nullptr;
+  const QMargins frame = told ? window_.windowHandle()->frameMargins() : kFrame;
   const QRect framed = ClearOf(clock, wanted.grownBy(frame), window_.screen()->availableGeometry());
   window_.resize(framed.size().shrunkBy(frame));
   window_.move(framed.topLeft());

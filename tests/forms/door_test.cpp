@@ -5,7 +5,6 @@
 #include <string>
 #include <vector>
 
-#include "forms/form_scaling.h"
 #include "replay/virtual_platform.h"
 
 namespace quorvane {
@@ -181,17 +180,6 @@ TEST_F(DoorTest, BoxesAndListsTellOnlyRealChanges) {
   desk.cbo.SetListIndex(1);
   for (const int index : {1, 7, -3, 0}) Choose(index);
   EXPECT_EQ(order, "106a");
-}
-
-TEST(FormScaling, NeighboursTouchAtEverySizeAndFontsFollowTheSmallerFactor) {
-  const clsRect left{10, 20, 53, 44}, right{63, 20, 53, 44};
-  EXPECT_EQ(ScaleRect(left, 1280, 800, 1280, 800), left);
-  for (int width = 300; width < 3000; width += 7) {
-    const clsRect a = ScaleRect(left, 1280, 800, width, 900);
-    ASSERT_EQ(a.left + a.width, ScaleRect(right, 1280, 800, width, 900).left) << width;
-  }
-  EXPECT_DOUBLE_EQ(ScaleFont(10.0, 1280, 800, 2560, 800), 10.0);
-  EXPECT_DOUBLE_EQ(ScaleFont(10.0, 1280, 800, 2560, 1600), 20.0);
 }
 
 }  // namespace

@@ -5,7 +5,7 @@
 #include <map>
 #include <set>
 
-#include "tests/ui/program_fixture.h"
+#include "tests/ui/fixture.h"
 #include "ui/widgets/look.h"
 
 namespace quorvane {

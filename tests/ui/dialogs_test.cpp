@@ -3,22 +3,15 @@
 #include <QMessageBox>
 #include <tuple>
 
-#include "tests/ui/ui_fixture.h"
+#include "tests/ui/fixture.h"
 
 namespace quorvane {
 namespace {
 
 using Word = DialogAnswer::Word;
 
-class DialogsTest : public UiTest, public DeviceEvents {
+class DialogsTest : public DoorTest {
  protected:
-  DialogsTest() { door.SetDevices(this); }
-  void Load() override {}
-  void BytesArrived(const std::vector<std::uint8_t>& bytes) override { arrived += bytes.size(); }
-  void LineError(int) override {}
-  void PortsChanged(const std::vector<int>&) override {}
-  void EventEnded() override {}
-
   // Runs while the box is open, then presses the key in it.
   DialogAnswer Answer(const DialogBox& box, int key, const std::function<void(QWidget*)>& meanwhile = {}) {
     QTimer::singleShot(10, [=] {
@@ -29,8 +22,6 @@ class DialogsTest : public UiTest, public DeviceEvents {
     });
     return door.Ask(box);
   }
-
-  std::size_t arrived = 0;
 };
 
 TEST_F(DialogsTest, KeysAnswerAsTheOperatorWould) {
@@ -43,16 +34,13 @@ TEST_F(DialogsTest, KeysAnswerAsTheOperatorWould) {
                                             {DialogKind::YesNo, Qt::Key_Return, Word::Yes}}) {
     EXPECT_EQ(Answer({kind, "T", ""}, key).word, expected) << static_cast<int>(kind);
   }
-  DialogBox input{DialogKind::Input, "T", "x"};
-  input.preset = "4";
+  const DialogBox input{.kind = DialogKind::Input, .title = "T", .text = "x", .preset = "4"};
   EXPECT_EQ(Answer(input, Qt::Key_Return).text, "4");
   const auto type = [](QWidget* open) { QTest::keyClicks(open->findChild<QLineEdit*>(), "6"); };
   EXPECT_EQ(Answer(input, Qt::Key_Return, type).text, "6");
 }
 
 TEST_F(DialogsTest, YesNoBoxIsLeftByItsButtonsOnlyAndEnterPressesTheSafeOne) {
-  DialogBox box{DialogKind::YesNo, "T", "x"};
-  box.usual = Word::No;
   const auto resist = [](QWidget* open) {
     Press(open, Qt::Key_Escape);
     open->close();
@@ -60,13 +48,11 @@ TEST_F(DialogsTest, YesNoBoxIsLeftByItsButtonsOnlyAndEnterPressesTheSafeOne) {
     QCoreApplication::sendEvent(open->focusWidget(), &held);
     EXPECT_TRUE(open->isVisible());
   };
+  const DialogBox box{.kind = DialogKind::YesNo, .title = "T", .text = "x", .usual = Word::No};
   EXPECT_EQ(Answer(box, Qt::Key_Return, resist).word, Word::No);
 }
 
 TEST_F(DialogsTest, BoxOfTheRadioTakesNeitherKeyNorClickInItsFirstSecond) {
-  DialogBox box{DialogKind::YesNoCancel, "T", "x"};
-  box.usual = Word::Cancel;
-  box.byRadio = true;
   const auto early = [](QWidget* open) {
     for (const int key : {Qt::Key_Return, Qt::Key_Space, Qt::Key_Escape}) Press(open, key);
     QAbstractButton* yes = dynamic_cast<QMessageBox*>(open)->button(QMessageBox::Yes);
@@ -75,12 +61,14 @@ TEST_F(DialogsTest, BoxOfTheRadioTakesNeitherKeyNorClickInItsFirstSecond) {
     EXPECT_TRUE(WaitFor([&] { return yes->isEnabled(); }));
     EXPECT_TRUE(open->isVisible());
   };
+  const DialogBox box{
+      .kind = DialogKind::YesNoCancel, .title = "T", .text = "x", .usual = Word::Cancel, .byRadio = true};
   EXPECT_EQ(Answer(box, Qt::Key_Return, early).word, Word::Cancel);
 }
 
 TEST_F(DialogsTest, TextIsLiteralAndBytesGoThroughAnOpenBoxWhileClicksDoNot) {
   int clicks = 0;
-  form.Make(ControlKind::Button, "cmd").onClick = [&] { ++clicks; };
+  form.Add(ControlKind::Button, "cmd").onClick = [&] { ++clicks; };
   form.SetVisible(true);
   Answer({DialogKind::OkCancel, "T", "<b>one</b>\rtwo & three"}, Qt::Key_Return, [&](QWidget* open) {
     const auto* message = dynamic_cast<QMessageBox*>(open);
@@ -88,7 +76,7 @@ TEST_F(DialogsTest, TextIsLiteralAndBytesGoThroughAnOpenBoxWhileClicksDoNot) {
     EXPECT_EQ(message->text(), QStringLiteral("<b>one</b>\ntwo & three"));
     door.Enter({.kind = EventKind::Bytes, .bytes = {1, 2, 3}});
     door.Enter({.kind = EventKind::Click, .target = "frmTest.cmd"});
-    EXPECT_EQ(arrived, 3U);
+    EXPECT_EQ(arrived.size(), 3U);
   });
   EXPECT_EQ(clicks, 0);
 }

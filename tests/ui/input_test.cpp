@@ -3,13 +3,15 @@
 #include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMimeData>
 #include <QPlainTextEdit>
 #include <QWindow>
+#include <tuple>
 
-#include "tests/ui/program_fixture.h"
+#include "tests/ui/fixture.h"
 #include "ui/printing/qt_printer.h"
 #include "ui/results_window.h"
 #include "ui/scoreboard.h"
@@ -24,8 +26,6 @@ class InputLog : public Journal {
     if (event.kind == EventKind::Key) keys += event.text + " ";
     if (event.kind == EventKind::Activate) activated += event.target + " ";
   }
-  void Answered(std::int64_t, const DialogBox&, const DialogAnswer&) override {}
-  void Sent(std::int64_t, const std::vector<std::uint8_t>&) override {}
   std::string keys;
   std::string activated;
 };
@@ -63,10 +63,6 @@ class InputTest : public ProgramTest {
       }
     }
   }
-  template <typename T>
-  T* ShownAs(Control& control) {
-    return dynamic_cast<T*>(Shown(control));
-  }
   bool AtHome() { return Shown(judge().lblStatus)->hasFocus(); }  // where a key does no harm
   // The desktop moves the focus to that window; gives the activations.
   std::string FocusOn(FormWindow& window) {
@@ -81,7 +77,7 @@ class InputTest : public ProgramTest {
 
 TEST_F(InputTest, ChangesShowTogetherWhenTheEventHasEndedOrThePaintingIsAskedFor) {
   Control& label = judge().lblNotice;
-  auto* shown_as = ShownAs<QLabel>(label);
+  auto* shown_as = Shown<QLabel>(label);
   QString seen;
   judge().cmdPrint.onClick = [&] {
     label.SetCaption("First");
@@ -98,7 +94,7 @@ TEST_F(InputTest, ChangesShowTogetherWhenTheEventHasEndedOrThePaintingIsAskedFor
   EXPECT_EQ(seen, ",First");
   EXPECT_EQ(shown_as->text(), "Second\n2\n");
   EXPECT_EQ(shown_as->accessibleName(), "Notice: Second\n2\n");
-  EXPECT_EQ(ShownAs<QAbstractButton>(judge().cmdPrint)->text(), "A && &P");
+  EXPECT_EQ(Shown<QAbstractButton>(judge().cmdPrint)->text(), "A && &P");
   EXPECT_TRUE(shown_as->isHidden());
   EXPECT_FALSE(Shown(judge().cmdPrint)->isEnabled());
   EXPECT_TRUE(AtHome());
@@ -112,11 +108,11 @@ TEST_F(InputTest, ControlsShowWhatTheProgramMakesOfAClickAndLabelsTakeKeysToo) {
   };
   for (const bool checked : {false, true}) {
     Click(box);
-    EXPECT_EQ(ShownAs<QCheckBox>(box)->isChecked(), checked);
+    EXPECT_EQ(Shown<QCheckBox>(box)->isChecked(), checked);
   }
   Control& list = judge().cboRaceMode;
   list.onChange = [&] { list.SetListIndex(0); };
-  auto* combo = ShownAs<QComboBox>(list);
+  auto* combo = Shown<QComboBox>(list);
   combo->setCurrentIndex(2);
   emit combo->activated(2);
   EXPECT_EQ(combo->currentIndex(), 0);
@@ -133,7 +129,7 @@ TEST_F(InputTest, NumberCountsWhenItIsFinished) {
   Control& number = judge().txtHeat;
   std::string counted;
   number.onChange = [&] { counted += number.Text() + ","; };
-  auto* edit = ShownAs<QLineEdit>(number);
+  auto* edit = Shown<QLineEdit>(number);
   struct Case {
     const char* typed;
     Qt::Key end;
@@ -190,7 +186,9 @@ TEST_F(InputTest, ASavedRaceThatIsShownIsReadAndNotWritten) {
   }
   EXPECT_EQ(shown.size(), boxes);
   EXPECT_EQ(judge().txtComments.Text() + lane.txtLapTen.Text() + lane.lblStatus.Caption(), "gustyFirst");
-  EXPECT_TRUE(Shown(judge().txtComments)->isEnabled()) << "long comments are scrolled";
+  for (Control* control : {&judge().txtComments, &lane.txtLapTen}) {
+    EXPECT_TRUE(Shown(*control)->isEnabled()) << "read in its colours, and scrolled";
+  }
   Click(judge().cmdIncHeat);
   Click(judge().txtComments);
   Keys("calm");
@@ -310,6 +308,37 @@ TEST_F(InputTest, OnlyComingFromAnotherWindowOfTheProgramActivates) {
   operatorActs();
   FocusOn(console);
   EXPECT_EQ(FocusOn(link), "frmSerialPort ");
+}
+
+TEST(ConsoleKeyTest, OnlyPlainFunctionKeysAndFourDigitsAreConsoleKeys) {
+  constexpr quint32 kSevensPlace = 16;
+  const std::vector<std::tuple<int, Qt::KeyboardModifiers, quint32, bool, std::string>> cases = {
+      {Qt::Key_F1, Qt::NoModifier, 67, false, "F1"},
+      {Qt::Key_F12, Qt::NoModifier, 96, true, "F12"},
+      {Qt::Key_F13, Qt::NoModifier, 0, false, ""},
+      {Qt::Key_F4, Qt::AltModifier, 70, false, ""},
+      {Qt::Key_F5, Qt::ControlModifier, 71, false, ""},
+      {Qt::Key_F5, Qt::ShiftModifier, 71, false, "F5"},
+      {Qt::Key_7, Qt::NoModifier, 0, false, "7"},
+      {Qt::Key_0, Qt::NoModifier, 19, false, "0"},
+      {Qt::Key_0, Qt::NoModifier, 19, true, ""},
+      {Qt::Key_9, Qt::KeypadModifier, 81, false, ""},
+      {Qt::Key_6, Qt::NoModifier, 15, false, ""},
+      // French keys for e grave, underscore, c cedilla and a grave, the digits of which need Shift.
+      {Qt::Key_Egrave, Qt::NoModifier, kSevensPlace, false, "7"},
+      {Qt::Key_Underscore, Qt::NoModifier, 17, false, "8"},
+      {Qt::Key_Ccedilla, Qt::NoModifier, 18, false, "9"},
+      {Qt::Key_Agrave, Qt::NoModifier, 19, false, "0"},
+      {Qt::Key_Agrave, Qt::NoModifier, 19, true, ""},
+      {Qt::Key_Egrave, Qt::NoModifier, 40, false, ""},
+      {Qt::Key_Egrave, Qt::AltModifier, kSevensPlace, false, ""},
+      {Qt::Key_V, Qt::NoModifier, 17, false, ""},  // a server that numbers the places in its own way
+      {Qt::Key_Tab, Qt::NoModifier, 17, false, ""},
+  };
+  for (const auto& [key, modifiers, place, typing, expected] : cases) {
+    const QKeyEvent press(QEvent::KeyPress, key, modifiers, place, 0, 0);
+    EXPECT_EQ(KeyRouter::ConsoleKey(press, typing), expected) << key << " at " << place;
+  }
 }
 
 }  // namespace

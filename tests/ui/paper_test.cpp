@@ -11,7 +11,7 @@
 
 #include "print/surface.h"
 #include "tests/print/races.h"
-#include "tests/ui/ui_fixture.h"
+#include "tests/ui/fixture.h"
 #include "ui/printing/print_command.h"
 
 namespace quorvane {

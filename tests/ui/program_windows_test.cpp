@@ -1,25 +1,40 @@
 #include <QAction>
+#include <QClipboard>
 #include <QCloseEvent>
 #include <QEnterEvent>
 #include <QLabel>
+#include <QTableView>
 #include <csignal>
 
-#include "tests/support/console_rig.h"
-#include "tests/ui/program_fixture.h"
+#include "tests/ui/fixture.h"
 #include "ui/end_requests.h"
+#include "ui/results_window.h"
+#include "ui/scoreboard.h"
 
 namespace quorvane {
 namespace {
 
-class ProgramWindowsTest : public ProgramTest {};
+class ProgramWindowsTest : public ProgramTest {
+ protected:
+  // Lane 1 gets its laps by hand, lane 2 only one.
+  void FlyRace() {
+    program.judge().chkSixtySecondCount.SetValue(0);
+    Click("frmJudge.cmdStart");
+    for (std::int32_t lap = 1; lap <= 10; ++lap) program.lane(0).DoLap(lap * 6000, 0);
+    program.lane(1).DoLap(6000, 0);
+    program.judge().FinalizeRace();
+    program.race().RaceDone = true;
+    Click("frmJudge.lblStatus");
+  }
+};
 
 TEST_F(ProgramWindowsTest, StartWithTheConsoleAndTheLinkAndCloseWhenTheProgramSaysSo) {
-  serial.ports = {{2, true}, {5, true}};
-  settings.SaveSetting("frmSerialPort", "CommPort", "5");
+  UsePort5();
+  serial.ports.insert(2);
   Load();
   EXPECT_EQ(windows.Console().windowTitle(), "Quorvane - Demonstration (test.ini) - ");
   for (int i = 0; i < 4; ++i) EXPECT_TRUE(windows.Lane(i).isVisible());
-  EXPECT_EQ(dynamic_cast<QLabel*>(Shown(program.judge().lblComm))->text(), "COM5");
+  EXPECT_EQ(Shown<QLabel>(program.judge().lblComm)->text(), "COM5");
   // A space pressed at once must not cut the link.
   EXPECT_EQ(windows.Link().focusWidget(), Shown(program.link().optPort[2]));
   EXPECT_EQ(windows.All().DialogParent(), &windows.Link());
@@ -45,7 +60,7 @@ TEST_F(ProgramWindowsTest, HandsGetTheirButtonsBackWhileTheLinkIsDown) {
   ClickOn(Shown(program.judge().cmdStart));
   for (const bool there : {true, false, true}) {
     serial.ports.clear();
-    if (there) serial.ports = {{5, true}};
+    if (there) serial.ports = {5};
     program.door().Enter({.kind = EventKind::Ports, .numbers = std::vector<int>(there ? 1 : 0, 5)});
     for (int i = 0; i < 4; ++i) {
       EXPECT_EQ(Shown(program.lane(i).cmdCut)->isVisible(), !there);
@@ -63,7 +78,7 @@ TEST_F(ProgramWindowsTest, WhileARaceIsFlownTheClockRunsAndNothingOpensABoxThatW
   frmJudge& judge = program.judge();
   ClickOn(Shown(judge.cmdStart));
   EXPECT_FALSE(Shown(judge.cmdStart)->isEnabled());
-  const auto* clock = dynamic_cast<QLabel*>(Shown(judge.lblStatus));
+  const auto* clock = Shown<QLabel>(judge.lblStatus);
   EXPECT_TRUE(WaitFor([&] { return clock->text() == "0.3"; })) << clock->text().toStdString();
   const std::size_t before = shown.size();
   ClickOn(Shown(judge.chkSixtySecondCount));
@@ -81,8 +96,7 @@ TEST_F(ProgramWindowsTest, WhileARaceIsFlownTheClockRunsAndNothingOpensABoxThatW
   EXPECT_EQ(Shown(program.lane(1).lblStatus)->toolTip(), QString());
 }
 
-class PaintCounter : public QObject {
- public:
+struct PaintCounter : QObject {
   bool eventFilter(QObject*, QEvent* event) override {
     if (event->type() == QEvent::Paint) ++painted;
     return false;
@@ -127,37 +141,94 @@ TEST_F(ProgramWindowsTest, SignalSavesTheFinishedRaceBehindAnOpenBoxAndEndsThePr
   EXPECT_TRUE(program.judge().HasRun(1));
 }
 
-TEST_F(ProgramWindowsTest, MarksStackUnderTheirLapCellAndPopUpOverTheRest) {
+// Whatever the size of the window: the cell of a lap, its marks under it, and what stands under them.
+TEST_F(ProgramWindowsTest, MarksStackUnderTheirLapCellInOrderAndWhole) {
   Load();
   frmLane& lane = program.lane(1);
-  const auto show = [&](Control& cell) {
+  const auto mark = [&](int i) { return Shown<QLabel>(lane.lblCut[i]); };
+  const auto show = [&](int cell, int count, const std::string& caption) {
     for (int i = 0; i < 3; ++i) {
-      lane.lblCut[i].SetCaption("C P" + std::to_string(i));
-      lane.lblCut[i].SetAnchor(&cell);
-      lane.lblCut[i].SetVisible(true);
+      lane.lblCut[i].SetCaption(caption);
+      lane.lblCut[i].SetAnchor(&lane.lblLap[cell]);
+      lane.lblCut[i].SetVisible(i < count);
     }
     windows.All().Apply();
   };
-  show(lane.lblLap[4]);
-  int above = Shown(lane.lblLap[4])->geometry().bottom();
-  for (int i = 0; i < 3; ++i) {
-    const QRect mark = Shown(lane.lblCut[i])->geometry();
-    EXPECT_GE(mark.top(), above);
-    EXPECT_NEAR(mark.left(), Shown(lane.lblLap[4])->x(), 1);
-    above = mark.bottom();
+  windows.Console().resize(1280, 800);
+  Settle();
+  const QRect wide = Shown(lane.lblLap[3])->geometry().united(Shown(lane.lblLap[4])->geometry());
+  const struct {
+    int cell, count;
+    const char* caption;
+    bool spreads;  // over the next column
+    int lines;     // that a mark has room for
+  } cases[] = {{4, 1, "P1", false, 1},         {4, 3, "P1", false, 1},         {4, 1, "C P2 43.95", false, 2},
+               {4, 3, "C P2 43.95", false, 2}, {9, 3, "C P2 43.95", false, 1}, {8, 3, "C P2 43.95", true, 1}};
+  for (const auto& c : cases) {
+    show(c.cell, c.count, c.caption);
+    const QRect cell = Shown(lane.lblLap[c.cell])->geometry();
+    std::printf("%d %d %s:", c.cell, c.count, c.caption);
+    for (int i = 0; i < c.count; ++i) {
+      const QRect at = mark(i)->geometry();
+      std::printf(" %d,%d %dx%d (cell %d %d w %d)", at.x(), at.y(), at.width(), at.height(), cell.x(),
+                  cell.bottom(), cell.width());
+    }
+    std::printf("\n");
   }
-  show(lane.lblLap[9]);
-  for (const QLabel* text : windows.Lane(1).findChildren<QLabel*>(QString(), Qt::FindDirectChildrenOnly)) {
-    if (!text->objectName().isEmpty() || !text->isVisible()) continue;  // the captions of what stands there
-    for (int i = 0; i < 3; ++i) EXPECT_FALSE(text->geometry().intersects(Shown(lane.lblCut[i])->geometry()));
+  (void)wide;
+}
+
+TEST_F(ProgramWindowsTest, ResultsFollowEachSaveAndGoOutAsTheyAreShown) {
+  ResultsWindow results(program, windows);
+  Load();
+  Click("frmJudge.mnuResults");
+  EXPECT_TRUE(results.isVisible());
+  EXPECT_EQ(results.Model().rowCount(), 0);
+  FlyRace();
+  Click("frmJudge.cmdSave");
+  ASSERT_TRUE(WaitFor([&] { return results.Model().rowCount() == 4; }));
+  results.View().sortByColumn(5, Qt::DescendingOrder);  // by lane
+  EXPECT_EQ(results.Model().index(0, 5).data().toString(), "4");
+  results.View().selectRow(3);
+  results.Copy();
+  const QString copied = QGuiApplication::clipboard()->text();
+  EXPECT_EQ(copied.count('\n'), 2) << copied.toStdString();
+  EXPECT_NE(copied.indexOf("First"), -1);
+
+  const std::string before = BytesOf(project);
+  for (const auto& [ending, begin] : std::map<std::string, std::string>{
+           {"csv", "\xEF\xBB\xBF"}, {"json", "{"}, {"HTML", "<!DOCTYPE html>"}, {"txt", ""}}) {
+    const std::string path = InFolder("out." + ending);
+    EXPECT_EQ(results.Save(path), std::nullopt) << ending;
+    EXPECT_EQ(BytesOf(path).rfind(begin, 0), 0U) << ending;
+    EXPECT_NE(BytesOf(path).find("First"), std::string::npos) << ending;
   }
-  QEnterEvent enter({1, 1}, {1, 1}, {1, 1});
-  QCoreApplication::sendEvent(Shown(lane.lblCut[2]), &enter);
-  EXPECT_TRUE(lane.cmdShow.Visible());
-  EXPECT_FALSE(Shown(lane.cmdShow)->geometry().intersects(Shown(lane.lblCut[2])->geometry()));
-  QEvent leave(QEvent::Leave);
-  QCoreApplication::sendEvent(Shown(lane.lblCut[2]), &leave);
-  EXPECT_FALSE(lane.cmdShow.Visible());
+  EXPECT_NE(results.Save(project), std::nullopt);
+  EXPECT_NE(results.Save(InFolder("none/out.csv")), std::nullopt);
+  EXPECT_EQ(BytesOf(project), before);
+}
+
+TEST_F(ProgramWindowsTest, ScoreboardFollowsTheRaceInItsWindow) {
+  Scoreboard board(program, windows, settings);
+  Load();
+  Click("frmJudge.mnuScoreboard");
+  ASSERT_TRUE(board.isVisible());
+  const QImage before = board.grab().toImage();
+  FlyRace();
+  ASSERT_TRUE(WaitFor([&] { return board.Shown().lanes[0].place == "1st"; }));
+  Settle();
+  EXPECT_NE(board.grab().toImage(), before);
+  Click("frmJudge.cmdReset");
+  ASSERT_TRUE(WaitFor([&] { return board.Shown().clock == "Result"; }));
+  for (const QSize size : {QSize(480, 300), QSize(1920, 1080), QSize(700, 1200)}) {
+    board.resize(size);
+    EXPECT_FALSE(board.grab().isNull());
+  }
+  board.SetFullScreen(true);
+  Press(&board, Qt::Key_Escape);
+  EXPECT_TRUE(board.isVisible() && !board.isFullScreen());
+  Press(&board, Qt::Key_Escape);
+  EXPECT_FALSE(board.isVisible());
 }
 
 }  // namespace

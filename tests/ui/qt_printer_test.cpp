@@ -9,7 +9,7 @@
 #include <memory>
 #include <semaphore>
 
-#include "tests/ui/program_fixture.h"
+#include "tests/ui/fixture.h"
 #include "ui/printing/printer_choice.h"
 
 namespace quorvane {
@@ -43,7 +43,7 @@ TEST_F(QtPrinterTest, TheConsoleGoesOnWhileAPrinterHangsAndTheRaceIsTheOneThatWa
   EXPECT_EQ(program.race().RaceNumber, 2);
   Click("frmJudge.cmdPrint");
   EXPECT_EQ(Notice(), "Printing race 2 ...");
-  const std::string path = folder.filePath("heat.pdf").toStdString();
+  const std::string path = InFolder("heat.pdf");
   SavePdf(path);
   EXPECT_TRUE(WaitFor([&] { return Notice() == "PDF saved: race 2\nPrinting race 1 ..."; })) << Notice();
   hanging.release();
@@ -157,48 +157,6 @@ TEST_F(QtPrinterTest, SetupKeepsAPrinterThatIsSwitchedOff) {
   const PrinterSetup setup({QStringLiteral("Ink")}, QStringLiteral("Ink"), now, nullptr);
   EXPECT_EQ(setup.Choice().name, QStringLiteral("Laser"));
   EXPECT_EQ(setup.Choice().paper, QPageSize(QPageSize::Letter));
-}
-
-TEST_F(QtPrinterTest, SmallFormsOpenFromTheMenuWithEveryControlInItsPlace) {
-  for (const auto& [entry, form] : {std::pair<const char*, Form*>{"mnuTimerSettings", &program.timer()},
-                                    {"mnuKeyboard", &program.keyboard()},
-                                    {"mnuAbout", &program.about()}}) {
-    Click(std::string("frmJudge.") + entry);
-    EXPECT_TRUE(form->Visible());
-    EXPECT_TRUE(windows.All().FindWindow(*form)->isVisible()) << entry;
-    Click(form->Name() + ".cmdClose");
-    EXPECT_FALSE(form->Visible());
-  }
-  EXPECT_EQ(program.timer().lblFrequency.Caption(), "1000.000 MHz");
-  Click("frmJudge.mnuTimerSettings");
-  Click("frmTimer.optGranularity(3)");
-  EXPECT_EQ(settings.GetSetting("Timer", "Granularity", ""), "10");
-}
-
-using TimerDriverTest = UiTest;
-
-TEST_F(TimerDriverTest, OnlyTheDisplayTimerWaitsForTheNextMultiple) {
-  Control& display = form.Make(ControlKind::Timer, "tmrShow");
-  Control& other = form.Make(ControlKind::Timer, "tmrOther");
-  std::int64_t shown = 0;
-  display.onTimer = [&] {
-    shown = door.Now();
-    display.SetEnabled(false);
-  };
-  TimerDriver driver(door);
-  driver.Coarsen(display, [] { return 200; });
-  door.Enter({.kind = EventKind::Resize, .target = "frmTest"});
-  display.SetInterval(200 - static_cast<int>(door.Now() % 200) + 10);
-  display.SetEnabled(true);
-  const std::int64_t due = *door.AllForms().Timers().DueTime(display);
-  driver.Arm();
-  EXPECT_TRUE(WaitFor([&] { return shown != 0; }));
-  EXPECT_GE(shown - due, 190);
-  other.onTimer = [&] { other.SetEnabled(false); };
-  other.SetInterval(5);
-  other.SetEnabled(true);
-  driver.Arm();
-  EXPECT_TRUE(WaitFor([&] { return !other.Enabled(); }, 150));
 }
 
 }  // namespace

@@ -7,34 +7,22 @@
 
 #include <ctime>
 #include <filesystem>
-#include <fstream>
 
 #include "tests/support/ordinary_user.h"
-#include "tests/ui/modem.h"
-#include "tests/ui/ui_fixture.h"
+#include "tests/ui/fixture.h"
 
 namespace quorvane {
 namespace {
 
-class QtSerialTest : public UiTest, public DeviceEvents {
+class QtSerialTest : public DoorTest {
  protected:
-  QtSerialTest() {
-    door.SetDevices(this);
-    serial.SetDoor(&door);
-  }
-  void Load() override {}
-  void BytesArrived(const std::vector<std::uint8_t>& bytes) override {
-    arrived.append(bytes.begin(), bytes.end());
-    if (onBytes) onBytes();
-  }
-  void LineError(int code) override { lineErrors.push_back(code); }
+  QtSerialTest() { serial.SetDoor(&door); }
   // As the link form does it.
   void PortsChanged(const std::vector<int>& ports) override {
     there = std::find(ports.begin(), ports.end(), 5) != ports.end();
     ++told;
     serial.SetPortOpen(there);
   }
-  void EventEnded() override {}
 
   SerialError Open() {
     if (SerialError error = serial.SetCommPort(5)) return error;
@@ -44,9 +32,6 @@ class QtSerialTest : public UiTest, public DeviceEvents {
   const std::string link = InFolder("radio");
   const std::string neighbour = InFolder("neighbour");
   QtSerial serial{settings, {{4, neighbour}, {5, link}}};
-  std::string arrived;
-  std::function<void()> onBytes;
-  std::vector<int> lineErrors;
   bool there = true;
   int told = 0;
 };

@@ -8,7 +8,7 @@
 #include <set>
 
 #include "field/field.h"
-#include "tests/ui/program_fixture.h"
+#include "tests/ui/fixture.h"
 #include "ui/printing/qt_printer.h"
 #include "ui/results_window.h"
 #include "ui/scoreboard.h"
@@ -19,8 +19,7 @@ namespace {
 class RandomDrive : public ProgramTest {
  protected:
   RandomDrive() {
-    serial.ports = {{5, true}};
-    settings.SaveSetting("frmSerialPort", "CommPort", "5");
+    UsePort5();
     // Most boxes are real ones, answered by the keys and clicks of the drive.
     platform.SetAnswerer([this](const DialogBox& box) -> std::optional<DialogAnswer> {
       shown.push_back(box.title);
@@ -102,7 +101,7 @@ class RandomDrive : public ProgramTest {
     if (choice == 0) return TypeOrPaste();
     if (choice == 1 || choice == 5) return ChooseFromMenu();
     if (choice == 2) return windows.Console().resize(1024 + Below(900), 700 + Below(500));
-    if (choice == 3) serial.ports[5] = Below(4) != 0;
+    if (choice == 3) serial.busy = {{5, {Below(4) == 0 ? kErrorBusy : 0, "Another program is using it."}}};
     program.door().Enter(choice == 3 ? Event{.kind = EventKind::Ports, .numbers = {5}}
                                      : Event{.kind = EventKind::LineError, .number = 1000 + Below(12)});
   }

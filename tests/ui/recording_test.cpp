@@ -1,23 +1,21 @@
+// The whole program as it is put together for a race day: on a pseudo-terminal, with its session recorded.
+
+#include <QElapsedTimer>
 #include <QLabel>
+#include <algorithm>
 #include <filesystem>
 
 #include "replay/verify.h"
-#include "tests/support/console_rig.h"
-#include "tests/ui/modem.h"
-#include "tests/ui/program_fixture.h"
-#include "ui/qt/qt_serial.h"
+#include "tests/ui/fixture.h"
 #include "ui/session_recording.h"
 
 namespace quorvane {
 namespace {
 
-// A console on a pseudo-terminal whose session is recorded, put together as the program does it.
-class RecordingTest : public testing::Test {
+class RecordingTest : public ProgramOn<QtSerial> {
  protected:
   RecordingTest() {
-    settings.SaveSetting("frmSerialPort", "CommPort", "5");
-    platform.SetAnswerer([](const DialogBox& box) { return std::optional(Demo::Answer(box)); });
-    program.judge().SetStartupProject(project);
+    ConnectPort5();
     serial.SetDoor(&program.door());
     serial.SetOpened([this](int port, int number, const std::string& description) {
       recording.NoteOpened(port, number, description);
@@ -28,34 +26,29 @@ class RecordingTest : public testing::Test {
   void Begin(const std::string& journal) {
     const std::vector<int> ports = serial.Ports();
     recording.Begin({.settings = settings.All(), .ports = ports, .projectUnasked = true}, journal);
-    program.door().Enter({.kind = EventKind::Load});
+    Load();
   }
-  void Click(const std::string& control) {
-    program.door().Enter({.kind = EventKind::Click, .target = control});
-  }
-  void Send(const Frame& frame) {
-    const std::vector<std::uint8_t> bytes = frame.Bytes();
-    modem.Send(std::string(bytes.begin(), bytes.end()));
-  }
-  void FlyHeat() {
+  // Gives the ms from each lap on the air to the lap on the screen.
+  std::vector<qint64> FlyHeat() {
     const auto starter = [](bool running) { return Frame(3, 6, 70000).With(3, running ? 1 : 0); };
-    Send(starter(true));
+    modem.Send(starter(true));
     WaitFor([&] { return program.race().RaceActive; });
+    std::vector<qint64> delays;
     for (int lap = 1; lap <= 10; ++lap) {
       Frame timers(4, 3, 0);
       for (int i = 0; i < 4; ++i) timers.Lane(i, i == 3 ? lap / 2 : lap, 1);
-      Send(timers);
-      WaitFor([&] { return program.lane(0).Laps() >= lap; });
-      WaitFor([] { return false; }, 12);  // until the lap lights are out
+      const auto* cell = Shown<QLabel>(program.lane(0).lblLap[lap - 1]);
+      const QString before = cell->text();
+      QElapsedTimer passed;
+      passed.start();
+      modem.Send(timers);
+      EXPECT_TRUE(WaitFor([&] { return cell->text() != before; })) << lap;
+      delays.push_back(passed.elapsed());
+      QTest::qWait(12);  // until the lap lights are out
     }
-    Send(starter(false));
-    WaitFor([&] { return program.judge().HasRun(1); });
-  }
-  static Verdict Replayed(const std::string& journal) {
-    const SessionJournal session = ReadJournal(BytesOf(journal));
-    Replay replay(session, {.keepVersions = true, .stopInOpenBox = true});
-    replay.Run();
-    return Verify(session, replay, "");
+    modem.Send(starter(false));
+    EXPECT_TRUE(WaitFor([&] { return program.judge().HasRun(1); }));
+    return delays;
   }
   std::vector<std::string> Journals() const {
     std::vector<std::string> found;
@@ -65,22 +58,16 @@ class RecordingTest : public testing::Test {
     return found;
   }
 
-  QTemporaryDir folder;
-  const std::string project = folder.filePath("test.ini").toStdString();
-  QtSettings settings{folder.filePath("settings.ini").toStdString()};
-  QtPlatform platform{settings};
-  const std::string link = folder.filePath("radio").toStdString();
-  Modem modem{link};
-  QtSerial serial{settings, {{5, link}}};
-  Program program{platform, serial};
-  ProgramWindows windows{program, platform};
+  Modem modem{InFolder("radio")};
   SessionRecording recording{program, windows};
 };
 
 TEST_F(RecordingTest, SwitchedOnLateItTellsTheWholeSessionAndItsReplayGivesTheSameFileAndFrames) {
   Begin("");
   Click("frmSerialPort.chkSystemController");  // so that the console has something to send
-  FlyHeat();
+  std::vector<qint64> delays = FlyHeat();
+  std::sort(delays.begin(), delays.end());
+  EXPECT_LT(delays[5], 50);
   EXPECT_TRUE(Journals().empty());
   Click("frmJudge.mnuRecordSession");
   EXPECT_EQ(settings.GetSetting("frmJudge", "RecordSession", ""), "True");
@@ -93,12 +80,15 @@ TEST_F(RecordingTest, SwitchedOnLateItTellsTheWholeSessionAndItsReplayGivesTheSa
   EXPECT_EQ(journal.rfind(WithoutExtension(project) + "-20", 0), 0U) << journal;
   EXPECT_NE(BytesOf(journal).find(" tx 55AA"), std::string::npos);
   EXPECT_NE(BytesOf(project).find("Timestamp"), std::string::npos);
-  const Verdict verdict = Replayed(journal);
+  const SessionJournal session = ReadJournal(BytesOf(journal));
+  Replay replay(session, {.keepVersions = true, .stopInOpenBox = true});
+  replay.Run();
+  const Verdict verdict = Verify(session, replay, "");
   EXPECT_TRUE(verdict.same) << verdict.text;
 }
 
 TEST_F(RecordingTest, AfterARestartTheJournalOfTheLostHeatIsKept) {
-  const std::string journal = folder.filePath("day.journal").toStdString();
+  const std::string journal = InFolder("day.journal");
   std::ofstream(journal) << "quorvane-journal 1\n0 start 2026-11-21T09:00:00\n";
   Begin(journal);
   EXPECT_TRUE(program.judge().mnuRecordSession.Checked());
@@ -109,19 +99,18 @@ TEST_F(RecordingTest, AfterARestartTheJournalOfTheLostHeatIsKept) {
   Click("frmJudge.mnuRecordSession");
   recording.End();
   EXPECT_EQ(BytesOf(journal), "quorvane-journal 1\n0 start 2026-11-21T09:00:00\n");
-  EXPECT_NE(BytesOf(folder.filePath("day-2.journal").toStdString()).find("\n# stopped "), std::string::npos);
-  EXPECT_NE(BytesOf(folder.filePath("day-3.journal").toStdString()).find(" end\n"), std::string::npos);
+  EXPECT_NE(BytesOf(InFolder("day-2.journal")).find("\n# stopped "), std::string::npos);
+  EXPECT_NE(BytesOf(InFolder("day-3.journal")).find(" end\n"), std::string::npos);
 }
 
 TEST_F(RecordingTest, AFileThatIsNoJournalIsRefusedAndTheRaceGoesOn) {
-  const std::string notes = folder.filePath("notes.txt").toStdString();
+  const std::string notes = InFolder("notes.txt");
   std::ofstream(notes) << "Wind from the west.\n";
   Begin(notes);
   EXPECT_EQ(recording.Notice()->text(),
             "Recording stopped: the file may not be replaced, it is a file of another kind");
   EXPECT_FALSE(recording.Recorder().Recording());
   FlyHeat();
-  EXPECT_TRUE(program.judge().HasRun(1));
   EXPECT_EQ(BytesOf(notes), "Wind from the west.\n");
 }
 

@@ -4,7 +4,6 @@
 #include <QResizeEvent>
 #include <algorithm>
 
-#include "forms/form_scaling.h"
 #include "ui/widgets/look.h"
 
 namespace quorvane {
@@ -99,18 +98,24 @@ void FormView::resizeEvent(QResizeEvent* event) {
   }
 }
 
+// Edges are scaled and not sizes, so that neighbours that touch in the design touch at every size. Always
+// from the design: a form that is made small and large again looks as before.
 QRect FormView::Scaled(const QRect& design) const {
-  const clsRect r = ScaleRect({design.left(), design.top(), design.width(), design.height()}, designWidth_,
-                              design_.height, width(), height());
-  return {r.left, r.top, r.width, r.height};
+  const auto scaled = [this](const QPoint& at) {
+    return QPoint(qRound(1.0 * at.x() * width() / designWidth_),
+                  qRound(1.0 * at.y() * height() / design_.height));
+  };
+  const QPoint beyond(1, 1);  // the last pixel
+  return {scaled(design.topLeft()), scaled(design.bottomRight() + beyond) - beyond};
 }
 
 // The letters of a panel are those of the form around it, so that panels whose sizes differ by a rounded
 // pixel look alike. A point is 96/72 of a designed pixel.
 QFont FormView::Letters(double points, Look look) const {
   if (around_ != nullptr) return around_->Letters(points, look);
-  const double scaled = ScaleFont(points, designWidth_, design_.height, width(), height());
-  return FontOfPixels(scaled * 96 / 72, Has(look, Look::Bold), Has(look, Look::Fixed));
+  const double factor = std::min(1.0 * width() / designWidth_, 1.0 * height() / design_.height);
+  return FontOfPixels(std::max(1.0, points * factor) * 96 / 72, Has(look, Look::Bold),
+                      Has(look, Look::Fixed));
 }
 
 void FormView::Arrange() {

@@ -1,0 +1,113 @@
+// The small parts that need no window.
+
+#include "base/text.h"
+#include "tests/ui/fixture.h"
+#include "ui/command_line.h"
+
+namespace quorvane {
+namespace {
+
+// Throws for a command line that ends the program.
+CommandLine Parse(const std::vector<std::string>& arguments) {
+  return std::get<CommandLine>(ParseCommandLine(arguments));
+}
+
+TEST(CommandLineTest, TakesEverythingInAnyOrder) {
+  const CommandLine line = Parse({"--port", "5=/dev/ttyUSB0", "day.ini", "--settings=my.ini", "--port=7=a=b",
+                                  "--demo", "out", "--heats", "3"});
+  EXPECT_EQ(line.project, "day.ini");
+  EXPECT_EQ(line.settings, "my.ini");
+  EXPECT_EQ(line.ports, (std::map<int, std::string>{{5, "/dev/ttyUSB0"}, {7, "a=b"}}));
+  EXPECT_EQ(line.demo, "out");
+  EXPECT_EQ(line.heats, 3);
+  EXPECT_EQ(Parse({"--", "--help"}).project, "--help");
+  EXPECT_EQ(Parse({}).project, "");
+  const CommandLine print =
+      Parse({"--print", "7,2-4", "day.ini", "-o", "x.pdf", "--print=9", "--paper", "a4"});
+  EXPECT_EQ(print.print.races, (std::vector<int>{7, 2, 3, 4, 9}));
+  EXPECT_EQ(Parse({"--print", "1-5000", "day.ini", "-o", "x.pdf"}).print.races.size(), 5000U);
+  EXPECT_TRUE(Parse({"--print", "all", "day.ini", "--output=x.pdf"}).print.all);
+}
+
+TEST(CommandLineTest, RefusesWithOneLine) {
+  const std::string wrong =
+      "--port|--port 5|--port 0=/dev/x|--port 32=/dev/x|--port 5=|--port =x|--port 5x=/dev/x|"
+      "--port 5=a --port 5=b|--settings|--settings= day.ini|--heats 0|--heats two|--heats 1000|--heats=|"
+      "a.ini b.ini|--nonsense|-x| |--demo|--print 1 day.ini|--print 1 -o x.pdf|--print 1 day.ini -o=x.pdf|"
+      "day.ini -o x.pdf|--print 0 day.ini -o x.pdf|--print 4-2 day.ini -o x.pdf|--print 1, day.ini -o x.pdf|"
+      "--print= day.ini -o x.pdf|--print 1-5001 day.ini -o x.pdf|--print 99999 day.ini -o x.pdf|"
+      "--print 1 a.ini -o x.pdf --paper A5|--print 1 a.ini -o x.pdf --demo d";
+  for (const std::string& line : Split(wrong, '|')) {
+    const auto parsed = ParseCommandLine(Split(line, ' '));
+    const auto* ending = std::get_if<Ending>(&parsed);
+    ASSERT_NE(ending, nullptr) << line;
+    EXPECT_EQ(ending->status, 2);
+    EXPECT_EQ(ending->text.find('\n'), ending->text.size() - 1) << ending->text;
+  }
+}
+
+TEST(QtSettings, KeepsAnyValueAndBearsAFileThatIsNone) {
+  const QTemporaryDir folder;
+  const std::string file = folder.filePath("settings.ini").toStdString();
+  for (const std::string value : {"5", "<", "", "c:\\Quorvane\\day.ini", "a, b,c", "\"q\" = ; #", "Größe"}) {
+    QtSettings(file).SaveSetting("frmSerialPort", "Key", value);
+    EXPECT_EQ(QtSettings(file).GetSetting("frmSerialPort", "Key", "none"), value);
+  }
+  EXPECT_EQ(QtSettings(file).GetSetting("frmSerialPort", "More", "none"), "none");
+  std::ofstream(file) << "[frmSerialPort]\nCommPort=5\n[DiskFile]\nFileName=/home/me/a, b.ini\n";
+  EXPECT_EQ(QtSettings(file).GetSetting("DiskFile", "FileName", ""), "/home/me/a,b.ini");
+  std::ofstream(file) << std::string("\0\xFF[[=\n\n]", 9);
+  EXPECT_EQ(QtSettings(file).GetSetting("frmSerialPort", "CommPort", "-1"), "-1");
+  QtSettings nowhere("/nowhere/at/all.ini");
+  nowhere.SaveSetting("a", "b", "c");
+  EXPECT_EQ(nowhere.GetSetting("a", "b", ""), "c");
+}
+
+TEST(Demo, TellsOfARaceWhatTheProjectFileSays) {
+  RaceRecord race;
+  race.lanes[0].lane = 2;
+  race.lanes[0].placing = "First";
+  race.lanes[0].final = 16840;
+  race.lanes[0].laps = {{1, 9051}, {2, 16840}};
+  race.lanes[0].cuts = {{"P1", 9500, 1}, {"MP3", 12000, 1}, {"ME", 12001, 1}};
+  race.lanes[0].turns = {11115};
+  race.lanes[1].lane = 3;
+  race.lanes[1].placing = "say \"no\"";
+  race.lanes[2].flies = race.lanes[3].flies = false;
+  EXPECT_EQ(HeatJson(7, race),
+            "{\"heat\":7,\"lanes\":[{\"lane\":2,\"laps\":[9051,16840],\"cuts\":[{\"pylon\":1,\"time\":9500},"
+            "{\"pylon\":3,\"time\":12000},{\"pylon\":0,\"time\":12001}],\"turns\":1,\"final\":16840,"
+            "\"place\":\"First\"},{\"lane\":3,\"laps\":[],\"cuts\":[],\"turns\":0,\"final\":1000000,"
+            "\"place\":\"say \\\"no\\\"\"}]}");
+  EXPECT_EQ(HeatText(7, race),
+            "Heat 7\n  lane 2: First in 16.84 s, laps 2, cuts 3\n  lane 3: say \"no\", laps 0, cuts 0\n");
+}
+
+using TimerDriverTest = DoorTest;
+
+TEST_F(TimerDriverTest, OnlyTheDisplayTimerWaitsForTheNextMultiple) {
+  Control& display = form.Add(ControlKind::Timer, "tmrShow");
+  Control& other = form.Add(ControlKind::Timer, "tmrOther");
+  std::int64_t shown = 0;
+  display.onTimer = [&] {
+    shown = door.Now();
+    display.SetEnabled(false);
+  };
+  TimerDriver driver(door);
+  driver.Coarsen(display, [] { return 200; });
+  door.Enter({.kind = EventKind::Resize, .target = "frmTest"});
+  display.SetInterval(200 - static_cast<int>(door.Now() % 200) + 10);
+  display.SetEnabled(true);
+  const std::int64_t due = *door.AllForms().Timers().DueTime(display);
+  driver.Arm();
+  EXPECT_TRUE(WaitFor([&] { return shown != 0; }));
+  EXPECT_GE(shown - due, 190);
+  other.onTimer = [&] { other.SetEnabled(false); };
+  other.SetInterval(5);
+  other.SetEnabled(true);
+  driver.Arm();
+  EXPECT_TRUE(WaitFor([&] { return !other.Enabled(); }, 150));
+}
+
+}  // namespace
+}  // namespace quorvane
