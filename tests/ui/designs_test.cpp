@@ -72,12 +72,10 @@ double LetterContrast(const QImage& picture, const QWidget& widget) {
   const bool ticked = widget.inherits("QCheckBox") || widget.inherits("QRadioButton");
   const bool list = widget.inherits("QComboBox");
   const QRect inner = widget.rect().adjusted(ticked ? 34 : 4, 4, list ? -34 : -4, -4);
+  const QImage part = picture.copy({widget.mapTo(widget.window(), inner.topLeft()) * 2, inner.size() * 2});
   std::map<QRgb, int> seen;
-  for (int y = inner.top(); y <= inner.bottom(); ++y) {
-    for (int x = inner.left(); x <= inner.right(); ++x) {
-      const QPoint at = widget.mapTo(widget.window(), QPoint(x, y)) * 2;
-      for (const QPoint part : {QPoint(0, 0), QPoint(1, 1)}) ++seen[picture.pixel(at + part)];
-    }
+  for (int y = 0; y < part.height(); ++y) {
+    for (int x = 0; x < part.width(); ++x) ++seen[part.pixel(x, y)];
   }
   const auto fewer = [](const auto& a, const auto& b) { return a.second < b.second; };
   const QColor behind(std::max_element(seen.begin(), seen.end(), fewer)->first);

@@ -1,12 +1,10 @@
 #include "ui/printing/paper.h"
 
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 
 #include <QFile>
 #include <QProcess>
 #include <QRegularExpression>
-#include <QTemporaryDir>
 #include <map>
 
 #include "print/surface.h"
@@ -21,9 +19,8 @@ const Imprint kImprint{"Quorvane 1.2.3", {2026, 11, 21, 17, 5, 0}};
 
 // The words of a page and where they stand, as shares of its width and height, taken from a PDF.
 struct PdfPage {
-  double width = 0;
-  double height = 0;
-  std::multimap<std::string, Box> words;
+  double width, height;
+  std::multimap<std::string, Box> words = {};
 };
 
 std::vector<PdfPage> ReadPdf(const QString& path) {
@@ -38,19 +35,19 @@ std::vector<PdfPage> ReadPdf(const QString& path) {
   while (found.hasNext()) {
     const auto match = found.next();
     const auto number = [&](int group) { return match.captured(group).toDouble(); };
-    if (!match.captured(1).isEmpty()) {
-      pages.push_back({number(1), number(2), {}});
-      continue;
+    if (number(1) > 0) {
+      pages.push_back({number(1), number(2)});
+    } else {
+      auto& [width, height, words] = pages.back();
+      words.emplace(match.captured(7).toStdString(),
+                    Box{number(3) / width, number(4) / height, (number(5) - number(3)) / width,
+                        (number(6) - number(4)) / height});
     }
-    PdfPage& page = pages.back();
-    page.words.emplace(match.captured(7).toStdString(),
-                       Box{number(3) / page.width, number(4) / page.height,
-                           (number(5) - number(3)) / page.width, (number(6) - number(4)) / page.height});
   }
   return pages;
 }
 
-class PaperTest : public testing::Test {
+class PaperTest : public PlatformTest {
  protected:
   QString Path(const char* name) const { return folder.filePath(name); }
   void SetUp() override {
@@ -58,7 +55,6 @@ class PaperTest : public testing::Test {
     probe.start("pdftotext", {"-v"});
     if (!probe.waitForFinished()) GTEST_SKIP() << "needs pdftotext (poppler-utils)";
   }
-  QTemporaryDir folder;
 };
 
 TEST_F(PaperTest, APdfHasAPageARaceWithTheSameWordsInTheSamePlacesOnAnyPaper) {
@@ -87,11 +83,8 @@ TEST_F(PaperTest, APdfHasAPageARaceWithTheSameWordsInTheSamePlacesOnAnyPaper) {
 }
 
 TEST_F(PaperTest, TheCommandLineFailsWithAStatusAndLeavesTheProjectAlone) {
-  QFile project(Path("cup.ini"));
-  ASSERT_TRUE(QFile::copy(QString(QUORVANE_TEST_DATA) + "/results/cup.ini", project.fileName()));
-  project.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+  std::ofstream(InFolder("cup.ini")) << BytesOf(QUORVANE_TEST_DATA "/results/cup.ini");
   QFile(Path("empty.ini")).open(QIODevice::WriteOnly);
-  QtSettings settings(Path("set.ini").toStdString());
   settings.SaveSetting("Printer", "Paper", "A4");
   ASSERT_EQ(mkfifo(Path("fifo").toUtf8().constData(), 0600), 0);
   const struct {
@@ -104,19 +97,17 @@ TEST_F(PaperTest, TheCommandLineFailsWithAStatusAndLeavesTheProjectAlone) {
                {"1", "missing.ini", "none.pdf", 1, 0},  {"all", "empty.ini", "none.pdf", 1, 0},
                {"2,9-10", "cup.ini", "none.pdf", 1, 0}, {"1", "cup.ini", "no/such/folder.pdf", 1, 0},
                {"1", "cup.ini", "./cup.ini", 1, 0},     {"1", "cup.ini", "fifo", 1, 0},
-               {"1", "cup.ini", "set.ini", 1, 0}};
+               {"1", "cup.ini", "settings.ini", 1, 0}};
   for (const auto& example : cases) {
-    const auto parsed = ParseCommandLine({"--print", example.races, Path(example.project).toStdString(), "-o",
-                                          Path(example.output).toStdString(), "--paper", "a4"});
-    ASSERT_TRUE(std::holds_alternative<CommandLine>(parsed)) << example.races;
-    EXPECT_EQ(RunPrintCommand(std::get<CommandLine>(parsed), kImprint, settings), example.status)
-        << example.output;
+    const auto line =
+        std::get<CommandLine>(ParseCommandLine({"--print", example.races, InFolder(example.project), "-o",
+                                                InFolder(example.output), "--paper", "a4"}));
+    EXPECT_EQ(RunPrintCommand(line, kImprint, settings), example.status) << example.output;
     if (example.status != 0) continue;
     EXPECT_EQ(ReadPdf(Path(example.output)).size(), example.pages) << example.races;
   }
   EXPECT_FALSE(QFile::exists(Path("none.pdf")));
-  ASSERT_TRUE(project.open(QIODevice::ReadOnly));
-  EXPECT_FALSE(project.readAll().startsWith("%PDF"));
+  EXPECT_FALSE(BytesOf(InFolder("cup.ini")).starts_with("%PDF"));
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 #include <QClipboard>
 #include <QCloseEvent>
 #include <QEnterEvent>
+#include <QImage>
 #include <QLabel>
 #include <QTableView>
 #include <csignal>
@@ -141,41 +142,66 @@ TEST_F(ProgramWindowsTest, SignalSavesTheFinishedRaceBehindAnOpenBoxAndEndsThePr
   EXPECT_TRUE(program.judge().HasRun(1));
 }
 
-// Whatever the size of the window: the cell of a lap, its marks under it, and what stands under them.
-TEST_F(ProgramWindowsTest, MarksStackUnderTheirLapCellInOrderAndWhole) {
+TEST_F(ProgramWindowsTest, LapCellsAndTheirMarksCanBeReadAndMarksPopUpOverTheRest) {
   Load();
   frmLane& lane = program.lane(1);
-  const auto mark = [&](int i) { return Shown<QLabel>(lane.lblCut[i]); };
-  const auto show = [&](int cell, int count, const std::string& caption) {
-    for (int i = 0; i < 3; ++i) {
-      lane.lblCut[i].SetCaption(caption);
-      lane.lblCut[i].SetAnchor(&lane.lblLap[cell]);
-      lane.lblCut[i].SetVisible(i < count);
-    }
-    windows.All().Apply();
-  };
   windows.Console().resize(1280, 800);
-  Settle();
-  const QRect wide = Shown(lane.lblLap[3])->geometry().united(Shown(lane.lblLap[4])->geometry());
+  const auto texts = windows.Lane(1).findChildren<QLabel*>(QString(), Qt::FindDirectChildrenOnly);
   const struct {
     int cell, count;
     const char* caption;
-    bool spreads;  // over the next column
-    int lines;     // that a mark has room for
-  } cases[] = {{4, 1, "P1", false, 1},         {4, 3, "P1", false, 1},         {4, 1, "C P2 43.95", false, 2},
-               {4, 3, "C P2 43.95", false, 2}, {9, 3, "C P2 43.95", false, 1}, {8, 3, "C P2 43.95", true, 1}};
+    int columns, lines;  // that each mark takes
+  } cases[] = {{4, 1, "P1", 1, 1},
+               {4, 1, "C P2 43.95", 1, 2},
+               {4, 3, "C P2 43.95", 2, 1},
+               {9, 3, "C P2 43.95", 2, 1},
+               {8, 3, "C P2 43.95", 1, 1}};  // the result of lap 10 stands beside
   for (const auto& c : cases) {
-    show(c.cell, c.count, c.caption);
-    const QRect cell = Shown(lane.lblLap[c.cell])->geometry();
-    std::printf("%d %d %s:", c.cell, c.count, c.caption);
-    for (int i = 0; i < c.count; ++i) {
-      const QRect at = mark(i)->geometry();
-      std::printf(" %d,%d %dx%d (cell %d %d w %d)", at.x(), at.y(), at.width(), at.height(), cell.x(),
-                  cell.bottom(), cell.width());
+    for (int i = 0; i < 3; ++i) {
+      lane.lblCut[i].SetCaption(c.caption);
+      lane.lblCut[i].SetAnchor(&lane.lblLap[c.cell]);
+      lane.lblCut[i].SetVisible(i < c.count);
     }
-    std::printf("\n");
+    windows.All().Apply();
+    const QRect cell = Shown(lane.lblLap[c.cell])->geometry();
+    int above = cell.bottom();
+    for (int i = 0; i < c.count; ++i) {
+      const QRect mark = Shown(lane.lblCut[i])->geometry();
+      EXPECT_GT(mark.top(), above) << c.cell;
+      EXPECT_EQ(mark.left(), cell.left()) << c.cell;
+      EXPECT_NEAR(mark.width(), c.columns * cell.width(), 2) << c.cell;
+      EXPECT_EQ(mark.height() > 28, c.lines == 2) << c.cell << c.caption;
+      above = mark.bottom();
+      for (const QLabel* text : texts) {
+        const bool caption = text->objectName().isEmpty() && text->isVisible();  // of what stands there
+        EXPECT_FALSE(caption && text->geometry().intersects(mark)) << c.cell;
+      }
+    }
+    if (c.lines == 1) continue;
+    const QImage low = Shown(lane.lblCut[0])->grab({3, 23, cell.width() - 6, 8}).toImage();
+    QImage empty(low);
+    empty.fill(low.pixel(0, 0));
+    EXPECT_NE(low, empty) << "the second line";
   }
-  (void)wide;
+  lane.lblLap[0].SetCaption("1234.56");
+  windows.All().Apply();
+  for (Control* cell : lane.lblLap) EXPECT_EQ(Shown(*cell)->font(), Shown(lane.lblLap[0])->font());
+  const QWidget& widest = *Shown(lane.lblLap[0]);
+  EXPECT_LE(QFontMetrics(widest.font()).horizontalAdvance("1234.56"), widest.width());
+  for (int height = 640; height < 780; height += 3) {
+    windows.Console().resize(1280, height);
+    Settle();
+    for (int i = 1; i < 4; ++i) {
+      EXPECT_EQ(Shown(program.lane(i).cmdLap)->font(), Shown(program.lane(0).cmdLap)->font()) << height;
+    }
+  }
+  QEnterEvent enter({1, 1}, {1, 1}, {1, 1});
+  QCoreApplication::sendEvent(Shown(lane.lblCut[2]), &enter);
+  EXPECT_TRUE(lane.cmdShow.Visible());
+  EXPECT_FALSE(Shown(lane.cmdShow)->geometry().intersects(Shown(lane.lblCut[2])->geometry()));
+  QEvent leave(QEvent::Leave);
+  QCoreApplication::sendEvent(Shown(lane.lblCut[2]), &leave);
+  EXPECT_FALSE(lane.cmdShow.Visible());
 }
 
 TEST_F(ProgramWindowsTest, ResultsFollowEachSaveAndGoOutAsTheyAreShown) {
