@@ -41,7 +41,7 @@ class SerialControl {
   SerialError SetPortOpen(bool open) {
     if (open == open_) return {};
     if (open) {
-      if (SerialError error = OpenDevice(port_, "9600,n,8,1")) return error;
+      if (SerialError error = OpenDevice(port_)) return error;
     } else {
       CloseDevice();
       waiting_.clear();
@@ -68,7 +68,7 @@ class SerialControl {
 
  protected:
   virtual bool DeviceExists(int port) = 0;
-  virtual SerialError OpenDevice(int port, const std::string& settings) = 0;
+  virtual SerialError OpenDevice(int port) = 0;  // 9600 baud, no parity, 8 data bits, 1 stop bit
   virtual void CloseDevice() = 0;
   virtual void WriteDevice(const std::vector<std::uint8_t>& bytes) = 0;  // never blocks
 

@@ -50,7 +50,7 @@ void MemorySettings::SaveSetting(const std::string& section, const std::string& 
   values_[{section, key}] = value;
 }
 
-SerialError VirtualSerial::OpenDevice(int port, const std::string& /*settings*/) {
+SerialError VirtualSerial::OpenDevice(int port) {
   if (!ports.contains(port)) return {kErrorNoSuchPort, "Invalid port number"};
   const auto found = busy.find(port);
   SerialError error = found == busy.end() ? SerialError{} : found->second;

@@ -40,7 +40,7 @@ class VirtualSerial : public SerialControl {
 
  protected:
   bool DeviceExists(int port) override { return ports.contains(port); }
-  SerialError OpenDevice(int port, const std::string& settings) override;
+  SerialError OpenDevice(int port) override;
   void CloseDevice() override {}
   void WriteDevice(const std::vector<std::uint8_t>& bytes) override;
 };

@@ -2,6 +2,7 @@
 
 #include <QElapsedTimer>
 #include <QSerialPort>
+#include <QString>
 #include <QTimer>
 #include <functional>
 #include <map>
@@ -10,9 +11,28 @@
 
 #include "console/serial_ports.h"
 #include "forms/door.h"
-#include "ui/serial_devices.h"
 
 namespace quorvane {
+
+// The serial devices of the computer, and those of the command line.
+class SerialDevices {
+ public:
+  using GivenPorts = std::map<int, std::string>;  // COM number -> path
+
+  explicit SerialDevices(GivenPorts given) : given_(std::move(given)) { clock_.start(); }
+
+  const GivenPorts& Given() const { return given_; }
+  bool MayHaveChanged();  // cheap
+  std::vector<SerialDevice> List();
+
+ private:
+  std::string GivenNameOf(const QString& device) const;
+
+  const GivenPorts given_;
+  DeviceNames names_;
+  QElapsedTimer clock_;
+  QString seen_;  // what the last list was made of
+};
 
 // The serial control on the computer's serial devices. COM numbers stay with their device, see
 // AssignPortNumbers; a number given on the command line stands for its path while the program runs. What
@@ -33,7 +53,7 @@ class QtSerial : public SerialControl {
 
  protected:
   bool DeviceExists(int port) override;
-  SerialError OpenDevice(int port, const std::string& settings) override;
+  SerialError OpenDevice(int port) override;
   void CloseDevice() override;
   void WriteDevice(const std::vector<std::uint8_t>& bytes) override;
 
