@@ -8,14 +8,11 @@
 
 namespace quorvane {
 
-// The field stations by their address 0..7. Address 5 is assigned to nobody and has an empty name. The
-// voltage limits are texts and keep the blanks they are written with.
+// The field stations by their address 0..7. Address 5 is assigned to nobody and has an empty name.
 inline constexpr std::array<std::string_view, 8> StationCodes = {"P1", "P2", "P3", "ST",
                                                                  "TM", "??", "PY", "DS"};
 inline constexpr std::array<std::string_view, 8> StationNames = {
     "Judges 1", "Judges 2", "Judges 3", "Starter", "Timers", "", "Pylon 1", "Display"};
-inline constexpr std::array<std::string_view, 8> StationVoltLimits = {
-    "4.5     ", "4.5     ", "4.5     ", "12.0   ", "4.5  ", "0", "12.0   ", "12.0"};
 
 inline constexpr std::array<std::uint8_t, 8> BitMask = {1, 2, 4, 8, 16, 32, 64, 128};
 
