@@ -86,9 +86,8 @@ BENCHMARK(BM_Noise)->Arg(0)->Arg(kWig1);
 class IdleRace : public LinkOwner {
  public:
   void ProcessMessage(const StationMessage& frame) override { laps += frame.Lap[0]; }
-  void GetLaneInfo(std::uint8_t, std::uint8_t&, std::uint8_t&, std::array<std::int16_t, 4>&) override {}
-  void LoadStartInfo(std::array<std::uint8_t, 4>&, std::uint8_t&, std::uint8_t&) override {}
-  void IssueRaceEvent(bool) override {}
+  void FillRaceData(StationMessage&) override {}
+  void IssueRaceEvent() override {}
   void ShowPort(const std::string&, bool) override {}
   void ShowTraffic(Traffic, bool) override {}
   void ShowRadioWarning(const std::string&) override {}

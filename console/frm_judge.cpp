@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "base/text.h"
-#include "console/race_on_console.h"
+#include "results/race_records.h"
 
 namespace quorvane {
 namespace {
@@ -115,7 +115,7 @@ void frmJudge::Form_Load() {
   clock_.ResetRaceClock(0);
   race_.LaneColorScheme = LoadLaneColorScheme(door_.System().Settings());
   for (int i = 0; i < 4; ++i) {
-    Lane(i).Form_Load();
+    Lane(i).InitializeRace(0);
     Lane(i).SetFormParent(fraLane[i]);
   }
   const SettingsStore& settings = door_.System().Settings();
@@ -184,15 +184,6 @@ void frmJudge::TakeAwayNotice(Notice kind) {
   if (notice_ == kind) ShowNotice({});
 }
 
-std::string frmJudge::GetProjectValue(const std::string& section, const std::string& key,
-                                      const std::string& fallback) {
-  return project_.GetProjectValue(section, key, fallback);
-}
-
-void frmJudge::SetProjectValue(const std::string& section, const std::string& key, const std::string& value) {
-  project_.SetProjectValue(section, key, value);
-}
-
 // As lines before the question; empty: nothing.
 std::string frmJudge::LostByClosing() const {
   std::string lost;
@@ -204,8 +195,7 @@ std::string frmJudge::LostByClosing() const {
   return lost;
 }
 
-// The radio goes on behind the boxes and the last save may fail: what was not yet lost when the operator was
-// asked is asked about again.
+// The radio goes on behind the boxes and the last save may fail: what is lost only since then is asked again.
 void frmJudge::CloseRequested() {
   std::string told;
   do {

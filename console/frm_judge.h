@@ -11,10 +11,7 @@
 #include "console/starter.h"
 #include "forms/door.h"
 #include "lane/frm_lane.h"
-#include "lane/lane_owner.h"
 #include "link/frm_serial_port.h"
-#include "link/link_owner.h"
-#include "race/race_clock.h"
 #include "records/lane_colors.h"
 
 namespace quorvane {
@@ -58,6 +55,10 @@ class frmJudge : public JudgeControls, private LaneOwner, public LinkOwner {
   // Run after every event: what may be touched now follows from the state of the race.
   void EventEnded();
 
+  // The race on the console: one that is being flown, one that waits to be saved, one shown from the project
+  // file, or one that has not run yet. `now` is the date of a race that is not in the file.
+  RaceRecord RecordAt(const LocalDateTime& now) const;
+
   bool RaceBeingFlown() const { return race_.BeingFlown(); }
   const std::string& EventName() const { return eventName_; }
 
@@ -71,19 +72,14 @@ class frmJudge : public JudgeControls, private LaneOwner, public LinkOwner {
   void IssueLapEvent() override { Broadcast(3, 4); }
   DialogAnswer Ask(const DialogBox& box) override { return door_.Ask(box); }
   LaneMarking Marking(int lane) const override { return LaneMarkingOf(race_.LaneColorScheme, lane); }
-  std::string GetProjectValue(const std::string& section, const std::string& key,
-                              const std::string& fallback) override;
-  void SetProjectValue(const std::string& section, const std::string& key, const std::string& value) override;
   // LinkOwner
   void ProcessMessage(const StationMessage& frame) override;
-  void LoadStartInfo(std::array<std::uint8_t, 4>& time, std::uint8_t& start, std::uint8_t& mode) override;
-  void GetLaneInfo(std::uint8_t lane, std::uint8_t& laps, std::uint8_t& lit,
-                   std::array<std::int16_t, 4>& cuts) override;
+  void FillRaceData(StationMessage& frame) override;
   void ShowPort(const std::string& text, bool open) override;
   void ShowTraffic(Traffic lamp, bool lit) override;
   void ShowRadioWarning(const std::string& text) override;
   // Both
-  void IssueRaceEvent(bool /*flag*/) override { Broadcast(6, 3); }
+  void IssueRaceEvent() override { Broadcast(6, 3); }
 
   void HookEvents();
   void HookMenu();
@@ -125,7 +121,7 @@ class frmJudge : public JudgeControls, private LaneOwner, public LinkOwner {
   void mnuSelectFile_Click();
   void ShowOpenProject();
   void mnuSavePdf_Click();
-  RaceRecord RecordNow();
+  RaceRecord RecordNow() const { return RecordAt(door_.LocalNow()); }
 
   template <typename Part>
   void ForEachLane(const Part& part);

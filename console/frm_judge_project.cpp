@@ -1,12 +1,202 @@
-// The project that is open: saving a race into it, and the heat report of the race on the console.
+// The open project and its races: moving between heats and rounds, race modes, reflies, places by hand,
+// saving a race, the heat report of the race on the console.
 
 #include <algorithm>
 
 #include "base/text.h"
 #include "console/frm_judge.h"
-#include "console/race_on_console.h"
+#include "records/lane_colors.h"
+#include "results/race_records.h"
 
 namespace quorvane {
+namespace {
+
+// Empty when the operator gave no answer.
+std::string AskText(Door& door, const std::string& title, const std::string& prompt,
+                    const std::string& preset = "") {
+  const DialogAnswer answer = door.Ask({DialogKind::Input, title, prompt, DialogIcon::None, preset});
+  return answer.word == DialogAnswer::Word::Text ? answer.text : "";
+}
+
+// The race as it stands in the file when it is shown from there, otherwise one of this moment.
+RaceRecord HeaderOf(const RaceState& race, const ProjectSource& project, const std::string& eventName,
+                    const LocalDateTime& now) {
+  const int number = std::max<int>(race.RaceNumber, 1);
+  RaceRecord record;
+  if (race.RaceLoaded) record = ReadStandingHeader(project, number);
+  if (!record.hasRun) {
+    record = {};
+    record.number = number;
+    record.round = race.Round();
+    record.heat = race.Heat();
+    record.hasRun = !race.RaceLoaded;
+    record.when = now;
+    record.eventName = eventName;
+    record.projectFile = project.file;
+    // The number that the save is going to give it.
+    if (record.hasRun && race.ReflyMode) record.refly = ReflysCounted(project) + 1;
+  }
+  if (record.mode == 0) SetMode(record, std::clamp<int>(race.RaceMode, 1, 6));
+  return record;
+}
+
+}  // namespace
+
+void frmJudge::ApplyRaceMode(int index) {
+  // A finished race that waits to be saved keeps the mode it was flown in, whatever the starter says now.
+  if (!race_.WaitsForSave()) race_.RaceMode = ToInteger(std::clamp(index, 1, 6));
+  cboRaceMode.SetListIndex(race_.RaceMode - 1);
+  race_.IsFaiMode = race_.RaceMode >= kFirstFaiMode;
+  ShowMode(kRaceModeNames[static_cast<std::size_t>(race_.RaceMode - 1)], kWindowText);
+}
+
+// A race is saved with what is shown here, also in a hold.
+void frmJudge::ShowMode(const std::string& text, Color color) {
+  shownMode_ = text;
+  lblRaceMode.SetCaption(text);
+  lblRaceMode.SetForeColor(color);
+}
+
+// With 1 the places are given anew. After that the first one that no lane has is offered: the operator may
+// have typed places in between, or taken one back.
+void frmJudge::SetOrder(int place) {
+  if (place <= 1) {
+    for (const auto& lane : lanes_) lane->LaneOrder(place);
+    return;
+  }
+  const auto taken = [&](int n) {
+    return std::ranges::any_of(lanes_, [n](const auto& lane) { return lane->PlaceByHand() == n; });
+  };
+  int next = 1;
+  while (next <= static_cast<int>(kPlaceWords.size()) && taken(next)) ++next;
+  for (const auto& lane : lanes_) lane->OfferPlace(next);
+}
+
+// The operator's last word counts: whoever types a place that another lane has is putting an error right.
+void frmJudge::TakePlace(int lane, int place) {
+  for (int i = 0; i < 4; ++i) {
+    if (i + 1 == lane || Lane(i).PlaceByHand() != place) continue;
+    Lane(i).GiveUpPlace();
+    ShowNotice(kPlaceWords[static_cast<std::size_t>(place - 1)] + std::string(" now lane ") +
+               std::to_string(lane) + ", no more lane " + std::to_string(i + 1));
+  }
+}
+
+void frmJudge::ShowHeatCaption(bool refly, Color color) {
+  fraHeatControl.SetCaption("Race " + std::to_string(race_.RaceNumber) + (refly ? " REFLY" : ""));
+  fraHeatControl.SetForeColor(color);
+}
+
+void frmJudge::ShowCurrentRace() {
+  ++raceSerial_;
+  race_.RaceNumber = std::max<std::int16_t>(race_.RaceNumber, 1);
+  txtHeat.SetText(std::to_string(race_.Heat()));
+  txtRound.SetText(std::to_string(race_.Round()));
+  book_.KeepPlace();
+  race_.ReflyMode = false;
+  race_.RaceLoaded = true;
+  const std::string section = book_.ShownSection();
+  const bool hasRun = HasRun(race_.RaceNumber);
+  ShowHeatCaption(section.starts_with("Refly"), kButtonText);
+  txtComments.SetText(project_.GetProjectValue(section, "Comments", kDefaultComments));
+  if (!race_.BeingFlown()) {
+    if (!hasRun) InitializeLanes(race_.LaneStartOffset);
+    for (const auto& lane : lanes_) {
+      if (hasRun) lane->LoadLane(section, OpenProject(project_, race_).read);
+    }
+    Lane(3).SetVisible(Lane(3).Flies());
+  }
+  OfferSave(false);
+  cmdStart.SetEnabled(!hasRun);
+}
+
+// Buttons and boxes move from the race that is on the console before the save, which moves on by itself.
+bool frmJudge::MoveBy(int races) {
+  if (race_.BeingFlown()) return false;
+  MoveTo(ToInteger(race_.RaceNumber + races));
+  return true;
+}
+
+void frmJudge::MoveTo(std::int16_t race) {
+  cmdSave_Click();
+  race_.RaceNumber = race;
+  ShowCurrentRace();
+}
+
+void frmJudge::MoveToTyped(Control& box, bool isHeat) {
+  std::int16_t target = 0;
+  try {
+    if (race_.BeingFlown()) throw RunTimeError("A race is being flown");
+    const int typed = LeadingInteger(box.Text());
+    const std::int64_t round = isHeat ? race_.Round() : typed;
+    target = ToInteger((round - 1) * race_.HeatsInRound() + (isHeat ? typed : race_.Heat()));
+  } catch (const RunTimeError&) {
+    // The box must not go on showing a race that the console did not move to.
+    box.SetText(std::to_string(isHeat ? race_.Heat() : race_.Round()));
+    throw;
+  }
+  MoveTo(target);
+}
+
+void frmJudge::cmdRefly_Click() {
+  if (race_.BeingFlown()) return;
+  const bool on = !race_.ReflyMode;
+  // Switched off, what was flown before is shown again.
+  if (!on) ShowCurrentRace();
+  race_.ReflyMode = on;
+  if (on) txtComments.SetText(kDefaultComments);
+  ShowHeatCaption(on, on ? kRed : kButtonText);
+  cmdStart.SetEnabled(on || !HasRun(race_.RaceNumber));
+}
+
+// There is no way out but an answer: without it no heat could be named.
+void frmJudge::mnuHeatsPerRound_Click() {
+  if (race_.BeingFlown()) return;
+  cmdSave_Click();
+  std::int16_t heats = race_.HeatsPerRound;
+  do {
+    const double number = LeadingNumber(
+        AskText(door_, "Heats per Round", "Enter the number of heats per round:", std::to_string(heats)));
+    heats = number < 32767.5 && number > -32768.5 ? RoundTo<std::int16_t>(number) : std::int16_t{0};
+  } while (heats < 2);
+  if (race_.AtStake()) return;
+  race_.HeatsPerRound = heats;
+  book_.Keep("HeatsPerRound", std::to_string(heats));
+  ShowCurrentRace();
+}
+
+void frmJudge::SetCaption() {
+  Form::SetCaption("Quorvane - " + eventName_ + " (" + FileNameOf(race_.ProjectFile) + ") - ");
+}
+
+void frmJudge::mnuSetEventName_Click() {
+  eventName_ = AskText(door_, eventName_, "Enter the Event Name:");
+  book_.Keep("Title", eventName_);
+  SetCaption();
+}
+
+void frmJudge::mnuLaneColors_Click() {
+  SettingsStore& settings = door_.System().Settings();
+  race_.LaneColorScheme = LoadLaneColorScheme(settings);
+  const auto current = static_cast<std::size_t>(race_.LaneColorScheme);
+  const std::string_view known = current < kLaneColorSchemes.size() ? kLaneColorSchemes[current] : "";
+  std::string prompt = "Enter the lane color assignments (1-" + std::to_string(kLaneColorSchemesOffered) +
+                       ") :\rCurrent assignment (" + std::to_string(LeadingInteger(known)) +
+                       ")\r\rChoices are:";
+  for (std::size_t i = 1; i <= kLaneColorSchemesOffered; ++i) {
+    prompt += "\r    " + std::string(kLaneColorSchemes[i]);
+  }
+  std::int16_t scheme = 0;
+  while (scheme == 0) {
+    const std::string answer = AskText(door_, eventName_, prompt, std::to_string(race_.LaneColorScheme));
+    if (answer.empty()) return;
+    const double chosen = LeadingNumber(answer);
+    if (chosen > 0.0 && chosen <= kLaneColorSchemesOffered) scheme = RoundTo<std::int16_t>(chosen);
+  }
+  race_.LaneColorScheme = scheme;
+  SaveLaneColorScheme(settings, scheme);
+  for (const auto& lane : lanes_) lane->UpdateLaneColor();
+}
 
 void frmJudge::mnuSelectFile_Click() {
   if (race_.BeingFlown()) return;
@@ -48,11 +238,12 @@ void frmJudge::cmdSave_Click() {
   const Project::Group group(project_);
   race_.RaceActive = false;
   race_.ManualStart = false;
-  IssueRaceEvent(true);
+  IssueRaceEvent();
   SettleResult();
   const std::string section = book_.Write(shownMode_, txtComments.Text(), door_.LocalNow());
+  const auto keep = [this](const auto&... entry) { project_.SetProjectValue(entry...); };
   for (const auto& lane : lanes_) {
-    lane->SaveLane(section);
+    lane->SaveLane(section, keep);
     lane->chkNovice.SetValue(0);
   }
   txtComments.SetText(kDefaultComments);
@@ -61,8 +252,7 @@ void frmJudge::cmdSave_Click() {
   cmdReset_Click();
 }
 
-// The places and the number that the race is printed and saved with. The operator may have given only some of
-// the places.
+// Places, of which the operator may have given only some, and number, as they are printed and saved.
 void frmJudge::SettleResult() {
   const Project::Group group(project_);
   RankLanes();
@@ -70,8 +260,26 @@ void frmJudge::SettleResult() {
   if (const std::string moved = book_.TakeFreeNumber(); !moved.empty()) ShowNotice(moved);
 }
 
-RaceRecord frmJudge::RecordNow() {
-  return RecordOnConsole(*this, race_, OpenProject(project_, race_), door_.LocalNow());
+RaceRecord frmJudge::RecordAt(const LocalDateTime& now) const {
+  const ProjectSource project = OpenProject(project_, race_);
+  RaceRecord record = HeaderOf(race_, project, eventName_, now);
+  // The novice boxes speak of the next race while an old one is shown.
+  const bool shownFromFile = race_.RaceLoaded && record.hasRun;
+  record.comments = txtComments.Text();
+  // Nobody has said so yet: a score sheet leaves room for comments.
+  if (!record.hasRun && record.comments == kDefaultComments) record.comments.clear();
+  MarkLanes(record, project.laneColorScheme);
+  for (std::size_t i = 0; i < lanes_.size(); ++i) {
+    const frmLane& panel = *lanes_[i];
+    LaneRecord& lane = record.lanes[i];
+    ReadLane(lane, panel.Events(), record.mode);
+    if (!shownFromFile && panel.chkNovice.Value() != 0) lane.novice = true;
+    // Before the finish the label shows other things than a place.
+    if (!record.hasRun || RaceBeingFlown()) continue;
+    lane.placing = panel.Status();
+    lane.position = panel.Position();
+  }
+  return record;
 }
 
 // The race is taken before the question: behind the box the console may move on to the next one.

@@ -9,11 +9,6 @@
 #include "results/race_records.h"
 
 namespace quorvane {
-namespace {
-
-constexpr std::int32_t kDoesNotFly = -1000000;
-
-}  // namespace
 
 void frmJudge::cmdStart_Click() {
   race_.ManualStart = true;
@@ -34,8 +29,7 @@ void frmJudge::InitializeRace(std::int32_t laneStart) {
   if (chkAudio.Value() == 1) {
     PlaySound(door_.System(), door_.System().ProgramFolder() + "WarbirdCountdownStart.wav");
   }
-  // This tick shows and updates, but concludes nothing: the clock still reads what it read before the race,
-  // which may be long after any finish.
+  // Concludes nothing: the clock still reads what it read before the race, maybe long after any finish.
   DisplayStatus();
   for (const auto& lane : lanes_) {
     if (!lane->IsFinished()) lane->UpdateLapTime(RaceTime());
@@ -50,7 +44,7 @@ void frmJudge::InitializeRace(std::int32_t laneStart) {
   cboRaceMode.SetEnabled(false);
   cmdStart.SetEnabled(false);
   cmdReset.SetEnabled(true);
-  IssueRaceEvent(true);
+  IssueRaceEvent();
   ShowClock();
 }
 
@@ -67,7 +61,7 @@ void frmJudge::tmrTimeTick_Timer() {
 // The stations are told the time once a second, and only while they still set their clocks.
 void frmJudge::GoOnTicking() {
   const std::int32_t t = RaceTime();
-  if (SubtractLong(t, 1000) >= LastTimeSent_ && t < 54000) IssueRaceEvent(true);
+  if (SubtractLong(t, 1000) >= LastTimeSent_ && t < 54000) IssueRaceEvent();
   const std::int32_t remainder = SubtractLong(t, race_.RaceStartRef) % 100;
   tmrTimeTick.SetInterval(remainder > 0 ? remainder : 100);
 }
@@ -86,7 +80,7 @@ bool frmJudge::CheckRaceComplete() {
 }
 
 void frmJudge::DisplayStatus() {
-  if (ShowClock()) IssueRaceEvent(true);
+  if (ShowClock()) IssueRaceEvent();
 }
 
 // True when the stations are to be told of what it shows now: a hold, the start signal, a whole second.
@@ -228,7 +222,7 @@ void frmJudge::ConcludeByReset(bool save) {
   race_.RaceActive = save;  // until it is saved
   FinalizeRace();
   if (save) cmdSave_Click();
-  IssueRaceEvent(true);
+  IssueRaceEvent();
 }
 
 // A starter that fell silent in hold must leave neither "Holding" nor "Hold" over the next race.

@@ -99,8 +99,7 @@ void frmJudge::StarterRuns() {
   starter_.resetAsked = false;
   if (!race_.RaceActive) {
     if (!starter_.RunsAnotherRace(door_.Now())) return;
-    // However late the first frame is heard, the clock is the starter's from then on, and the lanes count
-    // from its start signal.
+    // However late its first frame is heard: the clock is the starter's, the lanes count from its signal.
     clock_.ResetRaceClock(race_.LaneStartOffset);
     starter_.cuts = {};
     starter_.StartsRace();
@@ -174,22 +173,21 @@ void frmJudge::ApplyStarterCuts(const StationMessage& frame) {
 
 // A console that controls counts its race time from the start signal where there is no 60-second count; the
 // stations always count from the start of that minute.
-void frmJudge::LoadStartInfo(std::array<std::uint8_t, 4>& time, std::uint8_t& start, std::uint8_t& mode) {
+void frmJudge::FillRaceData(StationMessage& frame) {
+  for (std::size_t i = 0; i < lanes_.size(); ++i) {
+    std::array<std::int16_t, 4> cuts = {};
+    lanes_[i]->GetInfo(frame.Lap[i], frame.Lit[i], cuts);
+    SetCuts(frame, i, cuts);
+  }
   const bool addMinute = chkSixtySecondCount.Value() == 0 && link_.IsControllerMode();
   std::int32_t ms = addMinute ? 59999 : 0;
   if (race_.RaceActive && !race_.StartInfoPending) {
     ms = addMinute ? AddLong(RaceTime(), Starter::kSignal) : RaceTime();
   }
   race_.StartInfoPending = false;
-  const auto bits = static_cast<std::uint32_t>(ms);
-  for (std::size_t i = 0; i < time.size(); ++i) time[i] = static_cast<std::uint8_t>(bits >> (24 - 8 * i));
-  start = race_.RaceActive ? 1 : 0;
-  mode = ToByte(race_.RaceMode);
-}
-
-void frmJudge::GetLaneInfo(std::uint8_t lane, std::uint8_t& laps, std::uint8_t& lit,
-                           std::array<std::int16_t, 4>& cuts) {
-  Lane(lane).GetInfo(laps, lit, cuts);
+  SetFrameTime(frame, ms);
+  frame.Strt = race_.RaceActive ? 1 : 0;
+  frame.Mode = ToByte(race_.RaceMode);
 }
 
 void frmJudge::Broadcast(std::int16_t to, std::int16_t from) {

@@ -7,7 +7,6 @@
 #include "forms/door.h"
 #include "link/frm_serial_port.h"
 #include "link/serial_control.h"
-#include "race/race_clock.h"
 #include "race/race_state.h"
 #include "records/project.h"
 

@@ -11,14 +11,6 @@ double RaceBook::Timestamp(const std::string& section) {
   return LeadingNumber(project_.GetProjectValue(section, "Timestamp", "0"));
 }
 
-bool RaceBook::HasRun(int race) {
-  return Timestamp(Section(race)) > 0.0;
-}
-
-bool RaceBook::HasTimestamp(int race) {
-  return Timestamp(Section(race)) != 0.0;
-}
-
 std::string RaceBook::ShownSection() {
   const std::string race = Section(race_.RaceNumber);
   try {

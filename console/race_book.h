@@ -16,8 +16,8 @@ class RaceBook {
   RaceBook(Project& project, RaceState& race) : project_(project), race_(race) {}
 
   static std::string Section(int race) { return "Race" + std::to_string(race); }
-  bool HasRun(int race);        // its time stamp is above zero
-  bool HasTimestamp(int race);  // its time stamp is not zero
+  bool HasRun(int race) { return Timestamp(Section(race)) > 0.0; }
+  bool HasTimestamp(int race) { return Timestamp(Section(race)) != 0.0; }
   // Of the flight that stands for the race: "Race7", or "Refly2" that has repeated it.
   std::string ShownSection();
 

@@ -4,7 +4,7 @@
 
 #include "base/text.h"
 #include "console/program.h"
-#include "console/race_on_console.h"
+#include "results/race_records.h"
 #include "results/results_words.h"
 
 namespace quorvane {
@@ -69,7 +69,7 @@ Score ScoreOnConsole(Program& program) {
               .mode = judge.lblRaceMode.Caption(),
               .clock = judge.lblStatus.Caption(),
               .clockBack = judge.lblStatus.BackColor()};
-  const RaceRecord record = RecordOnConsole(judge, race, OpenProject(program.project(), race), {});
+  const RaceRecord record = judge.RecordAt({});
   // Until it is flown again, the lanes still have the race that the refly repeats.
   const bool repeats = race.ReflyMode && !race.RaceActive;
   for (std::size_t i = 0; i < score.lanes.size(); ++i) {

@@ -6,7 +6,6 @@
 #include <optional>
 
 #include "lane/frm_lane.h"
-#include "race/race_clock.h"
 #include "race/race_state.h"
 
 namespace quorvane {

@@ -1,12 +1,32 @@
 #include "lane/frm_lane.h"
 
-#include "base/checked.h"
+#include <algorithm>
+
+#include "base/text.h"
 
 namespace quorvane {
 namespace {
 
-constexpr std::int32_t kDoesNotFly = -1000000;
 constexpr std::int32_t kCountdown = 60000;  // ms from the base that the console gives to race time 0
+constexpr const char* kNoCaptions = ",,,,,,,,,,,,,";
+
+std::string Captions(const ControlArray& labels, int number) {
+  std::vector<std::string> captions;
+  for (int i = 0; i < number; ++i) captions.push_back(labels[i].Caption());
+  return Join(captions, ',');
+}
+
+void ShowCaptions(const ControlArray& labels, const std::string& captions) {
+  const std::vector<std::string> fields = Split(captions, ',');
+  for (std::size_t i = 0; Control * label : labels) {
+    label->SetCaption(i < fields.size() ? fields[i] : " ");
+    label->SetVisible(i++ < fields.size());
+  }
+}
+
+std::string LaneSection(const std::string& section, int lane) {
+  return section + "_Lane" + std::to_string(lane);
+}
 
 }  // namespace
 
@@ -19,7 +39,7 @@ frmLane::frmLane(Forms& forms, RaceState& race, LaneOwner& owner, int laneNumber
     mark->SetCaption("No Cut");
     mark->SetVisible(false);
   }
-  for (int i = lblHdr.Lower(); i <= lblHdr.Upper(); ++i) {
+  for (int i = 0; i <= kLastLapCell; ++i) {
     lblHdr[i].SetCaption("Lap " + std::to_string(i + 1));
     lblLap[i].SetBackColor(kWhite);
   }
@@ -31,24 +51,23 @@ frmLane::frmLane(Forms& forms, RaceState& race, LaneOwner& owner, int laneNumber
 
 void frmLane::HookEvents() {
   cmdLap.onClick = [this] { cmdLap_Click(); };
-  cmdCut.onClick = [this] { cmdCut_Click(); };
+  cmdCut.onClick = [this] { EnterPanelCut(0, race_.RaceActive); };
   cmdTurn.onClick = [this] { cmdTurn_Click(); };
   cmdOrder.onClick = [this] { cmdOrder_Click(); };
   chkNovice.onClick = [this] { chkNovice_Click(); };
   lblStatus.onClick = [this] { lblStatus_Click(); };
-  tmrLaps.onTimer = [this] { tmrLaps_Timer(); };
+  tmrLaps.onTimer = [this] {
+    tmrLaps.SetEnabled(false);
+    lblStatus.SetBackColor(kWindow);
+  };
   tmrTurns.onTimer = [this] { tmrTurns_Timer(); };
   fraLane.onHover = [this] { HidePopUp(); };
-  for (int i = lblCut.Lower(); i <= lblCut.Upper(); ++i) {
+  for (int i = 0; i <= kLastCutMark; ++i) {
     lblCut[i].onHover = [this, i] { lblCut_MouseMove(i); };
   }
   for (Control* box : {&txtLapTen, &txtLapEleven}) {
-    box->onGotFocus = [box] { box->SetSelection(0, static_cast<int>(box->Text().size())); };
+    box->onGotFocus = [box] { SelectAllText(*box); };
   }
-}
-
-void frmLane::Form_Load() {
-  InitializeRace(0);
 }
 
 void frmLane::InitializeRace(std::int32_t timeBase) {
@@ -103,10 +122,6 @@ void frmLane::FollowLink() {
   if (cmdLap.Visible() == race_.CommActive) ShowHandButtons();
 }
 
-std::int32_t frmLane::ToRaceTime(std::int32_t time) const {
-  return AddLong(TimeBase_, time);
-}
-
 void frmLane::SetFormParent(Control& frame) {
   frame.SetVisible(false);
   SetVisible(true);
@@ -114,17 +129,55 @@ void frmLane::SetFormParent(Control& frame) {
 }
 
 void frmLane::UpdateLaneColor() {
-  const auto [name, low, high] = owner_.Marking(laneNumber_);
-  fraLane.SetCaption(name);
-  lblLaneName.SetCaption(name);
-  lblLow.SetBackColor(low);
-  lblHigh.SetBackColor(high);
+  const LaneMarking marking = owner_.Marking(laneNumber_);
+  for (Control* shown : {&fraLane, &lblLaneName}) shown->SetCaption(marking.name);
+  lblLow.SetBackColor(marking.low);
+  lblHigh.SetBackColor(marking.high);
 }
 
 void frmLane::HidePopUp() {
   cmdShow.SetVisible(false);
   cmdShow.SetTag("");
   popUpOf_ = -1;
+}
+
+// In the project file.
+
+void frmLane::SaveLane(const std::string& section, const KeepValue& keep) const {
+  const std::string lane = LaneSection(section, laneNumber_);
+  const auto set = [&](const std::string& key, const std::string& value) { keep(lane, key, value); };
+  set("NumEvents", std::to_string(log_.EventCount()));
+  set("NumCuts", std::to_string(counts_.cutCount));
+  set("NumLaps", std::to_string(counts_.laps));
+  set("Placing", status_);
+  set("Position", position_);
+  set("Time", counts_.finalTime < kNoResult ? FormatSeconds(counts_.finalTime) : "nt");
+  set("Laps", Captions(lblLap, kLastLapCell + 1));
+  set("Cuts", Captions(lblCut, std::min<int>(counts_.cutCount, kLastCutMark)));
+  for (int i = 0; i < log_.EventCount(); ++i) set("Event" + std::to_string(i), EventText(log_[i]));
+}
+
+void frmLane::LoadLane(const std::string& section, const ReadValue& read) {
+  const std::string lane = LaneSection(section, laneNumber_);
+  const auto value = [&](const std::string& key) { return read(lane, key, ""); };
+  const double mode = LeadingNumber(read(section, "RaceMode", ""));
+  TurnToAnotherRace();
+  loadedFai_ = mode >= 1 && mode < 7 ? mode >= kFirstFaiMode : race_.IsFaiMode;
+  ShowCaptions(lblLap, read(lane, "Laps", kNoCaptions));
+  ShowCaptions(lblCut, read(lane, "Cuts", kNoCaptions));
+  // The counts and the time that the file gives are for its readers; the log has the last word here.
+  log_.Read(value);
+  // A lane that flew was saved with a place, or with why it has none.
+  doesNotFly_ = !Flies() || (log_.EventCount() == 0 && value("Placing").empty());
+
+  const int laps = RecountLaps(log_, *loadedFai_).laps;
+  for (int i = 0; i <= kLastLapCell; ++i) lblLap[i].SetBackColor(i < laps ? kSilver : kWhite);
+  SetPosition("");
+  NeedsCutDisplay_ = true;
+  FinalizeRace();
+  for (Control* cell : lblLap) cell->SetVisible(cell->Caption().find_first_not_of(' ') != std::string::npos);
+  SetStatus(value("Placing"));
+  SetPosition(value("Position"));
 }
 
 }  // namespace quorvane

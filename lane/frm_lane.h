@@ -2,15 +2,43 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 
 #include "forms/form.h"
+#include "forms/platform.h"
 #include "lane/lane_log.h"
-#include "lane/lane_owner.h"
 #include "race/race_state.h"
 
 namespace quorvane {
+
+// What a lane panel asks of the race. Lanes are numbered 1..4 here.
+class LaneOwner {
+ public:
+  virtual ~LaneOwner() = default;
+
+  virtual std::int32_t RaceTime() const = 0;  // the lane's "clock now", ms
+  virtual bool ClockRunning() const = 0;      // the race clock's timer is on
+  virtual void IssueLapEvent() = 0;
+  virtual void IssueRaceEvent() = 0;
+  // 1: offer the places anew, from the first on; otherwise offer the next place that is free.
+  virtual void SetOrder(int place) = 0;
+  // The operator is giving the lane this place: any other one that has it gives it up.
+  virtual void TakePlace(int lane, int place) = 0;
+  // The lane's result has changed after the race was done: an entry came late, or the operator wrote one.
+  virtual void ResultChanged() = 0;
+  virtual DialogAnswer Ask(const DialogBox& box) = 0;
+  virtual LaneMarking Marking(int lane) const = 0;
+};
+
+// The time base of a lane that does not fly.
+inline constexpr std::int32_t kDoesNotFly = -1000000;
+
+// A value of the project file: section, key, fallback.
+using ReadValue = std::function<std::string(const std::string&, const std::string&, const std::string&)>;
+// Keeps one there: section, key, value.
+using KeepValue = std::function<void(const std::string&, const std::string&, const std::string&)>;
 
 // The judging panel of one lane: takes laps, cuts and turns from the operator and, through the console, from
 // the stations, keeps them in the lane's event log and shows what the log says.
@@ -19,31 +47,33 @@ namespace quorvane {
 // raises a RunTimeError has entered nothing. Reports that come too early, too soon or too late are dropped
 // silently.
 class frmLane : public Form {
+  using enum ControlKind;
+
  public:
   frmLane(Forms& forms, RaceState& race, LaneOwner& owner, int laneNumber);  // lanes 1..4: frmLane1..frmLane4
 
-  Control& fraLane = Add(ControlKind::Frame, "fraLane");
-  Control& chkNovice = AddCaptioned(ControlKind::CheckBox, "chkNovice", "9 Laps", &fraLane);
-  Control& cmdOrder = Add(ControlKind::Button, "cmdOrder", &fraLane);
-  Control& cmdShow = Add(ControlKind::Button, "cmdShow", &fraLane);
-  Control& cmdTurn = AddCaptioned(ControlKind::Button, "cmdTurn", "Turn", &fraLane);
-  Control& txtLapTen = Add(ControlKind::TextBox, "txtLapTen", &fraLane);
-  Control& txtLapEleven = Add(ControlKind::TextBox, "txtLapEleven", &fraLane);
-  Control& tmrLaps = Add(ControlKind::Timer, "tmrLaps");
-  Control& cmdCut = AddCaptioned(ControlKind::Button, "cmdCut", "Cut", &fraLane);
-  Control& cmdLap = AddCaptioned(ControlKind::Button, "cmdLap", "Lap", &fraLane);
-  Control& tmrTurns = Add(ControlKind::Timer, "tmrTurns");
+  Control& fraLane = Add(Frame, "fraLane");
+  Control& chkNovice = AddCaptioned(CheckBox, "chkNovice", "9 Laps", &fraLane);
+  Control& cmdOrder = Add(Button, "cmdOrder", &fraLane);
+  Control& cmdShow = Add(Button, "cmdShow", &fraLane);
+  Control& cmdTurn = AddCaptioned(Button, "cmdTurn", "Turn", &fraLane);
+  Control& txtLapTen = Add(TextBox, "txtLapTen", &fraLane);
+  Control& txtLapEleven = Add(TextBox, "txtLapEleven", &fraLane);
+  Control& tmrLaps = Add(Timer, "tmrLaps");
+  Control& cmdCut = AddCaptioned(Button, "cmdCut", "Cut", &fraLane);
+  Control& cmdLap = AddCaptioned(Button, "cmdLap", "Lap", &fraLane);
+  Control& tmrTurns = Add(Timer, "tmrTurns");
   // The anchor of a cut mark is the lap cell of its column.
-  ControlArray lblCut{*this, ControlKind::Label, "lblCut", 0, kLastCutMark, &fraLane};
-  ControlArray lblLap{*this, ControlKind::Label, "lblLap", 0, kLastLapCell, &fraLane};
-  ControlArray lblHdr{*this, ControlKind::Label, "lblHdr", 0, kLastLapCell, &fraLane};
-  Control& lblLaneName = Add(ControlKind::Label, "lblLaneName", &fraLane);
-  Control& lblStatus = Add(ControlKind::Label, "lblStatus", &fraLane);
-  Control& lblLow = Add(ControlKind::Label, "lblLow", &fraLane);
-  Control& lblHigh = Add(ControlKind::Label, "lblHigh", &fraLane);
+  ControlArray lblCut{*this, Label, "lblCut", 0, kLastCutMark, &fraLane};
+  ControlArray lblLap{*this, Label, "lblLap", 0, kLastLapCell, &fraLane};
+  ControlArray lblHdr{*this, Label, "lblHdr", 0, kLastLapCell, &fraLane};
+  Control& lblLaneName = Add(Label, "lblLaneName", &fraLane);
+  Control& lblStatus = Add(Label, "lblStatus", &fraLane);
+  Control& lblLow = Add(Label, "lblLow", &fraLane);
+  Control& lblHigh = Add(Label, "lblHigh", &fraLane);
 
-  // Laps. -1000000 for a lane that does not fly: it counts as finished and keeps its time base and controls,
-  // but for what it shows of a loaded race. It has no place.
+  // Laps. With kDoesNotFly the lane counts as finished and keeps its time base and controls, but for what
+  // it shows of a loaded race. It has no place.
   void InitializeRace(std::int32_t timeBase);
   // lockOut: ms in which a station's next lap is refused.
   void DoLap(std::int32_t time, std::int32_t lockOut);
@@ -61,18 +91,12 @@ class frmLane : public Form {
   // For a race whose laps before now were not heard: the lane has its time for the next one from here on.
   void JoinRace();
   void cmdLap_Click();
-  void tmrLaps_Timer();
-  void chkNovice_Click();
 
   // Turns and cuts.
   void DoCut(const std::string& cutCode, int source, std::int32_t time);
-  void cmdCut_Click();
   void cntrCut(int pylon);                                            // 1..3
   void DoTurn(int source, std::int32_t time, std::int32_t interval);  // interval: ms that the turn is shown
   bool CanDoTurn() const;
-  void cmdTurn_Click();
-  void tmrTurns_Timer();
-  void lblCut_MouseMove(int index);
 
   // Finish and places. The final time is kNoResult without a result.
   std::int32_t GetFinal();
@@ -87,14 +111,11 @@ class frmLane : public Form {
   void LaneOrder(int place);   // offers place 1..4, or none with 5; an error otherwise; 1 begins anew
   void OfferPlace(int place);  // the same, but goes on with the places given so far
   void GiveUpPlace();          // the lane is ranked by its time again
-  void cmdOrder_Click();
-  void lblStatus_Click();
   // For the next frame: laps, what is left of the lap or turn light in units of 8 ms (at most 255), cuts per
   // pylon.
   void GetInfo(std::uint8_t& laps, std::uint8_t& lit, std::array<std::int16_t, 4>& cuts) const;
 
   // The panel. It stands in the place of the console's frame.
-  void Form_Load();
   void SetFormParent(Control& frame);
   void UpdateLaneColor();
   // The hands' buttons come back when the link has dropped, and go when it is there again.
@@ -103,8 +124,8 @@ class frmLane : public Form {
   // Records. `section` is that of the race, "Race7" or "Refly2"; the lane's own is "Race7_Lane3". Values that
   // are read may be anything (see LaneLog::Read). A loaded lane is recounted under the race mode that the
   // race's section names and counts as finished until the next InitializeRace.
-  void SaveLane(const std::string& section);
-  void LoadLane(const std::string& section);
+  void SaveLane(const std::string& section, const KeepValue& keep) const;
+  void LoadLane(const std::string& section, const ReadValue& read);
 
   // The lane's variables.
   std::int32_t TimeBase() const { return TimeBase_; }
@@ -125,11 +146,17 @@ class frmLane : public Form {
   std::int32_t TurnTimerEnd() const { return TurnTimerEnd_; }
 
  private:
-  std::int32_t ToRaceTime(std::int32_t time) const;
+  std::int32_t ToRaceTime(std::int32_t time) const { return AddLong(TimeBase_, time); }
   bool IsFai() const { return loadedFai_.value_or(race_.IsFaiMode); }
   bool HasCell(int lap) const;
 
   void HookEvents();
+  void chkNovice_Click();
+  void cmdTurn_Click();
+  void tmrTurns_Timer();
+  void lblCut_MouseMove(int index);
+  void cmdOrder_Click();
+  void lblStatus_Click();
   void TurnToAnotherRace();
   void ClearCells();
   void ShowHandButtons();
@@ -147,9 +174,6 @@ class frmLane : public Form {
   void DisplayCutTotals();
   void ShowResult();
   void EntryMade();
-
-  std::string LaneSection(const std::string& section) const;
-  void LoadCaptions(const std::string& laneSection, const char* key, const ControlArray& labels);
 
   RaceState& race_;
   LaneOwner& owner_;

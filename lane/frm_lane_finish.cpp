@@ -17,8 +17,7 @@ constexpr Color kNoFinish = Color::Rgb(0xFFC0C0);
 constexpr int kAllGiven = 5;  // the place that is offered after the last one
 constexpr int kTenthCell = kLastLapCell - 1;
 
-// "First", "1", "1." or "1st", with or without "place" after it; 0 for anything else: "2 cuts" and "1:23.45"
-// are none.
+// "First", "1", "1." or "1st", with or without "place" after it; 0 for anything else, such as "2 cuts".
 int PlaceIn(const std::string& text) {
   static constexpr std::array kEndings = {"st", "nd", "rd", "th"};
   std::vector<std::string> words = Split(text, ' ');

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <optional>
+#include <utility>
 
 #include "base/checked.h"
 #include "base/stations.h"
@@ -13,21 +14,13 @@
 namespace quorvane {
 namespace {
 
-std::string SourceNameOf(const NewEvent& event) {
-  if (event.source >= 0 && event.source < 7) {
-    return std::string(StationCodes[static_cast<std::size_t>(event.source)]);
-  }
-  if (event.source != kPanelSource) return "?";
-  return event.missedPylon == 0 ? "ME" : fmt::format("MP{}", event.missedPylon);
-}
+constexpr int kLapsWithCut = 11;
+constexpr std::int32_t kDisqualifiedTime = 200000;
 
-LaneEvent Entry(const NewEvent& event) {
-  return {.Count = ToByte(event.count),
-          .Source = ToByte(event.source),
-          .Kind = std::string(event.kind),
-          .SourceName = SourceNameOf(event),
-          .EventTime = event.time,
-          .FirstReported = event.kind == "C" ? event.time : 0};
+std::string SourceNameOf(int source, int missedPylon) {
+  if (source < 7) return std::string(Element(StationCodes, source));
+  if (source != kPanelSource) return "?";
+  return missedPylon == 0 ? "ME" : fmt::format("MP{}", missedPylon);
 }
 
 // None for an entry with another number of fields or a number that its field cannot hold.
@@ -46,7 +39,21 @@ std::optional<LaneEvent> ReadEvent(const std::string& text) {
   }
 }
 
+// A cut from a judge or the starter belongs to the pylon that its name gives as a number; the names of the
+// station table are no numbers, and then the station itself is the pylon.
+std::size_t TallyIndex(const LaneEvent& event) {
+  if (event.Source > 3) return 3;
+  const std::string& name = event.SourceName;
+  if (name.size() == 1 && name[0] >= '0' && name[0] <= '3') return static_cast<std::size_t>(name[0] - '0');
+  return event.Source;
+}
+
 }  // namespace
+
+LaneEvent Entry(const char* kind, std::int32_t time, int source, int count, int missedPylon) {
+  const std::uint8_t from = ToByte(source);
+  return {ToByte(count), from, kind, SourceNameOf(from, missedPylon), time, *kind == 'C' ? time : 0};
+}
 
 std::string EventText(const LaneEvent& event) {
   return fmt::format("{},{},{},{},{},{}", event.Count, event.Source, event.Kind, event.SourceName,
@@ -65,8 +72,8 @@ int LaneLog::CountLaps() const {
   return laps;
 }
 
-void LaneLog::AddEvent(const NewEvent& event) {
-  Element(events_, count_) = Entry(event);
+void LaneLog::AddEvent(LaneEvent event) {
+  Element(events_, count_) = std::move(event);
   ++count_;
 }
 
@@ -84,7 +91,7 @@ void LaneLog::EnterCuts(const CutReport& report) {
   }
   if (report.cutsOnLane != 0 || have >= report.wanted) again = nullptr;
   const int missing = report.wanted - have - (again != nullptr ? 1 : 0);
-  const NewEvent cut{"C", report.time, ToByte(report.source), ToByte(report.lapOfCut), report.missedPylon};
+  const LaneEvent cut = Entry("C", report.time, report.source, report.lapOfCut, report.missedPylon);
   Require(missing);
 
   for (LaneEvent* event : excess) {
@@ -119,6 +126,64 @@ void LaneLog::Read(const LaneValue& value) {
   for (int i = 0; i < count_; ++i) {
     if (auto event = ReadEvent(value(fmt::format("Event{}", i)))) Element(events_, i) = *std::move(event);
   }
+}
+
+// The two recounts of a lane's log.
+
+LapRecount RecountLaps(const LaneLog& log, bool isFaiMode) {
+  LapRecount r;
+  for (const LaneEvent& event : log.Entries()) {
+    if (event.Kind == "L") {
+      r.laps = event.Count;
+      if (r.laps == r.lapTarget) {
+        r.finalTime = isFaiMode && r.cutsBeforeFinish >= 2 ? kDisqualifiedTime : event.EventTime;
+      }
+    } else if (event.Kind == "C") {
+      if (r.laps < r.lapTarget) {
+        ++r.cutsBeforeFinish;
+        if (!isFaiMode) r.lapTarget = kLapsWithCut;
+      }
+      ++r.cutCount;
+      ++r.pylonCuts[TallyIndex(event)];
+    }
+  }
+  return r;
+}
+
+CutRecount RecountCuts(const LaneLog& log, bool isFaiMode) {
+  CutRecount r;
+  int lastTurnLap = -1;
+  const auto mark = [&](const LaneEvent& event) {
+    const int index = r.turns + r.cutCount;
+    if (index > kLastCutMark) return;
+    const bool turn = event.Kind == "T";
+    const bool white = r.laps < r.lapTarget || (turn && r.laps == r.lapTarget);
+    const std::string time = FormatSeconds(event.EventTime);
+    const std::string tag = fmt::format("{} {} {}", event.Kind, event.SourceName, time);
+    r.marks.push_back(
+        {index, std::min<int>(event.Count, kLastLapCell), !white, turn ? "T  " + time : tag, tag});
+  };
+  for (const LaneEvent& event : log.Entries()) {
+    if (event.Kind == "L" && r.laps <= r.lapTarget) ++r.laps;
+    if (event.Kind == "T" && event.Count > lastTurnLap) {  // only the first turn of a lap is shown
+      lastTurnLap = event.Count;
+      mark(event);
+      if (r.turns <= r.lapTarget) ++r.turns;
+    }
+    if (event.Kind == "C") {
+      if (r.laps + r.cutCount > kLastCutMark) {
+        r.cutCount = static_cast<std::int16_t>(kLastCutMark - r.laps - 1);
+      }
+      if (event.Count < r.lapTarget && !isFaiMode) r.lapTarget = kLapsWithCut;
+      mark(event);
+      ++r.pylonCuts[TallyIndex(log[0])];
+      ++r.cutCount;
+    }
+  }
+  const LapRecount laps = RecountLaps(log, isFaiMode);
+  r.cutsBeforeFinish = laps.cutsBeforeFinish;
+  r.finalTime = laps.finalTime;
+  return r;
 }
 
 }  // namespace quorvane

@@ -5,7 +5,6 @@
 #include <functional>
 #include <span>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "race/race_state.h"
@@ -31,14 +30,9 @@ struct LaneEvent {
 // As the project file keeps it: six fields joined by commas.
 std::string EventText(const LaneEvent& event);
 
-// What an entry is made of besides its name.
-struct NewEvent {
-  std::string_view kind;
-  std::int32_t time = 0;
-  int source = 0;       // OverflowError outside 0..255
-  int count = 0;        // OverflowError outside 0..255
-  int missedPylon = 0;  // 0..3, names an entry of the panel: "ME", "MP1".."MP3"
-};
+// A new entry, named after its source. OverflowError for a source or a count outside 0..255. An entry of the
+// panel is named after the missed pylon: "ME", "MP1".."MP3".
+LaneEvent Entry(const char* kind, std::int32_t time, int source, int count, int missedPylon = 0);
 
 // A report of how many cuts one source sees on the lane now.
 struct CutReport {
@@ -65,7 +59,7 @@ class LaneLog {
   std::span<const LaneEvent> Entries() const { return {events_.data(), static_cast<std::size_t>(count_)}; }
   int CountLaps() const;  // the count of the latest lap, 0 without one
 
-  void AddEvent(const NewEvent& event);
+  void AddEvent(LaneEvent event);
   // Brings the cuts of the report's source to what it reports: the latest excess cuts are withdrawn, one that
   // was withdrawn less than a second ago counts again, missing ones are logged. All of it, or nothing when
   // they do not all fit.

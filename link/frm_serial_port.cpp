@@ -2,14 +2,13 @@
 
 #include "base/stations.h"
 #include "base/text.h"
+#include "link/port_numbers.h"
 
 namespace quorvane {
 namespace {
 
 constexpr const char* kName = "frmSerialPort";  // also its section in the settings store
 constexpr const char* kControllerKey = "chkSystemController";
-constexpr int kLastOption = 31;
-constexpr int kLastStation = 7;
 
 }  // namespace
 
@@ -17,9 +16,7 @@ frmSerialPort::frmSerialPort(Door& door, RaceState& race, LinkOwner& owner, Seri
     : Form(door.AllForms(), kName), door_(door), race_(race), owner_(owner), MSComm1_(MSComm1) {
   SetCaption("Station Link");
   ShowPorts({kNoPort});
-  cmdStation.SetVisible(false);
-  cmdFreeze.SetVisible(false);
-  fraMore.SetVisible(false);
+  for (Control* control : {&cmdStation, &cmdFreeze, &fraMore}) control->SetVisible(false);
   for (Control* label : lblSilent) {
     label->SetCaption("Silent");
     label->SetForeColor(kRed);
@@ -31,8 +28,8 @@ frmSerialPort::frmSerialPort(Door& door, RaceState& race, LinkOwner& owner, Seri
 }
 
 void frmSerialPort::HookEvents() {
-  for (int i = 0; i <= kLastOption; ++i) optPort[i].onClick = [this, i] { optPort_Click(i); };
-  for (int i = 0; i <= kLastStation; ++i) lblStation[i].onClick = [this, i] { lblStation_Click(i); };
+  for (int i = 0; i <= kLastPortNumber; ++i) optPort[i].onClick = [this, i] { optPort_Click(i); };
+  for (int i = 0; i < kStations; ++i) lblStation[i].onClick = [this, i] { lblStation_Click(i); };
   cmdStation.onClick = [this] {
     selectedStation_.reset();
     cmdStation.SetVisible(false);
@@ -60,11 +57,9 @@ void frmSerialPort::Form_Load() {
   tmrAging.SetEnabled(true);
   tmrIndicators.SetEnabled(false);
   tmrIndicators.SetInterval(100);
-  for (int i = 0; i <= kLastStation; ++i) {
+  for (int i = 0; i < kStations; ++i) {
     lblStation[i].SetCaption(std::string(Element(StationNames, i)));
     lblAge[i].SetCaption("Off");
-    lblVolt[i].SetCaption("");
-    lblTemp[i].SetCaption("");
   }
   ShowDetail(Setting("More", "<") == ">");
 }
@@ -84,7 +79,7 @@ void frmSerialPort::chkSystemController_Click() {
   chkListen.SetEnabled(true);
   if (IsControllerMode() && door_.Ask(confirm).word == DialogAnswer::Word::Yes && IsControllerMode()) {
     chkListen.SetEnabled(false);
-    owner_.IssueRaceEvent(true);
+    owner_.IssueRaceEvent();
   }
   SaveSetting(kControllerKey, std::to_string(chkSystemController.Value()));
 }

@@ -10,12 +10,32 @@
 #include "forms/form.h"
 #include "link/frame_receiver.h"
 #include "link/link_counters.h"
-#include "link/link_owner.h"
 #include "link/serial_control.h"
 #include "link/station_message.h"
 #include "race/race_state.h"
 
 namespace quorvane {
+
+enum class Traffic : std::uint8_t { Received, Sent };
+
+// What the station link asks of the race, and what it has the console show.
+class LinkOwner {
+ public:
+  virtual ~LinkOwner() = default;
+
+  // A good frame has arrived. The frame is the handler's own copy: whatever it sends in answer does not
+  // change it.
+  virtual void ProcessMessage(const StationMessage& frame) = 0;
+
+  // Fills in the race clock, the start state, the race mode and the lanes' laps, lights and cuts.
+  virtual void FillRaceData(StationMessage& frame) = 0;
+  virtual void IssueRaceEvent() = 0;
+
+  virtual void ShowPort(const std::string& text, bool open) = 0;
+  virtual void ShowTraffic(Traffic lamp, bool lit) = 0;
+  // In few words, why the port is not open or which stations are silent in the race; empty: all is well.
+  virtual void ShowRadioWarning(const std::string& text) = 0;
+};
 
 // The station link: chooses and works the serial port of the radio modem, cuts frames out of what it receives
 // and hands them to the race, sends the console's frames, polls the stations between races and shows their
@@ -25,6 +45,8 @@ namespace quorvane {
 // Times are ms of the console clock. A fault of the radio ends up in the message line and never stops the
 // program; an error while a frame is handled ends the handling of that frame only.
 class frmSerialPort : public Form, private FrameSink {
+  using enum ControlKind;
+
  public:
   frmSerialPort(Door& door, RaceState& race, LinkOwner& owner, SerialControl& MSComm1);
 
@@ -45,40 +67,38 @@ class frmSerialPort : public Form, private FrameSink {
 
   // Ports found at the last activation, in rising order behind "None"; the others are hidden. The tag is the
   // number.
-  ControlArray optPort{*this, ControlKind::Option, "optPort", 0, 31};
+  ControlArray optPort{*this, Option, "optPort", 0, 31};
   // Cleared by the ageing timer, which nothing starts anew: steady noise must not hold the polling back.
-  Control& lblMessage = Add(ControlKind::Label, "lblMessage");
-  Control& chkSystemController =
-      AddCaptioned(ControlKind::CheckBox, "chkSystemController", "System Controller");
-  Control& chkListen = AddCaptioned(ControlKind::CheckBox, "chkListen", "Listen Only (Debug Monitor)");
-  Control& cmdMore = AddCaptioned(ControlKind::Button, "cmdMore", "<");
-  Control& cmdHide = AddCaptioned(ControlKind::Button, "cmdHide", "Hide");
-  Control& tmrAging = Add(ControlKind::Timer, "tmrAging");
-  Control& tmrIndicators = Add(ControlKind::Timer, "tmrIndicators");
+  Control& lblMessage = Add(Label, "lblMessage");
+  Control& chkSystemController = AddCaptioned(CheckBox, "chkSystemController", "System Controller");
+  Control& chkListen = AddCaptioned(CheckBox, "chkListen", "Listen Only (Debug Monitor)");
+  Control& cmdMore = AddCaptioned(Button, "cmdMore", "<");
+  Control& cmdHide = AddCaptioned(Button, "cmdHide", "Hide");
+  Control& tmrAging = Add(Timer, "tmrAging");
+  Control& tmrIndicators = Add(Timer, "tmrIndicators");
   // Runs from the start of a race until it is saved or called off.
-  Control& tmrSilence = Add(ControlKind::Timer, "tmrSilence");
-  Control& tmrPort = Add(ControlKind::Timer, "tmrPort");  // runs while a port that exists is awaited
+  Control& tmrSilence = Add(Timer, "tmrSilence");
+  Control& tmrPort = Add(Timer, "tmrPort");  // runs while a port that exists is awaited
 
-  Control& fraStations = AddCaptioned(ControlKind::Frame, "fraStations", "Stations");
-  Control& lblStationHeader =
-      AddCaptioned(ControlKind::Label, "lblStationHeader", "Stn ----  Age Volt Tmp", &fraStations);
-  ControlArray lblStation{*this, ControlKind::Label, "lblStation", 0, 7, &fraStations};
+  Control& fraStations = AddCaptioned(Frame, "fraStations", "Stations");
+  Control& lblStationHeader = AddCaptioned(Label, "lblStationHeader", "Stn ----  Age Volt Tmp", &fraStations);
+  ControlArray lblStation{*this, Label, "lblStation", 0, 7, &fraStations};
   // Its tag: when the station was last heard, empty when never.
-  ControlArray lblAge{*this, ControlKind::Label, "lblAge", 0, 7, &fraStations};
-  ControlArray lblVolt{*this, ControlKind::Label, "lblVolt", 0, 7, &fraStations};
-  ControlArray lblTemp{*this, ControlKind::Label, "lblTemp", 0, 7, &fraStations};
+  ControlArray lblAge{*this, Label, "lblAge", 0, 7, &fraStations};
+  ControlArray lblVolt{*this, Label, "lblVolt", 0, 7, &fraStations};
+  ControlArray lblTemp{*this, Label, "lblTemp", 0, 7, &fraStations};
   // Shown beside a station that is silent while a race is flown.
-  ControlArray lblSilent{*this, ControlKind::Label, "lblSilent", 0, 7, &fraStations};
+  ControlArray lblSilent{*this, Label, "lblSilent", 0, 7, &fraStations};
   // Lies over the name of the station that alone is polled.
-  Control& cmdStation = Add(ControlKind::Button, "cmdStation", &fraStations);
+  Control& cmdStation = Add(Button, "cmdStation", &fraStations);
 
-  Control& fraMore = AddCaptioned(ControlKind::Frame, "fraMore", "Msg");
-  Control& lblMsg = Add(ControlKind::Label, "lblMsg", &fraMore);
-  Control& cmdFreeze = AddCaptioned(ControlKind::Button, "cmdFreeze", "Thaw", &fraMore);
-  Control& cmdCopyMsg = AddCaptioned(ControlKind::Button, "cmdCopyMsg", "Copy", &fraMore);
-  Control& fraCounters = AddCaptioned(ControlKind::Frame, "fraCounters", "Since start", &fraMore);
-  Control& lblCounters = Add(ControlKind::Label, "lblCounters", &fraCounters);
-  Control& cmdCopyCounters = AddCaptioned(ControlKind::Button, "cmdCopyCounters", "Copy", &fraCounters);
+  Control& fraMore = AddCaptioned(Frame, "fraMore", "Msg");
+  Control& lblMsg = Add(Label, "lblMsg", &fraMore);
+  Control& cmdFreeze = AddCaptioned(Button, "cmdFreeze", "Thaw", &fraMore);
+  Control& cmdCopyMsg = AddCaptioned(Button, "cmdCopyMsg", "Copy", &fraMore);
+  Control& fraCounters = AddCaptioned(Frame, "fraCounters", "Since start", &fraMore);
+  Control& lblCounters = Add(Label, "lblCounters", &fraCounters);
+  Control& cmdCopyCounters = AddCaptioned(Button, "cmdCopyCounters", "Copy", &fraCounters);
 
  private:
   static constexpr int kStations = LinkCounters::kStations;
@@ -113,7 +133,6 @@ class frmSerialPort : public Form, private FrameSink {
   void DamagedFrame(const StationMessage& frame, std::uint8_t computedEcc) override;
   void Unexpected(std::uint8_t first, std::uint8_t second) override;
   void HandleFrame(const StationMessage& frame);
-  void FillRaceData();
   void LightLamp(Traffic lamp);
   void tmrIndicators_Timer();
   int NoteOnAir(const StationMessage& frame);

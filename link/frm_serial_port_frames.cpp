@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 
 #include "base/checked.h"
-#include "base/stations.h"
 #include "link/frm_serial_port.h"
 
 namespace quorvane {
@@ -26,8 +25,7 @@ void frmSerialPort::LineError(int code) {
   MSComm1_OnComm();
 }
 
-// Bytes that arrive while a frame is handled (behind a dialog box) wait in the serial control for the outer
-// loop.
+// Bytes that arrive behind a dialog box, while a frame is handled, wait for the outer loop.
 void frmSerialPort::MSComm1_OnComm() {
   if (receiving_) return;
   const BusyFlag busy(receiving_);
@@ -74,7 +72,7 @@ void frmSerialPort::SendMessage(int to, int from) {
   TxMessage_.Wig2 = kWig2;
   TxMessage_.To = ToByte(to);
   TxMessage_.From = ToByte(from);
-  if (IsControllerMode()) FillRaceData();
+  if (IsControllerMode()) owner_.FillRaceData(TxMessage_);
 
   StationMessage message = TxMessage_;
   message.Ecc = ComputeEcc(EncodeFrame(message));
@@ -88,24 +86,6 @@ void frmSerialPort::SendMessage(int to, int from) {
     door_.NoteSent(bytes);
   }
   ShowMessageDetail(message);
-}
-
-// A cut byte has a slot for each count: its low bit for one cut, both of its bits for more.
-void frmSerialPort::FillRaceData() {
-  TxMessage_.ssSgl = 0;
-  TxMessage_.ssDbl = 0;
-  TxMessage_.Cuts = {};
-  for (std::uint8_t lane = 0; lane < 4; ++lane) {
-    std::array<std::int16_t, 4> cuts = {};
-    owner_.GetLaneInfo(lane, TxMessage_.Lap[lane], TxMessage_.Lit[lane], cuts);
-    for (std::size_t slot = 0; slot < cuts.size(); ++slot) {
-      if (cuts[slot] < 1) continue;
-      const bool single = cuts[slot] == 1;
-      TxMessage_.Cuts[lane] |= single ? LaneBitLow[slot] : LaneBitPair[slot];
-      (single ? TxMessage_.ssSgl : TxMessage_.ssDbl) |= BitMask[lane];
-    }
-  }
-  owner_.LoadStartInfo(TxMessage_.Time, TxMessage_.Strt, TxMessage_.Mode);
 }
 
 void frmSerialPort::LightLamp(Traffic lamp) {

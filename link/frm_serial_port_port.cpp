@@ -7,12 +7,12 @@
 #include "base/checked.h"
 #include "base/text.h"
 #include "link/frm_serial_port.h"
+#include "link/port_numbers.h"
 
 namespace quorvane {
 namespace {
 
 constexpr const char* kPortKey = "CommPort";
-constexpr int kLastPort = 31;
 
 std::string PortText(int port) {
   return fmt::format("COM{}", port);
@@ -51,7 +51,7 @@ void frmSerialPort::BuildPortList() {
   const double saved = LeadingNumber(Setting(kPortKey, "-1"));
   std::vector<int> ports = {kNoPort};
   SerialError savedError;
-  for (int port = 1; port <= kLastPort; ++port) {
+  for (int port = 1; port <= kLastPortNumber; ++port) {
     ClosePort();
     const SerialError error = Open(MSComm1_, port);
     if (!error) ports.push_back(port);

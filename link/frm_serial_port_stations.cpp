@@ -1,7 +1,9 @@
-// The station rows, and the polling of the stations.
+// The station rows and the polling, the stations that fall silent, and the message detail panel.
 
 #include <fmt/format.h>
 
+#include "base/checked.h"
+#include "base/stations.h"
 #include "base/text.h"
 #include "link/frm_serial_port.h"
 
@@ -20,8 +22,7 @@ std::string VoltText(std::uint8_t raw) {
   return FormatRatio(numerator, kVoltDenominator, 1);
 }
 
-// An analogue sensor with 0.776 V at 0 degrees and 2.86 mV per degree, read by an 8-bit converter at 3.3 V:
-// (raw * 3.3 / 256 - 0.776) / 0.00286, without its fractions.
+// Sensor with 0.776 V at 0 degrees and 2.86 mV per degree, 8 bits at 3.3 V: (raw*3.3/256 - 0.776) / 0.00286.
 std::string TempText(std::uint8_t raw) {
   return FormatRatio(raw * std::int64_t{330000} - std::int64_t{77600} * 256, std::int64_t{286} * 256, 1);
 }
@@ -30,6 +31,20 @@ void Show(Control& cell, std::string text, Color color = kButtonText) {
   cell.SetCaption(std::move(text));
   cell.SetForeColor(color);
 }
+
+constexpr int kUnassigned = 5;
+
+// " P1 TM": the short names.
+std::string Codes(const std::vector<int>& stations) {
+  std::string text;
+  for (const int station : stations) {
+    text += station == kUnassigned ? " 5" : " " + std::string(Element(StationCodes, station));
+  }
+  return text;
+}
+
+// A caption that only acknowledgements lengthen has to end somewhere.
+constexpr std::size_t kLongestCaption = 4000;
 
 }  // namespace
 
@@ -70,8 +85,7 @@ void frmSerialPort::AgeStation(int address) {
   Show(lblTemp[address], "");
 }
 
-// The name stays red until the station answers. A selected station is asked in place of the one whose turn it
-// is.
+// The name whose turn it is stays red until the station answers. A selected station is asked in its place.
 void frmSerialPort::PollNextStation() {
   lblStation[PollStation_].SetForeColor(kRed);
   if (selectedStation_) return SendMessage(*selectedStation_, kConsole);
@@ -85,6 +99,98 @@ void frmSerialPort::lblStation_Click(int index) {
   cmdStation.SetCaption(lblStation[index].Caption());
   cmdStation.SetTag(std::to_string(index));
   cmdStation.SetVisible(true);
+}
+
+// Stations that fall silent while a race is flown.
+
+// Silence counts from the start of the race: before it a station speaks only when it is polled.
+void frmSerialPort::WatchForSilence() {
+  if (race_.RaceActive == tmrSilence.Enabled()) return;
+  raceSeen_ = door_.Now();
+  silent_ = {};
+  tmrSilence.SetEnabled(race_.RaceActive);
+  MarkSilentStations();
+}
+
+// Nobody misses an address that belongs to nobody, or a station that the console stands in for.
+bool frmSerialPort::IsExpected(int address) const {
+  const bool stoodInFor = IsControllerMode() && (address == kStarter || address == kTimers);
+  return counters_.WasHeard(address) || (address != kUnassigned && !stoodInFor);
+}
+
+// A console without a radio misses nobody.
+bool frmSerialPort::IsQuiet(int address) const {
+  if (!race_.RaceActive || !race_.CommActive || !IsExpected(address)) return false;
+  return counters_.IsSilent(address, door_.Now(), raceSeen_);
+}
+
+// After the finish the stations may fall silent; those that did before it are named until the race is saved
+// or called off, because its times may have suffered.
+void frmSerialPort::MarkSilentStations() {
+  for (int i = 0; i < kStations; ++i) {
+    bool& silent = Element(silent_, i);
+    silent = IsQuiet(i) && (silent || !race_.RaceDone);
+    lblSilent[i].SetVisible(silent);
+  }
+  ShowRadioWarning();
+}
+
+// The more there are, the shorter: all of it must fit beside the port.
+std::string frmSerialPort::SilenceText() const {
+  std::vector<int> fallen;
+  std::vector<int> never;
+  bool all = true;
+  for (int i = 0; i < kStations; ++i) {
+    const bool silent = Element(silent_, i);
+    if (silent) (counters_.WasHeard(i) ? fallen : never).push_back(i);
+    if (!silent && IsExpected(i)) all = false;
+  }
+  if (all) return "RADIO SILENT";
+  if (fallen.size() + never.size() == 1) {
+    return fallen.empty() ? "Never heard: " + StationLabel(never[0]) : "Silent: " + StationLabel(fallen[0]);
+  }
+  std::string text = fallen.empty() ? "" : "Silent:" + Codes(fallen);
+  if (!never.empty()) text += (text.empty() ? "Never heard:" : ", never:") + Codes(never);
+  return text;
+}
+
+// On the console, where the operator looks during a race.
+void frmSerialPort::ShowRadioWarning() {
+  owner_.ShowRadioWarning(awaitedPort_ != 0 ? AwaitedShort() : SilenceText());
+}
+
+// The message detail panel.
+
+void frmSerialPort::ShowMessageDetail(const StationMessage& frame) {
+  if (!fraMore.Visible() || Frozen_) return;
+  if (frame.To == LastShownFrom_ && frame.From == kAcknowledgement) {
+    if (fraMore.Caption().size() < kLongestCaption) fraMore.SetCaption(fraMore.Caption() + " Ack");
+    MarkStationHeard(LastToAddress_);
+    return;
+  }
+  if (selectedStation_ && frame.To != *selectedStation_ && frame.From != *selectedStation_) return;
+  fraMore.SetCaption("Msg (" + StationName(frame.From) + " -> " + StationName(frame.To) + ")");
+  LastShownFrom_ = frame.From;
+  if (frame.From != kAcknowledgement) LastToAddress_ = frame.To;
+  lblMsg.SetCaption(DebugDump(frame));
+  door_.System().RepaintWindows();
+}
+
+void frmSerialPort::Freeze(bool frozen) {
+  Frozen_ = frozen;
+  cmdFreeze.SetVisible(frozen);
+}
+
+// Kept for the next start.
+void frmSerialPort::ShowDetail(bool show) {
+  SaveSetting("More", show ? ">" : "<");
+  cmdMore.SetCaption(show ? "<" : ">");
+  fraMore.SetVisible(show);
+}
+
+// The program's lines end with a carriage return, other programs' with a line feed.
+void frmSerialPort::CopyText(const std::string& text) {
+  door_.System().CopyText(Replaced(text, "\r", "\n") + "\n");
 }
 
 }  // namespace quorvane

@@ -28,7 +28,6 @@ class LinkCounters {
   void Heard(int address, std::int64_t now);
 
   std::int64_t GoodFrames() const { return good_; }
-  std::int64_t DamagedFrames() const { return damaged_; }
   std::int64_t FramesSent() const { return sent_; }
   // Bytes received that were not part of a good frame and are not waiting in the receive buffer, which holds
   // `buffered`.

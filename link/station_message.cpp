@@ -19,6 +19,24 @@ std::string BitLine(const char* label, std::uint8_t byte) {
 
 }  // namespace
 
+void SetFrameTime(StationMessage& message, std::int32_t ms) {
+  message.Time = std::bit_cast<std::array<std::uint8_t, 4>>(ms);
+  if constexpr (std::endian::native == std::endian::little) std::ranges::reverse(message.Time);
+}
+
+// A cut byte has a slot for each count: its low bit for one cut, both of its bits for more.
+void SetCuts(StationMessage& message, std::size_t lane, const std::array<std::int16_t, 4>& cuts) {
+  message.Cuts[lane] = 0;
+  message.ssSgl &= static_cast<std::uint8_t>(~BitMask[lane]);
+  message.ssDbl &= static_cast<std::uint8_t>(~BitMask[lane]);
+  for (std::size_t slot = 0; slot < cuts.size(); ++slot) {
+    if (cuts[slot] < 1) continue;
+    const bool single = cuts[slot] == 1;
+    message.Cuts[lane] |= single ? LaneBitLow[slot] : LaneBitPair[slot];
+    (single ? message.ssSgl : message.ssDbl) |= BitMask[lane];
+  }
+}
+
 std::string StationName(int address) {
   if (address == kConsole) return "Laptop";
   if (address == kAcknowledgement) return "Ack";

@@ -70,6 +70,11 @@ inline std::int32_t FrameTime(const StationMessage& message) {
   return message.Time[1] * 65536 + message.Time[2] * 256 + message.Time[3];
 }
 
+// Most significant byte first.
+void SetFrameTime(StationMessage& message, std::int32_t ms);
+// Of lane index 0..3: how many cuts it has at each pylon and otherwise.
+void SetCuts(StationMessage& message, std::size_t lane, const std::array<std::int16_t, 4>& cuts);
+
 // "Judges 1", ... for 0..7 (5 has an empty name), "Laptop", "Ack", and "Stn(n)" for any other number above 7.
 std::string StationName(int address);
 

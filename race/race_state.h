@@ -5,7 +5,9 @@
 #include <cstdint>
 #include <string>
 
+#include "base/checked.h"
 #include "base/color.h"
+#include "forms/platform.h"
 
 namespace quorvane {
 
@@ -15,9 +17,9 @@ inline constexpr int kFirstFaiMode = 4;  // of the race modes 1..6
 inline constexpr int kFaiLanes = 3;      // that an FAI mode flies
 inline constexpr std::array kPlaceWords = {"First", "Second", "Third", "Fourth"};
 
-// How a lane is told from the others: its name, and what is painted low and high on its aircraft.
+// How a lane's aircraft is marked.
 struct LaneMarking {
-  std::string name = {};
+  std::string name = {};  // " Low Green"
   Color low = kButtonFace;
   Color high = kButtonFace;
 };
@@ -57,6 +59,37 @@ struct RaceState {
   int HeatsInRound() const { return std::max<int>(HeatsPerRound, 1); }  // a file may say anything
   int Round() const { return (RaceNumber - 1) / HeatsInRound() + 1; }
   int Heat() const { return (RaceNumber - 1) % HeatsInRound() + 1; }
+};
+
+// A free-running stopwatch in ms of the console clock, as the event in hand sees it.
+class Stopwatch {
+ public:
+  explicit Stopwatch(const EventClock& clock) : clock_(clock) {}
+  void Reset() { zero_ = clock_.Now(); }
+  std::int32_t Elapsed() const { return ToLong(clock_.Now() - zero_); }  // ms since the last reset
+
+ private:
+  const EventClock& clock_;
+  std::int64_t zero_ = 0;
+};
+
+// The race clock: ms of race time, counted from RaceStartRef on the race stopwatch. OverflowError beyond 32
+// bits.
+class RaceClock {
+ public:
+  RaceClock(const EventClock& clock, RaceState& race) : RaceStopwatch(clock), race_(race) {}
+
+  std::int32_t RaceTime() const { return SubtractLong(RaceStopwatch.Elapsed(), race_.RaceStartRef); }
+  // Starts the clock anew at `offset` ms of race time.
+  void ResetRaceClock(std::int32_t offset) {
+    RaceStopwatch.Reset();
+    race_.RaceStartRef = SubtractLong(0, offset);
+  }
+
+  Stopwatch RaceStopwatch;
+
+ private:
+  RaceState& race_;
 };
 
 }  // namespace quorvane

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 
-#include "console/race_on_console.h"
 #include "field/plan.h"
 #include "results/results_formats.h"
 #include "tests/support/field_link.h"
@@ -42,8 +41,7 @@ std::string Told(const RaceRecord& race) {
   return ResultsJson({race.eventName, race.projectFile, {race}});
 }
 RaceRecord OnConsole(ConsoleRig& rig) {
-  return RecordOnConsole(rig.judge(), rig.race(), OpenProject(rig.program.project(), rig.race()),
-                         rig.platform.LocalNow());
+  return rig.judge().RecordAt(rig.platform.LocalNow());
 }
 RaceRecord InProject(ConsoleRig& rig, int race) {
   return ReadRace(OpenProject(rig.program.project(), rig.race()), race);

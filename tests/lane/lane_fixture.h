@@ -36,7 +36,7 @@ struct FakeOwner : LaneOwner {
   }
   std::int32_t RaceTime() const override { return raceTime; }
   bool ClockRunning() const override { return clockRunning; }
-  void IssueRaceEvent(bool) override { Call("IssueRaceEvent"); }
+  void IssueRaceEvent() override { Call("IssueRaceEvent"); }
   void IssueLapEvent() override { Call("IssueLapEvent"); }
   void SetOrder(int place) override { Call("SetOrder " + std::to_string(place)); }
   void TakePlace(int, int place) override { Call("TakePlace " + std::to_string(place)); }
@@ -47,15 +47,13 @@ struct FakeOwner : LaneOwner {
     return answer;
   }
   LaneMarking Marking(int lane) const override { return {" Lane " + std::to_string(lane), kRed, kGreen}; }
-  std::string GetProjectValue(const std::string& section, const std::string& key,
-                              const std::string& fallback) override {
+  ReadValue read = [this](const std::string& section, const std::string& key, const std::string& fallback) {
     const auto found = values.find({section, key});
     return found == values.end() ? fallback : found->second;
-  }
-  void SetProjectValue(const std::string& section, const std::string& key,
-                       const std::string& value) override {
+  };
+  KeepValue keep = [this](const std::string& section, const std::string& key, const std::string& value) {
     values[{section, key}] = value;
-  }
+  };
 };
 
 // A lane with its race on a clock that the test sets.
@@ -66,7 +64,7 @@ struct LaneRig {
   FakeOwner owner;
   frmLane lane{forms, race, owner, 1};
 
-  LaneRig() { lane.Form_Load(); }
+  LaneRig() { lane.InitializeRace(0); }
 
   // A race on the way whose race time is the race clock.
   void Start() {
@@ -133,8 +131,8 @@ struct LaneRig {
         {"leave", [&] { lane.fraLane.onHover(); }},
         {"focus", [&] { lane.txtLapTen.onGotFocus(); }},
         {"parent", [&] { lane.SetFormParent(lane.fraLane); }},
-        {"save", [&] { lane.SaveLane("Race" + std::to_string(n)); }},
-        {"load", [&] { lane.LoadLane("Race" + std::to_string(n)); }},
+        {"save", [&] { lane.SaveLane("Race" + std::to_string(n), owner.keep); }},
+        {"load", [&] { lane.LoadLane("Race" + std::to_string(n), owner.read); }},
         {"set", [&] {
            const std::size_t key = text.find('/');
            const std::size_t value = text.find('=');

@@ -36,18 +36,15 @@ class FakeRace : public LinkOwner {
     senders += std::to_string(frame.From) + " ";
     if (onFrame) onFrame(frame);
   }
-  void GetLaneInfo(std::uint8_t lane, std::uint8_t& lapCount, std::uint8_t& light,
-                   std::array<std::int16_t, 4>& cutCounts) override {
-    lapCount = laps.at(lane);
-    light = lit.at(lane);
-    cutCounts = cuts.at(lane);
+  void FillRaceData(StationMessage& frame) override {
+    frame.Lap = laps;
+    frame.Lit = lit;
+    for (std::size_t lane = 0; lane < 4; ++lane) SetCuts(frame, lane, cuts[lane]);
+    SetFrameTime(frame, 0x01D4C0);
+    frame.Strt = 1;
+    frame.Mode = 5;
   }
-  void LoadStartInfo(std::array<std::uint8_t, 4>& time, std::uint8_t& start, std::uint8_t& mode) override {
-    time = {0, 1, 0xD4, 0xC0};
-    start = 1;
-    mode = 5;
-  }
-  void IssueRaceEvent(bool) override { ++raceEvents; }
+  void IssueRaceEvent() override { ++raceEvents; }
   void ShowPort(const std::string& text, bool open) override {
     port = text;
     portOpen = open;
