@@ -8,8 +8,6 @@
 namespace quorvane {
 namespace {
 
-HeatPrinter noPrinter;
-
 std::string Toggled(Control& entry) {
   entry.SetChecked(!entry.Checked());
   return entry.Checked() ? "True" : "False";
@@ -39,8 +37,7 @@ frmJudge::frmJudge(Door& door, RaceState& race, RaceClock& clock, Project& proje
       race_(race),
       clock_(clock),
       project_(project),
-      link_(link),
-      printer_(&noPrinter) {
+      link_(link) {
   for (std::size_t i = 0; i < lanes_.size(); ++i) {
     LaneOwner& owner = *this;
     lanes_[i] = std::make_unique<frmLane>(door.AllForms(), race, owner, static_cast<int>(i) + 1);
@@ -105,10 +102,6 @@ void frmJudge::HookMenu() {
   mnuHeatsPerRound.onClick = [this] { mnuHeatsPerRound_Click(); };
   mnuSetEventName.onClick = [this] { mnuSetEventName_Click(); };
   mnuLaneColors.onClick = [this] { mnuLaneColors_Click(); };
-}
-
-void frmJudge::SetPrinter(HeatPrinter* printer) {
-  printer_ = printer != nullptr ? printer : &noPrinter;
 }
 
 void frmJudge::Form_Load() {

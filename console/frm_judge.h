@@ -18,15 +18,14 @@ namespace quorvane {
 
 // The console: owns the four lane panels, the race clock and the buttons that take a race from ready through
 // running to finished; turns station frames and keys into race actions; moves between races and keeps them in
-// the project file. All times are ms of race time unless said otherwise. A procedure that raises a
-// RunTimeError is abandoned.
+// the project file. Times are ms of race time. A procedure that raises a RunTimeError is abandoned.
 class frmJudge : public JudgeControls, private LaneOwner, public LinkOwner {
  public:
   // The link is not used before Form_Load.
   frmJudge(Door& door, RaceState& race, RaceClock& clock, Project& project, frmSerialPort& link);
 
   // Null: prints nothing.
-  void SetPrinter(HeatPrinter* printer);
+  void SetPrinter(HeatPrinter* printer) { printer_ = printer != nullptr ? printer : &noPrinter_; }
   void SetStartupProject(std::string path) { chooser_.SetStartupProject(std::move(path)); }
   std::string ProjectAtStart() const { return chooser_.ProjectAtStart(); }
   frmLane& Lane(int index) const { return *Element(lanes_, index); }  // 0..3
@@ -39,8 +38,7 @@ class frmJudge : public JudgeControls, private LaneOwner, public LinkOwner {
   void cmdSave_Click();
   void Form_Unload();
   void CloseRequested() override;
-  // The desktop session is about to end and would stay for us: false while a race is flown, and the window
-  // says so.
+  // Whether the desktop session may end: not while a race is flown, and the window says so.
   bool MaySessionEnd();
 
   // Moving between races.
@@ -51,12 +49,14 @@ class frmJudge : public JudgeControls, private LaneOwner, public LinkOwner {
 
   void KeyDown(const std::string& key) override;
   // Says it in the window and asks nothing; the empty text takes the last notice away.
-  void ShowNotice(const std::string& text) { ShowNotice(text, Notice::kNews); }
+  // A notice of another kind goes when its reason does.
+  enum class Notice : std::uint8_t { kNews, kSaveFirst, kCountsOverRace, kNotSaved };
+  void ShowNotice(const std::string& text, Notice kind = Notice::kNews);
   // Run after every event: what may be touched now follows from the state of the race.
   void EventEnded();
 
-  // The race on the console: one that is being flown, one that waits to be saved, one shown from the project
-  // file, or one that has not run yet. `now` is the date of a race that is not in the file.
+  // The race on the console, flown, waiting, shown from the file or not run yet. `now`: its date if it is not
+  // in the file.
   RaceRecord RecordAt(const LocalDateTime& now) const;
 
   bool RaceBeingFlown() const { return race_.BeingFlown(); }
@@ -83,9 +83,6 @@ class frmJudge : public JudgeControls, private LaneOwner, public LinkOwner {
 
   void HookEvents();
   void HookMenu();
-  // A notice that goes when its reason does.
-  enum class Notice : std::uint8_t { kNews, kSaveFirst, kCountsOverRace, kNotSaved };
-  void ShowNotice(const std::string& text, Notice kind);
   void TakeAwayNotice(Notice kind);
   void ShowSaveState();
   std::string LostByClosing() const;
@@ -140,7 +137,8 @@ class frmJudge : public JudgeControls, private LaneOwner, public LinkOwner {
   RaceClock& clock_;
   Project& project_;
   frmSerialPort& link_;
-  HeatPrinter* printer_;
+  HeatPrinter noPrinter_;
+  HeatPrinter* printer_ = &noPrinter_;
   LanePanels lanes_;
   RaceBook book_{project_, race_};
   ProjectChooser chooser_{door_, race_, project_};
@@ -149,8 +147,7 @@ class frmJudge : public JudgeControls, private LaneOwner, public LinkOwner {
   bool projectOpen_ = false;
   std::string eventName_;
   std::string shownMode_;
-  // Changes whenever the console turns to another race, so that a procedure that waited for an answer can see
-  // whether its race is still there.
+  // Changes with the race on the console: tells who waited for an answer whether its race is still there.
   unsigned raceSerial_ = 0;
   bool CountdownRunning_ = false;
   std::int32_t LastTimeSent_ = 0;

@@ -175,9 +175,9 @@ void frmJudge::ApplyStarterCuts(const StationMessage& frame) {
 // stations always count from the start of that minute.
 void frmJudge::FillRaceData(StationMessage& frame) {
   for (std::size_t i = 0; i < lanes_.size(); ++i) {
-    std::array<std::int16_t, 4> cuts = {};
-    lanes_[i]->GetInfo(frame.Lap[i], frame.Lit[i], cuts);
-    SetCuts(frame, i, cuts);
+    frame.Lap[i] = ToByte(lanes_[i]->Laps());
+    frame.Lit[i] = lanes_[i]->LightLeft();
+    SetCuts(frame, i, lanes_[i]->PylonCuts());
   }
   const bool addMinute = chkSixtySecondCount.Value() == 0 && link_.IsControllerMode();
   std::int32_t ms = addMinute ? 59999 : 0;

@@ -9,8 +9,7 @@
 
 namespace quorvane {
 
-// The races of the open project by number: which have run, which number comes next, and how a race gets its
-// header. RaceState says which race it is all about.
+// The races of the open project by number: which have run, which comes next, and how a race gets its header.
 class RaceBook {
  public:
   RaceBook(Project& project, RaceState& race) : project_(project), race_(race) {}
@@ -21,8 +20,7 @@ class RaceBook {
   // Of the flight that stands for the race: "Race7", or "Refly2" that has repeated it.
   std::string ShownSection();
 
-  // In the section "Current". A number of a hand-edited file that does not fit reads as the fallback, so that
-  // the rest of the project still opens.
+  // In the section "Current". A number that does not fit reads as the fallback: the project still opens.
   std::int16_t Number(const std::string& key, std::int16_t fallback);
   std::string Text(const std::string& key) { return project_.GetProjectValue("Current", key, ""); }
   void Keep(const std::string& key, const std::string& value) {
@@ -33,9 +31,8 @@ class RaceBook {
   void SkipRacesRun();
   // Keeps where the console stands.
   void KeepPlace();
-  // Another program may have put a race where this one was to go, or the whole project may have come only
-  // after the start. What was flown before stays; this race takes the next number that is free, and the
-  // operator is to be told what is returned.
+  // What another program has put where this race was to go stays; this race takes the next number that is
+  // free, and the operator is to be told what is returned.
   std::string TakeFreeNumber();
   // Writes what is known of the race but its lanes; returns the section to which their names are added.
   std::string Write(const std::string& mode, const std::string& comments, const LocalDateTime& now);

@@ -26,8 +26,7 @@ struct Score {
   std::array<Lane, 4> lanes = {};
 };
 
-// The score of the race on the console, and between two races that of the last one. The program must outlive
-// it.
+// The score of the race on the console, between two races that of the last one. The program must outlive it.
 class ScoreKeeper {
  public:
   explicit ScoreKeeper(Program& program) : program_(program) {}

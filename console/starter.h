@@ -51,8 +51,7 @@ class Starter {
   void RunsNoRaceOfOurs() { ranAt_.reset(); }
   void Stops() { raceOver_ = kNoRaceYet; }
 
-  // It runs a race whose signal came after the last race on the console. One that runs on after its race was
-  // saved or reset runs no other one.
+  // It runs a race whose signal came after the last one on the console, and does not only run on after that.
   bool RunsAnotherRace(std::int64_t now) const { return now - race_.LaneStartOffset + kSignal > raceOver_; }
   // Its frame sets our clock.
   bool SetsClock();
@@ -72,8 +71,7 @@ class Starter {
   const RaceState& race_;
   const RaceClock& clock_;
   const LanePanels& lanes_;
-  // When the last race on the console was saved or reset, in ms of the console clock, unless the starter has
-  // stopped since.
+  // When the last race was saved or reset, ms of the console clock, unless the starter has stopped since.
   std::int64_t raceOver_ = kNoRaceYet;
   // Its clock when it was last running during the race on the console; empty: it was not.
   std::optional<std::int32_t> ranAt_;

@@ -41,11 +41,9 @@ using ReadValue = std::function<std::string(const std::string&, const std::strin
 using KeepValue = std::function<void(const std::string&, const std::string&, const std::string&)>;
 
 // The judging panel of one lane: takes laps, cuts and turns from the operator and, through the console, from
-// the stations, keeps them in the lane's event log and shows what the log says.
-//
-// `time` is a value of the race clock in ms; the lane's own race time is TimeBase plus that. A procedure that
-// raises a RunTimeError has entered nothing. Reports that come too early, too soon or too late are dropped
-// silently.
+// the stations, keeps them in the lane's event log and shows what the log says. `time` is the race clock in
+// ms; the lane's own race time is TimeBase plus that. A procedure that raises a RunTimeError has entered
+// nothing. Reports that come too early, too soon or too late are dropped silently.
 class frmLane : public Form {
   using enum ControlKind;
 
@@ -77,8 +75,7 @@ class frmLane : public Form {
   void InitializeRace(std::int32_t timeBase);
   // lockOut: ms in which a station's next lap is refused.
   void DoLap(std::int32_t time, std::int32_t lockOut);
-  // Whether the station's count includes a lap that is not logged yet. The free lap of a novice is added to
-  // the station's count here.
+  // Whether the station, which does not see a novice's free lap, counts one that is not logged yet.
   bool CanDoLap(std::uint8_t stationLaps) const;
   int CountLaps() const { return log_.CountLaps(); }
   bool IsFinished() const;
@@ -106,14 +103,12 @@ class frmLane : public Form {
   const std::string& Status() const { return status_; }
   const std::string& Position() const { return position_; }
   bool StatusLocked() const { return position_ == "Locked"; }
-  int PlaceByHand() const;     // 1..4; 0 when the status is not locked, or no place
-  void Rank(int place);        // 1..4; 0: it has no result
-  void LaneOrder(int place);   // offers place 1..4, or none with 5; an error otherwise; 1 begins anew
-  void OfferPlace(int place);  // the same, but goes on with the places given so far
-  void GiveUpPlace();          // the lane is ranked by its time again
-  // For the next frame: laps, what is left of the lap or turn light in units of 8 ms (at most 255), cuts per
-  // pylon.
-  void GetInfo(std::uint8_t& laps, std::uint8_t& lit, std::array<std::int16_t, 4>& cuts) const;
+  int PlaceByHand() const;         // 1..4; 0 when the status is not locked, or no place
+  void Rank(int place);            // 1..4; 0: it has no result
+  void LaneOrder(int place);       // offers place 1..4, or none with 5; an error otherwise; 1 begins anew
+  void OfferPlace(int place);      // the same, but goes on with the places given so far
+  void GiveUpPlace();              // the lane is ranked by its time again
+  std::uint8_t LightLeft() const;  // of the lap or turn light, in units of 8 ms, at most 255
 
   // The panel. It stands in the place of the console's frame.
   void SetFormParent(Control& frame);

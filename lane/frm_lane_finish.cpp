@@ -167,16 +167,14 @@ void frmLane::lblStatus_Click() {
   owner_.ResultChanged();
 }
 
-void frmLane::GetInfo(std::uint8_t& laps, std::uint8_t& lit, std::array<std::int16_t, 4>& cuts) const {
+std::uint8_t frmLane::LightLeft() const {
   std::int64_t left = 0;
   if (tmrLaps.Enabled()) {
     left = lapLightEnd_ - owner_.RaceTime();
   } else if (tmrTurns.Enabled()) {
     left = std::int64_t{TurnTimerEnd_} - owner_.RaceTime();
   }
-  laps = static_cast<std::uint8_t>(std::clamp<int>(counts_.laps, 0, 255));
-  lit = static_cast<std::uint8_t>(std::clamp<std::int64_t>(left / 8, 0, 255));
-  cuts = counts_.pylonCuts;
+  return static_cast<std::uint8_t>(std::clamp<std::int64_t>(left / 8, 0, 255));
 }
 
 }  // namespace quorvane

@@ -48,8 +48,7 @@ struct CutReport {
 // The value of a key in the lane's section of a project file, empty when it is not there.
 using LaneValue = std::function<std::string(const std::string& key)>;
 
-// The event log of one lane: 101 slots in order of entry. A call that raises an error has changed nothing: a
-// full log raises SubscriptError.
+// A lane's event log, in order of entry. A full one raises SubscriptError; an error has changed nothing.
 class LaneLog {
  public:
   static constexpr int kSlots = 101;
@@ -61,8 +60,7 @@ class LaneLog {
 
   void AddEvent(LaneEvent event);
   // Brings the cuts of the report's source to what it reports: the latest excess cuts are withdrawn, one that
-  // was withdrawn less than a second ago counts again, missing ones are logged. All of it, or nothing when
-  // they do not all fit.
+  // was withdrawn less than a second ago counts again, missing ones are logged; all of them or none.
   void EnterCuts(const CutReport& report);
   void MoveTimes(std::int32_t by);  // of all entries, ms
   void Require(int entries) const;  // SubscriptError unless so many slots are free

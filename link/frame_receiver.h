@@ -19,8 +19,8 @@ class FrameSink {
 };
 
 // Cuts frames out of the byte stream of the radio, in whatever chunks it comes. A damaged frame, or noise,
-// costs more than itself: the 36 bytes from the next 0x55 onward are dropped too, whether they have arrived
-// yet or not.
+// costs more than itself: the 36 bytes from the next 0x55 onward are dropped too, also those that are still
+// to come.
 class FrameReceiver {
  public:
   // Until the first 36 bytes after this have been looked at, Unexpected is not reported: they may begin in

@@ -23,8 +23,7 @@ class LinkOwner {
  public:
   virtual ~LinkOwner() = default;
 
-  // A good frame has arrived. The frame is the handler's own copy: whatever it sends in answer does not
-  // change it.
+  // A good frame has arrived. It is the handler's own copy, which no frame sent in answer changes.
   virtual void ProcessMessage(const StationMessage& frame) = 0;
 
   // Fills in the race clock, the start state, the race mode and the lanes' laps, lights and cuts.
@@ -39,11 +38,8 @@ class LinkOwner {
 
 // The station link: chooses and works the serial port of the radio modem, cuts frames out of what it receives
 // and hands them to the race, sends the console's frames, polls the stations between races and shows their
-// health, and lets the operator watch the traffic. Lives as long as the program; closing its window only
-// hides it.
-//
-// Times are ms of the console clock. A fault of the radio ends up in the message line and never stops the
-// program; an error while a frame is handled ends the handling of that frame only.
+// health, and lets the operator watch the traffic. Times are ms of the console clock. A fault of the radio
+// ends up in the message line and never stops the program; an error in handling a frame ends only that.
 class frmSerialPort : public Form, private FrameSink {
   using enum ControlKind;
 
@@ -59,14 +55,12 @@ class frmSerialPort : public Form, private FrameSink {
   void PortsChanged(const std::vector<int>& ports);
   void Activated() override;  // probes the ports, selects the saved one again, restores the controller box
 
-  // Sends nothing while the link is off or the console only listens. An address outside 0..255 is an
-  // OverflowError.
+  // Only while the link is on and the console does not only listen. OverflowError outside 0..255.
   void SendMessage(int to, int from);
   bool IsControllerMode() const { return chkSystemController.Value() == 1; }
   const LinkCounters& Counters() const { return counters_; }
 
-  // Ports found at the last activation, in rising order behind "None"; the others are hidden. The tag is the
-  // number.
+  // "None", then the ports found at the last activation, the number as tag; the others are hidden.
   ControlArray optPort{*this, Option, "optPort", 0, 31};
   // Cleared by the ageing timer, which nothing starts anew: steady noise must not hold the polling back.
   Control& lblMessage = Add(Label, "lblMessage");
@@ -111,8 +105,7 @@ class frmSerialPort : public Form, private FrameSink {
   void chkSystemController_Click();
   void CancelControllerOnStarter();
 
-  // Port. One that was chosen and does not open, or is unplugged, is awaited: it comes up by itself as soon
-  // as it can be opened, and the reason is shown until then.
+  // Port. A chosen one that does not open, or is unplugged, is awaited: shown with the reason until it opens.
   void BuildPortList();
   void ShowPorts(const std::vector<int>& ports);
   void TickPort(int port);

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <map>
 
 #include "base/checked.h"
 #include "base/text.h"
@@ -18,21 +19,11 @@ std::string PortText(int port) {
   return fmt::format("COM{}", port);
 }
 
-const char* ReasonText(int error) {
-  switch (error) {
-    case kErrorNoSuchPort:
-    case kErrorNotFound:
-      return " is not there";
-    case kErrorDenied:
-      return ": no permission";
-    case kErrorBusy:
-      return " is in use";
-    case kErrorStaleLock:
-      return ": stale lock";
-    default:
-      return " does not open";
-  }
-}
+const std::map<int, const char*> kReasons = {{kErrorNoSuchPort, " is not there"},
+                                             {kErrorNotFound, " is not there"},
+                                             {kErrorDenied, ": no permission"},
+                                             {kErrorBusy, " is in use"},
+                                             {kErrorStaleLock, ": stale lock"}};
 
 bool Contains(const std::vector<int>& ports, double port) {
   return std::ranges::find(ports, port) != ports.end();
@@ -168,7 +159,8 @@ void frmSerialPort::OpenAwaitedPort() {
 
 // For the console, in a few words.
 std::string frmSerialPort::AwaitedShort() const {
-  return PortText(awaitedPort_) + ReasonText(awaitedReason_.number);
+  const auto reason = kReasons.find(awaitedReason_.number);
+  return PortText(awaitedPort_) + (reason == kReasons.end() ? " does not open" : reason->second);
 }
 
 std::string frmSerialPort::AwaitedText() const {

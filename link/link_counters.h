@@ -29,8 +29,7 @@ class LinkCounters {
 
   std::int64_t GoodFrames() const { return good_; }
   std::int64_t FramesSent() const { return sent_; }
-  // Bytes received that were not part of a good frame and are not waiting in the receive buffer, which holds
-  // `buffered`.
+  // Bytes received that were not part of a good frame and are not among the `buffered` that wait.
   std::int64_t BytesSkipped(int buffered) const;
   std::int64_t FramesFrom(int address) const { return Of(address).frames; }
   // The longest time between two signs of life, or since the last one; 0 when the station was never heard.

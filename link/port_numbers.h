@@ -48,8 +48,7 @@ class DeviceNames {
   bool waiting_ = false;
 };
 
-// COM number -> identity of the device that it stands for. In the settings store: section "Ports", keys
-// "COM1".."COM31".
+// COM number -> identity of its device. In the settings store: section "Ports", keys "COM1".."COM31".
 using PortAssignments = std::map<int, std::string>;
 PortAssignments ReadPortAssignments(const SettingsStore& settings);
 void SavePortAssignments(SettingsStore& settings, const PortAssignments& added);
@@ -61,9 +60,8 @@ struct PortNumbering {
 
 // Gives every device present its COM number, 1..31. A device keeps the number it was given once, present or
 // not; a new one takes the lowest free number: built-in ports first, then USB, then paths from the command
-// line, in the order of their names and never in that of their plugging. When no number is free, the highest
-// one whose device is absent is given away; when there is none such either, the device gets no number. A
-// device that is listed twice counts once.
+// line, in the order of their names. When no number is free, the highest one whose device is absent is given
+// away, if there is one. A device that is listed twice counts once.
 PortNumbering AssignPortNumbers(const PortAssignments& saved, std::vector<SerialDevice> present);
 
 }  // namespace quorvane

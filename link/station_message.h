@@ -14,8 +14,7 @@ inline constexpr std::size_t kFrameSize = 36;
 inline constexpr std::uint8_t kWig1 = 0x55;
 inline constexpr std::uint8_t kWig2 = 0xAA;
 
-// Addresses of the field stations that the program treats specially; the eight stations are 0..7
-// (base/stations.h).
+// Addresses that the program treats specially; the eight stations are 0..7 (base/stations.h).
 inline constexpr std::uint8_t kFirstJudge = 0;
 inline constexpr std::uint8_t kStarter = 3;
 inline constexpr std::uint8_t kTimers = 4;

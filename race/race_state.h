@@ -73,8 +73,7 @@ class Stopwatch {
   std::int64_t zero_ = 0;
 };
 
-// The race clock: ms of race time, counted from RaceStartRef on the race stopwatch. OverflowError beyond 32
-// bits.
+// Ms of race time, counted from RaceStartRef on the race stopwatch. OverflowError beyond 32 bits.
 class RaceClock {
  public:
   RaceClock(const EventClock& clock, RaceState& race) : RaceStopwatch(clock), race_(race) {}

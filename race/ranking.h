@@ -18,8 +18,7 @@ struct Finish {
 // again; of equal finals the lower lane comes first.
 std::array<int, 4> PlacesOf(const std::array<Finish, 4>& lanes);
 
-// How much later than the start signal each lane of an FAI mode (4, 5, 6) starts, ms. The fourth does not
-// fly.
+// Ms after the start signal at which each lane of an FAI mode (4, 5, 6) starts. The fourth does not fly.
 inline constexpr std::array<std::array<std::int32_t, 3>, 3> kStagger = {
     {{0, 1000, 2000}, {2000, 0, 1000}, {1000, 2000, 0}}};
 

@@ -188,12 +188,9 @@ struct LaneRig {
               (c.Interval() == 0 ? "" : " " + std::to_string(c.Interval()));
     }
     if (kept) return look;
-    std::array<std::uint8_t, 2> info = {};
-    std::array<std::int16_t, 4> tally = {};
-    lane.GetInfo(info[0], info[1], tally);
     int lapFrom = 0;  // that a station must have counted
     while (lapFrom < 255 && !lane.CanDoLap(static_cast<std::uint8_t>(lapFrom))) ++lapFrom;
-    look["radio"] = numbers(info[0], info[1]) + "laps from " + std::to_string(lapFrom) +
+    look["radio"] = numbers(lane.Laps(), lane.LightLeft()) + "laps from " + std::to_string(lapFrom) +
                     (lane.CanDoTurn() ? ", turns" : "") + (lane.IsFinished() ? ", finished" : "");
     const auto& missed = lane.MissedPylonTimes();
     look["variables"] = numbers(lane.TimeBase(), lane.LastLapTime(), lane.MissedPylon(), missed[0], missed[1],
