@@ -7,113 +7,39 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <map>
 #include <optional>
 #include <span>
 #include <sstream>
 
 #include "base/text.h"
 #include "tests/support/console_rig.h"
-#include "tests/support/golden.h"
+#include "tests/support/script.h"
 
 namespace quorvane {
 namespace {
-
-// What is shown and kept, by group and name. A line is made of each group.
-using Look = std::map<std::string, std::map<std::string, std::string>>;
 
 class Script : public HeatPrinter {
  public:
   Script(bool radio, bool loaded) : rig_(radio) {
     rig_.judge().SetPrinter(this);
-    rig_.platform.whileOpen = [this](const DialogBox&) {
-      if (--boxes_ == 0) Play(std::exchange(meanwhile_, {}));
-    };
+    rig_.platform.whileOpen = [this](const DialogBox&) { player_.BoxOpens(); };
     if (loaded) rig_.Load();
     Played("");
   }
 
   // What a line of steps has changed.
   std::string Played(const std::string& line) {
-    std::istringstream steps(line);
-    Play({std::istream_iterator<std::string>(steps), {}});
+    player_.Line(line);
     const Look now = LookAround();
-    std::string told = Happened();
-    std::pair<std::string, std::string> said;  // groups in succession with the same changes are told at once
-    for (const auto& [group, parts] : now) {
-      std::string changes;
-      const auto& before = before_[group];
-      for (const auto& [name, text] : parts) {
-        const auto was = before.find(name);
-        if (was != before.end() ? was->second != text : !text.empty()) changes += Change(name, text);
-      }
-      for (const auto& [name, text] : before) {
-        if (!parts.contains(name) && !text.empty()) changes += Change(name, "gone");
-      }
-      if (changes.empty()) continue;
-      if (changes == said.second) {
-        said.first += " and " + group;
-      } else {
-        told += Sentence(said);
-        said = {group, changes};
-      }
-    }
-    told += Sentence(said);
-    before_ = now;
+    const std::string told = Happened() + Changes(std::exchange(before_, now), now);
     return Replaced(told, rig_.folder / "", "DIR/");
   }
 
-  // In the end of a case nothing may have failed.
-  int Errors() { return rig_.program.door().ErrorsContained(); }
-
  private:
-  using Tokens = std::vector<std::string>;
-
-  static std::string Replaced(std::string text, const std::string& what, const std::string& by) {
-    for (std::size_t at = 0; (at = text.find(what, at)) != std::string::npos; at += by.size())
-      text.replace(at, what.size(), by);
-    return text;
-  }
-
-  static std::string Sentence(const std::pair<std::string, std::string>& said) {
-    return said.first.empty() ? "" : "  " + said.first + ":" + said.second + "\n";
-  }
-
-  static std::string Change(const std::string& name, const std::string& text) {
-    return " " + name + "=" + (text.find(' ') == std::string::npos ? text : "\"" + text + "\"");
-  }
-
-  // "3{ a b }" plays the steps thrice, "box2{ a b };" while the second box from now is open.
-  void Play(const Tokens& tokens) {
-    for (auto token = tokens.begin(); token != tokens.end(); ++token) {
-      if (!token->ends_with('{')) {
-        Do(*token);
-        continue;
-      }
-      const std::string head = token->substr(0, token->size() - 1);
-      const auto end = std::find(token, tokens.end(), head.starts_with("box") ? "};" : "}");
-      const Tokens inner(token + 1, end);
-      if (head.starts_with("box")) {
-        boxes_ = std::stoi(head.substr(3));
-        meanwhile_ = inner;
-      } else {
-        for (int i = 0; i < std::stoi(head); ++i) Play(inner);
-      }
-      token = end;
-    }
-  }
-
   // "+500" and "60000": the time, from now or from the beginning. "F1", "key=7": a key.
-  // "starter:61000,cut1=1": a frame. "cmdStart", "txtHeat=2", "lane1.cmdLap": a control. "~" is a blank and
-  // "^" ends a line of a text.
-  void Do(std::string step) {
-    std::replace(step.begin(), step.end(), '~', ' ');
-    std::replace(step.begin(), step.end(), '^', '\n');
-    const std::size_t equals = std::min(step.find('='), step.size());
-    const std::string word = step.substr(0, equals);
-    const std::string value = step.substr(std::min(equals + 1, step.size()));
-    const std::string name = value.substr(0, value.find('|'));
-    const std::string text = value.substr(std::min(value.find('|') + 1, value.size()));
+  // "starter:61000,cut1=1": a frame. "cmdStart", "txtHeat=2", "lane1.cmdLap": a control.
+  void Do(const Step& step) {
+    const auto& [all, word, value, name, text] = step;
     const std::string key = name.substr(name.find('/') + 1);
     const std::map<std::string, std::function<void()>> steps = {
         {"load", [&] { rig_.Load(); }},
@@ -149,20 +75,16 @@ class Script : public HeatPrinter {
          }},
         {"forget", [&] { rig_.platform.settings = {}; }},
         {"move", [&] { std::filesystem::rename(Folder(name), Folder(text)); }},
-        {"heat",
-         [&] {
-           Play({"cmdStart", "+2300", "10{", "+3700", "F1", "+100", "F2", "+100", "F3", "+100", "F4", "}",
-                 "+17700"});
-         }},
+        {"heat", [&] { player_.Line("cmdStart +2300 10{ +3700 F1 +100 F2 +100 F3 +100 F4 } +17700"); }},
     };
     const auto found = steps.find(word);
     if (found != steps.end()) return found->second();
-    if (step[0] == '+') return rig_.At(rig_.platform.ClockMs() + std::stoll(step));
-    if (std::isdigit(step[0]) != 0) return rig_.At(std::stoll(step));
-    if (step[0] == 'F') return rig_.Key(step);
-    if (step.find(':') != std::string::npos) return Receive(step);
+    if (all[0] == '+') return rig_.At(rig_.platform.ClockMs() + std::stoll(all));
+    if (std::isdigit(all[0]) != 0) return rig_.At(std::stoll(all));
+    if (all[0] == 'F') return rig_.Key(all);
+    if (all.find(':') != std::string::npos) return Receive(all);
     const std::string control = ControlName(word);
-    if (equals == step.size()) return rig_.Click(control);
+    if (word == all) return rig_.Click(control);
     if (!word.starts_with("cbo")) return rig_.Type(control, value);
     rig_.program.door().Enter({.kind = EventKind::Choose, .target = control, .number = std::stoi(value)});
   }
@@ -207,16 +129,7 @@ class Script : public HeatPrinter {
 
   // The boxes and frames since the last line.
   std::string Happened() {
-    static constexpr std::array kWords = {"ok", "cancel", "yes", "no", "text", "file"};
-    for (const auto& [ms, box, answer] : std::exchange(rig_.platform.shown, {})) {
-      const std::string asked = box.title + " | " + Replaced(box.text, "\r", " / ");
-      happened_ += "  asks " + (asked == std::exchange(asked_, asked) ? "again" : asked) +
-                   (box.preset.empty() ? "" : " | " + box.preset) +
-                   (box.usual == DialogAnswer::Word::No ? " | usually no" : "") +
-                   (box.byRadio ? " | by radio" : "") + " -> " +
-                   kWords[static_cast<std::size_t>(answer.word)] +
-                   (answer.text.empty() ? "" : " " + answer.text) + "\n";
-    }
+    happened_ += BoxesTold(rig_.platform, asked_);
     for (const auto& f : std::exchange(rig_.serial.sent, {})) {
       if (f[5] == 254) continue;  // the console only asks a station how it is
       const auto four = [bytes = std::span(f)](std::size_t at) {
@@ -275,7 +188,7 @@ class Script : public HeatPrinter {
     for (const auto& [name, value] : rig_.platform.settings.All())
       look["settings"][name.first + "/" + name.second] = value;
     LookAtFiles(look);
-    look["errors"]["contained"] = std::to_string(Errors());
+    look["errors"]["contained"] = std::to_string(rig_.program.door().ErrorsContained());
     return look;
   }
 
@@ -319,27 +232,22 @@ class Script : public HeatPrinter {
 
   ConsoleRig rig_;
   Look before_;
-  Tokens meanwhile_;  // to be played while a box is open
-  int boxes_ = 0;     // the how manyth from now
+  StepPlayer player_{[this](const Step& step) { Do(step); }};
   std::string happened_;
   std::string asked_;  // by the last box
 };
 
-// In the script "#" begins a case on a new project, "##" one before the start of the program, ">" a line of
-// steps; the lines below it say what they have changed.
+// "#" begins a case on a new project, "##" one before the start of the program.
 class ConsoleScripts : public testing::TestWithParam<const char*> {};
 
 TEST_P(ConsoleScripts, DoWhatTheySay) {
-  const std::string file = std::string(QUORVANE_TEST_DATA) + "/console/" + GetParam() + ".txt";
-  std::istringstream script(FileBytes(file));
   std::optional<Script> console;
-  std::string now;
-  for (std::string line; std::getline(script, line);) {
-    if (line.starts_with('#')) console.emplace(GetParam() == std::string("radio"), !line.starts_with("##"));
-    if (line.starts_with('#') || line.empty()) now += line + "\n";
-    if (line.starts_with("> ")) now += line + "\n" + console->Played(line.substr(2));
-  }
-  ExpectGolden(file, now);
+  PlayScript(
+      std::string(QUORVANE_TEST_DATA) + "/console/" + GetParam() + ".txt",
+      [&](const std::string& title) {
+        console.emplace(GetParam() == std::string("radio"), !title.starts_with("##"));
+      },
+      [&](const std::string& line) { return console->Played(line); });
 }
 
 INSTANTIATE_TEST_SUITE_P(All, ConsoleScripts, testing::Values("clock", "heats", "project", "radio"));

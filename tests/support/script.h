@@ -1,0 +1,136 @@
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <functional>
+#include <iterator>
+#include <map>
+#include <sstream>
+#include <string>
+#include <tuple>
+#include <utility>
+#include <vector>
+
+#include "replay/virtual_platform.h"
+#include "tests/support/golden.h"
+
+namespace quorvane {
+
+// What is shown and kept, by group and name. A line is made of each group.
+using Look = std::map<std::string, std::map<std::string, std::string>>;
+
+inline std::string Replaced(std::string text, const std::string& what, const std::string& by) {
+  for (std::size_t at = 0; (at = text.find(what, at)) != std::string::npos; at += by.size())
+    text.replace(at, what.size(), by);
+  return text;
+}
+
+// Groups in succession with the same changes are told at once.
+inline std::string Changes(const Look& before, const Look& now) {
+  static const std::map<std::string, std::string> kNone;
+  const auto told = [](const std::string& name, const std::string& text) {
+    return " " + name + "=" + (text.find(' ') == std::string::npos ? text : "\"" + text + "\"");
+  };
+  std::vector<std::pair<std::string, std::string>> lines;
+  for (const auto& [group, parts] : now) {
+    std::string changes;
+    const auto& old = before.contains(group) ? before.at(group) : kNone;
+    for (const auto& [name, text] : parts) {
+      const auto was = old.find(name);
+      if (was != old.end() ? was->second != text : !text.empty()) changes += told(name, text);
+    }
+    for (const auto& [name, text] : old) {
+      if (!parts.contains(name) && !text.empty()) changes += told(name, "gone");
+    }
+    if (changes.empty()) continue;
+    if (!lines.empty() && lines.back().second == changes) {
+      lines.back().first += " and " + group;
+    } else {
+      lines.emplace_back(group, changes);
+    }
+  }
+  std::string text;
+  for (const auto& [groups, changes] : lines) text += "  " + groups + ":" + changes + "\n";
+  return text;
+}
+
+// The boxes that were open since the last time; `last` is what the last of them asked.
+inline std::string BoxesTold(VirtualPlatform& platform, std::string& last) {
+  static constexpr std::array kWords = {"ok", "cancel", "yes", "no", "text", "file"};
+  std::string told;
+  for (const auto& [ms, box, answer] : std::exchange(platform.shown, {})) {
+    const std::string asked = box.title + " | " + Replaced(box.text, "\r", " / ");
+    told += "  asks " + (asked == std::exchange(last, asked) ? "again" : asked) +
+            (box.preset.empty() ? "" : " | " + box.preset) +
+            (box.usual == DialogAnswer::Word::No ? " | usually no" : "") +
+            (box.byRadio ? " | by radio" : "") + " -> " + kWords.at(static_cast<std::size_t>(answer.word)) +
+            (answer.text.empty() ? "" : " " + answer.text) + "\n";
+  }
+  return told;
+}
+
+// A step like "name=value", or "name=first|second". "~" is a blank and "^" ends a line of a text.
+struct Step {
+  explicit Step(const std::string& token) : all(Replaced(Replaced(token, "~", " "), "^", "\n")) {
+    const auto cut = [](const std::string& text, char at) {
+      const std::size_t found = std::min(text.find(at), text.size());
+      return std::pair(text.substr(0, found), text.substr(std::min(found + 1, text.size())));
+    };
+    std::tie(word, value) = cut(all, '=');
+    std::tie(first, second) = cut(value, '|');
+  }
+  std::string all, word, value, first, second;
+};
+
+// Plays lines of steps. "3{ a b }" plays the steps thrice, "box2{ a b };" while the second box from now is
+// open.
+class StepPlayer {
+ public:
+  explicit StepPlayer(std::function<void(const Step&)> act) : act_(std::move(act)) {}
+
+  void Line(const std::string& line) {
+    std::istringstream steps(line);
+    Play({std::istream_iterator<std::string>(steps), {}});
+  }
+  void BoxOpens() {
+    if (--boxes_ == 0) Play(std::exchange(behindBox_, {}));
+  }
+
+ private:
+  using Tokens = std::vector<std::string>;
+
+  void Play(const Tokens& tokens) {
+    for (auto token = tokens.begin(); token != tokens.end(); ++token) {
+      if (!token->ends_with('{')) {
+        act_(Step(*token));
+        continue;
+      }
+      const bool box = token->starts_with("box");
+      const int number = std::stoi(token->substr(box ? 3 : 0));
+      const auto end = std::find(token, tokens.end(), box ? "};" : "}");
+      const Tokens inner(token + 1, end);
+      if (box) boxes_ = number, behindBox_ = inner;
+      for (int i = 0; !box && i < number; ++i) Play(inner);
+      token = end;
+    }
+  }
+
+  std::function<void(const Step&)> act_;
+  Tokens behindBox_;
+  int boxes_ = 0;
+};
+
+// In a script "#" begins a case, ">" a line of steps; the lines below it say what they have changed.
+inline void PlayScript(const std::string& file, const std::function<void(const std::string&)>& begin,
+                       const std::function<std::string(const std::string&)>& played) {
+  std::istringstream script(FileBytes(file));
+  std::string now;
+  for (std::string line; std::getline(script, line);) {
+    if (line.starts_with('#')) begin(line);
+    if (line.starts_with('#') || line.empty()) now += line + "\n";
+    if (line.starts_with("> ")) now += line + "\n" + played(line.substr(2));
+  }
+  ExpectGolden(file, now);
+}
+
+}  // namespace quorvane
