@@ -154,11 +154,17 @@ class Script : public HeatPrinter {
                      {"heat", judge.txtHeat.Text() + " of round " + judge.txtRound.Text()},
                      {"race", judge.fraHeatControl.Caption() + " " + judge.fraHeatControl.ForeColor().Name()},
                      {"saved", judge.lblNotSaved.Visible() ? "NOT" : ""},
+                     {"port", judge.lblComm.Caption()},
+                     {"radio", judge.lblSilent.Visible() ? judge.lblSilent.Caption() : ""},
+                     {"controller", judge.lblController.Visible() ? "on" : ""},
                      {"sound", rig_.platform.playing},
                      {"ended", rig_.platform.ended ? "yes" : ""}};
-    for (const Control* c : {&judge.cmdStart, &judge.cmdReset, &judge.cmdSave, &judge.cmdRefly,
-                             &judge.cboRaceMode, &judge.mnuSelectFile, &judge.txtComments})
+    for (const Control* c :
+         {&judge.cmdStart, &judge.cmdReset, &judge.cmdSave, &judge.cmdRefly, &judge.cboRaceMode,
+          &judge.mnuSelectFile, &judge.mnuLaneColors, &judge.txtComments}) {
       look["offers"][c->Name()] = c->Enabled() ? "on" : "off";
+      look["why"][c->Name()] = c->ToolTip();
+    }
     for (const Control* c :
          {&judge.chkSixtySecondCount, &judge.chkAudio, &rig_.program.link().chkSystemController})
       look["checked"][c->Name()] = !c->Visible() ? "hidden" : c->Value() != 0 ? "yes" : "no";

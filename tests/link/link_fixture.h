@@ -62,14 +62,12 @@ class FakeRace : public LinkOwner {
 
 // The link form, loaded, between a fake race and a virtual serial port. Everything enters through the door,
 // as in the program.
-class LinkTest : public testing::Test, public DeviceEvents {
- protected:
-  LinkTest() {
+struct LinkRig : DeviceEvents {
+  LinkRig() {
     door.SetDevices(this);
     serial.ports = {3, 5};
     platform.settings.SaveSetting("frmSerialPort", "CommPort", "5");
   }
-  void SetUp() override { EnterLoad(); }
 
   // DeviceEvents
   void Load() override {
@@ -92,15 +90,6 @@ class LinkTest : public testing::Test, public DeviceEvents {
   }
   void RunUntil(std::int64_t ms) { platform.RunUntil(door, ms); }
   void RunFor(std::int64_t ms) { RunUntil(platform.ClockMs() + ms); }
-  void ExpectBox(DialogKind kind, DialogIcon icon, const std::string& title, const std::string& text) {
-    ASSERT_EQ(platform.shown.size(), 1U);
-    const DialogBox& box = platform.shown[0].box;
-    EXPECT_EQ(std::pair(box.kind, box.icon), std::pair(kind, icon));
-    EXPECT_EQ(box.title + ": " + box.text, title + ": " + text);
-  }
-  std::string Saved(const std::string& key) {
-    return platform.settings.GetSetting("frmSerialPort", key, "(none)");
-  }
 
   VirtualPlatform platform;
   Door door{platform};
