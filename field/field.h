@@ -11,8 +11,7 @@
 #include <vector>
 
 #include "field/follower.h"
-#include "field/frame.h"
-#include "field/line.h"
+#include "field/radio.h"
 #include "field/plan.h"
 #include "field/result.h"
 

@@ -4,7 +4,7 @@
 #include <functional>
 #include <optional>
 
-#include "field/frame.h"
+#include "field/radio.h"
 #include "field/result.h"
 
 namespace quorvane::field {

@@ -5,7 +5,7 @@
 #include <random>
 #include <vector>
 
-#include "field/frame.h"
+#include "field/radio.h"
 
 namespace quorvane::field {
 

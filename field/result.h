@@ -6,8 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "field/frame.h"
-#include "field/line.h"
+#include "field/radio.h"
 
 namespace quorvane::field {
 

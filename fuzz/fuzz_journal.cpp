@@ -11,7 +11,6 @@
 #include <string_view>
 #include <utility>
 
-#include "journal/journal_reader.h"
 #include "journal/journal_text.h"
 #include "replay/outputs.h"
 #include "replay/replay.h"

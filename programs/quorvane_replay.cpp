@@ -7,11 +7,10 @@
 #include <vector>
 
 #include "files/file_ops.h"
-#include "journal/journal_reader.h"
+#include "journal/journal_text.h"
 #include "programs/replay_command.h"
 #include "replay/outputs.h"
 #include "replay/replay.h"
-#include "replay/verify.h"
 
 namespace quorvane {
 namespace {
@@ -45,12 +44,9 @@ int RunJournal(const ReplayCommand& command, const SessionJournal& journal) {
     Say(*reason);
     return kCannot;
   }
-  ReplayOptions options;
-  if (!command.verify) options.project = command.project;
-  options.inPlace = command.inPlace;
-  options.keepVersions = command.verify;
-  options.stopInOpenBox = command.verify;
-  Replay replay(journal, options);
+  Replay replay(journal, {.project = command.verify ? std::string() : command.project,
+                          .inPlace = command.inPlace,
+                          .verify = command.verify});
   replay.Run();
 
   for (const std::string& note : replay.Notes()) Say(command.journal + ": " + note);

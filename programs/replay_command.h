@@ -5,7 +5,7 @@
 #include <variant>
 #include <vector>
 
-#include "journal/journal_reader.h"
+#include "journal/journal_text.h"
 #include "programs/arguments.h"
 
 namespace quorvane {

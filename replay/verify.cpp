@@ -1,4 +1,4 @@
-#include "replay/verify.h"
+#include "replay/outputs.h"
 
 #include <fmt/format.h>
 

@@ -1,4 +1,3 @@
-#include "journal/journal_reader.h"
 
 #include <gtest/gtest.h>
 

@@ -14,7 +14,7 @@
 #include "base/checked.h"
 #include "journal/journal_text.h"
 #include "replay/replay.h"
-#include "replay/verify.h"
+#include "replay/outputs.h"
 #include "tests/support/console_rig.h"
 #include "tests/support/scratch_folder.h"
 
@@ -46,7 +46,7 @@ class Recorded {
   }
   Verdict Verified(const std::string& text) {
     journal = ReadJournal(text);
-    replay = std::make_unique<Replay>(journal, ReplayOptions{.keepVersions = true, .stopInOpenBox = true});
+    replay = std::make_unique<Replay>(journal, ReplayOptions{.verify = true});
     replay->Run();
     return Verify(journal, *replay, "");
   }

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "field/frame.h"
+#include "field/radio.h"
 #include "forms/door.h"
 #include "link/frm_serial_port.h"
 #include "race/race_state.h"

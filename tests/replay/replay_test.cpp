@@ -107,7 +107,7 @@ TEST(Replay, OnRequestAJournalWithoutEndStopsInItsOpenBox) {
       "0 answer text \"Cup\"\n1000 click frmJudge.mnuSetEventName\n");
   for (const bool stop : {false, true}) {
     const ScratchFolder folder;
-    Replay replay(journal, {.project = folder / "contest.ini", .stopInOpenBox = stop});
+    Replay replay(journal, {.project = folder / "contest.ini", .verify = stop});
     replay.Run();
     EXPECT_EQ(replay.program().judge().EventName(), stop ? "Cup" : "");
     EXPECT_EQ(replay.platform().shown.size(), stop ? 2U : 3U);

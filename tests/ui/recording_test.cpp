@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <filesystem>
 
-#include "replay/verify.h"
+#include "replay/outputs.h"
 #include "tests/ui/fixture.h"
 #include "ui/session_recording.h"
 
@@ -81,7 +81,7 @@ TEST_F(RecordingTest, SwitchedOnLateItTellsTheWholeSessionAndItsReplayGivesTheSa
   EXPECT_NE(BytesOf(journal).find(" tx 55AA"), std::string::npos);
   EXPECT_NE(BytesOf(project).find("Timestamp"), std::string::npos);
   const SessionJournal session = ReadJournal(BytesOf(journal));
-  Replay replay(session, {.keepVersions = true, .stopInOpenBox = true});
+  Replay replay(session, {.verify = true});
   replay.Run();
   const Verdict verdict = Verify(session, replay, "");
   EXPECT_TRUE(verdict.same) << verdict.text;
