@@ -242,19 +242,20 @@ void DrawSignatures(Sheet& sheet) {
 
 }  // namespace
 
-void frmPrint::PrintDocument(Surface& surface) const {
+void PrintDocument(Surface& surface, const RaceRecord& race, const std::string& program,
+                   const LocalDateTime& printed) {
   if (surface.Page().width <= 0 || surface.Page().height <= 0) return;
   Sheet sheet(surface);
-  DrawHead(sheet, race_);
-  DrawLanes(sheet, race_);
-  DrawComments(sheet, race_);
+  DrawHead(sheet, race);
+  DrawLanes(sheet, race);
+  DrawComments(sheet, race);
   DrawSignatures(sheet);
   const double foot = sheet.Height() - Sheet::kMargin - 1.9;
   sheet.HorizontalRule(Sheet::kLeft, Sheet::kRight, foot - 0.3, Sheet::kHair);
-  sheet.Caption({Sheet::kLeft, foot, 34, 1.9}, FileNameOf(race_.projectFile));
-  sheet.Caption({40, foot, 22, 1.9}, program_, Align::Center);
+  sheet.Caption({Sheet::kLeft, foot, 34, 1.9}, FileNameOf(race.projectFile));
+  sheet.Caption({40, foot, 22, 1.9}, program, Align::Center);
   sheet.Caption({63, foot, Sheet::kRight - 63, 1.9},
-                "Printed " + ProjectDate(printed_) + " " + TimeOfDay(printed_), Align::Right);
+                "Printed " + ProjectDate(printed) + " " + TimeOfDay(printed), Align::Right);
 }
 
 }  // namespace quorvane
