@@ -11,8 +11,8 @@
 #include <vector>
 
 #include "field/follower.h"
-#include "field/radio.h"
 #include "field/plan.h"
+#include "field/radio.h"
 #include "field/result.h"
 
 namespace quorvane::field {

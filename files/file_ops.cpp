@@ -119,6 +119,13 @@ FileOps& SystemFiles() {
   return files;
 }
 
+std::optional<std::string> ContentOf(const std::string& path, std::size_t limit) {
+  std::string bytes;
+  FileStamp stamp;
+  if (SystemFiles().ReadFile(path, limit, bytes, stamp)) return std::nullopt;
+  return bytes;
+}
+
 std::string WholePath(const std::string& path) {
   std::error_code error;
   const fs::path whole = fs::weakly_canonical(PathOf(path), error);

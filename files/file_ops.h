@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -100,6 +101,9 @@ class FileOps {
 std::string HiddenBeside(const std::string& target);
 
 FileOps& SystemFiles();
+
+// The bytes of a regular file of at most `limit` bytes; nothing when there is none that can be read.
+std::optional<std::string> ContentOf(const std::string& path, std::size_t limit);
 
 // Replaces the whole content of `target` (made if missing) in one step: whoever looks, even after a power
 // failure, finds the old file or the new one, and once this has returned without error the new one is on the

@@ -97,18 +97,16 @@ void Door::Handle(const Event& event) {
   SampleClock();
   FollowNowAndThen();
   journal_->Entered(now_, event);
-  {
-    const Restored depth(inHand_, inHand_ + 1);
-    Contain([&] { Dispatch(event); });
-  }
-  Ended();
+  Run([&] { Dispatch(event); });
 }
 
-void Door::Ended() {
-  {
+void Door::Run(const std::function<void()>& action) {
+  const auto contain = [this](const std::function<void()>& part) {
     const Restored depth(inHand_, inHand_ + 1);
-    Contain([this] { devices_->EventEnded(); });
-  }
+    Contain(part);
+  };
+  contain(action);
+  contain([this] { devices_->EventEnded(); });
   if (afterEvent_) afterEvent_();
 }
 
@@ -129,11 +127,7 @@ void Door::DrainWhenIdle() {
       const std::function<void()> action = std::move(posted_.front());
       posted_.pop_front();
       // The clock stands still: a journal says nothing of this action, so it must not see another time.
-      {
-        const Restored depth(inHand_, inHand_ + 1);
-        Contain(action);
-      }
-      Ended();
+      Run(action);
     } else if (!waiting_.empty()) {
       const Event event = std::move(waiting_.front());
       waiting_.pop_front();

@@ -89,7 +89,7 @@ class Door : public EventClock {
   void DrainWhenIdle();
   void SampleClock();
   void FollowNowAndThen();
-  void Ended();
+  void Run(const std::function<void()>& action);
 
   Platform& platform_;
   Forms forms_;

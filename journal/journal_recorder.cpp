@@ -21,14 +21,6 @@ namespace {
 constexpr std::string_view kProjectExtension = ".ini";  // what the boxes that ask for a project offer
 constexpr std::size_t kMostProjectBytes = std::size_t{64} << 20;
 
-// Nothing when there is no such file, or none of a project's size.
-std::optional<std::string> ContentOf(const std::string& path) {
-  std::string bytes;
-  FileStamp stamp;
-  if (SystemFiles().ReadFile(path, kMostProjectBytes, bytes, stamp)) return std::nullopt;
-  return bytes;
-}
-
 template <typename Records>
 std::string Joined(const Records& records) {
   return fmt::format("{}", fmt::join(records, ""));
@@ -158,7 +150,7 @@ void SessionRecorder::Begin(const SessionStart& start) {
     Add(SettingRecord({"DiskFile", "FileName", start.project}));
     KeepProject(start.project);
     // A replay is asked about a project that exists, whoever named it.
-    const bool asked = start.projectUnasked && ContentOf(start.project).has_value();
+    const bool asked = start.projectUnasked && ContentOf(start.project, kMostProjectBytes).has_value();
     if (asked) AddInput(0, AnswerRecord(0, {DialogAnswer::Word::Yes, {}}));
   }
   AddInput(0, EventRecord(0, {.kind = EventKind::Ports, .numbers = start.ports}));
@@ -176,7 +168,7 @@ void SessionRecorder::KeepProject(const std::string& path) {
     return;
   }
   projectsKept_.insert(path);
-  if (const auto content = ContentOf(path)) Add(ProjectComments(path, *content));
+  if (const auto content = ContentOf(path, kMostProjectBytes)) Add(ProjectComments(path, *content));
 }
 
 bool SessionRecorder::Record(const std::filesystem::path& path) {

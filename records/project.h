@@ -53,12 +53,8 @@ class Project {
 
   // Everything written while a Group lives goes to the disk in one replacement of the file, when the last one
   // ends.
-  class Group {
-   public:
-    explicit Group(Project& project) : group_(*project.store_) {}
-
-   private:
-    WriteGroup group_;
+  struct Group : WriteGroup {
+    explicit Group(Project& project) : WriteGroup(*project.store_) {}
   };
 
  private:

@@ -101,11 +101,8 @@ const std::string& ReplayFolder::CopyOf(const std::string& original, bool asItSt
     std::filesystem::create_symlink(PathOf(copy), PathOf(Path() + folder + name), ignored);
   }
   const std::string& path = Use(Path() + folder + name, original);
-  std::string bytes;
-  FileStamp stamp;
-  if (asItStands && !FileExists(path) && !SystemFiles().ReadFile(original, kMostCopied, bytes, stamp)) {
-    PutFile(path, bytes);
-  }
+  if (!asItStands || FileExists(path)) return path;
+  if (const auto bytes = ContentOf(original, kMostCopied)) PutFile(path, *bytes);
   return path;
 }
 

@@ -80,9 +80,10 @@ struct ReplayOptions {
   // The project file that stands in the settings store as the last project. Empty: a copy of the journal's
   // own in a temporary folder.
   std::string project = {};
-  bool inPlace = false;       // the files that the journal's answers name are used where they stand
+  bool inPlace = false;  // the files that the journal's answers name are used where they stand
   // For a comparison: every content of the project files is kept, and a box without an answer at the end of a
-  // journal that has no end record ends the replay instead of being cancelled, as the program was killed then.
+  // journal that has no end record ends the replay instead of being cancelled, as the program was killed
+  // then.
   bool verify = false;
 };
 

@@ -23,13 +23,7 @@ struct Difference {
 
 using Differences = std::vector<Difference>;
 
-// Nothing when the file cannot be read.
-std::optional<std::string> Bytes(const std::string& path) {
-  std::string bytes;
-  FileStamp stamp;
-  if (SystemFiles().ReadFile(path, std::size_t{1} << 30, bytes, stamp)) return std::nullopt;
-  return bytes;
-}
+constexpr std::size_t kMostBytes = std::size_t{1} << 30;
 
 std::string FrameText(const std::vector<Replay::Frame>& frames, std::size_t index) {
   if (index >= frames.size()) return "none";
@@ -117,7 +111,7 @@ class ProjectComparison {
         replay_(replay),
         path_(std::move(path)),
         recordedBytes_(std::move(recorded)),
-        replayedBytes_(Bytes(copyPath).value_or("")) {
+        replayedBytes_(ContentOf(copyPath, kMostBytes).value_or("")) {
     const std::string fullPath = WholePath(copyPath);
     for (const auto& version : replay.files().Versions()) {
       if (version.path == copyPath || version.path == fullPath) versions_.push_back(&version);
@@ -191,7 +185,7 @@ std::string CompareProjects(const SessionJournal& journal, Replay& replay, const
     if (otherName || !replay.Projects().contains(copy.path)) continue;
     const bool open = SamePath(copy.path, replay.program().race().ProjectFile);
     const std::string recorded = open && !project.empty() ? project : copy.original;
-    if (auto bytes = Bytes(recorded)) {
+    if (auto bytes = ContentOf(recorded, kMostBytes)) {
       ProjectComparison(journal, replay, recorded, std::move(*bytes), copy.path).Compare(differences, notes);
       compared += ", " + recorded;
     } else if (FileExists(copy.path)) {

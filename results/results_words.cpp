@@ -4,6 +4,7 @@
 
 #include "base/text.h"
 #include "records/project.h"
+#include "results/race_records.h"
 
 namespace quorvane {
 namespace {
@@ -59,7 +60,7 @@ std::string CutList(const LaneRecord& lane, std::string_view separator) {
 }
 
 std::string CommentsOf(const RaceRecord& race) {
-  return race.comments == "No comments" ? "" : race.comments;
+  return race.comments == kDefaultComments ? "" : race.comments;
 }
 
 std::string OneLine(std::string_view text) {

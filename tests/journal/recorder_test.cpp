@@ -13,8 +13,8 @@
 
 #include "base/checked.h"
 #include "journal/journal_text.h"
-#include "replay/replay.h"
 #include "replay/outputs.h"
+#include "replay/replay.h"
 #include "tests/support/console_rig.h"
 #include "tests/support/scratch_folder.h"
 
