@@ -18,7 +18,8 @@ std::string Captions(const ControlArray& labels, int number) {
 
 void ShowCaptions(const ControlArray& labels, const std::string& captions) {
   const std::vector<std::string> fields = Split(captions, ',');
-  for (std::size_t i = 0; Control * label : labels) {
+  std::size_t i = 0;
+  for (Control* label : labels) {
     label->SetCaption(i < fields.size() ? fields[i] : " ");
     label->SetVisible(i++ < fields.size());
   }

@@ -242,8 +242,8 @@ void DrawSignatures(Sheet& sheet) {
 
 }  // namespace
 
-void PrintDocument(Surface& surface, const RaceRecord& race, const std::string& program,
-                   const LocalDateTime& printed) {
+void frmPrint::PrintDocument(Surface& surface, const RaceRecord& race, const std::string& program,
+                             const LocalDateTime& printed) {
   if (surface.Page().width <= 0 || surface.Page().height <= 0) return;
   Sheet sheet(surface);
   DrawHead(sheet, race);

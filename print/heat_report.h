@@ -6,7 +6,8 @@
 #include "print/surface.h"
 #include "records/race_record.h"
 
-namespace quorvane {
+// The form of the heat report. It shows nothing by itself, so it is a procedure without controls.
+namespace quorvane::frmPrint {
 
 // Draws the heat report: one race on one page, black on white, for A4 and Letter alike. A race that has not
 // run gives a score sheet to be filled in by hand. Several races are several reports, each on a page of its
@@ -15,4 +16,4 @@ namespace quorvane {
 void PrintDocument(Surface& surface, const RaceRecord& race, const std::string& program,
                    const LocalDateTime& printed);
 
-}  // namespace quorvane
+}  // namespace quorvane::frmPrint

@@ -108,7 +108,7 @@ void DrawReport(QPainter& painter, const QSizeF& page, const QRectF& target, con
                 const Imprint& imprint) {
   painter.save();
   QtSurface surface(painter, page, target);
-  PrintDocument(surface, race, imprint.program, imprint.printed);
+  frmPrint::PrintDocument(surface, race, imprint.program, imprint.printed);
   painter.restore();
 }
 
