@@ -38,6 +38,9 @@ TEST_F(DesignsTest, EveryControlHasItsPlaceAndNameAndEveryPlaceItsControl) {
     }
   }
   EXPECT_EQ(laneButtons.size(), 4U);
+  for (const Place& place : LaneDesign(4).places) {
+    EXPECT_TRUE(place.name != "cmdCut" || place.key == "F8 F12 0") << place.key;
+  }
 }
 
 TEST_F(DesignsTest, ControlsNeitherOverlapNorLeaveTheirFormAndNoTextIsUnderTenPoints) {
