@@ -12,7 +12,7 @@ double RaceBook::Timestamp(const std::string& section) {
 }
 
 std::string RaceBook::ShownSection() {
-  const std::string race = Section(race_.RaceNumber);
+  std::string race = Section(race_.RaceNumber);
   try {
     const double id = LeadingNumber(project_.GetProjectValue(race, "ReflyID", "0"));
     return id == 0.0 ? race : "Refly" + std::to_string(RoundTo<std::int32_t>(id));

@@ -115,7 +115,7 @@ std::string FreeJournalName(const std::string& path) {
   const std::string ending = PathOf(path).extension().string();
   const std::string base = path.substr(0, path.size() - ending.size());
   for (int number = 2;; ++number) {
-    const std::string name = base + "-" + std::to_string(number) + ending;
+    std::string name = base + "-" + std::to_string(number) + ending;
     const FileKind kind = KindOfFile(name);
     if (kind == FileKind::Missing || kind == FileKind::Empty) return name;
   }

@@ -221,7 +221,7 @@ void frmLane::tmrTurns_Timer() {
 void frmLane::RecalculateCuts() {
   NeedsCutDisplay_ = false;
   const CutRecount r = RecountCuts(log_, IsFai());
-  counts_ = r;
+  counts_ = static_cast<const LapRecount&>(r);
   Turns_ = r.turns;
   for (const CutMark& mark : r.marks) {
     Control& label = lblCut[mark.index];

@@ -95,7 +95,7 @@ void frmSerialPort::SelectPort(int port, bool remember) {
 }
 
 SerialError frmSerialPort::OpenPort(int port) {
-  const SerialError error = Open(MSComm1_, port);
+  SerialError error = Open(MSComm1_, port);
   race_.CommActive = !error;
   if (error) return error;
   receiver_.PortOpened();

@@ -117,8 +117,9 @@ class LaneColumn {
     for (int i = 0; i < std::min(cuts, grid.Cells()); ++i) {
       const CutRecord& cut = lane_.cuts[static_cast<std::size_t>(i)];
       const bool leftOut = cuts > grid.Cells() && i + 1 == grid.Cells();
+      const int column = i / grid.Rows();
       const double top = kCutListTop + i % grid.Rows() * grid.rowHeight;
-      sheet_.Text(At(i / grid.Rows() * width, top, width - 0.4, grid.rowHeight),
+      sheet_.Text(At(column * width, top, width - 0.4, grid.rowHeight),
                   leftOut ? "\xE2\x80\xA6" : cut.pylon + " " + FormatSeconds(cut.time), {grid.size, false});
     }
   }

@@ -26,7 +26,8 @@ std::string TwelveHourClock(const LocalDateTime& at, bool seconds) {
 
 double DaySerial(const LocalDateTime& at) {
   const std::int64_t seconds = SecondsBetween(kDayZero, at);
-  return static_cast<double>(seconds / 86400) + static_cast<double>(seconds % 86400) / 86400.0;
+  const std::int64_t days = seconds / 86400;
+  return static_cast<double>(days) + static_cast<double>(seconds % 86400) / 86400.0;
 }
 
 }  // namespace

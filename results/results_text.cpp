@@ -29,7 +29,7 @@ std::string_view Front(std::string_view text, int count) {
 
 // What is too wide ends with an ellipsis.
 std::string Fit(std::string_view text, int width) {
-  const std::string line = OneLine(text);
+  std::string line = OneLine(text);
   if (CharactersIn(line) <= width) return line;
   return std::string(Front(line, width - 1)) + "\xE2\x80\xA6";
 }
