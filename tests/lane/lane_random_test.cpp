@@ -29,7 +29,10 @@ class RandomLane : public testing::Test {
         {"hover", 40}, {"final", 1}, {"novice", 2}, {"done", 2},    {"manual", 2}, {"failing", 3},
         {"order", 7},  {"place", 1}, {"giveup", 1}, {"adjust", 99}, {"join", 1}};
     static constexpr std::array kCodes = {"oo", "1o", "o1", "11", "", "11o", "7", "\xff"};
-    if (Below(3) == 0) return rig_.At(rig_.owner.raceTime + Below(9000));
+    if (const int step = Below(9000); Below(3) == 0) {
+      const std::int32_t now = rig_.owner.raceTime;
+      return rig_.At(now > INT32_MAX - step ? now : now + step);
+    }
     if (Below(300) == 0) return StartRace();
     const auto& [step, most] = kActs[static_cast<std::size_t>(Below(static_cast<int>(kActs.size())))];
     if (std::string_view("done order failing manual").find(step) != std::string_view::npos && Below(20) != 0)
