@@ -56,8 +56,8 @@ Score::Lane LaneNow(const frmJudge& judge, const LaneRecord& lane) {
   if (placed) score.place = PlaceText(panel.Status());
   if (!placed && twoCuts) score.place = "DBL CUT";
   score.bad = twoCuts || score.place == "DNF" || (placed && panel.Position() == "100");
-  // The lap that was flown last, until the lane has finished.
-  const bool finished = panel.IsFinished() && HasResult(lane);
+  // The lap that was flown last, until the lane or the race has finished.
+  const bool finished = HasResult(lane) && (placed || panel.IsFinished());
   if (!finished && !lane.laps.empty()) score.time = FormatSeconds(lane.laps.back().time);
   return score;
 }

@@ -47,7 +47,7 @@ TEST(ScoreKeeper, ShowsTheRaceThenItsResultAndNothingOfARaceThatIsReflown) {
             (Lines{"11|1|1:17.00|1st", "3|3|21.00|Dbl Cut!", "1||10.00|DNF!", "|||DNF!"}));
 
   rig.Click("frmLane1.cmdLap");  // a lap more than are listed
-  EXPECT_EQ(Rows(keeper.Now())[0], "12|1|77.00|1st");
+  EXPECT_EQ(Rows(keeper.Now())[0], "12|1|1:17.00|1st");
   rig.Click("frmJudge.cmdSave");
   EXPECT_EQ(keeper.Now().heat + ", " + keeper.Now().clock, "Round 1  Heat 1, Result");
   EXPECT_EQ(Rows(keeper.Now()), (Lines{"11|1|1:17.00|1st", "3|3||Dbl Cut!", "1|||DNF!", "|||DNF!"}));
