@@ -123,19 +123,17 @@ void frmJudge::MoveTo(std::int16_t race) {
   ShowCurrentRace();
 }
 
+// A number that no race can have is taken back: the box shows where the console is.
 void frmJudge::MoveToTyped(Control& box, bool isHeat) {
-  std::int16_t target = 0;
+  std::optional<std::int16_t> target;
   try {
-    if (race_.BeingFlown()) throw RunTimeError("A race is being flown");
     const int typed = LeadingInteger(box.Text());
     const std::int64_t round = isHeat ? race_.Round() : typed;
     target = ToInteger((round - 1) * race_.HeatsInRound() + (isHeat ? typed : race_.Heat()));
-  } catch (const RunTimeError&) {
-    // The box must not go on showing a race that the console did not move to.
-    box.SetText(std::to_string(isHeat ? race_.Heat() : race_.Round()));
-    throw;
+  } catch (const OverflowError&) {
   }
-  MoveTo(target);
+  if (target) return MoveTo(*target);
+  box.SetText(std::to_string(isHeat ? race_.Heat() : race_.Round()));
 }
 
 void frmJudge::cmdRefly_Click() {
