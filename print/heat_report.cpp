@@ -16,15 +16,8 @@ namespace {
 // ---- The column of one lane: who flew it, where it came in, its cuts and its laps. A race that has not run
 // leaves the same places ruled, to be filled in by hand. Places are from its top.
 constexpr double kLaneColumnHeight = 70.0;
-constexpr double kPilotTop = 5.2;
-constexpr double kCallerTop = 9.0;
-constexpr double kRuledHeight = 3.6;
-constexpr double kPlaceTop = 13.4;
-constexpr double kTimeTop = 18.8;
-constexpr double kCutsTop = 22.4;
 constexpr double kCutListTop = 25.4;
 constexpr double kCutListHeight = 8.6;
-constexpr double kLapHeadTop = 34.4;
 constexpr double kLapsTop = 36.6;
 constexpr double kLapHeight = 3.0;
 constexpr double kCaptionWidth = 5.0;
@@ -63,12 +56,12 @@ class LaneColumn {
       return race_.hasRun ? std::optional(text) : std::nullopt;
     };
     DrawMarking();
-    DrawField(kPilotTop, kRuledHeight, "Pilot", std::nullopt, 0);
-    DrawField(kCallerTop, kRuledHeight, "Caller", std::nullopt, 0);
-    DrawField(kPlaceTop, 5.0, "Place", result(lane_.placing), 3.4);
+    DrawField(5.2, 3.6, "Pilot", std::nullopt, 0);
+    DrawField(9.0, 3.6, "Caller", std::nullopt, 0);
+    DrawField(13.4, 5.0, "Place", result(lane_.placing), 3.4);
     const std::int32_t final = lane_.final < kNoResult ? lane_.final : 0;
-    DrawField(kTimeTop, 3.4, "Time", result(FormatMinutes(FormatSeconds(final))), 2.3);
-    DrawField(kCutsTop, 2.8, "Cuts", result(std::to_string(lane_.cuts.size())), 1.8);
+    DrawField(18.8, 3.4, "Time", result(FormatMinutes(FormatSeconds(final))), 2.3);
+    DrawField(22.4, 2.8, "Cuts", result(std::to_string(lane_.cuts.size())), 1.8);
     DrawCuts();
     DrawLaps();
   }
@@ -132,7 +125,7 @@ class LaneColumn {
   }
 
   void DrawLaps() {
-    DrawLapRow(kLapHeadTop, 1.9, {"Lap", "Time", "Split"}, {1.25, 1.25, 1.25}, false);
+    DrawLapRow(34.4, 1.9, {"Lap", "Time", "Split"}, {1.25, 1.25, 1.25}, false);
     DrawRule(0, kLapsTop, Sheet::kThin);
     const std::vector<FlownLap> laps = race_.hasRun ? FlownLaps(lane_) : std::vector<FlownLap>{};
     for (int row = 1; row <= LapRows(); ++row) {

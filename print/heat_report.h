@@ -10,9 +10,8 @@
 namespace quorvane::frmPrint {
 
 // Draws the heat report: one race on one page, black on white, for A4 and Letter alike. A race that has not
-// run gives a score sheet to be filled in by hand. Several races are several reports, each on a page of its
-// own. Never fails; what is too long shrinks and is then cut with an ellipsis. A page without any size stays
-// empty. program: name and version for the foot of the page.
+// run gives a score sheet to be filled in by hand. Never fails; what is too long shrinks and is then cut with
+// an ellipsis. A page without any size stays empty. program: name and version for the foot of the page.
 void PrintDocument(Surface& surface, const RaceRecord& race, const std::string& program,
                    const LocalDateTime& printed);
 

@@ -7,8 +7,7 @@
 
 namespace quorvane {
 
-// The heat report on the screen as the printer would put it on paper, at one of three sizes. The window that
-// shows it has the report drawn once, and scrolls.
+// The heat report on the screen as the printer would put it on paper, at one of three sizes.
 class PrintPreview : public Form {
  public:
   // Shows the page at that share of its full size, from its upper left corner.

@@ -2,7 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
-#include <utility>
+#include <string>
+#include <vector>
 
 #include "base/text.h"
 
@@ -67,13 +68,7 @@ std::size_t BreakWord(const Surface& surface, std::string_view word, Font font, 
   return fitting;
 }
 
-std::size_t LinesIn(double height, double lineHeight) {
-  if (height <= 0 || lineHeight <= 0) return 0;
-  return static_cast<std::size_t>(std::min(kMostLines, std::floor(height / lineHeight)));
-}
-
-}  // namespace
-
+// The lines of a text at that width, at most `limit` of them.
 std::vector<std::string> WrapText(const Surface& surface, std::string_view text, Font font, double width,
                                   std::size_t limit) {
   std::vector<std::string> lines;
@@ -110,37 +105,7 @@ std::vector<std::string> WrapText(const Surface& surface, std::string_view text,
   return lines;
 }
 
-void DrawFitted(Surface& surface, const Box& box, std::string_view text, Font font, double smallest,
-                Align align) {
-  std::string line = OnOneLine(text);
-  if (line.empty()) return;
-  while (font.size > smallest &&
-         (surface.LineHeight(font) > box.height || !Fits(surface, line, font, box.width))) {
-    font.size = std::max(smallest, font.size * kShrinkStep);
-  }
-  if (!Fits(surface, line, font, box.width)) line = CutToFit(surface, line, font, box.width);
-  if (!line.empty()) surface.Text(box, line, font, align);
-}
-
-void DrawWrapped(Surface& surface, const Box& box, std::string_view text, Font font, double smallest) {
-  std::vector<std::string> lines;
-  double height = 0;
-  for (;; font.size = std::max(smallest, font.size * kShrinkStep)) {
-    height = surface.LineHeight(font);
-    const std::size_t room = LinesIn(box.height, height);
-    lines = WrapText(surface, text, font, box.width, room + 1);
-    if (lines.size() <= room) break;
-    if (font.size > smallest) continue;
-    lines.resize(room);
-    if (!lines.empty()) lines.back() = CutToFit(surface, lines.back(), font, box.width);
-    break;
-  }
-  double top = box.top;
-  for (const std::string& line : lines) {
-    if (!line.empty()) surface.Text({box.left, top, box.width, height}, line, font, Align::Left);
-    top += height;
-  }
-}
+}  // namespace
 
 Sheet::Sheet(Surface& surface) : surface_(surface) {
   const Box page = surface.Page();
@@ -155,11 +120,38 @@ Box Sheet::At(const Box& box) const {
 }
 
 void Sheet::Text(const Box& box, std::string_view text, Font font, Align align) {
-  DrawFitted(surface_, At(box), text, At(font), kSmallestText * unit_, align);
+  std::string line = OnOneLine(text);
+  if (line.empty()) return;
+  const Box place = At(box);
+  const double smallest = kSmallestText * unit_;
+  font.size *= unit_;
+  while (font.size > smallest &&
+         (surface_.LineHeight(font) > place.height || !Fits(surface_, line, font, place.width))) {
+    font.size = std::max(smallest, font.size * kShrinkStep);
+  }
+  if (!Fits(surface_, line, font, place.width)) line = CutToFit(surface_, line, font, place.width);
+  if (!line.empty()) surface_.Text(place, line, font, align);
 }
 
 void Sheet::Wrapped(const Box& box, std::string_view text, Font font) {
-  DrawWrapped(surface_, At(box), text, At(font), kSmallestText * unit_);
+  Box place = At(box);
+  const double smallest = kSmallestText * unit_;
+  std::vector<std::string> lines;
+  for (font.size *= unit_;; font.size = std::max(smallest, font.size * kShrinkStep)) {
+    const double fitting = std::floor(place.height / surface_.LineHeight(font));
+    const auto room = static_cast<std::size_t>(std::clamp(fitting, 0.0, kMostLines));
+    lines = WrapText(surface_, text, font, place.width, room + 1);
+    if (lines.size() <= room) break;
+    if (font.size > smallest) continue;
+    lines.resize(room);
+    if (!lines.empty()) lines.back() = CutToFit(surface_, lines.back(), font, place.width);
+    break;
+  }
+  place.height = surface_.LineHeight(font);
+  for (const std::string& line : lines) {
+    if (!line.empty()) surface_.Text(place, line, font, Align::Left);
+    place.top += place.height;
+  }
 }
 
 void Sheet::Caption(const Box& box, std::string_view text, Align align) {

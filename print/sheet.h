@@ -1,32 +1,16 @@
 #pragma once
 
 #include <optional>
-#include <string>
 #include <string_view>
-#include <vector>
 
 #include "print/surface.h"
 
 namespace quorvane {
 
-// Text that is too long for its place first shrinks down to the smallest size, then is cut with an ellipsis.
-// All sizes are in page units. UTF-8 characters are never split.
-
-// On one line; line breaks and tabs become blanks. Draws nothing where not even the ellipsis fits.
-void DrawFitted(Surface& surface, const Box& box, std::string_view text, Font font, double smallest,
-                Align align);
-
-// On as many lines as the box holds, from its top.
-void DrawWrapped(Surface& surface, const Box& box, std::string_view text, Font font, double smallest);
-
-// The lines of a text at that width, at most `limit` of them. CR, LF and CRLF each end a line; a word wider
-// than the width is broken.
-std::vector<std::string> WrapText(const Surface& surface, std::string_view text, Font font, double width,
-                                  std::size_t limit);
-
 // A page measured in hundredths of its width from its upper left corner, whatever the printer's unit and
-// origin. A page too low for the report is used only in the middle of its width, at a smaller unit. Also
-// carries the few line weights and the rule that too much text shrinks and is then cut.
+// origin. A page too low for the report is used only in the middle of its width, at a smaller unit. Text that
+// is too long for its place first shrinks down to the smallest size, then is cut with an ellipsis; UTF-8
+// characters are never split.
 class Sheet {
  public:
   static constexpr double kWidth = 100;
@@ -42,7 +26,10 @@ class Sheet {
   // The lower edge of the page, at least 127.
   double Height() const { return height_; }
 
+  // On one line; line breaks and tabs become blanks. Draws nothing where not even the ellipsis fits.
   void Text(const Box& box, std::string_view text, Font font, Align align = Align::Left);
+  // On as many lines as the box holds, from its top. CR, LF and CRLF each end a line; a word wider than the
+  // box is broken.
   void Wrapped(const Box& box, std::string_view text, Font font);
   void Caption(const Box& box, std::string_view text, Align align = Align::Left);
   void HorizontalRule(double left, double right, double y, double thickness = kThin);
@@ -57,7 +44,6 @@ class Sheet {
   double X(double x) const { return left_ + x * unit_; }
   double Y(double y) const { return top_ + y * unit_; }
   Box At(const Box& box) const;
-  Font At(Font font) const { return {font.size * unit_, font.bold}; }
 
   Surface& surface_;
   double unit_ = 1;

@@ -31,8 +31,7 @@ class Surface {
  public:
   virtual ~Surface() = default;
 
-  // Where the page lies in its own coordinates. Its unit is the printer's and may be anything; only ratios
-  // count.
+  // Where the page lies in its own coordinates, whose unit may be anything.
   virtual Box Page() const = 0;
 
   virtual double TextWidth(std::string_view text, Font font) const = 0;
