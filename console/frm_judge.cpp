@@ -15,7 +15,17 @@ std::string Toggled(Control& entry) {
 
 }  // namespace
 
-JudgeControls::JudgeControls(Forms& forms) : Form(forms, "frmJudge") {
+frmJudge::frmJudge(Door& door, RaceState& race, RaceClock& clock, Project& project, frmSerialPort& link)
+    : Form(door.AllForms(), "frmJudge"),
+      door_(door),
+      race_(race),
+      clock_(clock),
+      project_(project),
+      link_(link) {
+  for (std::size_t i = 0; i < lanes_.size(); ++i) {
+    LaneOwner& owner = *this;
+    lanes_[i] = std::make_unique<frmLane>(door.AllForms(), race, owner, static_cast<int>(i) + 1);
+  }
   Form::SetCaption("Quorvane");
   lblNotSaved.SetForeColor(kWhite);
   lblNotSaved.SetBackColor(kRed);
@@ -29,19 +39,6 @@ JudgeControls::JudgeControls(Forms& forms) : Form(forms, "frmJudge") {
     box->onGotFocus = [box] { SelectAllText(*box); };
   }
   tmrSaveRetry.SetInterval(3000);
-}
-
-frmJudge::frmJudge(Door& door, RaceState& race, RaceClock& clock, Project& project, frmSerialPort& link)
-    : JudgeControls(door.AllForms()),
-      door_(door),
-      race_(race),
-      clock_(clock),
-      project_(project),
-      link_(link) {
-  for (std::size_t i = 0; i < lanes_.size(); ++i) {
-    LaneOwner& owner = *this;
-    lanes_[i] = std::make_unique<frmLane>(door.AllForms(), race, owner, static_cast<int>(i) + 1);
-  }
   HookEvents();
   door.AllForms().SetMain(*this);
 }
@@ -56,7 +53,8 @@ void frmJudge::HookEvents() {
   };
   cmdRefly.onClick = [this] { cmdRefly_Click(); };
   cmdIncHeat.onClick = [this] {
-    if (MoveBy(1)) race_.LastRaceRun = -1;
+    MoveBy(1);
+    race_.LastRaceRun = -1;
   };
   cmdDecHeat.onClick = [this] { MoveBy(-1); };
   cmdIncRound.onClick = [this] { MoveBy(race_.HeatsInRound()); };
@@ -65,9 +63,7 @@ void frmJudge::HookEvents() {
   txtRound.onChange = [this] { MoveToTyped(txtRound, false); };
   // The list's index, counted from 0, goes to a procedure that counts modes from 1: the first two entries
   // both give "RaceHorse" and the list moves on by itself. Pilots' habits are built on it.
-  cboRaceMode.onChange = [this] {
-    if (!race_.RaceActive) ApplyRaceMode(cboRaceMode.ListIndex());
-  };
+  cboRaceMode.onChange = [this] { ApplyRaceMode(cboRaceMode.ListIndex()); };
   chkSixtySecondCount.onClick = [this] {
     chkAudio.SetVisible(chkSixtySecondCount.Value() == 1);
     if (!chkAudio.Visible()) chkAudio.SetValue(0);

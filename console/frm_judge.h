@@ -4,10 +4,8 @@
 #include <cstdint>
 #include <string>
 
-#include "console/frm_judge_controls.h"
 #include "console/heat_printer.h"
-#include "console/project_chooser.h"
-#include "console/race_book.h"
+#include "console/open_project.h"
 #include "console/starter.h"
 #include "forms/door.h"
 #include "lane/frm_lane.h"
@@ -19,7 +17,9 @@ namespace quorvane {
 // The console: owns the four lane panels, the race clock and the buttons that take a race from ready through
 // running to finished; turns station frames and keys into race actions; moves between races and keeps them in
 // the project file. Times are ms of race time. A procedure that raises a RunTimeError is abandoned.
-class frmJudge : public JudgeControls, private LaneOwner, public LinkOwner {
+class frmJudge : public Form, private LaneOwner, public LinkOwner {
+  using enum ControlKind;
+
  public:
   // The link is not used before Form_Load.
   frmJudge(Door& door, RaceState& race, RaceClock& clock, Project& project, frmSerialPort& link);
@@ -43,7 +43,6 @@ class frmJudge : public JudgeControls, private LaneOwner, public LinkOwner {
 
   // Moving between races.
   void ApplyRaceMode(int index);
-  bool MoveBy(int races);  // false: not while a race is flown
   void ShowCurrentRace();
   bool HasRun(int race) { return book_.HasRun(race); }
 
@@ -61,6 +60,58 @@ class frmJudge : public JudgeControls, private LaneOwner, public LinkOwner {
 
   bool RaceBeingFlown() const { return race_.BeingFlown(); }
   const std::string& EventName() const { return eventName_; }
+
+  Control& mnuFile = AddCaptioned(Menu, "mnuFile", "&File");
+  Control& mnuSelectFile = AddCaptioned(Menu, "mnuSelectFile", "&Open Project...", &mnuFile);
+  // The window opens the next two, and records the session while the third is checked.
+  Control& mnuResults = AddCaptioned(Menu, "mnuResults", "&Results...", &mnuFile);
+  Control& mnuScoreboard = AddCaptioned(Menu, "mnuScoreboard", "Score&board", &mnuFile);
+  Control& mnuRecordSession = AddCaptioned(Menu, "mnuRecordSession", "Record Sessio&n", &mnuFile);
+  Control& mnuPrintPreview = AddCaptioned(Menu, "mnuPrintPreview", "Print Pre&view", &mnuFile);
+  Control& mnuSavePdf = AddCaptioned(Menu, "mnuSavePdf", "&Save as PDF...", &mnuFile);
+  Control& mnuPrinterSetup = AddCaptioned(Menu, "mnuPrinterSetup", "&Printer Setup...", &mnuFile);
+  Control& mnuAutoPrint = AddCaptioned(Menu, "mnuAutoPrint", "Enable AutoPrint", &mnuFile);
+  Control& mnuExit = AddCaptioned(Menu, "mnuExit", "E&xit", &mnuFile);
+  Control& mnuSetRaceInfo = AddCaptioned(Menu, "mnuSetRaceInfo", "&Set Race Info");
+  Control& mnuSetEventName = AddCaptioned(Menu, "mnuSetEventName", "Set &Event Name", &mnuSetRaceInfo);
+  Control& mnuHeatsPerRound = AddCaptioned(Menu, "mnuHeatsPerRound", "Set &Heats per Round", &mnuSetRaceInfo);
+  Control& mnuLaneColors = AddCaptioned(Menu, "mnuLaneColors", "Set &Lane Colors", &mnuSetRaceInfo);
+  Control& mnuTimerSettings = AddCaptioned(Menu, "mnuTimerSettings", "&Timer Settings...", &mnuSetRaceInfo);
+  Control& mnuHelp = AddCaptioned(Menu, "mnuHelp", "&Help");
+  Control& mnuKeyboard = AddCaptioned(Menu, "mnuKeyboard", "&Keyboard", &mnuHelp);
+  Control& mnuAbout = AddCaptioned(Menu, "mnuAbout", "&About Quorvane...", &mnuHelp);
+
+  Control& lblStatus = Add(Label, "lblStatus");  // the clock
+  // Shown while something that was recorded is not on the disk.
+  Control& lblNotSaved = AddCaptioned(Label, "lblNotSaved", "NOT SAVED");
+  Control& lblNotice = Add(Label, "lblNotice");  // a click on it takes the notice away
+  Control& fraHeatControl = Add(Frame, "fraHeatControl");
+  Control& txtHeat = Add(TextBox, "txtHeat", &fraHeatControl);
+  Control& cmdDecHeat = AddCaptioned(Button, "cmdDecHeat", "-", &fraHeatControl);
+  Control& cmdIncHeat = AddCaptioned(Button, "cmdIncHeat", "+", &fraHeatControl);
+  Control& txtRound = Add(TextBox, "txtRound", &fraHeatControl);
+  Control& cmdDecRound = AddCaptioned(Button, "cmdDecRound", "-", &fraHeatControl);
+  Control& cmdIncRound = AddCaptioned(Button, "cmdIncRound", "+", &fraHeatControl);
+  Control& cboRaceMode = Add(ComboBox, "cboRaceMode");
+  Control& lblRaceMode = Add(Label, "lblRaceMode");
+  Control& cmdRefly = AddCaptioned(Button, "cmdRefly", "Refly");
+  Control& chkSixtySecondCount = AddCaptioned(CheckBox, "chkSixtySecondCount", "60 Second Count");
+  Control& chkAudio = AddCaptioned(CheckBox, "chkAudio", "Audio Countdown");
+  Control& cmdStart = AddCaptioned(Button, "cmdStart", "Start");
+  Control& cmdReset = AddCaptioned(Button, "cmdReset", "Reset");
+  Control& cmdSave = AddCaptioned(Button, "cmdSave", "Save");
+  Control& cmdPrint = AddCaptioned(Button, "cmdPrint", "Print");
+  Control& cmdReorder = AddCaptioned(Button, "cmdReorder", "Order");
+  Control& txtComments = Add(TextBox, "txtComments");
+  Control& lblComm = Add(Label, "lblComm");
+  Control& lblReadComm = AddCaptioned(Label, "lblReadComm", "R");
+  Control& lblWriteComm = AddCaptioned(Label, "lblWriteComm", "T");
+  // Shown while this console acts for the starter and the timers.
+  Control& lblController = AddCaptioned(Label, "lblController", "CONTROLLER");
+  Control& lblSilent = Add(Label, "lblSilent");         // beside lblComm: what is wrong with the radio
+  ControlArray fraLane{*this, Frame, "fraLane", 0, 3};  // where the lane panels stand
+  Control& tmrTimeTick = Add(Timer, "tmrTimeTick");
+  Control& tmrSaveRetry = Add(Timer, "tmrSaveRetry");  // tries again to write what is not on the disk yet
 
  private:
   // LaneOwner
@@ -97,6 +148,7 @@ class frmJudge : public JudgeControls, private LaneOwner, public LinkOwner {
   void ReleaseHold();
   void ReadyForNextRace();
   void RankLanes();
+  int NextFreePlace(int place) const;
   void SettleResult();
   void OfferSave(bool offered);
 
@@ -108,6 +160,7 @@ class frmJudge : public JudgeControls, private LaneOwner, public LinkOwner {
 
   void ShowHeatCaption(bool refly, Color color);
   void ShowMode(const std::string& text, Color color);
+  void MoveBy(int races);
   void MoveTo(std::int16_t race);
   void MoveToTyped(Control& box, bool isHeat);
   void cmdRefly_Click();

@@ -64,12 +64,7 @@ void frmJudge::SetOrder(int place) {
     for (const auto& lane : lanes_) lane->LaneOrder(place);
     return;
   }
-  const auto taken = [&](int n) {
-    return std::ranges::any_of(lanes_, [n](const auto& lane) { return lane->PlaceByHand() == n; });
-  };
-  int next = 1;
-  while (next <= static_cast<int>(kPlaceWords.size()) && taken(next)) ++next;
-  for (const auto& lane : lanes_) lane->OfferPlace(next);
+  for (const auto& lane : lanes_) lane->OfferPlace(NextFreePlace(0));
 }
 
 // The operator's last word counts: whoever types a place that another lane has is putting an error right.
@@ -111,10 +106,8 @@ void frmJudge::ShowCurrentRace() {
 }
 
 // Buttons and boxes move from the race that is on the console before the save, which moves on by itself.
-bool frmJudge::MoveBy(int races) {
-  if (race_.BeingFlown()) return false;
+void frmJudge::MoveBy(int races) {
   MoveTo(ToInteger(race_.RaceNumber + races));
-  return true;
 }
 
 void frmJudge::MoveTo(std::int16_t race) {
@@ -137,7 +130,6 @@ void frmJudge::MoveToTyped(Control& box, bool isHeat) {
 }
 
 void frmJudge::cmdRefly_Click() {
-  if (race_.BeingFlown()) return;
   const bool on = !race_.ReflyMode;
   // Switched off, what was flown before is shown again.
   if (!on) ShowCurrentRace();
@@ -197,7 +189,6 @@ void frmJudge::mnuLaneColors_Click() {
 }
 
 void frmJudge::mnuSelectFile_Click() {
-  if (race_.BeingFlown()) return;
   // A finished race belongs to the project it was flown in.
   cmdSave_Click();
   if (chooser_.Ask(false)) ShowOpenProject();

@@ -5,10 +5,16 @@
 
 #include "base/text.h"
 #include "console/frm_judge.h"
-#include "race/ranking.h"
 #include "results/race_records.h"
 
 namespace quorvane {
+namespace {
+
+// Ms after the start signal at which each lane of an FAI mode (4, 5, 6) starts. The fourth does not fly.
+constexpr std::array<std::array<std::int32_t, kFaiLanes>, 3> kStagger = {
+    {{0, 1000, 2000}, {2000, 0, 1000}, {1000, 2000, 0}}};
+
+}  // namespace
 
 void frmJudge::cmdStart_Click() {
   race_.ManualStart = true;
@@ -40,7 +46,7 @@ void frmJudge::InitializeRace(std::int32_t laneStart) {
   race_.RaceDone = false;
   race_.StartInfoPending = true;
   race_.RaceActive = true;
-  clock_.RaceStopwatch.Reset();
+  clock_.ResetStopwatch();
   cboRaceMode.SetEnabled(false);
   cmdStart.SetEnabled(false);
   cmdReset.SetEnabled(true);
@@ -146,16 +152,25 @@ void frmJudge::ResultChanged() {
   if (race_.RaceActive && race_.Unsaved) RankLanes();
 }
 
+// A place given by hand is not given again; of equal finals the lower lane comes first.
 void frmJudge::RankLanes() {
-  std::array<Finish, 4> finishes;
-  for (std::size_t i = 0; i < finishes.size(); ++i) {
-    finishes[i] = {lanes_[i]->GetFinal(), lanes_[i]->StatusLocked(), lanes_[i]->PlaceByHand()};
-  }
+  std::vector<std::pair<std::int32_t, frmLane*>> order;
+  for (const auto& lane : lanes_) order.emplace_back(lane->GetFinal(), lane.get());
   door_.System().RepaintWindows();
-  const std::array<int, 4> places = PlacesOf(finishes);
-  for (std::size_t i = 0; i < places.size(); ++i) {
-    if (!finishes[i].locked) lanes_[i]->Rank(places[i]);
+  std::ranges::stable_sort(order, {}, [](const auto& entry) { return entry.first; });
+  int place = 0;
+  for (const auto& [final, lane] : order) {
+    if (lane->StatusLocked()) continue;
+    lane->Rank(final < kNoResult ? place = NextFreePlace(place) : 0);
   }
+}
+
+// Behind `place`: the next one that no lane has been given by hand; 5 when there is none.
+int frmJudge::NextFreePlace(int place) const {
+  const auto isNext = [&](const auto& lane) { return lane->PlaceByHand() == place; };
+  do ++place;
+  while (std::ranges::any_of(lanes_, isNext));
+  return place;
 }
 
 void frmJudge::InitializeLanes(std::int32_t laneStart) {

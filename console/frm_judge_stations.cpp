@@ -15,12 +15,6 @@ bool HoldBit(const StationMessage& frame) {
   return (frame.ssBtn & BitMask[4]) != 0;
 }
 
-// The button only holds in the last seconds of the count.
-bool Holds(const StationMessage& frame) {
-  const std::int32_t clock = FrameTime(frame);
-  return HoldBit(frame) && clock >= 54000 && clock < Starter::kSignal;
-}
-
 }  // namespace
 
 // A lane that refuses its part of a frame (its log is full) must not cost the lanes after it theirs.
@@ -145,7 +139,9 @@ void frmJudge::AskResetForStarter(const StationMessage& frame) {
 
 void frmJudge::FinishStartersMessage(const StationMessage& frame) {
   if (frame.Strt == 0) race_.RaceActive = false;
-  race_.RaceHolding = Holds(frame);
+  // The button only holds in the last seconds of the count.
+  const std::int32_t clock = FrameTime(frame);
+  race_.RaceHolding = HoldBit(frame) && clock >= 54000 && clock < Starter::kSignal;
   if (HoldBit(frame)) {
     ShowMode("Hold", kRed);
   } else {
@@ -175,9 +171,9 @@ void frmJudge::ApplyStarterCuts(const StationMessage& frame) {
 // stations always count from the start of that minute.
 void frmJudge::FillRaceData(StationMessage& frame) {
   for (std::size_t i = 0; i < lanes_.size(); ++i) {
-    frame.Lap[i] = ToByte(lanes_[i]->Laps());
+    frame.Lap[i] = ToByte(lanes_[i]->Counts().laps);
     frame.Lit[i] = lanes_[i]->LightLeft();
-    SetCuts(frame, i, lanes_[i]->PylonCuts());
+    SetCuts(frame, i, lanes_[i]->Counts().pylonCuts);
   }
   const bool addMinute = chkSixtySecondCount.Value() == 0 && link_.IsControllerMode();
   std::int32_t ms = addMinute ? 59999 : 0;

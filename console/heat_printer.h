@@ -7,7 +7,7 @@
 namespace quorvane {
 
 // Puts heat reports on paper, on the screen and into files. Every call returns at once, so that the radio
-// never waits for a printer; what becomes of it is told by frmJudge::ShowNotice. This one does nothing.
+// never waits for a printer; frmJudge::ShowNotice tells what becomes of it. This one does nothing.
 class HeatPrinter {
  public:
   virtual ~HeatPrinter() = default;

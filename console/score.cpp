@@ -50,8 +50,9 @@ Score ResultOf(const RaceRecord& race) {
 Score::Lane LaneNow(const frmJudge& judge, const LaneRecord& lane) {
   const frmLane& panel = judge.Lane(lane.lane - 1);
   Score::Lane score = Counts(lane);
-  if (!score.laps.empty()) score.laps = std::to_string(panel.Laps());  // also those that are not listed
-  const bool twoCuts = panel.CutsBeforeFinish() >= 2;
+  if (!score.laps.empty())
+    score.laps = std::to_string(panel.Counts().laps);  // also those that are not listed
+  const bool twoCuts = panel.Counts().cutsBeforeFinish >= 2;
   const bool placed = !judge.RaceBeingFlown() || panel.Status() == "DNF";
   if (placed) score.place = PlaceText(panel.Status());
   if (!placed && twoCuts) score.place = "DBL CUT";

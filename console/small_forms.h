@@ -50,7 +50,7 @@ class frmKeyboard : public Form {
 };
 
 // Shows how finely this machine's stopwatch measures, and sets how often the race clock on the screen may be
-// drawn anew. Race times are read from the stopwatch itself, so no setting here changes one.
+// drawn anew. No setting here changes a race time.
 class frmTimer : public Form {
   using enum ControlKind;
 
@@ -67,11 +67,8 @@ class frmTimer : public Form {
                                        "the same.");
   Control& cmdClose = AddCaptioned(Button, "cmdClose", "Close");
 
-  // Reads the granularity from the settings; 1 ms unless it is one of the four.
-  void Form_Load();
-  // Measures the stopwatch each time the operator comes here.
-  void Activated() override;
-
+  void Form_Load();           // reads the granularity; 1 ms unless it is one of the four
+  void Activated() override;  // measures the stopwatch
   // ms: the display timer fires only at multiples of it.
   int Granularity() const { return granularity_; }
 

@@ -41,6 +41,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
   // A race that is flown on the same panel afterwards owes nothing to what the file said.
   first.Play("start at10000 L C+10000");
-  Require(first.lane.EventCount() == 2 && first.lane.Laps() == 1 && first.lane.LapTarget() == 11);
+  Require(first.lane.EventCount() == 2 && first.lane.Counts().laps == 1 &&
+          first.lane.Counts().lapTarget == 11);
   return 0;
 }

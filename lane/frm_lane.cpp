@@ -36,9 +36,10 @@ frmLane::frmLane(Forms& forms, RaceState& race, LaneOwner& owner, int laneNumber
       race_(race),
       owner_(owner),
       laneNumber_(laneNumber) {
-  for (Control* mark : lblCut) {
-    mark->SetCaption("No Cut");
-    mark->SetVisible(false);
+  for (int i = 0; i <= kLastCutMark; ++i) {
+    lblCut[i].SetCaption("No Cut");
+    lblCut[i].SetVisible(false);
+    lblCut[i].onHover = [this, i] { lblCut_MouseMove(i); };
   }
   for (int i = 0; i <= kLastLapCell; ++i) {
     lblHdr[i].SetCaption("Lap " + std::to_string(i + 1));
@@ -46,29 +47,26 @@ frmLane::frmLane(Forms& forms, RaceState& race, LaneOwner& owner, int laneNumber
   }
   lblStatus.SetBackColor(kWindow);
   lblStatus.SetForeColor(kWindowText);
-  for (Control* box : {&txtLapTen, &txtLapEleven}) box->SetForeColor(kDarkGrey);
-  HookEvents();
-}
-
-void frmLane::HookEvents() {
+  for (Control* box : {&txtLapTen, &txtLapEleven}) {
+    box->SetForeColor(kDarkGrey);
+    box->onGotFocus = [box] { SelectAllText(*box); };
+  }
   cmdLap.onClick = [this] { cmdLap_Click(); };
   cmdCut.onClick = [this] { EnterPanelCut(0, race_.RaceActive); };
   cmdTurn.onClick = [this] { cmdTurn_Click(); };
   cmdOrder.onClick = [this] { cmdOrder_Click(); };
   chkNovice.onClick = [this] { chkNovice_Click(); };
   lblStatus.onClick = [this] { lblStatus_Click(); };
+  fraLane.onHover = [this] { HidePopUp(); };
   tmrLaps.onTimer = [this] {
     tmrLaps.SetEnabled(false);
     lblStatus.SetBackColor(kWindow);
   };
-  tmrTurns.onTimer = [this] { tmrTurns_Timer(); };
-  fraLane.onHover = [this] { HidePopUp(); };
-  for (int i = 0; i <= kLastCutMark; ++i) {
-    lblCut[i].onHover = [this, i] { lblCut_MouseMove(i); };
-  }
-  for (Control* box : {&txtLapTen, &txtLapEleven}) {
-    box->onGotFocus = [box] { SelectAllText(*box); };
-  }
+  tmrTurns.onTimer = [this] {
+    TurnTimerEnd_ = 0;
+    tmrTurns.SetEnabled(false);
+    lblStatus.SetBackColor(kWindow);
+  };
 }
 
 void frmLane::InitializeRace(std::int32_t timeBase) {

@@ -40,10 +40,10 @@ using ReadValue = std::function<std::string(const std::string&, const std::strin
 // Keeps one there: section, key, value.
 using KeepValue = std::function<void(const std::string&, const std::string&, const std::string&)>;
 
-// The judging panel of one lane: takes laps, cuts and turns from the operator and, through the console, from
-// the stations, keeps them in the lane's event log and shows what the log says. `time` is the race clock in
-// ms; the lane's own race time is TimeBase plus that. A procedure that raises a RunTimeError has entered
-// nothing. Reports that come too early, too soon or too late are dropped silently.
+// The judging panel of one lane: takes laps, cuts and turns from the operator and the stations, keeps them in
+// the lane's event log and shows what the log says. `time` is the race clock in ms; the lane's own race time
+// is TimeBase plus that. A procedure that raises a RunTimeError has entered nothing. Reports that come too
+// early, too soon or too late are dropped silently.
 class frmLane : public Form {
   using enum ControlKind;
 
@@ -70,8 +70,7 @@ class frmLane : public Form {
   Control& lblLow = Add(Label, "lblLow", &fraLane);
   Control& lblHigh = Add(Label, "lblHigh", &fraLane);
 
-  // Laps. With kDoesNotFly the lane counts as finished and keeps its time base and controls, but for what
-  // it shows of a loaded race. It has no place.
+  // Laps. With kDoesNotFly the lane counts as finished, has no place, and keeps its time base.
   void InitializeRace(std::int32_t timeBase);
   // lockOut: ms in which a station's next lap is refused.
   void DoLap(std::int32_t time, std::int32_t lockOut);
@@ -95,8 +94,8 @@ class frmLane : public Form {
   void DoTurn(int source, std::int32_t time, std::int32_t interval);  // interval: ms that the turn is shown
   bool CanDoTurn() const;
 
-  // Finish and places. The final time is kNoResult without a result.
-  std::int32_t GetFinal();
+  // Finish and places.
+  std::int32_t GetFinal();  // kNoResult without a result
   void FinalizeRace();
   // What the status reads: a place, a time, why there is none. Its position is "1".."4", "100" without a
   // result, empty before the ranking, "Locked" when the operator has given it.
@@ -110,31 +109,26 @@ class frmLane : public Form {
   void GiveUpPlace();              // the lane is ranked by its time again
   std::uint8_t LightLeft() const;  // of the lap or turn light, in units of 8 ms, at most 255
 
-  // The panel. It stands in the place of the console's frame.
-  void SetFormParent(Control& frame);
+  // The panel.
+  void SetFormParent(Control& frame);  // the console's, in whose place it stands
   void UpdateLaneColor();
   // The hands' buttons come back when the link has dropped, and go when it is there again.
   void FollowLink();
 
-  // Records. `section` is that of the race, "Race7" or "Refly2"; the lane's own is "Race7_Lane3". Values that
-  // are read may be anything (see LaneLog::Read). A loaded lane is recounted under the race mode that the
-  // race's section names and counts as finished until the next InitializeRace.
+  // Records. `section` is that of the race, "Race7" or "Refly2"; the lane's own is "Race7_Lane3". A loaded
+  // lane is recounted under the race mode that the race's section names and counts as finished until the next
+  // InitializeRace. Values that are read may be anything.
   void SaveLane(const std::string& section, const KeepValue& keep) const;
   void LoadLane(const std::string& section, const ReadValue& read);
 
   // The lane's variables.
   std::int32_t TimeBase() const { return TimeBase_; }
   std::int32_t LastLapTime() const { return LastLapTime_; }
-  std::int32_t FinalTime() const { return counts_.finalTime; }
   bool InNoviceClick() const { return InNoviceClick_; }
   int EventCount() const { return log_.EventCount(); }
   const LaneLog& Events() const { return log_; }
-  std::int16_t CutCount() const { return counts_.cutCount; }
-  std::int16_t Laps() const { return counts_.laps; }
-  std::int16_t LapTarget() const { return counts_.lapTarget; }
-  std::int16_t CutsBeforeFinish() const { return counts_.cutsBeforeFinish; }
+  const LapRecount& Counts() const { return counts_; }
   bool NeedsCutDisplay() const { return NeedsCutDisplay_; }
-  const PylonTally& PylonCuts() const { return counts_.pylonCuts; }
   int MissedPylon() const { return MissedPylon_; }
   const std::array<std::int32_t, 3>& MissedPylonTimes() const { return MissedPylonTimes_; }
   std::int16_t Turns() const { return Turns_; }
@@ -145,10 +139,8 @@ class frmLane : public Form {
   bool IsFai() const { return loadedFai_.value_or(race_.IsFaiMode); }
   bool HasCell(int lap) const;
 
-  void HookEvents();
   void chkNovice_Click();
   void cmdTurn_Click();
-  void tmrTurns_Timer();
   void lblCut_MouseMove(int index);
   void cmdOrder_Click();
   void lblStatus_Click();

@@ -212,12 +212,6 @@ void frmLane::cmdTurn_Click() {
   DoTurn(kPanelSource, owner_.RaceTime(), kPanelTurn);
 }
 
-void frmLane::tmrTurns_Timer() {
-  TurnTimerEnd_ = 0;
-  tmrTurns.SetEnabled(false);
-  lblStatus.SetBackColor(kWindow);
-}
-
 void frmLane::RecalculateCuts() {
   NeedsCutDisplay_ = false;
   const CutRecount r = RecountCuts(log_, IsFai());

@@ -60,10 +60,6 @@ std::string EventText(const LaneEvent& event) {
                      event.EventTime, event.FirstReported);
 }
 
-const LaneEvent& LaneLog::operator[](std::int64_t index) const {
-  return Element(events_, index);
-}
-
 int LaneLog::CountLaps() const {
   int laps = 0;
   for (const LaneEvent& event : Entries()) {
@@ -114,10 +110,6 @@ void LaneLog::MoveTimes(std::int32_t by) {
     if (slot.FirstReported != 0) slot.FirstReported = AddLong(slot.FirstReported, by);
   }
   events_ = std::move(moved);
-}
-
-void LaneLog::Require(int entries) const {
-  if (entries > kSlots - count_) throw SubscriptError();
 }
 
 void LaneLog::Read(const LaneValue& value) {

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "base/checked.h"
 #include "race/race_state.h"
 
 namespace quorvane {
@@ -54,7 +55,8 @@ class LaneLog {
   static constexpr int kSlots = 101;
 
   int EventCount() const { return count_; }
-  const LaneEvent& operator[](std::int64_t index) const;  // any slot, also beyond EventCount
+  // Any slot, also beyond EventCount.
+  const LaneEvent& operator[](std::int64_t index) const { return Element(events_, index); }
   std::span<const LaneEvent> Entries() const { return {events_.data(), static_cast<std::size_t>(count_)}; }
   int CountLaps() const;  // the count of the latest lap, 0 without one
 
@@ -62,8 +64,10 @@ class LaneLog {
   // Brings the cuts of the report's source to what it reports: the latest excess cuts are withdrawn, one that
   // was withdrawn less than a second ago counts again, missing ones are logged; all of them or none.
   void EnterCuts(const CutReport& report);
-  void MoveTimes(std::int32_t by);  // of all entries, ms
-  void Require(int entries) const;  // SubscriptError unless so many slots are free
+  void MoveTimes(std::int32_t by);   // of all entries, ms
+  void Require(int entries) const {  // so many free slots, or a SubscriptError
+    if (entries > kSlots - count_) throw SubscriptError();
+  }
 
   void Clear() { count_ = 0; }  // the slots keep what they hold
   // The log that a lane's section describes. Its values may be anything: an entry that makes no sense leaves

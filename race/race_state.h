@@ -41,8 +41,7 @@ struct RaceState {
   bool ReflyMode = false;         // the race on the console repeats one that has run
   bool RaceLoaded = false;        // the race on the console was shown from the project file
   std::int32_t RaceStartRef = 0;  // stopwatch reading, in ms, that counts as race time zero
-  // ms: the corrected clock of the last station heard, or what the Start button puts in its place. This is
-  // how a start by the starter reaches the lanes.
+  // ms: the corrected clock of the last station heard, or what the Start button puts in its place.
   std::int32_t LaneStartOffset = 0;
   bool CommActive = false;  // the chosen serial port is open and works
   std::int16_t LaneColorScheme = 1;
@@ -51,9 +50,9 @@ struct RaceState {
   std::string ResultsFile = {};
 
   bool BeingFlown() const { return RaceActive && !RaceDone; }
-  // A finished race has to be saved: it keeps its number and its mode, and no key adds to it.
+  // It keeps its number and its mode, and no key adds to it.
   bool WaitsForSave() const { return RaceDone && Unsaved; }
-  // It is being flown or waits to be saved. It may have been started by radio while a box was open.
+  // It may have been started by radio while a box was open.
   bool AtStake() const { return BeingFlown() || Unsaved; }
 
   int HeatsInRound() const { return std::max<int>(HeatsPerRound, 1); }  // a file may say anything
@@ -61,34 +60,24 @@ struct RaceState {
   int Heat() const { return (RaceNumber - 1) % HeatsInRound() + 1; }
 };
 
-// A free-running stopwatch in ms of the console clock, as the event in hand sees it.
-class Stopwatch {
- public:
-  explicit Stopwatch(const EventClock& clock) : clock_(clock) {}
-  void Reset() { zero_ = clock_.Now(); }
-  std::int32_t Elapsed() const { return ToLong(clock_.Now() - zero_); }  // ms since the last reset
-
- private:
-  const EventClock& clock_;
-  std::int64_t zero_ = 0;
-};
-
-// Ms of race time, counted from RaceStartRef on the race stopwatch. OverflowError beyond 32 bits.
+// Ms of race time as the event in hand sees it, counted from RaceStartRef on a stopwatch that runs freely.
+// OverflowError beyond 32 bits.
 class RaceClock {
  public:
-  RaceClock(const EventClock& clock, RaceState& race) : RaceStopwatch(clock), race_(race) {}
+  RaceClock(const EventClock& clock, RaceState& race) : clock_(clock), race_(race) {}
 
-  std::int32_t RaceTime() const { return SubtractLong(RaceStopwatch.Elapsed(), race_.RaceStartRef); }
+  std::int32_t RaceTime() const { return SubtractLong(ToLong(clock_.Now() - zero_), race_.RaceStartRef); }
+  void ResetStopwatch() { zero_ = clock_.Now(); }
   // Starts the clock anew at `offset` ms of race time.
   void ResetRaceClock(std::int32_t offset) {
-    RaceStopwatch.Reset();
+    ResetStopwatch();
     race_.RaceStartRef = SubtractLong(0, offset);
   }
 
-  Stopwatch RaceStopwatch;
-
  private:
+  const EventClock& clock_;
   RaceState& race_;
+  std::int64_t zero_ = 0;
 };
 
 }  // namespace quorvane

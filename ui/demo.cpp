@@ -101,7 +101,7 @@ void Demo::LookAtRace() {
   if (program_.judge().HasRun(race_)) return WriteHeat();
   const std::int32_t time = program_.clock().RaceTime();
   if (time >= kPictureOfCount && time < kStartSignal) Picture("countdown");
-  if (program_.lane(0).Laps() >= 3) Picture("flight");
+  if (program_.lane(0).Counts().laps >= 3) Picture("flight");
   if (race.RaceDone) Picture("finish");
 }
 

@@ -199,8 +199,8 @@ class Script : public HeatPrinter {
   }
 
   static void LookAtLane(const frmLane& lane, std::map<std::string, std::string>& look) {
-    look["laps"] = std::to_string(lane.Laps()) + "/" + std::to_string(lane.LapTarget());
-    look["cuts"] = std::to_string(lane.CutCount());
+    look["laps"] = std::to_string(lane.Counts().laps) + "/" + std::to_string(lane.Counts().lapTarget);
+    look["cuts"] = std::to_string(lane.Counts().cutCount);
     look["status"] = lane.lblStatus.Caption();
     look["place"] = lane.Position();
     look["is"] = lane.Visible() ? "shown" : "hidden";
@@ -212,7 +212,7 @@ class Script : public HeatPrinter {
     }
     for (int i = 0; i <= 10; ++i) {
       const std::string cell = lane.lblLap[i].Caption();
-      if (i < lane.Laps() || cell == "DNF") look["cells"] += cell + " ";
+      if (i < lane.Counts().laps || cell == "DNF") look["cells"] += cell + " ";
     }
   }
 

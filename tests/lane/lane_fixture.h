@@ -171,9 +171,10 @@ struct LaneRig {
   std::map<std::string, std::string> Look(bool kept = false) const {
     std::map<std::string, std::string> look;
     const auto numbers = [](const auto&... each) { return ((std::to_string(each) + " ") + ...); };
-    const auto& cuts = lane.PylonCuts();
-    look["counts"] = numbers(lane.Laps(), lane.LapTarget(), lane.CutCount(), lane.CutsBeforeFinish(),
-                             lane.FinalTime(), cuts[0], cuts[1], cuts[2], cuts[3]);
+    const auto& cuts = lane.Counts().pylonCuts;
+    look["counts"] =
+        numbers(lane.Counts().laps, lane.Counts().lapTarget, lane.Counts().cutCount,
+                lane.Counts().cutsBeforeFinish, lane.Counts().finalTime, cuts[0], cuts[1], cuts[2], cuts[3]);
     for (int i = 0; i < lane.EventCount(); ++i)
       look["log " + std::to_string(i)] = EventText(lane.Events()[i]);
     for (const Control& c : lane.Controls()) {
@@ -190,7 +191,7 @@ struct LaneRig {
     if (kept) return look;
     int lapFrom = 0;  // that a station must have counted
     while (lapFrom < 255 && !lane.CanDoLap(static_cast<std::uint8_t>(lapFrom))) ++lapFrom;
-    look["radio"] = numbers(lane.Laps(), lane.LightLeft()) + "laps from " + std::to_string(lapFrom) +
+    look["radio"] = numbers(lane.Counts().laps, lane.LightLeft()) + "laps from " + std::to_string(lapFrom) +
                     (lane.CanDoTurn() ? ", turns" : "") + (lane.IsFinished() ? ", finished" : "");
     const auto& missed = lane.MissedPylonTimes();
     look["variables"] = numbers(lane.TimeBase(), lane.LastLapTime(), lane.MissedPylon(), missed[0], missed[1],

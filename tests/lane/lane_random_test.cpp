@@ -53,11 +53,11 @@ class RandomLane : public testing::Test {
   void ExpectShownAsLogged() {
     const frmLane& lane = rig_.lane;
     const LapRecount log = RecountLaps(lane.Events(), rig_.race.IsFaiMode);
-    ASSERT_EQ(lane.LapTarget(), log.lapTarget);
-    ASSERT_EQ(lane.CutsBeforeFinish(), log.cutsBeforeFinish);
-    ASSERT_EQ(lane.FinalTime(), log.finalTime);
-    ASSERT_EQ(std::min<int>(lane.Laps(), 11), std::min<int>(log.laps, 11));
-    ASSERT_TRUE(lane.CutCount() == log.cutCount || log.cutCount > 28);
+    ASSERT_EQ(lane.Counts().lapTarget, log.lapTarget);
+    ASSERT_EQ(lane.Counts().cutsBeforeFinish, log.cutsBeforeFinish);
+    ASSERT_EQ(lane.Counts().finalTime, log.finalTime);
+    ASSERT_EQ(std::min<int>(lane.Counts().laps, 11), std::min<int>(log.laps, 11));
+    ASSERT_TRUE(lane.Counts().cutCount == log.cutCount || log.cutCount > 28);
     ASSERT_EQ(lane.lblLap[10].Visible(), log.lapTarget == 11 && log.laps >= 10);
     for (const LaneEvent& event : lane.Events().Entries()) {
       if (event.Kind != "L" || event.Count > 10) continue;

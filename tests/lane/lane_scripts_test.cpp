@@ -5,7 +5,7 @@
 #include <optional>
 
 #include "tests/lane/lane_fixture.h"
-#include "tests/support/golden.h"
+#include "tests/support/script.h"
 
 namespace quorvane {
 namespace {
@@ -28,26 +28,20 @@ std::string Played(LaneRig& rig, const std::string& steps) {
   for (const auto& [name, text] : before) {
     if (!after.contains(name)) told += "  " + name + " is gone\n";
   }
+  if (steps == "save1") {
+    for (const auto& [key, value] : rig.owner.values) told += "  " + key.second + "=" + value + "\n";
+  }
   return told;
 }
 
-// In the script "#" begins a new lane, ">" a line of steps; the lines below it say what they have changed.
 class LaneScripts : public testing::TestWithParam<const char*> {};
 
 TEST_P(LaneScripts, DoWhatTheySay) {
-  const std::string file = std::string(QUORVANE_TEST_DATA) + "/lane/" + GetParam() + ".txt";
-  std::istringstream script(FileBytes(file));
   std::optional<LaneRig> rig;
-  std::string now;
-  for (std::string line; std::getline(script, line);) {
-    if (line.starts_with('#')) rig.emplace();
-    if (line.starts_with('#') || line.empty()) now += line + "\n";
-    if (line.starts_with("> ")) now += line + "\n" + Played(*rig, line.substr(2));
-    if (line == "> save1") {
-      for (const auto& [key, value] : rig->owner.values) now += "  " + key.second + "=" + value + "\n";
-    }
-  }
-  ExpectGolden(file, now);
+  PlayScript(
+      std::string(QUORVANE_TEST_DATA) + "/lane/" + GetParam() + ".txt",
+      [&](const std::string&) { rig.emplace(); },
+      [&](const std::string& line) { return Played(*rig, line); });
 }
 
 INSTANTIATE_TEST_SUITE_P(All, LaneScripts, testing::Values("laps", "cuts", "finish", "records"));

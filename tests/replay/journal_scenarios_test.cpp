@@ -48,7 +48,7 @@ std::string Found(Replay& replay, const std::string& expectation, std::string& e
   } else if (what == "cuts") {
     int lane = 0;
     words >> lane;
-    found = std::to_string(replay.program().lane(lane - 1).CutCount());
+    found = std::to_string(replay.program().lane(lane - 1).Counts().cutCount);
   } else if (what.starts_with('[')) {
     std::string key;
     words >> key;

@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/text.h"
 #include "replay/virtual_platform.h"
 #include "tests/support/golden.h"
 
@@ -18,12 +19,6 @@ namespace quorvane {
 
 // What is shown and kept, by group and name. A line is made of each group.
 using Look = std::map<std::string, std::map<std::string, std::string>>;
-
-inline std::string Replaced(std::string text, const std::string& what, const std::string& by) {
-  for (std::size_t at = 0; (at = text.find(what, at)) != std::string::npos; at += by.size())
-    text.replace(at, what.size(), by);
-  return text;
-}
 
 // Groups in succession with the same changes are told at once.
 inline std::string Changes(const Look& before, const Look& now) {
