@@ -10,8 +10,8 @@
 #include <vector>
 
 #include "forms/door.h"
-#include "link/frame_receiver.h"
 #include "link/frm_serial_port.h"
+#include "link/station_message.h"
 #include "race/race_state.h"
 #include "replay/virtual_platform.h"
 

@@ -9,9 +9,8 @@
 #include <cstdlib>
 #include <span>
 
-#include "link/frame_receiver.h"
+#include "link/station_message.h"
 #include "tests/support/naive_receiver.h"
-#include "tests/support/recording_sink.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace quorvane;

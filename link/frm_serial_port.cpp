@@ -24,10 +24,6 @@ frmSerialPort::frmSerialPort(Door& door, RaceState& race, LinkOwner& owner, Seri
   }
   tmrSilence.SetInterval(500);
   tmrPort.SetInterval(1000);
-  HookEvents();
-}
-
-void frmSerialPort::HookEvents() {
   for (int i = 0; i <= kLastPortNumber; ++i) optPort[i].onClick = [this, i] { optPort_Click(i); };
   for (int i = 0; i < kStations; ++i) lblStation[i].onClick = [this, i] { lblStation_Click(i); };
   cmdStation.onClick = [this] {

@@ -8,7 +8,6 @@
 
 #include "forms/door.h"
 #include "forms/form.h"
-#include "link/frame_receiver.h"
 #include "link/link_counters.h"
 #include "link/serial_control.h"
 #include "link/station_message.h"
@@ -36,10 +35,10 @@ class LinkOwner {
   virtual void ShowRadioWarning(const std::string& text) = 0;
 };
 
-// The station link: chooses and works the serial port of the radio modem, cuts frames out of what it receives
-// and hands them to the race, sends the console's frames, polls the stations between races and shows their
-// health, and lets the operator watch the traffic. Times are ms of the console clock. A fault of the radio
-// ends up in the message line and never stops the program; an error in handling a frame ends only that.
+// The station link: works the serial port of the radio modem, hands the frames that it receives to the race,
+// sends the console's, polls the stations between races and shows their health, and lets the operator watch
+// the traffic. Times are ms of the console clock. A fault of the radio ends up in the message line and never
+// stops the program; an error in handling a frame ends only that.
 class frmSerialPort : public Form, private FrameSink {
   using enum ControlKind;
 
@@ -97,7 +96,6 @@ class frmSerialPort : public Form, private FrameSink {
  private:
   static constexpr int kStations = LinkCounters::kStations;
 
-  void HookEvents();
   std::string Setting(const std::string& key, const std::string& fallback);
   void SaveSetting(const std::string& key, const std::string& value);
 

@@ -6,11 +6,6 @@
 #include "link/frm_serial_port.h"
 
 namespace quorvane {
-namespace {
-
-constexpr std::int64_t kLampMs = 100;
-
-}  // namespace
 
 void frmSerialPort::BytesArrived(const std::vector<std::uint8_t>& bytes) {
   MSComm1_.Receive(bytes);
@@ -19,7 +14,7 @@ void frmSerialPort::BytesArrived(const std::vector<std::uint8_t>& bytes) {
 
 // A modem that was sending already fills the buffers before the console reads them for the first time.
 void frmSerialPort::LineError(int code) {
-  counters_.LineError(code);
+  ++counters_.lineErrors[code];
   const bool filled = code == kCommOverrun || code == kCommOverflow;
   if (!filled || !receiver_.PortJustOpened()) lblMessage.SetCaption(LineErrorText(code));
   MSComm1_OnComm();
@@ -30,7 +25,7 @@ void frmSerialPort::MSComm1_OnComm() {
   if (receiving_) return;
   const BusyFlag busy(receiving_);
   for (auto bytes = MSComm1_.Input(); !bytes.empty(); bytes = MSComm1_.Input()) {
-    counters_.Received(bytes.size());
+    counters_.bytesReceived += std::ssize(bytes);
     receiver_.Receive(bytes, *this);
   }
 }
@@ -55,7 +50,7 @@ void frmSerialPort::HandleFrame(const StationMessage& frame) {
 
 // An acknowledgement names no sender: it comes from the station that was addressed last.
 void frmSerialPort::DamagedFrame(const StationMessage& frame, std::uint8_t computedEcc) {
-  counters_.Damaged();
+  ++counters_.damaged;
   const int from = frame.From == kAcknowledgement ? LastToAddress_ : frame.From;
   lblMessage.SetCaption(fmt::format("{} -> {}, Ecc Error 0x{:X}, 0x{:X}", StationName(from),
                                     StationName(frame.To), computedEcc, frame.Ecc));
@@ -82,7 +77,7 @@ void frmSerialPort::SendMessage(int to, int from) {
     const std::vector<std::uint8_t> bytes(frame.begin(), frame.end());
     NoteOnAir(message);
     MSComm1_.Output(bytes);
-    counters_.Sent();
+    ++counters_.sent;
     door_.NoteSent(bytes);
   }
   ShowMessageDetail(message);
@@ -95,6 +90,7 @@ void frmSerialPort::LightLamp(Traffic lamp) {
 }
 
 void frmSerialPort::tmrIndicators_Timer() {
+  constexpr std::int64_t kLampMs = 100;
   bool anyLit = false;
   for (const Traffic lamp : {Traffic::Received, Traffic::Sent}) {
     const auto& at = litAt_[static_cast<std::size_t>(lamp)];

@@ -29,11 +29,6 @@ bool Contains(const std::vector<int>& ports, double port) {
   return std::ranges::find(ports, port) != ports.end();
 }
 
-SerialError Open(SerialControl& control, int port) {
-  const SerialError error = control.SetCommPort(port);
-  return error ? error : control.SetPortOpen(true);
-}
-
 }  // namespace
 
 // Tries every port, closes the open one and opens the saved one again. A saved port that is missing stays
@@ -42,9 +37,9 @@ void frmSerialPort::BuildPortList() {
   const double saved = LeadingNumber(Setting(kPortKey, "-1"));
   std::vector<int> ports = {kNoPort};
   SerialError savedError;
+  ClosePort();
   for (int port = 1; port <= kLastPortNumber; ++port) {
-    ClosePort();
-    const SerialError error = Open(MSComm1_, port);
+    const SerialError error = MSComm1_.Open(port);
     if (!error) ports.push_back(port);
     if (port == saved) savedError = error;
   }
@@ -95,7 +90,7 @@ void frmSerialPort::SelectPort(int port, bool remember) {
 }
 
 SerialError frmSerialPort::OpenPort(int port) {
-  SerialError error = Open(MSComm1_, port);
+  SerialError error = MSComm1_.Open(port);
   race_.CommActive = !error;
   if (error) return error;
   receiver_.PortOpened();
@@ -104,7 +99,7 @@ SerialError frmSerialPort::OpenPort(int port) {
 }
 
 void frmSerialPort::ClosePort() {
-  MSComm1_.SetPortOpen(false);
+  MSComm1_.Close();
   race_.CommActive = false;
 }
 

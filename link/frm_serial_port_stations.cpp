@@ -107,7 +107,6 @@ void frmSerialPort::lblStation_Click(int index) {
 void frmSerialPort::WatchForSilence() {
   if (race_.RaceActive == tmrSilence.Enabled()) return;
   raceSeen_ = door_.Now();
-  silent_ = {};
   tmrSilence.SetEnabled(race_.RaceActive);
   MarkSilentStations();
 }

@@ -1,8 +1,10 @@
 #include "link/link_counters.h"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include <algorithm>
+#include <vector>
 
 #include "base/text.h"
 #include "link/serial_control.h"
@@ -45,24 +47,20 @@ std::string LineErrorText(int code) {
 }
 
 void LinkCounters::Good(int from, std::int64_t now) {
-  ++good_;
+  ++good;
   const std::int64_t second = now / 1000;
-  ++goodInSecond_[second];
-  goodInSecond_.erase(goodInSecond_.begin(), goodInSecond_.lower_bound(second - kRateSeconds));
+  ++goodInSecond[second];
+  goodInSecond.erase(goodInSecond.begin(), goodInSecond.lower_bound(second - kRateSeconds));
   if (from >= kStations) return;
-  ++stations_[static_cast<std::size_t>(from)].frames;
+  ++stations[static_cast<std::size_t>(from)].frames;
   Heard(from, now);
 }
 
 void LinkCounters::Heard(int address, std::int64_t now) {
   if (address >= kStations) return;
-  Station& station = stations_[static_cast<std::size_t>(address)];
+  Station& station = stations[static_cast<std::size_t>(address)];
   station.longestSilence = LongestSilence(address, now);
   station.lastHeard = now;
-}
-
-std::int64_t LinkCounters::BytesSkipped(int buffered) const {
-  return bytesReceived_ - good_ * static_cast<std::int64_t>(kFrameSize) - std::max(buffered, 0);
 }
 
 std::int64_t LinkCounters::LongestSilence(int address, std::int64_t now) const {
@@ -73,34 +71,28 @@ bool LinkCounters::IsSilent(int address, std::int64_t now, std::int64_t since) c
   return now - std::max(Of(address).lastHeard, since) > kSilentAfterMs;
 }
 
-// Over the last whole seconds, as many of the ten as have passed.
-std::string LinkCounters::RateText(std::int64_t now) const {
+std::string LinkCounters::Text(int buffered, std::int64_t now) const {
+  // Over the last whole seconds, as many of the ten as have passed.
   const std::int64_t running = now / 1000;
   std::int64_t frames = 0;
-  for (const auto& [second, count] : goodInSecond_) {
+  for (const auto& [second, count] : goodInSecond) {
     if (second >= running - kRateSeconds && second < running) frames += count;
   }
-  return FormatRatio(frames, std::clamp<std::int64_t>(running, 1, kRateSeconds), 1);
-}
-
-// "5 framing, 2 overrun": what the line itself did wrong.
-std::string LinkCounters::LineErrorsText() const {
-  std::string text;
-  for (const auto& [code, count] : lineErrors_) {
+  // "5 framing, 2 overrun": what the line itself did wrong.
+  std::vector<std::string> errors;
+  for (const auto& [code, count] : lineErrors) {
     const auto known = kLineErrors.find(code);
     const std::string name = known == kLineErrors.end() ? fmt::format("#{}", code) : known->second.name;
-    text += fmt::format("{}{} {}", text.empty() ? "" : ", ", count, name);
+    errors.push_back(fmt::format("{} {}", count, name));
   }
-  return text.empty() ? "0" : text;
-}
-
-std::string LinkCounters::Text(int buffered, std::int64_t now) const {
   std::string text = fmt::format(
       "Good frames: {}, {} per second\rDamaged frames: {}\rBytes skipped: {}\rLine errors: {}\r"
       "Frames sent: {}\rStation: frames, longest silence",
-      good_, RateText(now), damaged_, BytesSkipped(buffered), LineErrorsText(), sent_);
+      good, FormatRatio(frames, std::clamp<std::int64_t>(running, 1, kRateSeconds), 1), damaged,
+      bytesReceived - good * std::int64_t{kFrameSize} - std::max(buffered, 0),
+      errors.empty() ? "0" : fmt::format("{}", fmt::join(errors, ", ")), sent);
   for (int i = 0; i < kStations; ++i) {
-    text += fmt::format("\r{}: {}", StationLabel(i), FramesFrom(i));
+    text += fmt::format("\r{}: {}", StationLabel(i), Of(i).frames);
     if (WasHeard(i)) text += ", " + FormatRatio(LongestSilence(i, now), 1000, 1) + " s";
   }
   return text;

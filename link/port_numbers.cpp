@@ -102,9 +102,6 @@ void SavePortAssignments(SettingsStore& settings, const PortAssignments& added) 
 
 PortNumbering AssignPortNumbers(const PortAssignments& saved, std::vector<SerialDevice> present) {
   PortAssignments taken = saved;
-  std::erase_if(taken, [](const auto& entry) {
-    return entry.first < 1 || entry.first > kLastPortNumber || entry.second.empty();
-  });
   PortNumbering result;
   std::vector<SerialDevice> unknown;
   for (SerialDevice& device : Sorted(std::move(present))) {

@@ -37,25 +37,22 @@ class SerialControl {
   virtual ~SerialControl() = default;
 
   bool PortOpen() const { return open_; }
-  // Opening an open port and closing a closed one do nothing and succeed.
-  SerialError SetPortOpen(bool open) {
-    if (open == open_) return {};
-    if (open) {
-      if (SerialError error = OpenDevice(port_)) return error;
-    } else {
-      CloseDevice();
-      waiting_.clear();
-    }
-    open_ = open;
-    return {};
-  }
-  // kErrorNoSuchPort when there is no such port; the old number is then kept.
-  SerialError SetCommPort(int port) {
+  int CommPort() const { return port_; }
+  // Closes the one that was open. kErrorNoSuchPort when there is no such port; the old number is then kept.
+  SerialError Open(int port) {
+    Close();
     if (port < 1 || !DeviceExists(port)) return {kErrorNoSuchPort, "Invalid port number"};
     port_ = port;
-    return {};
+    SerialError error = OpenDevice(port);
+    open_ = !error;
+    return error;
   }
-  int CommPort() const { return port_; }
+  void Close() {
+    if (!open_) return;
+    CloseDevice();
+    waiting_.clear();
+    open_ = false;
+  }
 
   // Bytes from outside wait until they are taken; those for a closed port are gone.
   void Receive(const std::vector<std::uint8_t>& bytes) {

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/link/link_fixture.h"
-#include "tests/support/recording_sink.h"
+#include "tests/support/naive_receiver.h"
 
 namespace quorvane {
 namespace {

@@ -166,7 +166,7 @@ class Script : public LinkRig {
             {"volt", red(link.lblVolt[i])},
             {"temp", link.lblTemp[i].Caption()},
             {"silent", link.lblSilent[i].Visible() ? "yes" : ""},
-            {"frames", std::to_string(link.Counters().FramesFrom(i))}};
+            {"frames", std::to_string(link.Counters().Of(i).frames)}};
   }
 
   StepPlayer player_{[this](const Step& step) { Do(step); }};

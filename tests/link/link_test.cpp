@@ -6,15 +6,6 @@
 namespace quorvane {
 namespace {
 
-TEST(Link, BeforeAnySelectionThePortIsOff) {
-  LinkRig rig;
-  rig.state.CommActive = rig.race.portOpen = true;
-  rig.serial.SetCommPort(3);
-  rig.link.Form_Load();
-  EXPECT_FALSE(rig.state.CommActive || rig.race.portOpen);
-  EXPECT_EQ(rig.race.port, "COM3 - Off");
-}
-
 // A lap is answered with a frame of the console's own before the rest of the frame is handled; an error ends
 // only the frame that raised it.
 TEST(Link, AFrameIsHandledFromItsOwnCopyAndAlone) {

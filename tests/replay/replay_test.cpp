@@ -70,7 +70,7 @@ TEST(Replay, BytesAndPortsGoOnBehindABox) {
   const std::string ask = "1000 click frmJudge.cmdStart\n3000 click frmJudge.cmdReset\n";
   const std::string frame = EventRecord(3200, {.kind = EventKind::Bytes, .bytes = Frame(4, 3, 0).Bytes()});
   Played run(ask + frame + "3300 line 1004\n3800 answer cancel\n3900 end\n");
-  EXPECT_EQ(run.replay.program().link().Counters().FramesFrom(4), 1);
+  EXPECT_EQ(run.replay.program().link().Counters().Of(4).frames, 1);
   EXPECT_EQ(run["frmJudge.lblReadComm"].Tag(), "3200");
   EXPECT_EQ(run["frmJudge.lblReadComm"].BackColor(), kButtonFace);  // dark again
   EXPECT_EQ(run["frmJudge.lblReadComm"].ForeColor(), kButtonFace);
@@ -79,7 +79,7 @@ TEST(Replay, BytesAndPortsGoOnBehindABox) {
   Played unplugged(ask + "3100 ports 3\n" + frame + "4000 answer cancel\n4001 end\n");
   EXPECT_EQ(unplugged["frmJudge.lblComm"].Caption(), "COM5 - Off");
   EXPECT_EQ(unplugged["frmJudge.lblComm"].ForeColor(), kRed);
-  EXPECT_EQ(unplugged.replay.program().link().Counters().FramesFrom(4), 0);
+  EXPECT_EQ(unplugged.replay.program().link().Counters().Of(4).frames, 0);
   Played busy(
       "1000 busy 3 8005 \"Access is denied\"\n2000 click frmSerialPort.optPort(1)\n2000 answer ok\n"
       "3000 busy 3 0 \"\"\n4000 click frmSerialPort.optPort(1)\n5000 end\n");

@@ -118,7 +118,7 @@ TEST_F(ProgramWindowsTest, AFloodOfFramesIsNotPaintedFrameByFrame) {
   }
   program.door().Enter(flood);
   Settle();
-  EXPECT_EQ(program.link().Counters().GoodFrames(), 200);
+  EXPECT_EQ(program.link().Counters().good, 200);
   EXPECT_GT(counter.painted, 0);
   EXPECT_LT(counter.painted, 40);
 }

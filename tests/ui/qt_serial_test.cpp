@@ -21,13 +21,11 @@ class QtSerialTest : public DoorTest {
   void PortsChanged(const std::vector<int>& ports) override {
     there = std::find(ports.begin(), ports.end(), 5) != ports.end();
     ++told;
-    serial.SetPortOpen(there);
+    if (!there) serial.Close();
+    if (there && !serial.PortOpen()) serial.Open(5);
   }
 
-  SerialError Open() {
-    if (SerialError error = serial.SetCommPort(5)) return error;
-    return serial.SetPortOpen(true);
-  }
+  SerialError Open() { return serial.Open(5); }
 
   const std::string link = InFolder("radio");
   const std::string neighbour = InFolder("neighbour");
@@ -98,19 +96,15 @@ TEST_F(QtSerialTest, PortThatCannotBeOpenedSaysWhyAndWhatToDo) {
     EXPECT_EQ(error.number, number) << error.description;
     EXPECT_NE(error.description.find(words), std::string::npos) << error.description;
   };
-  EXPECT_EQ(serial.SetCommPort(5).number, kErrorNoSuchPort);
+  EXPECT_EQ(serial.Open(5).number, kErrorNoSuchPort);
   serial.SetDoor(nullptr);
   const Modem modem(link);
   const std::string device = std::filesystem::canonical(link);
   QtSerial later(settings, {{5, link}});
-  const auto open = [&] {
-    later.SetCommPort(5);
-    return later.SetPortOpen(true);
-  };
+  const auto open = [&] { return later.Open(5); };
   {
     QtSerial first(settings, {{5, link}});
-    first.SetCommPort(5);
-    ASSERT_FALSE(first.SetPortOpen(true));
+    ASSERT_FALSE(first.Open(5));
     expect(open(), 16, "Another program");
   }
   std::string lock = "/run/lock/LCK.." + device.substr(5);
@@ -130,8 +124,7 @@ TEST_F(QtSerialTest, AFaultyNeighbourThatIsProbedClosesOnlyItself) {
   Modem modem(link);
   const int faulty = posix_openpt(O_RDWR | O_NOCTTY);  // still locked: opening its other side is an I/O error
   EXPECT_EQ(symlink(ptsname(faulty), neighbour.c_str()), 0);
-  ASSERT_FALSE(serial.SetCommPort(4));
-  EXPECT_EQ(serial.SetPortOpen(true).number, 5);
+  EXPECT_EQ(serial.Open(4).number, 5);
   ASSERT_FALSE(Open());
   modem.Send("still here");
   EXPECT_TRUE(WaitFor([&] { return arrived == "still here"; }));
