@@ -4,7 +4,6 @@
 #include <optional>
 
 #include "base/text.h"
-#include "files/output_guard.h"
 #include "results/race_records.h"
 
 namespace quorvane {
@@ -17,9 +16,10 @@ constexpr std::size_t kMostPages = 5000;
 // Of digits alone, from 1 to `most`.
 std::optional<int> WholeNumber(const std::string& text, int most) {
   int number = 0;
-  const auto [stop, fault] = std::from_chars(text.data(), text.data() + text.size(), number);
-  const bool good = fault == std::errc() && stop == text.data() + text.size();
-  return good && number >= 1 && number <= most ? std::optional(number) : std::nullopt;
+  const char* const end = text.data() + text.size();
+  const auto [stop, fault] = std::from_chars(text.data(), end, number);
+  if (fault != std::errc() || stop != end || number < 1 || number > most) return std::nullopt;
+  return number;
 }
 
 // "5=/dev/ttyUSB0".
@@ -102,12 +102,6 @@ std::variant<CommandLine, Ending> ParseCommandLine(const std::vector<std::string
   if (const auto ending = app.Read(arguments)) return *ending;
   if (const std::string wrong = Contradiction(line); !wrong.empty()) return app.Wrong(wrong);
   return line;
-}
-
-std::string TroubleWithSettings(const CommandLine& line) {
-  if (line.settings.empty()) return "";
-  const auto reason = WhyNotWrite(line.settings, FileKind::Settings, {line.project});
-  return reason ? "cannot keep settings in " + line.settings + ": " + *reason : "";
 }
 
 }  // namespace quorvane

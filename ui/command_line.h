@@ -32,7 +32,4 @@ struct CommandLine {
 
 std::variant<CommandLine, Ending> ParseCommandLine(const std::vector<std::string>& arguments);
 
-// What stands in the way of the settings file that is named, as a line for the user; empty when nothing does.
-std::string TroubleWithSettings(const CommandLine& line);
-
 }  // namespace quorvane

@@ -1,5 +1,7 @@
 #include "ui/demo.h"
 
+#include <fmt/format.h>
+
 #include <QImage>
 #include <QPixmap>
 #include <QThreadPool>
@@ -43,12 +45,12 @@ std::string HeatJson(int heat, const RaceRecord& race) {
 }
 
 std::string HeatText(int heat, const RaceRecord& race) {
-  std::string text = "Heat " + std::to_string(heat) + "\n";
+  std::string text = fmt::format("Heat {}\n", heat);
   for (const LaneRecord& lane : race.lanes) {
     if (!lane.flies) continue;
-    text += "  lane " + std::to_string(lane.lane) + ": " + lane.placing +
-            (HasResult(lane) ? " in " + FormatSeconds(lane.final) + " s" : "") + ", laps " +
-            std::to_string(lane.laps.size()) + ", cuts " + std::to_string(lane.cuts.size()) + "\n";
+    const std::string time = HasResult(lane) ? " in " + FormatSeconds(lane.final) + " s" : "";
+    text += fmt::format("  lane {}: {}{}, laps {}, cuts {}\n", lane.lane, lane.placing, time,
+                        lane.laps.size(), lane.cuts.size());
   }
   return text;
 }
@@ -69,19 +71,13 @@ bool Demo::Begin() {
 
 DialogAnswer Demo::Answer(const DialogBox& box) {
   using Word = DialogAnswer::Word;
-  switch (box.kind) {
-    case DialogKind::Ok:
-    case DialogKind::OkCancel:
-      std::fprintf(stderr, "%s: %s\n", box.title.c_str(), box.text.c_str());
-      return {Word::Ok};
-    case DialogKind::YesNo:
-    case DialogKind::YesNoCancel:
-      return {Word::Yes};
-    case DialogKind::Input:
-      return {Word::Text, box.title == "Heats per Round" ? "4" : "Demonstration"};
-    default:
-      return {Word::Cancel};
+  if (box.kind == DialogKind::YesNo || box.kind == DialogKind::YesNoCancel) return {Word::Yes};
+  if (box.kind == DialogKind::Input) {
+    return {Word::Text, box.title == "Heats per Round" ? "4" : "Demonstration"};
   }
+  if (box.kind == DialogKind::OpenFile || box.kind == DialogKind::SaveFile) return {Word::Cancel};
+  std::fprintf(stderr, "%s: %s\n", box.title.c_str(), box.text.c_str());
+  return {Word::Ok};
 }
 
 void Demo::Look() {
@@ -108,10 +104,9 @@ void Demo::LookAtRace() {
 // The picture is packed elsewhere: bytes that arrive meanwhile must not wait for it.
 void Demo::Picture(const std::string& what) {
   if (!pictured_.insert(what).second) return;
-  const QString file =
-      QString::fromStdString(folder_ + "/heat" + std::to_string(heat_ + 1) + "-" + what + ".png");
+  const std::string file = fmt::format("{}/heat{}-{}.png", folder_, heat_ + 1, what);
   QThreadPool::globalInstance()->start(
-      [image = windows_.Console().grab().toImage(), file] { image.save(file); });
+      [image = windows_.Console().grab().toImage(), file] { image.save(QString::fromStdString(file)); });
 }
 
 void Demo::WriteHeat() {

@@ -3,16 +3,19 @@
 #include <QTimer>
 #include <cstdio>
 #include <cstdlib>
+#include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "console/program.h"
 #include "files/file_ops.h"
+#include "files/output_guard.h"
 #include "ui/command_line.h"
 #include "ui/demo.h"
 #include "ui/end_requests.h"
-#include "ui/printing/print_command.h"
+#include "ui/printing/paper.h"
 #include "ui/printing/qt_printer.h"
 #include "ui/program_windows.h"
 #include "ui/qt/qt_platform.h"
@@ -31,12 +34,9 @@ std::string AbsolutePath(const std::string& path) {
   return path.empty() ? path : QDir::current().absoluteFilePath(QString::fromStdString(path)).toStdString();
 }
 
-void SetUpApplication() {
-  QApplication::setApplicationName(QStringLiteral("Quorvane"));
-  QApplication::setApplicationVersion(QStringLiteral(QUORVANE_VERSION));
-  DressApplication();
-  // The windows say when the program ends.
-  QApplication::setQuitOnLastWindowClosed(false);
+int Complain(const std::string& trouble, int status) {
+  std::fprintf(stderr, "quorvane: %s\n", trouble.c_str());
+  return status;
 }
 
 int Run(const CommandLine& line) {
@@ -45,23 +45,18 @@ int Run(const CommandLine& line) {
   QtSerial serial(settings, line.ports);
   Program program(platform, serial);
   ProgramWindows windows(program, platform);
-  QtHeatPrinter printer(program, platform, &windows.Console());
+  QtHeatPrinter printer(program, &windows.Console());
   serial.SetDoor(&program.door());
   const ResultsWindow results(program, windows);
-  const Scoreboard scoreboard(program, windows, settings);
+  const Scoreboard scoreboard(program, windows);
   SessionRecording recording(program, windows);
   const EndRequests endRequests(program);
-  serial.SetOpened([&recording](int port, int number, const std::string& description) {
-    recording.NoteOpened(port, number, description);
-  });
+  serial.SetOpened(std::bind_front(&SessionRecorder::NoteOpened, &recording.Recorder()));
   std::unique_ptr<Demo> demo;
   if (!line.demo.empty()) {
-    platform.SetAnswerer([](const DialogBox& box) { return Demo::Answer(box); });
+    platform.SetAnswerer(&Demo::Answer);
     demo = std::make_unique<Demo>(program, windows, line.demo, line.heats);
-    if (!demo->Begin()) {
-      std::fprintf(stderr, "quorvane: cannot write to the folder %s\n", line.demo.c_str());
-      return 1;
-    }
+    if (!demo->Begin()) return Complain("cannot write to the folder " + line.demo, 1);
   }
   if (!line.project.empty()) program.judge().SetStartupProject(AbsolutePath(line.project));
 
@@ -79,21 +74,19 @@ int Run(const CommandLine& line) {
 
 int Print(const CommandLine& line) {
   QtSettings settings(line.settings);
-  return RunPrintCommand(line, {frmAbout::ProgramName(), QtPlatform(settings).LocalNow()}, settings);
+  const Imprint imprint{frmAbout::ProgramName(), QtPlatform(settings).LocalNow()};
+  const std::string trouble = PrintReports(line, imprint, settings);
+  return trouble.empty() ? 0 : Complain(trouble, 1);
 }
 
-}  // namespace
-}  // namespace quorvane
-
-int main(int argc, char** argv) {
-  quorvane::OutliveWriteErrors();
-  const auto parsed = quorvane::ParseCommandLine({argv + 1, argv + argc});
-  if (const auto* ending = std::get_if<quorvane::Ending>(&parsed)) return ending->Tell();
-  const auto& line = std::get<quorvane::CommandLine>(parsed);
-  if (const std::string trouble = quorvane::TroubleWithSettings(line); !trouble.empty()) {
-    std::fprintf(stderr, "quorvane: %s\n", trouble.c_str());
-    return 2;
-  }
+int Main(int argc, char** argv) {
+  OutliveWriteErrors();
+  const auto parsed = ParseCommandLine({argv + 1, argv + argc});
+  if (const auto* ending = std::get_if<Ending>(&parsed)) return ending->Tell();
+  const auto& line = std::get<CommandLine>(parsed);
+  const bool usual = line.settings.empty();
+  const auto reason = usual ? std::nullopt : WhyNotWrite(line.settings, FileKind::Settings, {line.project});
+  if (reason) return Complain("cannot keep settings in " + line.settings + ": " + *reason, 2);
   if (!line.print.IsEmpty()) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     // What Qt says of a missing desktop is no news to somebody who asked for none.
@@ -102,8 +95,19 @@ int main(int argc, char** argv) {
   // The options are ours; Qt's own come from its environment variables.
   int one = 1;
   QApplication application(one, argv);
-  quorvane::SetUpApplication();
-  const int status = line.print.IsEmpty() ? quorvane::Run(line) : quorvane::Print(line);
-  if (quorvane::WorkThread::AnyLeftBehind()) std::_Exit(status);
+  QApplication::setApplicationName(QStringLiteral("Quorvane"));
+  QApplication::setApplicationVersion(QStringLiteral(QUORVANE_VERSION));
+  DressApplication();
+  // The windows say when the program ends.
+  QApplication::setQuitOnLastWindowClosed(false);
+  const int status = line.print.IsEmpty() ? Run(line) : Print(line);
+  if (WorkThread::AnyLeftBehind()) std::_Exit(status);
   return status;
+}
+
+}  // namespace
+}  // namespace quorvane
+
+int main(int argc, char** argv) {
+  return quorvane::Main(argc, argv);
 }

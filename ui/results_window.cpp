@@ -1,5 +1,6 @@
 #include "ui/results_window.h"
 
+#include <QAbstractTableModel>
 #include <QApplication>
 #include <QClipboard>
 #include <QFileDialog>
@@ -13,7 +14,7 @@
 #include <QTableView>
 #include <QVBoxLayout>
 #include <QtConcurrent>
-#include <algorithm>
+#include <array>
 #include <utility>
 
 #include "results/race_records.h"
@@ -38,67 +39,62 @@ std::string Formatted(const ContestRecord& contest, const QString& ending) {
 }
 
 // Times stand under each other, small numbers in the middle, words at the left.
-Qt::Alignment AlignmentOf(int column) {
-  static constexpr std::array kMiddle = {0, 1, 2, 5, 8, 9};
-  if (column == 7 || column == 10) return Qt::AlignVCenter | Qt::AlignRight;
-  const bool middle = std::find(kMiddle.begin(), kMiddle.end(), column) != kMiddle.end();
-  return Qt::AlignVCenter | (middle ? Qt::AlignHCenter : Qt::AlignLeft);
-}
+constexpr std::array kAlignments = {Qt::AlignHCenter, Qt::AlignHCenter, Qt::AlignHCenter, Qt::AlignLeft,
+                                    Qt::AlignLeft,    Qt::AlignHCenter, Qt::AlignLeft,    Qt::AlignRight,
+                                    Qt::AlignHCenter, Qt::AlignHCenter, Qt::AlignRight,   Qt::AlignLeft};
+static_assert(kAlignments.size() == kResultsColumns.size());
 
 }  // namespace
 
-void ResultsModel::Show(ResultsTable table) {
-  beginResetModel();
-  table_ = std::move(table);
-  order_ = table_.Order(static_cast<std::size_t>(column_), direction_ == Qt::DescendingOrder);
-  endResetModel();
-}
+// The table of results for a view. Sorts as the table says.
+class ResultsModel : public QAbstractTableModel {
+ public:
+  using QAbstractTableModel::QAbstractTableModel;
 
-int ResultsModel::rowCount(const QModelIndex& parent) const {
-  return parent.isValid() ? 0 : static_cast<int>(order_.size());
-}
-
-int ResultsModel::columnCount(const QModelIndex& parent) const {
-  return parent.isValid() ? 0 : static_cast<int>(kResultsColumns.size());
-}
-
-QVariant ResultsModel::data(const QModelIndex& index, int role) const {
-  if (!index.isValid()) return {};
-  const ResultsRow& row = table_.Rows()[RowAt(index.row())];
-  switch (role) {
-    case Qt::DisplayRole:
-    case Qt::ToolTipRole:
-      return ToQString(row.cells[static_cast<std::size_t>(index.column())].text);
-    case Qt::TextAlignmentRole:
-      return QVariant(AlignmentOf(index.column()));
-    case Qt::FontRole: {
-      QFont font = FontOfPixels(kTextPixels, false);
-      font.setStrikeOut(!row.stands);
-      return font;
-    }
-    default:
-      return {};
+  void Show(const ResultsTable& table) {
+    table_ = table;
+    sort(column_, direction_);
   }
-}
+  const ResultsTable& Table() const { return table_; }
+  // The row of the table that stands in a row of the view.
+  std::size_t RowAt(int row) const { return order_[static_cast<std::size_t>(row)]; }
 
-QVariant ResultsModel::headerData(int section, Qt::Orientation orientation, int role) const {
-  if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
-  return QString::fromLatin1(kResultsColumns[static_cast<std::size_t>(section)]);
-}
+  int rowCount(const QModelIndex& = {}) const override { return static_cast<int>(order_.size()); }
+  int columnCount(const QModelIndex& = {}) const override { return static_cast<int>(kResultsColumns.size()); }
+  QVariant data(const QModelIndex& index, int role) const override {
+    const ResultsRow& row = table_.Rows()[RowAt(index.row())];
+    const auto column = static_cast<std::size_t>(index.column());
+    if (role == Qt::DisplayRole || role == Qt::ToolTipRole) return ToQString(row.cells[column].text);
+    if (role == Qt::TextAlignmentRole) return QVariant(Qt::AlignVCenter | kAlignments[column]);
+    if (role != Qt::FontRole) return {};
+    QFont font = FontOfPixels(kTextPixels, false);
+    font.setStrikeOut(!row.stands);
+    return font;
+  }
+  QVariant headerData(int section, Qt::Orientation orientation, int role) const override {
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
+    return QString::fromLatin1(kResultsColumns[static_cast<std::size_t>(section)]);
+  }
+  void sort(int column, Qt::SortOrder direction) override {
+    column_ = column;
+    direction_ = direction;
+    beginResetModel();
+    order_ = table_.Order(static_cast<std::size_t>(column), direction == Qt::DescendingOrder);
+    endResetModel();
+  }
 
-void ResultsModel::sort(int column, Qt::SortOrder order) {
-  if (column < 0 || column >= columnCount()) return;
-  column_ = column;
-  direction_ = order;
-  beginResetModel();
-  order_ = table_.Order(static_cast<std::size_t>(column), order == Qt::DescendingOrder);
-  endResetModel();
-}
+ private:
+  ResultsTable table_;
+  std::vector<std::size_t> order_;
+  int column_ = 0;
+  Qt::SortOrder direction_ = Qt::AscendingOrder;
+};
 
 ResultsWindow::ResultsWindow(Program& program, const ProgramWindows& windows)
     : program_(program),
       windows_(windows),
       place_(new WindowPlace(*this, program.door().System().Settings(), "Results", kLeastResultsSize)),
+      model_(new ResultsModel(this)),
       summary_(new QLabel(this)),
       told_(new QLabel(this)),
       view_(new QTableView(this)) {
@@ -106,7 +102,7 @@ ResultsWindow::ResultsWindow(Program& program, const ProgramWindows& windows)
   summary_->setFont(FontOfPixels(kTextPixels, true));
   summary_->setTextFormat(Qt::PlainText);
   summary_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-  view_->setModel(&model_);
+  view_->setModel(model_);
   view_->setSortingEnabled(true);
   view_->sortByColumn(0, Qt::AscendingOrder);
   view_->setSelectionBehavior(QAbstractItemView::SelectRows);
@@ -121,7 +117,9 @@ ResultsWindow::ResultsWindow(Program& program, const ProgramWindows& windows)
   layout->addWidget(NewButtons());
   look_.setInterval(kRefreshMs);
   look_.callOnTimeout(this, &ResultsWindow::Look);
-  QObject::connect(&reading_, &QFutureWatcherBase::finished, this, [this] { Take(reading_.result()); });
+  QObject::connect(&reading_, &QFutureWatcherBase::finished, this, [this] {
+    if (const auto content = reading_.result()) Take(*content);
+  });
   program_.judge().mnuResults.onClick = [this] { Open(); };
 }
 
@@ -173,11 +171,10 @@ void ResultsWindow::Look() {
   if (reading_.isRunning()) return;
   const std::string& file = program_.race().ProjectFile;
   const std::optional<FileStamp> seen = file == shown_.file ? std::optional(shown_.stamp) : std::nullopt;
-  reading_.setFuture(QtConcurrent::run([file, seen] {
+  reading_.setFuture(QtConcurrent::run([file, seen]() -> std::optional<Content> {
     Content content{.file = file};
     SystemFiles().Look(file, content.stamp);
-    content.changed = content.stamp != seen;
-    if (!content.changed) return content;
+    if (content.stamp == seen) return std::nullopt;
     if (const std::error_code error = ReadProject(SystemFiles(), file, content.contest)) {
       content.problem = error.message();
     }
@@ -187,10 +184,9 @@ void ResultsWindow::Look() {
 }
 
 void ResultsWindow::Take(const Content& content) {
-  if (!content.changed) return;
   shown_ = content;
-  const bool first = model_.rowCount() == 0;
-  model_.Show(content.table);
+  const bool first = model_->rowCount() == 0;
+  model_->Show(content.table);
   if (first) FitColumns();
   const QString name = QFileInfo(ToQString(shown_.file)).fileName();
   QString text =
@@ -208,7 +204,7 @@ void ResultsWindow::FitColumns() {
   view_->resizeColumnsToContents();
   view_->resizeRowsToContents();
   int columns = 0;
-  for (int i = 0; i < model_.columnCount(); ++i) {
+  for (int i = 0; i < model_->columnCount(); ++i) {
     view_->setColumnWidth(i, view_->columnWidth(i) + kColumnGap);
     columns += view_->columnWidth(i);
   }
@@ -223,10 +219,10 @@ void ResultsWindow::FitColumns() {
 void ResultsWindow::Copy() {
   const QItemSelectionModel& selection = *view_->selectionModel();
   std::vector<std::size_t> rows;
-  for (int row = 0; row < model_.rowCount(); ++row) {
-    if (!selection.hasSelection() || selection.isRowSelected(row)) rows.push_back(model_.RowAt(row));
+  for (int row = 0; row < model_->rowCount(); ++row) {
+    if (!selection.hasSelection() || selection.isRowSelected(row)) rows.push_back(model_->RowAt(row));
   }
-  QApplication::clipboard()->setText(ToQString(model_.Table().CopyText(rows)));
+  QApplication::clipboard()->setText(ToQString(model_->Table().CopyText(rows)));
   told_->setText(QStringLiteral("%1 rows copied").arg(rows.size()));
 }
 

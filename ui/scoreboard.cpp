@@ -81,7 +81,8 @@ class ScoreField : public QWidget {
     QPainter painter(this);
     painter.fillRect(rect(), back);
     painter.fillRect(0, 0, width(), height() / 2, upper);
-    const int margin = Margin();
+    const int atWords = tail.isEmpty() ? 4 : std::max(4, height() / 12);
+    const int margin = look_.inRow ? parentWidget()->width() / 60 : atWords;
     const QRect inner = rect().adjusted(margin, 0, -margin, 0);
     const QFont full = FontOfPixels(height() * look_.part, true);
     const int least = tail.isEmpty() ? 8 : std::max(8, full.pixelSize() * 2 / 3);
@@ -95,11 +96,6 @@ class ScoreField : public QWidget {
   }
 
  private:
-  int Margin() const {
-    if (look_.inRow) return parentWidget()->width() / 60;
-    return content_.tail.isEmpty() ? 4 : std::max(4, height() / 12);
-  }
-
   const Look look_;
   Content content_;
 };
@@ -177,12 +173,12 @@ class ScoreView : public QWidget {
   std::array<ScoreRow*, 4> lanes_;
 };
 
-Scoreboard::Scoreboard(Program& program, ProgramWindows& windows, SettingsStore& settings)
+Scoreboard::Scoreboard(Program& program, ProgramWindows& windows)
     : program_(program),
       keeper_(program),
       windows_(windows),
-      settings_(settings),
-      place_(new WindowPlace(*this, settings, "Scoreboard", kLeastScoreboardSize)),
+      settings_(program.door().System().Settings()),
+      place_(new WindowPlace(*this, settings_, kSettings, kLeastScoreboardSize)),
       view_(new ScoreView(this)),
       bar_(NewBar()) {
   setWindowTitle(QStringLiteral("Scoreboard"));
@@ -229,15 +225,10 @@ QWidget* Scoreboard::NewBar() {
 
 void Scoreboard::ListScreens() {
   screens_->clear();
-  int number = 0;
   for (const QScreen* screen : QGuiApplication::screens()) {
-    const QSize size = screen->size();
-    screens_->addItem(QStringLiteral("%1: %2 (%3 x %4)")
-                          .arg(++number)
-                          .arg(screen->name())
-                          .arg(size.width())
-                          .arg(size.height()),
-                      screen->name());
+    const QString number = QString::number(screens_->count() + 1);
+    const auto [width, height] = screen->size();
+    screens_->addItem(QStringLiteral("%1: %2 (%3 x %4)").arg(number, screen->name()).arg(width).arg(height));
   }
 }
 

@@ -19,7 +19,7 @@ class ScoreView;
 // part in it: no key, no event. Between two races it shows the result of the last.
 class Scoreboard : public QWidget {
  public:
-  Scoreboard(Program& program, ProgramWindows& windows, SettingsStore& settings);
+  Scoreboard(Program& program, ProgramWindows& windows);
   ~Scoreboard() override;
 
   // On the screen that was chosen last, else on one that the console is not on, full screen where there is

@@ -1,8 +1,5 @@
 #include "ui/session_recording.h"
 
-#include <fmt/format.h>
-
-#include <QFileInfo>
 #include <QLabel>
 #include <cstdio>
 #include <utility>
@@ -12,39 +9,28 @@
 #include "ui/widgets/look.h"
 
 namespace quorvane {
-namespace {
 
-QLabel* NewNotice(FormWindow& console) {
-  auto* notice = new QLabel(&console);
-  notice->setObjectName(QStringLiteral("recording"));
-  notice->setContentsMargins(10, 2, 10, 2);
-  notice->setAutoFillBackground(true);
-  console.Menu()->setCornerWidget(notice);
-  notice->hide();
-  return notice;
-}
-
-}  // namespace
-
-SessionRecording::~SessionRecording() {
-  End();
+SessionRecording::SessionRecording(Program& program, ProgramWindows& windows)
+    : program_(program), windows_(windows), notice_(new QLabel(&windows.Console())) {
+  notice_->setObjectName(QStringLiteral("recording"));
+  notice_->setContentsMargins(10, 2, 10, 2);
+  notice_->setAutoFillBackground(true);
+  notice_->setFont(FontOfPixels(15, true));
+  windows.Console().Menu()->setCornerWidget(notice_);
+  notice_->hide();
 }
 
 void SessionRecording::Begin(SessionStart start, const std::string& journal) {
   start.start = program_.door().LocalStart();
   start.project = program_.judge().ProjectAtStart();
+  given_ = wanted_ = !journal.empty();
   // The console of the replay must find the menu as this one does.
-  if (!journal.empty()) start.settings.push_back({"frmJudge", "RecordSession", "True"});
+  if (given_) start.settings.push_back({"frmJudge", "RecordSession", "True"});
   recorder_.Begin(start);
   program_.door().SetJournal(&recorder_);
   begun_ = true;
-  given_ = journal;
-  notice_ = NewNotice(windows_.Console());
-  if (!given_.empty()) {
-    named_ = given_;
-    wanted_ = true;
-    Start();
-  }
+  named_ = journal;
+  if (given_) Start();
   windows_.AddFollower([this] { FollowMenu(); });
 }
 
@@ -60,13 +46,13 @@ void SessionRecording::End() {
 void SessionRecording::FollowMenu() {
   if (!begun_) return;
   Control& menu = program_.judge().mnuRecordSession;
-  if (!given_.empty()) {
-    given_.clear();
-    menu.SetChecked(true);
-  }
+  if (std::exchange(given_, false)) menu.SetChecked(true);
   if (menu.Checked() && !wanted_) {
     if (program_.race().ProjectFile.empty()) return;  // its name is not known yet
-    if (named_.empty()) named_ = FileBesideProject();
+    if (named_.empty()) {
+      const std::string since = Replaced(MomentText(program_.door().LocalStart(), '-'), ":", "");
+      named_ = program_.race().ProjectBaseName + "-" + since + ".journal";
+    }
     Start();
   } else if (!menu.Checked() && wanted_) {
     recorder_.Stop();
@@ -95,15 +81,12 @@ void SessionRecording::Start() {
   recorder_.Record(PathOf(file_));
   Show(QStringLiteral("\u25cf Recording"), false);
   if (file_ == named_) return;
-  const auto name = [](const std::string& file) {
-    return QFileInfo(ToQString(file)).fileName().toStdString();
-  };
+  const auto name = [](const std::string& file) { return Utf8Of(PathOf(file).filename()); };
   news_ = "Recording into " + name(file_) + ", as " + name(named_) + " has a session already";
   std::fprintf(stderr, "quorvane: %s\n", news_.c_str());
 }
 
 void SessionRecording::Show(const QString& text, bool bad) {
-  notice_->setFont(FontOfPixels(15, true));
   QPalette colors = notice_->palette();
   colors.setColor(QPalette::Window, bad ? QColor(0xC0, 0, 0) : ToQColor(kButtonFace));
   colors.setColor(QPalette::WindowText, bad ? QColor(Qt::white) : QColor(0xA0, 0, 0));
@@ -113,12 +96,6 @@ void SessionRecording::Show(const QString& text, bool bad) {
   notice_->setVisible(!text.isEmpty());
   notice_->adjustSize();
   windows_.Console().Menu()->adjustSize();
-}
-
-std::string SessionRecording::FileBesideProject() {
-  const LocalDateTime at = program_.door().LocalStart();
-  return fmt::format("{}-{:04}-{:02}-{:02}-{:02}{:02}{:02}.journal", program_.race().ProjectBaseName, at.year,
-                     at.month, at.day, at.hour, at.minute, at.second);
 }
 
 }  // namespace quorvane

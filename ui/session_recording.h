@@ -15,8 +15,8 @@ namespace quorvane {
 // the right end of the menu bar that it does, or why it cannot go on; nothing of it ever stops the race.
 class SessionRecording {
  public:
-  SessionRecording(Program& program, ProgramWindows& windows) : program_(program), windows_(windows) {}
-  ~SessionRecording();
+  SessionRecording(Program& program, ProgramWindows& windows);
+  ~SessionRecording() { End(); }
 
   // Before the Load event enters. `start` knows settings, ports and whether the project was named; `journal`
   // is the file of the command line, empty: as the menu says.
@@ -24,12 +24,7 @@ class SessionRecording {
   // The program ends. Nothing is recorded after it.
   void End();
 
-  // What came of opening a serial port, see SessionRecorder.
-  void NoteOpened(int port, int number, const std::string& description) {
-    recorder_.NoteOpened(port, number, description);
-  }
-
-  const SessionRecorder& Recorder() const { return recorder_; }
+  SessionRecorder& Recorder() { return recorder_; }
   QLabel* Notice() const { return notice_; }
 
  private:
@@ -37,19 +32,18 @@ class SessionRecording {
   void Start();
   void Complain() const;
   void Show(const QString& text, bool bad);
-  std::string FileBesideProject();
 
   Program& program_;
   ProgramWindows& windows_;
+  QLabel* notice_;
   SessionRecorder recorder_;
-  std::string given_;     // the file of the command line, until the menu has been checked for it
+  bool begun_ = false;
+  bool given_ = false;    // the command line names the file, and the menu has not been checked for it yet
+  bool wanted_ = false;   // as the menu said last
+  bool stopped_ = false;  // by a problem, which the notice names
   std::string named_;     // where this session is to be recorded, once that is known
   std::string file_;      // where it is, or was last
   std::string news_;      // of another name for it, until the window says so
-  bool wanted_ = false;   // as the menu said last
-  bool stopped_ = false;  // by a problem, which the notice names
-  bool begun_ = false;
-  QLabel* notice_ = nullptr;
 };
 
 }  // namespace quorvane

@@ -230,8 +230,8 @@ TEST_F(InputTest, HeldKeyCountsOnce) {
 
 TEST_F(InputTest, KeysJudgeFromWhateverWindowIsInFront) {
   ResultsWindow results(program, windows);
-  Scoreboard scoreboard(program, windows, settings);
-  QtHeatPrinter printer(program, platform, &windows.Console());
+  Scoreboard scoreboard(program, windows);
+  QtHeatPrinter printer(program, &windows.Console());
   std::string expected;
   for (const char* menu : {"mnuTimerSettings", "mnuKeyboard", "mnuAbout", "mnuResults", "mnuScoreboard",
                            "mnuPrintPreview", "lblComm"}) {

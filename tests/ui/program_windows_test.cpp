@@ -137,6 +137,9 @@ TEST_F(ProgramWindowsTest, SignalSavesTheFinishedRaceBehindAnOpenBoxAndEndsThePr
     EXPECT_NE(QApplication::activeModalWidget(), nullptr);
     std::raise(SIGTERM);
   });
+  QTimer limit;  // for a signal that is lost
+  limit.callOnTimeout([] { QCoreApplication::exit(1); });
+  limit.start(10000);
   EXPECT_EQ(QApplication::exec(), 0);
   EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
   EXPECT_TRUE(program.judge().HasRun(1));
@@ -209,12 +212,13 @@ TEST_F(ProgramWindowsTest, ResultsFollowEachSaveAndGoOutAsTheyAreShown) {
   Load();
   Click("frmJudge.mnuResults");
   EXPECT_TRUE(results.isVisible());
-  EXPECT_EQ(results.Model().rowCount(), 0);
+  const QAbstractItemModel& rows = *results.View().model();
+  EXPECT_EQ(rows.rowCount(), 0);
   FlyRace();
   Click("frmJudge.cmdSave");
-  ASSERT_TRUE(WaitFor([&] { return results.Model().rowCount() == 4; }));
+  ASSERT_TRUE(WaitFor([&] { return rows.rowCount() == 4; }));
   results.View().sortByColumn(5, Qt::DescendingOrder);  // by lane
-  EXPECT_EQ(results.Model().index(0, 5).data().toString(), "4");
+  EXPECT_EQ(rows.index(0, 5).data().toString(), "4");
   results.View().selectRow(3);
   results.Copy();
   const QString copied = QGuiApplication::clipboard()->text();
@@ -235,7 +239,7 @@ TEST_F(ProgramWindowsTest, ResultsFollowEachSaveAndGoOutAsTheyAreShown) {
 }
 
 TEST_F(ProgramWindowsTest, ScoreboardFollowsTheRaceInItsWindow) {
-  Scoreboard board(program, windows, settings);
+  Scoreboard board(program, windows);
   Load();
   Click("frmJudge.mnuScoreboard");
   ASSERT_TRUE(board.isVisible());

@@ -124,8 +124,8 @@ class RandomDrive : public ProgramTest {
   bool driving_ = false;
   QTimer boxes_;
   ResultsWindow results{program, windows};
-  Scoreboard scoreboard{program, windows, settings};
-  QtHeatPrinter printer{program, platform, &windows.Console()};
+  Scoreboard scoreboard{program, windows};
+  QtHeatPrinter printer{program, &windows.Console()};
 };
 
 // QUORVANE_LONG drives through 4000 actions.

@@ -17,9 +17,7 @@ class RecordingTest : public ProgramOn<QtSerial> {
   RecordingTest() {
     ConnectPort5();
     serial.SetDoor(&program.door());
-    serial.SetOpened([this](int port, int number, const std::string& description) {
-      recording.NoteOpened(port, number, description);
-    });
+    serial.SetOpened(std::bind_front(&SessionRecorder::NoteOpened, &recording.Recorder()));
   }
   ~RecordingTest() override { serial.SetDoor(nullptr); }
 

@@ -1,7 +1,6 @@
 #include "ui/printing/paper.h"
 
 #include <QFontMetricsF>
-#include <QLocale>
 #include <QPainter>
 #include <QPdfWriter>
 #include <QSaveFile>
@@ -9,6 +8,7 @@
 #include "files/output_guard.h"
 #include "print/heat_report.h"
 #include "print/surface.h"
+#include "ui/printing/printer_choice.h"
 #include "ui/widgets/look.h"
 
 namespace quorvane {
@@ -16,10 +16,6 @@ namespace {
 
 constexpr int kPdfDotsPerInch = 1200;
 constexpr double kGridWidth = 10000;  // steps across the page
-
-QString ToText(std::string_view text) {
-  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
 
 // A page on whatever a QPainter paints on: printer, PDF file or picture. It fills the target, which is in the
 // painter's coordinates. Everything is laid out on one fine grid before it is brought to the target's size,
@@ -36,21 +32,18 @@ class QtSurface : public Surface {
 
   Box Page() const override { return page_; }
   double TextWidth(std::string_view text, Font font) const override {
-    return QFontMetricsF(OnGrid(font)).horizontalAdvance(ToText(text)) / scale_;
+    return QFontMetricsF(OnGrid(font)).horizontalAdvance(QString::fromUtf8(text)) / scale_;
   }
   double LineHeight(Font font) const override { return QFontMetricsF(OnGrid(font)).height() / scale_; }
 
   void Text(const Box& box, std::string_view text, Font font, Align align) override {
-    const QFont letters = OnGrid(font);
-    const QFontMetricsF metrics(letters);
-    const QString words = ToText(text);
-    const QRectF room = OnGrid(box);
-    const double spare = room.width() - metrics.horizontalAdvance(words);
-    const double shift = align == Align::Left ? 0 : align == Align::Right ? spare : spare / 2;
-    const double baseline = room.top() + (room.height() - metrics.height()) / 2 + metrics.ascent();
-    painter_.setFont(letters);
+    const auto side = align == Align::Left    ? Qt::AlignLeft
+                      : align == Align::Right ? Qt::AlignRight
+                                              : Qt::AlignHCenter;
+    painter_.setFont(OnGrid(font));
     painter_.setPen(Qt::black);
-    painter_.drawText(QPointF(room.left() + shift, baseline), words);
+    painter_.drawText(OnGrid(box), side | Qt::AlignVCenter | Qt::TextSingleLine | Qt::TextDontClip,
+                      QString::fromUtf8(text));
   }
 
   void Line(double fromX, double fromY, double toX, double toY, double thickness) override {
@@ -87,21 +80,11 @@ class QtSurface : public Surface {
 
 }  // namespace
 
-const std::vector<QPageSize>& Papers() {
-  static const std::vector<QPageSize> papers{QPageSize(QPageSize::A4), QPageSize(QPageSize::Letter)};
-  return papers;
-}
-
 std::optional<QPageSize> PaperNamed(const QString& name) {
-  for (const QPageSize& paper : Papers()) {
-    if (name.compare(paper.key(), Qt::CaseInsensitive) == 0) return paper;
+  for (const QPageSize::PageSizeId paper : kPapers) {
+    if (name.compare(QPageSize::key(paper), Qt::CaseInsensitive) == 0) return QPageSize(paper);
   }
   return std::nullopt;
-}
-
-QPageSize UsualPaper() {
-  const bool letter = QLocale::system().measurementSystem() == QLocale::ImperialUSSystem;
-  return QPageSize(letter ? QPageSize::Letter : QPageSize::A4);
 }
 
 void DrawReport(QPainter& painter, const QSizeF& page, const QRectF& target, const RaceRecord& race,
@@ -112,38 +95,56 @@ void DrawReport(QPainter& painter, const QSizeF& page, const QRectF& target, con
   painter.restore();
 }
 
-bool PutOnPaper(QPagedPaintDevice& device, int dotsPerInch, const QPageSize& paper,
-                const std::vector<RaceRecord>& races, const Imprint& imprint) {
+bool PutOnPaper(QPagedPaintDevice& device, const QPageSize& paper, const std::vector<RaceRecord>& races,
+                const Imprint& imprint) {
   device.setPageLayout(
       QPageLayout(paper, QPageLayout::Portrait, QMarginsF(), QPageLayout::Point, QMarginsF()));
   QPainter painter;
   if (!painter.begin(&device)) return false;
-  const QSizeF sheet = paper.size(QPageSize::Inch) * dotsPerInch;
-  bool first = true;
+  const QSizeF sheet = paper.size(QPageSize::Inch) * device.logicalDpiX();
   for (const RaceRecord& race : races) {
-    if (!first && !device.newPage()) return false;
-    first = false;
+    if (&race != &races.front() && !device.newPage()) return false;
     DrawReport(painter, sheet, QRectF(QPointF(), sheet), race, imprint);
   }
   return painter.end();
 }
 
-QString WritePdf(const QString& path, const QPageSize& paper, const std::vector<RaceRecord>& races,
-                 const Imprint& imprint, const std::vector<std::string>& inUse) {
-  if (const auto reason = WhyNotWrite(path.toStdString(), FileKind::Other, inUse)) return ToQString(*reason);
-  QSaveFile file(path);
-  if (!file.open(QIODevice::WriteOnly)) return file.errorString();
+std::string WritePdf(const std::string& path, const QPageSize& paper, const std::vector<RaceRecord>& races,
+                     const Imprint& imprint, const std::vector<std::string>& inUse) {
+  if (const auto reason = WhyNotWrite(path, FileKind::Other, inUse)) return *reason;
+  QSaveFile file(QString::fromStdString(path));
+  if (!file.open(QIODevice::WriteOnly)) return file.errorString().toStdString();
   {
     QPdfWriter writer(&file);
     writer.setResolution(kPdfDotsPerInch);
     writer.setCreator(ToQString(imprint.program));
     writer.setTitle(races.empty() ? QString() : ToQString(races.front().eventName));
-    if (!PutOnPaper(writer, kPdfDotsPerInch, paper, races, imprint)) {
+    if (!PutOnPaper(writer, paper, races, imprint)) {
       file.cancelWriting();
-      return QStringLiteral("the pages cannot be written");
+      return "the pages cannot be written";
     }
   }
-  return file.commit() ? QString() : file.errorString();
+  return file.commit() ? "" : file.errorString().toStdString();
+}
+
+std::string PrintReports(const CommandLine& line, const Imprint& imprint, const SettingsStore& settings) {
+  std::vector<RaceRecord> races;
+  const std::vector<int> numbers = line.print.all ? std::vector<int>{} : line.print.races;
+  if (const std::error_code error = ReadRaces(SystemFiles(), line.project, settings, numbers, races)) {
+    return "cannot read " + line.project + ": " + error.message();
+  }
+  if (races.empty()) return "no race has been flown in " + line.project;
+  QStringList missing;
+  for (const RaceRecord& race : races) {
+    if (!race.hasRun) missing << QString::number(race.number);
+  }
+  if (!missing.isEmpty()) {
+    return "not flown in " + line.project + ": race " + missing.join(", ").toStdString() +
+           "; nothing written";
+  }
+  const QPageSize paper = PaperNamed(ToQString(line.paper)).value_or(LoadPrinterChoice(settings).paper);
+  const std::string trouble = WritePdf(line.output, paper, races, imprint, {line.project, line.settings});
+  return trouble.empty() ? "" : "cannot write " + line.output + ": " + trouble;
 }
 
 }  // namespace quorvane

@@ -2,12 +2,14 @@
 
 #include <QPageSize>
 #include <QString>
+#include <array>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "forms/platform.h"
 #include "results/race_records.h"
+#include "ui/command_line.h"
 
 class QPagedPaintDevice;
 class QPainter;
@@ -15,11 +17,9 @@ class QPainter;
 namespace quorvane {
 
 // The papers that the heat report is made for.
-const std::vector<QPageSize>& Papers();
+inline constexpr std::array kPapers = {QPageSize::A4, QPageSize::Letter};
 // "A4" or "Letter" in any letter case.
 std::optional<QPageSize> PaperNamed(const QString& name);
-// What the country of this computer uses.
-QPageSize UsualPaper();
 
 // What a report says of its own making.
 struct Imprint {
@@ -33,13 +33,16 @@ void DrawReport(QPainter& painter, const QSizeF& page, const QRectF& target, con
 
 // One report a page, the whole sheet being the page, on a printer or into a PDF. Sets the device's paper.
 // False when the device cannot be written to.
-bool PutOnPaper(QPagedPaintDevice& device, int dotsPerInch, const QPageSize& paper,
-                const std::vector<RaceRecord>& races, const Imprint& imprint);
+bool PutOnPaper(QPagedPaintDevice& device, const QPageSize& paper, const std::vector<RaceRecord>& races,
+                const Imprint& imprint);
 
 // Replaces the file in one step, unless it is one that a report must not replace (see WhyNotWrite): a file of
-// `inUse`, such as the open project, or what is no file. An empty text, or the reason why nothing was
-// written.
-QString WritePdf(const QString& path, const QPageSize& paper, const std::vector<RaceRecord>& races,
-                 const Imprint& imprint, const std::vector<std::string>& inUse = {});
+// `inUse`, such as the open project, or what is no file. Empty, or the reason why nothing was written.
+std::string WritePdf(const std::string& path, const QPageSize& paper, const std::vector<RaceRecord>& races,
+                     const Imprint& imprint, const std::vector<std::string>& inUse = {});
+
+// Writes the heat reports that the command line asks for into a PDF, without a window; needs a
+// QGuiApplication. Empty, or why nothing was written: a file is in the way, or a race has not been flown.
+std::string PrintReports(const CommandLine& line, const Imprint& imprint, const SettingsStore& settings);
 
 }  // namespace quorvane

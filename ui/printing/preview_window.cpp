@@ -18,38 +18,28 @@ constexpr double kPixelsPerInch = 96;
 constexpr QSize kFirstSize{830, 760};
 constexpr QSize kLeastPreview{51, 80};
 
-// Moves by a tenth and by nine tenths of what is seen, which the scroll area tells it as its page.
-class PageBar : public QScrollBar {
- protected:
-  void sliderChange(SliderChange change) override {
-    QScrollBar::sliderChange(change);
-    if (change != SliderStepsChange || pageStep() == page_) return;
-    const int seen = pageStep();
-    page_ = std::max(1, qRound(0.9 * seen));
-    setPageStep(page_);
-    setSingleStep(std::max(1, qRound(0.1 * seen)));
-  }
-
- private:
-  int page_ = 0;
-};
-
+// To the page's upper left corner, from where the bars move by a tenth and by nine tenths of what is seen.
 void ToCorner(const QScrollArea& area) {
-  area.horizontalScrollBar()->setValue(0);
-  area.verticalScrollBar()->setValue(0);
+  const auto fit = [](QScrollBar& bar, int seen) {
+    bar.setSingleStep(std::max(1, qRound(0.1 * seen)));
+    bar.setPageStep(std::max(1, qRound(0.9 * seen)));
+    bar.setValue(0);
+  };
+  fit(*area.horizontalScrollBar(), area.viewport()->width());
+  fit(*area.verticalScrollBar(), area.viewport()->height());
 }
 
-// Goes back to the page's upper left corner with each new size.
+// The area sets its bars' steps anew with each size of its own and with each picture of the page.
 class PageView : public QScrollArea {
  public:
-  explicit PageView(QWidget* parent) : QScrollArea(parent) {
-    setHorizontalScrollBar(new PageBar);
-    setVerticalScrollBar(new PageBar);
-    setFrameShape(QFrame::NoFrame);
-    setBackgroundRole(QPalette::Dark);
-  }
+  using QScrollArea::QScrollArea;
 
  protected:
+  bool event(QEvent* event) override {
+    const bool taken = QScrollArea::event(event);
+    if (event->type() == QEvent::LayoutRequest) ToCorner(*this);
+    return taken;
+  }
   void resizeEvent(QResizeEvent* event) override {
     QScrollArea::resizeEvent(event);
     ToCorner(*this);
@@ -76,6 +66,8 @@ PreviewForm::PreviewForm(Platform& platform)
   setMenuBar(menu_);
   setCentralWidget(view_);
   page_->setScaledContents(true);
+  view_->setFrameShape(QFrame::NoFrame);
+  view_->setBackgroundRole(QPalette::Dark);
   view_->setWidget(page_);
   door_.SetAfterEvent([this] { Follow(); });
 }
@@ -88,20 +80,16 @@ void PreviewForm::Open(const RaceRecord& race, const Imprint& imprint, const QPa
   full_ = paper.size(QPageSize::Inch) * kPixelsPerInch;
   if (!std::exchange(placed_, true)) place_->Restore(kFirstSize);
   door_.Post([this, race, imprint] {
-    Draw(race, imprint);
+    // As many dots as the screen has for the page at full size.
+    QImage picture((full_ * devicePixelRatioF()).toSize(), QImage::Format_RGB32);
+    picture.fill(Qt::white);
+    QPainter painter(&picture);
+    DrawReport(painter, full_, QRectF(picture.rect()), race, imprint);
+    painter.end();
+    page_->setPixmap(QPixmap::fromImage(picture));
     preview_.Open();
   });
   activateWindow();
-}
-
-// As many dots as the screen has for the page at full size.
-void PreviewForm::Draw(const RaceRecord& race, const Imprint& imprint) {
-  QImage picture((full_ * devicePixelRatioF()).toSize(), QImage::Format_RGB32);
-  picture.fill(Qt::white);
-  QPainter painter(&picture);
-  DrawReport(painter, full_, QRectF(picture.rect()), race, imprint);
-  painter.end();
-  page_->setPixmap(QPixmap::fromImage(picture));
 }
 
 void PreviewForm::Follow() {

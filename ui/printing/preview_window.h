@@ -29,7 +29,6 @@ class PreviewForm : public QMainWindow {
   void closeEvent(QCloseEvent* event) override;
 
  private:
-  void Draw(const RaceRecord& race, const Imprint& imprint);
   void Follow();
 
   Door door_;

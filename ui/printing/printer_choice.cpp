@@ -1,8 +1,11 @@
 #include "ui/printing/printer_choice.h"
 
+#include <QComboBox>
+#include <QDialog>
 #include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QLabel>
+#include <QLocale>
 #include <algorithm>
 
 #include "ui/printing/paper.h"
@@ -10,8 +13,16 @@
 
 namespace quorvane {
 namespace {
+
 constexpr const char* kSection = "Printer";
+
+// What the country of this computer uses.
+QPageSize UsualPaper() {
+  const bool letter = QLocale::system().measurementSystem() == QLocale::ImperialUSSystem;
+  return QPageSize(letter ? QPageSize::Letter : QPageSize::A4);
 }
+
+}  // namespace
 
 PrinterChoice LoadPrinterChoice(const SettingsStore& settings) {
   const auto setting = [&](const char* key) { return ToQString(settings.GetSetting(kSection, key, "")); };
@@ -23,36 +34,40 @@ void SavePrinterChoice(SettingsStore& settings, const PrinterChoice& choice) {
   settings.SaveSetting(kSection, "Paper", choice.paper.key().toStdString());
 }
 
-PrinterSetup::PrinterSetup(const QStringList& printers, const QString& usual, const PrinterChoice& now,
-                           QWidget* parent)
-    : QDialog(parent), printer_(new QComboBox), paper_(new QComboBox) {
-  setWindowTitle(QStringLiteral("Printer Setup"));
-  setObjectName(QStringLiteral("PrinterSetup"));
-  printer_->addItem(
+QDialog* OpenPrinterSetup(const QStringList& printers, const QString& usual, SettingsStore& settings,
+                          QWidget* parent) {
+  const PrinterChoice now = LoadPrinterChoice(settings);
+  auto* setup = new QDialog(parent);
+  setup->setAttribute(Qt::WA_DeleteOnClose);
+  setup->setWindowTitle(QStringLiteral("Printer Setup"));
+  setup->setMinimumWidth(420);
+  auto* printer = new QComboBox;
+  printer->addItem(
       QStringLiteral("Default printer (%1)").arg(usual.isEmpty() ? QStringLiteral("none now") : usual),
       QString());
-  for (const QString& name : printers) printer_->addItem(name, name);
+  for (const QString& name : printers) printer->addItem(name, name);
   // One that is switched off now stays chosen.
   if (!now.name.isEmpty() && !printers.contains(now.name)) {
-    printer_->addItem(now.name + QStringLiteral(" (not found now)"), now.name);
+    printer->addItem(now.name + QStringLiteral(" (not found now)"), now.name);
   }
-  printer_->setCurrentIndex(std::max(0, printer_->findData(now.name)));
-  for (const QPageSize& paper : Papers()) paper_->addItem(paper.key());
-  paper_->setCurrentText(now.paper.key());
+  printer->setCurrentIndex(std::max(0, printer->findData(now.name)));
+  auto* paper = new QComboBox;
+  for (const QPageSize::PageSizeId size : kPapers) paper->addItem(QPageSize::key(size));
+  paper->setCurrentText(now.paper.key());
 
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
-  QObject::connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
-  QObject::connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-  auto* layout = new QFormLayout(this);
-  layout->addRow(QStringLiteral("&Printer"), printer_);
-  layout->addRow(QStringLiteral("P&aper"), paper_);
+  QObject::connect(buttons, &QDialogButtonBox::accepted, setup, &QDialog::accept);
+  QObject::connect(buttons, &QDialogButtonBox::rejected, setup, &QDialog::reject);
+  QObject::connect(setup, &QDialog::accepted, [printer, paper, &settings] {
+    SavePrinterChoice(settings, {printer->currentData().toString(), *PaperNamed(paper->currentText())});
+  });
+  auto* layout = new QFormLayout(setup);
+  layout->addRow(QStringLiteral("&Printer"), printer);
+  layout->addRow(QStringLiteral("P&aper"), paper);
   if (printers.isEmpty()) layout->addRow(new QLabel(QStringLiteral("This computer has no printer now.")));
   layout->addRow(buttons);
-  setMinimumWidth(420);
-}
-
-PrinterChoice PrinterSetup::Choice() const {
-  return {printer_->currentData().toString(), *PaperNamed(paper_->currentText())};
+  setup->open();
+  return setup;
 }
 
 }  // namespace quorvane

@@ -1,11 +1,12 @@
 #pragma once
 
-#include <QComboBox>
-#include <QDialog>
 #include <QPageSize>
 #include <QStringList>
 
 #include "forms/platform.h"
+
+class QDialog;
+class QWidget;
 
 namespace quorvane {
 
@@ -17,17 +18,9 @@ struct PrinterChoice {
 PrinterChoice LoadPrinterChoice(const SettingsStore& settings);
 void SavePrinterChoice(SettingsStore& settings, const PrinterChoice& choice);
 
-// The box in which the operator chooses printer and paper.
-class PrinterSetup : public QDialog {
- public:
-  // usual: the system's default printer, empty when there is none.
-  PrinterSetup(const QStringList& printers, const QString& usual, const PrinterChoice& now, QWidget* parent);
-
-  PrinterChoice Choice() const;
-
- private:
-  QComboBox* printer_;
-  QComboBox* paper_;
-};
+// Opens the box in which the operator chooses printer and paper, and keeps what he has chosen. `usual`: the
+// system's default printer, empty when there is none.
+QDialog* OpenPrinterSetup(const QStringList& printers, const QString& usual, SettingsStore& settings,
+                          QWidget* parent);
 
 }  // namespace quorvane

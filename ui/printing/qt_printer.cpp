@@ -1,5 +1,7 @@
 #include "ui/printing/qt_printer.h"
 
+#include <fmt/format.h>
+
 #include <QCoreApplication>
 #include <QDeadlineTimer>
 #include <QEventLoop>
@@ -54,72 +56,66 @@ PrintQueue AskPrintQueue(const QString& printer) {
   const QByteArray name = printer.section(QLatin1Char('/'), 0, 0).toLocal8Bit();
   Destination* destination = getNamedDest(nullptr, name.constData(), nullptr);
   if (destination == nullptr) return {};
-  const PrintQueue queue = QueueWith([&](const char* attribute) {
-    return QString::fromUtf8(getOption(attribute, destination->optionCount, destination->options));
-  });
+  const auto attribute = [&](const char* key) {
+    const char* value = getOption(key, destination->optionCount, destination->options);
+    return std::string(value == nullptr ? "" : value);
+  };
+  PrintQueue queue{attribute("printer-is-accepting-jobs"), attribute("printer-state")};
   freeDests(1, destination);
   return queue;
 }
 
 // Why CUPS did not take the job that this thread has just sent, which Qt does not tell; empty: it took it, or
 // nobody knows.
-QString LastRefusal() {
+std::string LastRefusal() {
   const auto lastError = FromCups<int()>("cupsLastError");
   const auto lastErrorString = FromCups<const char*()>("cupsLastErrorString");
   if (lastError == nullptr || lastErrorString == nullptr) return {};
   const int status = lastError();
   if (status >= 0 && status <= kLastGoodStatus) return {};
-  return QString::fromUtf8(lastErrorString());
+  const char* text = lastErrorString();
+  return text == nullptr ? "" : text;
 }
 
-QString RaceName(const RaceRecord& race) {
-  return QStringLiteral("race %1%2")
-      .arg(race.number)
-      .arg(race.refly != 0 ? QStringLiteral(" refly") : QString());
+std::string RaceName(const RaceRecord& race) {
+  return fmt::format("race {}{}", race.number, race.refly != 0 ? " refly" : "");
 }
 
-PrintOutcome NotPrinted(const QString& reason, const QString& race) {
-  return {false, reason + QStringLiteral(": ") + race + QStringLiteral(" not printed")};
+PrintOutcome NotPrinted(const std::string& reason, const std::string& race) {
+  return {false, reason + ": " + race + " not printed"};
 }
 
 PrintOutcome Spool(const PrinterChoice& choice, const RaceRecord& race, const Imprint& imprint) {
-  const QString what = RaceName(race);
+  const std::string what = RaceName(race);
   const QPrinterInfo info =
       choice.name.isEmpty() ? QPrinterInfo::defaultPrinter() : QPrinterInfo::printerInfo(choice.name);
-  if (info.isNull()) return NotPrinted(QStringLiteral("No printer %1").arg(choice.name).trimmed(), what);
-  const QString name = info.printerName();
-  const PrintQueue queue = AskPrintQueue(name);
-  if (queue.refuses) return OutcomeOf(name, queue, what);
+  if (info.isNull()) return NotPrinted(("No printer " + choice.name).trimmed().toStdString(), what);
+  const std::string name = info.printerName().toStdString();
+  const PrintQueue queue = AskPrintQueue(info.printerName());
+  if (queue.Refuses()) return OutcomeOf(name, queue, what);
   {
     QPrinter printer(info, QPrinter::HighResolution);
     printer.setFullPage(true);
-    printer.setDocName(QStringLiteral("Quorvane ") + what);
-    if (!printer.isValid() || !PutOnPaper(printer, printer.resolution(), choice.paper, {race}, imprint)) {
-      return NotPrinted(QStringLiteral("Printer trouble"), what);
+    printer.setDocName(QStringLiteral("Quorvane ") + ToQString(what));
+    if (!printer.isValid() || !PutOnPaper(printer, choice.paper, {race}, imprint)) {
+      return NotPrinted("Printer trouble", what);
     }
   }
-  const QString refusal = LastRefusal();
-  if (!refusal.isEmpty()) return NotPrinted(name + QStringLiteral(" took no job (") + refusal + ')', what);
-  return OutcomeOf(name, queue, what);
+  const std::string refusal = LastRefusal();
+  return refusal.empty() ? OutcomeOf(name, queue, what)
+                         : NotPrinted(name + " took no job (" + refusal + ")", what);
 }
 
 }  // namespace
 
-PrintQueue QueueWith(const std::function<QString(const char*)>& attribute) {
-  const QString stopped = QStringLiteral("5");
-  return {attribute("printer-is-accepting-jobs") == QLatin1String("false"),
-          attribute("printer-state") == stopped};
+PrintOutcome OutcomeOf(const std::string& printer, const PrintQueue& queue, const std::string& race) {
+  if (queue.Refuses()) return NotPrinted(printer + " refuses jobs", race);
+  if (queue.state == "5") return {false, printer + " is paused: " + race + " waits there"};
+  return {true, "R" + race.substr(1) + " sent to " + printer};
 }
 
-PrintOutcome OutcomeOf(const QString& printer, const PrintQueue& queue, const QString& race) {
-  if (queue.refuses) return NotPrinted(printer + QStringLiteral(" refuses jobs"), race);
-  if (queue.paused)
-    return {false, printer + QStringLiteral(" is paused: ") + race + QStringLiteral(" waits there")};
-  return {true, QStringLiteral("R") + race.mid(1) + QStringLiteral(" sent to ") + printer};
-}
-
-QtHeatPrinter::QtHeatPrinter(Program& program, Platform& platform, QWidget* console)
-    : program_(program), platform_(platform), console_(console), preview_(platform), spooler_(Spool) {
+QtHeatPrinter::QtHeatPrinter(Program& program, QWidget* console)
+    : program_(program), console_(console), preview_(program.door().System()), spooler_(Spool) {
   program_.judge().SetPrinter(this);
 }
 
@@ -132,24 +128,21 @@ Imprint QtHeatPrinter::Now() {
 }
 
 void QtHeatPrinter::PrintHeat(const RaceRecord& race) {
-  const QString what = RaceName(race);
+  const std::string what = RaceName(race);
   Later(
       printing_,
-      {QStringLiteral("Printing %1 ...").arg(what),
-       QStringLiteral("The print server does not answer: %1 may not be printed").arg(what)},
+      {"Printing " + what + " ...", "The print server does not answer: " + what + " may not be printed"},
       [spool = spooler_, choice = Chosen(), race, imprint = Now()] { return spool(choice, race, imprint); });
 }
 
 void QtHeatPrinter::SaveHeat(const RaceRecord& race, const std::string& path) {
-  const QString file = QString::fromStdString(path);
+  const std::string what = RaceName(race);
   Later(filing_,
-        {QStringLiteral("Saving the PDF of %1 ...").arg(RaceName(race)),
-         QStringLiteral("The disk does not answer: %1 may not be saved").arg(file)},
-        [file, paper = Chosen().paper, race, imprint = Now(),
+        {"Saving the PDF of " + what + " ...", "The disk does not answer: " + path + " may not be saved"},
+        [path, what, paper = Chosen().paper, race, imprint = Now(),
          inUse = program_.race().ProjectFile]() -> PrintOutcome {
-          const QString trouble = WritePdf(file, paper, {race}, imprint, {inUse});
-          if (trouble.isEmpty()) return {true, QStringLiteral("PDF saved: ") + RaceName(race)};
-          return {false, QStringLiteral("PDF not saved: ") + trouble};
+          const std::string trouble = WritePdf(path, paper, {race}, imprint, {inUse});
+          return {trouble.empty(), trouble.empty() ? "PDF saved: " + what : "PDF not saved: " + trouble};
         });
 }
 
@@ -164,7 +157,7 @@ void QtHeatPrinter::PreviewHeat(const RaceRecord& race) {
 void QtHeatPrinter::Later(WorkThread& thread, const OnItsWay& report, std::function<PrintOutcome()> work) {
   const int job = ++lastJob_;
   onTheirWay_[job] = report;
-  program_.judge().ShowNotice(report.doing.toStdString());
+  program_.judge().ShowNotice(report.doing);
   thread.Do([self = QPointer<QtHeatPrinter>(this), job, work = std::move(work)] {
     const PrintOutcome outcome = work();
     QMetaObject::invokeMethod(qApp, [self, job, outcome] {
@@ -176,10 +169,10 @@ void QtHeatPrinter::Later(WorkThread& thread, const OnItsWay& report, std::funct
 // One that hangs stays in sight behind the outcome of another.
 void QtHeatPrinter::Ended(int job, const PrintOutcome& outcome) {
   onTheirWay_.erase(job);
-  if (finishing_ && !outcome.good) unsaid_ << outcome.notice;
-  QString notice = outcome.notice;
-  if (!onTheirWay_.empty()) notice += '\n' + onTheirWay_.begin()->second.doing;
-  program_.door().Post([this, text = notice.toStdString()] { program_.judge().ShowNotice(text); });
+  if (finishing_ && !outcome.good) unsaid_ << ToQString(outcome.notice);
+  std::string notice = outcome.notice;
+  if (!onTheirWay_.empty()) notice += "\n" + onTheirWay_.begin()->second.doing;
+  program_.door().Post([this, notice] { program_.judge().ShowNotice(notice); });
 }
 
 void QtHeatPrinter::Wait(int longestMs) {
@@ -200,9 +193,9 @@ void QtHeatPrinter::Wait(int longestMs) {
 void QtHeatPrinter::Finish(int longestMs) {
   finishing_ = true;
   if (!onTheirWay_.empty()) Wait(longestMs);
-  for (const auto& [job, report] : onTheirWay_) unsaid_ << report.unknown;
-  for (WorkThread* thread : {&printing_, &filing_})
-    thread->End(onTheirWay_.empty() ? kIdleEndMs : kHangingEndMs);
+  for (const auto& [job, report] : onTheirWay_) unsaid_ << ToQString(report.unknown);
+  const int patience = onTheirWay_.empty() ? kIdleEndMs : kHangingEndMs;
+  for (WorkThread* thread : {&printing_, &filing_}) thread->End(patience);
   onTheirWay_.clear();
   unsaid_.removeDuplicates();
   if (unsaid_.isEmpty()) return;
@@ -221,20 +214,14 @@ void QtHeatPrinter::SetUpPrinter() {
     const QStringList printers = QPrinterInfo::availablePrinterNames();
     const QString usual = QPrinterInfo::defaultPrinterName();
     QMetaObject::invokeMethod(qApp, [self, printers, usual] {
-      if (self) self->Offer(printers, usual);
+      if (!self) return;
+      Door& door = self->program_.door();
+      door.Post([&judge = self->program_.judge()] {
+        if (judge.lblNotice.Caption() == kLooking) judge.ShowNotice({});
+      });
+      OpenPrinterSetup(printers, usual, door.System().Settings(), self->console_);
     });
   });
-}
-
-void QtHeatPrinter::Offer(const QStringList& printers, const QString& usual) {
-  program_.door().Post([this] {
-    if (program_.judge().lblNotice.Caption() == kLooking) program_.judge().ShowNotice({});
-  });
-  auto* setup = new PrinterSetup(printers, usual, Chosen(), console_);
-  QObject::connect(setup, &QDialog::accepted, this,
-                   [this, setup] { SavePrinterChoice(platform_.Settings(), setup->Choice()); });
-  setup->setAttribute(Qt::WA_DeleteOnClose);
-  setup->open();
 }
 
 }  // namespace quorvane

@@ -4,6 +4,7 @@
 #include <QStringList>
 #include <functional>
 #include <map>
+#include <string>
 
 #include "console/heat_printer.h"
 #include "console/program.h"
@@ -14,22 +15,21 @@
 
 namespace quorvane {
 
-// What the print server says of a printer.
+// What the print server says of a printer, in the words of CUPS; empty: nothing.
 struct PrintQueue {
-  bool refuses = false;  // takes no jobs
-  bool paused = false;   // takes them, but prints nothing until somebody lets it go on
-};
+  std::string accepting;  // jobs: "true" or "false"
+  std::string state;      // "5": stopped
 
-// From the attributes of a printer as CUPS names them; empty for one that is not known.
-PrintQueue QueueWith(const std::function<QString(const char*)>& attribute);
+  bool Refuses() const { return accepting == "false"; }
+};
 
 // What became of a report, for the operator.
 struct PrintOutcome {
   bool good = false;
-  QString notice;
+  std::string notice;
 };
 // Of a report that can be sent, or has been sent, to that printer. `race` as in "race 3".
-PrintOutcome OutcomeOf(const QString& printer, const PrintQueue& queue, const QString& race);
+PrintOutcome OutcomeOf(const std::string& printer, const PrintQueue& queue, const std::string& race);
 
 // Heat reports on the printers of this computer and in files. A print server or a disk can take seconds to
 // answer, or hang: what speaks to them runs on a thread of its own, one report after the other, and what
@@ -37,7 +37,7 @@ PrintOutcome OutcomeOf(const QString& printer, const PrintQueue& queue, const QS
 class QtHeatPrinter : public QObject, public HeatPrinter {
  public:
   // The console window owns the dialog boxes.
-  QtHeatPrinter(Program& program, Platform& platform, QWidget* console);
+  QtHeatPrinter(Program& program, QWidget* console);
   ~QtHeatPrinter() override;
 
   void PrintHeat(const RaceRecord& race) override;
@@ -58,20 +58,18 @@ class QtHeatPrinter : public QObject, public HeatPrinter {
  private:
   // What can be said of a report while it is on its way.
   struct OnItsWay {
-    QString doing;
-    QString unknown;  // when the program ends before
+    std::string doing;
+    std::string unknown;  // when the program ends before
   };
 
   Imprint Now();
-  PrinterChoice Chosen() const { return LoadPrinterChoice(platform_.Settings()); }
+  PrinterChoice Chosen() const { return LoadPrinterChoice(program_.door().System().Settings()); }
   // Says what is being done, does it on the thread, and shows its outcome.
   void Later(WorkThread& thread, const OnItsWay& report, std::function<PrintOutcome()> work);
   void Ended(int job, const PrintOutcome& outcome);
   void Wait(int longestMs);
-  void Offer(const QStringList& printers, const QString& usual);
 
   Program& program_;
-  Platform& platform_;
   QWidget* console_;
   PreviewForm preview_;
   Spooler spooler_;

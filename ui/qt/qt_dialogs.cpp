@@ -1,7 +1,6 @@
 #include "ui/qt/qt_platform.h"
 
 #include <QAbstractButton>
-#include <QCloseEvent>
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QKeyEvent>
@@ -24,79 +23,55 @@ constexpr std::array<std::pair<Word, QMessageBox::StandardButton>, 4> kButtons =
      {Word::Yes, QMessageBox::Yes},
      {Word::No, QMessageBox::No},
      {Word::Cancel, QMessageBox::Cancel}}};
-
-QMessageBox::StandardButtons ButtonsOf(DialogKind kind) {
-  switch (kind) {
-    case DialogKind::OkCancel:
-      return QMessageBox::Ok | QMessageBox::Cancel;
-    case DialogKind::YesNo:
-      return QMessageBox::Yes | QMessageBox::No;
-    case DialogKind::YesNoCancel:
-      return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
-    default:
-      return QMessageBox::Ok;
-  }
-}
-
-QMessageBox::StandardButton UsualOf(const DialogBox& box) {
-  const QMessageBox::StandardButtons buttons = ButtonsOf(box.kind);
-  for (const auto& [word, button] : kButtons) {
-    if (word == box.usual && buttons.testFlag(button)) return button;
-  }
-  return buttons.testFlag(QMessageBox::Yes) ? QMessageBox::Yes : QMessageBox::Ok;
-}
-
-QMessageBox::Icon IconOf(DialogIcon icon) {
-  if (icon == DialogIcon::Exclamation) return QMessageBox::Warning;
-  return icon == DialogIcon::Critical ? QMessageBox::Critical : QMessageBox::NoIcon;
-}
+// Ok, OkCancel, YesNo, YesNoCancel.
+constexpr std::array<QMessageBox::StandardButtons, 4> kButtonsOf = {
+    QMessageBox::Ok, QMessageBox::Ok | QMessageBox::Cancel, QMessageBox::Yes | QMessageBox::No,
+    QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel};
+// None, Exclamation, Critical.
+constexpr std::array kIcons = {QMessageBox::NoIcon, QMessageBox::Warning, QMessageBox::Critical};
 
 // A message box as the operating system has them: one with Yes and No only is left by its buttons and not
 // otherwise. A key that is still held from before presses none.
 class MessageBox : public QMessageBox {
  public:
-  MessageBox(const DialogBox& box, QWidget* parent) : QMessageBox(parent), kind_(box.kind) {
-    setWindowTitle(ToQString(box.title));
-    setTextFormat(Qt::PlainText);
-    setText(ToQString(box.text));
-    setIcon(IconOf(box.icon));
-    setStandardButtons(ButtonsOf(box.kind));
-    setDefaultButton(UsualOf(box));
-    if (kind_ != DialogKind::YesNo) setEscapeButton(kind_ == DialogKind::Ok ? Ok : Cancel);
-    for (QAbstractButton* button : buttons()) button->installEventFilter(this);
-    if (box.byRadio) HoldBack();
-  }
-
- protected:
-  bool eventFilter(QObject* watched, QEvent* event) override {
-    if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->isAutoRepeat()) return true;
-    return QMessageBox::eventFilter(watched, event);
-  }
-  void keyPressEvent(QKeyEvent* event) override {
-    if (!ClosesOtherwise() && event->matches(QKeySequence::Cancel)) return;
-    QMessageBox::keyPressEvent(event);
-  }
-  void closeEvent(QCloseEvent* event) override {
-    if (!ClosesOtherwise()) return event->ignore();
-    QMessageBox::closeEvent(event);
-  }
-
- private:
-  bool ClosesOtherwise() const { return kind_ != DialogKind::YesNo && !heldBack_; }
-
-  void HoldBack() {
+  MessageBox(const DialogBox& box, QWidget* parent)
+      : QMessageBox(kIcons[static_cast<std::size_t>(box.icon)], ToQString(box.title), ToQString(box.text),
+                    kButtonsOf[static_cast<std::size_t>(box.kind)], parent),
+        kind_(box.kind) {
     constexpr int kHeldBackMs = 1000;
-    heldBack_ = true;
-    for (QAbstractButton* button : buttons()) button->setEnabled(false);
+    setTextFormat(Qt::PlainText);
+    // Qt passes over a button that the box does not have.
+    for (const StandardButton first : {Ok, Yes}) setDefaultButton(first);
+    for (const auto& [word, button] : kButtons) {
+      if (word == box.usual) setDefaultButton(button);
+    }
+    if (kind_ != DialogKind::YesNo) setEscapeButton(kind_ == DialogKind::Ok ? Ok : Cancel);
+    installEventFilter(this);
+    for (QAbstractButton* button : buttons()) button->installEventFilter(this);
+    if (!box.byRadio) return;
+    EnableButtons(false);
     QTimer::singleShot(kHeldBackMs, this, [this] {
-      heldBack_ = false;
-      for (QAbstractButton* button : buttons()) button->setEnabled(true);
+      EnableButtons(true);
       defaultButton()->setFocus();
     });
   }
 
+ protected:
+  bool eventFilter(QObject*, QEvent* event) override {
+    const auto* key = event->type() == QEvent::KeyPress ? static_cast<QKeyEvent*>(event) : nullptr;
+    if (key != nullptr && key->isAutoRepeat()) return true;
+    const bool leaves = key != nullptr ? key->matches(QKeySequence::Cancel) : event->type() == QEvent::Close;
+    if (!leaves || (kind_ != DialogKind::YesNo && defaultButton()->isEnabled())) return false;
+    event->ignore();
+    return true;
+  }
+
+ private:
+  void EnableButtons(bool enabled) {
+    for (QAbstractButton* button : buttons()) button->setEnabled(enabled);
+  }
+
   const DialogKind kind_;
-  bool heldBack_ = false;
 };
 
 DialogAnswer AskMessage(const DialogBox& box, QWidget* parent) {
@@ -128,14 +103,10 @@ DialogAnswer AskFile(const DialogBox& box, QWidget* parent) {
   const bool report = box.defaultExtension == ".pdf";
   // A project that exists already is opened, never overwritten.
   dialog.setOption(QFileDialog::DontConfirmOverwrite, !report);
-  const QString extension = ToQString(box.defaultExtension).remove(QLatin1Char('.'));
-  dialog.setDefaultSuffix(extension);
-  if (!extension.isEmpty()) {
-    dialog.setNameFilters(
-        {(report ? QStringLiteral("PDF files (*.%1)") : QStringLiteral("Quorvane projects (*.%1)"))
-             .arg(extension),
-         QStringLiteral("All files (*)")});
-  }
+  dialog.setDefaultSuffix(ToQString(box.defaultExtension));
+  dialog.setNameFilters(
+      {report ? QStringLiteral("PDF files (*.pdf)") : QStringLiteral("Quorvane projects (*.ini)"),
+       QStringLiteral("All files (*)")});
   if (!box.preset.empty()) dialog.selectFile(ToQString(box.preset));
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {Word::Cancel};
   return {Word::File, dialog.selectedFiles().constFirst().toStdString()};

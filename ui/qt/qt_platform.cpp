@@ -13,11 +13,6 @@
 
 namespace quorvane {
 
-std::int64_t QtPlatform::ClockMs() {
-  const auto elapsed = std::chrono::steady_clock::now() - start_;
-  return std::chrono::duration_cast<std::chrono::milliseconds>(elapsed).count();
-}
-
 LocalDateTime QtPlatform::LocalNow() {
   const QDateTime now = QDateTime::currentDateTime();
   const QDate day = now.date();
@@ -37,11 +32,8 @@ StopwatchFigures QtPlatform::MeasureStopwatch() {
     if (now > last) least = std::min(least, now - last);
     last = now;
   }
-  StopwatchFigures figures;
-  figures.frequencyHz = Clock::period::den / Clock::period::num;
-  if (least != Clock::duration::max()) {
-    figures.resolutionNs = std::chrono::duration_cast<std::chrono::nanoseconds>(least).count();
-  }
+  StopwatchFigures figures{.frequencyHz = Clock::period::den / Clock::period::num};
+  if (least != Clock::duration::max()) figures.resolutionNs = std::chrono::nanoseconds(least).count();
   return figures;
 }
 

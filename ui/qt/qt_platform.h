@@ -1,6 +1,6 @@
 #pragma once
 
-#include <chrono>
+#include <QElapsedTimer>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -22,7 +22,7 @@ DialogAnswer ShowQtDialog(const DialogBox& box, QWidget* parent);
 // The platform with real windows, real time and real sound.
 class QtPlatform : public Platform {
  public:
-  explicit QtPlatform(SettingsStore& settings) : settings_(settings) {}
+  explicit QtPlatform(SettingsStore& settings) : settings_(settings) { clock_.start(); }
   ~QtPlatform() override { StopWave(); }
 
   // Null before the windows exist and after they are gone.
@@ -31,7 +31,7 @@ class QtPlatform : public Platform {
   using Answerer = std::function<std::optional<DialogAnswer>(const DialogBox&)>;
   void SetAnswerer(Answerer answerer) { answerer_ = std::move(answerer); }
 
-  std::int64_t ClockMs() override;
+  std::int64_t ClockMs() override { return clock_.elapsed(); }
   LocalDateTime LocalNow() override;
   StopwatchFigures MeasureStopwatch() override;
   DialogAnswer ShowDialog(const DialogBox& box) override;
@@ -53,7 +53,7 @@ class QtPlatform : public Platform {
   // of its own, to which a sound belongs.
   std::shared_ptr<std::unique_ptr<QSoundEffect>> sound_;
   WorkThread sounds_;
-  const std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
+  QElapsedTimer clock_;
 };
 
 }  // namespace quorvane

@@ -9,6 +9,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QHash>
 #include <QSerialPortInfo>
 #include <algorithm>
 #include <utility>
@@ -22,14 +23,17 @@ constexpr qint64 kRestMs = 1000;  // for a device that failed
 
 const QString kById = QStringLiteral("/dev/serial/by-id");
 
-// Canonical device path -> name that stays with the piece of hardware.
-std::map<QString, QString> NamesById() {
-  std::map<QString, QString> names;
-  const QDir folder(kById);
-  for (const QFileInfo& link :
-       folder.entryInfoList(QDir::System | QDir::Files | QDir::NoDotAndDotDot, QDir::Name)) {
-    names.emplace(link.canonicalFilePath(), link.absoluteFilePath());
-  }
+// Behind all links, so that the lock beside the device is the one that other programs look for. Empty: it is
+// not there.
+QString DeviceBehind(const std::string& path) {
+  return QFileInfo(QString::fromStdString(path)).canonicalFilePath();
+}
+
+// Device -> name that stays with the piece of hardware: the first of several.
+QHash<QString, QString> NamesById() {
+  QHash<QString, QString> names;
+  const auto links = QDir(kById).entryInfoList(QDir::System | QDir::Files, QDir::Name | QDir::Reversed);
+  for (const QFileInfo& link : links) names[link.canonicalFilePath()] = link.absoluteFilePath();
   return names;
 }
 
@@ -41,16 +45,12 @@ bool MayBeUsed(const QString& path) {
   return faccessat(AT_FDCWD, QFile::encodeName(path).constData(), R_OK | W_OK, AT_EACCESS) == 0;
 }
 
-// A group that has been given the device, as "dialout" usually has.
-bool OpenToItsGroup(const QFileInfo& file) {
-  return file.permission(QFile::ReadGroup | QFile::WriteGroup) && file.groupId() != 0 &&
-         !file.group().isEmpty();
-}
-
-// One step after the other: what is left to do is told when the first step is done.
+// One step after the other: what is left to do is told when the device has been given to a group, as it
+// usually has to "dialout".
 std::string Denied(const QFileInfo& file, const std::string& path) {
   const std::string advice = "Permission denied. As administrator: ";
-  if (!OpenToItsGroup(file)) return advice + "chgrp dialout " + path + "; chmod g+rw " + path;
+  const bool open = file.permission(QFile::ReadGroup | QFile::WriteGroup) && file.groupId() != 0;
+  if (!open || file.group().isEmpty()) return advice + "chgrp dialout " + path + "; chmod g+rw " + path;
   return advice + "usermod -aG " + file.group().toStdString() + " USER, and log in again.";
 }
 
@@ -68,9 +68,8 @@ QString StaleLock(const QString& device) {
 }
 
 SerialError Refused(const std::string& path) {
-  const QFileInfo file(QFileInfo(QString::fromStdString(path)).canonicalFilePath());
-  const QString device = file.filePath();
-  if (!MayBeUsed(device)) return {kErrorDenied, Denied(file, path)};
+  const QString device = DeviceBehind(path);
+  if (!MayBeUsed(device)) return {kErrorDenied, Denied(QFileInfo(device), path)};
   const QString lock = StaleLock(device);
   if (lock.isEmpty()) return {kErrorBusy, "Another program is using " + path + "."};
   return {kErrorStaleLock,
@@ -80,14 +79,9 @@ SerialError Refused(const std::string& path) {
 // Why that port could not be opened, in words that say what to do about it. The path is the one that the
 // operator knows.
 SerialError WhyNotOpen(const QSerialPort& port, const std::string& path) {
-  switch (port.error()) {
-    case QSerialPort::DeviceNotFoundError:
-      return {kErrorNotFound, path + " is not there."};
-    case QSerialPort::PermissionError:
-      return Refused(path);
-    default:
-      return {kErrorInput, port.errorString().toStdString()};
-  }
+  if (port.error() == QSerialPort::DeviceNotFoundError) return {kErrorNotFound, path + " is not there."};
+  if (port.error() == QSerialPort::PermissionError) return Refused(path);
+  return {kErrorInput, port.errorString().toStdString()};
 }
 
 // How many line errors the device's driver has counted, by the codes of the serial control; empty where it
@@ -113,26 +107,24 @@ bool SerialDevices::MayHaveChanged() {
   return changed || names_.Waiting();
 }
 
-std::string SerialDevices::GivenNameOf(const QString& device) const {
-  for (const auto& [number, path] : given_) {
-    if (QFileInfo(QString::fromStdString(path)).canonicalFilePath() == device) return path;
-  }
-  return {};
-}
-
 std::vector<SerialDevice> SerialDevices::List() {
-  const std::map<QString, QString> byId = NamesById();
+  const QHash<QString, QString> byId = NamesById();
+  const auto givenNameOf = [this](const QString& device) {
+    for (const auto& [number, path] : given_) {
+      if (!device.isEmpty() && DeviceBehind(path) == device) return path;
+    }
+    return std::string();
+  };
   const QDateTime now = QDateTime::currentDateTime();
   std::vector<ListedPort> ports;
   for (const QSerialPortInfo& info : QSerialPortInfo::availablePorts()) {
     const QFileInfo file(info.systemLocation());
     const QString device = file.canonicalFilePath();
-    const auto name = byId.find(device);
     ports.push_back({.path = info.systemLocation().toStdString(),
                      .usb = info.hasVendorIdentifier(),
                      .ageMs = file.metadataChangeTime().msecsTo(now),
-                     .byId = name == byId.end() ? std::string() : name->second.toStdString(),
-                     .given = device.isEmpty() ? std::string() : GivenNameOf(device)});
+                     .byId = byId.value(device).toStdString(),
+                     .given = givenNameOf(device)});
   }
   std::vector<SerialDevice> devices = names_.Name(ports, clock_.elapsed());
   // Those that the computer does not list; a path that stands there already counts once.
@@ -163,16 +155,15 @@ QtSerial::QtSerial(SettingsStore& settings, GivenPorts given) : settings_(settin
 // The program hears of every change by an event, and finds the list as it was told in between: what it does
 // follows from what came in and from nothing else.
 const std::map<int, SerialDevice>& QtSerial::Devices() {
-  if (!listed_) {
+  if (!look_.isActive()) {
+    look_.start();
     List();
     told_ = Ports();
-    look_.start();
   }
   return devices_;
 }
 
 void QtSerial::List() {
-  listed_ = true;
   list_.MayHaveChanged();
   const PortAssignments remembered = ReadPortAssignments(settings_);
   PortAssignments saved = remembered;
@@ -209,12 +200,11 @@ SerialError QtSerial::OpenDevice(int port) {
   return error;
 }
 
-// By the path behind all links, so that the lock beside the device is the one that other programs look for.
 SerialError QtSerial::TryDevice(int port) {
   const auto found = Devices().find(port);
   if (found == Devices().end()) return {kErrorNotFound, "There is no such port."};
   const std::string path = found->second.path;
-  const QString device = QFileInfo(QString::fromStdString(path)).canonicalFilePath();
+  const QString device = DeviceBehind(path);
   CloseDevice();
   device_.setPortName(device.isEmpty() ? QString::fromStdString(path) : device);
   if (!device_.open(QIODevice::ReadWrite)) return WhyNotOpen(device_, path);
@@ -229,8 +219,9 @@ void QtSerial::CloseDevice() {
 
 void QtSerial::WriteDevice(const std::vector<std::uint8_t>& bytes) {
   if (!device_.isOpen()) return;
-  if (device_.bytesToWrite() > kMostToWrite)
+  if (device_.bytesToWrite() > kMostToWrite) {
     return Tell({.kind = EventKind::LineError, .number = kCommSendFull});
+  }
   device_.write(reinterpret_cast<const char*>(bytes.data()), static_cast<qint64>(bytes.size()));
 }
 
@@ -258,11 +249,9 @@ void QtSerial::HangUp() {
 
 void QtSerial::Look() {
   if (device_.isOpen()) {
-    const std::map<int, int> now = LineErrorsOf(device_);
-    const std::map<int, int> before = std::exchange(lineErrors_, now);
-    for (const auto& [code, count] : now) {
-      const auto was = before.find(code);
-      if (was != before.end() && was->second != count) Tell({.kind = EventKind::LineError, .number = code});
+    for (const auto& [code, count] : LineErrorsOf(device_)) {
+      if (std::exchange(lineErrors_[code], count) != count)
+        Tell({.kind = EventKind::LineError, .number = code});
     }
   }
   const bool rested = failed_ != 0 && failedSince_.elapsed() >= kRestMs;

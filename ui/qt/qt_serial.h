@@ -26,8 +26,6 @@ class SerialDevices {
   std::vector<SerialDevice> List();
 
  private:
-  std::string GivenNameOf(const QString& device) const;
-
   const GivenPorts given_;
   DeviceNames names_;
   QElapsedTimer clock_;
@@ -80,7 +78,6 @@ class QtSerial : public SerialControl {
   int failed_ = 0;  // the device that failed while it was open, counts as absent for a moment; 0: none
   QElapsedTimer failedSince_;
   std::map<int, SerialDevice> devices_;
-  bool listed_ = false;
   std::vector<int> told_;  // the ports that the program knows of
 };
 
