@@ -15,7 +15,7 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace quorvane;
   FrameReceiver receiver;
-  RecordingSink sink;
+  std::vector<std::string> found;
   NaiveReceiver naive;
   std::span<const std::uint8_t> rest(data, size);
   while (!rest.empty()) {
@@ -28,10 +28,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     const std::span<const std::uint8_t> chunk = rest.first(std::min(length, rest.size()));
     rest = rest.subspan(chunk.size());
-    receiver.Receive(chunk, sink);
+    receiver.Receive(chunk, [&](Found what, const auto& frame) { found.push_back(FoundText(what, frame)); });
     for (const std::uint8_t byte : chunk) naive.Byte(byte);
     if (receiver.RxCount() != naive.Count()) std::abort();
   }
-  if (sink.found != naive.TakeFound()) std::abort();
+  if (found != naive.TakeFound()) std::abort();
   return 0;
 }

@@ -39,7 +39,7 @@ class LinkOwner {
 // sends the console's, polls the stations between races and shows their health, and lets the operator watch
 // the traffic. Times are ms of the console clock. A fault of the radio ends up in the message line and never
 // stops the program; an error in handling a frame ends only that.
-class frmSerialPort : public Form, private FrameSink {
+class frmSerialPort : public Form {
   using enum ControlKind;
 
  public:
@@ -120,9 +120,8 @@ class frmSerialPort : public Form, private FrameSink {
 
   // Frames.
   void MSComm1_OnComm();
-  void GoodFrame(const StationMessage& frame) override;
-  void DamagedFrame(const StationMessage& frame, std::uint8_t computedEcc) override;
-  void Unexpected(std::uint8_t first, std::uint8_t second) override;
+  void FrameFound(Found found, const StationMessage& frame);
+  void GoodFrame(const StationMessage& frame);
   void HandleFrame(const StationMessage& frame);
   void LightLamp(Traffic lamp);
   void tmrIndicators_Timer();

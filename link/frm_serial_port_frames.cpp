@@ -26,8 +26,20 @@ void frmSerialPort::MSComm1_OnComm() {
   const BusyFlag busy(receiving_);
   for (auto bytes = MSComm1_.Input(); !bytes.empty(); bytes = MSComm1_.Input()) {
     counters_.bytesReceived += std::ssize(bytes);
-    receiver_.Receive(bytes, *this);
+    receiver_.Receive(bytes, [this](Found found, const StationMessage& frame) { FrameFound(found, frame); });
   }
+}
+
+void frmSerialPort::FrameFound(Found found, const StationMessage& frame) {
+  if (found == Found::Good) return GoodFrame(frame);
+  if (found == Found::Unexpected) {
+    return lblMessage.SetCaption(fmt::format("Unexpected 0x{:X}, 0x{:X}", frame.Wig1, frame.Wig2));
+  }
+  ++counters_.damaged;
+  // An acknowledgement names no sender: it comes from the station that was addressed last.
+  const int from = frame.From == kAcknowledgement ? LastToAddress_ : frame.From;
+  lblMessage.SetCaption(fmt::format("{} -> {}, Ecc Error 0x{:X}, 0x{:X}", StationName(from),
+                                    StationName(frame.To), ComputeEcc(frame), frame.Ecc));
 }
 
 // It may have started or ended the race, and its sender is silent no more.
@@ -48,18 +60,6 @@ void frmSerialPort::HandleFrame(const StationMessage& frame) {
   if (Visible()) UpdateStationRow(frame);
 }
 
-// An acknowledgement names no sender: it comes from the station that was addressed last.
-void frmSerialPort::DamagedFrame(const StationMessage& frame, std::uint8_t computedEcc) {
-  ++counters_.damaged;
-  const int from = frame.From == kAcknowledgement ? LastToAddress_ : frame.From;
-  lblMessage.SetCaption(fmt::format("{} -> {}, Ecc Error 0x{:X}, 0x{:X}", StationName(from),
-                                    StationName(frame.To), computedEcc, frame.Ecc));
-}
-
-void frmSerialPort::Unexpected(std::uint8_t first, std::uint8_t second) {
-  lblMessage.SetCaption(fmt::format("Unexpected 0x{:X}, 0x{:X}", first, second));
-}
-
 void frmSerialPort::SendMessage(int to, int from) {
   const bool listening = chkListen.Enabled() && chkListen.Value() == 1;
   if (!race_.CommActive || listening) return;
@@ -70,7 +70,7 @@ void frmSerialPort::SendMessage(int to, int from) {
   if (IsControllerMode()) owner_.FillRaceData(TxMessage_);
 
   StationMessage message = TxMessage_;
-  message.Ecc = ComputeEcc(EncodeFrame(message));
+  message.Ecc = ComputeEcc(message);
   LightLamp(Traffic::Sent);
   if (MSComm1_.PortOpen()) {
     const FrameBytes frame = EncodeFrame(message);

@@ -61,7 +61,8 @@ inline FrameBytes EncodeFrame(const StationMessage& message) {
 }
 
 // The check byte of a frame: exclusive OR of the bytes behind the check byte itself.
-inline std::uint8_t ComputeEcc(const FrameBytes& frame) {
+inline std::uint8_t ComputeEcc(const StationMessage& message) {
+  const FrameBytes frame = EncodeFrame(message);
   return std::accumulate(frame.begin() + 3, frame.end(), std::uint8_t{0}, std::bit_xor<std::uint8_t>());
 }
 
@@ -81,16 +82,8 @@ std::string StationName(int address);
 // Every field of the frame as text; lines end with a carriage return, the last one does not.
 std::string DebugDump(const StationMessage& message);
 
-// Told what the receiver finds in the stream. The receiver has already moved on past the bytes it speaks of.
-// Must not throw: the rest of the bytes in hand would be lost.
-class FrameSink {
- public:
-  virtual ~FrameSink() = default;
-  virtual void GoodFrame(const StationMessage& frame) = 0;
-  virtual void DamagedFrame(const StationMessage& frame, std::uint8_t computedEcc) = 0;
-  // No sync pair where a frame should start.
-  virtual void Unexpected(std::uint8_t first, std::uint8_t second) = 0;
-};
+// 36 bytes are a frame, one with a wrong check byte, or do not start with the sync pair.
+enum class Found : std::uint8_t { Good, Damaged, Unexpected };
 
 // Cuts frames out of the byte stream of the radio, in whatever chunks it comes. A damaged frame, or noise,
 // costs more than itself: the 36 bytes from the next 0x55 onward are dropped too, also those that are still
@@ -102,13 +95,16 @@ class FrameReceiver {
   void PortOpened() { PortJustOpened_ = true; }
   bool PortJustOpened() const { return PortJustOpened_; }
 
-  void Receive(std::span<const std::uint8_t> bytes, FrameSink& sink);
+  // Tells what it finds when it has moved on past those bytes. `told` must not throw: the rest of the bytes
+  // would be lost.
+  using Told = std::function<void(Found found, const StationMessage& frame)>;
+  void Receive(std::span<const std::uint8_t> bytes, const Told& told);
 
   // Bytes in the buffer; below zero: minus the number of bytes that are still to be dropped.
   int RxCount() const { return RxCount_; }
 
  private:
-  void ReadMessage(FrameSink& sink);
+  void ReadMessage(const Told& told);
 
   FrameBytes RxBuffer_ = {};
   int RxCount_ = 0;

@@ -65,20 +65,12 @@ class NaiveReceiver {
   std::vector<std::string> found_;
 };
 
-// Writes down what a receiver reports, in the words of NaiveReceiver.
-class RecordingSink : public FrameSink {
- public:
-  void GoodFrame(const StationMessage& frame) override {
-    found.push_back("good " + HexText(EncodeFrame(frame)));
-  }
-  void DamagedFrame(const StationMessage& frame, std::uint8_t computedEcc) override {
-    found.push_back(fmt::format("damaged {} {:02X}", HexText(EncodeFrame(frame)), computedEcc));
-  }
-  void Unexpected(std::uint8_t first, std::uint8_t second) override {
-    found.push_back(fmt::format("unexpected {:02X} {:02X}", first, second));
-  }
-
-  std::vector<std::string> found;
-};
+// What a receiver tells, in the words of NaiveReceiver.
+inline std::string FoundText(Found found, const StationMessage& frame) {
+  const std::string bytes = HexText(EncodeFrame(frame));
+  if (found == Found::Good) return "good " + bytes;
+  if (found == Found::Damaged) return fmt::format("damaged {} {:02X}", bytes, ComputeEcc(frame));
+  return fmt::format("unexpected {:02X} {:02X}", frame.Wig1, frame.Wig2);
+}
 
 }  // namespace quorvane
