@@ -93,11 +93,10 @@ bool ScoreKeeper::BetweenRaces() const {
 // Once: the starter's stop makes the console ready for the next race as soon as one is over.
 void ScoreKeeper::ReadLastResult() {
   const RaceState& race = program_.race();
-  if (race.LastRaceRun == race_ && race.NumberReflys == reflys_ && race.ProjectFile == file_) return;
-  race_ = race.LastRaceRun;
-  reflys_ = race.NumberReflys;
-  file_ = race.ProjectFile;
-  const RaceRecord record = ReadRace(OpenProject(program_.project(), race), race_);
+  const std::tuple last(race.ProjectFile, race.LastRaceRun, race.NumberReflys);
+  if (of_ == last) return;
+  of_ = last;
+  const RaceRecord record = ReadRace(OpenProject(program_.project(), race), race.LastRaceRun);
   result_ = record.hasRun ? std::optional(ResultOf(record)) : std::nullopt;
 }
 

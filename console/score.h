@@ -3,6 +3,7 @@
 #include <array>
 #include <optional>
 #include <string>
+#include <tuple>
 
 #include "base/color.h"
 
@@ -38,11 +39,8 @@ class ScoreKeeper {
   void ReadLastResult();
 
   Program& program_;
-  // The race that result_ is of.
-  int race_ = 0;
-  int reflys_ = 0;
-  std::string file_;
   std::optional<Score> result_;
+  std::tuple<std::string, int, int> of_;  // project, race, number of reflys
 };
 
 }  // namespace quorvane

@@ -46,94 +46,94 @@ CutGrid GridFor(int cuts) {
   return kGrids.back();
 }
 
-class LaneColumn {
- public:
-  LaneColumn(Sheet& sheet, const RaceRecord& race, const LaneRecord& lane, const Box& place)
-      : sheet_(sheet), race_(race), lane_(lane), place_(place) {}
+struct LaneColumn {
+  Sheet& sheet;
+  const RaceRecord& race;
+  const LaneRecord& lane;
+  const Box place;
 
   void Draw() {
     const auto result = [this](const std::string& text) {
-      return race_.hasRun ? std::optional(text) : std::nullopt;
+      return race.hasRun ? std::optional(text) : std::nullopt;
     };
     DrawMarking();
     DrawField(5.2, 3.6, "Pilot", std::nullopt, 0);
     DrawField(9.0, 3.6, "Caller", std::nullopt, 0);
-    DrawField(13.4, 5.0, "Place", result(lane_.placing), 3.4);
-    const std::int32_t final = lane_.final < kNoResult ? lane_.final : 0;
+    DrawField(13.4, 5.0, "Place", result(lane.placing), 3.4);
+    const std::int32_t final = lane.final < kNoResult ? lane.final : 0;
     DrawField(18.8, 3.4, "Time", result(FormatMinutes(FormatSeconds(final))), 2.3);
-    DrawField(22.4, 2.8, "Cuts", result(std::to_string(lane_.cuts.size())), 1.8);
+    DrawField(22.4, 2.8, "Cuts", result(std::to_string(lane.cuts.size())), 1.8);
     DrawCuts();
     DrawLaps();
   }
 
- private:
   Box At(double left, double top, double width, double height) const {
-    return {place_.left + left, place_.top + top, width, height};
+    return {place.left + left, place.top + top, width, height};
   }
 
   void DrawRule(double left, double top, double thickness) {
-    sheet_.HorizontalRule(place_.left + left, place_.Right(), place_.top + top, thickness);
+    sheet.HorizontalRule(place.left + left, place.Right(), place.top + top, thickness);
   }
 
   // The swatch shows the high half of the marking above the low one, as it is painted on the aircraft.
   void DrawMarking() {
-    sheet_.Rectangle(At(0, 0.3, 2.6, 1.9), SwatchFill(lane_.high), Sheet::kHair);
-    sheet_.Rectangle(At(0, 2.2, 2.6, 1.9), SwatchFill(lane_.low), Sheet::kHair);
-    const std::string title = "Lane " + std::to_string(lane_.lane);
+    sheet.Rectangle(At(0, 0.3, 2.6, 1.9), SwatchFill(lane.high), Sheet::kHair);
+    sheet.Rectangle(At(0, 2.2, 2.6, 1.9), SwatchFill(lane.low), Sheet::kHair);
+    const std::string title = "Lane " + std::to_string(lane.lane);
     const double left = 3.4;
-    const double right = lane_.novice ? 6.6 : 0.0;
-    sheet_.Text(At(left, 0, place_.width - left - right, 2.3), title, {1.8, true});
-    if (lane_.novice) {
-      sheet_.Text(At(place_.width - right, 0, right, 2.3), "9 Laps", {1.5, true}, Align::Right);
+    const double right = lane.novice ? 6.6 : 0.0;
+    sheet.Text(At(left, 0, place.width - left - right, 2.3), title, {1.8, true});
+    if (lane.novice) {
+      sheet.Text(At(place.width - right, 0, right, 2.3), "9 Laps", {1.5, true}, Align::Right);
     }
-    if (lane_.name != title) sheet_.Text(At(left, 2.3, place_.width - left, 2.2), lane_.name, {1.5, false});
+    if (lane.name != title) sheet.Text(At(left, 2.3, place.width - left, 2.2), lane.name, {1.5, false});
     DrawRule(0, 4.8, Sheet::kThick);
   }
 
   // Without a text, with a rule to write on.
   void DrawField(double top, double height, const char* caption, const std::optional<std::string>& text,
                  double size) {
-    sheet_.Caption(At(0, top + height - 1.9, kCaptionWidth, 1.9), caption);
+    sheet.Caption(At(0, top + height - 1.9, kCaptionWidth, 1.9), caption);
     if (!text) return DrawRule(kCaptionWidth, top + height, Sheet::kThin);
-    sheet_.Text(At(kCaptionWidth, top, place_.width - kCaptionWidth, height), *text, {size, true},
-                Align::Right);
+    sheet.Text(At(kCaptionWidth, top, place.width - kCaptionWidth, height), *text, {size, true},
+               Align::Right);
   }
 
   void DrawCuts() {
-    if (!race_.hasRun) {
+    if (!race.hasRun) {
       for (const double y : {4.0, 8.0}) DrawRule(kCaptionWidth, kCutListTop + y, Sheet::kHair);
       return;
     }
-    const int cuts = static_cast<int>(lane_.cuts.size());
+    const int cuts = static_cast<int>(lane.cuts.size());
     const CutGrid grid = GridFor(cuts);
-    const double width = place_.width / grid.columns;
+    const double width = place.width / grid.columns;
     for (int i = 0; i < std::min(cuts, grid.Cells()); ++i) {
-      const CutRecord& cut = lane_.cuts[static_cast<std::size_t>(i)];
+      const CutRecord& cut = lane.cuts[static_cast<std::size_t>(i)];
       const bool leftOut = cuts > grid.Cells() && i + 1 == grid.Cells();
       const int column = i / grid.Rows();
       const double top = kCutListTop + i % grid.Rows() * grid.rowHeight;
-      sheet_.Text(At(column * width, top, width - 0.4, grid.rowHeight),
-                  leftOut ? "\xE2\x80\xA6" : cut.pylon + " " + FormatSeconds(cut.time), {grid.size, false});
+      sheet.Text(At(column * width, top, width - 0.4, grid.rowHeight),
+                 leftOut ? "\xE2\x80\xA6" : cut.pylon + " " + FormatSeconds(cut.time), {grid.size, false});
     }
   }
 
   // A blank sheet offers the lap that a cut may cost; the FAI rules know no such lap.
   int LapRows() const {
-    const int mayOwe = race_.mode >= kFirstFaiMode ? kMostLaps - 1 : kMostLaps;
-    const int target = race_.hasRun ? lane_.lapTarget : std::max(lane_.lapTarget, mayOwe);
-    return std::clamp(target, 2, kMostLaps) - (lane_.novice ? 1 : 0);
+    const int mayOwe = race.mode >= kFirstFaiMode ? kMostLaps - 1 : kMostLaps;
+    const int target = race.hasRun ? lane.lapTarget : std::max(lane.lapTarget, mayOwe);
+    return std::clamp(target, 2, kMostLaps) - (lane.novice ? 1 : 0);
   }
 
   void DrawLaps() {
     DrawLapRow(34.4, 1.9, {"Lap", "Time", "Split"}, {1.25, 1.25, 1.25}, false);
     DrawRule(0, kLapsTop, Sheet::kThin);
-    const std::vector<FlownLap> laps = race_.hasRun ? FlownLaps(lane_) : std::vector<FlownLap>{};
+    const std::vector<FlownLap> laps = race.hasRun ? FlownLaps(lane) : std::vector<FlownLap>{};
     for (int row = 1; row <= LapRows(); ++row) {
       const double top = kLapsTop + (row - 1) * kLapHeight;
       const auto lap = std::ranges::find(laps, row, &FlownLap::number);
       const bool flown = lap != laps.end();
       const bool finishing = flown && lap->finishing;
-      if (finishing) sheet_.Rectangle(At(0, top, place_.width, kLapHeight), kFinishShade, Sheet::kThin);
+      if (finishing) sheet.Rectangle(At(0, top, place.width, kLapHeight), kFinishShade, Sheet::kThin);
       DrawLapRow(top + 0.2, kLapHeight - 0.4,
                  {std::to_string(row), flown ? FormatSeconds(lap->time) : "",
                   flown && lap->split ? FormatSeconds(*lap->split) : ""},
@@ -144,18 +144,13 @@ class LaneColumn {
 
   void DrawLapRow(double top, double height, const std::array<std::string, 3>& texts,
                   const std::array<double, 3>& sizes, bool bold) {
-    const double timeRight = place_.width * 0.6;
+    const double timeRight = place.width * 0.6;
     const std::array boxes = {At(0, top, 2.9, height), At(3.2, top, timeRight - 3.2, height),
-                              At(timeRight + 0.4, top, place_.width - timeRight - 0.8, height)};
+                              At(timeRight + 0.4, top, place.width - timeRight - 0.8, height)};
     for (std::size_t i = 0; i < boxes.size(); ++i) {
-      sheet_.Text(boxes[i], texts[i], {sizes[i], bold}, Align::Right);
+      sheet.Text(boxes[i], texts[i], {sizes[i], bold}, Align::Right);
     }
   }
-
-  Sheet& sheet_;
-  const RaceRecord& race_;
-  const LaneRecord& lane_;
-  const Box place_;
 };
 
 // ---- The page.
@@ -201,7 +196,7 @@ void DrawLanes(Sheet& sheet, const RaceRecord& race) {
   double left = Sheet::kLeft;
   for (const LaneRecord& lane : race.lanes) {
     if (!lane.flies) continue;
-    LaneColumn(sheet, race, lane, {left, kLanesTop, width, kLaneColumnHeight}).Draw();
+    LaneColumn{sheet, race, lane, {left, kLanesTop, width, kLaneColumnHeight}}.Draw();
     if (left > Sheet::kLeft) {
       sheet.VerticalRule(left - kColumnGap / 2, kLanesTop, kLanesTop + kLaneColumnHeight);
     }
