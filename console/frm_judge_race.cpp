@@ -56,11 +56,7 @@ void frmJudge::InitializeRace(std::int32_t laneStart) {
 
 void frmJudge::tmrTimeTick_Timer() {
   DisplayStatus();
-  if (CheckRaceComplete()) {
-    FinalizeRace();
-    race_.RaceDone = true;
-    return;
-  }
+  if (CheckRaceComplete()) return FinalizeRace();
   GoOnTicking();
 }
 
@@ -145,6 +141,7 @@ void frmJudge::FinalizeRace() {
   race_.LastRaceRun = race_.RaceNumber;
   tmrTimeTick.SetEnabled(false);
   RankLanes();
+  race_.RaceDone = true;
 }
 
 // A late cut or lap may change the order; what is saved must not contradict the logs.
@@ -233,9 +230,9 @@ bool frmJudge::cmdReset_Click(bool byRadio) {
 }
 
 void frmJudge::ConcludeByReset(bool save) {
-  race_.RaceDone = save;
   race_.RaceActive = save;  // until it is saved
   FinalizeRace();
+  race_.RaceDone = save;
   if (save) cmdSave_Click();
   IssueRaceEvent();
 }

@@ -80,10 +80,7 @@ void frmJudge::LeaveRaceByHandAlone(const StationMessage& frame) {
 }
 
 void frmJudge::ConcludeForStarter() {
-  if (race_.BeingFlown()) {
-    FinalizeRace();
-    race_.RaceDone = true;
-  }
+  if (race_.BeingFlown()) FinalizeRace();
   SettleResult();
   if (mnuAutoPrint.Checked() && starter_.Ran()) printer_->PrintHeat(RecordNow());
   cmdSave_Click();
