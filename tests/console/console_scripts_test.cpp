@@ -47,16 +47,10 @@ class Script : public HeatPrinter {
         {"startup", [&] { rig_.judge().SetStartupProject(rig_.folder / value); }},
         {"close",
          [&] {
-           rig_.program.door().Enter({EventKind::Close, "frmJudge"});
+           rig_.program.door().Enter(Event{EventKind::Close, "frmJudge"});
          }},
         {"quit", [&] { rig_.program.door().Enter({EventKind::Quit}); }},
         {"key", [&] { rig_.Key(value); }},
-        {"text", [&] { rig_.Answer(DialogAnswer::Word::Text, value); }},
-        {"file", [&] { rig_.Answer(DialogAnswer::Word::File, rig_.folder / value); }},
-        {"ok", [&] { rig_.Answer(DialogAnswer::Word::Ok); }},
-        {"yes", [&] { rig_.Answer(DialogAnswer::Word::Yes); }},
-        {"no", [&] { rig_.Answer(DialogAnswer::Word::No); }},
-        {"cancel", [&] { rig_.Answer(DialogAnswer::Word::Cancel); }},
         {"race", [&] { rig_.race().RaceNumber = std::stoi(value), rig_.judge().ShowCurrentRace(); }},
         {"mode", [&] { rig_.judge().ApplyRaceMode(std::stoi(value)); }},
         {"put", [&] { PutFile(rig_.folder / name, text); }},
@@ -65,20 +59,15 @@ class Script : public HeatPrinter {
         {"lap", [&] { Lane(name).DoLap(std::stoi(text), 4000); }},
         {"turn", [&] { Lane(name).DoTurn(4, std::stoi(text), 100); }},
         {"cut", [&] { Lane(name).DoCut("11", 1, std::stoi(text)); }},
-        {"colors",
-         [&] {
-           for (int i = 0; i < 4; ++i) rig_.lane(i).UpdateLaneColor();
-         }},
-        {"cat",
-         [&] {
-           happened_ += "  " + Replaced(Replaced(FileBytes(rig_.file), "\r", "\\r"), "\n", "\n  ") + "\n";
-         }},
+        {"colors", [&] { Each([](frmLane& lane) { lane.UpdateLaneColor(); }); }},
+        {"cat", [&] { happened_ += "  " + Replaced(Kept(), "\n", "\n  ") + "\n"; }},
         {"forget", [&] { rig_.platform.settings = {}; }},
         {"move", [&] { std::filesystem::rename(Folder(name), Folder(text)); }},
         {"heat", [&] { player_.Line("cmdStart +2300 10{ +3700 F1 +100 F2 +100 F3 +100 F4 } +17700"); }},
     };
     const auto found = steps.find(word);
     if (found != steps.end()) return found->second();
+    if (IsAnswer(rig_.platform, step, rig_.folder / "")) return;
     if (all[0] == '+') return rig_.At(rig_.platform.ClockMs() + std::stoll(all));
     if (std::isdigit(all[0]) != 0) return rig_.At(std::stoll(all));
     if (all[0] == 'F') return rig_.Key(all);
@@ -89,6 +78,10 @@ class Script : public HeatPrinter {
     rig_.program.door().Enter({.kind = EventKind::Choose, .target = control, .number = std::stoi(value)});
   }
 
+  void Each(const std::function<void(frmLane&)>& act) {
+    for (int i = 0; i < 4; ++i) act(rig_.lane(i));
+  }
+  std::string Kept() const { return Replaced(FileBytes(rig_.file), "\r", "\\r"); }
   frmLane& Lane(const std::string& number) { return rig_.lane(std::stoi(number) - 1); }
   // The folder of the project, under this name beside it.
   std::string Folder(const std::string& suffix) { return rig_.folder.path().string() + suffix; }
@@ -183,14 +176,13 @@ class Script : public HeatPrinter {
     look["race"]["last"] = std::to_string(race.LastRaceRun);
     look["race"]["heats"] = std::to_string(race.HeatsPerRound);
     look["race"]["mode"] = std::to_string(race.RaceMode);
-    for (int i = 0; i < 4; ++i) look["race"]["bases"] += std::to_string(rig_.lane(i).TimeBase()) + " ";
-    for (int i = 0; i < 4; ++i) {
-      const frmLane& lane = rig_.lane(i);
-      look["colors"][std::to_string(i + 1)] = lane.fraLane.Caption() + lane.lblLaneName.Caption() + " " +
-                                              lane.lblLow.BackColor().Name() + " " +
-                                              lane.lblHigh.BackColor().Name();
-    }
-    for (int i = 0; i < 4; ++i) LookAtLane(rig_.lane(i), look["lane " + std::to_string(i + 1)]);
+    Each([&](frmLane& lane) {
+      const std::string number(1, lane.Name().back());
+      look["race"]["bases"] += std::to_string(lane.TimeBase()) + " ";
+      look["colors"][number] = lane.fraLane.Caption() + lane.lblLaneName.Caption() + " " +
+                               lane.lblLow.BackColor().Name() + " " + lane.lblHigh.BackColor().Name();
+      LookAtLane(lane, look["lane " + number]);
+    });
     for (const auto& [name, value] : rig_.platform.settings.All())
       look["settings"][name.first + "/" + name.second] = value;
     LookAtFiles(look);

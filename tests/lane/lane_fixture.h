@@ -122,10 +122,7 @@ struct LaneRig {
         {"giveup", [&] { lane.GiveUpPlace(); }},
         {"rank", [&] { lane.Rank(n); }},
         {"cancel", [&] { owner.answer = {}, lane.lblStatus.onClick(); }},
-        {"status",
-         [&] {
-           owner.answer = {DialogAnswer::Word::Text, text}, lane.lblStatus.onClick();
-         }},
+        {"status", [&] { Answer(text), lane.lblStatus.onClick(); }},
         {"meanwhile", [&] { owner.whileAsking = [this] { lane.InitializeRace(60000); }; }},
         {"hover", [&] { lane.lblCut[n].onHover(); }},
         {"leave", [&] { lane.fraLane.onHover(); }},
@@ -133,13 +130,13 @@ struct LaneRig {
         {"parent", [&] { lane.SetFormParent(lane.fraLane); }},
         {"save", [&] { lane.SaveLane("Race" + std::to_string(n), owner.keep); }},
         {"load", [&] { lane.LoadLane("Race" + std::to_string(n), owner.read); }},
-        {"set", [&] {
-           const std::size_t key = text.find('/');
-           const std::size_t value = text.find('=');
-           owner.values[{text.substr(0, key), text.substr(key + 1, value - key - 1)}] =
-               text.substr(value + 1);
-         }}};
+        {"set", [&] { Set(text); }}};
     steps.at(step)();
+  }
+  void Answer(const std::string& text) { owner.answer = {DialogAnswer::Word::Text, text}; }
+  void Set(const std::string& text) {  // "section/key=value"
+    const std::size_t key = text.find('/'), value = text.find('=');
+    owner.values[{text.substr(0, key), text.substr(key + 1, value - key - 1)}] = text.substr(value + 1);
   }
 
   // "9L C2+3999 set:a/b=c": nine times L, seven seconds after the step before it each; C with the number 2,

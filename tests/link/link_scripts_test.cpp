@@ -39,19 +39,21 @@ class Script : public LinkRig {
   // "+500" and "60000": the time, from now or from the beginning. "rx=1>254,volt=128": a frame that comes.
   void Do(const Step& step) {
     const auto& [all, word, value, first, second] = step;
+    std::vector<int> numbers;  // "3,5"
+    for (const std::string& part : Split(value, ',')) numbers.push_back(LeadingLong(part));
     const std::map<std::string, std::function<void()>> steps = {
         {"load", [&] { EnterLoad(); }},
         {"show", [&] { door.AllForms().Show(link); }},
         {"close",
          [&] {
-           door.Enter({EventKind::Close, "frmSerialPort"});
+           door.Enter(Event{EventKind::Close, "frmSerialPort"});
          }},
         {"activate", [&] { Activate(); }},
-        {"ports", [&] { Ports(Numbers(value)); }},
-        {"has", [&] { SetPorts(Numbers(value)); }},
+        {"ports", [&] { Ports(numbers); }},
+        {"has", [&] { serial.ports = std::set(numbers.begin(), numbers.end()); }},
         {"busy",
          [&] {
-           serial.busy[std::stoi(first)] = {std::stoi(first.substr(2)), second};
+           serial.busy[std::stoi(first)] = SerialError{std::stoi(first.substr(2)), second};
          }},
         {"free", [&] { serial.busy.clear(); }},
         {"saved", [&] { platform.settings.SaveSetting("frmSerialPort", first, second); }},
@@ -60,14 +62,6 @@ class Script : public LinkRig {
         {"zeros", [&] { Rx(Bytes(std::stoul(value), 0)); }},
         {"nines", [&] { Rx(Bytes(std::stoul(value), 9)); }},
         {"send", [&] { link.SendMessage(std::stoi(second), std::stoi(first)); }},
-        {"yes",
-         [&] {
-           platform.answers.push_back({DialogAnswer::Word::Yes, {}});
-         }},
-        {"no",
-         [&] {
-           platform.answers.push_back({DialogAnswer::Word::No, {}});
-         }},
         {"active", [&] { state.RaceActive = value == "1"; }},
         {"done", [&] { state.RaceDone = value == "1"; }},
         {"comm", [&] { state.CommActive = value == "1"; }},
@@ -83,19 +77,10 @@ class Script : public LinkRig {
     };
     const auto found = steps.find(word);
     if (found != steps.end()) return found->second();
+    if (IsAnswer(platform, step)) return;
     if (all[0] == '+') return RunFor(std::stoll(all));
     if (std::isdigit(all[0]) != 0) return RunUntil(std::stoll(all));
     Click(all);
-  }
-
-  void SetPorts(const std::vector<int>& ports) { serial.ports = {ports.begin(), ports.end()}; }
-
-  static std::vector<int> Numbers(const std::string& text) {
-    std::vector<int> numbers;
-    for (const std::string& part : Split(text, ',')) {
-      if (!part.empty()) numbers.push_back(std::stoi(part));
-    }
-    return numbers;
   }
 
   // "1>254,lap=3&2>254,ecc=5": from and to, what differs from a quiet frame, a wrong check byte; the next

@@ -49,16 +49,18 @@ inline std::string Changes(const Look& before, const Look& now) {
   return text;
 }
 
+inline constexpr std::array<std::string_view, 6> kAnswers = {"ok", "cancel", "yes", "no", "text", "file"};
+
 // The boxes that were open since the last time; `last` is what the last of them asked.
 inline std::string BoxesTold(VirtualPlatform& platform, std::string& last) {
-  static constexpr std::array kWords = {"ok", "cancel", "yes", "no", "text", "file"};
   std::string told;
   for (const auto& [ms, box, answer] : std::exchange(platform.shown, {})) {
     const std::string asked = box.title + " | " + Replaced(box.text, "\r", " / ");
     told += "  asks " + (asked == std::exchange(last, asked) ? "again" : asked) +
             (box.preset.empty() ? "" : " | " + box.preset) +
             (box.usual == DialogAnswer::Word::No ? " | usually no" : "") +
-            (box.byRadio ? " | by radio" : "") + " -> " + kWords.at(static_cast<std::size_t>(answer.word)) +
+            (box.byRadio ? " | by radio" : "") + " -> " +
+            std::string(kAnswers.at(static_cast<std::size_t>(answer.word))) +
             (answer.text.empty() ? "" : " " + answer.text) + "\n";
   }
   return told;
@@ -76,6 +78,15 @@ struct Step {
   }
   std::string all, word, value, first, second;
 };
+
+// Whether the step is the answer to a box that is open or comes: "yes", "text=4", "file=a.ini".
+inline bool IsAnswer(VirtualPlatform& platform, const Step& step, const std::string& folder = {}) {
+  const auto word = std::ranges::find(kAnswers, step.word) - kAnswers.begin();
+  if (word == std::ssize(kAnswers)) return false;
+  platform.answers.push_back(
+      {static_cast<DialogAnswer::Word>(word), (step.word == "file" ? folder : "") + step.value});
+  return true;
+}
 
 // Plays lines of steps. "3{ a b }" plays the steps thrice, "box2{ a b };" while the second box from now is
 // open.
