@@ -103,6 +103,7 @@ void frmJudge::ShowCurrentRace() {
   }
   OfferSave(false);
   cmdStart.SetEnabled(!hasRun);
+  cmdRefly.SetEnabled(book_.HasTimestamp(race_.RaceNumber));
 }
 
 // Buttons and boxes move from the race that is on the console before the save, which moves on by itself.

@@ -93,6 +93,7 @@ TEST(Replay, ABoxThatCannotBeLeftOrClosingTheConsoleEndsIt) {
   EXPECT_NE(stuck.replay.StuckIn().find("Heats per Round"), std::string::npos);
   EXPECT_NE(StateJson(stuck.replay).find("\"time\": 100"), std::string::npos);
   EXPECT_FALSE(stuck.replay.program().door().DialogOpen());
+  EXPECT_FALSE(stuck["frmJudge.cmdRefly"].Enabled());
   Played closed(
       "1000 close frmJudge\n1500 answer no\n2000 close frmJudge\n2500 answer yes\n3000 click "
       "frmJudge.cmdStart\n");
