@@ -27,8 +27,7 @@ std::error_code PutInPlace(FileOps& files, const std::string& target, std::strin
   std::error_code error = files.KeepMode(temp, target);
   if (!error) error = files.Write(temp, bytes);
   if (!error) error = files.Sync(temp);
-  if (!error) error = files.StampOf(temp, written);
-  const std::error_code close_error = files.Close(temp);
+  const std::error_code close_error = files.Close(temp, written);
   if (!error) error = close_error;
   if (error) return error;
 

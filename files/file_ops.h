@@ -9,15 +9,14 @@
 
 namespace quorvane {
 
-// What a look at a path found. Two looks that find equal stamps have found the same file with the same
-// content.
+// What a look at a path found. Equal stamps are of the same file with the same content.
 struct FileStamp {
   enum class Kind : std::uint8_t { Missing, File, Folder, Other };
 
   Kind kind = Kind::Missing;
   uint64_t device = 0;
-  uint64_t number = 0;      // the file's number on its device: another file in its place has another one
-  int64_t modified_ns = 0;  // nanoseconds, of the file system's own epoch
+  uint64_t number = 0;      // of the file on its device
+  int64_t modified_ns = 0;  // of the file system's own epoch
   uint64_t size = 0;        // bytes
 
   bool operator==(const FileStamp&) const = default;
@@ -44,10 +43,9 @@ enum class LockResult : std::uint8_t {
   Unavailable,    // no lock can be made there: folder missing or not writable, file system without locks
 };
 
-// The operating system's file calls that the project file needs, one small step each, so that a test can let
-// any of them fail. By hand: no library replaces a file so that a power failure leaves the old or the new
-// one, keeps its rights and owner, and tells of another program's change. Paths are UTF-8. Every call reports
-// failure by the returned error and throws nothing of its own.
+// The file calls that the project file needs, one small step each, so that a test can let any of them fail.
+// By hand: no library replaces a file so that a power failure leaves the old or the new one, keeps its rights
+// and owner, and tells of another program's change. Paths are UTF-8. Failure is told by the returned error.
 class FileOps {
  public:
   virtual ~FileOps() = default;
@@ -55,8 +53,8 @@ class FileOps {
   // Looks at what `path` leads to, through symbolic links. That nothing is there is a stamp, not an error.
   virtual std::error_code Look(const std::string& path, FileStamp& stamp);
 
-  // Reads a regular file of at most `limit` bytes; `stamp` is what was read. Anything that is not a regular
-  // file (a folder, a device, a pipe) is an error and is never waited for.
+  // Reads a regular file of at most `limit` bytes; `stamp` is what was read. Anything else (a folder, a
+  // device, a pipe) is an error and is never waited for.
   virtual std::error_code ReadFile(const std::string& path, size_t limit, std::string& bytes,
                                    FileStamp& stamp);
 
@@ -73,23 +71,20 @@ class FileOps {
   virtual std::error_code KeepMode(const TempFile& temp, const std::string& target);
   virtual std::error_code Write(const TempFile& temp, std::string_view bytes);
   virtual std::error_code Sync(const TempFile& temp);
-  virtual std::error_code StampOf(const TempFile& temp, FileStamp& stamp);
-  virtual std::error_code Close(TempFile& temp);
+  virtual std::error_code Close(TempFile& temp, FileStamp& stamp);  // stamp: what has been written
   virtual std::error_code Rename(const std::string& from, const std::string& to);
   virtual std::error_code SyncFolder(const std::string& target);
 
   virtual std::error_code Remove(const std::string& path);
 
-  // Removes what replacements of `target` that were killed have left in its folder. Only for who holds its
-  // lock.
+  // Removes what killed replacements of `target` have left in its folder. Only for who holds its lock.
   virtual void RemoveLeftovers(const std::string& target);
 
   // Takes the lock of `target`, a hidden file beside it, without waiting; and, where there are hard links,
-  // one on the file that stands there. A program that dies gives its lock back; the file it leaves behind
-  // means nothing.
+  // one on the file itself. A program that dies gives its lock back; the file it leaves behind means nothing.
   virtual LockResult Lock(const std::string& target, FileLock& lock);
   virtual void Unlock(FileLock& lock);
-  // Another file stands at `target` now: takes the held lock there as well, as far as that can be had.
+  // Another file stands at `target` now: a held lock moves there, if it can be had.
   virtual void FollowLock(const std::string& target, FileLock& lock);
 
  private:
@@ -106,26 +101,24 @@ FileOps& SystemFiles();
 std::optional<std::string> ContentOf(const std::string& path, std::size_t limit);
 
 // Replaces the whole content of `target` (made if missing) in one step: whoever looks, even after a power
-// failure, finds the old file or the new one, and once this has returned without error the new one is on the
-// disk.
+// failure, finds the old file or the new one; without error the new one is on the disk.
 //
-// `seen` is what the caller last saw at `target`. If something else stands there now, nothing is replaced and
-// the error is kFileChanged. Afterwards it is what now stands there; if only the last step failed, that is
-// the new file, which may not outlive a power failure. On every other failure the old file is untouched and
-// no other is left.
+// `seen` is what the caller last saw at `target`; if something else stands there, nothing is replaced and the
+// error is kFileChanged. Afterwards it is what stands there now. If only the last step failed, that is the
+// new file, which may not outlive a power failure; on any other failure it is the old one.
 std::error_code ReplaceFile(FileOps& files, const std::string& target, std::string_view bytes,
                             FileStamp& seen);
 
 inline constexpr std::errc kFileChanged = std::errc::resource_unavailable_try_again;
 
-// The path without links, "." and ".."; as it is where that cannot be told.
+// Without links, "." and ".."; as it is where that cannot be told.
 std::string WholePath(const std::string& path);
 // Whether two names lead to one file, which may be missing. The second also knows hard links.
 bool SamePath(const std::string& a, const std::string& b);
 bool SameFile(const std::string& a, const std::string& b);
 
 // For the start of a program: a full quota, or a reader that has gone away, is then an error of the write
-// that meets it instead of the end of the program.
+// that meets it, not the end of the program.
 void OutliveWriteErrors();
 
 }  // namespace quorvane

@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <utility>
 
 #include "files/file_ops.h"
 
@@ -37,9 +38,12 @@ FileStamp StampFrom(const struct stat& found) {
   return stamp;
 }
 
-std::error_code NotARegularFile(FileStamp::Kind kind) {
-  return std::make_error_code(kind == FileStamp::Kind::Folder ? std::errc::is_a_directory
-                                                              : std::errc::operation_not_supported);
+std::error_code WhyNotRead(FileStamp::Kind kind) {
+  using Kind = FileStamp::Kind;
+  if (kind == Kind::File) return {};
+  return std::make_error_code(kind == Kind::Missing  ? std::errc::no_such_file_or_directory
+                              : kind == Kind::Folder ? std::errc::is_a_directory
+                                                     : std::errc::operation_not_supported);
 }
 
 std::error_code ReadAll(int descriptor, size_t limit, size_t expected, std::string& bytes) {
@@ -95,17 +99,14 @@ std::error_code FileOps::ReadFile(const std::string& path, size_t limit, std::st
   // Asked before opening, because opening alone can set a device going; and once more afterwards, because
   // another file may have taken the place.
   std::error_code error = Look(path, stamp);
+  if (!error) error = WhyNotRead(stamp.kind);
   if (error) return error;
-  if (stamp.kind == FileStamp::Kind::Missing) {
-    return std::make_error_code(std::errc::no_such_file_or_directory);
-  }
-  if (stamp.kind != FileStamp::Kind::File) return NotARegularFile(stamp.kind);
   const int descriptor = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
   if (descriptor < 0) return LastError();
   struct stat found = {};
   error = ErrorIf(fstat(descriptor, &found) != 0);
   stamp = StampFrom(found);
-  if (!error && stamp.kind != FileStamp::Kind::File) error = NotARegularFile(stamp.kind);
+  if (!error) error = WhyNotRead(stamp.kind);
   if (!error && stamp.size > limit) error = std::make_error_code(std::errc::file_too_large);
   if (!error) error = ReadAll(descriptor, limit, static_cast<size_t>(stamp.size), bytes);
   close(descriptor);
@@ -152,17 +153,13 @@ std::error_code FileOps::Sync(const TempFile& temp) {
   return ErrorIf(fsync(Descriptor(temp.handle)) != 0);
 }
 
-std::error_code FileOps::StampOf(const TempFile& temp, FileStamp& stamp) {
+std::error_code FileOps::Close(TempFile& temp, FileStamp& stamp) {
+  const int descriptor = Descriptor(std::exchange(temp.handle, -1));
   struct stat found = {};
-  if (fstat(Descriptor(temp.handle), &found) != 0) return LastError();
+  const std::error_code error = ErrorIf(fstat(descriptor, &found) != 0);
   stamp = StampFrom(found);
-  return {};
-}
-
-std::error_code FileOps::Close(TempFile& temp) {
-  const int descriptor = Descriptor(temp.handle);
-  temp.handle = -1;
-  return ErrorIf(close(descriptor) != 0 && errno != EINTR);
+  const std::error_code closed = ErrorIf(close(descriptor) != 0 && errno != EINTR);
+  return error ? error : closed;
 }
 
 std::error_code FileOps::Rename(const std::string& from, const std::string& to) {

@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "base/text.h"
 #include "files/file_ops.h"
@@ -123,14 +124,11 @@ std::error_code FileOps::Sync(const TempFile& temp) {
   return ErrorIf(!FlushFileBuffers(HandleOf(temp.handle)));
 }
 
-std::error_code FileOps::StampOf(const TempFile& temp, FileStamp& stamp) {
-  return StampOfHandle(HandleOf(temp.handle), stamp);
-}
-
-std::error_code FileOps::Close(TempFile& temp) {
-  const HANDLE handle = HandleOf(temp.handle);
-  temp.handle = -1;
-  return ErrorIf(!CloseHandle(handle));
+std::error_code FileOps::Close(TempFile& temp, FileStamp& stamp) {
+  const HANDLE handle = HandleOf(std::exchange(temp.handle, -1));
+  const std::error_code error = StampOfHandle(handle, stamp);
+  const std::error_code closed = ErrorIf(!CloseHandle(handle));
+  return error ? error : closed;
 }
 
 std::error_code FileOps::Rename(const std::string& from, const std::string& to) {

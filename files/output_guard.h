@@ -30,19 +30,17 @@ FileKind KindOfFile(const std::string& path);
 // The same of bytes that have been read already: never Missing, NoFile or Unreadable.
 FileKind KindOfContent(std::string_view bytes);
 
-// Asked before any file is written that somebody has named. The reason, in words for whoever named it, why
-// `path` must not become a file of this kind (Other: a report, a table, a text); nothing when it may.
+// Asked before any file is written that somebody has named. Why `path` must not become a file of this kind
+// (Other: a report, a table, a text), in words for whoever named it; nothing when it may.
 //
 // Never replaced are: what is no file or cannot be looked at; a project, settings store or journal by another
-// kind; a file of another kind by one of these three (but a settings store may be any INI file); an existing
-// journal by any (see FreeJournalName); and the files `inUse`, by whatever name or hard link they are
-// reached.
+// kind, and the reverse (but settings may replace any INI file); a journal by any (see FreeJournalName); the
+// files `inUse`, by whatever name or hard link.
 std::optional<std::string> WhyNotWrite(const std::string& path, FileKind becomes,
                                        const std::vector<std::string>& inUse = {});
 
-// Where a session that is to be recorded in `path` goes: `path` itself when no journal with content stands
-// there, otherwise the first free name of "name-2.journal", "name-3.journal", ... Says nothing of whether it
-// may be written.
+// Where a session that is to be recorded in `path` goes: there, or where a journal stands there already, to
+// the first free one of "name-2.journal", "name-3.journal", ... Not whether that may be written.
 std::string FreeJournalName(const std::string& path);
 
 }  // namespace quorvane
