@@ -108,8 +108,7 @@ class Contest {
 // Another race each time, as in a contest; the file grows a little with it.
 void SaveRaces(benchmark::State& state, bool as_group) {
   const Contest contest(state.range(0));
-  ProjectStore store;
-  store.Open(contest.path());
+  ProjectStore store(contest.path());
   int race = contest.races();
   for (auto _ : state) {
     if (as_group) store.Begin();
@@ -143,8 +142,10 @@ void BareReplacement(benchmark::State& state) {
   FileOps& files = SystemFiles();
   for (auto _ : state) {
     TempFile temp;
+    FileStamp stamp;
     const bool failed = files.CreateTemp(contest.path(), temp) || files.Write(temp, contest.bytes()) ||
-                        files.Sync(temp) || files.Close(temp) || files.Rename(temp.path, contest.path());
+                        files.Sync(temp) || files.Close(temp, stamp) ||
+                        files.Rename(temp.path, contest.path());
     if (failed) state.SkipWithError("cannot write");
   }
   contest.Report(state);
@@ -179,8 +180,7 @@ double Number(const char* text) {
 }
 
 int OpenWithStore(const std::string& path) {
-  ProjectStore store;
-  store.Open(path);
+  ProjectStore store(path);
   return FirstRaceNotRun(
       [&](const std::string& section) { return Number(store.Read(section, "Timestamp", "0.0").c_str()); });
 }

@@ -47,12 +47,6 @@ std::vector<std::string> FilesNamedBy(const SessionJournal& journal) {
   return files;
 }
 
-bool HeldByAConsole(const std::string& project) {
-  ProjectStore store;
-  store.Open(project);
-  return store.TryLock() == LockResult::HeldElsewhere;
-}
-
 std::optional<std::string> WhyNotProject(const ReplayCommand& command,
                                          const std::vector<std::string>& named) {
   const std::string& path = command.project;
@@ -66,7 +60,7 @@ std::optional<std::string> WhyNotProject(const ReplayCommand& command,
     return otherwise ? otherwise : "it is a file of the session; --in-place writes it all the same";
   }
   if (auto reason = WhyNotWrite(path, FileKind::Project, {command.journal})) return reason;
-  if (HeldByAConsole(command.project)) return "it is open in a console";
+  if (ProjectStore(path).TryLock() == LockResult::HeldElsewhere) return "it is open in a console";
   return std::nullopt;
 }
 

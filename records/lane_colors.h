@@ -25,8 +25,7 @@ inline constexpr std::array<std::string_view, 10> kLaneColorSchemes = {
 };
 inline constexpr int kLaneColorSchemesOffered = 8;
 
-// Of lane 1..4. A scheme outside the table leaves every lane without a name and plain. The name keeps the
-// blank that stands before it in the scheme.
+// Of lane 1..4, its name with the blank before it in the scheme; plain for a scheme outside the table.
 LaneMarking LaneMarkingOf(int scheme, int lane);
 
 // The scheme kept in the settings; 0, the empty scheme, for a value that is no 16-bit number.

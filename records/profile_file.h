@@ -12,17 +12,13 @@
 
 namespace quorvane {
 
-// The content of an INI file, read and written the way the profile calls of the Windows API do it: letter
-// case of names is ignored, the first of two equal sections or keys counts, `;` starts a comment line and `#`
-// does not. It knows nothing of the disk. By hand, because libraries for such files write them anew and keep
-// neither comments nor spacing, line ends and bytes of other code pages.
+// The content of an INI file, read and written as the profile calls of the Windows API do: letter case of
+// names is ignored, the first of two equal sections or keys counts, `;` starts a comment line and `#` does
+// not. By hand: libraries write such files anew, without comments, spacing, line ends and other code pages.
 //
 // Every byte that no write touches comes out of Serialize as it went in. A file is cut into sections when it
-// is read, a section into lines when it is first asked for, so opening costs one pass over the bytes and each
-// look-up two hash look-ups, however long the file is.
-//
-// Reading fills the index of a section, so one object is for one thread, reads included. Nothing here fails:
-// any bytes are a file, and what cannot be found is absent.
+// is read, a section into lines when it is first asked for, so opening costs one pass over the bytes and a
+// look-up two hashes. One object is for one thread, reads included. Nothing fails: any bytes are a file.
 class ProfileFile {
  public:
   explicit ProfileFile(std::string bytes = {});

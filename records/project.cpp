@@ -33,11 +33,10 @@ double DaySerial(const LocalDateTime& at) {
 }  // namespace
 
 Project::Project(RaceState& race, FileOps& files)
-    : race_(race), files_(files), store_(std::make_unique<ProjectStore>(files)) {}
+    : race_(race), files_(files), store_(std::make_unique<ProjectStore>("", files)) {}
 
 Project::Opened Project::Open(const std::string& path) {
-  auto next = std::make_unique<ProjectStore>(files_);
-  next->Open(path);
+  auto next = std::make_unique<ProjectStore>(path, files_);
   openProblem_ = next->Unreadable();
   if (!SameFile(next->Path(), store_->Path())) {
     const Opened opened = Use(std::move(next));
@@ -63,8 +62,7 @@ Project::Opened Project::Use(std::unique_ptr<ProjectStore> next) {
   } else if (next->TryLock() == LockResult::HeldElsewhere) {
     return Opened::HeldElsewhere;
   }
-  next->SetMayLook([this] { return MayLook(); });
-  next->SetRaceAtStake([this] { return race_.RaceActive; });
+  next->SetOwner([this] { return MayLook(); }, [this] { return race_.RaceActive; });
   if (!store_->Saved()) unsaved_.push_back(std::move(store_));
   store_ = std::move(next);
   return Opened::Yes;
@@ -90,7 +88,7 @@ void Project::SetProjectValue(const std::string& section, const std::string& key
 
 std::string Project::ReadProfileString(const std::string& section, const std::string& key,
                                        const std::string& fallback, const std::string& file) {
-  return ProfileStringFrom(files_, file, section, key, fallback);
+  return ProjectStore(file, files_).Read(section, key, fallback);
 }
 
 std::vector<std::string> Project::TakeMoved() {

@@ -11,15 +11,14 @@
 
 namespace quorvane {
 
-// The open project file of the program: RaceState's ProjectFile, and the only way to it. A missing file,
-// section or key reads as the fallback; a write that fails reports nothing here and is tried again (see
-// Saved).
+// The open project file of the program: RaceState's ProjectFile, and the only way to it. What is missing
+// reads as the fallback; a write that fails is tried again (see Saved).
 class Project {
  public:
   explicit Project(RaceState& race, FileOps& files = SystemFiles());
 
-  // With a clock the disk is asked for the file at most once in kLookMs of it, and not while a race is flown;
-  // without one at each read. A write always asks.
+  // With a clock a read asks the disk for the file at most once in kLookMs of it, and not while a race is
+  // flown. A write always asks.
   static constexpr std::int64_t kLookMs = 1000;
   void SetClock(const EventClock& clock) { clock_ = &clock; }
 
@@ -29,9 +28,8 @@ class Project {
     NoProject,      // it has contents, but no section of a project
     Unreadable,     // something stands there that cannot be read; OpenProblem() says why
   };
-  // Makes the file at this path the project; it need not exist. If it does not become the project, the open
-  // one stays. What the old project could not save yet is kept, goes on being tried, and is there again when
-  // that project is opened again.
+  // The file need not exist. If it does not become the project, the open one stays. What the old one could
+  // not save yet goes on being tried, and is there again when that project is opened again.
   Opened Open(const std::string& path);
   const std::string& OpenProblem() const { return openProblem_; }
 
@@ -42,17 +40,13 @@ class Project {
   std::string ReadProfileString(const std::string& section, const std::string& key,
                                 const std::string& fallback, const std::string& file);
 
-  // False while anything that was written is not on the disk; Problem() is then the reason, in the operator's
-  // words.
+  // False while anything written is not on the disk; Problem() says why, in words for the operator.
   bool Saved() const { return store_->Saved() && unsaved_.empty(); }
   std::string Problem() const { return unsaved_.empty() ? store_->Problem() : unsaved_.front()->Problem(); }
   bool Retry();
-  // Races and reflies that were saved under another number than their own, in words for the operator; each is
-  // told once.
+  // Races and reflies saved under another number than their own, in words for the operator, each once.
   std::vector<std::string> TakeMoved();
 
-  // Everything written while a Group lives goes to the disk in one replacement of the file, when the last one
-  // ends.
   struct Group : WriteGroup {
     explicit Group(Project& project) : WriteGroup(*project.store_) {}
   };
@@ -73,12 +67,11 @@ class Project {
 
 bool FileExists(const std::string& path);
 bool FolderExists(const std::string& path);
-// The path up to and including its last separator ("\" or "/") when that stands at the second place or later,
-// else "".
+// Up to and including the last separator ("\" or "/") when that stands at the second place or later, else "".
 std::string ParentFolder(const std::string& path);
 // Makes each missing folder along the path. Errors are ignored.
 void MakeFolderPath(const std::string& path);
-// The path up to its last "." when that stands at the second place or later, else all of it.
+// Up to the last "." when that stands at the second place or later, else all of it.
 std::string WithoutExtension(const std::string& path);
 // What follows the last separator.
 std::string FileNameOf(const std::string& path);

@@ -167,25 +167,7 @@ std::vector<std::string> MoveTakenRaces(const ProfileFile& file, std::vector<Kep
 
 }  // namespace
 
-ProjectStore::ProjectStore(FileOps& files) : files_(files) {}
-
-ProjectStore::~ProjectStore() {
-  Unlock();
-}
-
-void ProjectStore::Open(const std::string& path) {
-  Unlock();
-  path_ = Absolute(path);
-  text_ = ProfileFile();
-  pending_.clear();
-  differs_ = false;
-  looked_ = false;
-  seen_ = {};
-  unreadable_.clear();
-  foreign_.clear();
-  title_.clear();
-  kind_ = FileKind::Empty;
-  problem_.clear();
+ProjectStore::ProjectStore(const std::string& path, FileOps& files) : files_(files), path_(Absolute(path)) {
   Refresh();
 }
 
@@ -198,12 +180,8 @@ LockResult ProjectStore::TryLock() {
   return result;
 }
 
-void ProjectStore::Unlock() {
-  files_.Unlock(lock_);
-}
-
 std::string ProjectStore::Read(std::string_view section, std::string_view key, std::string_view fallback) {
-  if (groups_ == 0 && (!mayLook_ || mayLook_())) Refresh();
+  if (groups_ == 0 && mayLook_()) Refresh();
   return ProfileString(text_, section, key, fallback);
 }
 
@@ -280,7 +258,7 @@ void ProjectStore::TakeIn(std::string bytes) {
 bool ProjectStore::FitsIn(const ProfileFile& file) {
   const std::string title = file.Read("Current", "Title").value_or("");
   const bool renamed = !title.empty() && title == title_;  // here, and not yet in the file
-  const bool ours = !pending_.empty() || (raceAtStake_ && raceAtStake_());
+  const bool ours = !pending_.empty() || raceAtStake_();
   if (ours && !renamed && !SameContest(text_, file)) {
     foreign_ = path_ + " holds another contest, which is left alone";
     return false;
@@ -330,14 +308,6 @@ std::string ProfileString(const ProfileFile& file, std::string_view section, std
   while (fallback.ends_with(' ')) fallback.remove_suffix(1);
   const std::optional<std::string> value = file.Read(section, key);
   return std::string(FirstCharacters(value ? *value : fallback, kMostCharacters));
-}
-
-std::string ProfileStringFrom(FileOps& files, const std::string& path, std::string_view section,
-                              std::string_view key, std::string_view fallback) {
-  std::string bytes;
-  FileStamp stamp;
-  if (files.ReadFile(path, kLargestFile, bytes, stamp)) bytes.clear();
-  return ProfileString(ProfileFile(std::move(bytes)), section, key, fallback);
 }
 
 }  // namespace quorvane

@@ -22,53 +22,50 @@ struct KeptChange {
 
 // One project file on disk.
 //
-// Reads and writes report nothing, like the profile calls they stand for: a file that is missing or cannot be
-// read reads as empty, and a write that fails is not an error of the caller. But nothing that was written is
-// lost. It stays in memory, reads show it, Saved() is false with the reason in Problem(), and every later
-// write and every Retry() tries again to bring all of it to the disk.
+// Reads and writes report nothing, like the profile calls they stand for: a file that cannot be read is
+// empty, and a write that fails is no error of the caller. But nothing written is lost. It stays in memory,
+// reads show it, Saved() is false with the reason in Problem(), and every later write and Retry() tries again
+// to bring all of it to the disk.
 //
-// The disk is written only by replacing the whole file in one step, so the file is complete at any moment.
-// What other programs change meanwhile is read again first, and the own changes are made in their text. A
-// file that disappears or is emptied is kept as it was last seen and written again whole by the next write. A
-// file that exists but cannot be read is never replaced, nor is what has taken the place of a project and is
-// none; and what was kept in memory, or belongs to the race being flown, never goes into another contest's
-// file, nor over a race that has come into the file meanwhile: it takes the next free number (TakeMoved).
+// The file is replaced whole in one step, so it is complete at any moment. What other programs change is read
+// again first, and the own changes are made in their text. A file that disappears or is emptied is written
+// again whole by the next write. One that cannot be read, or has taken a project's place and is none, is
+// never replaced; and what was kept in memory, or belongs to the race being flown, never goes into another
+// contest's file, nor over a race that has come into the file meanwhile: it takes the next free number
+// (TakeMoved).
 class ProjectStore {
  public:
-  explicit ProjectStore(FileOps& files = SystemFiles());
-  ~ProjectStore();
+  // The file need not exist. Gives up the lock, and whatever could not be saved, at its end.
+  explicit ProjectStore(const std::string& path, FileOps& files = SystemFiles());
+  ~ProjectStore() { Unlock(); }
   ProjectStore(const ProjectStore&) = delete;
   ProjectStore& operator=(const ProjectStore&) = delete;
 
-  // Turns to another file, which need not exist. Gives up the lock, and whatever could not be saved in the
-  // old one.
-  void Open(const std::string& path);
   const std::string& Path() const { return path_; }  // absolute
 
-  // Takes the file for this program alone, until Unlock, Open or the end. Others can still read and write it,
-  // only they cannot lock it. Unavailable where there is no place for a lock: no reason to refuse the file.
+  // Takes the file for this program alone; others can still read and write it. Unavailable where there is no
+  // place for a lock: no reason to refuse the file.
   LockResult TryLock();
-  void Unlock();
+  void Unlock() { files_.Unlock(lock_); }
 
-  // Asked before each look of a Read at the disk; without it each Read looks.
-  void SetMayLook(std::function<bool()> mayLook) { mayLook_ = std::move(mayLook); }
-  // Asked when another file stands there than was seen last: whether a race of the contest seen last is flown
-  // or waits to be written. Without it there is none.
-  void SetRaceAtStake(std::function<bool()> raceAtStake) { raceAtStake_ = std::move(raceAtStake); }
+  // `mayLook` is asked before each look of a Read at the disk. `raceAtStake` is asked when another file
+  // stands there than was seen last: whether a race of the contest seen last is flown or waits to be written.
+  void SetOwner(std::function<bool()> mayLook, std::function<bool()> raceAtStake) {
+    mayLook_ = std::move(mayLook);
+    raceAtStake_ = std::move(raceAtStake);
+  }
   // Why the file that stands there is not to be read or replaced; empty when it is, or there is none.
   const std::string& Unreadable() const { return unreadable_; }
   // What kind of file was there when it was last read: Empty when there is none.
   FileKind Kind() const { return kind_; }
 
-  // The value as ReadProfileString gives it. Looks first whether another program has changed the file, except
-  // inside a group.
+  // See ProfileString. Looks first whether another program has changed the file, except inside a group.
   std::string Read(std::string_view section, std::string_view key, std::string_view fallback);
 
   // Sets a value. On the disk when this returns, or when the group in progress ends.
   void Write(std::string_view section, std::string_view key, std::string_view value);
 
-  // Between Begin and End the writes are gathered and then go out together. Groups may be nested; only the
-  // outermost counts. Use WriteGroup.
+  // For WriteGroup. Groups may be nested; only the outermost counts.
   void Begin();
   void End();
 
@@ -77,8 +74,7 @@ class ProjectStore {
   bool Saved() const { return problem_.empty(); }
   const std::string& Problem() const { return problem_; }
 
-  // Appends what was given another number because its own was taken meanwhile, in words for the operator;
-  // each is told once.
+  // Appends what was given another number because its own was taken, in words for the operator, each once.
   void TakeMoved(std::vector<std::string>& moved);
 
   // Tries once more what could not be saved. Returns Saved().
@@ -92,7 +88,7 @@ class ProjectStore {
   std::string ReplaceOnDisk();
 
   FileOps& files_;
-  std::string path_;
+  const std::string path_;
   ProfileFile text_;                 // the file as last seen, with `pending_` in it
   std::vector<KeptChange> pending_;  // what was written since the disk last had everything
   bool differs_ = false;             // `text_` differs from the file as last seen
@@ -103,15 +99,14 @@ class ProjectStore {
   std::vector<std::string> moved_;
   std::string unreadable_;
   FileKind kind_ = FileKind::Empty;
-  std::function<bool()> mayLook_;
-  std::function<bool()> raceAtStake_;
+  std::function<bool()> mayLook_ = [] { return true; };
+  std::function<bool()> raceAtStake_ = [] { return false; };
   std::string problem_;
   int groups_ = 0;
   FileLock lock_;
 };
 
-// Gathers the writes of its lifetime into one replacement of the file, also when an error ends the procedure
-// early.
+// Gathers the writes of its lifetime into one replacement of the file, also when an error ends it early.
 class WriteGroup {
  public:
   explicit WriteGroup(ProjectStore& store) : store_(store) { store_.Begin(); }
@@ -127,9 +122,5 @@ class WriteGroup {
 // them, and the fallback, without its trailing blanks, when the section or the key is missing.
 std::string ProfileString(const ProfileFile& file, std::string_view section, std::string_view key,
                           std::string_view fallback);
-
-// The same from any file, read for this one look-up. A file that cannot be read is empty.
-std::string ProfileStringFrom(FileOps& files, const std::string& path, std::string_view section,
-                              std::string_view key, std::string_view fallback);
 
 }  // namespace quorvane

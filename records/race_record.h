@@ -12,8 +12,8 @@
 
 namespace quorvane {
 
-// What is known of one race, as plain data: for the heat report and for tables of results. Taken from the
-// lanes' logs, never from what the windows show, but for the places. Times are ms of race time.
+// What is known of one race, for the heat report and for results. Taken from the lanes' logs, never from what
+// the windows show, but for the places. Times are ms of race time.
 
 inline constexpr int kLastRace = 32767;  // races are numbered from 1 in 16 bits
 inline constexpr std::array<const char*, 6> kRaceModeNames = {"RaceHorse", "AMA 1324", "AMA 2413",
