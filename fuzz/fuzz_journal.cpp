@@ -26,14 +26,9 @@ void Require(bool condition) {
 
 void RequireReadsBack(const SessionJournal& journal) {
   std::string text = quorvane::StartRecords(journal.start, journal.timersRecorded);
-  std::size_t written = 0;
-  for (const JournalRecord& record : journal.records) {
-    if (record.kind != JournalRecord::Kind::Input) continue;
-    text += quorvane::EventRecord(record.ms, record.event);
-    ++written;
-  }
+  for (const JournalRecord& record : journal.records) text += quorvane::RecordText(record);
   const SessionJournal again = quorvane::ReadJournal(text);
-  Require(!again.cutOff && again.records.size() == written);
+  Require(!again.cutOff && again.records.size() == journal.records.size());
 }
 
 // A folder for this process; the files in it are replaced again and again.

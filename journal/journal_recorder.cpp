@@ -18,6 +18,8 @@
 namespace quorvane {
 namespace {
 
+using Kind = JournalRecord::Kind;
+
 constexpr std::string_view kProjectExtension = ".ini";  // what the boxes that ask for a project offer
 constexpr std::size_t kMostProjectBytes = std::size_t{64} << 20;
 
@@ -33,24 +35,25 @@ std::string Reason() {
 }  // namespace
 
 // A text file that is only added to, by a thread of its own, so that a slow or full disk never delays the
-// caller: Append costs a copy of the text. Text that was appended is with the operating system a moment
-// later (not on the disk for certain: a power failure may cost the last seconds, a killed program nothing
-// but what was appended in its last moment).
-//
-// The first error ends the writing; the file then stays as far as it was written, and Problem() says why.
+// caller. Text is with the operating system a moment later: a killed program loses its last moment, a power
+// failure perhaps the last seconds. The first error ends the writing, and Problem() says why.
 class JournalFile {
  public:
-  // Makes a new file. One that cannot be made is such an error, and so is one that exists and has contents.
-  explicit JournalFile(const std::filesystem::path& path) {
-    if (const auto reason = WhyNotWrite(Utf8Of(path), FileKind::Journal)) {
+  // Makes a new file, or writes to `out`. One that cannot be made is such an error, and so is one that exists
+  // and has contents.
+  JournalFile(const std::filesystem::path& path, std::unique_ptr<std::ostream> out) : out_(std::move(out)) {
+    if (const auto reason = out_ ? std::nullopt : WhyNotWrite(Utf8Of(path), FileKind::Journal)) {
       problem_ = "the file may not be replaced, " + *reason;
       return;
     }
     errno = 0;
-    Begin(std::make_unique<std::ofstream>(path, std::ios::binary | std::ios::trunc));
+    if (!out_) out_ = std::make_unique<std::ofstream>(path, std::ios::binary | std::ios::trunc);
+    if (*out_) {
+      thread_ = std::thread([this] { Work(); });
+    } else {
+      problem_ = Reason();
+    }
   }
-  // Writes to any other stream.
-  explicit JournalFile(std::unique_ptr<std::ostream> out) { Begin(std::move(out)); }
   ~JournalFile() { Close(); }
   JournalFile(const JournalFile&) = delete;
   JournalFile& operator=(const JournalFile&) = delete;
@@ -80,15 +83,6 @@ class JournalFile {
     std::size_t back = 0;  // bytes at the end of the file that it replaces
     std::string text;
   };
-
-  void Begin(std::unique_ptr<std::ostream> out) {
-    out_ = std::move(out);
-    if (*out_) {
-      thread_ = std::thread([this] { Work(); });
-    } else {
-      problem_ = Reason();
-    }
-  }
 
   void Add(Piece piece) {
     {
@@ -151,9 +145,9 @@ void SessionRecorder::Begin(const SessionStart& start) {
     KeepProject(start.project);
     // A replay is asked about a project that exists, whoever named it.
     const bool asked = start.projectUnasked && ContentOf(start.project, kMostProjectBytes).has_value();
-    if (asked) AddInput(0, AnswerRecord(0, {DialogAnswer::Word::Yes, {}}));
+    if (asked) AddInput({.kind = Kind::Answer, .answer = {DialogAnswer::Word::Yes}});
   }
-  AddInput(0, EventRecord(0, {.kind = EventKind::Ports, .numbers = start.ports}));
+  AddInput({.event = {.kind = EventKind::Ports, .numbers = start.ports}});
 }
 
 // What a project held before the session touched it; the session is about what became of it.
@@ -164,34 +158,23 @@ void SessionRecorder::KeepProject(const std::string& path) {
     return std::filesystem::equivalent(PathOf(path), PathOf(before), error) && !error;
   });
   if (same != projectsKept_.end()) {
-    Add(SameFileComment(path, *same));
-    return;
+    return Add(fmt::format("{}{} {}\n", kSameComment, JsonString(path), JsonString(*same)));
   }
   projectsKept_.insert(path);
   if (const auto content = ContentOf(path, kMostProjectBytes)) Add(ProjectComments(path, *content));
 }
 
-bool SessionRecorder::Record(const std::filesystem::path& path) {
-  return !tooLong_ ? RecordInto(std::make_unique<JournalFile>(path)) : RecordInto(nullptr);
-}
-
-bool SessionRecorder::Record(std::unique_ptr<std::ostream> out) {
-  return !tooLong_ ? RecordInto(std::make_unique<JournalFile>(std::move(out))) : RecordInto(nullptr);
-}
-
-bool SessionRecorder::RecordInto(std::unique_ptr<JournalFile> file) {
-  problem_.clear();
-  file_ = std::move(file);
-  if (file_ == nullptr) {
-    problem_ = "The session is too long by now to be recorded from its start.";
-    return false;
-  }
+bool SessionRecorder::Record(const std::filesystem::path& path, std::unique_ptr<std::ostream> out) {
+  problem_ = tooLong_ ? "The session is too long by now to be recorded from its start." : "";
+  file_.reset();
+  if (tooLong_) return false;
+  file_ = std::make_unique<JournalFile>(path, std::move(out));
   file_->Append(Joined(session_));
   return true;
 }
 
 void SessionRecorder::Stop() {
-  if (file_ != nullptr) file_->Append(StoppedComment(latestMs_));
+  if (file_ != nullptr) file_->Append(fmt::format("{}{}\n", kStoppedComment, latestMs_));
   Close();
 }
 
@@ -207,7 +190,7 @@ std::string SessionRecorder::Problem() const {
 }
 
 void SessionRecorder::End(std::int64_t ms) {
-  Add(EndRecord(std::max(ms, latestMs_)));
+  Add(RecordText({.kind = Kind::End, .ms = std::max(ms, latestMs_)}));
   Close();
 }
 
@@ -225,10 +208,12 @@ void SessionRecorder::Keep(const std::string& text, std::size_t place) {
   if (tooLong_) session_.clear();
 }
 
-void SessionRecorder::AddInput(std::int64_t ms, const std::string& record) {
+void SessionRecorder::AddInput(const JournalRecord& record) {
+  const std::string text = RecordText(record);
+  if (text.empty()) return;
   latest_.clear();
-  latestMs_ = ms;
-  Add(record);
+  latestMs_ = record.ms;
+  Add(text);
 }
 
 // The failure belongs in front of the record that led to it: a replay has to know before it tries.
@@ -238,40 +223,41 @@ void SessionRecorder::NoteOpened(int port, int number, const std::string& descri
   const bool unchanged = known == busyPorts_.end() ? number == 0 : known->second == now;
   if (!begun_ || unchanged) return;
   busyPorts_[port] = now;
-  InsertBeforeLatest(BusyRecord(latestMs_, port, number, now.second));
+  InsertBeforeLatest({.kind = Kind::Busy, .event = {.text = now.second, .number = number}, .port = port});
 }
 
-void SessionRecorder::InsertBeforeLatest(const std::string& record) {
-  if (file_ != nullptr) file_->InsertBefore(Joined(latest_), record);
-  if (!tooLong_) Keep(record, session_.size() - latest_.size());
+void SessionRecorder::InsertBeforeLatest(JournalRecord record) {
+  record.ms = latestMs_;
+  const std::string text = RecordText(record);
+  if (file_ != nullptr) file_->InsertBefore(Joined(latest_), text);
+  if (!tooLong_) Keep(text, session_.size() - latest_.size());
 }
 
 void SessionRecorder::ProjectOpened(std::int64_t /*ms*/, const std::string& path, bool taken) {
   const bool news = taken ? heldProjects_.erase(path) > 0 : heldProjects_.insert(path).second;
-  if (news) InsertBeforeLatest(HeldRecord(latestMs_, path, !taken));
+  if (news) InsertBeforeLatest({.kind = taken ? Kind::Free : Kind::Held, .event = {.text = path}});
 }
 
 void SessionRecorder::Failed(std::int64_t ms, const std::string& error) {
-  Add(ErrorComment(ms, error));
+  Add(fmt::format("# error {} {}\n", ms, JsonString(error)));
 }
 
 void SessionRecorder::ClockSet(std::int64_t ms, const LocalDateTime& shown) {
-  AddInput(ms, ClockRecord(ms, shown));
+  AddInput({.kind = Kind::Clock, .ms = ms, .moment = shown});
 }
 
 void SessionRecorder::Entered(std::int64_t ms, const Event& event) {
-  const std::string record = EventRecord(ms, event);
-  if (!record.empty()) AddInput(ms, record);
+  AddInput({.ms = ms, .event = event});
 }
 
 void SessionRecorder::Answered(std::int64_t ms, const DialogBox& box, const DialogAnswer& answer) {
   const bool project = answer.word == DialogAnswer::Word::File && box.defaultExtension == kProjectExtension;
   if (project) KeepProject(answer.text);
-  AddInput(ms, AnswerRecord(ms, answer));
+  AddInput({.kind = Kind::Answer, .ms = ms, .answer = answer});
 }
 
 void SessionRecorder::Sent(std::int64_t ms, const std::vector<std::uint8_t>& frame) {
-  Add(SentRecord(ms, frame));
+  Add(RecordText({.kind = Kind::Sent, .ms = ms, .event = {.bytes = frame}}));
 }
 
 }  // namespace quorvane

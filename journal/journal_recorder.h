@@ -22,7 +22,6 @@ class JournalFile;
 
 // What the program finds at its start and what a replay therefore has to begin with.
 struct SessionStart {
-  using Setting = JournalSetting;
   LocalDateTime start = {};  // local date and time at 0 ms of the console clock: Door::LocalStart
   std::vector<JournalSetting> settings = {};  // the whole settings store
   std::vector<int> ports = {};                // the serial ports that exist
@@ -30,9 +29,8 @@ struct SessionStart {
   bool projectUnasked = false;                // it was named on the command line, so no question is asked
 };
 
-// Keeps the journal of a session, from the very start, and writes it to a file while it is told to. Because a
-// session can only be replayed from its beginning, everything is kept in memory as well: recording may be
-// switched on at any time.
+// Keeps the journal of a session and writes it to a file while it is told to. A session can only be replayed
+// from its beginning, so everything is kept in memory as well and recording may begin at any time.
 //
 // Hand it to Door::SetJournal. Never throws and never waits for a disk. From the thread of the door only.
 class SessionRecorder : public Journal {
@@ -45,21 +43,20 @@ class SessionRecorder : public Journal {
 
   // Writes the session so far to this file, which must be a new one, and all that follows. False when the
   // session has grown beyond what is kept (see Problem).
-  bool Record(const std::filesystem::path& path);
-  bool Record(std::unique_ptr<std::ostream> out);
+  // `out`: a stream in place of the file.
+  bool Record(const std::filesystem::path& path, std::unique_ptr<std::ostream> out = nullptr);
   // The file ends with a mark that says up to where it goes.
   void Stop();
   bool Recording() const { return file_ != nullptr; }
 
-  // Why the recording cannot go on, in the operating system's words; empty while it does. To be looked at
-  // after each event: the recording has stopped then, and the operator must be told.
+  // Why the recording has stopped by itself, in the operating system's words. To be looked at after each
+  // event.
   std::string Problem() const;
 
   // The console ends: writes the last record and closes the file.
   void End(std::int64_t ms);
 
-  // A serial port could not be opened (number and description of the failure), or could (number 0). From
-  // whoever works the device, at once.
+  // A serial port could not be opened (number and description of the failure), or could (number 0). At once.
   void NoteOpened(int port, int number, const std::string& description);
 
   void ClockSet(std::int64_t ms, const LocalDateTime& shown) override;
@@ -70,11 +67,10 @@ class SessionRecorder : public Journal {
   void Failed(std::int64_t ms, const std::string& error) override;
 
  private:
-  bool RecordInto(std::unique_ptr<JournalFile> file);
   void Close();
-  void AddInput(std::int64_t ms, const std::string& record);
+  void AddInput(const JournalRecord& record);
   void Add(const std::string& text);
-  void InsertBeforeLatest(const std::string& record);
+  void InsertBeforeLatest(JournalRecord record);
   void Keep(const std::string& text, std::size_t place);
   void KeepProject(const std::string& path);
 

@@ -5,7 +5,9 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cstdio>
 #include <optional>
+#include <set>
 #include <utility>
 
 #include "base/text.h"
@@ -13,115 +15,7 @@
 namespace quorvane {
 namespace {
 
-std::string Record(std::int64_t ms, std::string_view verb, const std::string& arguments = {}) {
-  return fmt::format("{} {}{}{}\n", ms, verb, arguments.empty() ? "" : " ", arguments);
-}
-
-std::string HexOf(const std::vector<std::uint8_t>& bytes) {
-  return fmt::format("{:02X}", fmt::join(bytes, ""));
-}
-
-// A word as it stands when it is one, otherwise quoted.
-std::string Word(const std::string& text) {
-  const bool plain = !text.empty() && text.find_first_of(" \t\r\n\"\\") == std::string::npos;
-  return plain ? text : JsonString(text);
-}
-
-std::string Arguments(const Event& event) {
-  switch (event.kind) {
-    case EventKind::Type:
-      return event.target + " " + JsonString(event.text);
-    case EventKind::Choose:
-      return fmt::format("{} {}", event.target, event.number);
-    case EventKind::Key:
-      return event.text;
-    case EventKind::Bytes:
-      return HexOf(event.bytes);
-    case EventKind::LineError:
-      return std::to_string(event.number);
-    case EventKind::Ports:
-      return fmt::format("{}", fmt::join(event.numbers, " "));
-    default:
-      return event.target;
-  }
-}
-
-}  // namespace
-
-std::string StartRecords(const LocalDateTime& start, bool timersRecorded) {
-  return std::string(kJournalFirstLine) + "\n" + Record(0, "start", MomentText(start)) +
-         Record(0, "timers", timersRecorded ? "recorded" : "virtual");
-}
-
-std::string SettingRecord(const JournalSetting& setting) {
-  return Record(0, "setting",
-                Word(setting.section) + " " + Word(setting.key) + " " + JsonString(setting.value));
-}
-
-std::string EventRecord(std::int64_t ms, const Event& event) {
-  const std::string_view verb = kEventVerbs[static_cast<std::size_t>(event.kind)];
-  return verb.empty() ? std::string() : Record(ms, verb, Arguments(event));
-}
-
-std::string AnswerText(const DialogAnswer& answer) {
-  const std::string word(kAnswerWords[static_cast<std::size_t>(answer.word)]);
-  return answer.word < DialogAnswer::Word::Text ? word : word + " " + JsonString(answer.text);
-}
-
-std::string AnswerRecord(std::int64_t ms, const DialogAnswer& answer) {
-  return Record(ms, "answer", AnswerText(answer));
-}
-
-std::string SentRecord(std::int64_t ms, const std::vector<std::uint8_t>& frame) {
-  return Record(ms, "tx", HexOf(frame));
-}
-
-std::string BusyRecord(std::int64_t ms, int port, int number, const std::string& description) {
-  return Record(ms, "busy", fmt::format("{} {} {}", port, number, JsonString(description)));
-}
-
-std::string ClockRecord(std::int64_t ms, const LocalDateTime& shown) {
-  return Record(ms, "clock", MomentText(shown));
-}
-
-std::string HeldRecord(std::int64_t ms, const std::string& path, bool held) {
-  return Record(ms, held ? "held" : "free", JsonString(path));
-}
-
-std::string StoppedComment(std::int64_t ms) {
-  return fmt::format("{}{}\n", kStoppedComment, ms);
-}
-
-std::string ErrorComment(std::int64_t ms, const std::string& error) {
-  return fmt::format("# error {} {}\n", ms, JsonString(error));
-}
-
-std::string EndRecord(std::int64_t ms) {
-  return Record(ms, "end");
-}
-
-std::string ProjectComments(const std::string& path, std::string_view bytes) {
-  std::string comments = fmt::format("{}{}\n", kProjectComment, JsonString(path));
-  while (!bytes.empty()) {
-    const std::string_view line = bytes.substr(0, std::min(bytes.find('\n'), bytes.size() - 1) + 1);
-    comments += fmt::format("{}{}\n", kContentComment, JsonString(line, true));
-    bytes.remove_prefix(line.size());
-  }
-  return comments;
-}
-
-std::string SameFileComment(const std::string& path, const std::string& before) {
-  return fmt::format("{}{} {}\n", kSameComment, JsonString(path), JsonString(before));
-}
-
-// ---- Reading.
-
-namespace {
-
 using Kind = JournalRecord::Kind;
-
-constexpr int kLastPort = 31;
-constexpr int kFirstLineError = 1000;
 
 // A hexadecimal number of exactly these digits, none for anything else.
 std::optional<unsigned> HexNumber(std::string_view digits, std::size_t count) {
@@ -164,6 +58,12 @@ class Words {
     return word;
   }
 
+  std::string Word(const char* expected, const auto& fits) {
+    const std::string_view word = Word(expected);
+    if (!fits(word)) Fail(expected, word);
+    return std::string(word);
+  }
+
   int Number(int lowest, int highest, const char* expected) {
     const std::string_view word = Word(expected);
     int value = 0;
@@ -173,14 +73,23 @@ class Words {
     return value;
   }
 
-  std::vector<std::uint8_t> Bytes() {
-    constexpr const char* kExpected = "bytes as pairs of hexadecimal digits";
-    const std::string_view word = Word(kExpected);
+  LocalDateTime Moment(const char* expected) {
+    LocalDateTime at;
+    Word(expected, [&](std::string_view word) {
+      const int read = std::sscanf(std::string(word).c_str(), "%4d-%2d-%2dT%2d:%2d:%2d", &at.year, &at.month,
+                                   &at.day, &at.hour, &at.minute, &at.second);
+      return read == 6 && at.year >= 1900 && MomentText(AddMilliseconds(at, 0)) == word;
+    });
+    return at;
+  }
+
+  std::vector<std::uint8_t> Bytes(const char* expected) {
+    const std::string_view word = Word(expected);
     std::vector<std::uint8_t> bytes;
     bytes.reserve(word.size() / 2);
     for (std::size_t i = 0; i < word.size(); i += 2) {
       const auto byte = HexNumber(word.substr(i, 2), 2);
-      if (!byte) Fail(kExpected, word);
+      if (!byte) Fail(expected, word);
       bytes.push_back(static_cast<std::uint8_t>(*byte));
     }
     return bytes;
@@ -258,65 +167,142 @@ class Words {
   int line_;
 };
 
-LocalDateTime ReadMoment(Words& words) {
-  constexpr const char* kExpected = "a date and time like 2026-11-21T09:00:00";
-  const std::string_view word = words.Word(kExpected);
-  const auto number = [&](std::size_t at, std::size_t digits) {
-    int value = 0;
-    if (at < word.size())
-      std::from_chars(word.data() + at, word.data() + std::min(at + digits, word.size()), value);
-    return value;
-  };
-  const LocalDateTime moment{number(0, 4),  number(5, 2),  number(8, 2),
-                             number(11, 2), number(14, 2), number(17, 2)};
-  const bool valid = moment.year >= 1900 && moment.month >= 1 && moment.month <= 12 && moment.day >= 1 &&
-                     moment.day <= 31 && AddMilliseconds(moment, 0) == moment;
-  if (!valid || MomentText(moment) != word) words.Fail(kExpected, word);
-  return moment;
-}
+// By DialogAnswer::Word; after "text" and "file" it follows, quoted.
+constexpr std::array<std::string_view, 6> kAnswerWords = {"ok", "cancel", "yes", "no", "text", "file"};
 
-std::string ReadKey(Words& words) {
-  constexpr const char* kExpected = "a key: F1 to F12, 7, 8, 9 or 0";
-  const std::string_view key = words.Word(kExpected);
-  if (std::find(kKeyNames.begin(), kKeyNames.end(), key) == kKeyNames.end()) words.Fail(kExpected, key);
-  return std::string(key);
-}
-
-// A form's name, dot, a control's name, perhaps with an index. Whether there is such a control, the program
-// has to say.
-std::string ReadControl(Words& words) {
-  constexpr const char* kExpected = "a control like frmJudge.cmdStart";
-  const std::string_view name = words.Word(kExpected);
-  const std::size_t dot = name.find('.');
-  if (dot == std::string_view::npos || dot == 0 || dot + 1 == name.size()) words.Fail(kExpected, name);
-  return std::string(name);
-}
-
-std::string ReadForm(Words& words) {
-  constexpr const char* kExpected = "a form like frmJudge";
-  const std::string_view name = words.Word(kExpected);
-  if (name.find('.') != std::string_view::npos) words.Fail(kExpected, name);
-  return std::string(name);
-}
-
-std::vector<int> ReadPorts(Words& words) {
-  std::vector<int> ports;
-  while (!words.AtEnd()) ports.push_back(words.Number(1, kLastPort, "port numbers from 1 to 31"));
-  std::sort(ports.begin(), ports.end());
-  ports.erase(std::unique(ports.begin(), ports.end()), ports.end());
-  return ports;
-}
-
-DialogAnswer ReadAnswer(Words& words) {
-  constexpr const char* kExpected = "yes, no, cancel, ok, text \"...\" or file \"...\"";
-  const std::string_view word = words.Word(kExpected);
-  const auto found = std::find(kAnswerWords.begin(), kAnswerWords.end(), word);
-  if (found == kAnswerWords.end()) words.Fail(kExpected, word);
+DialogAnswer ReadAnswer(Words& words, const char* expected) {
+  const auto* found = kAnswerWords.end();
+  words.Word(expected, [&](std::string_view word) {
+    found = std::ranges::find(kAnswerWords, word);
+    return found != kAnswerWords.end();
+  });
   DialogAnswer answer{static_cast<DialogAnswer::Word>(found - kAnswerWords.begin())};
-  if (word == "text") answer.text = words.Quoted("a quoted text");
-  if (word == "file") answer.text = words.Quoted("a quoted path");
+  if (answer.word == DialogAnswer::Word::Text) answer.text = words.Quoted("a quoted text");
+  if (answer.word == DialogAnswer::Word::File) answer.text = words.Quoted("a quoted path");
   return answer;
 }
+
+// A word as it stands when it is one, otherwise quoted.
+std::string WordOrQuoted(const std::string& text) {
+  const bool plain = !text.empty() && text.find_first_of(" \t\r\n\"\\") == std::string::npos;
+  return plain ? text : JsonString(text);
+}
+
+// ---- What records are made of.
+
+using Record = JournalRecord;
+
+// How one argument of a record is written, and read.
+struct Argument {
+  const char* expected;
+  std::string (*write)(const Record& record);
+  void (*read)(Words& words, const char* expected, Record& record);
+};
+
+std::string Target(const Record& record) {
+  return record.event.target;
+}
+template <bool (*kFits)(std::string_view)>
+void ReadTarget(Words& words, const char* expected, Record& record) {
+  record.event.target = words.Word(expected, kFits);
+}
+// With a control's name behind its dot, perhaps with an index. Whether there is such a control, the program
+// has to say.
+bool IsControl(std::string_view name) {
+  return name.find('.') > 0 && name.find('.') < name.size() - 1;
+}
+bool IsForm(std::string_view name) {
+  return name.find('.') == std::string_view::npos;
+}
+constexpr Argument kControl{"a control like frmJudge.cmdStart", Target, ReadTarget<IsControl>};
+constexpr Argument kForm{"a form like frmJudge", Target, ReadTarget<IsForm>};
+
+std::string Text(const Record& record) {
+  return JsonString(record.event.text);
+}
+void ReadText(Words& words, const char* expected, Record& record) {
+  record.event.text = words.Quoted(expected);
+}
+constexpr Argument kText{"a quoted text", Text, ReadText};
+constexpr Argument kErrorText{"a quoted error text", Text, ReadText};
+constexpr Argument kPath{"a quoted path", Text, ReadText};
+
+std::string Number(const Record& record) {
+  return std::to_string(record.event.number);
+}
+template <int kLowest, int kHighest>
+void ReadNumber(Words& words, const char* expected, Record& record) {
+  record.event.number = words.Number(kLowest, kHighest, expected);
+}
+constexpr Argument kEntry{"the number of a list entry, from 0", Number, ReadNumber<0, 32767>};
+constexpr Argument kLineError{"a line error from 1000 up", Number, ReadNumber<1000, 65535>};
+constexpr Argument kError{"an error number", Number, ReadNumber<0, kLastJournalMs>};
+
+constexpr int kLastPort = 31;
+constexpr Argument kPort{"a port number from 1 to 31",
+                         [](const Record& record) { return std::to_string(record.port); },
+                         [](Words& words, const char* expected, Record& record) {
+                           record.port = words.Number(1, kLastPort, expected);
+                         }};
+constexpr Argument kPorts{
+    "port numbers from 1 to 31",
+    [](const Record& record) { return fmt::format("{}", fmt::join(record.event.numbers, " ")); },
+    [](Words& words, const char* expected, Record& record) {
+      std::set<int> ports;
+      while (!words.AtEnd()) ports.insert(words.Number(1, kLastPort, expected));
+      record.event.numbers.assign(ports.begin(), ports.end());
+    }};
+constexpr Argument kKey{
+    "a key: F1 to F12, 7, 8, 9 or 0", [](const Record& record) { return record.event.text; },
+    [](Words& words, const char* expected, Record& record) {
+      const auto known = [](std::string_view key) { return std::ranges::count(kKeyNames, key) > 0; };
+      record.event.text = words.Word(expected, known);
+    }};
+constexpr Argument kBytes{
+    "bytes as pairs of hexadecimal digits",
+    [](const Record& record) { return fmt::format("{:02X}", fmt::join(record.event.bytes, "")); },
+    [](Words& words, const char* expected, Record& record) { record.event.bytes = words.Bytes(expected); }};
+constexpr Argument kMoment{
+    "a date and time like 2026-11-21T09:00:00",
+    [](const Record& record) { return MomentText(record.moment); },
+    [](Words& words, const char* expected, Record& record) { record.moment = words.Moment(expected); }};
+constexpr Argument kAnswer{
+    "yes, no, cancel, ok, text \"...\" or file \"...\"",
+    [](const Record& record) { return AnswerText(record.answer); },
+    [](Words& words, const char* expected, Record& record) { record.answer = ReadAnswer(words, expected); }};
+
+struct Verb {
+  std::string_view name;
+  Kind kind;
+  EventKind event = EventKind::Load;  // of an Input
+  std::vector<Argument> arguments = {};
+  bool closed = false;  // it could not go on, so its line is taken without a line feed; of keys, F1 could
+};
+
+// That a text box got the focus selects its text and changes nothing that counts: not kept.
+const Verb kVerbs[] = {
+    {"load", Kind::Input, EventKind::Load, {}, true},
+    {"click", Kind::Input, EventKind::Click, {kControl}},
+    {"type", Kind::Input, EventKind::Type, {kControl, kText}},
+    {"choose", Kind::Input, EventKind::Choose, {kControl, kEntry}},
+    {"hover", Kind::Input, EventKind::Hover, {kControl}},
+    {"key", Kind::Input, EventKind::Key, {kKey}, true},
+    {"activate", Kind::Input, EventKind::Activate, {kForm}},
+    {"close", Kind::Input, EventKind::Close, {kForm}},
+    {"resize", Kind::Input, EventKind::Resize, {kForm}},
+    {"rx", Kind::Input, EventKind::Bytes, {kBytes}},
+    {"line", Kind::Input, EventKind::LineError, {kLineError}},
+    {"ports", Kind::Input, EventKind::Ports, {kPorts}},
+    {"quit", Kind::Input, EventKind::Quit, {}, true},
+    {"timer", Kind::Input, EventKind::Timer, {kControl}},
+    {"answer", Kind::Answer, {}, {kAnswer}, true},
+    {"busy", Kind::Busy, {}, {kPort, kError, kErrorText}},
+    {"held", Kind::Held, {}, {kPath}},
+    {"free", Kind::Free, {}, {kPath}},
+    {"clock", Kind::Clock, {}, {kMoment}},
+    {"tx", Kind::Sent, {}, {kBytes}},
+    {"end", Kind::End, {}, {}, true},
+};
 
 // The characters of the text stand for the bytes of the same numbers.
 std::string BytesOf(std::string_view utf8) {
@@ -421,7 +407,7 @@ class Reader {
     if (!started_) {
       if (verb != "start" || lastMs_ != 0) words.Fail("\"0 start\" with the date and time first", verb);
       started_ = true;
-      journal_.start = ReadMoment(words);
+      journal_.start = words.Moment(kMoment.expected);
     } else if (verb == "start") {
       words.Fail("\"start\" only once", verb);
     } else if (verb == "timers") {
@@ -442,88 +428,25 @@ class Reader {
   void ReadTimers(Words& words) {
     if (timersGiven_ || loaded_) words.Fail("\"timers\" once, before \"load\"", "timers");
     timersGiven_ = true;
-    const std::string_view mode = words.Word("virtual or recorded");
-    if (mode != "virtual" && mode != "recorded") words.Fail("virtual or recorded", mode);
-    journal_.timersRecorded = mode == "recorded";
+    const auto known = [](std::string_view mode) { return mode == "virtual" || mode == "recorded"; };
+    journal_.timersRecorded = words.Word("virtual or recorded", known) == "recorded";
     lastMayGoOn_ = false;
   }
 
-  void ReadArguments(std::string_view verb, Words& words, JournalRecord& record) {
-    if (verb == "answer") {
-      record.kind = Kind::Answer;
-      record.answer = ReadAnswer(words);
-      lastMayGoOn_ = false;
-    } else if (verb == "busy") {
-      record.kind = Kind::Busy;
-      record.port = words.Number(1, kLastPort, "a port number from 1 to 31");
-      record.event.number = words.Number(0, kLastJournalMs, "an error number");
-      record.event.text = words.Quoted("a quoted error text");
-    } else if (verb == "held" || verb == "free") {
-      record.kind = Kind::Held;
-      record.held = verb == "held";
-      record.event.text = words.Quoted("a quoted path");
-    } else if (verb == "clock") {
-      record.kind = Kind::Clock;
-      record.moment = ReadMoment(words);
-    } else if (verb == "tx") {
-      record.kind = Kind::Sent;
-      record.event.bytes = words.Bytes();
-    } else if (verb == "end") {
-      record.kind = Kind::End;
-      lastMayGoOn_ = false;
-      journal_.hasEnd = true;
-    } else {
-      ReadEvent(verb, words, record.event);
+  void ReadArguments(std::string_view name, Words& words, JournalRecord& record) {
+    const auto* verb = std::ranges::find(kVerbs, name, &Verb::name);
+    if (verb == std::end(kVerbs)) words.Fail("a known verb", name);
+    record.kind = verb->kind;
+    record.event.kind = verb->event;
+    const bool early = verb->kind != Kind::Input || verb->event == EventKind::Ports || name == "load";
+    if (!loaded_ && !early) words.Fail("\"load\" before anything happens", name);
+    if (name == "load" && std::exchange(loaded_, true)) words.Fail("\"load\" only once", name);
+    for (const Argument& argument : verb->arguments) argument.read(words, argument.expected, record);
+    if (name == "timer" && !journal_.timersRecorded) {
+      words.Fail("timer records only after \"timers recorded\"", name);
     }
-  }
-
-  void ReadEvent(std::string_view verb, Words& words, Event& event) {
-    const auto found = std::find(kEventVerbs.begin(), kEventVerbs.end(), verb);
-    if (found == kEventVerbs.end()) words.Fail("a known verb", verb);
-    event.kind = static_cast<EventKind>(found - kEventVerbs.begin());
-    if (!loaded_ && event.kind != EventKind::Ports && event.kind != EventKind::Load) {
-      words.Fail("\"load\" before anything happens", verb);
-    }
-    switch (event.kind) {
-      case EventKind::Load:
-        if (std::exchange(loaded_, true)) words.Fail("\"load\" only once", verb);
-        lastMayGoOn_ = false;
-        return;
-      case EventKind::Quit:
-        lastMayGoOn_ = false;
-        return;
-      case EventKind::Bytes:
-        event.bytes = words.Bytes();
-        return;
-      case EventKind::LineError:
-        event.number = words.Number(kFirstLineError, 65535, "a line error from 1000 up");
-        return;
-      case EventKind::Ports:
-        event.numbers = ReadPorts(words);
-        return;
-      case EventKind::Key:
-        event.text = ReadKey(words);
-        lastMayGoOn_ = event.text == "F1";
-        return;
-      case EventKind::Activate:
-      case EventKind::Close:
-      case EventKind::Resize:
-        event.target = ReadForm(words);
-        return;
-      default:
-        ReadControlEvent(words, event);
-    }
-  }
-
-  void ReadControlEvent(Words& words, Event& event) {
-    event.target = ReadControl(words);
-    if (event.kind == EventKind::Type) event.text = words.Quoted("a quoted text");
-    if (event.kind == EventKind::Choose) {
-      event.number = words.Number(0, 32767, "the number of a list entry, from 0");
-    }
-    if (event.kind == EventKind::Timer && !journal_.timersRecorded) {
-      words.Fail("timer records only after \"timers recorded\"", "timer");
-    }
+    journal_.hasEnd = verb->kind == Kind::End;
+    lastMayGoOn_ = !verb->closed || record.event.text == "F1";
   }
 
   std::string_view rest_;
@@ -541,6 +464,44 @@ class Reader {
 
 SessionJournal ReadJournal(std::string_view text) {
   return Reader(text).Read();
+}
+
+std::string StartRecords(const LocalDateTime& start, bool timersRecorded) {
+  return fmt::format("{}\n0 start {}\n0 timers {}\n", kJournalFirstLine, MomentText(start),
+                     timersRecorded ? "recorded" : "virtual");
+}
+
+std::string SettingRecord(const JournalSetting& setting) {
+  return fmt::format("0 setting {} {} {}\n", WordOrQuoted(setting.section), WordOrQuoted(setting.key),
+                     JsonString(setting.value));
+}
+
+std::string RecordText(const JournalRecord& record) {
+  const auto* verb = std::ranges::find_if(kVerbs, [&](const Verb& known) {
+    return known.kind == record.kind && (known.kind != Kind::Input || known.event == record.event.kind);
+  });
+  if (verb == std::end(kVerbs)) return {};
+  std::string text = fmt::format("{} {}", record.ms, verb->name);
+  for (const Argument& argument : verb->arguments) {
+    const std::string written = argument.write(record);
+    text += (written.empty() ? "" : " ") + written;
+  }
+  return text + "\n";
+}
+
+std::string AnswerText(const DialogAnswer& answer) {
+  const std::string word(kAnswerWords[static_cast<std::size_t>(answer.word)]);
+  return answer.word < DialogAnswer::Word::Text ? word : word + " " + JsonString(answer.text);
+}
+
+std::string ProjectComments(const std::string& path, std::string_view bytes) {
+  std::string comments = fmt::format("{}{}\n", kProjectComment, JsonString(path));
+  while (!bytes.empty()) {
+    const std::string_view line = bytes.substr(0, std::min(bytes.find('\n'), bytes.size() - 1) + 1);
+    comments += fmt::format("{}{}\n", kContentComment, JsonString(line, true));
+    bytes.remove_prefix(line.size());
+  }
+  return comments;
 }
 
 }  // namespace quorvane

@@ -123,7 +123,10 @@ std::string StateJson(Replay& replay) {
 
 std::string FrameRecords(const std::vector<Replay::Frame>& frames) {
   std::string records;
-  for (const Replay::Frame& frame : frames) records += SentRecord(frame.ms, frame.bytes);
+  for (const Replay::Frame& frame : frames) {
+    records +=
+        RecordText({.kind = JournalRecord::Kind::Sent, .ms = frame.ms, .event = {.bytes = frame.bytes}});
+  }
   return records;
 }
 

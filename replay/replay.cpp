@@ -193,7 +193,8 @@ void Replay::Take(const JournalRecord& record) {
       serial_.busy[record.port] = {record.event.number, record.event.text};
       return;
     case JournalRecord::Kind::Held:
-      files_.Hold(PathFor(record.event.text), record.held);
+    case JournalRecord::Kind::Free:
+      files_.Hold(PathFor(record.event.text), record.kind == JournalRecord::Kind::Held);
       return;
     case JournalRecord::Kind::Clock:
       platform_.start = AddMilliseconds(record.moment, -(record.ms - record.ms % 1000));

@@ -27,7 +27,7 @@ constexpr std::size_t kMostBytes = std::size_t{1} << 30;
 
 std::string FrameText(const std::vector<Replay::Frame>& frames, std::size_t index) {
   if (index >= frames.size()) return "none";
-  std::string record = SentRecord(frames[index].ms, frames[index].bytes);
+  std::string record = FrameRecords({frames[index]});
   record.pop_back();
   return "\"" + record + "\"";
 }

@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <tuple>
 
 #include "journal/journal_text.h"
 
@@ -22,60 +21,30 @@ std::string Fault(const std::string& text) {
 }
 
 // Every kind of record as it stands in journals that were recorded long ago.
-TEST(Journal, WhatIsWrittenHasItsOldFormAndReadsBack) {
-  const std::string control = "frmLane2.lblCut(3)";
-  const Event kEvents[] = {
-      {.kind = EventKind::Ports, .numbers = {1, 31}},
-      {EventKind::Load},
-      {.kind = EventKind::Key, .text = "F12"},
-      {.kind = EventKind::Bytes, .bytes = {0x05, 0xAF}},
-      {.kind = EventKind::LineError, .number = 1004},
-      {EventKind::Activate, "frmLane2"},
-      {EventKind::Close, "frmLane2"},
-      {EventKind::Resize, "frmLane2"},
-      {EventKind::Click, control},
-      {EventKind::Hover, control},
-      {EventKind::Timer, control},
-      {EventKind::Type, control, "\"q\" \\ \r\n\t Zürich \x01\x1F\x7F"},
-      {.kind = EventKind::Choose, .target = control, .number = 7},
-      {EventKind::Quit},
-  };
-  std::string text =
-      StartRecords({2028, 2, 29, 23, 59, 1}, true) + SettingRecord({"a b", "k", "v \"x\"\r\n"});
-  for (const Event& event : kEvents) text += EventRecord(5, event);
-  text += EventRecord(5, {EventKind::GotFocus, "frmJudge.txtComments"}) +  // leaves no record
-          AnswerRecord(6, {DialogAnswer::Word::File, "c:\\x.ini"}) +
-          AnswerRecord(6, {DialogAnswer::Word::No}) + BusyRecord(7, 5, 8005, "Access is \"denied\"") +
-          SentRecord(8, {0x55, 0xAA}) + HeldRecord(8, "a b", false) + ClockRecord(8, {2028, 3, 1, 0, 0, 0}) +
-          EndRecord(9);
-  EXPECT_EQ(
-      text,
-      "quorvane-journal 1\n0 start 2028-02-29T23:59:01\n0 timers recorded\n"
-      "0 setting \"a b\" k \"v \\\"x\\\"\\r\\n\"\n5 ports 1 31\n5 load\n5 key F12\n5 rx 05AF\n5 line 1004\n"
-      "5 activate frmLane2\n5 close frmLane2\n5 resize frmLane2\n5 click frmLane2.lblCut(3)\n"
-      "5 hover frmLane2.lblCut(3)\n5 timer frmLane2.lblCut(3)\n"
-      "5 type frmLane2.lblCut(3) \"\\\"q\\\" \\\\ \\r\\n\\t Zürich \\u0001\\u001F\x7F\"\n"
+TEST(Journal, RecordsAreReadAndWrittenInTheirOldForm) {
+  const std::string records =
+      "5 ports 1 31\n5 ports\n5 load\n5 key F12\n5 rx 05AF\n5 line 1000\n5 activate frmLane2\n"
+      "5 close frmLane2\n5 resize frmLane2\n5 click frmLane2.lblCut(3)\n5 hover frmLane2.lblCut(3)\n"
+      "5 timer frmLane2.lblCut(3)\n"
+      "5 type frmLane2.lblCut(3) \"\\\"q\\\" \\\\ \\r\\n\\t Zürich \\u0001\\u001F\x7F\xE9\"\n"
       "5 choose frmLane2.lblCut(3) 7\n5 quit\n6 answer file \"c:\\\\x.ini\"\n6 answer no\n"
-      "7 busy 5 8005 \"Access is \\\"denied\\\"\"\n8 tx 55AA\n8 free \"a b\"\n8 clock 2028-03-01T00:00:00\n"
-      "9 end\n");
-  const SessionJournal journal = ReadJournal(text);
+      "7 busy 5 8005 \"Access is \\\"denied\\\"\"\n8 tx 55AA\n8 held \"a b\"\n8 free \"a b\"\n"
+      "8 clock 2028-03-01T00:00:00\n9 end\n";
+  const std::string head =
+      StartRecords({2028, 2, 29, 23, 59, 1}, true) + SettingRecord({"a b", "k", "v \"x\"\r\n"});
+  EXPECT_EQ(head,
+            "quorvane-journal 1\n0 start 2028-02-29T23:59:01\n0 timers recorded\n"
+            "0 setting \"a b\" k \"v \\\"x\\\"\\r\\n\"\n");
+  const SessionJournal journal = ReadJournal(head + records);
+  std::string again;
+  for (const JournalRecord& record : journal.records) again += RecordText(record);
+  EXPECT_EQ(again, records);
+  EXPECT_EQ(RecordText({.event = {EventKind::GotFocus, "frmJudge.txtComments"}}), "");
+
   EXPECT_EQ(journal.start, (LocalDateTime{2028, 2, 29, 23, 59, 1}));
   EXPECT_TRUE(journal.timersRecorded);
   EXPECT_EQ(journal.settings.at(0).value, "v \"x\"\r\n");
-  ASSERT_EQ(journal.records.size(), std::size(kEvents) + 7);
-  const auto parts = [](const Event& e) {
-    return std::tie(e.kind, e.target, e.text, e.number, e.numbers, e.bytes);
-  };
-  for (std::size_t i = 0; i < std::size(kEvents); ++i) {
-    EXPECT_EQ(parts(journal.records[i].event), parts(kEvents[i])) << i;
-  }
-  const JournalRecord* last = &journal.records[std::size(kEvents)];
-  EXPECT_EQ(last[0].answer.text, "c:\\x.ini");
-  EXPECT_EQ(last[1].answer.word, DialogAnswer::Word::No);
-  EXPECT_EQ(std::tie(last[2].port, last[2].event.number), std::tuple(5, 8005));
-  EXPECT_EQ(last[2].event.text, "Access is \"denied\"");
-  EXPECT_EQ(last[3].event.bytes, (std::vector<std::uint8_t>{0x55, 0xAA}));
-  EXPECT_EQ(last[5].moment.month, 3);
+  EXPECT_EQ(journal.records[12].event.text, "\"q\" \\ \r\n\t Zürich \x01\x1F\x7F\xE9");
 }
 
 TEST(Journal, ReadsWhatHandsWrite) {
@@ -98,6 +67,7 @@ TEST(Journal, NamesTheLineAndWhatWasExpected) {
       {"5 key F2\n4 key F2\n", "6: expected a time not before 5 ms, found \"4\""},
       {"99999999999 end\n", "5: expected a time in whole milliseconds, found \"99999999999\""},
       {"5 key F13\n", "5: expected a key: F1 to F12, 7, 8, 9 or 0, found \"F13\""},
+      {"5 line 999\n", "5: expected a line error from 1000 up, found \"999\""},
       {"5 rx 55A\n", "5: expected bytes as pairs of hexadecimal digits, found \"55A\""},
       {"5 click cmdStart\n", "5: expected a control like frmJudge.cmdStart, found \"cmdStart\""},
       {"5 click frmJudge.cmdStart twice\n", "5: expected the end of the line, found \"twice\""},

@@ -3,10 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
-#include <chrono>
-#include <future>
 #include <iterator>
 #include <random>
+#include <semaphore>
 #include <set>
 #include <sstream>
 #include <thread>
@@ -43,6 +42,19 @@ class Recorded {
     start.project = rig.file;
     start.projectUnasked = unasked;
     recorder.Begin(start);
+  }
+  // A session that is recorded from its start on.
+  void Start() {
+    Begin();
+    recorder.Record(path);
+    rig.Load();
+  }
+  // One race more, flown and saved.
+  void FlyRace() {
+    rig.Click("frmJudge.cmdStart");
+    rig.At(rig.platform.ClockMs() + 70000);
+    rig.Click("frmLane1.cmdLap");
+    rig.Click("frmJudge.cmdSave");
   }
   Verdict Verified(const std::string& text) {
     journal = ReadJournal(text);
@@ -104,10 +116,18 @@ TEST(Recorder, ARecordedSessionReplaysToTheSameFileAndFrames) {
   std::size_t frames = 0;
   for (unsigned seed = 1; seed <= 12; ++seed) {
     Recorded session;
-    session.Begin();
+    const bool old = seed > 8;
+    const bool named = seed > 10;
+    if (old)
+      PutFile(session.rig.file, "[Current]\nTitle=Cup\nHeatsPerRound=4\n[Race1]\nTimestamp=46347.1, x\n");
+    session.Begin(named);
     // Switched on late, it is written from the start all the same.
     if (seed % 2 == 0) session.recorder.Record(session.path);
+    if (named) session.rig.judge().SetStartupProject(session.rig.file);
+    if (old && !named) session.rig.Answer(DialogAnswer::Word::Yes);
     session.rig.Load();
+    EXPECT_EQ(session.rig.race().RaceNumber, old ? 2 : 1);
+    session.rig.platform.answers.clear();
     LiveThrough(session, seed, 400);
     if (seed % 2 == 1) session.recorder.Record(session.path);
     LiveThrough(session, seed + 100, 100);
@@ -125,48 +145,20 @@ TEST(Recorder, ARecordedSessionReplaysToTheSameFileAndFrames) {
   EXPECT_GT(frames, 300U);
 }
 
-TEST(Recorder, AnExistingProjectIsKeptWithTheJournal) {
-  for (const bool unasked : {false, true}) {
-    Recorded session;
-    PutFile(session.rig.file, "[Current]\nTitle=Cup\nHeatsPerRound=4\n[Race1]\nTimestamp=46347.1, x\n");
-    session.Begin(unasked);
-    session.recorder.Record(session.path);
-    if (unasked) session.rig.judge().SetStartupProject(session.rig.file);
-    if (!unasked) session.rig.Answer(DialogAnswer::Word::Yes);
-    session.rig.program.door().Enter({EventKind::Load});
-    EXPECT_EQ(session.rig.race().RaceNumber, 2);
-    LiveThrough(session, 3, 100);
-    session.ExpectVerified();
-  }
-}
-
 TEST(Recorder, VerifyNamesTheFirstDifferenceWithItsTime) {
   Recorded session;
   session.rig.platform.msPerLook = 0;
-  session.Begin();
-  session.recorder.Record(session.path);
-  session.rig.Load();
+  session.Start();
   session.rig.Type("frmJudge.txtComments", "gusty");
-  session.rig.Click("frmJudge.cmdStart");
-  for (const int ms : {60000, 70000}) {
-    session.rig.At(ms);
-    session.rig.Click(ms == 60000 ? "frmJudge.cmdSave" : "frmJudge.cmdDecHeat");
-  }
-  session.recorder.End(70500);
+  session.FlyRace();
+  session.FlyRace();
+  session.recorder.End(140500);
   std::string text = FileBytes(session.path);
   text.replace(text.find("gusty"), 5, "windy");
   const Verdict verdict = session.Verified(text);
   EXPECT_FALSE(verdict.same);
-  EXPECT_EQ(verdict.text, "different at 60000 ms: " + session.rig.file +
+  EXPECT_EQ(verdict.text, "different at 70000 ms: " + session.rig.file +
                               ": [Race1] Comments: recorded \"gusty\", replayed \"windy\"");
-}
-
-// One race more, flown and saved.
-void FlyRace(ConsoleRig& rig) {
-  rig.Click("frmJudge.cmdStart");
-  rig.At(rig.platform.ClockMs() + 70000);
-  rig.Click("frmLane1.cmdLap");
-  rig.Click("frmJudge.cmdSave");
 }
 
 TEST(Recorder, ASoundSessionIsNotAccused) {
@@ -175,10 +167,8 @@ TEST(Recorder, ASoundSessionIsNotAccused) {
        {What::SavesPdf, What::StopsRecording, What::IsKilled, What::GoesOnInAnotherSession}) {
     Recorded session;
     ConsoleRig& rig = session.rig;
-    session.Begin();
-    session.recorder.Record(session.path);
-    rig.Load();
-    FlyRace(rig);
+    session.Start();
+    session.FlyRace();
     if (what == What::SavesPdf) {
       rig.Answer(DialogAnswer::Word::File, rig.folder / "race.pdf");
       rig.Click("frmJudge.mnuSavePdf");
@@ -190,9 +180,9 @@ TEST(Recorder, ASoundSessionIsNotAccused) {
       }
       return FileBytes(session.path);
     }();
-    if (what == What::IsKilled || what == What::StopsRecording) FlyRace(rig);
+    if (what == What::IsKilled || what == What::StopsRecording) session.FlyRace();
     session.recorder.End(rig.platform.ClockMs());
-    if (what == What::GoesOnInAnotherSession) FlyRace(rig);
+    if (what == What::GoesOnInAnotherSession) session.FlyRace();
     const Verdict verdict = session.Verified(what == What::IsKilled ? killed : FileBytes(session.path));
     EXPECT_TRUE(verdict.same) << verdict.text;
     EXPECT_EQ(verdict.text.find("race.pdf"), std::string::npos);
@@ -208,34 +198,29 @@ TEST(Recorder, AProjectThatIsHeldElsewhereIsHeldInTheReplay) {
   Recorded session;
   ConsoleRig& rig = session.rig;
   PutFile(rig.file, "[Current]\nTitle=Cup\nHeatsPerRound=4\n");
-  ProjectStore other;
-  other.Open(rig.file);
+  ProjectStore other(rig.file);
   ASSERT_EQ(other.TryLock(), LockResult::Locked);
-  session.Begin();
-  session.recorder.Record(session.path);
   rig.Answer(DialogAnswer::Word::Yes);
   rig.Answer(DialogAnswer::Word::Ok);
   rig.Answer(DialogAnswer::Word::File, rig.folder / "mine.ini");
-  rig.Load();
-  FlyRace(rig);
+  session.Start();
+  session.FlyRace();
   other.Unlock();
   rig.Answer(DialogAnswer::Word::File, rig.file);
   rig.Click("frmJudge.mnuSelectFile");
   EXPECT_EQ(rig.race().ProjectFile, rig.file);
-  FlyRace(rig);
+  session.FlyRace();
   // By another name it is the same project.
   std::filesystem::create_symlink(rig.file, rig.folder / "link.ini");
   rig.Answer(DialogAnswer::Word::File, rig.folder / "link.ini");
   rig.Click("frmJudge.mnuSelectFile");
-  FlyRace(rig);
+  session.FlyRace();
   session.ExpectVerified();
 }
 
 TEST(Recorder, AnErrorThatWasContainedIsKeptAndTold) {
   Recorded session;
-  session.Begin();
-  session.recorder.Record(session.path);
-  session.rig.Load();
+  session.Start();
   session.rig.program.door().Post([] { throw OverflowError(); });
   EXPECT_EQ(session.rig.judge().lblNotice.Caption(), "Something failed and was left undone: Overflow");
   session.ExpectVerified();
@@ -243,36 +228,24 @@ TEST(Recorder, AnErrorThatWasContainedIsKeptAndTold) {
 }
 
 // A disk that does not answer before it is told to, and then is full.
-class SlowFullDisk : public std::stringbuf {
- public:
-  std::promise<void> answer;
-
- private:
+struct SlowFullDisk : std::stringbuf {
+  std::binary_semaphore answer{0};
   std::streamsize xsputn(const char*, std::streamsize) override {
-    if (answered_.valid()) answered_.get();
+    answer.acquire();
     errno = ENOSPC;
     return 0;
   }
-  std::future<void> answered_ = answer.get_future();
-};
-
-struct Disk : std::ostream {
-  Disk() : std::ostream(&buffer) {}
-  SlowFullDisk buffer;
 };
 
 TEST(Recorder, NeverWaitsForTheDiskAndAFullOneEndsTheRecordingOnly) {
+  SlowFullDisk disk;
   Recorded session;
   session.Begin();
-  auto disk = std::make_unique<Disk>();
-  std::promise<void>& answer = disk->buffer.answer;
-  session.recorder.Record(std::move(disk));
+  session.recorder.Record({}, std::make_unique<std::ostream>(&disk));
   session.rig.Load();
   EXPECT_EQ(session.recorder.Problem(), "");
-  answer.set_value();
-  for (int i = 0; i < 500 && session.recorder.Problem().empty(); ++i) {
-    std::this_thread::sleep_for(std::chrono::milliseconds(2));
-  }
+  disk.answer.release();
+  while (session.recorder.Problem().empty()) std::this_thread::yield();
   EXPECT_EQ(session.recorder.Problem(), "No space left on device");
   session.rig.Click("frmJudge.cmdStart");
   EXPECT_TRUE(session.rig.race().RaceActive);

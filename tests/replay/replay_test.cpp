@@ -68,7 +68,8 @@ TEST(Replay, AnAnswerIsForTheOpenBoxOrTheNextOne) {
 
 TEST(Replay, BytesAndPortsGoOnBehindABox) {
   const std::string ask = "1000 click frmJudge.cmdStart\n3000 click frmJudge.cmdReset\n";
-  const std::string frame = EventRecord(3200, {.kind = EventKind::Bytes, .bytes = Frame(4, 3, 0).Bytes()});
+  const std::string frame =
+      RecordText({.ms = 3200, .event = {.kind = EventKind::Bytes, .bytes = Frame(4, 3, 0).Bytes()}});
   Played run(ask + frame + "3300 line 1004\n3800 answer cancel\n3900 end\n");
   EXPECT_EQ(run.replay.program().link().Counters().Of(4).frames, 1);
   EXPECT_EQ(run["frmJudge.lblReadComm"].Tag(), "3200");

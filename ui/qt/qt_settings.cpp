@@ -25,8 +25,8 @@ std::string QtSettings::GetSetting(const std::string& section, const std::string
   return settings_.value(name).toStringList().join(QLatin1Char(',')).toStdString();
 }
 
-std::vector<SessionStart::Setting> QtSettings::All() const {
-  std::vector<SessionStart::Setting> all;
+std::vector<JournalSetting> QtSettings::All() const {
+  std::vector<JournalSetting> all;
   for (const QString& name : settings_.allKeys()) {
     const qsizetype slash = name.indexOf(QLatin1Char('/'));
     if (slash < 1) continue;  // without a section: none of ours

@@ -17,7 +17,7 @@ class QtSettings : public SettingsStore {
                          const std::string& fallback) const override;
   void SaveSetting(const std::string& section, const std::string& key, const std::string& value) override;
 
-  std::vector<SessionStart::Setting> All() const;
+  std::vector<JournalSetting> All() const;
 
  private:
   QSettings settings_;
