@@ -149,7 +149,6 @@ class frmLane : public Form {
   void ShowHandButtons();
   void EnableHandButtons(bool enabled);
   void FreezeCell(std::int32_t time);
-  void StartLapLight(std::int32_t lockOut, std::int64_t end);
   void ShowEleventhCell();
   void EnterPanelCut(int missedPylon, bool accepted);
   void RecalculateCuts();

@@ -50,7 +50,11 @@ void frmLane::DoLap(std::int32_t time, std::int32_t lockOut) {
     lblLap[counts_.laps].SetVisible(true);
     UpdateLapTime(time);
   }
-  StartLapLight(lockOut, lightEnd);
+  // A timer that runs already with this interval keeps its time.
+  if (!tmrLaps.Enabled() || tmrLaps.Interval() != lockOut) lapLightEnd_ = lightEnd;
+  tmrLaps.SetInterval(lockOut);
+  tmrLaps.SetEnabled(true);
+  lblStatus.SetBackColor(kLapLight);
   owner_.IssueLapEvent();
   EntryMade();
 }
@@ -66,14 +70,6 @@ void frmLane::FreezeCell(std::int32_t time) {
   cell.SetBackColor(kSilver);
   cell.SetCaption(FormatSeconds(ToRaceTime(time)));
   EnableHandButtons(true);
-}
-
-void frmLane::StartLapLight(std::int32_t lockOut, std::int64_t end) {
-  // A timer that runs already with this interval keeps its time.
-  if (!tmrLaps.Enabled() || tmrLaps.Interval() != lockOut) lapLightEnd_ = end;
-  tmrLaps.SetInterval(lockOut);
-  tmrLaps.SetEnabled(true);
-  lblStatus.SetBackColor(kLapLight);
 }
 
 void frmLane::UpdateLapTime(std::int32_t time) {

@@ -168,13 +168,9 @@ void frmLane::lblStatus_Click() {
 }
 
 std::uint8_t frmLane::LightLeft() const {
-  std::int64_t left = 0;
-  if (tmrLaps.Enabled()) {
-    left = lapLightEnd_ - owner_.RaceTime();
-  } else if (tmrTurns.Enabled()) {
-    left = std::int64_t{TurnTimerEnd_} - owner_.RaceTime();
-  }
-  return static_cast<std::uint8_t>(std::clamp<std::int64_t>(left / 8, 0, 255));
+  if (!tmrLaps.Enabled() && !tmrTurns.Enabled()) return 0;
+  const std::int64_t end = tmrLaps.Enabled() ? lapLightEnd_ : TurnTimerEnd_;
+  return static_cast<std::uint8_t>(std::clamp<std::int64_t>((end - owner_.RaceTime()) / 8, 0, 255));
 }
 
 }  // namespace quorvane
