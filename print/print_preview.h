@@ -1,7 +1,8 @@
 #pragma once
 
-#include <cstdint>
+#include <array>
 #include <functional>
+#include <utility>
 
 #include "forms/forms.h"
 
@@ -13,7 +14,15 @@ class PrintPreview : public Form {
   // Shows the page at that share of its full size, from its upper left corner.
   using ShowPage = std::function<void(float scale)>;
 
-  PrintPreview(Forms& forms, ShowPage showPage);
+  PrintPreview(Forms& forms, ShowPage showPage)
+      : Form(forms, "PrintPreview"), showPage_(std::move(showPage)) {
+    SetCaption("Print Preview");
+    mnuScaleSet[1].SetCaption("&Large");
+    mnuScaleSet[2].SetCaption("&Medium");
+    mnuScaleSet[3].SetCaption("&Small");
+    mnuFileClose.onClick = [this] { CloseRequested(); };
+    for (int scale = 1; scale <= 3; ++scale) mnuScaleSet[scale].onClick = [this, scale] { SetScale(scale); };
+  }
 
   Control& mnuFile = AddCaptioned(ControlKind::Menu, "mnuFile", "&File");
   Control& mnuFileClose = AddCaptioned(ControlKind::Menu, "mnuFileClose", "&Close", &mnuFile);
@@ -27,12 +36,22 @@ class PrintPreview : public Form {
       AddCaptioned(ControlKind::Menu, "mnuHelpScreen", "&About Print Preview...", &mnuHelp);
 
   // At full size, and brings the operator to it. An open preview starts anew.
-  void Open();
-  void SetScale(std::int16_t scale);  // 1..3, SubscriptError beyond; nothing has changed then
+  void Open() {
+    SetScale(1);
+    Owner().Show(*this);
+  }
+  void SetScale(int scale) {  // 1..3, SubscriptError beyond; nothing has changed then
+    static constexpr std::array kFactors = {1.0F, 0.75F, 0.375F};
+    Control& chosen = mnuScaleSet[scale];
+    mnuScaleSet[scale_].SetChecked(false);
+    scale_ = scale;
+    chosen.SetChecked(true);
+    showPage_(Element(kFactors, scale - 1));
+  }
 
  private:
   const ShowPage showPage_;
-  std::int16_t scale_ = 1;
+  int scale_ = 1;
 };
 
 }  // namespace quorvane

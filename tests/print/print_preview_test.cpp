@@ -26,7 +26,7 @@ TEST(PrintPreview, OpensAtFullSizeScalesByItsMenuAndCloses) {
       door.Enter({EventKind::Click, "PrintPreview.mnuScaleSet(" + scale + ")"});
       EXPECT_EQ(checked(), scale);
     }
-    for (const std::int16_t scale : {0, 4}) EXPECT_THROW(preview.SetScale(scale), SubscriptError);
+    for (const int scale : {0, 4}) EXPECT_THROW(preview.SetScale(scale), SubscriptError);
     EXPECT_EQ(checked(), "2");
     EXPECT_EQ(shown, (std::vector<float>{1, 1, 0.375, 0.75}));
     shown.clear();
