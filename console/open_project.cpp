@@ -37,23 +37,20 @@ bool ProjectChooser::OpenAtStart() {
 }
 
 DialogBox ProjectChooser::FileBox(bool atStart) const {
-  const std::string last = LastFile();
-  if (!atStart) {
-    return {.kind = DialogKind::OpenFile,
-            .title = "Open Existing Quorvane Project",
-            .text = "",
-            .preset = last,
-            .folder = ParentFolder(last),
-            .defaultExtension = ".ini"};
-  }
+  DialogBox box{.kind = DialogKind::OpenFile,
+                .title = "Open Existing Quorvane Project",
+                .text = "",
+                .preset = LastFile(),
+                .folder = ParentFolder(LastFile()),
+                .defaultExtension = ".ini"};
+  if (!atStart) return box;
   const std::string folder = ParentFolder(race_.ProjectFile);
   const bool there = folder.empty() || FolderExists(folder);
-  return {.kind = DialogKind::SaveFile,
-          .title = "Open New Quorvane Project",
-          .text = "",
-          .preset = (there ? folder : door_.System().HomeFolder()) + TodaysName(),
-          .folder = door_.System().Settings().GetSetting("DiskFile", "InitDir", DefaultFolder()),
-          .defaultExtension = ".ini"};
+  box.kind = DialogKind::SaveFile;
+  box.title = "Open New Quorvane Project";
+  box.preset = (there ? folder : door_.System().HomeFolder()) + TodaysName();
+  box.folder = door_.System().Settings().GetSetting("DiskFile", "InitDir", DefaultFolder());
+  return box;
 }
 
 bool ProjectChooser::Ask(bool atStart) {

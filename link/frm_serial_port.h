@@ -112,7 +112,6 @@ class frmSerialPort : public Form {
   SerialError OpenPort(int port);
   void ClosePort();
   void ShowPortOff(int port);
-  void ReportOpenFailure(const SerialError& error);
   void AwaitPort(int port, const SerialError& reason);
   void OpenAwaitedPort();
   std::string AwaitedText() const;

@@ -82,11 +82,17 @@ void frmSerialPort::SelectPort(int port, bool remember) {
   ClosePort();
   AwaitPort(0, {});
   if (port == kNoPort) return owner_.ShowPort("No Comm", false);
-  if (const SerialError error = OpenPort(port)) {
-    ReportOpenFailure(error);
-    ShowPortOff(port);
-    AwaitPort(port, error);
-  }
+  const SerialError error = OpenPort(port);
+  if (!error) return;
+  const std::string text = fmt::format(
+      "Can't open {}.\r\rReason: ({}) {}\r\r"
+      "Check the connection to the Maxstream modem.\r"
+      "( If a race was active when the modem was\r"
+      "   turned on, it will cause the port to be locked. )",
+      PortText(port), error.number, error.description);
+  door_.Ask({DialogKind::Ok, "Open Serial Comm", text, DialogIcon::Critical});
+  ShowPortOff(port);
+  AwaitPort(port, error);
 }
 
 SerialError frmSerialPort::OpenPort(int port) {
@@ -105,16 +111,6 @@ void frmSerialPort::ClosePort() {
 
 void frmSerialPort::ShowPortOff(int port) {
   owner_.ShowPort(PortText(port) + " - Off", false);
-}
-
-void frmSerialPort::ReportOpenFailure(const SerialError& error) {
-  const std::string text = fmt::format(
-      "Can't open {}.\r\rReason: ({}) {}\r\r"
-      "Check the connection to the Maxstream modem.\r"
-      "( If a race was active when the modem was\r"
-      "   turned on, it will cause the port to be locked. )",
-      PortText(PortNumber_), error.number, error.description);
-  door_.Ask({DialogKind::Ok, "Open Serial Comm", text, DialogIcon::Critical});
 }
 
 // The operator has a race to judge: a port that disappears is opened again by itself when it is back.

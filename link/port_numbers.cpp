@@ -74,10 +74,8 @@ std::vector<SerialDevice> DeviceNames::Name(const std::vector<ListedPort>& ports
       devices.push_back({port.byId, kind, port.path});
       continue;
     }
-    const auto known = before.find(port.path);
-    const std::int64_t since =
-        known == before.end() ? nowMs - std::max<std::int64_t>(port.ageMs, 0) : known->second;
-    nameless_[port.path] = since;
+    std::int64_t& since = nameless_[port.path] = nowMs - std::max<std::int64_t>(port.ageMs, 0);
+    if (before.contains(port.path)) since = before.at(port.path);
     if (port.usb && nowMs - since < kNameMs) {
       waiting_ = true;
     } else {
