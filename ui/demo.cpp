@@ -34,8 +34,6 @@ Json LaneJson(const LaneRecord& lane) {
           {"turns", lane.turns.size()}, {"final", lane.final}, {"place", lane.placing}};
 }
 
-}  // namespace
-
 std::string HeatJson(int heat, const RaceRecord& race) {
   Json lanes = Json::array();
   for (const LaneRecord& lane : race.lanes) {
@@ -43,6 +41,8 @@ std::string HeatJson(int heat, const RaceRecord& race) {
   }
   return Json{{"heat", heat}, {"lanes", lanes}}.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
+
+}  // namespace
 
 std::string HeatText(int heat, const RaceRecord& race) {
   std::string text = fmt::format("Heat {}\n", heat);

@@ -39,8 +39,7 @@ class Demo {
   std::ofstream shown_;
 };
 
-// A race as a line of shown.jsonl, and as lines to be read.
-std::string HeatJson(int heat, const RaceRecord& race);
+// A race as lines to be read.
 std::string HeatText(int heat, const RaceRecord& race);
 
 }  // namespace quorvane

@@ -15,7 +15,6 @@
 #include "ui/command_line.h"
 #include "ui/demo.h"
 #include "ui/end_requests.h"
-#include "ui/printing/paper.h"
 #include "ui/printing/qt_printer.h"
 #include "ui/program_windows.h"
 #include "ui/qt/qt_platform.h"

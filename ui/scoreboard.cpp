@@ -48,11 +48,6 @@ Layout* WithoutGaps(Layout* layout) {
 // A field of the board, its letters as large as the room allows.
 class ScoreField : public QWidget {
  public:
-  struct Look {
-    double part = 0.86;  // of the height that the letters take
-    Qt::AlignmentFlag align = Qt::AlignLeft;
-    bool inRow = false;  // with a margin that is a share of the row
-  };
   struct Content {
     QString text;
     QString tail = {};  // stands after the text and is never cut
@@ -63,7 +58,9 @@ class ScoreField : public QWidget {
     bool operator==(const Content&) const = default;
   };
 
-  ScoreField(QBoxLayout& into, int share, const Look& look) : look_(look) {
+  // part: of the height that the letters take. In a row the margin is a share of that.
+  ScoreField(QBoxLayout& into, int share, double part, Qt::AlignmentFlag align, bool inRow = false)
+      : part_(part), align_(align), inRow_(inRow) {
     setAttribute(Qt::WA_OpaquePaintEvent);
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
     into.addWidget(this, share);
@@ -82,9 +79,9 @@ class ScoreField : public QWidget {
     painter.fillRect(rect(), back);
     painter.fillRect(0, 0, width(), height() / 2, upper);
     const int atWords = tail.isEmpty() ? 4 : std::max(4, height() / 12);
-    const int margin = look_.inRow ? parentWidget()->width() / 60 : atWords;
+    const int margin = inRow_ ? parentWidget()->width() / 60 : atWords;
     const QRect inner = rect().adjusted(margin, 0, -margin, 0);
-    const QFont full = FontOfPixels(height() * look_.part, true);
+    const QFont full = FontOfPixels(height() * part_, true);
     const int least = tail.isEmpty() ? 8 : std::max(8, full.pixelSize() * 2 / 3);
     const QFont font = FitFont(full, text + tail, inner.width(), least);
     painter.setFont(font);
@@ -92,11 +89,13 @@ class ScoreField : public QWidget {
     const QFontMetrics metrics(font);
     const int room = inner.width() - metrics.horizontalAdvance(tail);
     const QString shown = tail.isEmpty() ? text : metrics.elidedText(text, Qt::ElideRight, room);
-    painter.drawText(inner, Qt::AlignVCenter | Qt::TextSingleLine | look_.align, shown + tail);
+    painter.drawText(inner, Qt::AlignVCenter | Qt::TextSingleLine | align_, shown + tail);
   }
 
  private:
-  const Look look_;
+  const double part_;
+  const Qt::AlignmentFlag align_;
+  const bool inRow_;
   Content content_;
 };
 
@@ -107,7 +106,7 @@ class ScoreRow : public QWidget {
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
     auto* layout = WithoutGaps(new QHBoxLayout(this));
     for (std::size_t i = 0; i < kColumns.size(); ++i) {
-      fields_[i] = new ScoreField(*layout, kColumns[i].share, {part, kColumns[i].align, true});
+      fields_[i] = new ScoreField(*layout, kColumns[i].share, part, kColumns[i].align, true);
     }
     into.addWidget(this, share);
   }
@@ -146,9 +145,9 @@ class ScoreView : public QWidget {
     all->addLayout(head, 235);
     auto* left = WithoutGaps(new QVBoxLayout);
     head->addLayout(left, 52);
-    heat_ = new ScoreField(*left, 60, {.part = 0.62});
-    event_ = new ScoreField(*left, 40, {.part = 0.62});
-    clock_ = new ScoreField(*head, 48, {.part = 0.92, .align = Qt::AlignHCenter});
+    heat_ = new ScoreField(*left, 60, 0.62, Qt::AlignLeft);
+    event_ = new ScoreField(*left, 40, 0.62, Qt::AlignLeft);
+    clock_ = new ScoreField(*head, 48, 0.92, Qt::AlignHCenter);
     (new ScoreRow(*all, 60, 0.8))->ShowHeadings();
     auto* lanes = WithoutGaps(new QVBoxLayout);
     lanes->setContentsMargins(0, 1, 0, 0);

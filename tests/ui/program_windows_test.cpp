@@ -109,6 +109,7 @@ TEST_F(ProgramWindowsTest, AFloodOfFramesIsNotPaintedFrameByFrame) {
   UsePort5();
   settings.SaveSetting("frmSerialPort", "More", ">");
   Load();
+  Settle();  // what has not come to the screen yet is not painted
   PaintCounter counter;
   Shown(program.link().lblMsg)->installEventFilter(&counter);
   Event flood{.kind = EventKind::Bytes};

@@ -8,7 +8,6 @@
 #include "files/output_guard.h"
 #include "print/heat_report.h"
 #include "print/surface.h"
-#include "ui/printing/printer_choice.h"
 #include "ui/widgets/look.h"
 
 namespace quorvane {
@@ -125,26 +124,6 @@ std::string WritePdf(const std::string& path, const QPageSize& paper, const std:
     }
   }
   return file.commit() ? "" : file.errorString().toStdString();
-}
-
-std::string PrintReports(const CommandLine& line, const Imprint& imprint, const SettingsStore& settings) {
-  std::vector<RaceRecord> races;
-  const std::vector<int> numbers = line.print.all ? std::vector<int>{} : line.print.races;
-  if (const std::error_code error = ReadRaces(SystemFiles(), line.project, settings, numbers, races)) {
-    return "cannot read " + line.project + ": " + error.message();
-  }
-  if (races.empty()) return "no race has been flown in " + line.project;
-  QStringList missing;
-  for (const RaceRecord& race : races) {
-    if (!race.hasRun) missing << QString::number(race.number);
-  }
-  if (!missing.isEmpty()) {
-    return "not flown in " + line.project + ": race " + missing.join(", ").toStdString() +
-           "; nothing written";
-  }
-  const QPageSize paper = PaperNamed(ToQString(line.paper)).value_or(LoadPrinterChoice(settings).paper);
-  const std::string trouble = WritePdf(line.output, paper, races, imprint, {line.project, line.settings});
-  return trouble.empty() ? "" : "cannot write " + line.output + ": " + trouble;
 }
 
 }  // namespace quorvane

@@ -9,7 +9,6 @@
 
 #include "forms/platform.h"
 #include "results/race_records.h"
-#include "ui/command_line.h"
 
 class QPagedPaintDevice;
 class QPainter;
@@ -40,9 +39,5 @@ bool PutOnPaper(QPagedPaintDevice& device, const QPageSize& paper, const std::ve
 // `inUse`, such as the open project, or what is no file. Empty, or the reason why nothing was written.
 std::string WritePdf(const std::string& path, const QPageSize& paper, const std::vector<RaceRecord>& races,
                      const Imprint& imprint, const std::vector<std::string>& inUse = {});
-
-// Writes the heat reports that the command line asks for into a PDF, without a window; needs a
-// QGuiApplication. Empty, or why nothing was written: a file is in the way, or a race has not been flown.
-std::string PrintReports(const CommandLine& line, const Imprint& imprint, const SettingsStore& settings);
 
 }  // namespace quorvane

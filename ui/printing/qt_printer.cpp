@@ -2,16 +2,23 @@
 
 #include <fmt/format.h>
 
+#include <QComboBox>
 #include <QCoreApplication>
 #include <QDeadlineTimer>
+#include <QDialog>
+#include <QDialogButtonBox>
 #include <QEventLoop>
+#include <QFormLayout>
+#include <QLabel>
 #include <QLibrary>
+#include <QLocale>
 #include <QMessageBox>
 #include <QPointer>
 #include <QPrinter>
 #include <QPrinterInfo>
 #include <QProgressDialog>
 #include <QTimer>
+#include <algorithm>
 #include <cstdio>
 
 #include "ui/widgets/look.h"
@@ -21,8 +28,15 @@ namespace {
 
 constexpr int kIdleEndMs = 1000;
 constexpr int kHangingEndMs = 100;
-constexpr int kLongestToldMs = 60000;  // a program that a signal has ended must end
+constexpr int kLongestToldMs = 60000;                // a program that a signal has ended must end
+constexpr const char* kPrinterSettings = "Printer";  // their section in the settings store
 constexpr const char* kLooking = "Looking for printers ...";
+
+// What the country of this computer uses.
+QPageSize UsualPaper() {
+  const bool letter = QLocale::system().measurementSystem() == QLocale::ImperialUSSystem;
+  return QPageSize(letter ? QPageSize::Letter : QPageSize::A4);
+}
 
 // As <cups/cups.h> of CUPS 1.1 and later declares them: they are part of the library's fixed binary form.
 struct Option {
@@ -51,7 +65,7 @@ PrintQueue AskPrintQueue(const QString& printer) {
       FromCups<Destination*(void* server, const char* name, const char* instance)>("cupsGetNamedDest");
   const auto getOption = FromCups<const char*(const char* name, int count, Option* options)>("cupsGetOption");
   const auto freeDests = FromCups<void(int count, Destination* destinations)>("cupsFreeDests");
-  if (getNamedDest == nullptr || getOption == nullptr || freeDests == nullptr) return {};
+  if (getNamedDest == nullptr) return {};
   // A printer may carry a set of options behind its name, "Laser/draft"; the queue is the same.
   const QByteArray name = printer.section(QLatin1Char('/'), 0, 0).toLocal8Bit();
   Destination* destination = getNamedDest(nullptr, name.constData(), nullptr);
@@ -70,8 +84,7 @@ PrintQueue AskPrintQueue(const QString& printer) {
 std::string LastRefusal() {
   const auto lastError = FromCups<int()>("cupsLastError");
   const auto lastErrorString = FromCups<const char*()>("cupsLastErrorString");
-  if (lastError == nullptr || lastErrorString == nullptr) return {};
-  const int status = lastError();
+  const int status = lastError == nullptr ? 0 : lastError();
   if (status >= 0 && status <= kLastGoodStatus) return {};
   const char* text = lastErrorString();
   return text == nullptr ? "" : text;
@@ -107,6 +120,18 @@ PrintOutcome Spool(const PrinterChoice& choice, const RaceRecord& race, const Im
 }
 
 }  // namespace
+
+PrinterChoice LoadPrinterChoice(const SettingsStore& settings) {
+  const auto setting = [&](const char* key) {
+    return ToQString(settings.GetSetting(kPrinterSettings, key, ""));
+  };
+  return {setting("Name"), PaperNamed(setting("Paper")).value_or(UsualPaper())};
+}
+
+void SavePrinterChoice(SettingsStore& settings, const PrinterChoice& choice) {
+  settings.SaveSetting(kPrinterSettings, "Name", choice.name.toStdString());
+  settings.SaveSetting(kPrinterSettings, "Paper", choice.paper.key().toStdString());
+}
 
 PrintOutcome OutcomeOf(const std::string& printer, const PrintQueue& queue, const std::string& race) {
   if (queue.Refuses()) return NotPrinted(printer + " refuses jobs", race);
@@ -222,6 +247,62 @@ void QtHeatPrinter::SetUpPrinter() {
       OpenPrinterSetup(printers, usual, door.System().Settings(), self->console_);
     });
   });
+}
+
+QDialog* OpenPrinterSetup(const QStringList& printers, const QString& usual, SettingsStore& settings,
+                          QWidget* parent) {
+  const PrinterChoice now = LoadPrinterChoice(settings);
+  auto* setup = new QDialog(parent);
+  setup->setAttribute(Qt::WA_DeleteOnClose);
+  setup->setWindowTitle(QStringLiteral("Printer Setup"));
+  setup->setMinimumWidth(420);
+  auto* printer = new QComboBox;
+  printer->addItem(
+      QStringLiteral("Default printer (%1)").arg(usual.isEmpty() ? QStringLiteral("none now") : usual),
+      QString());
+  for (const QString& name : printers) printer->addItem(name, name);
+  // One that is switched off now stays chosen.
+  if (!now.name.isEmpty() && !printers.contains(now.name)) {
+    printer->addItem(now.name + QStringLiteral(" (not found now)"), now.name);
+  }
+  printer->setCurrentIndex(std::max(0, printer->findData(now.name)));
+  auto* paper = new QComboBox;
+  for (const QPageSize::PageSizeId size : kPapers) paper->addItem(QPageSize::key(size));
+  paper->setCurrentText(now.paper.key());
+
+  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
+  QObject::connect(buttons, &QDialogButtonBox::accepted, setup, &QDialog::accept);
+  QObject::connect(buttons, &QDialogButtonBox::rejected, setup, &QDialog::reject);
+  QObject::connect(setup, &QDialog::accepted, [printer, paper, &settings] {
+    SavePrinterChoice(settings, {printer->currentData().toString(), *PaperNamed(paper->currentText())});
+  });
+  auto* layout = new QFormLayout(setup);
+  layout->addRow(QStringLiteral("&Printer"), printer);
+  layout->addRow(QStringLiteral("P&aper"), paper);
+  if (printers.isEmpty()) layout->addRow(new QLabel(QStringLiteral("This computer has no printer now.")));
+  layout->addRow(buttons);
+  setup->open();
+  return setup;
+}
+
+std::string PrintReports(const CommandLine& line, const Imprint& imprint, const SettingsStore& settings) {
+  std::vector<RaceRecord> races;
+  const std::vector<int> numbers = line.print.all ? std::vector<int>{} : line.print.races;
+  if (const std::error_code error = ReadRaces(SystemFiles(), line.project, settings, numbers, races)) {
+    return "cannot read " + line.project + ": " + error.message();
+  }
+  if (races.empty()) return "no race has been flown in " + line.project;
+  QStringList missing;
+  for (const RaceRecord& race : races) {
+    if (!race.hasRun) missing << QString::number(race.number);
+  }
+  if (!missing.isEmpty()) {
+    return "not flown in " + line.project + ": race " + missing.join(", ").toStdString() +
+           "; nothing written";
+  }
+  const QPageSize paper = PaperNamed(ToQString(line.paper)).value_or(LoadPrinterChoice(settings).paper);
+  const std::string trouble = WritePdf(line.output, paper, races, imprint, {line.project, line.settings});
+  return trouble.empty() ? "" : "cannot write " + line.output + ": " + trouble;
 }
 
 }  // namespace quorvane

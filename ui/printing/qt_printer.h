@@ -8,12 +8,22 @@
 
 #include "console/heat_printer.h"
 #include "console/program.h"
+#include "ui/command_line.h"
 #include "ui/printing/paper.h"
 #include "ui/printing/preview_window.h"
-#include "ui/printing/printer_choice.h"
 #include "ui/work_thread.h"
 
+class QDialog;
+
 namespace quorvane {
+
+// The operator's choice, kept in the settings store under "Printer".
+struct PrinterChoice {
+  QString name;  // empty: the system's default printer
+  QPageSize paper;
+};
+PrinterChoice LoadPrinterChoice(const SettingsStore& settings);
+void SavePrinterChoice(SettingsStore& settings, const PrinterChoice& choice);
 
 // What the print server says of a printer, in the words of CUPS; empty: nothing.
 struct PrintQueue {
@@ -80,5 +90,14 @@ class QtHeatPrinter : public QObject, public HeatPrinter {
   bool finishing_ = false;
   QStringList unsaid_;  // failures that no window showed
 };
+
+// Opens the box in which the operator chooses printer and paper, and keeps what he has chosen. `usual`: the
+// system's default printer, empty when there is none.
+QDialog* OpenPrinterSetup(const QStringList& printers, const QString& usual, SettingsStore& settings,
+                          QWidget* parent);
+
+// Writes the heat reports that the command line asks for into a PDF, without a window; needs a
+// QGuiApplication. Empty, or why nothing was written: a file is in the way, or a race has not been flown.
+std::string PrintReports(const CommandLine& line, const Imprint& imprint, const SettingsStore& settings);
 
 }  // namespace quorvane
