@@ -115,6 +115,15 @@ TEST_F(ProjectStoreTest, ChangesOfAnotherProgramAndOwnOnesAreBothKept) {
   EXPECT_TRUE(store_->Retry());
   const std::string both = "; edited\n[a]\nk=2\nnew=5\n[b]\nj=9\n";
   EXPECT_EQ(File(), both);
+  // What another program has written itself is not written again.
+  files_.failing = "rename";
+  store_->Write("a", "k", "3");
+  PutFile(path_, "[a]\nk=3\n");
+  files_.failing.clear();
+  const int before = files_.replacements;
+  EXPECT_TRUE(store_->Retry());
+  EXPECT_EQ(files_.replacements, before);
+  PutFile(path_, both);
   // A file that disappears is written again whole.
   fs::remove(path_);
   EXPECT_EQ(store_->Read("a", "k", ""), "2");
