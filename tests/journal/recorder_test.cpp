@@ -225,6 +225,7 @@ TEST(Recorder, AnErrorThatWasContainedIsKeptAndTold) {
   EXPECT_EQ(session.rig.judge().lblNotice.Caption(), "Something failed and was left undone: Overflow");
   session.ExpectVerified();
   EXPECT_NE(FileBytes(session.path).find("# error "), std::string::npos);
+  EXPECT_EQ(FileBytes(session.path).find(" busy "), std::string::npos) << "the port has opened";
 }
 
 // A disk that does not answer before it is told to, and then is full.

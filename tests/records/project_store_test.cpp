@@ -124,6 +124,7 @@ TEST_F(ProjectStoreTest, ChangesOfAnotherProgramAndOwnOnesAreBothKept) {
   EXPECT_TRUE(store_->Retry());
   EXPECT_EQ(files_.replacements, before);
   PutFile(path_, both);
+  EXPECT_EQ(store_->Read("a", "k", ""), "2");
   // A file that disappears is written again whole.
   fs::remove(path_);
   EXPECT_EQ(store_->Read("a", "k", ""), "2");
@@ -205,6 +206,15 @@ TEST_F(ProjectStoreTest, WhatWasKeptGoesIntoItsOwnContestOnlyAndOverNoFlight) {
   store_->TakeMoved(moved);
   EXPECT_EQ(moved, (std::vector<std::string>{"Race 1 is in the project already: saved as 6",
                                              "Refly 1 is in the project already: saved as 2"}));
+  // The event's name decides, also when it is given afterwards.
+  files_.failing = "create";
+  store_->Write("Race9", "Timestamp", "70");
+  files_.failing.clear();
+  const std::string derby = "[Current]\nTitle=Derby\n[Race1]\nTimestamp=77\n";
+  PutFile(path_, derby);
+  EXPECT_FALSE(store_->Retry());
+  store_->Write("Current", "Title", "Derby");
+  EXPECT_EQ(File(), derby + "[Race9]\nTimestamp=70\n");
 }
 
 // A full quota is told by a signal first.
