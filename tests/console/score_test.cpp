@@ -52,7 +52,12 @@ TEST(ScoreKeeper, ShowsTheRaceThenItsResultAndNothingOfARaceThatIsReflown) {
   EXPECT_EQ(keeper.Now().heat + ", " + keeper.Now().clock, "Round 1  Heat 1, Result");
   EXPECT_EQ(Rows(keeper.Now()), (Lines{"11|1|1:17.00|1st", "3|3||Dbl Cut!", "1|||DNF!", "|||DNF!"}));
 
-  rig.Click("frmJudge.cmdDecHeat");
+  rig.Click("frmJudge.cmdStart");
+  rig.At(rig.platform.ClockMs() + 40000);
+  rig.Click("frmJudge.cmdSave");
+  EXPECT_EQ(keeper.Now().heat + ", " + keeper.Now().clock, "Round 1  Heat 2, Result");
+
+  for (int race = 3; race > 1; --race) rig.Click("frmJudge.cmdDecHeat");
   EXPECT_EQ(keeper.Now().clock, "Waiting");
   EXPECT_EQ(Rows(keeper.Now())[0], "12|1|1:17.00|1st");
   rig.Click("frmJudge.cmdRefly");

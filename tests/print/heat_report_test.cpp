@@ -99,6 +99,15 @@ TEST(HeatReport, PagesAreAsTheyWere) {
   EXPECT_TRUE(Print(FlownRace(), {0, 0, 0, 0}).words.empty());
 }
 
+TEST(HeatReport, EveryCutIsListedWhereThereIsRoom) {
+  for (const int cuts : {8, 10, 18, 19}) {
+    RaceRecord race = FlownRace();
+    for (int i = 0; i < cuts; ++i) race.lanes[0].cuts.push_back({"P1", 1000 * i, 1});
+    const auto words = Print(race).words;
+    EXPECT_EQ(std::ranges::count(words, "\xE2\x80\xA6", &RecordingSurface::Words::text), cuts > 18) << cuts;
+  }
+}
+
 constexpr double kSlack = 1e-6;
 
 bool Inside(const Box& inner, const Box& outer) {
