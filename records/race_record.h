@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdint>
 #include <optional>
+#include <ranges>
 #include <string>
 #include <vector>
 
@@ -66,6 +67,11 @@ struct RaceRecord {
   std::string projectFile;
   std::array<LaneRecord, 4> lanes;
 };
+
+// The lanes that fly in the race's mode.
+inline auto FlyingLanes(const RaceRecord& race) {
+  return race.lanes | std::views::filter(&LaneRecord::flies);
+}
 
 // A lap as it is listed: numbered as flown, so that a novice's laps run from 1 to 9.
 struct FlownLap {

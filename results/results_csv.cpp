@@ -19,9 +19,9 @@ std::string Typed(const std::string& text) {
   return WithoutFormula(OneLine(text));
 }
 
-void AppendRow(std::string& csv, const std::vector<std::string>& fields) {
-  for (std::size_t i = 0; i < fields.size(); ++i) csv += (i == 0 ? "" : ",") + Quoted(fields[i]);
-  csv += "\r\n";
+void AppendRow(std::string& csv, std::vector<std::string> fields) {
+  for (std::string& field : fields) field = Quoted(field);
+  csv += Join(fields, ',') + "\r\n";
 }
 
 std::vector<std::string> Header() {
@@ -72,9 +72,7 @@ std::string ResultsCsv(const ContestRecord& contest, bool byteOrderMark) {
   std::string csv = std::string(byteOrderMark ? kByteOrderMark : "");
   AppendRow(csv, Header());
   for (const RaceRecord& race : contest.races) {
-    for (const LaneRecord& lane : race.lanes) {
-      if (lane.flies) AppendRow(csv, LaneFields(race, lane));
-    }
+    for (const LaneRecord& lane : FlyingLanes(race)) AppendRow(csv, LaneFields(race, lane));
   }
   return csv;
 }

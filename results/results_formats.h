@@ -2,7 +2,6 @@
 
 #include <array>
 #include <cstddef>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -30,38 +29,29 @@ std::string ResultsHtml(const ContestRecord& contest, std::string_view program);
 // A text that a spreadsheet would take for a formula, with an apostrophe before it.
 std::string WithoutFormula(const std::string& text);
 
-struct ResultsCell {
-  std::string text;
-  double key = 0.0;  // sorts first; the text decides between equal keys
-};
+// ---- The same as a table for a window: a row for each lane of each flight.
 
 inline constexpr std::array<const char*, 12> kResultsColumns = {
     "Race", "Round", "Heat", "Mode", "Date", "Lane", "Place", "Time", "Laps", "Cuts", "Fastest Lap", "Note"};
 
+struct ResultsCell {
+  std::string text;
+  double key = 0.0;  // sorts first; the text decides between equal keys
+  bool operator==(const ResultsCell&) const = default;
+};
+
 struct ResultsRow {
   std::array<ResultsCell, kResultsColumns.size()> cells;
   bool stands = true;  // false: the flight was repeated and does not count
+  bool operator==(const ResultsRow&) const = default;
 };
 
-// The results of a contest as one table, a row for each lane of each flight, for a window: what its cells
-// show, how its columns sort, and what "Copy" takes along.
-class ResultsTable {
- public:
-  ResultsTable() = default;
-  explicit ResultsTable(const ContestRecord& contest);
+std::vector<ResultsRow> ResultsRows(const ContestRecord& contest);
 
-  const std::vector<ResultsRow>& Rows() const { return rows_; }
+// By a column. Equal rows keep their order, and what has no value comes last either way.
+std::vector<ResultsRow> SortedRows(std::vector<ResultsRow> rows, std::size_t column, bool descending);
 
-  // The rows' indexes sorted by a column (SubscriptError for one that is not there). Equal rows keep the
-  // order of the races, and what has no value comes last either way.
-  std::vector<std::size_t> Order(std::size_t column, bool descending) const;
-
-  // The header and these rows, in this order, with tabs between the cells: what a spreadsheet takes from the
-  // clipboard.
-  std::string CopyText(std::span<const std::size_t> rows) const;
-
- private:
-  std::vector<ResultsRow> rows_;
-};
+// The header and these rows with tabs between the cells: what a spreadsheet takes from the clipboard.
+std::string CopyText(const std::vector<ResultsRow>& rows);
 
 }  // namespace quorvane

@@ -56,9 +56,7 @@ template <typename Content>
 std::string Row(const std::string& head, const RaceRecord& race, Content content,
                 const char* attributes = "") {
   std::string html = fmt::format("<tr{}><th scope=\"row\">{}</th>", attributes, head);
-  for (const LaneRecord& lane : race.lanes) {
-    if (lane.flies) html += content(lane);
-  }
+  for (const LaneRecord& lane : FlyingLanes(race)) html += content(lane);
   return html + "</tr>\n";
 }
 
@@ -78,9 +76,8 @@ std::string CutsCell(const LaneRecord& lane) {
 
 int LastLap(const RaceRecord& race) {
   int last = 0;
-  for (const LaneRecord& lane : race.lanes) {
-    const std::vector<FlownLap> laps = FlownLaps(lane);
-    if (lane.flies && !laps.empty()) last = std::max(last, laps.back().number);
+  for (const LaneRecord& lane : FlyingLanes(race)) {
+    for (const FlownLap& lap : FlownLaps(lane)) last = std::max(last, lap.number);
   }
   return last;
 }

@@ -68,9 +68,7 @@ Json LaneJson(const LaneRecord& lane) {
 
 Json RaceJson(const RaceRecord& race) {
   Json lanes = Json::array();
-  for (const LaneRecord& lane : race.lanes) {
-    if (lane.flies) lanes.push_back(LaneJson(lane));
-  }
+  for (const LaneRecord& lane : FlyingLanes(race)) lanes.push_back(LaneJson(lane));
   return {{"race", race.number},
           {"refly", race.refly},
           {"counts", race.stands},

@@ -1,10 +1,12 @@
+// The results as one table for a window.
+
+#include <fmt/format.h>
 
 #include <algorithm>
 #include <limits>
-#include <numeric>
 
-#include "base/checked.h"
 #include "base/text.h"
+#include "records/project.h"
 #include "results/results_formats.h"
 #include "results/results_words.h"
 
@@ -13,8 +15,8 @@ namespace {
 
 constexpr double kNoValue = std::numeric_limits<double>::infinity();
 
-ResultsCell Number(int number) {
-  return {std::to_string(number), static_cast<double>(number)};
+ResultsCell Number(double number) {
+  return {fmt::format("{:.0f}", number), number};
 }
 
 ResultsCell Time(const std::string& text, double ms) {
@@ -30,11 +32,6 @@ ResultsCell Place(const LaneRecord& lane) {
   return {text, text.empty() ? kNoValue : 100.0};
 }
 
-ResultsCell Date(const LocalDateTime& at) {
-  const std::int64_t days = (std::int64_t{at.year} * 12 + at.month) * 31 + at.day;
-  return {DateAndTime(at), static_cast<double>(((days * 24 + at.hour) * 60 + at.minute) * 60 + at.second)};
-}
-
 ResultsRow RowOf(const RaceRecord& race, const LaneRecord& lane) {
   const auto fastest = FastestLap(lane);
   ResultsCell title = Number(race.number);
@@ -43,12 +40,12 @@ ResultsRow RowOf(const RaceRecord& race, const LaneRecord& lane) {
            Number(race.round),
            Number(race.heat),
            {race.modeName, static_cast<double>(race.mode)},
-           Date(race.when),
+           {DateAndTime(race.when), static_cast<double>(SecondsBetween(kDayZero, race.when))},
            Number(lane.lane),
            Place(lane),
            Time(FinalText(lane), lane.final),
-           Number(static_cast<int>(FlownLaps(lane).size())),
-           Number(static_cast<int>(lane.cuts.size())),
+           Number(FlownLaps(lane).size()),
+           Number(lane.cuts.size()),
            Time(FastestText(lane), fastest ? *fastest->split : 0),
            {RepeatedNote(race), race.stands ? kNoValue : 0.0}},
           race.stands};
@@ -56,38 +53,31 @@ ResultsRow RowOf(const RaceRecord& race, const LaneRecord& lane) {
 
 }  // namespace
 
-ResultsTable::ResultsTable(const ContestRecord& contest) {
+std::vector<ResultsRow> ResultsRows(const ContestRecord& contest) {
+  std::vector<ResultsRow> rows;
   for (const RaceRecord& race : contest.races) {
-    for (const LaneRecord& lane : race.lanes) {
-      if (lane.flies) rows_.push_back(RowOf(race, lane));
-    }
+    for (const LaneRecord& lane : FlyingLanes(race)) rows.push_back(RowOf(race, lane));
   }
+  return rows;
 }
 
-std::vector<std::size_t> ResultsTable::Order(std::size_t column, bool descending) const {
-  if (column >= kResultsColumns.size()) throw SubscriptError();
-  std::vector<std::size_t> order(rows_.size());
-  std::iota(order.begin(), order.end(), std::size_t{0});
-  std::stable_sort(order.begin(), order.end(), [&](std::size_t first, std::size_t second) {
-    const ResultsCell* a = &rows_[first].cells[column];
-    const ResultsCell* b = &rows_[second].cells[column];
+std::vector<ResultsRow> SortedRows(std::vector<ResultsRow> rows, std::size_t column, bool descending) {
+  std::ranges::stable_sort(rows, [&](const ResultsRow& first, const ResultsRow& second) {
+    const ResultsCell* a = &first.cells.at(column);
+    const ResultsCell* b = &second.cells.at(column);
     if (a->key == kNoValue || b->key == kNoValue) return a->key < b->key;
     if (descending) std::swap(a, b);
     return a->key != b->key ? a->key < b->key : a->text < b->text;
   });
-  return order;
+  return rows;
 }
 
-std::string ResultsTable::CopyText(std::span<const std::size_t> rows) const {
-  std::string text;
-  for (const char* name : kResultsColumns) text += (text.empty() ? "" : "\t") + std::string(name);
-  text += "\r\n";
-  for (const std::size_t index : rows) {
-    const ResultsRow& row = Element(rows_, static_cast<std::int64_t>(index));
-    for (std::size_t i = 0; i < row.cells.size(); ++i) {
-      text += (i == 0 ? "" : "\t") + WithoutFormula(row.cells[i].text);
-    }
-    text += "\r\n";
+std::string CopyText(const std::vector<ResultsRow>& rows) {
+  std::string text = fmt::format("{}\r\n", fmt::join(kResultsColumns, "\t"));
+  for (const ResultsRow& row : rows) {
+    std::vector<std::string> cells;
+    for (const ResultsCell& cell : row.cells) cells.push_back(WithoutFormula(cell.text));
+    text += Join(cells, '\t') + "\r\n";
   }
   return text;
 }

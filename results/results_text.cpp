@@ -125,9 +125,7 @@ void AppendRace(std::string& page, const RaceRecord& race) {
   std::array<std::string, kMostLaps> numbers;
   for (std::size_t i = 0; i < numbers.size(); ++i) numbers[i] = std::to_string(i + 1);
   AppendLaps(page, "      lap  ", numbers);
-  for (const LaneRecord& lane : race.lanes) {
-    if (lane.flies) AppendLane(page, lane);
-  }
+  for (const LaneRecord& lane : FlyingLanes(race)) AppendLane(page, lane);
   const std::string comments = CommentsOf(race);
   if (!comments.empty()) AppendWrapped(page, "  Comments: ", comments);
 }

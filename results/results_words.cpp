@@ -99,11 +99,11 @@ ContestSummary SummaryOf(const ContestRecord& contest) {
   for (const RaceRecord& race : contest.races) {
     if (!race.stands || !race.hasRun) continue;
     ++summary.racesFlown;
-    for (std::size_t i = 0; i < race.lanes.size(); ++i) {
-      const LaneRecord& lane = race.lanes[i];
-      if (!lane.flies || !HasFlown(lane)) continue;
-      ++summary.lanes[i].racesFlown;
-      AddLane(summary.lanes[i], race, lane);
+    for (const LaneRecord& lane : FlyingLanes(race)) {
+      if (!HasFlown(lane)) continue;
+      FlightSummary& own = summary.lanes.at(static_cast<std::size_t>(lane.lane - 1));
+      ++own.racesFlown;
+      AddLane(own, race, lane);
       AddLane(summary, race, lane);
     }
   }

@@ -51,18 +51,16 @@ class ResultsModel : public QAbstractTableModel {
  public:
   using QAbstractTableModel::QAbstractTableModel;
 
-  void Show(const ResultsTable& table) {
-    table_ = table;
+  void Show(const std::vector<ResultsRow>& rows) {
+    rows_ = rows;
     sort(column_, direction_);
   }
-  const ResultsTable& Table() const { return table_; }
-  // The row of the table that stands in a row of the view.
-  std::size_t RowAt(int row) const { return order_[static_cast<std::size_t>(row)]; }
+  const ResultsRow& RowAt(int row) const { return shown_[static_cast<std::size_t>(row)]; }
 
-  int rowCount(const QModelIndex& = {}) const override { return static_cast<int>(order_.size()); }
+  int rowCount(const QModelIndex& = {}) const override { return static_cast<int>(shown_.size()); }
   int columnCount(const QModelIndex& = {}) const override { return static_cast<int>(kResultsColumns.size()); }
   QVariant data(const QModelIndex& index, int role) const override {
-    const ResultsRow& row = table_.Rows()[RowAt(index.row())];
+    const ResultsRow& row = RowAt(index.row());
     const auto column = static_cast<std::size_t>(index.column());
     if (role == Qt::DisplayRole || role == Qt::ToolTipRole) return ToQString(row.cells[column].text);
     if (role == Qt::TextAlignmentRole) return QVariant(Qt::AlignVCenter | kAlignments[column]);
@@ -79,13 +77,13 @@ class ResultsModel : public QAbstractTableModel {
     column_ = column;
     direction_ = direction;
     beginResetModel();
-    order_ = table_.Order(static_cast<std::size_t>(column), direction == Qt::DescendingOrder);
+    shown_ = SortedRows(rows_, static_cast<std::size_t>(column), direction == Qt::DescendingOrder);
     endResetModel();
   }
 
  private:
-  ResultsTable table_;
-  std::vector<std::size_t> order_;
+  std::vector<ResultsRow> rows_;   // in the order of the races
+  std::vector<ResultsRow> shown_;  // as sorted
   int column_ = 0;
   Qt::SortOrder direction_ = Qt::AscendingOrder;
 };
@@ -178,7 +176,7 @@ void ResultsWindow::Look() {
     if (const std::error_code error = ReadProject(SystemFiles(), file, content.contest)) {
       content.problem = error.message();
     }
-    content.table = ResultsTable(content.contest);
+    content.rows = ResultsRows(content.contest);
     return content;
   }));
 }
@@ -186,7 +184,7 @@ void ResultsWindow::Look() {
 void ResultsWindow::Take(const Content& content) {
   shown_ = content;
   const bool first = model_->rowCount() == 0;
-  model_->Show(content.table);
+  model_->Show(content.rows);
   if (first) FitColumns();
   const QString name = QFileInfo(ToQString(shown_.file)).fileName();
   QString text =
@@ -218,11 +216,11 @@ void ResultsWindow::FitColumns() {
 // The rows that are selected, or all, in the order in which they are shown.
 void ResultsWindow::Copy() {
   const QItemSelectionModel& selection = *view_->selectionModel();
-  std::vector<std::size_t> rows;
+  std::vector<ResultsRow> rows;
   for (int row = 0; row < model_->rowCount(); ++row) {
     if (!selection.hasSelection() || selection.isRowSelected(row)) rows.push_back(model_->RowAt(row));
   }
-  QApplication::clipboard()->setText(ToQString(model_->Table().CopyText(rows)));
+  QApplication::clipboard()->setText(ToQString(CopyText(rows)));
   told_->setText(QStringLiteral("%1 rows copied").arg(rows.size()));
 }
 

@@ -39,7 +39,7 @@ class ResultsWindow : public QWidget {
     std::string file = {};
     FileStamp stamp = {};
     ContestRecord contest = {};
-    ResultsTable table = {};
+    std::vector<ResultsRow> rows = {};
     std::string problem = {};
   };
 

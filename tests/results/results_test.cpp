@@ -37,18 +37,18 @@ TEST(Results, AreAsTheyWereInEveryFormat) {
 
 // Sorted by each column, up and down; then two rows as they go to the clipboard.
 TEST(Results, AreSortedAndCopiedFromTheTable) {
-  const ResultsTable table(ContestIn(kData + "odd.ini"));
+  const std::vector<ResultsRow> rows = ResultsRows(ContestIn(kData + "odd.ini"));
   std::string told;
   for (std::size_t column = 0; column < kResultsColumns.size(); ++column) {
     for (const bool descending : {false, true}) {
       told += std::string("\n") + kResultsColumns[column] + (descending ? " down:\n" : " up:\n");
-      for (const std::size_t row : table.Order(column, descending)) {
-        told += std::to_string(row) + " " + table.Rows()[row].cells[column].text + "\n";
+      for (const ResultsRow& row : SortedRows(rows, column, descending)) {
+        told +=
+            std::to_string(std::ranges::find(rows, row) - rows.begin()) + " " + row.cells[column].text + "\n";
       }
     }
   }
-  const std::vector<std::size_t> rows = {table.Rows().size() - 9, 0};
-  ExpectGolden(kData + "odd.table", told + "\n" + table.CopyText(rows));
+  ExpectGolden(kData + "odd.table", told + "\n" + CopyText({rows[rows.size() - 9], rows[0]}));
 }
 
 TEST(Results, ARaceIsReadAloneAsAmongAllOthers) {
