@@ -5,21 +5,22 @@
 #include <algorithm>
 #include <cmath>
 #include <nlohmann/json.hpp>
+#include <sstream>
+#include <stdexcept>
 
 namespace quorvane::field {
 namespace {
 
 using nlohmann::json;
 
-// What is wrong with a file, in words.
-struct Fault {
-  std::string text;
-};
+template <typename... Values>
+[[noreturn]] void Fail(fmt::format_string<Values...> text, Values&&... values) {
+  throw std::runtime_error(fmt::format(text, std::forward<Values>(values)...));
+}
 
 int ToInt(const json& value, const char* name) {
   const auto number = value.is_number_integer() ? value.get<std::int64_t>() : INT64_MAX;
-  if (std::abs(static_cast<double>(number)) > 1e9)
-    throw Fault{fmt::format("\"{}\" is not a whole number", name)};
+  if (std::abs(static_cast<double>(number)) > 1e9) Fail("\"{}\" is not a whole number", name);
   return static_cast<int>(number);
 }
 
@@ -28,8 +29,7 @@ int ReadNumber(const json& object, const char* name) {
 }
 
 const json& ReadArray(const json& object, const char* name) {
-  if (!object.contains(name) || !object[name].is_array())
-    throw Fault{fmt::format("\"{}\" is not an array", name)};
+  if (!object.contains(name) || !object[name].is_array()) Fail("\"{}\" is not an array", name);
   return object[name];
 }
 
@@ -40,27 +40,28 @@ std::vector<int> ReadNumbers(const json& object, const char* name) {
 }
 
 ToldLane ReadLane(const json& value) {
-  ToldLane lane;
-  lane.lane = ReadNumber(value, "lane");
-  if (lane.lane < 1 || lane.lane > kLanes) throw Fault{fmt::format("there is no lane {}", lane.lane)};
-  lane.laps = ReadNumbers(value, value.contains("laps") ? "laps" : "expected");
+  ToldLane lane{.laps = ReadNumbers(value, value.contains("laps") ? "laps" : "expected")};
   for (const json& cut : ReadArray(value, "cuts")) {
-    lane.cuts.push_back({ReadNumber(cut, "pylon"), {}});
-    if (cut.contains("time")) lane.cuts.back().time = ReadNumber(cut, "time");
+    auto& time = lane.cuts[ReadNumber(cut, "pylon")].emplace_back();
+    if (cut.contains("time")) time = ReadNumber(cut, "time");
   }
   if (value.contains("turns")) {
     const bool listed = value["turns"].is_array();
     lane.turns = listed ? static_cast<int>(ReadNumbers(value, "turns").size()) : ReadNumber(value, "turns");
   }
   lane.final_time = ReadNumber(value, "final");
-  if (!value.contains("place") || !value["place"].is_string()) throw Fault{"\"place\" is not a text"};
+  if (!value.contains("place") || !value["place"].is_string()) Fail("\"place\" is not a text");
   lane.place = value["place"];
   return lane;
 }
 
 ToldHeat ReadHeat(const json& value) {
-  ToldHeat heat{ReadNumber(value, "heat"), {}};
-  for (const json& lane : ReadArray(value, "lanes")) heat.lanes.push_back(ReadLane(lane));
+  ToldHeat heat{ReadNumber(value, "heat")};
+  for (const json& lane : ReadArray(value, "lanes")) {
+    const int number = ReadNumber(lane, "lane");
+    if (number < 1 || number > kLanes) Fail("there is no lane {}", number);
+    heat.lanes.emplace(number, ReadLane(lane));
+  }
   return heat;
 }
 
@@ -79,18 +80,6 @@ std::string FinalName(int final_time) {
   return final_time >= kNoResult ? "no result" : std::to_string(final_time);
 }
 
-const ToldLane* FindLane(const ToldHeat& heat, int number) {
-  const auto found = std::ranges::find(heat.lanes, number, &ToldLane::lane);
-  return found == heat.lanes.end() ? nullptr : &*found;
-}
-
-std::vector<ToldCut> CutsAt(const ToldLane& lane, int pylon) {
-  std::vector<ToldCut> cuts;
-  std::ranges::copy_if(lane.cuts, std::back_inserter(cuts),
-                       [=](const ToldCut& cut) { return cut.pylon == pylon; });
-  return cuts;
-}
-
 class Comparison {
  public:
   explicit Comparison(const CompareOptions& options) : options_(options) {}
@@ -101,22 +90,19 @@ class Comparison {
   }
 
   void Heat(const ToldHeat& flown, const ToldHeat& shown) {
-    const std::string heat = fmt::format("heat {}", flown.heat);
-    where_ = heat + ": ";
+    where_ = fmt::format("heat {}: ", flown.heat);
     if (flown.heat != shown.heat) return Say("heat {} shown in its place", shown.heat);
-    ToldLane idle;
-    idle.turns = 0;
     for (int number = 1; number <= kLanes; ++number) {
-      where_ = fmt::format("{} lane {}: ", heat, number);
-      const ToldLane* f = FindLane(flown, number);
-      const ToldLane* s = FindLane(shown, number);
-      if (s != nullptr) {
-        Lane(f == nullptr ? idle : *f, *s);
-      } else if (f != nullptr) {
+      where_ = fmt::format("heat {} lane {}: ", flown.heat, number);
+      const auto lane = flown.lanes.find(number);
+      const bool flies = lane != flown.lanes.end();
+      if (shown.lanes.contains(number)) {
+        Lane(flies ? lane->second : ToldLane{.turns = 0}, shown.lanes.at(number));
+      } else if (flies) {
         Say("flown, but not shown");
       }
     }
-    if (options_.lossy) ShownOrder(heat, shown);
+    if (options_.lossy) ShownOrder(shown);
   }
 
   std::vector<std::string> differences;
@@ -125,7 +111,7 @@ class Comparison {
   // On a bad line late laps may change the order; the places are then held against the shown finals instead.
   void Lane(const ToldLane& flown, const ToldLane& shown) {
     Laps(flown, shown);
-    Cuts(flown, shown);
+    Cuts(flown.cuts, shown.cuts);
     if (flown.turns && shown.turns &&
         (*shown.turns > *flown.turns || (!options_.lossy && *shown.turns < *flown.turns))) {
       Say("{} turns flown, {} shown", *flown.turns, *shown.turns);
@@ -155,35 +141,33 @@ class Comparison {
     }
   }
 
-  void Cuts(const ToldLane& flown_lane, const ToldLane& shown_lane) {
+  void Cuts(decltype(ToldLane::cuts) flown_cuts, decltype(ToldLane::cuts) shown_cuts) {
     for (int pylon = 1; pylon <= kHandCut; ++pylon) {
-      const std::vector<ToldCut> flown = CutsAt(flown_lane, pylon);
-      const std::vector<ToldCut> shown = CutsAt(shown_lane, pylon);
+      const auto& flown = flown_cuts[pylon];
+      const auto& shown = shown_cuts[pylon];
       if (flown.size() != shown.size()) {
         Say("{} cuts at pylon {} flown, {} shown", flown.size(), pylon, shown.size());
         continue;
       }
       for (std::size_t i = 0; i < flown.size(); ++i) {
-        if (!flown[i].time || !shown[i].time || TimeFits(*flown[i].time, *shown[i].time)) continue;
-        Say("cut at pylon {} at {} flown, at {} shown", pylon, *flown[i].time, *shown[i].time);
+        if (!flown[i] || !shown[i] || TimeFits(*flown[i], *shown[i])) continue;
+        Say("cut at pylon {} at {} flown, at {} shown", pylon, *flown[i], *shown[i]);
       }
     }
-    const auto elsewhere = [](const ToldCut& cut) { return cut.pylon < 1 || cut.pylon > kHandCut; };
-    if (std::ranges::any_of(shown_lane.cuts, elsewhere)) Say("a cut at no pylon shown");
+    const bool elsewhere = shown_cuts.begin()->first < 1 || shown_cuts.rbegin()->first > kHandCut;
+    if (elsewhere) Say("a cut at no pylon shown");
   }
 
   // The places shown must be those of the finals shown.
-  void ShownOrder(const std::string& heat, const ToldHeat& shown) {
-    std::vector<ToldLane> finishers;
-    for (int number = 1; number <= kLanes; ++number) {
-      const ToldLane* lane = FindLane(shown, number);
-      if (lane != nullptr && lane->final_time < kNoResult) finishers.push_back(*lane);
-    }
-    std::ranges::stable_sort(finishers, {}, &ToldLane::final_time);
+  void ShownOrder(const ToldHeat& shown) {
+    std::vector<std::pair<int, ToldLane>> finishers(shown.lanes.begin(), shown.lanes.end());
+    std::erase_if(finishers, [](const auto& lane) { return lane.second.final_time >= kNoResult; });
+    std::ranges::stable_sort(finishers, {}, [](const auto& lane) { return lane.second.final_time; });
     for (std::size_t i = 0; i < finishers.size(); ++i) {
-      if (Rank(finishers[i].place) == i) continue;
-      where_ = fmt::format("{} lane {}: ", heat, finishers[i].lane);
-      Say("{} shown, but its final is {}", PlaceName(finishers[i].place), kPlaces.at(i));
+      const auto& [number, lane] = finishers[i];
+      if (Rank(lane.place) == i) continue;
+      where_ = fmt::format("heat {} lane {}: ", shown.heat, number);
+      Say("{} shown, but its final is {}", PlaceName(lane.place), kPlaces.at(i));
     }
   }
 
@@ -193,18 +177,18 @@ class Comparison {
 
 }  // namespace
 
-std::optional<std::vector<ToldHeat>> ReadHeats(std::istream& in, std::string& error) {
+std::vector<ToldHeat> ReadHeats(std::string_view text) {
   std::vector<ToldHeat> heats;
+  std::istringstream in{std::string(text)};
   std::string line;
   for (int number = 1; std::getline(in, line); ++number) {
     if (line.find_first_not_of(" \t\r") == std::string::npos) continue;
-    const json value = json::parse(line, nullptr, false);
     try {
-      if (!value.is_object()) throw Fault{"not a JSON object"};
+      const json value = json::parse(line, nullptr, false);
+      if (!value.is_object()) Fail("not a JSON object");
       if (value.contains("heat")) heats.push_back(ReadHeat(value));
-    } catch (const Fault& fault) {
-      error = fmt::format("line {}: {}", number, fault.text);
-      return std::nullopt;
+    } catch (const std::runtime_error& fault) {
+      Fail("line {}: {}", number, fault.what());
     }
   }
   return heats;

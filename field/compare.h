@@ -1,8 +1,9 @@
 #pragma once
 
-#include <istream>
+#include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "field/result.h"
@@ -15,26 +16,21 @@ struct CompareOptions {
 };
 
 // What a file says about one heat.
-struct ToldCut {
-  int pylon = 1;
-  std::optional<int> time;
-};
 struct ToldLane {
-  int lane = 1;
-  std::vector<int> laps;
-  std::vector<ToldCut> cuts;
-  std::optional<int> turns;
+  std::vector<int> laps = {};
+  std::map<int, std::vector<std::optional<int>>> cuts = {};  // their times, as far as told, by pylon
+  std::optional<int> turns = {};
   int final_time = kNoResult;
-  std::string place;  // "First" to "Fourth"; any other caption counts as no place
+  std::string place = {};  // "First" to "Fourth"; any other caption counts as no place
 };
 struct ToldHeat {
   int heat = 1;
-  std::vector<ToldLane> lanes;
+  std::map<int, ToldLane> lanes = {};  // by number, 1..4
 };
 
-// Reads one heat a line; blank lines and objects without "heat" are passed over. On failure gives nothing and
-// says why in `error`, with the line's number.
-std::optional<std::vector<ToldHeat>> ReadHeats(std::istream& in, std::string& error);
+// Reads one heat a line; blank lines and objects without "heat" are passed over. Throws std::runtime_error,
+// which says what is wrong in which line.
+std::vector<ToldHeat> ReadHeats(std::string_view text);
 
 // One sentence for each difference; empty when the console showed what was flown.
 std::vector<std::string> CompareHeats(const std::vector<ToldHeat>& flown, const std::vector<ToldHeat>& shown,

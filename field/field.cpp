@@ -1,13 +1,11 @@
 #include "field/field.h"
 
 #include <algorithm>
-#include <limits>
 #include <utility>
 
 namespace quorvane::field {
 namespace {
 
-constexpr std::int64_t kNever = std::numeric_limits<std::int64_t>::max();
 constexpr std::int64_t kStatusInterval = 3000 * kMs;
 constexpr std::int64_t kReminderInterval = 700 * kMs;
 constexpr std::int64_t kPollDelay = 15 * kMs;
@@ -76,7 +74,7 @@ std::vector<Chunk> Field::AdvanceTo(std::int64_t ms) {
 }
 
 void Field::Receive(std::span<const std::uint8_t> bytes, std::int64_t ms) {
-  for (const Frame& frame : listener_.Hear(bytes)) {
+  for (const Frame& frame : Listen(heard_, bytes)) {
     const std::int64_t us = std::max(ms * kMs, now_us_);
     if (frame[5] == kConsole) {
       Answer(frame[4], us);
@@ -120,8 +118,7 @@ bool Field::OnAir(std::uint8_t station, std::int64_t us) const {
 }
 
 std::int64_t Field::NextDue() const {
-  std::int64_t next = std::min(agenda_.begin()->first, NextSend());
-  if (line_.NextDue() >= 0) next = std::min(next, line_.NextDue());
+  const std::int64_t next = std::min({agenda_.begin()->first, NextSend(), line_.NextDue()});
   return (next + kMs - 1) / kMs;
 }
 

@@ -2,8 +2,8 @@
 
 #include <array>
 #include <cstdint>
+#include <deque>
 #include <functional>
-#include <limits>
 #include <map>
 #include <optional>
 #include <span>
@@ -24,7 +24,7 @@ inline constexpr std::int64_t kStartSignal = 60'000 * kMs;  // of the race clock
 struct Silence {
   std::uint8_t station = 0;
   std::int64_t from_ms = 0;
-  std::int64_t to_ms = std::numeric_limits<std::int64_t>::max();  // not included
+  std::int64_t to_ms = kNever;  // not included
 };
 
 struct FieldOptions {
@@ -139,7 +139,7 @@ class Field {
 
   FieldOptions options_;
   Line line_;
-  Listener listener_;
+  std::deque<std::uint8_t> heard_;  // of the console's next frame
   // By time in microseconds; equal times in order of entry.
   std::multimap<std::int64_t, std::function<void()>> agenda_;
   std::vector<Wish> wishes_;  // who waits for the air; nobody waits twice for the same topic

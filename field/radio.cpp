@@ -1,6 +1,8 @@
 #include "field/radio.h"
 
 #include <algorithm>
+#include <functional>
+#include <numeric>
 
 #include "field/plan.h"
 
@@ -46,6 +48,11 @@ void ForEachByte(auto& report, const auto& take) {
   }
 }
 
+// Exclusive OR of bytes 3 to 35.
+std::uint8_t CheckByte(const Frame& frame) {
+  return std::accumulate(frame.begin() + 3, frame.end(), std::uint8_t{0}, std::bit_xor());
+}
+
 }  // namespace
 
 Frame Encode(const Report& report) {
@@ -68,24 +75,18 @@ Report Decode(const Frame& frame) {
   return report;
 }
 
-std::uint8_t CheckByte(const Frame& frame) {
-  std::uint8_t check = 0;
-  for (std::size_t i = 3; i < kFrameBytes; ++i) check ^= frame[i];
-  return check;
-}
-
-std::vector<Frame> Listener::Hear(std::span<const std::uint8_t> bytes) {
+std::vector<Frame> Listen(std::deque<std::uint8_t>& heard, std::span<const std::uint8_t> bytes) {
   std::vector<Frame> frames;
   for (const std::uint8_t byte : bytes) {
-    heard_.push_back(byte);
-    if (heard_.size() < kFrameBytes) continue;
+    heard.push_back(byte);
+    if (heard.size() < kFrameBytes) continue;
     Frame frame;
-    std::copy_n(heard_.begin(), kFrameBytes, frame.begin());
+    std::ranges::copy(heard, frame.begin());
     if (frame[0] == kSync1 && frame[1] == kSync2 && frame[2] == CheckByte(frame)) {
       frames.push_back(frame);
-      heard_.clear();
+      heard.clear();
     } else {
-      heard_.pop_front();
+      heard.pop_front();
     }
   }
   return frames;
@@ -97,13 +98,11 @@ bool Line::Happens(double probability) {
 
 std::int64_t Line::Take(std::int64_t us) {
   if (Happens(options_.noise)) {
-    Chunk chunk;
-    const int bytes = 1 + Draw(random_, 8);
-    for (int i = 0; i < bytes; ++i) chunk.bytes.push_back(static_cast<std::uint8_t>(Draw(random_, 256)));
-    us += AirTime(chunk.bytes.size());
-    chunk.due_us = us;
-    counters_.noise += bytes;
-    on_air_.push_back(std::move(chunk));
+    std::vector<std::uint8_t> bytes(1 + static_cast<std::size_t>(Draw(random_, 8)));
+    for (std::uint8_t& byte : bytes) byte = static_cast<std::uint8_t>(Draw(random_, 256));
+    us += AirTime(bytes.size());
+    counters_.noise += static_cast<std::int64_t>(bytes.size());
+    on_air_.push_back({us, std::move(bytes)});
   }
   free_us_ = us + AirTime(kFrameBytes);
   return free_us_;

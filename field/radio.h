@@ -4,15 +4,15 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
+#include <limits>
 #include <random>
 #include <span>
 #include <vector>
 
 namespace quorvane::field {
 
-// The stations' 36-byte radio frame, as the stations themselves build it. Written from the frame table of the
-// field equipment and on purpose independent of the console's own codec, so that each can catch the other
-// out.
+// The stations' 36-byte radio frame. Written from the frame table of the field equipment and on purpose
+// independent of the console's own codec, so that each can catch the other out.
 
 inline constexpr std::size_t kFrameBytes = 36;
 inline constexpr int kLanes = 4;
@@ -57,29 +57,20 @@ Frame Encode(const Report& report);
 // What a frame says, whoever sent it; the clock has only the 24 bits that the stations read.
 Report Decode(const Frame& frame);
 
-// Exclusive OR of bytes 3 to 35.
-std::uint8_t CheckByte(const Frame& frame);
+// The good frames that are completed by these bytes, in order, whatever the chunks; what is no frame is
+// skipped byte by byte. `heard` keeps the beginning of the next one.
+std::vector<Frame> Listen(std::deque<std::uint8_t>& heard, std::span<const std::uint8_t> bytes);
 
-// Finds the console's frames in what it sends, whatever the chunks; bytes that are no frame are skipped one
-// by one.
-class Listener {
- public:
-  // Returns the good frames completed by these bytes, in order.
-  std::vector<Frame> Hear(std::span<const std::uint8_t> bytes);
-
- private:
-  std::deque<std::uint8_t> heard_;
-};
+inline constexpr std::int64_t kNever = std::numeric_limits<std::int64_t>::max();
 
 // Air time of a number of bytes at 9600 baud, ten bits a byte, in microseconds (36 bytes: 37500).
 constexpr std::int64_t AirTime(std::size_t bytes) {
   return static_cast<std::int64_t>(bytes) * 10 * 1'000'000 / 9600;
 }
 
-// Bytes as they come out of the receiver's modem. `due_us` is the time, in microseconds of the field's clock,
-// at which the last of them has left the air.
+// Bytes as they come out of the receiver's modem.
 struct Chunk {
-  std::int64_t due_us = 0;
+  std::int64_t due_us = 0;  // when the last of them has left the air, by the field's clock
   std::vector<std::uint8_t> bytes;
 
   // The first whole millisecond at which the chunk is there.
@@ -100,8 +91,6 @@ struct LineCounters {
   std::int64_t damaged = 0;  // frames that left with a changed byte
   std::int64_t noise = 0;    // random bytes between frames
 
-  std::int64_t Good() const { return sent - damaged; }
-  std::int64_t Bytes() const { return sent * static_cast<std::int64_t>(kFrameBytes) + noise; }
   LineCounters operator-(const LineCounters& earlier) const {
     return {sent - earlier.sent, lost - earlier.lost, damaged - earlier.damaged, noise - earlier.noise};
   }
@@ -125,8 +114,8 @@ class Line {
   // Hands out what is due by `us`, in order.
   std::vector<Chunk> Deliver(std::int64_t us);
 
-  // When the next chunk is due; -1 when none is on the air.
-  std::int64_t NextDue() const { return on_air_.empty() ? -1 : on_air_.front().due_us; }
+  // When the next chunk is due.
+  std::int64_t NextDue() const { return on_air_.empty() ? kNever : on_air_.front().due_us; }
 
   const LineCounters& counters() const { return counters_; }
 

@@ -12,7 +12,6 @@
 #include <utility>
 
 #include "journal/journal_text.h"
-#include "replay/outputs.h"
 #include "replay/replay.h"
 
 namespace {

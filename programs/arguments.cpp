@@ -4,12 +4,9 @@
 #include <iostream>
 #include <utility>
 
-namespace quorvane {
+#include "files/file_ops.h"
 
-int Ending::Tell() const {
-  (status == 0 ? std::cout : std::cerr) << text << std::flush;
-  return status == 0 && !std::cout ? 1 : status;
-}
+namespace quorvane {
 
 Arguments::Arguments(const std::string& program, const std::string& purpose) : CLI::App(purpose, program) {
   set_help_flag("-h,--help", "print this text");
@@ -34,31 +31,29 @@ CLI::Option* Arguments::AddRepeated(const std::string& name, const std::string& 
       ->each(take);
 }
 
-std::optional<Ending> Arguments::Read(std::vector<std::string> arguments) {
+void Arguments::Read(std::vector<std::string> arguments) {
   // The library would take the next argument for the value, or the "=" for a part of it.
   for (const std::string& argument : arguments) {
     if (argument == "--") break;
     const std::size_t equals = argument.find('=');
     const bool isLong = argument.starts_with("--");
-    if (isLong && equals == argument.size() - 1) return Wrong(argument + " has no value");
-    if (!isLong && argument.starts_with('-') && equals == 2)
-      return Wrong(argument + ": \"=\" is for long names");
+    if (isLong && equals == argument.size() - 1) Refuse(argument + " has no value");
+    if (!isLong && argument.starts_with('-') && equals == 2) Refuse(argument + ": \"=\" is for long names");
   }
   std::reverse(arguments.begin(), arguments.end());
   try {
     parse(std::move(arguments));
   } catch (const CLI::CallForHelp&) {
-    return Ending{0, help()};
+    throw Ending{0, help()};
   } catch (const CLI::CallForVersion& version) {
-    return Ending{0, std::string(version.what()) + "\n"};
+    throw Ending{0, std::string(version.what()) + "\n"};
   } catch (const CLI::ParseError& wrong) {
-    return Wrong(wrong.what());
+    Refuse(wrong.what());
   }
-  return std::nullopt;
 }
 
-Ending Arguments::Wrong(const std::string& what) const {
-  return {2, get_name() + ": " + what + " (see --help)\n"};
+void Arguments::Refuse(const std::string& what) const {
+  throw Ending{2, get_name() + ": " + what + " (see --help)\n"};
 }
 
 const CLI::Validator& NamedFile() {
@@ -66,6 +61,19 @@ const CLI::Validator& NamedFile() {
       [](std::string& name) { return name.empty() ? std::string("a file name is empty") : std::string(); },
       "");
   return validator;
+}
+
+int RunProgram(const std::string& program, const std::function<int()>& work) {
+  OutliveWriteErrors();
+  try {
+    return work();
+  } catch (const Ending& ending) {
+    (ending.status == 0 ? std::cout : std::cerr) << ending.text << std::flush;
+    return ending.status == 0 && !std::cout ? 1 : ending.status;
+  } catch (const std::exception& error) {
+    std::cerr << program << ": " << error.what() << std::endl;
+    return 2;
+  }
 }
 
 }  // namespace quorvane

@@ -2,20 +2,16 @@
 
 #include <CLI/CLI.hpp>
 #include <functional>
-#include <optional>
 #include <string>
 #include <vector>
 
 namespace quorvane {
 
-// The end of a program that does not get to its work: the help or the version that was asked for (status 0),
-// or what is wrong with the command line (status 2).
+// Thrown where a program does not get to its work: the help or the version that was asked for (status 0), or
+// what is wrong with the command line (status 2).
 struct Ending {
   int status = 0;
   std::string text = {};  // whole lines
-
-  // Prints the text where it belongs and gives the status.
-  int Tell() const;
 };
 
 // A command line in the one style of all programs: "--name value" or "--name=value", "--" before file names
@@ -30,13 +26,17 @@ class Arguments : public CLI::App {
   CLI::Option* AddRepeated(const std::string& name, const std::string& form, const std::string& purpose,
                            const std::function<void(std::string)>& take);
 
-  // Reads them into the variables that the options are bound to. Nothing: go on.
-  std::optional<Ending> Read(std::vector<std::string> arguments);
-  // The ending for a command line whose options contradict each other.
-  Ending Wrong(const std::string& what) const;
+  // Reads them into the variables that the options are bound to; otherwise throws an Ending.
+  void Read(std::vector<std::string> arguments);
+  // For options that contradict each other.
+  [[noreturn]] void Refuse(const std::string& what) const;
 };
 
 // For file names: the name must not be empty, so that an unset variable of a script is noticed.
 const CLI::Validator& NamedFile();
+
+// What main does: gives the status of `work`, or prints why it has none. An Ending has its own, any other
+// exception is 2.
+int RunProgram(const std::string& program, const std::function<int()>& work);
 
 }  // namespace quorvane

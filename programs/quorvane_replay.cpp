@@ -1,27 +1,158 @@
 // quorvane-replay: runs a session journal without a window.
 
-#include <cstdio>
+#include <algorithm>
+#include <array>
 #include <fstream>
 #include <iostream>
+#include <optional>
+#include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "base/text.h"
 #include "files/file_ops.h"
+#include "files/output_guard.h"
 #include "journal/journal_text.h"
-#include "programs/replay_command.h"
-#include "replay/outputs.h"
+#include "programs/arguments.h"
+#include "records/project_store.h"
 #include "replay/replay.h"
 
 namespace quorvane {
 namespace {
 
+constexpr const char* kProgram = "quorvane-replay";
 constexpr int kDone = 0;
 constexpr int kDifferent = 1;
 constexpr int kCannot = 2;
 
-void Say(const std::string& text) {
-  std::cerr << "quorvane-replay: " << text << "\n";
+constexpr std::size_t kMostBytes = std::size_t{1} << 30;
+
+struct Command {
+  std::string project = {};
+  std::string settings = {};
+  std::string state = {};
+  std::string frames = {};
+  std::string dialogs = {};
+  bool verify = false;
+  bool inPlace = false;
+  std::string journal = {};
+};
+
+Command ReadCommand(const std::vector<std::string>& arguments) {
+  Command command;
+  Arguments app(kProgram, "Runs a session journal through the console on a virtual clock.\n");
+  app.AddFile("--project", command.project,
+              "the project file that is written; without it a fresh file in a temporary folder");
+  app.AddFile("--settings", command.settings, "gets the settings store at the end, as INI text");
+  app.AddFile("--state", command.state,
+              "gets the state of the race, the lanes and all controls at the end, as JSON");
+  app.AddFile("--frames", command.frames, "gets a tx record for each frame sent");
+  app.AddFile("--dialogs", command.dialogs, "gets a line of JSON for each dialog box shown");
+  app.add_flag(
+      "--in-place", command.inPlace,
+      "the files that the journal names by answers are written where they stand; otherwise copies are "
+      "used, and --project is no file of the session");
+  app.add_flag(
+      "--verify", command.verify,
+      "compares the frames with the journal's tx records, and the project files with those that the "
+      "session left; --project then names the session's file, or a copy of it. No project is written");
+  app.AddFile("JOURNAL", command.journal, "of the session; - is standard input")->required();
+  app.footer(
+      "Exit status: 0 done, or the same; 1 different; 2 the journal cannot be read, or not be run to its "
+      "end.");
+  app.Read(arguments);
+  if (command.verify && command.inPlace) {
+    app.Refuse("--verify writes no file of the session, so --in-place does not go with it");
+  }
+  return command;
 }
+
+void Say(const std::string& text) {
+  std::cerr << kProgram << ": " << text << "\n";
+}
+
+// What does not begin as a journal is not read to its end, which may be far away.
+bool MayBeJournal(std::string_view text) {
+  if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
+  return text.starts_with(kJournalFirstLine.substr(0, text.size()));
+}
+
+std::string ReadStandardInput() {
+  std::string text;
+  std::array<char, 65536> block;
+  while (std::cin && text.size() <= kMostBytes && MayBeJournal(text)) {
+    std::cin.read(block.data(), block.size());
+    text.append(block.data(), static_cast<std::size_t>(std::cin.gcount()));
+  }
+  if (text.size() > kMostBytes) throw std::runtime_error("-: the journal is too long");
+  return text;
+}
+
+// What has no end (a device, a pipe with a name) is not waited for, and what is longer than any session is
+// given up.
+std::string ReadJournalText(const std::string& path) {
+  if (path == "-") return ReadStandardInput();
+  std::string text;
+  FileStamp stamp;
+  const std::error_code error = SystemFiles().ReadFile(path, kMostBytes, text, stamp);
+  if (error) throw std::runtime_error(path + ": the journal cannot be opened: " + error.message());
+  return text;
+}
+
+// ---- What must not be written over: the journal, the files that it names (--project only if it exists, and
+// not when the command says "in place"), one output by another, and what is no output of this kind.
+
+std::vector<std::string> FilesNamedBy(const SessionJournal& journal) {
+  std::vector<std::string> files;
+  for (const auto& setting : journal.settings) {
+    if (setting.section == "DiskFile" && setting.key == "FileName") files.push_back(setting.value);
+  }
+  for (const auto& project : journal.projects) files.push_back(project.path);
+  for (const JournalRecord& record : journal.records) {
+    if (record.kind == JournalRecord::Kind::Held) files.push_back(record.event.text);
+    if (record.answer.word == DialogAnswer::Word::File) files.push_back(record.answer.text);
+  }
+  std::erase(files, "");
+  return files;
+}
+
+std::optional<std::string> WhyNotProject(const Command& command, const std::vector<std::string>& named) {
+  const std::string& path = command.project;
+  const FileKind kind = KindOfFile(path);
+  if (command.verify) {
+    if (kind == FileKind::Missing) return "it is not there, and a comparison writes no project";
+    return WhyNotWrite(path, FileKind::Project);
+  }
+  if (kind != FileKind::Missing && !command.inPlace && WhyNotWrite(path, FileKind::Project, named)) {
+    const auto otherwise = WhyNotWrite(path, FileKind::Project);
+    return otherwise ? otherwise : "it is a file of the session; --in-place writes it all the same";
+  }
+  if (auto reason = WhyNotWrite(path, FileKind::Project, {command.journal})) return reason;
+  if (ProjectStore(path).TryLock() == LockResult::HeldElsewhere) return "it is open in a console";
+  return std::nullopt;
+}
+
+// Asked before anything is written.
+void RefuseWhatMustStay(const Command& command, const SessionJournal& journal) {
+  std::vector<std::string> inUse = FilesNamedBy(journal);
+  if (!command.project.empty()) {
+    if (const auto reason = WhyNotProject(command, inUse))
+      throw std::runtime_error(command.project + ": " + *reason);
+    inUse.push_back(command.project);
+  }
+  inUse.push_back(command.journal);
+  for (const auto& [output, becomes] :
+       {std::pair(command.settings, FileKind::Settings), std::pair(command.state, FileKind::Other),
+        std::pair(command.frames, FileKind::Other), std::pair(command.dialogs, FileKind::Other)}) {
+    if (output.empty()) continue;
+    if (const auto reason = WhyNotWrite(output, becomes, inUse))
+      throw std::runtime_error(output + ": " + *reason);
+    inUse.push_back(output);
+  }
+}
+
+// ---- Running it.
 
 bool WriteWhole(const std::string& path, const std::string& text) {
   if (path.empty()) return true;
@@ -32,18 +163,27 @@ bool WriteWhole(const std::string& path, const std::string& text) {
   return static_cast<bool>(out);
 }
 
-bool WriteOutputs(const ReplayCommand& command, Replay& replay) {
+bool WriteOutputs(const Command& command, Replay& replay) {
   bool written = WriteWhole(command.settings, SettingsText(replay.platform().settings));
   written = WriteWhole(command.state, StateJson(replay)) && written;
   written = WriteWhole(command.frames, FrameRecords(replay.Sent())) && written;
   return WriteWhole(command.dialogs, DialogLines(replay.platform().shown)) && written;
 }
 
-int RunJournal(const ReplayCommand& command, const SessionJournal& journal) {
-  if (const auto reason = WhyNotRun(command, journal)) {
-    Say(*reason);
-    return kCannot;
+int Compare(const Command& command, const SessionJournal& journal, Replay& replay) {
+  const Verdict verdict = Verify(journal, replay, command.project);
+  for (const std::string& note : verdict.notes) Say(note);
+  std::cout << verdict.text << "\n";
+  if (!verdict.same) {
+    std::cout << "replayed project: " << replay.program().race().ProjectFile << "\n";
+    return kDifferent;
   }
+  replay.folder().Remove();
+  return kDone;
+}
+
+int Run(const Command& command, const SessionJournal& journal) {
+  RefuseWhatMustStay(command, journal);
   Replay replay(journal, {.project = command.verify ? std::string() : command.project,
                           .inPlace = command.inPlace,
                           .verify = command.verify});
@@ -58,48 +198,27 @@ int RunJournal(const ReplayCommand& command, const SessionJournal& journal) {
     Say(command.journal + ": no answer is left for a box that must have one: " + replay.StuckIn());
     well = false;
   }
-  if (!command.verify || !well) return well ? kDone : kCannot;
-  const Verdict verdict = Verify(journal, replay, command.project);
-  for (const std::string& note : verdict.notes) Say(note);
-  std::cout << verdict.text << "\n";
-  if (!verdict.same) {
-    std::cout << "replayed project: " << replay.program().race().ProjectFile << "\n";
-    return kDifferent;
-  }
-  replay.folder().Remove();
-  return kDone;
+  if (!well) return kCannot;
+  return command.verify ? Compare(command, journal, replay) : kDone;
 }
 
 int Main(const std::vector<std::string>& arguments) {
-  const auto parsed = ReadReplayCommand(arguments);
-  if (const auto* ending = std::get_if<Ending>(&parsed)) return ending->Tell();
-  const auto& command = std::get<ReplayCommand>(parsed);
-  std::string text;
-  std::string problem;
-  if (!ReadJournalText(command.journal, text, problem)) {
-    Say(command.journal + ": " + problem);
-    return kCannot;
-  }
+  const Command command = ReadCommand(arguments);
   try {
-    return RunJournal(command, ReadJournal(text));
+    return Run(command, ReadJournal(ReadJournalText(command.journal)));
   } catch (const UnreadableJournal& error) {
-    std::cerr << command.journal << ":" << error.Line() << ": " << error.what() << "\n";
-  } catch (const std::exception& error) {
-    Say(error.what());
+    const std::string place = command.journal + ":" + std::to_string(error.Line());
+    throw Ending{kCannot, place + ": " + error.what() + "\n"};
   }
-  return kCannot;
 }
 
 }  // namespace
 }  // namespace quorvane
 
-int main(int argc, char** argv) try {
-  quorvane::OutliveWriteErrors();
-  const int status = quorvane::Main(std::vector<std::string>(argv + 1, argv + argc));
+int main(int argc, char** argv) {
+  using namespace quorvane;
+  const int status = RunProgram(kProgram, [&] { return Main({argv + 1, argv + argc}); });
   if (std::cout.flush()) return status;
-  quorvane::Say("standard output cannot be written");
-  return quorvane::kCannot;
-} catch (const std::exception& error) {
-  std::fprintf(stderr, "quorvane-replay: %s\n", error.what());
-  return quorvane::kCannot;
+  Say("standard output cannot be written");
+  return kCannot;
 }

@@ -1,4 +1,4 @@
-#include "replay/outputs.h"
+// What a replay leaves behind, as text.
 
 #include <fmt/format.h>
 
@@ -9,6 +9,7 @@
 #include "base/text.h"
 #include "journal/journal_text.h"
 #include "records/profile_file.h"
+#include "replay/replay.h"
 
 namespace quorvane {
 namespace {

@@ -4,10 +4,10 @@
 #include <filesystem>
 #include <fstream>
 #include <random>
-#include <stdexcept>
 
 #include "base/text.h"
 #include "records/project.h"
+#include "results/results_words.h"
 
 namespace quorvane {
 namespace {
@@ -18,12 +18,6 @@ constexpr const char* kProjectKey = "FileName";
 // The program was killed while a box was open. No std::exception, like NoWayOut.
 struct KilledInBox {};
 
-std::string OneLine(std::string text) {
-  std::replace_if(
-      text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20; }, ' ');
-  return text;
-}
-
 constexpr std::size_t kMostCopied = std::size_t{64} << 20;
 
 void PutFile(const std::string& path, const std::string& bytes) {
@@ -31,14 +25,14 @@ void PutFile(const std::string& path, const std::string& bytes) {
   std::ofstream(PathOf(path), std::ios::binary) << bytes;
 }
 
+// With its last separator.
 std::string MakeTemporaryFolder() {
   std::random_device random;
-  const std::filesystem::path parent = std::filesystem::temp_directory_path();
-  for (int attempt = 0; attempt < 100; ++attempt) {
-    const std::filesystem::path folder = parent / ("quorvane-replay-" + std::to_string(random()));
-    if (std::filesystem::create_directory(folder)) return folder.string() + "/";
-  }
-  throw std::runtime_error("no temporary folder can be made");
+  std::filesystem::path folder;
+  do {
+    folder = std::filesystem::temp_directory_path() / ("quorvane-replay-" + std::to_string(random()));
+  } while (!std::filesystem::create_directory(folder));
+  return folder.string() + "/";
 }
 
 }  // namespace
@@ -57,21 +51,8 @@ std::error_code ReplayFiles::Rename(const std::string& from, const std::string& 
   return FileOps::Rename(from, to);
 }
 
-void ReplayFiles::Hold(const std::string& path, bool held) {
-  if (held) {
-    held_.insert(WholePath(path));
-  } else {
-    held_.erase(WholePath(path));
-  }
-}
-
 LockResult ReplayFiles::Lock(const std::string& target, FileLock& lock) {
-  return held_.contains(WholePath(target)) ? LockResult::HeldElsewhere : FileOps::Lock(target, lock);
-}
-
-const std::string& ReplayFolder::Path() {
-  if (folder_.empty()) folder_ = MakeTemporaryFolder();
-  return folder_;
+  return held_[WholePath(target)] ? LockResult::HeldElsewhere : FileOps::Lock(target, lock);
 }
 
 void ReplayFolder::Remove() {
@@ -81,26 +62,26 @@ void ReplayFolder::Remove() {
 }
 
 const ReplayFolder::Copy* ReplayFolder::Find(const std::string& original) const {
-  const auto found = std::find_if(copies_.begin(), copies_.end(), [&](const Copy& copy) {
-    return copy.original == original || copy.path == original;
-  });
+  const auto found = std::ranges::find_if(
+      copies_, [&](const Copy& copy) { return copy.original == original || copy.path == original; });
   return found == copies_.end() ? nullptr : &*found;
 }
 
 const std::string& ReplayFolder::CopyOf(const std::string& original, bool asItStands) {
   if (const Copy* copy = Find(original)) return copy->path;
+  if (folder_.empty()) folder_ = MakeTemporaryFolder();
   std::string name = FileNameOf(original);
   if (name.empty() || name == "." || name == "..") name = "project.ini";
   // Files of one name from several folders must not meet.
-  const std::string folder = copies_.empty() ? "" : std::to_string(copies_.size()) + "/";
+  const std::string folder = folder_ + (copies_.empty() ? "" : std::to_string(copies_.size()) + "/");
   const auto same = journal_.sameFiles.find(original);
   if (same != journal_.sameFiles.end() && !journal_.sameFiles.contains(same->second)) {
     const std::string copy = WholePath(CopyOf(same->second));
-    MakeFolderPath(Path() + folder);
+    MakeFolderPath(folder);
     std::error_code ignored;
-    std::filesystem::create_symlink(PathOf(copy), PathOf(Path() + folder + name), ignored);
+    std::filesystem::create_symlink(PathOf(copy), PathOf(folder + name), ignored);
   }
-  const std::string& path = Use(Path() + folder + name, original);
+  const std::string& path = Use(folder + name, original);
   if (!asItStands || FileExists(path)) return path;
   if (const auto bytes = ContentOf(original, kMostCopied)) PutFile(path, *bytes);
   return path;
@@ -108,20 +89,13 @@ const std::string& ReplayFolder::CopyOf(const std::string& original, bool asItSt
 
 const std::string& ReplayFolder::Use(const std::string& path, const std::string& original) {
   copies_.push_back({original, path});
-  const auto kept = std::find_if(journal_.projects.begin(), journal_.projects.end(),
-                                 [&](const auto& project) { return project.path == original; });
-  if (kept != journal_.projects.end() && !FileExists(path)) {
-    PutFile(path, kept->bytes);
-  }
+  const auto kept = std::ranges::find(journal_.projects, original, &SessionJournal::KeptProject::path);
+  if (kept != journal_.projects.end() && !FileExists(path)) PutFile(path, kept->bytes);
   return copies_.back().path;
 }
 
 Replay::Replay(const SessionJournal& journal, const ReplayOptions& options)
     : journal_(journal), options_(options), folder_(journal), program_(platform_, serial_, files_) {
-  Prepare();
-}
-
-void Replay::Prepare() {
   platform_.start = journal_.start;
   platform_.mostDismissals = 1;
   platform_.whileOpen = [this](const DialogBox&) { WhileOpen(); };
@@ -215,8 +189,8 @@ std::string Replay::PathFor(const std::string& named) {
 void Replay::TakeEvent(const JournalRecord& record) {
   const Event& event = record.event;
   if (event.kind == EventKind::Ports) {
-    TakePorts(event);
-    return;
+    serial_.ports = {event.numbers.begin(), event.numbers.end()};
+    if (!loaded_) return;
   }
   if (event.kind == EventKind::Load) loaded_ = true;
   if (!Names(event)) {
@@ -229,11 +203,6 @@ void Replay::TakeEvent(const JournalRecord& record) {
   } else {
     program_.door().Enter(event);
   }
-}
-
-void Replay::TakePorts(const Event& event) {
-  serial_.ports = {event.numbers.begin(), event.numbers.end()};
-  if (loaded_) program_.door().Enter(event);
 }
 
 // Whether the program has what the record names.

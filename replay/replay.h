@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <map>
@@ -34,13 +33,13 @@ class ReplayFiles : public FileOps {
   std::error_code SyncFolder(const std::string&) override { return {}; }
 
   // Whether another console is to hold the file from now on.
-  void Hold(const std::string& path, bool held);
+  void Hold(const std::string& path, bool held) { held_[WholePath(path)] = held; }
   LockResult Lock(const std::string& target, FileLock& lock) override;
 
  private:
   std::function<std::int64_t()> clock_;
   std::map<std::string, std::string> unnamed_;  // content of temporary files
-  std::set<std::string> held_;
+  std::map<std::string, bool> held_;
   std::vector<Version> versions_;
 };
 
@@ -56,8 +55,6 @@ class ReplayFolder {
 
   explicit ReplayFolder(const SessionJournal& journal) : journal_(journal) {}
 
-  // Made at the first call. Ends with a separator.
-  const std::string& Path();
   // The copy of this file, a new one at the first call for it. Of a file of which the journal keeps nothing
   // it is as the file now stands, on request.
   const std::string& CopyOf(const std::string& original, bool asItStands = false);
@@ -72,7 +69,7 @@ class ReplayFolder {
   const Copy* Find(const std::string& original) const;
 
   const SessionJournal& journal_;
-  std::string folder_;
+  std::string folder_;  // with its last separator; empty until the first copy
   std::vector<Copy> copies_;
 };
 
@@ -88,13 +85,12 @@ struct ReplayOptions {
 };
 
 // Runs a journal through the whole program on a virtual clock. The journal must outlive it.
-//
-// The files that a journal names are those of a contest, or anybody's: copies are used in their place.
 class Replay {
  public:
   struct Frame {
     std::int64_t ms;
     std::vector<std::uint8_t> bytes;
+    bool operator==(const Frame&) const = default;
   };
 
   Replay(const SessionJournal& journal, const ReplayOptions& options);
@@ -128,13 +124,11 @@ class Replay {
     std::set<std::string> projects;
   };
 
-  void Prepare();
   bool Step();
   bool FireTimerBefore(std::int64_t ms);
   void Take(const JournalRecord& record);
   std::string PathFor(const std::string& named);
   void TakeEvent(const JournalRecord& record);
-  void TakePorts(const Event& event);
   bool Names(const Event& event);
   void WhileOpen();
 
@@ -151,5 +145,27 @@ class Replay {
   std::string stuckIn_;
   std::vector<std::string> notes_;
 };
+
+// ---- What a replay leaves behind, as text.
+
+// One JSON object: `time`, `race`, `lanes`, `controls`.
+std::string StateJson(Replay& replay);
+// A tx record for each frame sent.
+std::string FrameRecords(const std::vector<Replay::Frame>& frames);
+// A line for each dialog box that was answered: `ms` at which it opened, `kind`, `title`, `text`, `answer`.
+std::string DialogLines(const std::vector<VirtualPlatform::Shown>& shown);
+// INI text, one section after the other in the order of their names.
+std::string SettingsText(const MemorySettings& settings);
+
+struct Verdict {
+  bool same = false;
+  std::string text;                // one line for the operator, with the time of the first difference
+  std::vector<std::string> notes;  // what could not be compared
+};
+
+// Compares what a replay (with verify) has sent and saved with what the session sent, by its tx records, and
+// saved, by its project files as they now stand on the disk. `project`, if given, stands in for the file that
+// was open at the end.
+Verdict Verify(const SessionJournal& journal, Replay& replay, const std::string& project);
 
 }  // namespace quorvane

@@ -1,4 +1,4 @@
-#include "replay/outputs.h"
+// Whether a replay has gone as its session did.
 
 #include <fmt/format.h>
 
@@ -12,6 +12,7 @@
 #include "journal/journal_text.h"
 #include "records/profile_file.h"
 #include "records/project.h"
+#include "replay/replay.h"
 
 namespace quorvane {
 namespace {
@@ -38,19 +39,14 @@ void CompareFrames(const SessionJournal& journal, const std::vector<Replay::Fram
   for (const JournalRecord& record : journal.records) {
     if (record.kind == JournalRecord::Kind::Sent) recorded.push_back({record.ms, record.event.bytes});
   }
-  const auto equal = [](const Replay::Frame& a, const Replay::Frame& b) {
-    return a.ms == b.ms && a.bytes == b.bytes;
-  };
-  const auto [first, second] =
-      std::mismatch(recorded.begin(), recorded.end(), replayed.begin(), replayed.end(), equal);
+  const auto [first, second] = std::ranges::mismatch(recorded, replayed);
   if (first == recorded.end() && second == replayed.end()) return;
   // A session that was killed may have lost what its last event sent.
   const bool lostTail = first == recorded.end() && !journal.hasEnd && second->ms >= journal.LastMs();
   if (lostTail) return;
   const auto index = static_cast<std::size_t>(first - recorded.begin());
-  std::int64_t ms = kLastJournalMs;
-  if (first != recorded.end()) ms = std::min(ms, first->ms);
-  if (second != replayed.end()) ms = std::min(ms, second->ms);
+  const std::int64_t ms = std::min(first == recorded.end() ? kLastJournalMs : first->ms,
+                                   second == replayed.end() ? kLastJournalMs : second->ms);
   differences.push_back({ms, fmt::format("frame {}: recorded {}, replayed {}", index + 1,
                                          FrameText(recorded, index), FrameText(replayed, index))});
 }
@@ -60,9 +56,7 @@ using Name = std::pair<std::string, std::string>;  // section, key
 std::set<Name> NamesIn(const std::string& bytes) {
   std::set<Name> names;
   std::string section;
-  std::string text = bytes;
-  std::replace(text.begin(), text.end(), '\r', '\n');
-  for (const std::string& line : Split(text, '\n')) {
+  for (const std::string& line : Split(Replaced(bytes, "\r", "\n"), '\n')) {
     const std::size_t equals = line.find('=');
     if (line.starts_with('[')) {
       section = line.substr(1, line.find(']') - 1);
@@ -215,8 +209,7 @@ Verdict Verify(const SessionJournal& journal, Replay& replay, const std::string&
     verdict.text = SameWords(journal) + ": " + std::to_string(replay.Sent().size()) + " frames" + compared;
     return verdict;
   }
-  const auto first = std::min_element(differences.begin(), differences.end(),
-                                      [](const Difference& a, const Difference& b) { return a.ms < b.ms; });
+  const auto first = std::ranges::min_element(differences, {}, &Difference::ms);
   verdict.text = "different at " + std::to_string(first->ms) + " ms: " + first->what;
   return verdict;
 }

@@ -1,5 +1,6 @@
 #include "replay/virtual_platform.h"
 
+#include <algorithm>
 #include <array>
 
 namespace quorvane {
@@ -7,25 +8,21 @@ namespace {
 
 using Word = DialogAnswer::Word;
 
-constexpr unsigned Bit(Word word) {
-  return 1U << static_cast<unsigned>(word);
-}
-
-// By DialogKind: the answers that fit, and what a box answers that is closed without a choice.
+// By DialogKind: what a box answers that is closed without a choice, and the other answers that fit.
 struct BoxRule {
-  unsigned fitting;
   Word closed;
+  std::array<Word, 2> fitting;
 };
-constexpr std::array<BoxRule, 7> kBoxRules = {{{Bit(Word::Ok), Word::Ok},
-                                               {Bit(Word::Ok), Word::Cancel},
-                                               {Bit(Word::Yes), Word::No},
-                                               {Bit(Word::Yes) | Bit(Word::No), Word::Cancel},
-                                               {Bit(Word::Text), Word::Cancel},
-                                               {Bit(Word::File), Word::Cancel},
-                                               {Bit(Word::File), Word::Cancel}}};
+constexpr std::array<BoxRule, 7> kBoxRules = {{{Word::Ok, {Word::Ok, Word::Ok}},
+                                               {Word::Cancel, {Word::Ok, Word::Ok}},
+                                               {Word::No, {Word::Yes, Word::Yes}},
+                                               {Word::Cancel, {Word::Yes, Word::No}},
+                                               {Word::Cancel, {Word::Text, Word::Text}},
+                                               {Word::Cancel, {Word::File, Word::File}},
+                                               {Word::Cancel, {Word::File, Word::File}}}};
 
-DialogAnswer Dismissed(DialogKind kind) {
-  return {kBoxRules[static_cast<std::size_t>(kind)].closed};
+const BoxRule& RuleOf(const DialogBox& box) {
+  return kBoxRules[static_cast<std::size_t>(box.kind)];
 }
 
 DialogAnswer Fitted(const DialogBox& box, const DialogAnswer& answer) {
@@ -33,8 +30,8 @@ DialogAnswer Fitted(const DialogBox& box, const DialogAnswer& answer) {
   if (asks && answer.word == Word::Ok) {
     return {box.kind == DialogKind::Input ? Word::Text : Word::File, box.preset};
   }
-  const bool fits = (kBoxRules[static_cast<std::size_t>(box.kind)].fitting & Bit(answer.word)) != 0;
-  return fits ? DialogAnswer{answer.word, asks ? answer.text : ""} : Dismissed(box.kind);
+  if (std::ranges::count(RuleOf(box).fitting, answer.word) == 0) return {RuleOf(box).closed};
+  return {answer.word, asks ? answer.text : ""};
 }
 
 }  // namespace
@@ -45,15 +42,9 @@ std::string MemorySettings::GetSetting(const std::string& section, const std::st
   return found == values_.end() ? fallback : found->second;
 }
 
-void MemorySettings::SaveSetting(const std::string& section, const std::string& key,
-                                 const std::string& value) {
-  values_[{section, key}] = value;
-}
-
 SerialError VirtualSerial::OpenDevice(int port) {
   if (!ports.contains(port)) return {kErrorNoSuchPort, "Invalid port number"};
-  const auto found = busy.find(port);
-  SerialError error = found == busy.end() ? SerialError{} : found->second;
+  const SerialError error = busy.contains(port) ? busy.at(port) : SerialError{};
   if (onOpened) onOpened(port, error);
   return error;
 }
@@ -61,10 +52,6 @@ SerialError VirtualSerial::OpenDevice(int port) {
 void VirtualSerial::WriteDevice(const std::vector<std::uint8_t>& bytes) {
   sent.push_back(bytes);
   if (onSent) onSent(bytes);
-}
-
-LocalDateTime VirtualPlatform::LocalNow() {
-  return AddMilliseconds(start, ms_);
 }
 
 DialogAnswer VirtualPlatform::ShowDialog(const DialogBox& box) {
@@ -89,16 +76,16 @@ DialogAnswer VirtualPlatform::Dismiss(const DialogBox& box) {
   if (!again) dismissals_ = 0;
   dismissed_ = box;
   if (++dismissals_ > mostDismissals && box.kind != DialogKind::Ok) throw NoWayOut{box};
-  return Dismissed(box.kind);
+  return {RuleOf(box).closed};
 }
 
 void VirtualPlatform::RunUntil(Door& door, std::int64_t ms) {
-  while (door.AllForms().Timers().NextDue().value_or(ms) < ms) {
-    const std::int64_t due = *door.AllForms().Timers().NextDue();
-    if (due > ms_) ms_ = due;
-    door.FireTimer(*door.AllForms().Timers().NextTimer());
+  TimerQueue& timers = door.AllForms().Timers();
+  for (auto due = timers.NextDue(); due && *due < ms; due = timers.NextDue()) {
+    ms_ = std::max(*due, ms_);
+    door.FireTimer(*timers.NextTimer());
   }
-  if (ms > ms_) ms_ = ms;
+  ms_ = std::max(ms, ms_);
 }
 
 }  // namespace quorvane

@@ -20,7 +20,9 @@ class MemorySettings : public SettingsStore {
  public:
   std::string GetSetting(const std::string& section, const std::string& key,
                          const std::string& fallback) const override;
-  void SaveSetting(const std::string& section, const std::string& key, const std::string& value) override;
+  void SaveSetting(const std::string& section, const std::string& key, const std::string& value) override {
+    values_[{section, key}] = value;
+  }
 
   using Values = std::map<std::pair<std::string, std::string>, std::string>;
   const Values& All() const { return values_; }
@@ -62,7 +64,7 @@ class VirtualPlatform : public Platform {
   };
 
   std::int64_t ClockMs() override { return ms_ += msPerLook; }
-  LocalDateTime LocalNow() override;
+  LocalDateTime LocalNow() override { return AddMilliseconds(start, ms_); }
   DialogAnswer ShowDialog(const DialogBox& box) override;
   void RepaintWindows() override { ++repaints; }
   void BringForward(Form&) override {}

@@ -94,13 +94,13 @@ std::string Contradiction(const CommandLine& line) {
 
 }  // namespace
 
-std::variant<CommandLine, Ending> ParseCommandLine(const std::vector<std::string>& arguments) {
+CommandLine ParseCommandLine(const std::vector<std::string>& arguments) {
   CommandLine line;
   Arguments app("quorvane", "The race-control console.\n");
   AddConsole(app, line);
   AddPrinting(app, line);
-  if (const auto ending = app.Read(arguments)) return *ending;
-  if (const std::string wrong = Contradiction(line); !wrong.empty()) return app.Wrong(wrong);
+  app.Read(arguments);
+  if (const std::string wrong = Contradiction(line); !wrong.empty()) app.Refuse(wrong);
   return line;
 }
 

@@ -2,7 +2,6 @@
 
 #include <map>
 #include <string>
-#include <variant>
 #include <vector>
 
 #include "programs/arguments.h"
@@ -30,6 +29,7 @@ struct CommandLine {
   std::string paper;                 // "A4" or "Letter"; empty: as set up
 };
 
-std::variant<CommandLine, Ending> ParseCommandLine(const std::vector<std::string>& arguments);
+// Throws an Ending where the program does not get to its work.
+CommandLine ParseCommandLine(const std::vector<std::string>& arguments);
 
 }  // namespace quorvane

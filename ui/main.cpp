@@ -10,7 +10,6 @@
 #include <vector>
 
 #include "console/program.h"
-#include "files/file_ops.h"
 #include "files/output_guard.h"
 #include "ui/command_line.h"
 #include "ui/demo.h"
@@ -79,10 +78,7 @@ int Print(const CommandLine& line) {
 }
 
 int Main(int argc, char** argv) {
-  OutliveWriteErrors();
-  const auto parsed = ParseCommandLine({argv + 1, argv + argc});
-  if (const auto* ending = std::get_if<Ending>(&parsed)) return ending->Tell();
-  const auto& line = std::get<CommandLine>(parsed);
+  const CommandLine line = ParseCommandLine({argv + 1, argv + argc});
   const bool usual = line.settings.empty();
   const auto reason = usual ? std::nullopt : WhyNotWrite(line.settings, FileKind::Settings, {line.project});
   if (reason) return Complain("cannot keep settings in " + line.settings + ": " + *reason, 2);
@@ -108,5 +104,5 @@ int Main(int argc, char** argv) {
 }  // namespace quorvane
 
 int main(int argc, char** argv) {
-  return quorvane::Main(argc, argv);
+  return quorvane::RunProgram("quorvane", [&] { return quorvane::Main(argc, argv); });
 }

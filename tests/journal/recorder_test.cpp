@@ -12,7 +12,6 @@
 
 #include "base/checked.h"
 #include "journal/journal_text.h"
-#include "replay/outputs.h"
 #include "replay/replay.h"
 #include "tests/support/console_rig.h"
 #include "tests/support/scratch_folder.h"

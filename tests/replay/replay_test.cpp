@@ -7,8 +7,6 @@
 
 #include "base/text.h"
 #include "journal/journal_text.h"
-#include "programs/replay_command.h"
-#include "replay/outputs.h"
 #include "tests/support/console_rig.h"
 
 namespace quorvane {
@@ -139,14 +137,6 @@ TEST(Replay, AFileThatTheJournalNamesIsCopiedUnlessItIsToBeWrittenInPlace) {
     std::string after(std::istreambuf_iterator<char>(std::ifstream(named).rdbuf()), {});
     EXPECT_EQ(after == before, !inPlace);
   }
-  EXPECT_EQ(WhyNotRun({.project = named, .inPlace = true}, journal), std::nullopt);
-  EXPECT_NE(WhyNotRun({.project = named}, journal), std::nullopt);
-  EXPECT_EQ(WhyNotRun({.project = named, .verify = true}, journal), std::nullopt);
-  EXPECT_NE(WhyNotRun({.project = folder / "new.ini", .verify = true}, journal), std::nullopt);
-  EXPECT_NE(WhyNotRun({.state = named}, journal), std::nullopt);
-  EXPECT_NE(WhyNotRun({.state = folder / "j", .journal = folder / "j"}, journal), std::nullopt);
-  EXPECT_NE(WhyNotRun({.state = folder / "a", .frames = folder / "a"}, journal), std::nullopt);
-  EXPECT_EQ(WhyNotRun({.state = folder / "a", .frames = folder / "b"}, journal), std::nullopt);
 }
 
 TEST(Replay, OutputsSayWhatHappened) {

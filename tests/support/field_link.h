@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <functional>
 #include <random>
-#include <sstream>
 #include <vector>
 
 #include "field/compare.h"
@@ -58,28 +57,21 @@ class FieldLink {
 inline field::ToldHeat ToldByProject(ConsoleRig& rig, int race) {
   const RaceRecord record = ReadRace(OpenProject(rig.program.project(), rig.race()), race);
   field::ToldHeat heat{race, {}};
-  for (const LaneRecord& lane : record.lanes) {
-    if (!lane.flies) continue;
-    field::ToldLane told;
-    told.lane = lane.lane;
+  for (const LaneRecord& lane : FlyingLanes(record)) {
+    field::ToldLane& told = heat.lanes[lane.lane];
     for (const LapRecord& lap : lane.laps) told.laps.push_back(lap.time);
     for (const CutRecord& cut : lane.cuts) {
       const bool judged = cut.pylon.front() == 'P';
-      told.cuts.push_back({judged ? cut.pylon.back() - '0' : field::kHandCut, cut.time});
+      told.cuts[judged ? cut.pylon.back() - '0' : field::kHandCut].push_back(cut.time);
     }
     told.final_time = lane.final;
     told.place = lane.placing;
-    heat.lanes.push_back(told);
   }
   return heat;
 }
 
 inline field::ToldHeat ToldByField(const field::HeatResult& result) {
-  std::stringstream json(ToJson(result));
-  std::string error;
-  const auto heats = field::ReadHeats(json, error);
-  EXPECT_TRUE(heats && heats->size() == 1) << error;
-  return heats && !heats->empty() ? heats->front() : field::ToldHeat{};
+  return field::ReadHeats(ToJson(result)).at(0);
 }
 
 }  // namespace quorvane

@@ -90,9 +90,8 @@ TEST_F(PaperTest, TheCommandLineFailsWithAStatusAndLeavesTheProjectAlone) {
                {"1", "cup.ini", "./cup.ini", 0},     {"1", "cup.ini", "fifo", 0},
                {"1", "cup.ini", "settings.ini", 0}};
   for (const auto& example : cases) {
-    const auto line =
-        std::get<CommandLine>(ParseCommandLine({"--print", example.races, InFolder(example.project), "-o",
-                                                InFolder(example.output), "--paper", "a4"}));
+    const CommandLine line = ParseCommandLine({"--print", example.races, InFolder(example.project), "-o",
+                                               InFolder(example.output), "--paper", "a4"});
     EXPECT_EQ(PrintReports(line, kImprint, settings).empty(), example.pages > 0) << example.output;
     EXPECT_EQ(ReadPdf(Path(example.output)).size(), example.pages) << example.races;
   }

@@ -5,7 +5,7 @@
 #include <QLabel>
 #include <algorithm>
 
-#include "replay/outputs.h"
+#include "replay/replay.h"
 #include "tests/ui/fixture.h"
 #include "ui/session_recording.h"
 

@@ -1,0 +1,230 @@
+// The programs as they are called: their command lines, their exit status and the files they touch.
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <cmath>
+#include <cstring>
+#include <thread>
+#include <vector>
+
+#include "field/radio.h"
+#include "tests/support/scratch_folder.h"
+
+namespace quorvane {
+namespace {
+
+const std::string kData = QUORVANE_TEST_DATA;
+
+std::string Beside(const std::string& name) {
+  return std::filesystem::read_symlink("/proc/self/exe").parent_path() / name;
+}
+
+// What a program says, on both of its outputs, and its exit status.
+struct Said {
+  std::string text;
+  int status = -1;
+};
+Said Finish(FILE* pipe) {
+  Said said;
+  for (int c = std::fgetc(pipe); c != EOF; c = std::fgetc(pipe)) said.text += static_cast<char>(c);
+  said.status = WEXITSTATUS(pclose(pipe));
+  return said;
+}
+Said Call(const std::string& command) {
+  return Finish(popen((Beside("quorvane-") + command + " 2>&1 </dev/null").c_str(), "r"));
+}
+
+TEST(Programs, RefuseABadCommandLineInOneLine) {
+  const std::pair<std::string, std::vector<std::string>> programs[] = {
+      {"results",
+       {"", "a.ini b.ini", "--format xml a.ini", "--format", "a.ini -o", "--output= a.ini b.ini",
+        "--what a.ini", "-x a.ini", "--bom a.ini", "--bom=1 --format csv a.ini", "--"}},
+      {"replay",
+       {"", "a b", "--state", "--state '' a", "--verify --in-place a", "none", "/tmp", "--state=x"}},
+      {"field",
+       {"--what",
+        "heat",
+        "--seed",
+        "--seed -1",
+        "--mode 7",
+        "--heats 2x",
+        "--count maybe",
+        "--noise nan",
+        "--loss 1.1",
+        "--link ''",
+        "--hold --count off",
+        "--fast --heats 0",
+        "--compare a",
+        "--compare none none",
+        "--starter-at 5",
+        "--fast --controlled",
+        "--silent DS@9-9",
+        "--silent XX@9",
+        "--late P2",
+        "--late P2=x",
+        "--late P2=86400001"}}};
+  for (const auto& [program, lines] : programs) {
+    for (const std::string& line : lines) {
+      const Said said = Call(program + " " + line);
+      EXPECT_EQ(said.status, 2) << program << " " << line;
+      EXPECT_TRUE(said.text.starts_with("quorvane-" + program + ": ")) << said.text;
+      EXPECT_EQ(said.text.find('\n'), said.text.size() - 1) << said.text;
+    }
+    EXPECT_EQ(Call(program + " --help").status, 0);
+    EXPECT_EQ(Call(program + " --version >/dev/full").status, program == "replay" ? 2 : 1);
+  }
+}
+
+TEST(Programs, ResultsGoToAFileOfTheirKindAndReplaceNoOther) {
+  const ScratchFolder folder;
+  const std::string cup = kData + "/results/cup";
+  for (const std::string format : {"text", "csv", "json", "html"}) {
+    const std::string golden = FileBytes(cup + "." + (format == "text" ? "txt" : format));
+    const Said said = Call("results --format " + format + " " + cup + ".ini");
+    EXPECT_EQ(said.status, 0);
+    EXPECT_EQ(said.text.substr(0, golden.size() - 30), golden.substr(0, golden.size() - 30));
+  }
+  std::filesystem::copy(cup + ".ini", folder / "-cup.ini");
+  const std::string in = "cd " + folder.path().string() + "; " + Beside("quorvane-") + "results -o ";
+  const auto status = [&](const std::string& arguments) {
+    return Finish(popen((in + arguments + " 2>/dev/null").c_str(), "r")).status;
+  };
+  EXPECT_EQ(status("new.csv -- -cup.ini"), 0);
+  EXPECT_EQ(status("new.csv --bom --format=csv -- -cup.ini"), 0);
+  EXPECT_EQ(FileBytes(folder / "new.csv"), "\xEF\xBB\xBF" + FileBytes(cup + ".csv"));
+  std::filesystem::create_symlink("-cup.ini", folder / "link.html");
+  PutFile(folder / "settings.ini", "[frmSerialPort]\nMore=1\n");
+  for (const char* name : {"./-cup.ini", "link.html", ".", "no/folder.html", "settings.ini"}) {
+    EXPECT_EQ(status(std::string(name) + " -- -cup.ini"), 1) << name;
+  }
+  EXPECT_EQ(FileBytes(folder / "-cup.ini"), FileBytes(cup + ".ini"));
+  EXPECT_EQ(Call("results none.ini").status, 1);
+  PutFile(folder / "noise.ini", std::string("\xFF\x00[Race1\x01]\n=\n[", 13));
+  EXPECT_NE(Call("results " + (folder / "noise.ini")).text.find("No race has been run."), std::string::npos);
+}
+
+TEST(Programs, AReplayWritesOverNothingOfItsSession) {
+  const ScratchFolder folder;
+  const std::string f = folder / "";
+  PutFile(f + "other.ini", "[Current]\nTitle=Mine\nHeatsPerRound=3\n");
+  PutFile(
+      f + "day.journal",
+      "quorvane-journal 1\n0 start 2026-11-21T09:00:00\n0 load\n0 answer text \"4\"\n0 answer text \"Cup\"\n"
+      "1000 click frmJudge.mnuSelectFile\n1000 answer file \"" +
+          f + "other.ini\"\n2000 end\n");
+  PutFile(f + "bad.journal", "quorvane-journal 1\n0 start 2026-11-21T09:00:00\n0 what\n");
+  const struct {
+    std::string arguments;
+    int status;
+    std::string says;
+  } cases[] = {
+      {"--project FILE/new.ini --state FILE/a --frames FILE/b --dialogs FILE/c --settings FILE/d.ini", 0, ""},
+      {"--project FILE/other.ini", 2, "other.ini: it is a file of the session; --in-place writes it all the"},
+      {"--project FILE/other.ini --in-place", 0, ""},
+      {"--verify", 1, "other.ini: [Current] EventFormat: recorded none, replayed \"Lap"},
+      {"--project FILE/other.ini --verify", 1, "different at 1000 ms: "},
+      {"--project FILE/none.ini --verify", 2,
+       "none.ini: it is not there, and a comparison writes no project"},
+      {"--state FILE/other.ini", 2, "other.ini: it is a file in use"},
+      {"--state FILE/day.journal", 2, "day.journal: it is a file in use"},
+      {"--state FILE/e --frames FILE/e", 2, "e: it is a file in use"},
+      {"--state FILE/no/folder", 2, "folder: cannot be written"},
+  };
+  for (const auto& c : cases) {
+    std::string arguments = c.arguments;
+    for (std::size_t at; (at = arguments.find("FILE/")) != std::string::npos;) arguments.replace(at, 5, f);
+    const Said said = Call("replay " + arguments + " " + f + "day.journal");
+    EXPECT_EQ(said.status, c.status) << c.arguments << "\n" << said.text;
+    EXPECT_NE(said.text.find(c.says), std::string::npos) << said.text;
+  }
+  EXPECT_NE(Call("replay " + f + "bad.journal").text.find("bad.journal:3: "), std::string::npos);
+}
+
+// Every byte on the air with its time, and what was flown, as one number: FNV-1a. Whether it is right, the
+// console says, which flies heats of the field in its own tests.
+TEST(Programs, TheSameNumberGivesTheSameHeatsOnEverySystem) {
+  const std::pair<const char*, std::uint64_t> cases[] = {
+      {"--heats 12 --mode all --seed 3", 0x954DDA7E4F4D7781},
+      {"--heats 12 --mode all --seed 4 --count off", 0x4BC070C839AFCEF0},
+      {"--mode all --seed 5 --hold", 0x626E951BDFC697D1},
+      {"--heats 60 --mode all --seed 4294967295 --count off --quick", 0x87D3C3A0030C7B54},
+      {"--mode all --seed 7 --noise 0.08 --loss 0.1 --damage 0.08 --split", 0x2EE86C856AAEA57A},
+      {"--mode all --seed 8 --silent P1@200000 --silent P2@0-400000 --silent TM@90000", 0x94213F4576283622},
+      {"", 0x2C714A498340E466}};
+  for (const auto& [options, course] : cases) {
+    std::uint64_t sum = 14695981039346656037U;
+    for (const char c : Call(std::string("field --fast ") + options).text) {
+      sum = (sum ^ static_cast<std::uint8_t>(c)) * 1099511628211U;
+    }
+    EXPECT_EQ(sum, course) << options;
+  }
+}
+
+TEST(Programs, TheFieldAnswersPollsOnItsTerminalUntilASignalEndsIt) {
+  const ScratchFolder folder;
+  const std::string link = folder / "port";
+  FILE* const pipe =
+      popen(("timeout --preserve-status 2 " + Beside("quorvane-field") + " --controlled --link " + link +
+             " --starter-at 700 --late P2=300 --twice PY 2>&1")
+                .c_str(),
+            "r");
+  std::string line(500, '\0');
+  ASSERT_NE(std::fgets(line.data(), 500, pipe), nullptr);
+  EXPECT_EQ(line.substr(0, line.find('\n')), "quorvane-field: the field is on " + link);
+  const int console = open(link.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK);
+  ASSERT_GE(console, 0);
+  std::string answers;
+  std::vector<std::uint8_t> heard;
+  for (const std::uint8_t station : {1, 6}) {
+    const field::Frame poll = field::Encode({.from = field::kConsole, .to = station});
+    EXPECT_EQ(write(console, poll.data(), poll.size()), 36);
+  }
+  for (int i = 0; i < 80; ++i) {
+    std::array<std::uint8_t, 1024> bytes;
+    const ssize_t length = read(console, bytes.data(), bytes.size());
+    heard.insert(heard.end(), bytes.begin(), bytes.begin() + std::max<ssize_t>(length, 0));
+    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  }
+  for (std::size_t i = 0; i + 36 <= heard.size(); i += 36) {
+    if (heard[i + 4] == field::kConsole) answers += std::to_string(heard[i + 5]);
+  }
+  EXPECT_EQ(answers, "661");
+  const Said said = Finish(pipe);
+  close(console);
+  EXPECT_EQ(said.status, 0);
+  EXPECT_NE(said.text.find(",\"polls\":2}"), std::string::npos) << said.text;
+  const std::size_t starter = said.text.find("\"starter\":");
+  EXPECT_GE(std::stoi(said.text.substr(starter + 10)), 700) << said.text;
+}
+
+TEST(Programs, TheCountdownSoundsAtItsMarksAndNowhereElseAndBreaksOffAtZeroWithoutAClick) {
+  const std::string bytes = FileBytes(Beside("WarbirdCountdownStart.wav"));
+  constexpr std::size_t kRate = 22050;
+  ASSERT_EQ(bytes.size(), 44 + 60 * kRate * 2);
+  const std::string head(
+      "RIFF\x14\x60\x28\x00WAVEfmt "
+      "\x10\0\0\0\x01\0\x01\0\x22\x56\0\0\x44\xAC\0\0\x02\0\x10\0data\xF0\x5F\x28\x00",
+      44);
+  EXPECT_EQ(bytes.substr(0, 44), head);
+  std::vector<std::int16_t> sound(60 * kRate);
+  std::memcpy(sound.data(), bytes.data() + 44, bytes.size() - 44);
+  for (std::size_t tenth = 0; tenth < 600; ++tenth) {
+    const bool sounding = tenth >= 595 || tenth % (tenth < 500 ? 100 : 10) == 0;
+    const bool fading = tenth > 500 && tenth % 10 == 1;  // the beeps are a little longer than a tenth
+    int loudest = 0;
+    for (std::size_t i = tenth * kRate / 10; i < (tenth + 1) * kRate / 10; ++i) {
+      loudest = std::max(loudest, std::abs(int{sound[i]}));
+      ASSERT_TRUE(i == 0 || std::abs(sound[i] - sound[i - 1]) < 16000) << i;
+    }
+    EXPECT_LT(loudest, sounding || fading ? 32000 : 1) << tenth;
+    EXPECT_GT(loudest, sounding ? 15000 : -1) << tenth;
+  }
+  EXPECT_LT(std::abs(sound.back()), 100);
+}
+
+}  // namespace
+}  // namespace quorvane
