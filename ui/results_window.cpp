@@ -98,8 +98,11 @@ ResultsWindow::ResultsWindow(Program& program, const ProgramWindows& windows)
       view_(new QTableView(this)) {
   setWindowTitle(QStringLiteral("Results"));
   summary_->setFont(FontOfPixels(kTextPixels, true));
-  summary_->setTextFormat(Qt::PlainText);
-  summary_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  told_->setFont(FontOfPixels(kTextPixels - 2, false));
+  for (QLabel* line : {summary_, told_}) {
+    line->setTextFormat(Qt::PlainText);
+    line->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  }
   view_->setModel(model_);
   view_->setSortingEnabled(true);
   view_->sortByColumn(0, Qt::AscendingOrder);
@@ -129,9 +132,6 @@ QWidget* ResultsWindow::NewButtons() {
   auto* row = new QWidget(this);
   auto* layout = new QHBoxLayout(row);
   layout->setContentsMargins(0, 0, 0, 0);
-  told_->setFont(FontOfPixels(kTextPixels - 2, false));
-  told_->setTextFormat(Qt::PlainText);
-  told_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   layout->addWidget(told_, 1);
   const auto add = [&](const char* text, const QKeySequence& key, void (ResultsWindow::*action)()) {
     auto* button = new QPushButton(QString::fromLatin1(text), row);
@@ -187,8 +187,8 @@ void ResultsWindow::Take(const Content& content) {
   model_->Show(content.rows);
   if (first) FitColumns();
   const QString name = QFileInfo(ToQString(shown_.file)).fileName();
-  QString text =
-      shown_.contest.eventName.empty() ? name : ToQString(shown_.contest.eventName) + "  (" + name + ")";
+  const QString event = ToQString(shown_.contest.eventName);
+  QString text = event.isEmpty() ? name : event + "  (" + name + ")";
   if (!content.problem.empty()) {
     text += QStringLiteral(": ") + ToQString(content.problem);
   } else if (shown_.contest.races.empty()) {

@@ -3,10 +3,6 @@
 #include <utility>
 
 namespace quorvane {
-WorkThread::~WorkThread() {
-  End(1000);
-}
-
 void WorkThread::Do(std::function<void()> job) {
   if (thread_ == nullptr) {
     thread_ = new QThread;
@@ -18,21 +14,20 @@ void WorkThread::Do(std::function<void()> job) {
 }
 
 // The thread is ended by a last job: quit() from here would pass the jobs that still wait.
-bool WorkThread::End(int longestMs) {
+void WorkThread::End(int longestMs) {
   QThread* thread = std::exchange(thread_, nullptr);
-  if (thread == nullptr) return true;
+  if (thread == nullptr) return;
   QObject* worker = std::exchange(worker_, nullptr);
   const auto last = [thread, worker] {
     worker->deleteLater();
     thread->quit();
   };
   QMetaObject::invokeMethod(worker, last, Qt::QueuedConnection);
-  if (thread->wait(longestMs)) {
-    delete thread;
-    return true;
+  if (!thread->wait(longestMs)) {
+    anyLeftBehind_ = true;
+    return;
   }
-  anyLeftBehind_ = true;
-  return false;
+  delete thread;
 }
 
 }  // namespace quorvane

@@ -13,14 +13,13 @@ class WorkThread {
   WorkThread() = default;
   WorkThread(const WorkThread&) = delete;
   WorkThread& operator=(const WorkThread&) = delete;
-  // Waits a second.
-  ~WorkThread();
+  ~WorkThread() { End(1000); }
 
   // The job may outlive everything but the application object: what it uses must belong to it.
   void Do(std::function<void()> job);
-  // Waits that long for the jobs that were given. Whatever hangs then is left behind, false: nothing ends a
-  // thread from outside without harm.
-  bool End(int longestMs);
+  // Waits that long for the jobs that were given. Whatever hangs then is left behind: nothing ends a thread
+  // from outside without harm.
+  void End(int longestMs);
 
   // Whether any thread was left behind. The program then ends by std::_Exit: the usual end would take away
   // what the thread stands on.

@@ -32,9 +32,9 @@ class SerialDevices {
   QString seen_;  // what the last list was made of
 };
 
-// The serial control on the computer's serial devices. COM numbers stay with their device, see
-// AssignPortNumbers; a number given on the command line stands for its path while the program runs. What
-// arrives, and a device that is unplugged or plugged in again, reaches the program through the door.
+// The serial control on the computer's serial devices. COM numbers stay with their device
+// (AssignPortNumbers); one of the command line stands for its path while the program runs. Bytes and changes
+// go through the door.
 class QtSerial : public SerialControl {
  public:
   using GivenPorts = SerialDevices::GivenPorts;
