@@ -5,7 +5,7 @@
 #include "base/text.h"
 #include "console/program.h"
 #include "results/race_records.h"
-#include "results/results_words.h"
+#include "results/results_formats.h"
 
 namespace quorvane {
 namespace {

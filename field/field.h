@@ -10,7 +10,6 @@
 #include <utility>
 #include <vector>
 
-#include "field/follower.h"
 #include "field/plan.h"
 #include "field/radio.h"
 #include "field/result.h"
@@ -20,7 +19,7 @@ namespace quorvane::field {
 inline constexpr std::int64_t kMs = 1000;                   // microseconds
 inline constexpr std::int64_t kStartSignal = 60'000 * kMs;  // of the race clock
 
-// A station that is switched off for a time: it neither sends nor hears.
+// A station that is switched off for a time.
 struct Silence {
   std::uint8_t station = 0;
   std::int64_t from_ms = 0;
@@ -36,8 +35,7 @@ struct FieldOptions {
   bool quick = false;      // short laps
   LineOptions line = {};
 
-  // Neither the starter nor the timers are there: the stations follow a console that controls the race, and
-  // `heats` counts the races it runs.
+  // No starter and no timers: the stations follow a console, and `heats` counts the races it runs.
   bool controlled = false;
   std::optional<std::int64_t> starter_at = {};  // ms; starter and timers come on the air and idle
   std::vector<Silence> silent = {};
@@ -47,9 +45,8 @@ struct FieldOptions {
 
 // All stations of a pylon race on one radio channel: starter, timers, three judges, pylon box and display.
 //
-// Runs on the caller's clock, milliseconds from 0 that never fall. It does no input or output: AdvanceTo
-// hands out what is on the air, Receive takes what the console sends. Until BeginHeats the starter idles and
-// polls are answered. Everything that happens follows from the options, the calls and their times.
+// Runs on the caller's clock, ms from 0 that never fall, and does no input or output. Until BeginHeats the
+// starter idles and polls are answered. All that happens follows from the options, the calls and their times.
 class Field {
  public:
   explicit Field(const FieldOptions& options);
@@ -58,11 +55,11 @@ class Field {
   // The first heat begins with a few seconds of idling starter, from this time on.
   void BeginHeats(std::int64_t ms);
 
-  // The chunks whose last byte has left by this time and that were not handed out before, in order.
+  // The chunks that have come on the air since the last call, in order.
   std::vector<Chunk> AdvanceTo(std::int64_t ms);
 
-  // Bytes from the console in any chunking; a poll of a station is answered shortly after. A controlled field
-  // follows the frames that speak for the starter and the timers.
+  // Bytes from the console in any chunking: polls, and to a controlled field the frames that speak for the
+  // starter and the timers.
   void Receive(std::span<const std::uint8_t> bytes, std::int64_t ms);
 
   // The next time at which AdvanceTo has something to do.

@@ -104,10 +104,6 @@ int Draw(std::mt19937& random, int below) {
   return static_cast<int>((static_cast<std::uint64_t>(random()) * static_cast<std::uint64_t>(below)) >> 32);
 }
 
-bool LanePlan::Finishes() const {
-  return static_cast<int>(laps.size()) >= target && cuts.size() < 2;
-}
-
 HeatPlan PlanHeat(std::uint32_t seed, int heat, int mode, bool quick) {
   std::mt19937 random(seed * 2654435761U + static_cast<std::uint32_t>(heat) * 40503U);
   HeatPlan plan;

@@ -9,8 +9,7 @@
 
 namespace quorvane::field {
 
-// A whole number from 0 to `below` - 1. The library's own distributions differ from system to system; a heat
-// must come out the same everywhere.
+// A whole number from 0 to `below` - 1, which comes out the same everywhere, unlike the library's own.
 int Draw(std::mt19937& random, int below);
 
 struct PlannedCut {
@@ -25,11 +24,9 @@ struct LanePlan {
   std::vector<int> turns;  // at most one in each completed lap
   std::vector<PlannedCut> cuts;
 
-  // Laps needed for a result: 10, and one more for a cut outside the FAI modes.
-  int target = 10;
+  int target = 10;  // laps needed for a result
 
-  // All laps flown and at most one cut.
-  bool Finishes() const;
+  bool Finishes() const { return static_cast<int>(laps.size()) >= target && cuts.size() < 2; }
 };
 
 struct HeatPlan {
@@ -53,9 +50,8 @@ inline std::size_t FlyingLanes(int mode) {
 // Milliseconds from the race's start signal to each lane's own: the staggered starts of the FAI modes.
 std::array<int, kLanes> Staggers(int mode);
 
-// Heat number `heat` of the contest that belongs to `seed`: which laps, turns and cuts each lane flies. At
-// least two lanes finish. Finishing times lie far enough apart for the radio's delay not to change their
-// order.
+// Heat number `heat` of the contest that belongs to `seed`. At least two lanes finish, far enough apart for
+// the radio's delay not to change their order.
 HeatPlan PlanHeat(std::uint32_t seed, int heat, int mode, bool quick);
 
 }  // namespace quorvane::field

@@ -9,8 +9,8 @@
 
 namespace quorvane::field {
 
-// The master side of a pseudo-terminal in raw mode, on which somebody else opens the other side like a serial
-// port. Nothing here blocks except Wait.
+// The master side of a pseudo-terminal in raw mode, whose other side is opened like a serial port. Nothing
+// here blocks except Wait.
 class PseudoTerminal {
  public:
   // On failure gives null and the reason in `error`. An empty `link` makes no link; an old symbolic link in

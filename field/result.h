@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -22,8 +23,8 @@ struct CutResult {
   int expected = 0;
 };
 
-// One lane of a heat. Times are milliseconds since the lane's start: as flown, and as the console should show
-// them, later by the time the first report of each needs on the air.
+// One lane of a heat. Times are ms since the lane's start: as flown, and as the console should show them,
+// later by the first report's time on the air.
 struct LaneResult {
   int lane = 1;  // 1..4
   int target = 10;
@@ -79,5 +80,33 @@ void RankLanes(std::vector<LaneResult>& lanes);
 // One line, without its line feed.
 std::string ToJson(const HeatResult& result);
 std::string ToJson(const ConsoleHeard& heard, const LineCounters& line);
+
+// Follows a console that runs the race itself, as the stations do. Frames from starter to pylon box carry the
+// race state, the mode and the cuts, those from timers to starter the laps, both the race clock and the
+// lights. A race lasts from the first frame that says "running" to the next that does not. Laps and cuts get
+// the race clock of the frame that brought them; withdrawn ones are forgotten.
+class Follower {
+ public:
+  // A good frame at `ms`; `hears` tells of a station whether it is listening. Returns the race that the frame
+  // has ended, numbered from 1, without finals and places.
+  std::optional<HeatResult> Hear(const Frame& frame, std::int64_t ms,
+                                 const std::function<bool(std::uint8_t)>& hears);
+
+  // What the frames say up to now, whoever was listening.
+  const Report& race() const { return all_.race; }
+
+  const ConsoleHeard& heard() const { return heard_; }
+
+ private:
+  void Begin(std::int64_t ms);
+  void NoteClock(std::int64_t ms);
+  void NoteLaps();
+  void NoteCuts();
+  int LaneTime(const LaneResult& lane) const;
+
+  StationView all_;
+  ConsoleHeard heard_;
+  HeatResult race_;  // the one in hand
+};
 
 }  // namespace quorvane::field

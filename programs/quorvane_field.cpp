@@ -27,18 +27,15 @@ constexpr const char* kProgram = "quorvane-field";
 constexpr std::int64_t kDay = 86'400'000;  // ms
 
 const char* const kPurpose =
-    "Plays the field stations of a pylon race (starter, timers, judges, pylon box, display) on a "
-    "pseudo-terminal, at\n"
-    "the pace of a 9600-baud line. The console opens the terminal as its serial port. The starter idles and "
-    "polls are\n"
-    "answered until the terminal is opened; then the heats are flown. For each heat one line of JSON goes to "
-    "standard\n"
-    "output: what was flown and what the console should show.\n";
+    R"(Plays the field stations of a pylon race (starter, timers, judges, pylon box, display) on a pseudo-terminal, at
+the pace of a 9600-baud line. The console opens the terminal as its serial port. The starter idles and polls are
+answered until the terminal is opened; then the heats are flown. For each heat one line of JSON goes to standard
+output: what was flown and what the console should show.
+)";
 
 const char* const kExitStatus =
-    "Exit status: 0 done, or no difference; 1 differences, or no terminal; 2 a bad command line, or a file "
-    "that\n"
-    "cannot be read.";
+    R"(Exit status: 0 done, or no difference; 1 differences, or no terminal; 2 a bad command line, or a file that
+cannot be read.)";
 
 struct CommandLine {
   FieldOptions field;

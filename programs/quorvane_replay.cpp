@@ -119,16 +119,13 @@ std::vector<std::string> FilesNamedBy(const SessionJournal& journal) {
 
 std::optional<std::string> WhyNotProject(const Command& command, const std::vector<std::string>& named) {
   const std::string& path = command.project;
-  const FileKind kind = KindOfFile(path);
-  if (command.verify) {
-    if (kind == FileKind::Missing) return "it is not there, and a comparison writes no project";
-    return WhyNotWrite(path, FileKind::Project);
+  const bool exists = KindOfFile(path) != FileKind::Missing;
+  if (command.verify && !exists) return "it is not there, and a comparison writes no project";
+  const auto reason = WhyNotWrite(path, FileKind::Project);  // a journal is none
+  if (reason || command.verify) return reason;
+  if (exists && !command.inPlace && WhyNotWrite(path, FileKind::Project, named)) {
+    return "it is a file of the session; --in-place writes it all the same";
   }
-  if (kind != FileKind::Missing && !command.inPlace && WhyNotWrite(path, FileKind::Project, named)) {
-    const auto otherwise = WhyNotWrite(path, FileKind::Project);
-    return otherwise ? otherwise : "it is a file of the session; --in-place writes it all the same";
-  }
-  if (auto reason = WhyNotWrite(path, FileKind::Project, {command.journal})) return reason;
   if (ProjectStore(path).TryLock() == LockResult::HeldElsewhere) return "it is open in a console";
   return std::nullopt;
 }

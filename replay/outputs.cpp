@@ -4,7 +4,6 @@
 
 #include <array>
 #include <nlohmann/json.hpp>
-#include <tuple>
 
 #include "base/text.h"
 #include "journal/journal_text.h"
@@ -14,12 +13,7 @@
 namespace quorvane {
 namespace {
 
-using Json = nlohmann::ordered_json;
-
-// Texts may come from journals and files of any bytes; JSON is UTF-8.
-std::string Text(const std::string& text) {
-  return TextFromBytes(text);
-}
+using Json = nlohmann::ordered_json;  // UTF-8, though journals and files may have any bytes
 
 Json RaceJson(Program& program) {
   const RaceState& race = program.race();
@@ -40,21 +34,21 @@ Json RaceJson(Program& program) {
           {"RaceStartRef", race.RaceStartRef},
           {"CommActive", race.CommActive},
           {"LaneColorScheme", race.LaneColorScheme},
-          {"ProjectFile", Text(race.ProjectFile)},
-          {"ProjectBaseName", Text(race.ProjectBaseName)},
-          {"ResultsFile", Text(race.ResultsFile)},
+          {"ProjectFile", TextFromBytes(race.ProjectFile)},
+          {"ProjectBaseName", TextFromBytes(race.ProjectBaseName)},
+          {"ResultsFile", TextFromBytes(race.ResultsFile)},
           {"LaneStartOffset", race.LaneStartOffset},
           {"Heat", race.Heat()},
           {"Round", race.Round()},
-          {"EventName", Text(judge.EventName())}};
+          {"EventName", TextFromBytes(judge.EventName())}};
 }
 
 Json LaneJson(const frmLane& lane) {
   Json events = Json::array();
   for (int i = 0; i < lane.EventCount(); ++i) {
     const LaneEvent& event = lane.Events()[i];
-    events.push_back(Json::array({event.Count, event.Source, Text(event.Kind), Text(event.SourceName),
-                                  event.EventTime, event.FirstReported}));
+    events.push_back(Json::array({event.Count, event.Source, TextFromBytes(event.Kind),
+                                  TextFromBytes(event.SourceName), event.EventTime, event.FirstReported}));
   }
   return {{"TimeBase", lane.TimeBase()},
           {"LastLapTime", lane.LastLapTime()},
@@ -76,26 +70,25 @@ Json LaneJson(const frmLane& lane) {
 
 Json ControlJson(const Control& control) {
   Json items = Json::array();
-  for (const std::string& item : control.Items()) items.push_back(Text(item));
+  for (const std::string& item : control.Items()) items.push_back(TextFromBytes(item));
   // An option button is on or off; the value of a check box is a number.
   const Json value =
       control.Kind() == ControlKind::Option ? Json(control.Value() != 0) : Json(control.Value());
-  const std::tuple<Property, const char*, Json> kProperties[] = {
-      {Property::Caption, "caption", Text(control.Caption())},
-      {Property::Text, "text", Text(control.Text())},
-      {Property::Value, "value", value},
-      {Property::Checked, "checked", control.Checked()},
-      {Property::Enabled, "enabled", control.Enabled()},
-      {Property::Visible, "visible", control.Visible()},
-      {Property::BackColor, "backColor", control.BackColor().Name()},
-      {Property::ForeColor, "foreColor", control.ForeColor().Name()},
-      {Property::Tag, "tag", Text(control.Tag())},
-      {Property::ListIndex, "listIndex", control.ListIndex()},
-      {Property::Items, "items", items}};
   Json json = Json::object();
-  for (const auto& [property, name, shown] : kProperties) {
+  const auto show = [&](Property property, const char* name, const Json& shown) {
     if (control.Has(property)) json[name] = shown;
-  }
+  };
+  show(Property::Caption, "caption", TextFromBytes(control.Caption()));
+  show(Property::Text, "text", TextFromBytes(control.Text()));
+  show(Property::Value, "value", value);
+  show(Property::Checked, "checked", control.Checked());
+  show(Property::Enabled, "enabled", control.Enabled());
+  show(Property::Visible, "visible", control.Visible());
+  show(Property::BackColor, "backColor", control.BackColor().Name());
+  show(Property::ForeColor, "foreColor", control.ForeColor().Name());
+  show(Property::Tag, "tag", TextFromBytes(control.Tag()));
+  show(Property::ListIndex, "listIndex", control.ListIndex());
+  show(Property::Items, "items", items);
   return json;
 }
 
@@ -137,9 +130,9 @@ std::string DialogLines(const std::vector<VirtualPlatform::Shown>& shown) {
   for (const auto& [ms, box, answer] : shown) {
     lines += Json{{"ms", ms},
                   {"kind", kKinds[static_cast<std::size_t>(box.kind)]},
-                  {"title", Text(box.title)},
-                  {"text", Text(box.text)},
-                  {"answer", Text(AnswerText(answer))}}
+                  {"title", TextFromBytes(box.title)},
+                  {"text", TextFromBytes(box.text)},
+                  {"answer", TextFromBytes(AnswerText(answer))}}
                  .dump() +
              "\n";
   }

@@ -7,7 +7,7 @@
 
 #include "base/text.h"
 #include "records/project.h"
-#include "results/results_words.h"
+#include "results/results_formats.h"
 
 namespace quorvane {
 namespace {
@@ -37,17 +37,8 @@ std::string MakeTemporaryFolder() {
 
 }  // namespace
 
-std::error_code ReplayFiles::Write(const TempFile& temp, std::string_view bytes) {
-  if (clock_) unnamed_[temp.path] = bytes;
-  return FileOps::Write(temp, bytes);
-}
-
 std::error_code ReplayFiles::Rename(const std::string& from, const std::string& to) {
-  const auto written = unnamed_.find(from);
-  if (written != unnamed_.end()) {
-    versions_.push_back({clock_(), to, std::move(written->second)});
-    unnamed_.erase(written);
-  }
+  if (clock_) versions_.push_back({clock_(), to, ContentOf(from, std::size_t{1} << 30).value_or("")});
   return FileOps::Rename(from, to);
 }
 

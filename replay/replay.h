@@ -27,7 +27,6 @@ class ReplayFiles : public FileOps {
   void KeepVersions(std::function<std::int64_t()> clock) { clock_ = std::move(clock); }
   const std::vector<Version>& Versions() const { return versions_; }
 
-  std::error_code Write(const TempFile& temp, std::string_view bytes) override;
   std::error_code Sync(const TempFile&) override { return {}; }
   std::error_code Rename(const std::string& from, const std::string& to) override;
   std::error_code SyncFolder(const std::string&) override { return {}; }
@@ -38,14 +37,12 @@ class ReplayFiles : public FileOps {
 
  private:
   std::function<std::int64_t()> clock_;
-  std::map<std::string, std::string> unnamed_;  // content of temporary files
   std::map<std::string, bool> held_;
   std::vector<Version> versions_;
 };
 
-// Where a replay finds the files that its journal names. The session's own project files are not to be
-// touched by replaying it, so each gets a copy in a fresh temporary folder, which begins as the journal says
-// that the file was found.
+// Where a replay finds the files that its journal names. The session's own are not to be touched, so each
+// gets a copy in a fresh temporary folder, which begins as the journal says that the file was found.
 class ReplayFolder {
  public:
   struct Copy {
@@ -55,8 +52,8 @@ class ReplayFolder {
 
   explicit ReplayFolder(const SessionJournal& journal) : journal_(journal) {}
 
-  // The copy of this file, a new one at the first call for it. Of a file of which the journal keeps nothing
-  // it is as the file now stands, on request.
+  // The copy of this file, made at the first call; where the journal keeps nothing of it, as the file now
+  // stands, on request.
   const std::string& CopyOf(const std::string& original, bool asItStands = false);
   bool HasCopyOf(const std::string& original) const { return Find(original) != nullptr; }
   // Makes `path` the copy of `original`. A file that exists stays as it is.
@@ -78,9 +75,8 @@ struct ReplayOptions {
   // own in a temporary folder.
   std::string project = {};
   bool inPlace = false;  // the files that the journal's answers name are used where they stand
-  // For a comparison: every content of the project files is kept, and a box without an answer at the end of a
-  // journal that has no end record ends the replay instead of being cancelled, as the program was killed
-  // then.
+  // For a comparison: every content of the project files is kept, and a box that is open at the end of a
+  // journal without end record is not cancelled, as the program was killed then.
   bool verify = false;
 };
 
@@ -163,9 +159,8 @@ struct Verdict {
   std::vector<std::string> notes;  // what could not be compared
 };
 
-// Compares what a replay (with verify) has sent and saved with what the session sent, by its tx records, and
-// saved, by its project files as they now stand on the disk. `project`, if given, stands in for the file that
-// was open at the end.
+// Compares what a replay (with verify) has sent and saved with the session's tx records, and with its project
+// files as they now stand on the disk; `project`, if given, stands in for the one that was open at the end.
 Verdict Verify(const SessionJournal& journal, Replay& replay, const std::string& project);
 
 }  // namespace quorvane

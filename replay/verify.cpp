@@ -3,8 +3,8 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <filesystem>
 #include <optional>
+#include <regex>
 #include <set>
 #include <utility>
 
@@ -67,74 +67,51 @@ std::set<Name> NamesIn(const std::string& bytes) {
   return names;
 }
 
-std::string ValueText(const std::optional<std::string>& value) {
-  return value ? JsonString(*value) : "none";
-}
-
-// When the replay last gave the entry another value: that is where it took the other way.
-std::int64_t TimeOfChange(const Name& name, const std::vector<const ReplayFiles::Version*>& versions,
-                          std::int64_t otherwise) {
-  std::int64_t ms = otherwise;
-  std::optional<std::string> before;
-  for (const ReplayFiles::Version* version : versions) {
-    std::optional<std::string> now = ProfileFile(version->bytes).Read(name.first, name.second);
-    if (now != before) ms = version->ms;
-    before = std::move(now);
-  }
-  return ms;
-}
-
 // The race that an entry belongs to: "Race5" for the section "Race5" or "Race5_Lane2", "Refly1" likewise,
 // otherwise "". Which refly repeats a race may be said in it much later.
 std::string RaceOf(const Name& name) {
-  const std::string race = name.first.substr(0, name.first.find('_'));
-  for (const std::string_view word : {"Race", "Refly"}) {
-    const bool numbered = race.starts_with(word) && race.size() > word.size() &&
-                          race.find_first_not_of("0123456789", word.size()) == std::string::npos;
-    if (numbered) return name.second == "ReflyID" ? "" : race;
-  }
-  return "";
+  static const std::regex kSection("((Race|Refly)[0-9]+)(_.*)?");
+  std::smatch parts;
+  const bool ofRace = name.second != "ReflyID" && std::regex_match(name.first, parts, kSection);
+  return ofRace ? parts.str(1) : "";
 }
 
 // One project file as the session left it, and as the replay did.
 class ProjectComparison {
  public:
   ProjectComparison(const SessionJournal& journal, Replay& replay, std::string path, std::string recorded,
-                    const std::string& copyPath)
+                    std::string copyPath)
       : journal_(journal),
         replay_(replay),
         path_(std::move(path)),
+        copyPath_(std::move(copyPath)),
         recordedBytes_(std::move(recorded)),
-        replayedBytes_(ContentOf(copyPath, kMostBytes).value_or("")) {
-    const std::string fullPath = WholePath(copyPath);
-    for (const auto& version : replay.files().Versions()) {
-      if (version.path == copyPath || version.path == fullPath) versions_.push_back(&version);
-    }
-  }
+        replayedBytes_(ContentOf(copyPath_, kMostBytes).value_or("")) {}
 
   void Compare(Differences& differences, std::vector<std::string>& notes) {
     if (recordedBytes_ == replayedBytes_) return;
     std::set<Name> names = NamesIn(recordedBytes_);
     names.merge(NamesIn(replayedBytes_));
-    Differences inRaces;
     Differences elsewhere;
+    std::set<std::string> later;
+    const std::size_t before = differences.size();
     for (const Name& name : names) {
       const std::string race = RaceOf(name);
       if (!race.empty() && IsLater(race)) {
-        later_.insert(race);
+        later.insert(race);
       } else if (auto difference = DifferenceIn(name)) {
-        (race.empty() ? elsewhere : inRaces).push_back(std::move(*difference));
+        (race.empty() ? elsewhere : differences).push_back(std::move(*difference));
       }
     }
     // What is no race follows the contest, which has gone on when the journal has no end, or races have come.
-    const bool goneOn = !journal_.hasEnd || !later_.empty();
-    if (!goneOn && inRaces.empty() && elsewhere.empty()) {
-      elsewhere.push_back({replay_.Now(), path_ + ": the same values, differently written"});
+    if (journal_.hasEnd && later.empty()) {
+      if (differences.size() == before && elsewhere.empty()) {
+        elsewhere.push_back({replay_.Now(), path_ + ": the same values, differently written"});
+      }
+      differences.insert(differences.end(), elsewhere.begin(), elsewhere.end());
     }
-    differences.insert(differences.end(), inRaces.begin(), inRaces.end());
-    if (!goneOn) differences.insert(differences.end(), elsewhere.begin(), elsewhere.end());
-    if (!later_.empty())
-      notes.push_back(fmt::format("{} has gone on after the journal: {}", path_, fmt::join(later_, ", ")));
+    if (later.empty()) return;
+    notes.push_back(fmt::format("{} has gone on after the journal: {}", path_, fmt::join(later, ", ")));
   }
 
  private:
@@ -151,22 +128,34 @@ class ProjectComparison {
     const auto was = recorded_.Read(name.first, name.second);
     const auto is = replayed_.Read(name.first, name.second);
     if (was == is) return std::nullopt;
-    const std::int64_t ms = TimeOfChange(name, versions_, replay_.Now());
+    const std::int64_t ms = TimeOfChange(name);
     // A session that was killed may have lost what its last event saved.
     if (!journal_.hasEnd && ms >= journal_.LastMs()) return std::nullopt;
     return Difference{ms, fmt::format("{}: [{}] {}: recorded {}, replayed {}", path_, name.first, name.second,
-                                      ValueText(was), ValueText(is))};
+                                      was ? JsonString(*was) : "none", is ? JsonString(*is) : "none")};
+  }
+
+  // When the replay last gave the entry another value: that is where it took the other way.
+  std::int64_t TimeOfChange(const Name& name) const {
+    std::int64_t ms = replay_.Now();
+    std::optional<std::string> before;
+    for (const ReplayFiles::Version& version : replay_.files().Versions()) {
+      if (!SamePath(version.path, copyPath_)) continue;
+      std::optional<std::string> now = ProfileFile(version.bytes).Read(name.first, name.second);
+      if (now != before) ms = version.ms;
+      before = std::move(now);
+    }
+    return ms;
   }
 
   const SessionJournal& journal_;
   Replay& replay_;
   const std::string path_;
+  const std::string copyPath_;
   const std::string recordedBytes_;
   const std::string replayedBytes_;
   const ProfileFile recorded_{recordedBytes_};
   const ProfileFile replayed_{replayedBytes_};
-  std::vector<const ReplayFiles::Version*> versions_;
-  std::set<std::string> later_;
 };
 
 // Returns what was compared, for the operator. A file that the session has named, but not opened as its

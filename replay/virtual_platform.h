@@ -47,14 +47,13 @@ class VirtualSerial : public SerialControl {
   void WriteDevice(const std::vector<std::uint8_t>& bytes) override;
 };
 
-// Thrown by a virtual platform when a box is asked again and again although nobody is there to answer: such a
-// loop would never end. No std::exception, so that the door does not take it for the end of one event.
+// Thrown when a box is asked again and again although nobody is there to answer. No std::exception, so that
+// the door does not take it for the end of one event.
 struct NoWayOut {
   DialogBox box;
 };
 
-// A platform without a window, on a clock that only moves when it is told to. Serves the tests and the
-// replay.
+// A platform without a window, on a clock that only moves when it is told to, for tests and replays.
 class VirtualPlatform : public Platform {
  public:
   struct Shown {

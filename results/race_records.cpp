@@ -113,26 +113,35 @@ RaceRecord ReadFlight(const ProjectSource& project, int race, int refly) {
   return record;
 }
 
-RaceRecord ReadRepeated(const ProjectSource& project, int race, int refly, int reflownBy) {
-  RaceRecord record = ReadFlight(project, race, refly);
-  record.reflownBy = reflownBy;
-  record.stands = false;
-  return record;
-}
-
-// A refly that was itself repeated stays in the file with nothing that points to it.
-void ReadRepeatedReflys(const ProjectSource& project, const std::map<int, int>& reflyOfRace,
-                        std::vector<RaceRecord>& races) {
-  std::set<int> standing;
-  for (const auto& [race, refly] : reflyOfRace) standing.insert(refly);
+// Looks at every race number there is, so that no hole hides a race.
+ContestRecord ReadContest(const ProjectSource& project) {
+  ContestRecord contest{project.read("Current", "Title", ""), project.file, {}};
+  std::map<int, int> reflyOfRace;
+  std::set<int> standing;  // reflys
+  const auto addRepeated = [&](int race, int refly) {
+    const auto by = reflyOfRace.find(race);
+    contest.races.push_back(ReadFlight(project, race, refly));
+    contest.races.back().reflownBy = by == reflyOfRace.end() ? 0 : by->second;
+    contest.races.back().stands = false;
+  };
+  for (int race = 1; race <= kLastRace; ++race) {
+    if (!SectionHasRun(project, SectionOf(race, 0))) continue;
+    const int refly = ReflyOf(project, race);
+    contest.races.push_back(ReadFlight(project, race, refly));
+    if (refly == 0) continue;
+    reflyOfRace[race] = refly;
+    standing.insert(refly);
+    addRepeated(race, 0);
+  }
+  // A refly that was itself repeated stays in the file with nothing that points to it.
   const int last = ReflysCounted(project);
   for (int refly = 1; refly <= last; ++refly) {
     const std::string section = SectionOf(0, refly);
     if (standing.contains(refly) || !SectionHasRun(project, section)) continue;
-    const int race = PositiveNumber(project.read(section, "CurrentRace", ""));
-    const auto by = reflyOfRace.find(race);
-    races.push_back(ReadRepeated(project, race, refly, by == reflyOfRace.end() ? 0 : by->second));
+    addRepeated(PositiveNumber(project.read(section, "CurrentRace", "")), refly);
   }
+  std::ranges::stable_sort(contest.races, {}, &RaceRecord::number);
+  return contest;
 }
 
 constexpr std::size_t kLargestProject = std::size_t{256} << 20;
@@ -202,23 +211,6 @@ ProjectSource OpenProject(Project& project, const RaceState& race) {
 
 RaceRecord ReadRace(const ProjectSource& project, int race) {
   return ReadFlight(project, race, ReflyOf(project, race));
-}
-
-ContestRecord ReadContest(const ProjectSource& project) {
-  ContestRecord contest{project.read("Current", "Title", ""), project.file, {}};
-  std::map<int, int> reflyOfRace;
-  for (int race = 1; race <= kLastRace; ++race) {
-    if (!SectionHasRun(project, SectionOf(race, 0))) continue;
-    const int refly = ReflyOf(project, race);
-    contest.races.push_back(ReadFlight(project, race, refly));
-    if (refly == 0) continue;
-    reflyOfRace[race] = refly;
-    contest.races.push_back(ReadRepeated(project, race, 0, refly));
-  }
-  ReadRepeatedReflys(project, reflyOfRace, contest.races);
-  std::stable_sort(contest.races.begin(), contest.races.end(),
-                   [](const RaceRecord& a, const RaceRecord& b) { return a.number < b.number; });
-  return contest;
 }
 
 std::error_code ReadProject(FileOps& files, const std::string& path, ContestRecord& contest) {

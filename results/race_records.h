@@ -36,10 +36,6 @@ ProjectSource OpenProject(Project& project, const RaceState& race);
 // with hasRun false. Races are 1..32767.
 RaceRecord ReadRace(const ProjectSource& project, int race);
 
-// Every flight in the file. Looks at every race number there is, so that no hole hides a race; read an open
-// project inside a Project::Group, which looks at the disk once.
-ContestRecord ReadContest(const ProjectSource& project);
-
 // Reads all flights of a project file, as it stands on the disk. From any thread.
 std::error_code ReadProject(FileOps& files, const std::string& path, ContestRecord& contest);
 

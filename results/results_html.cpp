@@ -8,7 +8,6 @@
 #include "base/text.h"
 #include "records/project.h"
 #include "results/results_formats.h"
-#include "results/results_words.h"
 
 namespace quorvane {
 namespace {

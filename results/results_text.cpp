@@ -9,7 +9,6 @@
 #include "base/text.h"
 #include "records/project.h"
 #include "results/results_formats.h"
-#include "results/results_words.h"
 
 namespace quorvane {
 namespace {
@@ -96,8 +95,7 @@ void AppendSummary(std::string& page, const ContestSummary& summary) {
   }
 }
 
-template <typename Texts>
-void AppendLaps(std::string& page, std::string line, const Texts& texts) {
+void AppendLaps(std::string& page, std::string line, std::span<const std::string> texts) {
   for (const std::string& text : texts) line += Cell(text, kLapWidth);
   AppendLine(page, line);
 }

@@ -1,4 +1,4 @@
-#include "results/results_words.h"
+#include "results/results_formats.h"
 
 #include <fmt/format.h>
 
