@@ -46,8 +46,8 @@ struct BusyFlag : Restored<bool> {
   explicit BusyFlag(bool& flag) : Restored(flag, true) {}
 };
 
-// Whole-number arithmetic in which an overflow is an error and never a wrong number. Work is done in 64 bits
-// and narrowed to the type in which the value is kept.
+// Whole-number arithmetic in which an overflow is an error and never a wrong number: done in 64 bits and
+// narrowed to the type in which the value is kept.
 template <std::integral To>
 constexpr To Narrow(std::int64_t value) {
   if (value < std::int64_t{std::numeric_limits<To>::min()} ||
@@ -57,15 +57,9 @@ constexpr To Narrow(std::int64_t value) {
   return static_cast<To>(value);
 }
 
-constexpr std::int16_t ToInteger(std::int64_t value) {
-  return Narrow<std::int16_t>(value);
-}
-constexpr std::int32_t ToLong(std::int64_t value) {
-  return Narrow<std::int32_t>(value);
-}
-constexpr std::uint8_t ToByte(std::int64_t value) {
-  return Narrow<std::uint8_t>(value);
-}
+inline constexpr auto& ToInteger = Narrow<std::int16_t>;
+inline constexpr auto& ToLong = Narrow<std::int32_t>;
+inline constexpr auto& ToByte = Narrow<std::uint8_t>;
 
 constexpr std::int32_t AddLong(std::int32_t a, std::int32_t b) {
   return ToLong(std::int64_t{a} + b);

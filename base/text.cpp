@@ -13,7 +13,7 @@
 namespace quorvane {
 namespace {
 
-constexpr char LowerCase(char c) {
+constexpr char Lower(char c) {
   return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
@@ -62,8 +62,7 @@ double LeadingNumber(std::string_view text) {
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
   if (error == std::errc::result_out_of_range) {
     // Too small reads as 0, too large as a number that fits no whole-number type.
-    const bool tiny = std::find(text.data(), end, '-') != end;
-    value = tiny ? 0.0 : HUGE_VAL;
+    value = std::find(text.data(), end, '-') != end ? 0.0 : HUGE_VAL;
   }
   return negative ? -value : value;
 }
@@ -135,13 +134,12 @@ std::string Replaced(std::string_view text, std::string_view from, std::string_v
 
 std::string LowerCase(std::string_view text) {
   std::string lower(text);
-  for (char& c : lower) c = LowerCase(c);
+  for (char& c : lower) c = Lower(c);
   return lower;
 }
 
 bool EqualsIgnoringCase(std::string_view a, std::string_view b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                    [](char c, char d) { return LowerCase(c) == LowerCase(d); });
+  return std::ranges::equal(a, b, {}, Lower, Lower);
 }
 
 void AppendUtf8(std::string& text, char32_t code) {

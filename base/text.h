@@ -13,8 +13,7 @@ namespace quorvane {
 // locale's.
 double LeadingNumber(std::string_view text);
 
-// The leading number rounded to a whole number, halves to the even neighbour; OverflowError when it does not
-// fit.
+// The same rounded to a whole number, halves to the even neighbour; OverflowError when it does not fit.
 std::int16_t LeadingInteger(std::string_view text);
 std::int32_t LeadingLong(std::string_view text);
 
@@ -22,11 +21,8 @@ std::int32_t LeadingLong(std::string_view text);
 // rounds the exact value, halves away from zero. A result that rounds to zero has no sign.
 std::string FormatRatio(std::int64_t numerator, std::int64_t denominator, int decimals);
 
-// ms as seconds with two decimals, "nt" (no time) below 1 ms.
-std::string FormatSeconds(std::int32_t ms);
-
-// ms as seconds with one decimal, for running times.
-std::string FormatTenths(std::int32_t ms);
+std::string FormatSeconds(std::int32_t ms);  // with two decimals, "nt" (no time) below 1 ms
+std::string FormatTenths(std::int32_t ms);   // seconds with one decimal, for running times
 
 // A text of seconds above 60 as minutes, ":" and seconds with two decimals; any other text as it is.
 std::string FormatMinutes(const std::string& text);
@@ -49,8 +45,8 @@ inline constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 void AppendUtf8(std::string& text, char32_t code);
 
-// The text of a file's bytes, as UTF-8. Bytes that are not UTF-8 are taken as Windows-1252, the code page of
-// the programs that wrote such files before.
+// The text of a file's bytes, as UTF-8. What is not UTF-8 is taken as Windows-1252, the code page of the
+// programs that wrote such files before.
 std::string TextFromBytes(std::string_view bytes);
 
 // The first `count` characters (code points) of a UTF-8 text.

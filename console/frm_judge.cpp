@@ -35,9 +35,6 @@ frmJudge::frmJudge(Door& door, RaceState& race, RaceClock& clock, Project& proje
     control->SetVisible(false);
   }
   cboRaceMode.SetItems({kRaceModeNames.begin(), kRaceModeNames.end()});
-  for (Control* box : {&txtHeat, &txtRound, &txtComments}) {
-    box->onGotFocus = [box] { SelectAllText(*box); };
-  }
   tmrSaveRetry.SetInterval(3000);
   HookEvents();
   door.AllForms().SetMain(*this);

@@ -1,8 +1,6 @@
 #include "forms/control.h"
 
-#include <string_view>
-
-#include "forms/form.h"
+#include "forms/forms.h"
 
 namespace quorvane {
 namespace {
@@ -21,7 +19,7 @@ constexpr unsigned PropertiesOf(ControlKind kind) {
     case ControlKind::Frame:
       return kPainted | Bit(Property::Caption) | Bit(Property::Anchor);
     case ControlKind::TextBox:
-      return kPainted | Bit(Property::Text) | Bit(Property::Selection);
+      return kPainted | Bit(Property::Text);
     case ControlKind::CheckBox:
     case ControlKind::Option:
       return kPainted | Bit(Property::Caption) | Bit(Property::Value);
@@ -60,7 +58,7 @@ bool Control::Has(Property property) const {
 }
 
 void Control::Changed(Property property) {
-  form_.Changed(*this, property);
+  form_.Owner().Changed(*this, property);
 }
 
 void Control::SetListIndex(int index) {
@@ -69,12 +67,6 @@ void Control::SetListIndex(int index) {
   listIndex_ = index;
   text_ = index >= 0 ? items_[static_cast<std::size_t>(index)] : std::string();
   Changed(Property::ListIndex);
-}
-
-void Control::SetSelection(int start, int length) {
-  selectionStart_ = start;
-  selectionLength_ = length;
-  Changed(Property::Selection);
 }
 
 void Control::SetValue(int value) {
@@ -90,16 +82,6 @@ bool Control::Reachable() const {
     if (!c->enabled_ || !c->visible_) return false;
   }
   return true;
-}
-
-void FilterNumericKey(const Control& control, int& keyCode) {
-  constexpr std::string_view kAllowed = "0123456789-.";
-  if (!TakesText(control.Kind()) || keyCode <= 32 || keyCode >= 127) return;
-  if (kAllowed.find(static_cast<char>(keyCode)) == std::string_view::npos) keyCode = 0;
-}
-
-void SelectAllText(Control& control) {
-  if (TakesText(control.Kind())) control.SetSelection(0, static_cast<int>(control.Text().size()));
 }
 
 }  // namespace quorvane

@@ -38,13 +38,12 @@ enum class Property : std::uint8_t {
   Items,
   Interval,
   Anchor,
-  Selection,
   ToolTip,
 };
 
 // One control of a form as plain data: what the operator sees of it and what an event procedure reads from
-// it. The window shows it and never decides anything about it. Every change is told to the program's one
-// observer (see Forms). A control lives as long as its form.
+// it. The window shows it and decides nothing. Every change is told to the one observer (see Forms). Lives as
+// long as its form.
 class Control {
  public:
   Control(Form& form, ControlKind kind, std::string name, Control* parent);
@@ -70,13 +69,10 @@ class Control {
   int ListIndex() const { return listIndex_; }  // -1: none
   const std::vector<std::string>& Items() const { return items_; }
   std::int32_t Interval() const { return interval_; }  // timer, ms; 0 never fires
-  // The control that this one is placed by: a cut mark's lap cell, the label that a pop-up button covers. The
-  // window decides what "by" looks like.
+  // The control that this one is placed by: a cut mark's lap cell, the label that a pop-up button covers.
   Control* Anchor() const { return anchor_; }
-  // What the pointer is told that rests on the control, such as why it is disabled now. Empty: nothing.
+  // What the pointer is told that rests on the control, such as why it is disabled now.
   const std::string& ToolTip() const { return toolTip_; }
-  int SelectionStart() const { return selectionStart_; }
-  int SelectionLength() const { return selectionLength_; }  // characters of Text
 
   void SetCaption(std::string caption) { Set(caption_, std::move(caption), Property::Caption); }
   // Does not raise onChange.
@@ -92,7 +88,6 @@ class Control {
   void SetInterval(std::int32_t ms) { Set(interval_, ms, Property::Interval); }
   void SetAnchor(Control* anchor) { Set(anchor_, anchor, Property::Anchor); }
   void SetToolTip(std::string toolTip) { Set(toolTip_, std::move(toolTip), Property::ToolTip); }
-  void SetSelection(int start, int length);
   // A check box whose value really changes raises onClick, whoever changes it. An option button does not.
   void SetValue(int value);
 
@@ -103,7 +98,6 @@ class Control {
   std::function<void()> onClick;
   std::function<void()> onChange;
   std::function<void()> onHover;
-  std::function<void()> onGotFocus;
   std::function<void()> onTimer;
 
  private:
@@ -124,8 +118,6 @@ class Control {
   int value_ = 0;
   int listIndex_ = -1;
   std::int32_t interval_ = 0;
-  int selectionStart_ = 0;
-  int selectionLength_ = 0;
   Color backColor_;
   Color foreColor_;
   Control* anchor_ = nullptr;
@@ -143,12 +135,5 @@ class ControlObserver {
   virtual void ControlChanged(const Control& control, Property property) = 0;
   virtual void FormChanged(const Form& form) = 0;  // caption or visibility
 };
-
-// For text and combo boxes that take a number: a character other than a digit, "-" or "." is swallowed
-// (keyCode becomes 0). Blank, control keys and everything from 127 up pass.
-void FilterNumericKey(const Control& control, int& keyCode);
-
-// Selects the whole text of a text or combo box.
-void SelectAllText(Control& control);
 
 }  // namespace quorvane

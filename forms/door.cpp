@@ -1,5 +1,6 @@
 #include "forms/door.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <exception>
 #include <utility>
@@ -55,7 +56,8 @@ void Door::FollowLocalClock() {
   journal_->ClockSet(now_, shown);
 }
 
-void Door::FollowNowAndThen() {
+void Door::SampleAndFollow() {
+  SampleClock();
   if (now_ - followedAt_ >= kFollowMs) FollowLocalClock();
 }
 
@@ -73,29 +75,15 @@ bool Door::Contain(const std::function<void()>& action) {
   }
 }
 
-// While a box is open the event that opened it stands still, and one event at a time may run inside it.
-bool Door::MustWait(EventKind kind) const {
-  if (dialogs_ > 0) return !PassesOpenDialog(kind) || inHand_ > depthAtDialog_;
-  return inHand_ > 0;
-}
-
 void Door::Enter(const Event& event) {
   if (quit_ || (dialogs_ > 0 && !PassesOpenDialog(event.kind))) return;
-  if (MustWait(event.kind)) {
-    waiting_.push_back(event);
-    return;
-  }
+  if (inHand_ > depthAtDialog_) return waiting_.push_back(event);
   Handle(event);
-  if (dialogs_ > 0) {
-    DrainWhileOpen();
-  } else {
-    DrainWhenIdle();
-  }
+  Drain();
 }
 
 void Door::Handle(const Event& event) {
-  SampleClock();
-  FollowNowAndThen();
+  SampleAndFollow();
   journal_->Entered(now_, event);
   Run([&] { Dispatch(event); });
 }
@@ -110,31 +98,22 @@ void Door::Run(const std::function<void()>& action) {
   if (afterEvent_) afterEvent_();
 }
 
-void Door::DrainWhileOpen() {
-  while (dialogs_ > 0 && inHand_ == depthAtDialog_ && !quit_) {
-    std::size_t i = 0;
-    while (i < waiting_.size() && !PassesOpenDialog(waiting_[i].kind)) ++i;
-    if (i == waiting_.size()) return;
-    const Event event = std::move(waiting_[i]);
-    waiting_.erase(waiting_.begin() + static_cast<std::ptrdiff_t>(i));
-    Handle(event);
-  }
-}
-
-void Door::DrainWhenIdle() {
-  while (inHand_ == 0 && dialogs_ == 0 && !quit_) {
-    if (!posted_.empty()) {
+// While a box is open the event that opened it stands still, and one event at a time may run inside it.
+void Door::Drain() {
+  while (inHand_ == depthAtDialog_ && !quit_) {
+    if (dialogs_ == 0 && !posted_.empty()) {
       const std::function<void()> action = std::move(posted_.front());
       posted_.pop_front();
-      // The clock stands still: a journal says nothing of this action, so it must not see another time.
-      Run(action);
-    } else if (!waiting_.empty()) {
-      const Event event = std::move(waiting_.front());
-      waiting_.pop_front();
-      Handle(event);
-    } else {
-      return;
+      Run(action);  // the clock stands still: a journal says nothing of this, so it must not see another time
+      continue;
     }
+    const auto next = std::find_if(waiting_.begin(), waiting_.end(), [this](const Event& event) {
+      return dialogs_ == 0 || PassesOpenDialog(event.kind);
+    });
+    if (next == waiting_.end()) return;
+    const Event event = std::move(*next);
+    waiting_.erase(next);
+    Handle(event);
   }
 }
 
@@ -145,19 +124,18 @@ DialogAnswer Door::Ask(const DialogBox& box) {
     const Restored depth(dialogs_, dialogs_ + 1);
     const Restored outer(depthAtDialog_, inHand_);
     if (afterEvent_) afterEvent_();
-    DrainWhileOpen();
+    Drain();
     answer = platform_.ShowDialog(box);
   }
   if (quit_) throw ProgramEnds();
-  SampleClock();
-  FollowNowAndThen();
+  SampleAndFollow();
   journal_->Answered(now_, box, answer);
   return answer;
 }
 
 void Door::Post(std::function<void()> action) {
   posted_.push_back(std::move(action));
-  if (inHand_ == 0) DrainWhenIdle();
+  Drain();
 }
 
 void Door::FireTimer(Control& timer) {
@@ -232,8 +210,6 @@ void Door::DispatchToControl(const Event& event, Control& control) {
       return run(control.onChange);
     case EventKind::Hover:
       return run(control.onHover);
-    case EventKind::GotFocus:
-      return run(control.onGotFocus);
     default:
       return;
   }

@@ -27,15 +27,13 @@ class DeviceEvents {
 };
 
 // The one door through which every outside event enters. It samples the clock, so that time stands still
-// inside an event; ends an event whose procedure raised an error, and only that event; and can write every
-// event into a journal.
+// inside an event; an error in a procedure ends its event, and only that; and a journal can be kept.
 //
-// An event that comes in while another is handled waits its turn. Only while a dialog box is open do bytes,
-// line errors, ports, timers and the end of the program go through before the event that opened it has ended;
-// the operator's own actions on other windows are dropped meanwhile, as a modal box has it.
+// An event that comes in while another is handled waits its turn. While a dialog box is open, bytes, line
+// errors, ports, timers and the end of the program go through before the event that opened it has ended; the
+// operator's own actions on other windows are dropped, as a modal box has it.
 //
-// Nothing enters after the event that ends the program. A box that is open then is never answered: the event
-// that asked is abandoned.
+// Nothing enters after the event that ends the program. The event that has opened a box is abandoned then.
 class Door : public EventClock {
  public:
   explicit Door(Platform& platform) : platform_(platform), forms_(*this) {}
@@ -43,7 +41,7 @@ class Door : public EventClock {
   // Null: none.
   void SetDevices(DeviceEvents* devices) { devices_ = devices != nullptr ? devices : &noDevices_; }
   void SetJournal(Journal* journal) { journal_ = journal != nullptr ? journal : &noJournal_; }
-  // Called whenever an outermost event has ended, so that the windows can show what changed.
+  // Called whenever an event has ended, so that the windows can show what changed.
   void SetAfterEvent(std::function<void()> afterEvent) { afterEvent_ = std::move(afterEvent); }
 
   void Enter(const Event& event);
@@ -53,10 +51,10 @@ class Door : public EventClock {
   void FireTimer(Control& timer);
 
   std::int64_t Now() const override { return now_; }
-  // The local date and time of the event in hand. Counted on by the console clock, and follows the computer's
-  // clock, which the journal then notes, when that is set, changes to summer time, or the computer has slept.
+  // Of the event in hand: counted on by the console clock, but follows the computer's clock, as the journal
+  // notes, when that is set, changes to summer time, or the computer has slept.
   LocalDateTime LocalNow();
-  // The local date and time of 0 ms of the console clock, as it was then.
+  // Of 0 ms of the console clock, as it was then.
   LocalDateTime LocalStart();
   // Looks whether the computer's clock shows another time than LocalNow(), and takes it over.
   void FollowLocalClock();
@@ -64,31 +62,26 @@ class Door : public EventClock {
   Forms& AllForms() { return forms_; }
   bool DialogOpen() const { return dialogs_ > 0; }
 
-  // Shows a dialog box and lets the radio and the timers go on behind it. The clock is sampled again when it
-  // closes.
+  // Lets the radio and the timers go on behind the box. The clock is sampled again when it closes.
   DialogAnswer Ask(const DialogBox& box);
   // Runs the action as soon as no event is in hand and no box is open, at the time of the last event.
   void Post(std::function<void()> action);
-  // Runs the action with the same boundary as an event: an error ends the action, and only it. True: no
-  // error.
+  // An error ends the action, and only it, as it does an event. True: no error.
   bool Contain(const std::function<void()>& action);
   void NoteSent(const std::vector<std::uint8_t>& frame) { journal_->Sent(now_, frame); }
   void NoteProject(const std::string& path, bool taken) { journal_->ProjectOpened(now_, path, taken); }
 
-  // Errors contained so far and the text of the last, for whoever looks for a fault.
   int ErrorsContained() const { return errors_; }
   const std::string& LastError() const { return lastError_; }
 
  private:
-  bool MustWait(EventKind kind) const;
   void Handle(const Event& event);
   void Dispatch(const Event& event);
   void DispatchToControl(const Event& event, Control& control);
   void DispatchToForm(const Event& event, Form& form);
-  void DrainWhileOpen();
-  void DrainWhenIdle();
+  void Drain();
   void SampleClock();
-  void FollowNowAndThen();
+  void SampleAndFollow();
   void Run(const std::function<void()>& action);
 
   Platform& platform_;
@@ -102,10 +95,10 @@ class Door : public EventClock {
   std::optional<LocalDateTime> localStart_;
   LocalDateTime localZero_ = {};  // of 0 ms of the console clock, as the computer's clock is set now
   std::int64_t followedAt_ = 0;
-  int inHand_ = 0;   // events being handled, one inside the other
-  int dialogs_ = 0;  // dialog boxes open
-  int depthAtDialog_ = 0;
-  bool quit_ = false;  // the program ends
+  int inHand_ = 0;         // events being handled, one inside the other
+  int dialogs_ = 0;        // dialog boxes open
+  int depthAtDialog_ = 0;  // inHand_ when the last of them opened, 0 while none is
+  bool quit_ = false;      // the program ends
   std::deque<Event> waiting_;
   std::deque<std::function<void()>> posted_;
   int errors_ = 0;

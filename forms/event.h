@@ -20,7 +20,6 @@ enum class EventKind : std::uint8_t {
   Type,       // target: a text box; text: its new content
   Choose,     // target: a list; number: the entry, 0-based
   Hover,      // target: a control
-  GotFocus,   // target: a control
   Key,        // text: one of kKeyNames
   Activate,   // target: a form
   Close,      // target: a form
@@ -42,18 +41,17 @@ struct Event {
   std::vector<std::uint8_t> bytes = {};
 };
 
-// Written to by the door: every event, answer and sent frame, and what else a replay has to know, with its
-// time on the console clock in ms. A journal never throws and never waits. This one keeps nothing.
+// Told by the door of every event, answer and sent frame, and what else a replay has to know, with its ms on
+// the console clock. Never throws and never waits. This one keeps nothing.
 class Journal {
  public:
   virtual ~Journal() = default;
   virtual void Entered(std::int64_t /*ms*/, const Event& /*event*/) {}
   virtual void Answered(std::int64_t /*ms*/, const DialogBox& /*box*/, const DialogAnswer& /*answer*/) {}
   virtual void Sent(std::int64_t /*ms*/, const std::vector<std::uint8_t>& /*frame*/) {}
-  // A project file has been opened, or (not taken) could not be, because another console has it or of what
-  // stands there.
+  // A project file has been opened, or (not taken) could not be.
   virtual void ProjectOpened(std::int64_t /*ms*/, const std::string& /*path*/, bool /*taken*/) {}
-  // The computer's clock shows another time than it should by the console clock: this one, from now on.
+  // The computer's clock shows this time, not the one that it should by the console clock.
   virtual void ClockSet(std::int64_t /*ms*/, const LocalDateTime& /*shown*/) {}
   // An error has ended what was in hand.
   virtual void Failed(std::int64_t /*ms*/, const std::string& /*error*/) {}

@@ -32,10 +32,6 @@ void Form::SetVisible(bool visible) {
   forms_.Changed(*this);
 }
 
-void Form::Changed(Control& control, Property property) {
-  forms_.Changed(control, property);
-}
-
 Control& Form::Add(ControlKind kind, std::string name, Control* parent) {
   Control& control = controls_.emplace_back(*this, kind, std::move(name), parent);
   byName_.emplace(control.Name(), &control);
@@ -58,6 +54,23 @@ ControlArray::ControlArray(Form& form, ControlKind kind, const std::string& name
   for (int i = lower; i <= upper; ++i) {
     elements_.push_back(&form.Add(kind, IndexedName(name, i), parent));
   }
+}
+
+void TimerQueue::Arm(Control& timer, std::int64_t now) {
+  Disarm(timer);
+  if (timer.Enabled() && timer.Interval() > 0) timers_[{now + timer.Interval(), armed_++}] = &timer;
+}
+
+void TimerQueue::Disarm(const Control& timer) {
+  std::erase_if(timers_, [&](const auto& entry) { return entry.second == &timer; });
+}
+
+std::optional<std::int64_t> TimerQueue::NextDue() const {
+  return timers_.empty() ? std::nullopt : std::optional(timers_.begin()->first.first);
+}
+
+Control* TimerQueue::NextTimer() const {
+  return timers_.empty() ? nullptr : timers_.begin()->second;
 }
 
 void Forms::Remove(Form& form) {
@@ -92,9 +105,8 @@ void Forms::Activate(Form& form) {
 }
 
 void Forms::Changed(Control& control, Property property) {
-  if (control.Kind() == ControlKind::Timer) {
-    if (property == Property::Enabled || property == Property::Interval) timers_.Arm(control, clock_.Now());
-  }
+  const bool timing = property == Property::Enabled || property == Property::Interval;
+  if (timing && control.Kind() == ControlKind::Timer) timers_.Arm(control, clock_.Now());
   if (observer_ != nullptr) observer_->ControlChanged(control, property);
 }
 

@@ -14,8 +14,8 @@ namespace quorvane {
 
 class Forms;
 
-// A window of the program as plain data: its controls and its event procedures. Forms register themselves
-// with the program's Forms for as long as they live.
+// A window of the program as plain data: its controls and its event procedures. In the program's Forms for as
+// long as it lives.
 class Form {
  public:
   Form(Forms& forms, std::string name);
@@ -38,12 +38,11 @@ class Form {
   virtual void CloseRequested() { SetVisible(false); }  // the window's own close command
   virtual void Resized() {}
 
-  void Changed(Control& control, Property property);
+  Forms& Owner() const { return forms_; }
 
  protected:
   Control& Add(ControlKind kind, std::string name, Control* parent = nullptr);
   Control& AddCaptioned(ControlKind kind, std::string name, std::string caption, Control* parent = nullptr);
-  Forms& Owner() { return forms_; }
 
  private:
   friend class ControlArray;
@@ -59,14 +58,12 @@ class Form {
 // "lblLap(3)".
 std::string IndexedName(const std::string& name, int index);
 
-// Controls of one name and kind with an index, "lblLap(0)".."lblLap(10)". An index outside is a
-// SubscriptError.
+// Controls of one name and kind, "lblLap(0)".."lblLap(10)". An index outside is a SubscriptError.
 class ControlArray {
  public:
   ControlArray(Form& form, ControlKind kind, const std::string& name, int lower, int upper,
                Control* parent = nullptr);
 
-  int Lower() const { return lower_; }
   int Upper() const { return lower_ + static_cast<int>(elements_.size()) - 1; }
   Control& operator[](std::int64_t index) const { return *Element(elements_, index - lower_); }
 

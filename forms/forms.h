@@ -1,13 +1,30 @@
 #pragma once
 
-#include <string_view>
-#include <vector>
+#include <map>
+#include <optional>
 
 #include "forms/form.h"
 #include "forms/platform.h"
-#include "forms/timer_queue.h"
 
 namespace quorvane {
+
+// The armed timers in the order in which they fall due, in ms of the console clock; of those due together the
+// first that was armed. By hand, because the timers of a library run by the computer's clock: a replay and
+// the tests bring their own time, and need this very order.
+class TimerQueue {
+ public:
+  // To fire at now + its interval; takes out one that is disabled or has no interval.
+  void Arm(Control& timer, std::int64_t now);
+  void Disarm(const Control& timer);
+
+  std::optional<std::int64_t> NextDue() const;  // when the first is due; empty when none is armed
+  Control* NextTimer() const;                   // that timer, or null
+  const auto& Armed() const { return timers_; }
+
+ private:
+  std::map<std::pair<std::int64_t, std::uint64_t>, Control*> timers_;  // by due time and order of arming
+  std::uint64_t armed_ = 0;
+};
 
 // All forms of the program: finds a control by name, passes changes on to the one observer, keeps the timers
 // armed as their properties say, and knows which form the operator is at.

@@ -31,8 +31,7 @@ enum class DialogKind : std::uint8_t { Ok, OkCancel, YesNo, YesNoCancel, Input, 
 enum class DialogIcon : std::uint8_t { None, Exclamation, Critical };
 
 // Ok, Cancel, Yes and No are buttons; Text is an entered text, File a chosen path. A box that is closed
-// otherwise answers Cancel (Ok where there is nothing else); one with Yes and No only cannot be closed
-// otherwise.
+// otherwise answers Cancel, or Ok where there is nothing else; one with only Yes and No cannot be.
 struct DialogAnswer {
   enum class Word : std::uint8_t { Ok, Cancel, Yes, No, Text, File };
   Word word = Word::Cancel;
@@ -48,16 +47,14 @@ struct DialogBox {
   std::string preset = {};            // input: the text offered; files: the path offered
   std::string folder = {};            // files: where the dialog starts
   std::string defaultExtension = {};  // files: ".ini"
-  // The button that Enter presses: the safe one where another loses something. The first one where the box
-  // has no such button.
+  // The button that Enter presses, the first one where there is none such: the safe one where another loses
+  // something.
   DialogAnswer::Word usual = DialogAnswer::Word::Yes;
-  // The radio has raised it, not an action of the operator, whose hands are judging: it takes no key and no
-  // click in its first second.
+  // The radio has raised it while the operator's hands are judging: no key or click in its first second.
   bool byRadio = false;
 };
 
-// The per-user settings of the program, by section and key. A missing value reads as the default given.
-// Writing never fails visibly.
+// The per-user settings, by section and key. Writing never fails visibly.
 class SettingsStore {
  public:
   virtual ~SettingsStore() = default;
@@ -66,22 +63,21 @@ class SettingsStore {
   virtual void SaveSetting(const std::string& section, const std::string& key, const std::string& value) = 0;
 };
 
-// What the stopwatch behind the race clock can tell apart, as measured, and how often its counter steps.
+// What the stopwatch behind the race clock can tell apart, and how often its counter steps.
 struct StopwatchFigures {
   std::int64_t resolutionNs = 1000000;
   std::int64_t frequencyHz = 1000;
 };
 
-// The console clock as an event sees it: ms since the program started, never falling. It stands still while
-// an event is handled and is read again only after a dialog box has closed.
+// The console clock as an event sees it: ms since the program started, never falling. It stands still inside
+// an event, until a dialog box has closed.
 class EventClock {
  public:
   virtual ~EventClock() = default;
   virtual std::int64_t Now() const = 0;
 };
 
-// Everything outside the language that the race logic reaches. The window, the replay and the tests each
-// bring one.
+// Everything outside the language that the race logic reaches. The window and the replay each bring one.
 class Platform {
  public:
   virtual ~Platform() = default;
@@ -103,7 +99,6 @@ class Platform {
   virtual void PlayWave(const std::string& path) = 0;
   virtual void StopWave() = 0;
 
-  // Puts the text on the clipboard; does nothing where there is none.
   virtual void CopyText(const std::string& /*text*/) {}
 
   virtual SettingsStore& Settings() = 0;

@@ -9,7 +9,8 @@
 
 namespace quorvane {
 
-TimerDriver::TimerDriver(Door& door) : door_(door) {
+TimerDriver::TimerDriver(Door& door, const Control& display, std::function<int()> granularity)
+    : door_(door), display_(display), granularity_(std::move(granularity)) {
   timer_.setSingleShot(true);
   timer_.setTimerType(Qt::PreciseTimer);
   QObject::connect(&timer_, &QTimer::timeout, [this] {
@@ -18,26 +19,15 @@ TimerDriver::TimerDriver(Door& door) : door_(door) {
   });
 }
 
-void TimerDriver::Coarsen(const Control& display, std::function<int()> granularity) {
-  display_ = &display;
-  granularity_ = std::move(granularity);
-}
-
-std::optional<std::int64_t> TimerDriver::NextWake() const {
-  const TimerQueue& timers = door_.AllForms().Timers();
-  const auto display = display_ == nullptr ? std::nullopt : timers.DueTime(*display_);
-  if (!display) return timers.NextDue();
-  const std::int64_t step = std::max(1, granularity_());
-  const std::int64_t late = (*display + step - 1) / step * step;
-  return std::min(late, timers.NextDueBut(*display_).value_or(late));
-}
-
 void TimerDriver::Arm() {
-  const auto due = NextWake();
-  if (!due) return timer_.stop();
-  const std::int64_t wait = *due - door_.System().ClockMs();
-  constexpr std::int64_t kLongest = std::numeric_limits<int>::max();
-  timer_.start(static_cast<int>(std::clamp<std::int64_t>(wait, 0, kLongest)));
+  constexpr std::int64_t kNever = std::numeric_limits<std::int64_t>::max();
+  std::int64_t wake = kNever;
+  for (const auto& [due, timer] : door_.AllForms().Timers().Armed()) {
+    const std::int64_t step = timer == &display_ ? std::max(1, granularity_()) : 1;
+    wake = std::min(wake, (due.first + step - 1) / step * step);
+  }
+  if (wake == kNever) return timer_.stop();
+  timer_.start(static_cast<int>(std::max<std::int64_t>(0, wake - door_.System().ClockMs())));
 }
 
 ProgramWindows::ProgramWindows(Program& program, QtPlatform& platform)
@@ -45,12 +35,12 @@ ProgramWindows::ProgramWindows(Program& program, QtPlatform& platform)
       platform_(platform),
       windows_(program.door()),
       keys_(program.door()),
-      timers_(program.door()) {
+      timers_(program.door(), program.judge().tmrTimeTick,
+              [&program] { return program.timer().Granularity(); }) {
   console_ = &windows_.AddWindow(program.judge(), ConsoleDesign(), kLeastConsole);
   for (int i = 0; i < 4; ++i) {
-    lanes_[static_cast<std::size_t>(i)] =
-        &windows_.AddPanel(program.lane(i), LaneDesign(i + 1), console_->View(), IndexedName("fraLane", i),
-                           QStringLiteral("Lane %1 ").arg(i + 1));
+    windows_.AddPanel(program.lane(i), LaneDesign(i + 1), console_->View(), IndexedName("fraLane", i),
+                      QStringLiteral("Lane %1 ").arg(i + 1));
   }
   link_ = &windows_.AddWindow(program.link(), LinkDesign(), QSize(LinkWidthWithoutDetail() * 3 / 4, 500),
                               console_);
@@ -58,7 +48,6 @@ ProgramWindows::ProgramWindows(Program& program, QtPlatform& platform)
   AddSmallWindow(program.keyboard(), KeyboardDesign());
   AddSmallWindow(program.about(), AboutDesign());
   program.about().SetLibraries(std::string("Qt ") + qVersion());
-  timers_.Coarsen(program.judge().tmrTimeTick, [&program] { return program.timer().Granularity(); });
   platform_.SetWindows(&windows_);
   program_.door().SetAfterEvent([this] {
     for (const auto& follower : followers_) follower();

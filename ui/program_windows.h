@@ -1,10 +1,7 @@
 #pragma once
 
-#include <QSize>
 #include <QTimer>
 #include <functional>
-#include <memory>
-#include <optional>
 #include <vector>
 
 #include "console/program.h"
@@ -19,19 +16,15 @@ inline constexpr QSize kLeastConsole{940, 600};  // leaves room for a frame and 
 // Fires the program's timers when they are due by the console clock. Arm it after every event.
 class TimerDriver {
  public:
-  explicit TimerDriver(Door& door);
+  // The display timer only shows what the stopwatch says: it alone may wait for the next multiple of so many
+  // ms of the console clock. It fires earlier when another timer is due anyway.
+  TimerDriver(Door& door, const Control& display, std::function<int()> granularity);
   void Arm();
 
-  // This timer only shows what the stopwatch says: it alone may wait for the next multiple of so many ms of
-  // the console clock. It fires earlier when another timer is due anyway.
-  void Coarsen(const Control& display, std::function<int()> granularity);
-
  private:
-  std::optional<std::int64_t> NextWake() const;
-
   Door& door_;
-  const Control* display_ = nullptr;
-  std::function<int()> granularity_;
+  const Control& display_;
+  const std::function<int()> granularity_;
   QTimer timer_;
 };
 
@@ -45,7 +38,6 @@ class ProgramWindows {
   FormWindow& Console() { return *console_; }
   QRect ClockOnScreen() const;
   FormWindow& Link() { return *link_; }
-  FormView& Lane(int index) { return *lanes_[static_cast<std::size_t>(index)]; }  // 0..3
   Windows& All() { return windows_; }
 
   // Called after every event, when the windows have been told.
@@ -63,7 +55,6 @@ class ProgramWindows {
   Windows windows_;
   FormWindow* console_ = nullptr;
   FormWindow* link_ = nullptr;
-  std::array<FormView*, 4> lanes_ = {};
   bool detailShown_ = true;
   bool placed_ = false;
   KeyRouter keys_;

@@ -47,8 +47,7 @@ FormWindow* Windows::FindWindow(const Form& form) const {
 }
 
 FormView* Windows::FindView(const Form& form) const {
-  const auto found = views_.find(&form);
-  return found == views_.end() ? nullptr : found->second;
+  return views_.value(&form);
 }
 
 QWidget* Windows::DialogParent() const {
@@ -78,7 +77,7 @@ void Windows::FormChanged(const Form& form) {
 
 void Windows::Apply() {
   const auto dirty = std::exchange(dirty_, {});
-  for (const auto& [form, view] : views_) {
+  for (const auto [form, view] : views_.asKeyValueRange()) {
     if (dirty.contains(form)) view->Apply();
   }
   // In the order in which they were added, so that the same window always ends up in front.
@@ -134,9 +133,10 @@ void Windows::Paint() {
 
 void Windows::BringForward(const Form& form) {
   FormWindow* window = FindWindow(form);
-  if (window == nullptr) return;
+  if (window == nullptr || !window->isVisible()) return;
   Expect(*window);
-  window->BringForward();
+  window->Activate();
+  window->View().FocusHome();
 }
 
 void Windows::FocusMoved(QWindow* window) {

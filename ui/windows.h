@@ -1,9 +1,9 @@
 #pragma once
 
 #include <QElapsedTimer>
+#include <QHash>
 #include <QObject>
 #include <memory>
-#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
@@ -51,7 +51,7 @@ class Windows : public QObject, public ControlObserver {
 
   Door& door_;
   std::vector<std::unique_ptr<FormWindow>> windows_;
-  std::unordered_map<const Form*, FormView*> views_;
+  QHash<const Form*, FormView*> views_;
   std::unordered_set<const Form*> dirty_;
   const Form* active_ = nullptr;   // as last seen
   FormWindow* focused_ = nullptr;  // the window that had the focus last, null when it was not one of ours

@@ -126,7 +126,6 @@ struct LaneRig {
         {"meanwhile", [&] { owner.whileAsking = [this] { lane.InitializeRace(60000); }; }},
         {"hover", [&] { lane.lblCut[n].onHover(); }},
         {"leave", [&] { lane.fraLane.onHover(); }},
-        {"focus", [&] { lane.txtLapTen.onGotFocus(); }},
         {"parent", [&] { lane.SetFormParent(lane.fraLane); }},
         {"save", [&] { lane.SaveLane("Race" + std::to_string(n), owner.keep); }},
         {"load", [&] { lane.LoadLane("Race" + std::to_string(n), owner.read); }},

@@ -84,12 +84,11 @@ TEST_F(TimerDriverTest, OnlyTheDisplayTimerWaitsForTheNextMultiple) {
     shown = door.Now();
     display.SetEnabled(false);
   };
-  TimerDriver driver(door);
-  driver.Coarsen(display, [] { return 200; });
+  TimerDriver driver(door, display, [] { return 200; });
   door.Enter({.kind = EventKind::Resize, .target = "frmTest"});
   display.SetInterval(200 - static_cast<int>(door.Now() % 200) + 10);
   display.SetEnabled(true);
-  const std::int64_t due = *door.AllForms().Timers().DueTime(display);
+  const std::int64_t due = *door.AllForms().Timers().NextDue();
   driver.Arm();
   EXPECT_TRUE(WaitFor([&] { return shown != 0; }));
   EXPECT_GE(shown - due, 190);

@@ -34,7 +34,7 @@ TEST_F(ProgramWindowsTest, StartWithTheConsoleAndTheLinkAndCloseWhenTheProgramSa
   serial.ports.insert(2);
   Load();
   EXPECT_EQ(windows.Console().windowTitle(), "Quorvane - Demonstration (test.ini) - ");
-  for (int i = 0; i < 4; ++i) EXPECT_TRUE(windows.Lane(i).isVisible());
+  for (int i = 0; i < 4; ++i) EXPECT_TRUE(windows.All().FindView(program.lane(i))->isVisible());
   EXPECT_EQ(Shown<QLabel>(program.judge().lblComm)->text(), "COM5");
   // A space pressed at once must not cut the link.
   EXPECT_EQ(windows.Link().focusWidget(), Shown(program.link().optPort[2]));
@@ -150,7 +150,8 @@ TEST_F(ProgramWindowsTest, LapCellsAndTheirMarksCanBeReadAndMarksPopUpOverTheRes
   Load();
   frmLane& lane = program.lane(1);
   windows.Console().resize(1280, 800);
-  const auto texts = windows.Lane(1).findChildren<QLabel*>(QString(), Qt::FindDirectChildrenOnly);
+  const auto texts =
+      windows.All().FindView(lane)->findChildren<QLabel*>(QString(), Qt::FindDirectChildrenOnly);
   const struct {
     int cell, count;
     const char* caption;

@@ -11,7 +11,6 @@
 #include <QSignalBlocker>
 #include <QStyleOptionButton>
 #include <QStylePainter>
-#include <QWheelEvent>
 #include <algorithm>
 #include <functional>
 #include <utility>
@@ -23,13 +22,9 @@
 namespace quorvane {
 namespace {
 
-double LeastShare(const Place& place) {
-  constexpr double kLeastPoints = 10;
-  return std::min(1.0, kLeastPoints / place.points);
-}
-
-int LeastPixels(const QFont& font, double share) {
-  return static_cast<int>(font.pixelSize() * share);
+// The size of ten points as designed, below which a caption is cut rather than made smaller.
+int LeastPixels(const QFont& font, const Place& place) {
+  return static_cast<int>(font.pixelSize() * std::min(1.0, 10 / place.points));
 }
 
 // The caption with the ampersand that Qt wants before the mnemonic letter, and ampersands of its own doubled.
@@ -44,13 +39,12 @@ QString WithMnemonic(QString caption, char mnemonic) {
 // that can be clicked can also be reached with Tab and clicked with the space bar.
 class CaptionLabel : public QLabel {
  public:
-  CaptionLabel(const Place& place, QWidget* parent)
-      : QLabel(parent), look_(place.look), leastShare_(LeastShare(place)) {
+  CaptionLabel(const Place& place, QWidget* parent) : QLabel(parent), place_(place) {
     setTextFormat(Qt::PlainText);
     // Roles that mean nothing to what lies in a frame, and inherits its palette.
     setBackgroundRole(QPalette::AlternateBase);
     setForegroundRole(QPalette::BrightText);
-    if (Has(look_, Look::Focusable)) setFocusPolicy(Qt::TabFocus);
+    if (Looks(Look::Focusable)) setFocusPolicy(Qt::TabFocus);
   }
 
   // Painted: the background is not the plain one.
@@ -60,11 +54,10 @@ class CaptionLabel : public QLabel {
     colors.setColor(backgroundRole(), back);
     colors.setColor(foregroundRole(), fore);
     setPalette(colors);
-    const bool lit = Has(look_, Look::Lamp) && painted;
-    const bool edged = Has(look_, Look::Border | Look::Heavy);
+    const bool edged = Looks(Look::Border | Look::Heavy);
     setAutoFillBackground(painted || edged);
     setFrameStyle(edged ? QFrame::Box | QFrame::Plain : QFrame::NoFrame);
-    setLineWidth(Has(look_, Look::Heavy) || lit ? 3 : 1);
+    setLineWidth(Looks(Look::Heavy) || (Looks(Look::Lamp) && painted) ? 3 : 1);
   }
 
   void SetOnClick(std::function<void()> onClick) {
@@ -76,25 +69,25 @@ class CaptionLabel : public QLabel {
  protected:
   void paintEvent(QPaintEvent* event) override {
     QFrame::paintEvent(event);
-    const bool left = Has(look_, Look::Left);
+    const bool left = Looks(Look::Left);
     const int gap = margin() + (left ? 2 : 1);
     const QRect room = contentsRect().adjusted(gap, margin() / 2, -gap, 0);
-    const int least = LeastPixels(font(), leastShare_);
+    const int least = LeastPixels(font(), place_);
     int flags = left ? Qt::AlignLeft : Qt::AlignHCenter;
     QFont fitted = font();
     QString shown = text();
-    if (Has(look_, Look::Top)) {
-      const bool columns = Has(look_, Look::Fixed);
+    if (Looks(Look::Top)) {
+      const bool columns = Looks(Look::Fixed);
       flags |= Qt::AlignTop | (columns ? 0 : Qt::TextWordWrap);
       fitted = FitParagraph(fitted, shown, room.size(), flags, columns ? 1 : least);
-    } else if (Has(look_, Look::Words)) {
+    } else if (Looks(Look::Words)) {
       flags |= Qt::AlignVCenter | Qt::TextDontClip;
       shown = MarkLines(room.width(), room.height());
     } else {
       flags |= Qt::AlignVCenter;
-      if (Has(look_, Look::Lamp)) fitted.setBold(painted_);
-      fitted = Has(look_, Look::Fixed) ? FitColumns(fitted, room.height())
-                                       : FitFont(fitted, shown, room.width(), least);
+      if (Looks(Look::Lamp)) fitted.setBold(painted_);
+      fitted = Looks(Look::Fixed) ? FitColumns(fitted, room.height())
+                                  : FitFont(fitted, shown, room.width(), least);
       shown = ElideAtWord(shown, fitted, room.width());
     }
     QPainter painter(this);
@@ -121,6 +114,7 @@ class CaptionLabel : public QLabel {
   }
 
  private:
+  bool Looks(Look look) const { return Has(place_.look, look); }
   // What does not fit one line goes under it where there is room for two.
   QString MarkLines(int width, int height) const {
     const QString first = ElideAtWord(text(), font(), width);
@@ -128,8 +122,7 @@ class CaptionLabel : public QLabel {
     return first + QLatin1Char('\n') + ElideAtWord(text().mid(first.size()).trimmed(), font(), width);
   }
 
-  const Look look_;
-  const double leastShare_;  // of its font, below which the caption is cut rather than made smaller
+  const Place& place_;
   bool painted_ = false;
   bool pressed_ = false;
   std::function<void()> onClick_;
@@ -139,8 +132,7 @@ class CaptionLabel : public QLabel {
 // letters.
 class CaptionButton : public QPushButton {
  public:
-  CaptionButton(const Place& place, QWidget* parent)
-      : QPushButton(parent), key_(QString::fromStdString(place.key)), leastShare_(LeastShare(place)) {
+  CaptionButton(const Place& place, QWidget* parent) : QPushButton(parent), place_(place) {
     setAutoDefault(true);  // Enter presses it, as the space bar does
     // A pop-up leaves the focus where it is.
     if (place.anchoring == Anchoring::Beside) setFocusPolicy(Qt::NoFocus);
@@ -153,9 +145,10 @@ class CaptionButton : public QPushButton {
     initStyleOption(&option);
     painter.drawControl(QStyle::CE_PushButtonBevel, option);
 
-    const int least = LeastPixels(font(), leastShare_);
+    const QString key = QString::fromStdString(place_.key);
+    const int least = LeastPixels(font(), place_);
     const QFont small = FontOfPixels(std::max(least, font().pixelSize() * 2 / 3), false);
-    const int keyWidth = key_.isEmpty() ? 0 : QFontMetrics(small).horizontalAdvance(QLatin1Char(' ') + key_);
+    const int keyWidth = key.isEmpty() ? 0 : QFontMetrics(small).horizontalAdvance(QLatin1Char(' ') + key);
     const int room = width() - 10 - keyWidth;
     const QString bare = text().remove(QLatin1Char('&'));
     const QFont fitted = FitFont(font(), bare, room, least);
@@ -167,12 +160,11 @@ class CaptionButton : public QPushButton {
     painter.drawControl(QStyle::CE_PushButtonLabel, option);
     painter.setFont(small);
     painter.drawItemText({left + captionWidth, 0, keyWidth, height()}, Qt::AlignRight | Qt::AlignVCenter,
-                         palette(), isEnabled(), key_, QPalette::ButtonText);
+                         palette(), isEnabled(), key, QPalette::ButtonText);
   }
 
  private:
-  const QString key_;
-  const double leastShare_;
+  const Place& place_;
 };
 
 // A view on a widget of the type T.
@@ -206,7 +198,7 @@ class LabelView : public ViewOn<CaptionLabel> {
 
  protected:
   void Show(Property) override {
-    if (Has(Design().look, Look::Bare)) return;
+    if (Looks(Look::Bare)) return;
     widget_->setText(Caption().isEmpty() ? QString::fromStdString(Design().word) : Caption());
   }
   void SetColors(const QColor& back, const QColor& fore) override {
@@ -214,19 +206,12 @@ class LabelView : public ViewOn<CaptionLabel> {
   }
 };
 
-// What stands in a locked box is still there to be read, in its colours, and to be scrolled.
-template <typename T>
-void KeepReadable(T& box, bool usable) {
-  box.setReadOnly(!usable);
-  box.setFocusPolicy(usable ? Qt::StrongFocus : Qt::NoFocus);
-}
-
-// One line of text. A late one counts when Enter is pressed or the box is left, and Escape takes it back.
+// One line of text. A late one counts when Enter is pressed or the box is left.
 class LineEditView : public ViewOn<QLineEdit> {
  public:
   explicit LineEditView(const Part& part) : ViewOn(part, new QLineEdit(part.parent)) {
-    widget_->setAlignment(Has(Design().look, Look::Left) ? Qt::AlignLeft : Qt::AlignHCenter);
-    if (Late()) {
+    widget_->setAlignment(Looks(Look::Left) ? Qt::AlignLeft : Qt::AlignHCenter);
+    if (Looks(Look::Late)) {
       connect(widget_, &QLineEdit::editingFinished, this, &LineEditView::Count);
       connect(widget_, &QLineEdit::returnPressed, this, [this] { leave(); });
     } else {
@@ -235,37 +220,16 @@ class LineEditView : public ViewOn<QLineEdit> {
   }
 
  protected:
-  void Show(Property property) override {
-    if (property == Property::Text) {
-      const QSignalBlocker quiet(widget_);
-      if (widget_->text() != ToQString(Of().Text())) widget_->setText(ToQString(Of().Text()));
-    } else if (widget_->hasFocus()) {
-      widget_->setSelection(Of().SelectionStart(), Of().SelectionLength());
-    }
-  }
-
-  void SetUsable(bool usable) override {
-    if (Late()) return ControlView::SetUsable(usable);
-    KeepReadable(*widget_, usable);
-  }
-
-  bool TakesKey(const QKeyEvent& press) override {
-    if (press.key() == Qt::Key_Escape) {
-      if (Late()) Show(Property::Text);
-      leave();  // so that the digit keys judge again
-      return true;
-    }
-    if (!Has(Design().look, Look::Numeric) || press.text().size() != 1) return false;
-    int keyCode = press.text().at(0).unicode();
-    FilterNumericKey(Of(), keyCode);
-    return keyCode == 0;
+  void Show(Property) override {
+    const QSignalBlocker quiet(widget_);
+    if (widget_->text() != ToQString(Of().Text())) widget_->setText(ToQString(Of().Text()));
   }
 
  private:
-  bool Late() const { return Has(Design().look, Look::Late); }
   void Count() {
-    if (Late() && widget_->text().trimmed().isEmpty()) return Show(Property::Text);  // no number was typed
-    if (widget_->text() != ToQString(Of().Text())) Act(EventKind::Type, widget_->text().toStdString());
+    const QString typed = widget_->text();
+    if (Looks(Look::Late) && typed.trimmed().isEmpty()) return Show(Property::Text);  // no number
+    if (typed != ToQString(Of().Text())) Act(EventKind::Type, typed.toStdString());
   }
 };
 
@@ -295,20 +259,9 @@ class TextView : public ViewOn<TextEdit> {
   }
 
  protected:
-  void Show(Property property) override {
-    if (property == Property::Text) {
-      const QSignalBlocker quiet(widget_);
-      if (widget_->toPlainText() != ToQString(Of().Text())) widget_->setPlainText(ToQString(Of().Text()));
-    } else if (widget_->hasFocus() && Of().SelectionLength() > 0) {
-      widget_->selectAll();
-    }
-  }
-  void SetUsable(bool usable) override { KeepReadable(*widget_, usable); }
-  QColor Back() const override { return Of().Enabled() ? ControlView::Back() : ToQColor(kButtonFace); }
-  bool TakesKey(const QKeyEvent& press) override {
-    if (press.key() != Qt::Key_Escape) return false;
-    leave();
-    return true;
+  void Show(Property) override {
+    const QSignalBlocker quiet(widget_);
+    if (widget_->toPlainText() != ToQString(Of().Text())) widget_->setPlainText(ToQString(Of().Text()));
   }
 };
 
@@ -338,18 +291,9 @@ class TickView : public ViewOn<QAbstractButton> {
   }
 };
 
-// A list that does not change when the wheel turns over it by chance.
-class ListBox : public QComboBox {
+class ListView : public ViewOn<QComboBox> {
  public:
-  using QComboBox::QComboBox;
-
- protected:
-  void wheelEvent(QWheelEvent* event) override { event->ignore(); }
-};
-
-class ListView : public ViewOn<ListBox> {
- public:
-  explicit ListView(const Part& part) : ViewOn(part, new ListBox(part.parent)) {
+  explicit ListView(const Part& part) : ViewOn(part, new QComboBox(part.parent)) {
     connect(widget_, &QComboBox::activated, this, [this](int index) { Act(EventKind::Choose, {}, index); });
   }
 

@@ -12,66 +12,61 @@
 namespace quorvane {
 
 ControlView::ControlView(const Part& part, QWidget* widget, Roles roles)
-    : at(part.place.rect),
-      control_(part.control),
-      place_(part.place),
-      door_(part.door),
-      widget_(widget),
-      roles_(roles) {
-  widget_->setObjectName(QString::fromStdString(control_.FullName()));
+    : at(part.place.rect), part_(part), widget_(widget), roles_(roles) {
+  widget_->setObjectName(QString::fromStdString(Of().FullName()));
   widget_->installEventFilter(this);
 }
 
 bool ControlView::Apply() {
   const unsigned dirty = std::exchange(dirty_, 0U);
   const auto has = [dirty](Property property) { return (dirty & Bit(property)) != 0; };
-  for (const Property property : {Property::Items, Property::Caption, Property::Text, Property::Value,
-                                  Property::ListIndex, Property::Selection}) {
-    if (has(property) && control_.Has(property)) Show(property);
+  for (const Property property :
+       {Property::Items, Property::Caption, Property::Text, Property::Value, Property::ListIndex}) {
+    if (has(property) && Of().Has(property)) Show(property);
   }
   if (has(Property::Caption)) Speak();
   if (has(Property::BackColor) || has(Property::ForeColor) || has(Property::Enabled)) {
-    SetColors(Back(), ReadableOn(Back(), ToQColor(control_.ForeColor())));
+    SetColors(Back(), ReadableOn(Back(), ToQColor(Of().ForeColor())));
   }
-  if (has(Property::ToolTip)) widget_->setToolTip(ToQString(control_.ToolTip()));
+  if (has(Property::ToolTip)) widget_->setToolTip(ToQString(Of().ToolTip()));
   if (has(Property::Enabled) || has(Property::Visible)) {
-    if (widget_->hasFocus() && !(control_.Enabled() && control_.Visible())) leave();
-    SetUsable(control_.Enabled());
-    widget_->setVisible(control_.Visible());
+    if (widget_->hasFocus() && !(Of().Enabled() && Of().Visible())) leave();
+    SetUsable(Of().Enabled());
+    widget_->setVisible(Of().Visible());
   }
   return has(Property::Visible) || has(Property::Anchor);
 }
 
 void ControlView::Act(EventKind kind, std::string text, int number) {
   if (kind == EventKind::Click || kind == EventKind::Choose) FinishTyping();
-  // The widget may have moved on its own. A selection is the operator's until a procedure selects anew.
-  dirty_ |= ~Bit(Property::Selection);
-  door_.Enter({.kind = kind, .target = control_.FullName(), .text = std::move(text), .number = number});
+  dirty_ = ~0U;  // the widget may have moved on its own
+  part_.door.Enter({.kind = kind, .target = Of().FullName(), .text = std::move(text), .number = number});
   Apply();
 }
 
 // The accessible name. A label's says what it shows, too.
 void ControlView::Speak() {
-  QString name = QString::fromStdString(place_.spoken);
+  QString name = QString::fromStdString(Design().spoken);
   if (name.isEmpty()) {
-    name = Caption().isEmpty() ? QString::fromStdString(control_.Name()) : Caption();
-  } else if (control_.Kind() == ControlKind::Label && !Caption().isEmpty()) {
+    name = Caption().isEmpty() ? QString::fromStdString(Of().Name()) : Caption();
+  } else if (Of().Kind() == ControlKind::Label && !Caption().isEmpty()) {
     name += QStringLiteral(": ") + Caption();
   }
   widget_->setAccessibleName(spokenPrefix + name);
 }
 
 QString ControlView::Caption() const {
-  return ToQString(control_.Caption());
+  return ToQString(Of().Caption());
 }
 
 QColor ControlView::Back() const {
+  if (Looks(Look::Lines) && !Of().Enabled()) return ToQColor(kButtonFace);
   if (!Painted()) {
-    if (Has(place_.look, Look::White)) return Qt::white;
-    if (Has(place_.look, Look::Blue)) return QColor(0xDB, 0xE9, 0xFF);
-    if (Has(place_.look, Look::Peach)) return QColor(0xFF, 0xE3, 0xD6);
+    if (Looks(Look::White)) return Qt::white;
+    if (Looks(Look::Blue)) return QColor(0xDB, 0xE9, 0xFF);
+    if (Looks(Look::Peach)) return QColor(0xFF, 0xE3, 0xD6);
   }
-  return ToQColor(control_.BackColor());
+  return ToQColor(Of().BackColor());
 }
 
 void ControlView::SetColors(const QColor& back, const QColor& fore) {
@@ -83,17 +78,24 @@ void ControlView::SetColors(const QColor& back, const QColor& fore) {
   widget_->setPalette(palette);
 }
 
+// What stands in a locked text box is still there to be read, in its colours, and to be scrolled.
+void ControlView::SetUsable(bool usable) {
+  if (Of().Kind() != ControlKind::TextBox || Looks(Look::Late)) return widget_->setEnabled(usable);
+  widget_->setProperty("readOnly", !usable);
+  widget_->setFocusPolicy(usable ? Qt::StrongFocus : Qt::NoFocus);
+}
+
 bool ControlView::eventFilter(QObject*, QEvent* event) {
   switch (event->type()) {
     case QEvent::Enter:
-      if (control_.onHover) Act(EventKind::Hover);
+      if (Of().onHover) Act(EventKind::Hover);
       break;
     case QEvent::Leave:
-      if (!control_.onHover || control_.Kind() == ControlKind::Frame) break;
+      if (!Of().onHover || Of().Kind() == ControlKind::Frame) break;
       // The frame around a mark wants to know when the pointer leaves the mark.
-      for (const Control& frame : control_.Owner().Controls()) {
+      for (const Control& frame : Of().Owner().Controls()) {
         if (frame.Kind() != ControlKind::Frame || !frame.onHover) continue;
-        door_.Enter({.kind = EventKind::Hover, .target = frame.FullName()});
+        part_.door.Enter({.kind = EventKind::Hover, .target = frame.FullName()});
         break;
       }
       break;
@@ -101,21 +103,36 @@ bool ControlView::eventFilter(QObject*, QEvent* event) {
       const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
       if (reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason) break;
       // After the click that brought the focus, which would undo a selection made now.
-      arrived_ = control_.onGotFocus != nullptr;
-      if (arrived_) QTimer::singleShot(0, this, [this] { TellArrival(); });
+      arrived_ = Of().Kind() == ControlKind::TextBox;
+      if (arrived_) QTimer::singleShot(0, this, [this] { SelectOnArrival(); });
       break;
     }
     case QEvent::KeyPress:
-      TellArrival();  // before the key, or the selection would swallow what it types
+      SelectOnArrival();  // before the key, or the selection would swallow what it types
       return TakesKey(*static_cast<QKeyEvent*>(event));
+    case QEvent::Wheel:
+      return Of().Kind() == ControlKind::ComboBox;  // which it would change by chance
     default:
       break;
   }
   return false;
 }
 
-void ControlView::TellArrival() {
-  if (std::exchange(arrived_, false) && widget_->hasFocus()) Act(EventKind::GotFocus);
+void ControlView::SelectOnArrival() {
+  if (std::exchange(arrived_, false) && widget_->hasFocus()) QMetaObject::invokeMethod(widget_, "selectAll");
+}
+
+// Keys that the widget must not see: Escape leaves a text box, so that the digit keys judge again, and takes
+// back what does not count yet; signs of no number.
+bool ControlView::TakesKey(const QKeyEvent& press) {
+  if (Of().Kind() == ControlKind::TextBox && press.key() == Qt::Key_Escape) {
+    Show(Property::Text);
+    leave();
+    return true;
+  }
+  const QString sign = press.text();
+  const bool printed = sign.size() == 1 && sign > QLatin1String(" ") && sign < QLatin1String("\x7F");
+  return Looks(Look::Numeric) && printed && !QStringLiteral("0123456789-.").contains(sign);
 }
 
 void FinishTyping() {

@@ -11,9 +11,8 @@ class QKeyEvent;
 
 namespace quorvane {
 
-// The widget that shows one control. It says what the control says and nothing else: an action of the
-// operator is handed to the door, and the widget then shows what has become of the control. Lives as long as
-// its form's view; the widget belongs to its parent.
+// The widget that shows one control. An action of the operator is handed to the door, and the widget then
+// shows what has become of the control. Lives as long as its form's view; the widget belongs to its parent.
 class ControlView : public QObject {
  public:
   struct Part {
@@ -32,8 +31,9 @@ class ControlView : public QObject {
   };
   ControlView(const Part& part, QWidget* widget, Roles roles);
 
-  Control& Of() const { return control_; }
-  const Place& Design() const { return place_; }
+  Control& Of() const { return part_.control; }
+  const Place& Design() const { return part_.place; }
+  bool Looks(Look look) const { return Has(part_.place.look, look); }
   QWidget* Widget() const { return widget_; }
 
   // Notes that a property has changed; Apply shows it.
@@ -55,26 +55,24 @@ class ControlView : public QObject {
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
 
-  virtual void Show(Property property) = 0;  // caption, text, value, items, entry of the list, selection
-  virtual void SetUsable(bool usable) { widget_->setEnabled(usable); }
+  virtual void Show(Property property) = 0;  // caption, text, value, items, entry of the list
   virtual void SetColors(const QColor& back, const QColor& fore);
-  virtual bool TakesKey(const QKeyEvent& /*press*/) { return false; }  // which the widget must not see
-  virtual QColor Back() const;
   QString Caption() const;
-  bool Painted() const { return control_.BackColor() != kButtonFace; }
+  bool Painted() const { return Of().BackColor() != kButtonFace; }
 
  private:
   static constexpr unsigned Bit(Property property) { return 1U << static_cast<unsigned>(property); }
   void Speak();
-  void TellArrival();
+  QColor Back() const;
+  void SetUsable(bool usable);
+  void SelectOnArrival();
+  bool TakesKey(const QKeyEvent& press);
 
-  Control& control_;
-  const Place& place_;
-  Door& door_;
+  const Part part_;
   QWidget* const widget_;
   const Roles roles_;
   unsigned dirty_ = ~0U;
-  bool arrived_ = false;  // it has got the focus, and the control has not been told yet
+  bool arrived_ = false;  // a text box has got the focus, and its text is still to be selected
 };
 
 // Whether that widget takes typed text.

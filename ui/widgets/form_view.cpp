@@ -24,7 +24,7 @@ void FormView::AddControl(Control& control, const Place& place, const QString& s
   view->leave = [this] { FocusHome(); };
   if (control.Kind() == ControlKind::Frame) view->Widget()->lower();
   if (Has(place.look, Look::Row)) row_.push_back(view.get());
-  byControl_.emplace(&control, view.get());
+  byControl_.insert(&control, view.get());
   views_.push_back(std::move(view));
 }
 
@@ -34,12 +34,7 @@ void FormView::AddText(const StaticText& text) {
   label->setAlignment((Has(text.look, Look::Left) ? Qt::AlignLeft : Qt::AlignHCenter) | Qt::AlignVCenter);
   if (QWidget* buddy = FindWidget(text.buddy)) label->setBuddy(buddy);
   label->setAttribute(Qt::WA_TransparentForMouseEvents);
-  texts_.push_back({text, label});
-}
-
-ControlView* FormView::Find(const Control& control) const {
-  const auto found = byControl_.find(&control);
-  return found == byControl_.end() ? nullptr : found->second;
+  texts_.emplace_back(&text, label);
 }
 
 QWidget* FormView::FindWidget(const std::string& name) const {
@@ -62,7 +57,7 @@ void FormView::Apply() {
 
 void FormView::Embed(FormView& panel, const std::string& name) {
   const Control* control = form_.Find(name);
-  panels_.push_back({&panel, Find(*control)->Design().rect});
+  panels_.emplace_back(&panel, Find(*control)->Design().rect);
   panel.around_ = this;
 }
 
@@ -123,15 +118,15 @@ void FormView::Arrange() {
     Put(*view, view->Design().rect);
     view->Widget()->setFont(Letters(view->Design().points, view->Design().look));
   }
-  for (const Text& text : texts_) {
-    text.label->setGeometry(Scaled(text.design.rect));
-    text.label->setFont(Letters(text.design.points, text.design.look));
+  for (const auto& [text, label] : texts_) {
+    label->setGeometry(Scaled(text->rect));
+    label->setFont(Letters(text->points, text->look));
   }
   FitRow();
   PlaceAnchored();
-  for (const Panel& panel : panels_) {
-    panel.view->setGeometry(Scaled(panel.rect));
-    panel.view->Arrange();  // its letters may change although its size does not
+  for (const auto& [panel, rect] : panels_) {
+    panel->setGeometry(Scaled(rect));
+    panel->Arrange();  // its letters may change although its size does not
   }
 }
 
@@ -179,8 +174,8 @@ std::vector<QRect> FormView::Standing() const {
         view->Design().anchoring == Anchoring::None && view->Of().Kind() != ControlKind::Frame;
     if (stands && view->Of().Visible()) standing.push_back(view->at);
   }
-  for (const Text& text : texts_) {
-    if (TextShown(text.design)) standing.push_back(text.design.rect);
+  for (const auto& [text, label] : texts_) {
+    if (TextShown(*text)) standing.push_back(text->rect);
   }
   return standing;
 }
@@ -228,7 +223,7 @@ void FormView::PlaceStacks() {
 }
 
 void FormView::PlaceAnchored() {
-  for (const Text& text : texts_) text.label->setVisible(TextShown(text.design));
+  for (const auto& [text, label] : texts_) label->setVisible(TextShown(*text));
   PlaceStacks();
   for (const auto& view : views_) {
     const Anchoring anchoring = view->Design().anchoring;
@@ -244,7 +239,6 @@ void FormView::PlaceAnchored() {
 std::vector<QRect> StackCells(int count, const QRect& room, int lines) {
   constexpr int kRow = 22;  // height of a mark that has room
   std::vector<QRect> cells;
-  if (count <= 0) return cells;
   const int mostRows = std::max(1, room.height() / kLeastMarkRow);
   const int columns = (count + mostRows - 1) / mostRows;
   const int rows = (count + columns - 1) / columns;

@@ -1,21 +1,23 @@
 #pragma once
 
+#include <QHash>
 #include <QWidget>
 #include <map>
 #include <memory>
 #include <string>
-#include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "forms/door.h"
 #include "ui/widgets/control_view.h"
 #include "ui/widgets/form_design.h"
 
+class QLabel;
+
 namespace quorvane {
 
-// The inside of a form: a widget for each of its controls, placed by the form's design at any size; every
-// place comes from the design, never from an earlier size. Other forms can be embedded in it. Outlived by its
-// form.
+// The inside of a form: a widget for each of its controls, placed by the form's design at any size, never by
+// an earlier size. Other forms can be embedded in it. Outlived by its form.
 class FormView : public QWidget {
  public:
   // `spoken` stands before the accessible name of every control ("Lane 1 ").
@@ -23,7 +25,8 @@ class FormView : public QWidget {
 
   Form& Of() const { return form_; }
   const FormDesign& Design() const { return design_; }
-  ControlView* Find(const Control& control) const;  // null for one that the design does not place
+  // Null for one that the design does not place.
+  ControlView* Find(const Control& control) const { return byControl_.value(&control); }
   QWidget* FindWidget(const std::string& name) const;
 
   // Shows everything of the form that has changed.
@@ -43,14 +46,6 @@ class FormView : public QWidget {
   void resizeEvent(QResizeEvent* event) override;
 
  private:
-  struct Text {
-    const StaticText& design;
-    QWidget* label;
-  };
-  struct Panel {
-    FormView* view;
-    QRect rect;
-  };
   using Stacks = std::map<const ControlView*, std::vector<ControlView*>>;  // cell -> its marks
 
   void AddControl(Control& control, const Place& place, const QString& spoken);
@@ -73,10 +68,10 @@ class FormView : public QWidget {
   int designWidth_;
   FormView* around_ = nullptr;  // the form that this one is embedded in
   std::vector<std::unique_ptr<ControlView>> views_;
-  std::unordered_map<const Control*, ControlView*> byControl_;
+  QHash<const Control*, ControlView*> byControl_;
   std::vector<ControlView*> row_;  // of Look::Row
-  std::vector<Text> texts_;
-  std::vector<Panel> panels_;
+  std::vector<std::pair<const StaticText*, QLabel*>> texts_;
+  std::vector<std::pair<FormView*, QRect>> panels_;  // embedded here, and where
 };
 
 inline constexpr int kLeastMarkRow = 16;  // holds a line of the smallest text

@@ -18,7 +18,7 @@ FormWindow::FormWindow(Form& form, FormDesign design, Door& door, QSize minimum,
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(view_);
   layout->setMenuBar(menu_);
-  menu_->setHidden(menu_->IsEmpty());
+  menu_->setHidden(menu_->actions().isEmpty());
   place_ = new WindowPlace(*this, door.System().Settings(), form.Name(), minimum);
   RingFocus(*this);
 }
@@ -28,7 +28,10 @@ void FormWindow::Follow() {
   menu_->Apply();
   if (Of().Visible() == isVisible()) return;
   if (!Of().Visible()) return hide();
-  if (!placed_) ShowFirst();
+  if (!remembered_) {  // in its designed size where the screen allows it
+    const int menuHeight = menu_->isHidden() ? 0 : menu_->sizeHint().height();
+    remembered_ = place_->Restore({view_->DesignWidth(), view_->Design().height + menuHeight});
+  }
   view_->FocusFirst();
   show();
   Activate();
@@ -40,23 +43,10 @@ void FormWindow::Activate() {
   activateWindow();
 }
 
-// In its designed size where the screen allows it.
-void FormWindow::ShowFirst() {
-  placed_ = true;
-  const int menuHeight = menu_->isHidden() ? 0 : menu_->sizeHint().height();
-  remembered_ = place_->Restore({view_->DesignWidth(), view_->Design().height + menuHeight});
-}
-
-void FormWindow::BringForward() {
-  if (!isVisible()) return;
-  Activate();
-  view_->FocusHome();
-}
-
 void FormWindow::SetDesignWidth(int width) {
   const double scale = static_cast<double>(view_->height()) / std::max(1, view_->Design().height);
   view_->SetDesignWidth(width);
-  if (!placed_) return;
+  if (!remembered_) return;
   resize(static_cast<int>(width * scale), height());
   place_->KeepOnScreen();
 }

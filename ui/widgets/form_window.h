@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QWidget>
+#include <optional>
 
 #include "ui/widgets/form_view.h"
 #include "ui/widgets/menu_view.h"
@@ -20,12 +21,10 @@ class FormWindow : public QWidget {
   void Follow();
   // Above the others and with the keyboard.
   void Activate();
-  // The same, and the focus where a key does no harm.
-  void BringForward();
   // The form is now designed that wide, at the same scale; the window follows.
   void SetDesignWidth(int width);
   // Whether it opens where the operator has left it, and not where the program would put it.
-  bool Remembered() const { return remembered_; }
+  bool Remembered() const { return remembered_.value_or(false); }
   // After the program has moved it.
   void KeepOnScreen() { place_->KeepOnScreen(); }
 
@@ -35,14 +34,11 @@ class FormWindow : public QWidget {
   void resizeEvent(QResizeEvent* event) override;
 
  private:
-  void ShowFirst();
-
   Door& door_;
   FormView* view_;
   MenuView* menu_;
   WindowPlace* place_;
-  bool placed_ = false;
-  bool remembered_ = false;
+  std::optional<bool> remembered_;  // once it has got its first place
 };
 
 }  // namespace quorvane

@@ -14,10 +14,6 @@
 namespace quorvane {
 namespace {
 
-constexpr double kLeastContrast = 4.5;
-constexpr int kHueSteps = 20;
-constexpr int kLeastStretch = 82;  // percent
-
 double Luminance(const QColor& color) {
   const auto linear = [](double part) {
     return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
@@ -35,19 +31,10 @@ class ConsoleStyle : public QProxyStyle {
 
   // Check marks and option dots grow with the font of their control.
   int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override {
-    switch (metric) {
-      case PM_IndicatorWidth:
-      case PM_IndicatorHeight:
-      case PM_ExclusiveIndicatorWidth:
-      case PM_ExclusiveIndicatorHeight:
-        if (widget != nullptr) return std::max(13, widget->font().pixelSize());
-        break;
-      case PM_FocusFrameHMargin:
-      case PM_FocusFrameVMargin:
-        return 3;
-      default:
-        break;
-    }
+    const bool indicator = metric == PM_IndicatorWidth || metric == PM_IndicatorHeight ||
+                           metric == PM_ExclusiveIndicatorWidth || metric == PM_ExclusiveIndicatorHeight;
+    if (indicator && widget != nullptr) return std::max(13, widget->font().pixelSize());
+    if (metric == PM_FocusFrameHMargin || metric == PM_FocusFrameVMargin) return 3;
     return QProxyStyle::pixelMetric(metric, option, widget);
   }
 
@@ -114,18 +101,9 @@ QPalette OutdoorPalette() {
 }  // namespace
 
 QColor ToQColor(Color color) {
-  switch (color.SystemColor()) {
-    case Color::System::ButtonFace:
-      return QColor(0xEE, 0xEE, 0xEE);
-    case Color::System::Window:
-      return Qt::white;
-    case Color::System::ButtonText:
-    case Color::System::WindowText:
-      return Qt::black;
-    case Color::System::None:
-      break;
-  }
-  return QColor::fromRgb(0xFF000000U | color.Rgb());
+  if (color.SystemColor() == Color::System::None) return QColor(QRgb{color.Rgb()});
+  if (color == kButtonFace) return QColor(0xEE, 0xEE, 0xEE);
+  return color == kWindow ? Qt::white : Qt::black;
 }
 
 double Contrast(const QColor& a, const QColor& b) {
@@ -136,6 +114,8 @@ double Contrast(const QColor& a, const QColor& b) {
 
 QColor ReadableOn(const QColor& background, const QColor& text) {
   constexpr double kLeastSeen = 1.5;  // below, there is no hue to keep
+  constexpr double kLeastContrast = 4.5;
+  constexpr int kHueSteps = 20;
   const QColor end =
       Contrast(background, Qt::black) >= Contrast(background, Qt::white) ? Qt::black : Qt::white;
   if (Contrast(background, text) < kLeastSeen) return end;
@@ -185,6 +165,7 @@ QFont FitFont(QFont font, const QString& text, int width, int minimumPixels) {
   const auto advance = [&] { return QFontMetrics(font).horizontalAdvance(text); };
   const int full = advance();
   if (full <= width || full <= 0) return font;
+  constexpr int kLeastStretch = 82;  // percent
   // Narrower letters first: they read better than small ones.
   font.setStretch(std::max(kLeastStretch, width * 100 / full));
   if (const int narrow = advance(); narrow > width) {

@@ -16,11 +16,6 @@ MenuView::MenuView(const Form& form, Door& door, QWidget* parent) : QMenuBar(par
   Apply();
 }
 
-QAction* MenuView::Find(const Control& control) const {
-  const auto found = entries_.find(&control);
-  return found == entries_.end() ? nullptr : found->second;
-}
-
 void MenuView::Add(const Control& control) {
   QAction* parent = control.Parent() == nullptr ? nullptr : Find(*control.Parent());
   if (parent != nullptr && parent->menu() == nullptr) {
@@ -37,11 +32,11 @@ void MenuView::Add(const Control& control) {
     Apply();
   });
   (parent == nullptr ? static_cast<QWidget*>(this) : parent->menu())->addAction(entry);
-  entries_.emplace(&control, entry);
+  entries_.insert(&control, entry);
 }
 
 void MenuView::Apply() {
-  for (const auto& [control, entry] : entries_) {
+  for (const auto [control, entry] : entries_.asKeyValueRange()) {
     entry->setText(ToQString(control->Caption()));
     entry->setToolTip(ToQString(control->ToolTip()));
     entry->setEnabled(control->Enabled());

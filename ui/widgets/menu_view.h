@@ -1,7 +1,7 @@
 #pragma once
 
+#include <QHash>
 #include <QMenuBar>
-#include <unordered_map>
 
 #include "forms/door.h"
 
@@ -12,15 +12,14 @@ class MenuView : public QMenuBar {
  public:
   MenuView(const Form& form, Door& door, QWidget* parent);
 
-  bool IsEmpty() const { return entries_.empty(); }
   void Apply();
-  QAction* Find(const Control& control) const;
+  QAction* Find(const Control& control) const { return entries_.value(&control); }
 
  private:
   void Add(const Control& control);
 
   Door& door_;
-  std::unordered_map<const Control*, QAction*> entries_;
+  QHash<const Control*, QAction*> entries_;
 };
 
 }  // namespace quorvane
