@@ -41,11 +41,6 @@ class Restored {
   const T before_;
 };
 
-// The same for a re-entrancy flag.
-struct BusyFlag : Restored<bool> {
-  explicit BusyFlag(bool& flag) : Restored(flag, true) {}
-};
-
 // Whole-number arithmetic in which an overflow is an error and never a wrong number: done in 64 bits and
 // narrowed to the type in which the value is kept.
 template <std::integral To>

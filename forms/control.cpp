@@ -1,37 +1,30 @@
 #include "forms/control.h"
 
+#include <array>
+
 #include "forms/forms.h"
 
 namespace quorvane {
 namespace {
 
-constexpr unsigned Bit(Property property) {
-  return 1U << static_cast<unsigned>(property);
+using enum Property;
+
+template <typename... Properties>
+constexpr unsigned Bits(Properties... properties) {
+  return ((1U << static_cast<unsigned>(properties)) | ...);
 }
 
-constexpr unsigned kSeen = Bit(Property::Enabled) | Bit(Property::Visible) | Bit(Property::Tag);
-constexpr unsigned kPainted = kSeen | Bit(Property::BackColor) | Bit(Property::ForeColor);
-
-constexpr unsigned PropertiesOf(ControlKind kind) {
-  switch (kind) {
-    case ControlKind::Button:
-    case ControlKind::Label:
-    case ControlKind::Frame:
-      return kPainted | Bit(Property::Caption) | Bit(Property::Anchor);
-    case ControlKind::TextBox:
-      return kPainted | Bit(Property::Text);
-    case ControlKind::CheckBox:
-    case ControlKind::Option:
-      return kPainted | Bit(Property::Caption) | Bit(Property::Value);
-    case ControlKind::ComboBox:
-      return kPainted | Bit(Property::Text) | Bit(Property::ListIndex) | Bit(Property::Items);
-    case ControlKind::Menu:
-      return kSeen | Bit(Property::Caption) | Bit(Property::Checked);
-    case ControlKind::Timer:
-      return Bit(Property::Enabled) | Bit(Property::Interval) | Bit(Property::Tag);
-  }
-  return 0;
-}
+constexpr unsigned kSeen = Bits(Enabled, Visible, Tag);
+constexpr unsigned kPainted = kSeen | Bits(BackColor, ForeColor);
+constexpr std::array kPropertiesOf = {kPainted | Bits(Caption),                 // button
+                                      kPainted | Bits(Caption),                 // label
+                                      kPainted | Bits(Text),                    // text box
+                                      kPainted | Bits(Caption, Value),          // check box
+                                      kPainted | Bits(Text, ListIndex, Items),  // list
+                                      kPainted | Bits(Caption),                 // frame
+                                      kPainted | Bits(Caption, Value),          // option
+                                      kSeen | Bits(Caption, Checked),           // menu
+                                      Bits(Enabled, Tag)};                      // timer
 
 // Texts and lists are written on the window's colours, everything else on the button face.
 bool TakesText(ControlKind kind) {
@@ -54,7 +47,7 @@ std::string Control::FullName() const {
 }
 
 bool Control::Has(Property property) const {
-  return (PropertiesOf(kind_) & Bit(property)) != 0;
+  return (kPropertiesOf[static_cast<std::size_t>(kind_)] & Bits(property)) != 0;
 }
 
 void Control::Changed(Property property) {

@@ -55,7 +55,7 @@ class Control {
   ControlKind Kind() const { return kind_; }
   Form& Owner() const { return form_; }
   Control* Parent() const { return parent_; }  // the frame it lies in, or null
-  bool Has(Property property) const;           // whether its kind has that property at all
+  bool Has(Property property) const;           // whether its kind has what is shown or told by it
 
   const std::string& Caption() const { return caption_; }
   const std::string& Text() const { return text_; }

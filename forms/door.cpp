@@ -1,7 +1,6 @@
 #include "forms/door.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <exception>
 #include <utility>
 
@@ -22,12 +21,12 @@ class ProgramEnds : public RunTimeError {
 };
 
 // Less than this is the rounding of two clocks to whole seconds, or their drift.
-constexpr std::int64_t kClockSetSeconds = 2;
+constexpr std::chrono::seconds kClockSet(2);
 constexpr std::int64_t kFollowMs = 1000;
 
 // Whole seconds are taken off, because the moment has lost its part of a second.
 LocalDateTime MomentOfZero(const LocalDateTime& shown, std::int64_t ms) {
-  return AddMilliseconds(shown, -(ms - ms % 1000));
+  return shown - std::chrono::seconds(ms / 1000);
 }
 
 }  // namespace
@@ -51,7 +50,7 @@ void Door::FollowLocalClock() {
   SampleClock();
   followedAt_ = now_;
   const LocalDateTime shown = platform_.LocalNow();
-  if (std::abs(SecondsBetween(LocalNow(), shown)) < kClockSetSeconds) return;
+  if (std::chrono::abs(shown - LocalNow()) < kClockSet) return;
   localZero_ = MomentOfZero(shown, now_);
   journal_->ClockSet(now_, shown);
 }
@@ -151,6 +150,7 @@ void Door::RunDueTimers() {
 }
 
 void Door::Dispatch(const Event& event) {
+  Form* const form = forms_.Find(event.target);
   switch (event.kind) {
     case EventKind::Load:
       return devices_->Load();
@@ -167,22 +167,17 @@ void Door::Dispatch(const Event& event) {
       if (forms_.Main() != nullptr && forms_.Main()->Visible()) forms_.Main()->KeyDown(event.text);
       return;
     case EventKind::Activate:
+      if (form != nullptr && form->Visible()) forms_.Activate(*form);
+      return;
     case EventKind::Close:
+      if (form != nullptr && form->Visible()) form->CloseRequested();
+      return;
     case EventKind::Resize:
-      if (Form* form = forms_.Find(event.target)) DispatchToForm(event, *form);
+      if (form != nullptr) form->Resized();
       return;
     default:
       if (Control* control = forms_.FindControl(event.target)) DispatchToControl(event, *control);
       return;
-  }
-}
-
-void Door::DispatchToForm(const Event& event, Form& form) {
-  if (event.kind == EventKind::Resize) {
-    form.Resized();
-  } else if (form.Visible()) {
-    if (event.kind == EventKind::Activate) forms_.Activate(form);
-    if (event.kind == EventKind::Close) form.CloseRequested();
   }
 }
 

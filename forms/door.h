@@ -78,7 +78,6 @@ class Door : public EventClock {
   void Handle(const Event& event);
   void Dispatch(const Event& event);
   void DispatchToControl(const Event& event, Control& control);
-  void DispatchToForm(const Event& event, Form& form);
   void Drain();
   void SampleClock();
   void SampleAndFollow();

@@ -20,15 +20,7 @@ Control* Form::Find(std::string_view name) {
   return found == byName_.end() ? nullptr : found->second;
 }
 
-void Form::SetCaption(std::string caption) {
-  if (caption_ == caption) return;
-  caption_ = std::move(caption);
-  forms_.Changed(*this);
-}
-
-void Form::SetVisible(bool visible) {
-  if (visible_ == visible) return;
-  visible_ = visible;
+void Form::Changed() {
   forms_.Changed(*this);
 }
 

@@ -29,8 +29,8 @@ class Form {
   const std::deque<Control>& Controls() const { return controls_; }  // in the order in which they were added
   Control* Find(std::string_view name);                              // "lblLap(3)"; null when there is none
 
-  void SetCaption(std::string caption);
-  void SetVisible(bool visible);
+  void SetCaption(std::string caption) { Set(caption_, std::move(caption)); }
+  void SetVisible(bool visible) { Set(visible_, visible); }
 
   // Event procedures of the form itself.
   virtual void KeyDown(const std::string& /*key*/) {}  // "F1".."F12", "7", "8", "9", "0"
@@ -46,6 +46,13 @@ class Form {
 
  private:
   friend class ControlArray;
+  template <typename T>
+  void Set(T& field, T value) {
+    if (field == value) return;
+    field = std::move(value);
+    Changed();
+  }
+  void Changed();
 
   Forms& forms_;
   const std::string name_;

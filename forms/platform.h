@@ -1,31 +1,27 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
+#include <ctime>
 #include <string>
 
 namespace quorvane {
 
 class Form;
 
-// The local date and time of the computer.
-struct LocalDateTime {
-  int year = 2000;
-  int month = 1;  // 1..12
-  int day = 1;
-  int hour = 0;
-  int minute = 0;
-  int second = 0;
+// A local date and time of the computer, by a calendar without time zones.
+using LocalDateTime = std::chrono::sys_seconds;
 
-  bool operator==(const LocalDateTime&) const = default;
-};
+constexpr LocalDateTime MomentOf(int year, int month, int day, int hour = 0, int minute = 0, int second = 0) {
+  return std::chrono::sys_days(std::chrono::year(year) / month / day) + std::chrono::hours(hour) +
+         std::chrono::minutes(minute) + std::chrono::seconds(second);
+}
+constexpr LocalDateTime AddMilliseconds(const LocalDateTime& at, std::int64_t ms) {
+  return std::chrono::floor<std::chrono::seconds>(at + std::chrono::milliseconds(ms));
+}
 
-// `at` plus ms, by the calendar.
-LocalDateTime AddMilliseconds(const LocalDateTime& at, std::int64_t ms);
-// From the first to the second, by the calendar.
-std::int64_t SecondsBetween(const LocalDateTime& first, const LocalDateTime& second);
-
-// "2026-11-21T09:00:00".
-std::string MomentText(const LocalDateTime& at, char separator = 'T');
+std::tm CalendarOf(const LocalDateTime& at);
+std::string MomentText(const LocalDateTime& at, char separator = 'T');  // "2026-11-21T09:00:00"
 
 enum class DialogKind : std::uint8_t { Ok, OkCancel, YesNo, YesNoCancel, Input, OpenFile, SaveFile };
 enum class DialogIcon : std::uint8_t { None, Exclamation, Critical };

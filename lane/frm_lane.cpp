@@ -47,10 +47,7 @@ frmLane::frmLane(Forms& forms, RaceState& race, LaneOwner& owner, int laneNumber
   }
   lblStatus.SetBackColor(kWindow);
   lblStatus.SetForeColor(kWindowText);
-  for (Control* box : {&txtLapTen, &txtLapEleven}) {
-    box->SetForeColor(kDarkGrey);
-    box->onGotFocus = [box] { SelectAllText(*box); };
-  }
+  for (Control* box : {&txtLapTen, &txtLapEleven}) box->SetForeColor(kDarkGrey);
   cmdLap.onClick = [this] { cmdLap_Click(); };
   cmdCut.onClick = [this] { EnterPanelCut(0, race_.RaceActive); };
   cmdTurn.onClick = [this] { cmdTurn_Click(); };

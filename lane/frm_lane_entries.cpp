@@ -124,7 +124,7 @@ void frmLane::cmdLap_Click() {
 
 void frmLane::chkNovice_Click() {
   if (InNoviceClick_) return;
-  const BusyFlag busy(InNoviceClick_);
+  const Restored busy(InNoviceClick_, true);
   if (race_.RaceActive) {
     chkNovice.SetValue(chkNovice.Value() == 1 ? 0 : 1);
     return;

@@ -23,7 +23,7 @@ void frmSerialPort::LineError(int code) {
 // Bytes that arrive behind a dialog box, while a frame is handled, wait for the outer loop.
 void frmSerialPort::MSComm1_OnComm() {
   if (receiving_) return;
-  const BusyFlag busy(receiving_);
+  const Restored busy(receiving_, true);
   for (auto bytes = MSComm1_.Input(); !bytes.empty(); bytes = MSComm1_.Input()) {
     counters_.bytesReceived += std::ssize(bytes);
     receiver_.Receive(bytes, [this](Found found, const StationMessage& frame) { FrameFound(found, frame); });

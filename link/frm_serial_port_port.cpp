@@ -75,7 +75,7 @@ void frmSerialPort::optPort_Click(int index) {
 
 void frmSerialPort::SelectPort(int port, bool remember) {
   if (selectingPort_) return;
-  const BusyFlag busy(selectingPort_);
+  const Restored busy(selectingPort_, true);
   TickPort(port);
   PortNumber_ = port;
   if (remember) SaveSetting(kPortKey, std::to_string(port));

@@ -1,6 +1,6 @@
 #include "records/project.h"
 
-#include <fmt/format.h>
+#include <fmt/chrono.h>
 
 #include <algorithm>
 #include <array>
@@ -19,13 +19,13 @@ constexpr std::string_view kResultsHeader =
     "Comments";
 
 // "2:05 PM", with seconds "2:05:09 PM".
-std::string TwelveHourClock(const LocalDateTime& at, bool seconds) {
-  return fmt::format("{}:{:02}{} {}M", (at.hour + 11) % 12 + 1, at.minute,
-                     seconds ? fmt::format(":{:02}", at.second) : "", at.hour < 12 ? 'A' : 'P');
+std::string TwelveHourClock(const std::tm& at, bool seconds) {
+  return fmt::format("{}:{:%M}{} {:%p}", (at.tm_hour + 11) % 12 + 1, at,
+                     seconds ? fmt::format(":{:%S}", at) : "", at);
 }
 
 double DaySerial(const LocalDateTime& at) {
-  const std::int64_t seconds = SecondsBetween(kDayZero, at);
+  const std::int64_t seconds = (at - kDayZero).count();
   const std::int64_t days = seconds / 86400;
   return static_cast<double>(days) + static_cast<double>(seconds % 86400) / 86400.0;
 }
@@ -152,18 +152,17 @@ void CreateResultsFile(const std::string& path) {
 }
 
 std::string ProjectDate(const LocalDateTime& date) {
-  static constexpr std::array kMonths = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
-                                         "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
-  const auto month = static_cast<std::size_t>(date.month >= 1 && date.month <= 12 ? date.month - 1 : 0);
-  return fmt::format("{:02}-{}-{}", date.day, kMonths[month], date.year);
+  return fmt::format("{:%d-%b-%Y}", CalendarOf(date));
 }
 
 std::string TimeOfDay(const LocalDateTime& at) {
-  return TwelveHourClock(at, false);
+  return TwelveHourClock(CalendarOf(at), false);
 }
 
 std::string TimestampText(const LocalDateTime& at) {
-  return fmt::format("{}, {}/{}/{} {}", DaySerial(at), at.month, at.day, at.year, TwelveHourClock(at, true));
+  const std::tm day = CalendarOf(at);
+  return fmt::format("{}, {}/{}/{} {}", DaySerial(at), day.tm_mon + 1, day.tm_mday, day.tm_year + 1900,
+                     TwelveHourClock(day, true));
 }
 
 }  // namespace quorvane

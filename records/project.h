@@ -80,7 +80,7 @@ std::string FileNameOf(const std::string& path);
 void CreateResultsFile(const std::string& path);
 
 // Where the project file begins to count its days.
-inline constexpr LocalDateTime kDayZero{1899, 12, 30};
+inline constexpr LocalDateTime kDayZero = MomentOf(1899, 12, 30);
 
 // "21-Nov-2026".
 std::string ProjectDate(const LocalDateTime& date);

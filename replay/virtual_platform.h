@@ -79,8 +79,8 @@ class VirtualPlatform : public Platform {
   void RunUntil(Door& door, std::int64_t ms);
   void SetClock(std::int64_t ms) { ms_ = ms; }
 
-  LocalDateTime start{2026, 11, 21, 9, 0, 0};  // local date and time at 0 ms
-  std::int64_t msPerLook = 0;                  // a real clock goes on between two looks at it
+  LocalDateTime start = MomentOf(2026, 11, 21, 9);  // local date and time at 0 ms
+  std::int64_t msPerLook = 0;                       // a real clock goes on between two looks at it
   MemorySettings settings;
   std::string programFolder;
   std::string homeFolder;

@@ -35,7 +35,7 @@ int NumberAfter(const std::string& text, std::string_view name) {
 LocalDateTime DateOfSerial(double serial) {
   const double last = kLastDay * 86400.0 - 1;
   const double seconds = std::clamp(std::nearbyint(serial * 86400.0), 0.0, last);
-  return AddMilliseconds(kDayZero, static_cast<std::int64_t>(seconds) * 1000);
+  return kDayZero + std::chrono::seconds(static_cast<std::int64_t>(seconds));
 }
 
 std::string SectionOf(int race, int refly) {

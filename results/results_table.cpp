@@ -101,7 +101,7 @@ ResultsRow RowOf(const RaceRecord& race, const LaneRecord& lane) {
            Number(race.round),
            Number(race.heat),
            {race.modeName, static_cast<double>(race.mode)},
-           {DateAndTime(race.when), static_cast<double>(SecondsBetween(kDayZero, race.when))},
+           {DateAndTime(race.when), static_cast<double>((race.when - kDayZero).count())},
            Number(lane.lane),
            Place(lane),
            Time(FinalText(lane), lane.final),

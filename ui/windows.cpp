@@ -71,10 +71,6 @@ void Windows::ControlChanged(const Control& control, Property property) {
   dirty_.insert(&control.Owner());
 }
 
-void Windows::FormChanged(const Form& form) {
-  dirty_.insert(&form);
-}
-
 void Windows::Apply() {
   const auto dirty = std::exchange(dirty_, {});
   for (const auto [form, view] : views_.asKeyValueRange()) {

@@ -36,7 +36,7 @@ class Windows : public QObject, public ControlObserver {
   void BringForward(const Form& form);
 
   void ControlChanged(const Control& control, Property property) override;
-  void FormChanged(const Form& form) override;
+  void FormChanged(const Form& form) override { dirty_.insert(&form); }
 
   // The operator has come from one window of this program to another one.
   void FocusMoved(QWindow* window);

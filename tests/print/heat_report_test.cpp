@@ -18,7 +18,7 @@ constexpr Box kA4{0, 0, 210, 297};
 RecordingSurface Print(const RaceRecord& race, Box page = kA4, double characterWidth = 0.55,
                        double lineHeight = 1.2) {
   RecordingSurface surface(page, characterWidth, lineHeight);
-  frmPrint::PrintDocument(surface, race, "Quorvane 0.1.0", {2026, 11, 21, 0, 30, 0});
+  frmPrint::PrintDocument(surface, race, "Quorvane 0.1.0", MomentOf(2026, 11, 21, 0, 30, 0));
   return surface;
 }
 

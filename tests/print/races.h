@@ -32,7 +32,7 @@ inline RaceRecord FlownRace(bool hasRun = true, int mode = 2) {
   race.mode = mode;
   race.modeName = kRaceModeNames[static_cast<std::size_t>(mode - 1)];
   race.hasRun = hasRun;
-  race.when = {2026, 11, 21, 12, 10, 9};
+  race.when = MomentOf(2026, 11, 21, 12, 10, 9);
   race.comments = hasRun ? "Wind from the west." : "";
   race.eventName = "Fall Classic";
   race.projectFile = "c:\\Quorvane\\21-Nov-2026.ini";

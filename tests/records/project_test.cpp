@@ -82,14 +82,14 @@ TEST(Project, FoldersAreMadeAndAFileThatExistsIsLeftAlone) {
 
 TEST(Project, AMomentIsWrittenAsADaySerialAndInWords) {
   const std::pair<LocalDateTime, const char*> kCases[] = {
-      {{2026, 11, 21, 9, 0, 0}, "46347.375, 11/21/2026 9:00:00 AM"},
-      {{2026, 11, 21, 0, 5, 9}, "46347.00357638889, 11/21/2026 12:05:09 AM"},
-      {{2026, 1, 2, 12, 0, 0}, "46024.5, 1/2/2026 12:00:00 PM"},
-      {{2036, 11, 21, 0, 0, 0}, "50000, 11/21/2036 12:00:00 AM"},
-      {{1899, 12, 30, 18, 0, 0}, "0.75, 12/30/1899 6:00:00 PM"},
+      {MomentOf(2026, 11, 21, 9, 0, 0), "46347.375, 11/21/2026 9:00:00 AM"},
+      {MomentOf(2026, 11, 21, 0, 5, 9), "46347.00357638889, 11/21/2026 12:05:09 AM"},
+      {MomentOf(2026, 1, 2, 12, 0, 0), "46024.5, 1/2/2026 12:00:00 PM"},
+      {MomentOf(2036, 11, 21, 0, 0, 0), "50000, 11/21/2036 12:00:00 AM"},
+      {MomentOf(1899, 12, 30, 18, 0, 0), "0.75, 12/30/1899 6:00:00 PM"},
   };
   for (const auto& [moment, text] : kCases) EXPECT_EQ(TimestampText(moment), text);
-  EXPECT_EQ(ProjectDate({2026, 3, 7}), "07-Mar-2026");
+  EXPECT_EQ(ProjectDate(MomentOf(2026, 3, 7)), "07-Mar-2026");
 }
 
 }  // namespace

@@ -14,7 +14,7 @@
 namespace quorvane {
 namespace {
 
-const Imprint kImprint{"Quorvane 1.2.3", {2026, 11, 21, 17, 5, 0}};
+const Imprint kImprint{"Quorvane 1.2.3", MomentOf(2026, 11, 21, 17, 5, 0)};
 
 // The words of a page and where they stand, as shares of its width and height, as another program reads it.
 struct PdfPage {

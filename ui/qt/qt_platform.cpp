@@ -15,9 +15,7 @@ namespace quorvane {
 
 LocalDateTime QtPlatform::LocalNow() {
   const QDateTime now = QDateTime::currentDateTime();
-  const QDate day = now.date();
-  const QTime time = now.time();
-  return {day.year(), day.month(), day.day(), time.hour(), time.minute(), time.second()};
+  return LocalDateTime(std::chrono::seconds(now.toSecsSinceEpoch() + now.offsetFromUtc()));
 }
 
 // The smallest step seen between two looks at the clock.
