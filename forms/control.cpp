@@ -7,24 +7,26 @@
 namespace quorvane {
 namespace {
 
-using enum Property;
-
 template <typename... Properties>
 constexpr unsigned Bits(Properties... properties) {
   return ((1U << static_cast<unsigned>(properties)) | ...);
 }
 
-constexpr unsigned kSeen = Bits(Enabled, Visible, Tag);
-constexpr unsigned kPainted = kSeen | Bits(BackColor, ForeColor);
-constexpr std::array kPropertiesOf = {kPainted | Bits(Caption),                 // button
-                                      kPainted | Bits(Caption),                 // label
-                                      kPainted | Bits(Text),                    // text box
-                                      kPainted | Bits(Caption, Value),          // check box
-                                      kPainted | Bits(Text, ListIndex, Items),  // list
-                                      kPainted | Bits(Caption),                 // frame
-                                      kPainted | Bits(Caption, Value),          // option
-                                      kSeen | Bits(Caption, Checked),           // menu
-                                      Bits(Enabled, Tag)};                      // timer
+unsigned PropertiesOf(ControlKind kind) {
+  using enum Property;
+  constexpr unsigned kSeen = Bits(Enabled, Visible, Tag);
+  constexpr unsigned kPainted = kSeen | Bits(BackColor, ForeColor);
+  constexpr std::array kKinds = {kPainted | Bits(Caption),                 // button
+                                 kPainted | Bits(Caption),                 // label
+                                 kPainted | Bits(Text),                    // text box
+                                 kPainted | Bits(Caption, Value),          // check box
+                                 kPainted | Bits(Text, ListIndex, Items),  // list
+                                 kPainted | Bits(Caption),                 // frame
+                                 kPainted | Bits(Caption, Value),          // option
+                                 kSeen | Bits(Caption, Checked),           // menu
+                                 Bits(Enabled, Tag)};                      // timer
+  return kKinds[static_cast<std::size_t>(kind)];
+}
 
 // Texts and lists are written on the window's colours, everything else on the button face.
 bool TakesText(ControlKind kind) {
@@ -47,7 +49,7 @@ std::string Control::FullName() const {
 }
 
 bool Control::Has(Property property) const {
-  return (kPropertiesOf[static_cast<std::size_t>(kind_)] & Bits(property)) != 0;
+  return (PropertiesOf(kind_) & Bits(property)) != 0;
 }
 
 void Control::Changed(Property property) {

@@ -209,11 +209,9 @@ void SessionRecorder::Keep(const std::string& text, std::size_t place) {
 }
 
 void SessionRecorder::AddInput(const JournalRecord& record) {
-  const std::string text = RecordText(record);
-  if (text.empty()) return;
   latest_.clear();
   latestMs_ = record.ms;
-  Add(text);
+  Add(RecordText(record));
 }
 
 // The failure belongs in front of the record that led to it: a replay has to know before it tries.

@@ -76,9 +76,11 @@ class Words {
   LocalDateTime Moment(const char* expected) {
     LocalDateTime at;
     Word(expected, [&](std::string_view word) {
-      const int read = std::sscanf(std::string(word).c_str(), "%4d-%2d-%2dT%2d:%2d:%2d", &at.year, &at.month,
-                                   &at.day, &at.hour, &at.minute, &at.second);
-      return read == 6 && at.year >= 1900 && MomentText(AddMilliseconds(at, 0)) == word;
+      int year = 0, month = 0, day = 0, hour = 0, minute = 0, second = 0;
+      std::sscanf(std::string(word).c_str(), "%4d-%2d-%2dT%2d:%2d:%2d", &year, &month, &day, &hour, &minute,
+                  &second);
+      at = MomentOf(year, month, day, hour, minute, second);
+      return year >= 1900 && MomentText(at) == word;
     });
     return at;
   }
@@ -279,7 +281,6 @@ struct Verb {
   bool closed = false;  // it could not go on, so its line is taken without a line feed; of keys, F1 could
 };
 
-// That a text box got the focus selects its text and changes nothing that counts: not kept.
 const Verb kVerbs[] = {
     {"load", Kind::Input, EventKind::Load, {}, true},
     {"click", Kind::Input, EventKind::Click, {kControl}},
@@ -480,7 +481,6 @@ std::string RecordText(const JournalRecord& record) {
   const auto* verb = std::ranges::find_if(kVerbs, [&](const Verb& known) {
     return known.kind == record.kind && (known.kind != Kind::Input || known.event == record.event.kind);
   });
-  if (verb == std::end(kVerbs)) return {};
   std::string text = fmt::format("{} {}", record.ms, verb->name);
   for (const Argument& argument : verb->arguments) {
     const std::string written = argument.write(record);

@@ -91,7 +91,6 @@ SessionJournal ReadJournal(std::string_view text);
 // What every journal begins with. These make whole lines, each with its line feed.
 std::string StartRecords(const LocalDateTime& start, bool timersRecorded);
 std::string SettingRecord(const JournalSetting& setting);
-// Empty for the events that a journal does not keep.
 std::string RecordText(const JournalRecord& record);
 // Comments that keep a project file as it was found. Every byte above 126 becomes an escape, so that any
 // file can be kept.
