@@ -15,17 +15,7 @@ std::string Toggled(Control& entry) {
 
 }  // namespace
 
-frmJudge::frmJudge(Door& door, RaceState& race, RaceClock& clock, Project& project, frmSerialPort& link)
-    : Form(door.AllForms(), "frmJudge"),
-      door_(door),
-      race_(race),
-      clock_(clock),
-      project_(project),
-      link_(link) {
-  for (std::size_t i = 0; i < lanes_.size(); ++i) {
-    LaneOwner& owner = *this;
-    lanes_[i] = std::make_unique<frmLane>(door.AllForms(), race, owner, static_cast<int>(i) + 1);
-  }
+JudgeControls::JudgeControls(Forms& forms) : Form(forms, "frmJudge") {
   Form::SetCaption("Quorvane");
   lblNotSaved.SetForeColor(kWhite);
   lblNotSaved.SetBackColor(kRed);
@@ -36,6 +26,21 @@ frmJudge::frmJudge(Door& door, RaceState& race, RaceClock& clock, Project& proje
   }
   cboRaceMode.SetItems({kRaceModeNames.begin(), kRaceModeNames.end()});
   tmrSaveRetry.SetInterval(3000);
+}
+
+frmJudge::frmJudge(Door& door, RaceState& race, RaceClock& clock, Project& project, frmSerialPort& link,
+                   BackgroundFiles& keeper)
+    : JudgeControls(door.AllForms()),
+      door_(door),
+      race_(race),
+      clock_(clock),
+      project_(project),
+      link_(link),
+      keeper_(keeper) {
+  for (std::size_t i = 0; i < lanes_.size(); ++i) {
+    LaneOwner& owner = *this;
+    lanes_[i] = std::make_unique<frmLane>(door.AllForms(), race, owner, static_cast<int>(i) + 1);
+  }
   HookEvents();
   door.AllForms().SetMain(*this);
 }
@@ -91,6 +96,7 @@ void frmJudge::HookMenu() {
   mnuTimerSettings.onClick = shows("frmTimer");
   mnuKeyboard.onClick = shows("frmKeyboard");
   mnuAbout.onClick = shows("frmAbout");
+  mnuBringBack.onClick = [this] { mnuBringBack_Click(); };
   mnuExit.onClick = [this] { CloseRequested(); };
   mnuHeatsPerRound.onClick = [this] { mnuHeatsPerRound_Click(); };
   mnuSetEventName.onClick = [this] { mnuSetEventName_Click(); };
@@ -111,6 +117,7 @@ void frmJudge::Form_Load() {
   if (!chooser_.OpenAtStart()) return door_.System().EndProgram();
   ShowOpenProject();
   ResetRaceControls(race_.LaneStartOffset);
+  OfferRecovery();
   SetVisible(true);
   link_.Form_Load();
   door_.AllForms().Show(link_);
@@ -141,9 +148,11 @@ void frmJudge::EventEnded() {
   }
   lock(txtComments, race_.ReflyMode ? "" : saved);
   cmdRefly.SetEnabled(free && !race_.Unsaved && projectOpen_ && book_.HasTimestamp(race_.RaceNumber));
+  mnuBringBack.SetEnabled(!race_.AtStake() && !droppedText_.empty());
   lblController.SetVisible(link_.IsControllerMode());
   if (!race_.WaitsForSave()) TakeAwayNotice(Notice::kSaveFirst);
   ShowSaveState();
+  KeepRunningRace();
   // Such an error is a fault of the program, or a full log: what was asked for has not been done.
   const int errors = door_.ErrorsContained();
   if (std::exchange(errorsTold_, errors) == errors) return;
@@ -152,6 +161,10 @@ void frmJudge::EventEnded() {
 
 void frmJudge::ShowSaveState() {
   if (const auto moved = project_.TakeMoved(); !moved.empty()) ShowNotice(Join(moved, ';'));
+  const std::string unkept = keeper_.Problem();
+  if (std::exchange(unkeptTold_, unkept) != unkept && !unkept.empty()) {
+    ShowNotice("A crash would lose this race: " + unkept);
+  }
   const std::string problem = project_.Saved() ? "" : project_.Problem();
   lblNotSaved.SetVisible(!problem.empty());
   tmrSaveRetry.SetEnabled(!problem.empty());
@@ -173,7 +186,9 @@ void frmJudge::TakeAwayNotice(Notice kind) {
 // As lines before the question; empty: nothing.
 std::string frmJudge::LostByClosing() const {
   std::string lost;
-  if (race_.BeingFlown()) lost += "A race is being flown. It is lost when Quorvane closes.\r\r";
+  if (race_.BeingFlown()) {
+    lost += "A race is being flown. It can be recovered when Quorvane starts again.\r\r";
+  }
   if (!project_.Saved()) {
     lost += "NOT SAVED: " + project_.Problem() +
             "\rWhat was recorded since the last save that worked is lost when Quorvane closes.\r\r";
@@ -184,6 +199,7 @@ std::string frmJudge::LostByClosing() const {
 // The radio goes on behind the boxes and the last save may fail: what is lost only since then is asked again.
 void frmJudge::CloseRequested() {
   std::string told;
+  std::optional<unsigned> declined;  // which race is not to be saved
   do {
     project_.Retry();
     told = LostByClosing();
@@ -194,9 +210,21 @@ void frmJudge::CloseRequested() {
     }
     if (door_.Ask(close).word != DialogAnswer::Word::Yes) return;
     const DialogBox save{DialogKind::YesNo, "Close Quorvane", "Do you want to save the race first?"};
-    if (race_.Unsaved && door_.Ask(save).word == DialogAnswer::Word::Yes) cmdSave_Click();
+    if (race_.Unsaved) {
+      const unsigned race = raceSerial_;
+      if (door_.Ask(save).word == DialogAnswer::Word::Yes) {
+        cmdSave_Click();
+      } else {
+        declined = race;
+      }
+    }
     project_.Retry();
   } while (!LostByClosing().empty() && LostByClosing() != told);
+  if (declined == raceSerial_ && race_.Unsaved) {
+    DropRunningRace();
+    race_.RaceActive = false;
+    OfferSave(false);
+  }
   Form_Unload();
 }
 

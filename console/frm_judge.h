@@ -2,11 +2,15 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 
+#include "console/frm_judge_controls.h"
 #include "console/heat_printer.h"
 #include "console/open_project.h"
+#include "console/running_race.h"
 #include "console/starter.h"
+#include "files/background_files.h"
 #include "forms/door.h"
 #include "lane/frm_lane.h"
 #include "link/frm_serial_port.h"
@@ -17,12 +21,11 @@ namespace quorvane {
 // The console: owns the four lane panels, the race clock and the buttons that take a race from ready through
 // running to finished; turns station frames and keys into race actions; moves between races and keeps them in
 // the project file. Times are ms of race time. A procedure that raises a RunTimeError is abandoned.
-class frmJudge : public Form, private LaneOwner, public LinkOwner {
-  using enum ControlKind;
-
+class frmJudge : public JudgeControls, private LaneOwner, public LinkOwner {
  public:
-  // The link is not used before Form_Load.
-  frmJudge(Door& door, RaceState& race, RaceClock& clock, Project& project, frmSerialPort& link);
+  // The link is not used before Form_Load. The race on the console is kept through `keeper`.
+  frmJudge(Door& door, RaceState& race, RaceClock& clock, Project& project, frmSerialPort& link,
+           BackgroundFiles& keeper);
 
   // Null: prints nothing.
   void SetPrinter(HeatPrinter* printer) { printer_ = printer != nullptr ? printer : &noPrinter_; }
@@ -61,58 +64,6 @@ class frmJudge : public Form, private LaneOwner, public LinkOwner {
   bool RaceBeingFlown() const { return race_.BeingFlown(); }
   const std::string& EventName() const { return eventName_; }
 
-  Control& mnuFile = AddCaptioned(Menu, "mnuFile", "&File");
-  Control& mnuSelectFile = AddCaptioned(Menu, "mnuSelectFile", "&Open Project...", &mnuFile);
-  // The window opens the next two, and records the session while the third is checked.
-  Control& mnuResults = AddCaptioned(Menu, "mnuResults", "&Results...", &mnuFile);
-  Control& mnuScoreboard = AddCaptioned(Menu, "mnuScoreboard", "Score&board", &mnuFile);
-  Control& mnuRecordSession = AddCaptioned(Menu, "mnuRecordSession", "Record Sessio&n", &mnuFile);
-  Control& mnuPrintPreview = AddCaptioned(Menu, "mnuPrintPreview", "Print Pre&view", &mnuFile);
-  Control& mnuSavePdf = AddCaptioned(Menu, "mnuSavePdf", "&Save as PDF...", &mnuFile);
-  Control& mnuPrinterSetup = AddCaptioned(Menu, "mnuPrinterSetup", "&Printer Setup...", &mnuFile);
-  Control& mnuAutoPrint = AddCaptioned(Menu, "mnuAutoPrint", "Enable AutoPrint", &mnuFile);
-  Control& mnuExit = AddCaptioned(Menu, "mnuExit", "E&xit", &mnuFile);
-  Control& mnuSetRaceInfo = AddCaptioned(Menu, "mnuSetRaceInfo", "&Set Race Info");
-  Control& mnuSetEventName = AddCaptioned(Menu, "mnuSetEventName", "Set &Event Name", &mnuSetRaceInfo);
-  Control& mnuHeatsPerRound = AddCaptioned(Menu, "mnuHeatsPerRound", "Set &Heats per Round", &mnuSetRaceInfo);
-  Control& mnuLaneColors = AddCaptioned(Menu, "mnuLaneColors", "Set &Lane Colors", &mnuSetRaceInfo);
-  Control& mnuTimerSettings = AddCaptioned(Menu, "mnuTimerSettings", "&Timer Settings...", &mnuSetRaceInfo);
-  Control& mnuHelp = AddCaptioned(Menu, "mnuHelp", "&Help");
-  Control& mnuKeyboard = AddCaptioned(Menu, "mnuKeyboard", "&Keyboard", &mnuHelp);
-  Control& mnuAbout = AddCaptioned(Menu, "mnuAbout", "&About Quorvane...", &mnuHelp);
-
-  Control& lblStatus = Add(Label, "lblStatus");  // the clock
-  // Shown while something that was recorded is not on the disk.
-  Control& lblNotSaved = AddCaptioned(Label, "lblNotSaved", "NOT SAVED");
-  Control& lblNotice = Add(Label, "lblNotice");  // a click on it takes the notice away
-  Control& fraHeatControl = Add(Frame, "fraHeatControl");
-  Control& txtHeat = Add(TextBox, "txtHeat", &fraHeatControl);
-  Control& cmdDecHeat = AddCaptioned(Button, "cmdDecHeat", "-", &fraHeatControl);
-  Control& cmdIncHeat = AddCaptioned(Button, "cmdIncHeat", "+", &fraHeatControl);
-  Control& txtRound = Add(TextBox, "txtRound", &fraHeatControl);
-  Control& cmdDecRound = AddCaptioned(Button, "cmdDecRound", "-", &fraHeatControl);
-  Control& cmdIncRound = AddCaptioned(Button, "cmdIncRound", "+", &fraHeatControl);
-  Control& cboRaceMode = Add(ComboBox, "cboRaceMode");
-  Control& lblRaceMode = Add(Label, "lblRaceMode");
-  Control& cmdRefly = AddCaptioned(Button, "cmdRefly", "Refly");
-  Control& chkSixtySecondCount = AddCaptioned(CheckBox, "chkSixtySecondCount", "60 Second Count");
-  Control& chkAudio = AddCaptioned(CheckBox, "chkAudio", "Audio Countdown");
-  Control& cmdStart = AddCaptioned(Button, "cmdStart", "Start");
-  Control& cmdReset = AddCaptioned(Button, "cmdReset", "Reset");
-  Control& cmdSave = AddCaptioned(Button, "cmdSave", "Save");
-  Control& cmdPrint = AddCaptioned(Button, "cmdPrint", "Print");
-  Control& cmdReorder = AddCaptioned(Button, "cmdReorder", "Order");
-  Control& txtComments = Add(TextBox, "txtComments");
-  Control& lblComm = Add(Label, "lblComm");
-  Control& lblReadComm = AddCaptioned(Label, "lblReadComm", "R");
-  Control& lblWriteComm = AddCaptioned(Label, "lblWriteComm", "T");
-  // Shown while this console acts for the starter and the timers.
-  Control& lblController = AddCaptioned(Label, "lblController", "CONTROLLER");
-  Control& lblSilent = Add(Label, "lblSilent");         // beside lblComm: what is wrong with the radio
-  ControlArray fraLane{*this, Frame, "fraLane", 0, 3};  // where the lane panels stand
-  Control& tmrTimeTick = Add(Timer, "tmrTimeTick");
-  Control& tmrSaveRetry = Add(Timer, "tmrSaveRetry");  // tries again to write what is not on the disk yet
-
  private:
   // LaneOwner
   std::int32_t RaceTime() const override { return clock_.RaceTime(); }
@@ -140,6 +91,7 @@ class frmJudge : public Form, private LaneOwner, public LinkOwner {
 
   // `laneStart`: see Starter::RaceBegins.
   void InitializeRace(std::int32_t laneStart);
+  void RunRace();
   void InitializeLanes(std::int32_t laneStart);
   void ResetRaceControls(std::int32_t laneStart);
   void ResetKeepingComments(std::int32_t laneStart);
@@ -173,6 +125,24 @@ class frmJudge : public Form, private LaneOwner, public LinkOwner {
   void mnuSavePdf_Click();
   RaceRecord RecordNow() const { return RecordAt(door_.LocalNow()); }
 
+  // The race on the console kept on the disk.
+  struct KeptState {
+    RunningRace race;
+    std::array<frmLane::RunningState, 4> lanes;
+    bool operator==(const KeptState&) const = default;
+  };
+  void KeepRunningRace();
+  RunningRace RunningNow() const;
+  std::string RunningText(const RunningRace& race);
+  void DropRunningRace();
+  void ForgetDroppedRace();
+  void mnuBringBack_Click();
+  void OfferRecovery();
+  bool InProject(const KeptRace& kept, const ProfileFile& file);
+  std::string StoryOf(const RunningRace& race, const ProfileFile& file) const;
+  void SetAside(const std::string& path, const std::string& text);
+  void TakeUp(const KeptRace& kept, const ProfileFile& file);
+
   template <typename Part>
   void ForEachLane(const Part& part);
   void ProcessStartersMessage(const StationMessage& frame);
@@ -190,6 +160,7 @@ class frmJudge : public Form, private LaneOwner, public LinkOwner {
   RaceClock& clock_;
   Project& project_;
   frmSerialPort& link_;
+  BackgroundFiles& keeper_;
   HeatPrinter noPrinter_;
   HeatPrinter* printer_ = &noPrinter_;
   LanePanels lanes_;
@@ -207,6 +178,12 @@ class frmJudge : public Form, private LaneOwner, public LinkOwner {
   Notice notice_ = Notice::kNews;
   int errorsTold_ = 0;
   std::string problemTold_;  // why a save has failed
+  std::string unkeptTold_;   // why the race on the console could not be kept
+  std::optional<KeptState> kept_;  // of the race on the console, as it was kept last
+  std::string keptText_;
+  std::string keptFile_;
+  std::string droppedText_;  // of the last race that went without being saved; empty: none
+  std::string recovered_;    // how the race on the console was, in words for its record; empty: it was not
 };
 
 }  // namespace quorvane

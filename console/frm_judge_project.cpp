@@ -90,7 +90,7 @@ void frmJudge::ShowCurrentRace() {
   book_.KeepPlace();
   race_.ReflyMode = false;
   race_.RaceLoaded = true;
-  const std::string section = book_.ShownSection();
+  const std::string section = book_.ShownSection(race_.RaceNumber);
   const bool hasRun = HasRun(race_.RaceNumber);
   ShowHeatCaption(section.starts_with("Refly"), kButtonText);
   txtComments.SetText(project_.GetProjectValue(section, "Comments", kDefaultComments));
@@ -192,7 +192,9 @@ void frmJudge::mnuLaneColors_Click() {
 void frmJudge::mnuSelectFile_Click() {
   // A finished race belongs to the project it was flown in.
   cmdSave_Click();
-  if (chooser_.Ask(false)) ShowOpenProject();
+  if (!chooser_.Ask(false)) return;
+  ShowOpenProject();
+  OfferRecovery();
 }
 
 void frmJudge::ShowOpenProject() {
@@ -232,6 +234,7 @@ void frmJudge::cmdSave_Click() {
   SettleResult();
   const std::string section = book_.Write(shownMode_, txtComments.Text(), door_.LocalNow());
   const auto keep = [this](const auto&... entry) { project_.SetProjectValue(entry...); };
+  if (!recovered_.empty()) keep(section, "Recovered", recovered_);
   for (const auto& lane : lanes_) {
     lane->SaveLane(section, keep);
     lane->chkNovice.SetValue(0);

@@ -42,16 +42,21 @@ void frmJudge::InitializeRace(std::int32_t laneStart) {
   }
   GoOnTicking();
   door_.System().RepaintWindows();
+  RunRace();
+  race_.StartInfoPending = true;
+  clock_.ResetStopwatch();
+  ForgetDroppedRace();
+  IssueRaceEvent();
+  ShowClock();
+}
+
+void frmJudge::RunRace() {
   tmrTimeTick.SetEnabled(true);
   race_.RaceDone = false;
-  race_.StartInfoPending = true;
   race_.RaceActive = true;
-  clock_.ResetStopwatch();
   cboRaceMode.SetEnabled(false);
   cmdStart.SetEnabled(false);
   cmdReset.SetEnabled(true);
-  IssueRaceEvent();
-  ShowClock();
 }
 
 void frmJudge::tmrTimeTick_Timer() {
@@ -185,6 +190,7 @@ void frmJudge::InitializeLanes(std::int32_t laneStart) {
 
 void frmJudge::ResetRaceControls(std::int32_t laneStart) {
   ++raceSerial_;
+  recovered_.clear();
   // A refly stays on the race it repeats; showing that race anew would end the refly.
   if (!race_.ReflyMode) {
     book_.SkipRacesRun();
@@ -246,6 +252,7 @@ void frmJudge::ReleaseHold() {
 
 // An abandoned race must not go on ticking. An abandoned refly is still to be flown.
 void frmJudge::ReadyForNextRace() {
+  if (race_.AtStake()) DropRunningRace();
   race_.RaceActive = false;
   ReleaseHold();
   starter_.RaceEnds(door_.Now());

@@ -104,8 +104,8 @@ double RaceBook::Timestamp(const std::string& section) {
   return LeadingNumber(project_.GetProjectValue(section, "Timestamp", "0"));
 }
 
-std::string RaceBook::ShownSection() {
-  std::string race = Section(race_.RaceNumber);
+std::string RaceBook::ShownSection(int number) {
+  std::string race = Section(number);
   try {
     const double id = LeadingNumber(project_.GetProjectValue(race, "ReflyID", "0"));
     return id == 0.0 ? race : "Refly" + std::to_string(RoundTo<std::int32_t>(id));

@@ -46,7 +46,7 @@ class RaceBook {
   bool HasRun(int race) { return Timestamp(Section(race)) > 0.0; }
   bool HasTimestamp(int race) { return Timestamp(Section(race)) != 0.0; }
   // Of the flight that stands for the race: "Race7", or "Refly2" that has repeated it.
-  std::string ShownSection();
+  std::string ShownSection(int number);
 
   // In the section "Current". A number that does not fit reads as the fallback: the project still opens.
   std::int16_t Number(const std::string& key, std::int16_t fallback);

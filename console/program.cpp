@@ -2,11 +2,12 @@
 
 namespace quorvane {
 
-Program::Program(Platform& platform, SerialControl& serial, FileOps& files)
+Program::Program(Platform& platform, SerialControl& serial, FileOps& files, BackgroundFiles::Way way)
     : door_(platform),
       clock_(door_, race_),
       project_(race_, files),
-      judge_(door_, race_, clock_, project_, link_),
+      keeper_(files, way),
+      judge_(door_, race_, clock_, project_, link_, keeper_),
       link_(door_, race_, judge_, serial),
       timer_(door_.AllForms(), platform),
       keyboard_(door_.AllForms()),

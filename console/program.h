@@ -4,6 +4,7 @@
 
 #include "console/frm_judge.h"
 #include "console/small_forms.h"
+#include "files/background_files.h"
 #include "forms/door.h"
 #include "link/frm_serial_port.h"
 #include "link/serial_control.h"
@@ -13,10 +14,12 @@
 namespace quorvane {
 
 // The whole program but its windows: the shared race state, the forms and the door to them. Enter a Load
-// event to start it. The platform and the serial control must outlive it.
+// event to start it. The platform and the serial control must outlive it. `way`: how the race on the console is
+// kept on the disk.
 class Program : private DeviceEvents {
  public:
-  Program(Platform& platform, SerialControl& serial, FileOps& files = SystemFiles());
+  Program(Platform& platform, SerialControl& serial, FileOps& files = SystemFiles(),
+          BackgroundFiles::Way way = BackgroundFiles::Way::AtOnce);
   ~Program() override;
 
   Door& door() { return door_; }
@@ -45,6 +48,7 @@ class Program : private DeviceEvents {
   RaceState race_;
   RaceClock clock_;
   Project project_;
+  BackgroundFiles keeper_;
   frmJudge judge_;
   frmSerialPort link_;
   frmTimer timer_;

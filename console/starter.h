@@ -56,6 +56,22 @@ class Starter {
   // Its frame sets our clock.
   bool SetsClock();
 
+  // What has to outlive the program with the race.
+  struct Memory {
+    std::int32_t laneStart = 0;
+    bool ran = false;
+    std::array<std::uint8_t, 4> cuts = {};
+    bool operator==(const Memory&) const = default;
+  };
+  Memory Remember() const { return {laneStart_, Ran(), cuts}; }
+  // At `raceTime` of the race that it belongs to.
+  void Resume(const Memory& memory, std::int32_t raceTime) {
+    laneStart_ = memory.laneStart;
+    ranAt_ = memory.ran ? std::optional(AddLong(raceTime, laneStart_)) : std::nullopt;
+    cuts = memory.cuts;
+    early_ = false;
+  }
+
   // What the console remembers of it.
   std::array<std::uint8_t, 4> cuts{};  // those that its next frame is compared with
   bool resetAsked = false;

@@ -55,6 +55,20 @@ void Door::FollowLocalClock() {
   journal_->ClockSet(now_, shown);
 }
 
+ComputerTime Door::ComputerNow() {
+  ComputerTime time = platform_.Computer();
+  const std::int64_t since = platform_.ClockMs() - now_;  // the start of this event
+  time.utcMs -= since;
+  time.sinceBootMs -= since;
+  return time;
+}
+
+ComputerTime Door::LookAtComputer() {
+  const ComputerTime time = ComputerNow();
+  journal_->ComputerLooked(now_, time);
+  return time;
+}
+
 void Door::SampleAndFollow() {
   SampleClock();
   if (now_ - followedAt_ >= kFollowMs) FollowLocalClock();

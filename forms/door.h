@@ -56,6 +56,10 @@ class Door : public EventClock {
   LocalDateTime LocalNow();
   // Of 0 ms of the console clock, as it was then.
   LocalDateTime LocalStart();
+  // The computer's clocks at the console clock's Now().
+  ComputerTime ComputerNow();
+  // The same for something that depends on them: the journal notes it.
+  ComputerTime LookAtComputer();
   // Looks whether the computer's clock shows another time than LocalNow(), and takes it over.
   void FollowLocalClock();
   Platform& System() { return platform_; }

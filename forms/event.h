@@ -53,6 +53,8 @@ class Journal {
   virtual void ProjectOpened(std::int64_t /*ms*/, const std::string& /*path*/, bool /*taken*/) {}
   // The computer's clock shows this time, not the one that it should by the console clock.
   virtual void ClockSet(std::int64_t /*ms*/, const LocalDateTime& /*shown*/) {}
+  // The computer's own clocks have been looked at, and what follows depends on it.
+  virtual void ComputerLooked(std::int64_t /*ms*/, const ComputerTime& /*time*/) {}
   // An error has ended what was in hand.
   virtual void Failed(std::int64_t /*ms*/, const std::string& /*error*/) {}
 };

@@ -10,6 +10,11 @@ std::tm CalendarOf(const LocalDateTime& at) {
   return fmt::gmtime(std::time_t{at.time_since_epoch().count()});
 }
 
+std::int64_t MsBetween(const ComputerTime& first, const ComputerTime& second) {
+  const bool sameRun = !first.boot.empty() && first.boot == second.boot;
+  return sameRun ? second.sinceBootMs - first.sinceBootMs : second.utcMs - first.utcMs;
+}
+
 std::string MomentText(const LocalDateTime& at, char separator) {
   const std::tm calendar = CalendarOf(at);
   return fmt::format("{:%Y-%m-%d}{}{:%H:%M:%S}", calendar, separator, calendar);

@@ -23,6 +23,19 @@ constexpr LocalDateTime AddMilliseconds(const LocalDateTime& at, std::int64_t ms
 std::tm CalendarOf(const LocalDateTime& at);
 std::string MomentText(const LocalDateTime& at, char separator = 'T');  // "2026-11-21T09:00:00"
 
+// The computer's own clocks at one moment, to tell after a crash how long ago it was.
+struct ComputerTime {
+  std::int64_t utcMs = 0;        // since 1970; anybody may set it at any time
+  std::string boot = {};         // names this run of the computer; empty where that cannot be told
+  std::int64_t sinceBootMs = 0;  // goes on while it sleeps, is never set
+
+  bool operator==(const ComputerTime&) const = default;
+};
+
+// ms from the first to the second; where the computer has not been started anew in between, its clock may have
+// been set.
+std::int64_t MsBetween(const ComputerTime& first, const ComputerTime& second);
+
 enum class DialogKind : std::uint8_t { Ok, OkCancel, YesNo, YesNoCancel, Input, OpenFile, SaveFile };
 enum class DialogIcon : std::uint8_t { None, Exclamation, Critical };
 
@@ -81,6 +94,7 @@ class Platform {
   // ms since the program started; never jumps, falls or restarts.
   virtual std::int64_t ClockMs() = 0;
   virtual LocalDateTime LocalNow() = 0;
+  virtual ComputerTime Computer() { return {}; }
   // Takes a few milliseconds at the most.
   virtual StopwatchFigures MeasureStopwatch() { return {}; }
 

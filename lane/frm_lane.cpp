@@ -104,6 +104,19 @@ void frmLane::ClearCells() {
   }
 }
 
+// The cells as the laps of the log have left them, the next one open.
+void frmLane::ShowLoggedLaps() {
+  ClearCells();
+  for (const LaneEvent& event : log_.Entries()) {
+    const int cell = event.Count - 1;
+    if (event.Kind != "L" || cell < 0 || !HasCell(cell)) continue;
+    lblLap[cell].SetCaption(FormatSeconds(event.EventTime));
+    lblLap[cell].SetBackColor(kSilver);
+    if (HasCell(cell + 1)) lblLap[cell + 1].SetVisible(true);
+  }
+  if (chkNovice.Value() != 0) lblLap[1].SetVisible(false);
+}
+
 // The operator's hands are wanted only while no stations report.
 void frmLane::ShowHandButtons() {
   for (Control* button : {&cmdLap, &cmdCut, &cmdTurn}) button->SetVisible(!race_.CommActive);
@@ -174,6 +187,56 @@ void frmLane::LoadLane(const std::string& section, const ReadValue& read) {
   for (Control* cell : lblLap) cell->SetVisible(cell->Caption().find_first_not_of(' ') != std::string::npos);
   SetStatus(value("Placing"));
   SetPosition(value("Position"));
+}
+
+LaneLog frmLane::LogIn(const std::string& section, const ReadValue& read) const {
+  LaneLog log;
+  log.Read([&](const std::string& key) { return read(LaneSection(section, laneNumber_), key, ""); });
+  return log;
+}
+
+frmLane::RunningState frmLane::Running() const {
+  return {log_.Revision(), TimeBase_,     LastLapTime_,           MissedPylonTimes_, status_,
+          position_,       placeOffered_, chkNovice.Value() != 0};
+}
+
+void frmLane::KeepRunning(const std::string& section, const KeepValue& keep) const {
+  SaveLane(section, keep);
+  const std::string lane = LaneSection(section, laneNumber_);
+  const auto set = [&](const std::string& key, int value) { keep(lane, key, std::to_string(value)); };
+  set("Flies", doesNotFly_ ? 0 : 1);
+  set("Novice", chkNovice.Value());
+  set("TimeBase", TimeBase_);
+  set("LastLapTime", LastLapTime_);
+  set("PlaceOffered", placeOffered_);
+  for (std::size_t i = 0; i < MissedPylonTimes_.size(); ++i) {
+    set("MissedPylon" + std::to_string(i + 1), MissedPylonTimes_[i]);
+  }
+}
+
+void frmLane::ResumeRace(const std::string& section, const ReadValue& read) {
+  const std::string lane = LaneSection(section, laneNumber_);
+  const auto value = [&](const std::string& key) { return read(lane, key, ""); };
+  const auto number = [&](const std::string& key) { return LeadingLong(value(key)); };
+  const bool flies = number("Flies") != 0;
+  InitializeRace(flies ? AddLong(number("TimeBase"), kCountdown) : kDoesNotFly);
+  chkNovice.SetValue(number("Novice") != 0 ? 1 : 0);
+  ShowNovice();
+  log_.Read(value);
+  LastLapTime_ = number("LastLapTime");
+  for (std::size_t i = 0; i < MissedPylonTimes_.size(); ++i) {
+    MissedPylonTimes_[i] = number("MissedPylon" + std::to_string(i + 1));
+  }
+  RecalculateCuts();
+  counts_ = RecountLaps(log_, IsFai());
+  ShowLoggedLaps();
+  SetStatus(value("Placing"));
+  SetPosition(value("Position"));
+  const int offered = number("PlaceOffered");
+  if (offered >= 1 && offered <= 5) {
+    OfferPlace(offered);
+    cmdOrder.SetVisible(!StatusLocked() && GetFinal() < kNoResult);
+  }
 }
 
 }  // namespace quorvane

@@ -86,6 +86,8 @@ class frmLane : public Form {
   void AdjustTime(std::int32_t by);
   // For a race whose laps before now were not heard: the lane has its time for the next one from here on.
   void JoinRace();
+  // For one of which nothing was heard since a crash: nearly as much, but a lap is taken at once.
+  void ResumeFlight();
   void cmdLap_Click();
 
   // Turns and cuts.
@@ -120,6 +122,25 @@ class frmLane : public Form {
   // InitializeRace. Values that are read may be anything.
   void SaveLane(const std::string& section, const KeepValue& keep) const;
   void LoadLane(const std::string& section, const ReadValue& read);
+  // The same of a race that is not over: kept while it is flown, and taken up again after the program has
+  // died. Its lights are lost.
+  void KeepRunning(const std::string& section, const KeepValue& keep) const;
+  void ResumeRace(const std::string& section, const ReadValue& read);
+  // The log that the section's lane has in the file.
+  LaneLog LogIn(const std::string& section, const ReadValue& read) const;
+  // What of a running race is not in its log, and changes when that does.
+  struct RunningState {
+    unsigned log = 0;
+    std::int32_t timeBase = 0;
+    std::int32_t lastLapTime = 0;
+    std::array<std::int32_t, 3> missedPylons = {};
+    std::string status = {};
+    std::string position = {};
+    int placeOffered = 0;
+    bool novice = false;
+    bool operator==(const RunningState&) const = default;
+  };
+  RunningState Running() const;
 
   // The lane's variables.
   std::int32_t TimeBase() const { return TimeBase_; }
@@ -140,12 +161,14 @@ class frmLane : public Form {
   bool HasCell(int lap) const;
 
   void chkNovice_Click();
+  void ShowNovice();
   void cmdTurn_Click();
   void lblCut_MouseMove(int index);
   void cmdOrder_Click();
   void lblStatus_Click();
   void TurnToAnotherRace();
   void ClearCells();
+  void ShowLoggedLaps();
   void ShowHandButtons();
   void EnableHandButtons(bool enabled);
   void FreezeCell(std::int32_t time);

@@ -97,6 +97,10 @@ void frmLane::JoinRace() {
   LastLapTime_ = std::max(0, ToRaceTime(owner_.RaceTime()));
 }
 
+void frmLane::ResumeFlight() {
+  LastLapTime_ = std::max(LastLapTime_, SubtractLong(ToRaceTime(owner_.RaceTime()), kBetweenLaps));
+}
+
 void frmLane::AdjustTime(std::int32_t by) {
   if (by == 0) return;
   const auto moved = [by](std::int32_t time) { return time == 0 ? 0 : AddLong(time, by); };  // 0: not entered
@@ -129,6 +133,10 @@ void frmLane::chkNovice_Click() {
     chkNovice.SetValue(chkNovice.Value() == 1 ? 0 : 1);
     return;
   }
+  ShowNovice();
+}
+
+void frmLane::ShowNovice() {
   const bool novice = chkNovice.Value() != 0;
   chkNovice.SetForeColor(novice ? kRed : kBlack);
   lblHdr[1].SetVisible(!novice);

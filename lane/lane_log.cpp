@@ -71,6 +71,7 @@ int LaneLog::CountLaps() const {
 void LaneLog::AddEvent(LaneEvent event) {
   Element(events_, count_) = std::move(event);
   ++count_;
+  ++revision_;
 }
 
 void LaneLog::EnterCuts(const CutReport& report) {
@@ -90,6 +91,7 @@ void LaneLog::EnterCuts(const CutReport& report) {
   const LaneEvent cut = Entry("C", report.time, report.source, report.lapOfCut, report.missedPylon);
   Require(missing);
 
+  ++revision_;
   for (LaneEvent* event : excess) {
     event->Kind = "-C";
     event->EventTime = report.time;
@@ -110,11 +112,13 @@ void LaneLog::MoveTimes(std::int32_t by) {
     if (slot.FirstReported != 0) slot.FirstReported = AddLong(slot.FirstReported, by);
   }
   events_ = std::move(moved);
+  ++revision_;
 }
 
 void LaneLog::Read(const LaneValue& value) {
   const double number = std::nearbyint(LeadingNumber(value("NumEvents")));
   count_ = static_cast<int>(std::clamp(number, 0.0, double{kSlots}));
+  ++revision_;
   for (int i = 0; i < count_; ++i) {
     if (auto event = ReadEvent(value(fmt::format("Event{}", i)))) Element(events_, i) = *std::move(event);
   }

@@ -59,6 +59,7 @@ class LaneLog {
   const LaneEvent& operator[](std::int64_t index) const { return Element(events_, index); }
   std::span<const LaneEvent> Entries() const { return {events_.data(), static_cast<std::size_t>(count_)}; }
   int CountLaps() const;  // the count of the latest lap, 0 without one
+  unsigned Revision() const { return revision_; }  // another one after each change
 
   void AddEvent(LaneEvent event);
   // Brings the cuts of the report's source to what it reports: the latest excess cuts are withdrawn, one that
@@ -69,7 +70,10 @@ class LaneLog {
     if (entries > kSlots - count_) throw SubscriptError();
   }
 
-  void Clear() { count_ = 0; }  // the slots keep what they hold
+  void Clear() {  // the slots keep what they hold
+    count_ = 0;
+    ++revision_;
+  }
   // The log that a lane's section describes. Its values may be anything: an entry that makes no sense leaves
   // its slot as it is, and there are never more than the log holds.
   void Read(const LaneValue& value);
@@ -77,6 +81,7 @@ class LaneLog {
  private:
   std::array<LaneEvent, kSlots> events_;
   int count_ = 0;
+  unsigned revision_ = 0;
 };
 
 using PylonTally = std::array<std::int16_t, 4>;  // pylons 1..3, then cuts from any other source

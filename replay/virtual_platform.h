@@ -64,6 +64,9 @@ class VirtualPlatform : public Platform {
 
   std::int64_t ClockMs() override { return ms_ += msPerLook; }
   LocalDateTime LocalNow() override { return AddMilliseconds(start, ms_); }
+  ComputerTime Computer() override {
+    return {computer.utcMs + ms_, computer.boot, computer.sinceBootMs + ms_};
+  }
   DialogAnswer ShowDialog(const DialogBox& box) override;
   void RepaintWindows() override { ++repaints; }
   void BringForward(Form&) override {}
@@ -81,6 +84,7 @@ class VirtualPlatform : public Platform {
 
   LocalDateTime start = MomentOf(2026, 11, 21, 9);  // local date and time at 0 ms
   std::int64_t msPerLook = 0;                       // a real clock goes on between two looks at it
+  ComputerTime computer;                            // its own clocks at 0 ms
   MemorySettings settings;
   std::string programFolder;
   std::string homeFolder;

@@ -41,7 +41,7 @@ int Run(const CommandLine& line) {
   QtSettings settings(line.settings);
   QtPlatform platform(settings);
   QtSerial serial(settings, line.ports);
-  Program program(platform, serial);
+  Program program(platform, serial, SystemFiles(), BackgroundFiles::Way::OwnThread);
   ProgramWindows windows(program, platform);
   QtHeatPrinter printer(program, &windows.Console());
   serial.SetDoor(&program.door());

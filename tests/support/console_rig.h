@@ -2,10 +2,12 @@
 
 #include <array>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "console/program.h"
+#include "replay/replay.h"
 #include "replay/virtual_platform.h"
 #include "tests/support/scratch_folder.h"
 
@@ -41,8 +43,9 @@ struct Frame {
 // The whole program on a virtual platform, with a project of its own on the disk.
 class ConsoleRig {
  public:
-  explicit ConsoleRig(bool radio = false, FileOps& files = SystemFiles())
-      : file(folder / "contest.ini"), program(platform, serial, files) {
+  explicit ConsoleRig(bool radio = false) : ConsoleRig(radio, quick_) {}
+  ConsoleRig(bool radio, FileOps& files)
+      : file(folder / "contest.ini"), files_(files), program(platform, serial, files) {
     platform.homeFolder = folder / "";
     platform.programFolder = folder / "";
     if (radio) {
@@ -57,6 +60,13 @@ class ConsoleRig {
     Answer(DialogAnswer::Word::Text, "4");
     Answer(DialogAnswer::Word::Text, "Cup");
     program.door().Enter({EventKind::Load});
+  }
+  // The program dies as it stands; the next one begins on the same computer, project and ports `ms` later.
+  void Crash(std::int64_t ms = 0) {
+    std::destroy_at(&program);
+    std::construct_at(&program, platform, serial, files_);
+    platform.SetClock(platform.ClockMs() + ms);
+    Answer(DialogAnswer::Word::Yes);  // the previous project
   }
   void Answer(DialogAnswer::Word word, const std::string& text = {}) {
     platform.answers.push_back({word, text});
@@ -85,6 +95,12 @@ class ConsoleRig {
 
   ScratchFolder folder;
   std::string file;
+
+ private:
+  ReplayFiles quick_;  // real ones that do not wait for the disk
+  FileOps& files_;
+
+ public:
   VirtualPlatform platform;
   VirtualSerial serial;
   Program program;

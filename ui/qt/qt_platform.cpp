@@ -5,9 +5,11 @@
 #include <QDir>
 #include <QGuiApplication>
 #include <QSoundEffect>
+#include <QSysInfo>
 #include <QTimer>
 #include <QUrl>
 #include <algorithm>
+#include <ctime>
 
 #include "ui/windows.h"
 
@@ -16,6 +18,19 @@ namespace quorvane {
 LocalDateTime QtPlatform::LocalNow() {
   const QDateTime now = QDateTime::currentDateTime();
   return LocalDateTime(std::chrono::seconds(now.toSecsSinceEpoch() + now.offsetFromUtc()));
+}
+
+ComputerTime QtPlatform::Computer() {
+  ComputerTime time;
+  time.utcMs = QDateTime::currentMSecsSinceEpoch();
+#ifdef Q_OS_LINUX
+  timespec now{};
+  if (clock_gettime(CLOCK_BOOTTIME, &now) == 0) {
+    time.boot = QSysInfo::bootUniqueId().toStdString();
+    time.sinceBootMs = std::int64_t{now.tv_sec} * 1000 + now.tv_nsec / 1000000;
+  }
+#endif
+  return time;
 }
 
 // The smallest step seen between two looks at the clock.

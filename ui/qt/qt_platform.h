@@ -33,6 +33,7 @@ class QtPlatform : public Platform {
 
   std::int64_t ClockMs() override { return clock_.elapsed(); }
   LocalDateTime LocalNow() override;
+  ComputerTime Computer() override;
   StopwatchFigures MeasureStopwatch() override;
   DialogAnswer ShowDialog(const DialogBox& box) override;
   void RepaintWindows() override;

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "forms/form.h"
+#include "forms/forms.h"
+
+namespace quorvane {
+
+// What the console shows and what the operator works there.
+class JudgeControls : public Form {
+  using enum ControlKind;
+
+ public:
+  explicit JudgeControls(Forms& forms);
+
+  Control& mnuFile = AddCaptioned(Menu, "mnuFile", "&File");
+  Control& mnuSelectFile = AddCaptioned(Menu, "mnuSelectFile", "&Open Project...", &mnuFile);
+  // The window opens the next two, and records the session while the third is checked.
+  Control& mnuResults = AddCaptioned(Menu, "mnuResults", "&Results...", &mnuFile);
+  Control& mnuScoreboard = AddCaptioned(Menu, "mnuScoreboard", "Score&board", &mnuFile);
+  Control& mnuRecordSession = AddCaptioned(Menu, "mnuRecordSession", "Record Sessio&n", &mnuFile);
+  Control& mnuPrintPreview = AddCaptioned(Menu, "mnuPrintPreview", "Print Pre&view", &mnuFile);
+  Control& mnuSavePdf = AddCaptioned(Menu, "mnuSavePdf", "&Save as PDF...", &mnuFile);
+  Control& mnuPrinterSetup = AddCaptioned(Menu, "mnuPrinterSetup", "&Printer Setup...", &mnuFile);
+  Control& mnuAutoPrint = AddCaptioned(Menu, "mnuAutoPrint", "Enable AutoPrint", &mnuFile);
+  Control& mnuExit = AddCaptioned(Menu, "mnuExit", "E&xit", &mnuFile);
+  Control& mnuEdit = AddCaptioned(Menu, "mnuEdit", "&Edit");
+  Control& mnuBringBack = AddCaptioned(Menu, "mnuBringBack", "&Bring Back Last Race", &mnuEdit);
+  Control& mnuSetRaceInfo = AddCaptioned(Menu, "mnuSetRaceInfo", "&Set Race Info");
+  Control& mnuSetEventName = AddCaptioned(Menu, "mnuSetEventName", "Set &Event Name", &mnuSetRaceInfo);
+  Control& mnuHeatsPerRound = AddCaptioned(Menu, "mnuHeatsPerRound", "Set &Heats per Round", &mnuSetRaceInfo);
+  Control& mnuLaneColors = AddCaptioned(Menu, "mnuLaneColors", "Set &Lane Colors", &mnuSetRaceInfo);
+  Control& mnuTimerSettings = AddCaptioned(Menu, "mnuTimerSettings", "&Timer Settings...", &mnuSetRaceInfo);
+  Control& mnuHelp = AddCaptioned(Menu, "mnuHelp", "&Help");
+  Control& mnuKeyboard = AddCaptioned(Menu, "mnuKeyboard", "&Keyboard", &mnuHelp);
+  Control& mnuAbout = AddCaptioned(Menu, "mnuAbout", "&About Quorvane...", &mnuHelp);
+
+  Control& lblStatus = Add(Label, "lblStatus");  // the clock
+  // Shown while something that was recorded is not on the disk.
+  Control& lblNotSaved = AddCaptioned(Label, "lblNotSaved", "NOT SAVED");
+  Control& lblNotice = Add(Label, "lblNotice");  // a click on it takes the notice away
+  Control& fraHeatControl = Add(Frame, "fraHeatControl");
+  Control& txtHeat = Add(TextBox, "txtHeat", &fraHeatControl);
+  Control& cmdDecHeat = AddCaptioned(Button, "cmdDecHeat", "-", &fraHeatControl);
+  Control& cmdIncHeat = AddCaptioned(Button, "cmdIncHeat", "+", &fraHeatControl);
+  Control& txtRound = Add(TextBox, "txtRound", &fraHeatControl);
+  Control& cmdDecRound = AddCaptioned(Button, "cmdDecRound", "-", &fraHeatControl);
+  Control& cmdIncRound = AddCaptioned(Button, "cmdIncRound", "+", &fraHeatControl);
+  Control& cboRaceMode = Add(ComboBox, "cboRaceMode");
+  Control& lblRaceMode = Add(Label, "lblRaceMode");
+  Control& cmdRefly = AddCaptioned(Button, "cmdRefly", "Refly");
+  Control& chkSixtySecondCount = AddCaptioned(CheckBox, "chkSixtySecondCount", "60 Second Count");
+  Control& chkAudio = AddCaptioned(CheckBox, "chkAudio", "Audio Countdown");
+  Control& cmdStart = AddCaptioned(Button, "cmdStart", "Start");
+  Control& cmdReset = AddCaptioned(Button, "cmdReset", "Reset");
+  Control& cmdSave = AddCaptioned(Button, "cmdSave", "Save");
+  Control& cmdPrint = AddCaptioned(Button, "cmdPrint", "Print");
+  Control& cmdReorder = AddCaptioned(Button, "cmdReorder", "Order");
+  Control& txtComments = Add(TextBox, "txtComments");
+  Control& lblComm = Add(Label, "lblComm");
+  Control& lblReadComm = AddCaptioned(Label, "lblReadComm", "R");
+  Control& lblWriteComm = AddCaptioned(Label, "lblWriteComm", "T");
+  // Shown while this console acts for the starter and the timers.
+  Control& lblController = AddCaptioned(Label, "lblController", "CONTROLLER");
+  Control& lblSilent = Add(Label, "lblSilent");         // beside lblComm: what is wrong with the radio
+  ControlArray fraLane{*this, Frame, "fraLane", 0, 3};  // where the lane panels stand
+  Control& tmrTimeTick = Add(Timer, "tmrTimeTick");
+  Control& tmrSaveRetry = Add(Timer, "tmrSaveRetry");  // tries again to write what is not on the disk yet
+};
+
+}  // namespace quorvane

@@ -1,0 +1,137 @@
+#include "files/background_files.h"
+
+#include <chrono>
+#include <condition_variable>
+#include <deque>
+#include <mutex>
+#include <thread>
+#include <utility>
+
+namespace quorvane {
+namespace {
+
+constexpr std::size_t kLargest = std::size_t{4} << 20;
+constexpr int kEndMs = 1000;
+constexpr std::chrono::seconds kRetry{1};
+
+std::error_code Replace(FileOps& files, const std::string& path, const std::string& bytes) {
+  std::string target;
+  FileStamp seen;
+  std::error_code error = files.Resolve(path, target);
+  if (!error) error = files.Look(target, seen);
+  return error ? error : ReplaceFile(files, target, bytes, seen);
+}
+
+std::error_code TakeAway(FileOps& files, const std::string& path) {
+  const std::error_code error = files.Remove(path);
+  return error ? error : files.SyncFolder(path);
+}
+
+// Without bytes the file goes.
+std::error_code Put(FileOps& files, const std::string& path, const std::optional<std::string>& bytes) {
+  return bytes ? Replace(files, path, *bytes) : TakeAway(files, path);
+}
+
+}  // namespace
+
+struct BackgroundFiles::Writer {
+  struct Job {
+    std::string path;
+    std::optional<std::string> bytes;  // none: the file goes
+  };
+
+  explicit Writer(FileOps& ops) : files(ops) {}
+
+  void Work();
+
+  FileOps& files;
+  mutable std::mutex mutex;
+  mutable std::condition_variable changed;
+  std::deque<Job> jobs;  // the first one is in hand while `busy`
+  std::string problem;
+  bool busy = false;
+  bool started = false;
+  bool ends = false;
+  bool ended = false;
+};
+
+// A job that fails stays the first, unless a newer content of the same file has come meanwhile.
+void BackgroundFiles::Writer::Work() {
+  std::unique_lock lock(mutex);
+  while (true) {
+    changed.wait(lock, [&] { return ends || !jobs.empty(); });
+    if (jobs.empty()) break;
+    const Job job = jobs.front();
+    busy = true;
+    lock.unlock();
+    const std::error_code error = Put(files, job.path, job.bytes);
+    lock.lock();
+    busy = false;
+    problem = error ? error.message() : "";
+    const bool newer = jobs.size() > 1 && jobs[1].path == job.path;
+    if (!error || newer) jobs.pop_front();
+    changed.notify_all();
+    if (!error || newer) continue;
+    if (ends) break;
+    changed.wait_for(lock, kRetry, [&] { return ends || (jobs.size() > 1 && jobs[1].path == job.path); });
+  }
+  ended = true;
+  changed.notify_all();
+}
+
+BackgroundFiles::BackgroundFiles(FileOps& files, Way way)
+    : files_(files), way_(way), writer_(std::make_shared<Writer>(files)) {}
+
+BackgroundFiles::~BackgroundFiles() {
+  std::unique_lock lock(writer_->mutex);
+  writer_->ends = true;
+  writer_->changed.notify_all();
+  if (!writer_->started) return;
+  writer_->changed.wait_for(lock, std::chrono::milliseconds(kEndMs), [&] { return writer_->ended; });
+}
+
+void BackgroundFiles::Do(const std::string& path, std::optional<std::string> bytes) {
+  const std::scoped_lock lock(writer_->mutex);
+  if (way_ == Way::AtOnce) {
+    const std::error_code error = Put(files_, path, bytes);
+    writer_->problem = error ? error.message() : "";
+    return;
+  }
+  auto& jobs = writer_->jobs;
+  const bool lastWaits = jobs.size() > (writer_->busy ? 1 : 0);
+  if (lastWaits && jobs.back().path == path) jobs.pop_back();
+  jobs.push_back({path, std::move(bytes)});
+  writer_->changed.notify_all();
+  if (std::exchange(writer_->started, true)) return;
+  // Left to itself: nothing ends a thread that waits for a disk.
+  std::thread([writer = writer_] { writer->Work(); }).detach();
+}
+
+void BackgroundFiles::Keep(const std::string& path, std::string bytes) {
+  Do(path, std::move(bytes));
+}
+
+void BackgroundFiles::Remove(const std::string& path) {
+  Do(path, std::nullopt);
+}
+
+std::optional<std::string> BackgroundFiles::Read(const std::string& path) {
+  Wait(kEndMs);
+  std::string bytes;
+  FileStamp stamp;
+  if (files_.ReadFile(path, kLargest, bytes, stamp)) return std::nullopt;
+  return bytes;
+}
+
+std::string BackgroundFiles::Problem() const {
+  const std::scoped_lock lock(writer_->mutex);
+  return writer_->problem;
+}
+
+bool BackgroundFiles::Wait(int longestMs) const {
+  std::unique_lock lock(writer_->mutex);
+  return writer_->changed.wait_for(lock, std::chrono::milliseconds(longestMs),
+                                   [&] { return writer_->jobs.empty(); });
+}
+
+}  // namespace quorvane

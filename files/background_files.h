@@ -1,0 +1,53 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "files/file_ops.h"
+
+namespace quorvane {
+
+// Small files that must be on the disk within a moment, but must never make the caller wait: the race on the
+// console, kept beside its project while it is flown. A thread of its own replaces each file in one step and
+// goes on trying, once a second, until the newest text is on the disk.
+//
+// From one thread only. `files` is used on the thread of the writer, and has to outlive the program where a
+// disk may hang: what hangs is left behind at the end.
+class BackgroundFiles {
+ public:
+  enum class Way : std::uint8_t {
+    OwnThread,
+    AtOnce,  // each call writes before it returns, and tries once: for replays and tests
+  };
+
+  explicit BackgroundFiles(FileOps& files, Way way);
+  // Waits up to a second for what is still to be written.
+  ~BackgroundFiles();
+  BackgroundFiles(const BackgroundFiles&) = delete;
+  BackgroundFiles& operator=(const BackgroundFiles&) = delete;
+
+  // The file has this content from now on; only the newest is written when several wait.
+  void Keep(const std::string& path, std::string bytes);
+  void Remove(const std::string& path);
+  // What the file holds, with all that was told before: waits for it, but not longer than a second. Nothing
+  // when there is none that can be read.
+  std::optional<std::string> Read(const std::string& path);
+
+  // Why the newest content is not on the disk, in words for the operator; empty while all is well.
+  std::string Problem() const;
+  // True: everything is on the disk. Waits so long at the most.
+  bool Wait(int longestMs) const;
+
+ private:
+  struct Writer;
+
+  void Do(const std::string& path, std::optional<std::string> bytes);
+
+  FileOps& files_;
+  const Way way_;
+  std::shared_ptr<Writer> writer_;  // shared with its thread, which may outlive this
+};
+
+}  // namespace quorvane

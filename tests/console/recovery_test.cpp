@@ -1,0 +1,180 @@
+// A program that dies in the middle of a race, and the next one that takes the race up again.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "files/file_ops.h"
+#include "tests/support/console_rig.h"
+
+namespace quorvane {
+namespace {
+
+using Word = DialogAnswer::Word;
+
+void LoadAgain(ConsoleRig& rig) {
+  rig.program.door().Enter({EventKind::Load});
+}
+
+// The race by hand of a test: laps on two lanes, a cut, a comment, 21 s flown.
+void FlyThreeLaps(ConsoleRig& rig) {
+  rig.Load();
+  rig.At(1000);
+  rig.Click("frmLane2.chkNovice");
+  rig.Type("frmJudge.txtComments", "Gusts at pylon 1");
+  rig.Click("frmJudge.cmdStart");
+  for (const int second : {7, 14, 21}) {
+    rig.At(1000 + second * 1000);
+    rig.Key("F1");
+    if (second > 7) rig.Key("F2");
+    if (second == 14) rig.Key("F5");
+  }
+  rig.At(22000);
+}
+
+std::vector<std::string> Logs(ConsoleRig& rig) {
+  std::vector<std::string> logs;
+  for (int i = 0; i < 4; ++i) {
+    for (const LaneEvent& event : rig.lane(i).Events().Entries()) {
+      logs.push_back(std::to_string(i + 1) + ": " + EventText(event));
+    }
+  }
+  return logs;
+}
+
+TEST(Recovery, GoesOnAsIfNothingHadHappened) {
+  ConsoleRig rig;
+  FlyThreeLaps(rig);
+  const auto logs = Logs(rig);
+  const std::string cell = rig.lane(0).lblLap[2].Caption();
+  rig.Crash(4000);
+  rig.Answer(Word::Yes);
+  LoadAgain(rig);
+  EXPECT_EQ(rig.platform.shown.back().box.text,
+            "Race 1, heat 1, round 1, 3 laps on lane 1, 3 laps on lane 2, 4 seconds ago\r\rRecover this race?");
+  EXPECT_EQ(Logs(rig), logs);
+  EXPECT_EQ(rig.program.clock().RaceTime(), 25000);
+  EXPECT_EQ(rig.judge().lblStatus.Caption(), "25.0");
+  EXPECT_EQ(rig.judge().txtComments.Text(), "Gusts at pylon 1");
+  EXPECT_EQ(rig.lane(0).lblLap[2].Caption(), cell);
+  EXPECT_TRUE(rig.lane(0).lblLap[3].Visible());
+  EXPECT_EQ(rig.lane(1).chkNovice.Value(), 1);
+  EXPECT_FALSE(rig.judge().cmdStart.Enabled());
+  for (int lap = 4; lap <= 11; ++lap) {  // the first of them at once
+    rig.At(26100 + (lap - 4) * 7000);
+    rig.Key("F1");
+    rig.Key("F2");
+  }
+  rig.At(26100 + 7 * 7000 + 40000);
+  EXPECT_EQ(rig.lane(0).Laps(), 11);
+  EXPECT_EQ(rig.lane(0).Status(), "Second");  // a cut
+  rig.Click("frmJudge.cmdSave");
+  EXPECT_EQ(rig.Value("Race1", "Recovered"), "4.00 s not judged");
+  EXPECT_EQ(rig.Value("Race1", "Comments"), "Gusts at pylon 1");
+  EXPECT_FALSE(FileExists(rig.folder / "contest.running"));
+  rig.Crash();
+  LoadAgain(rig);
+  EXPECT_EQ(rig.platform.shown.back().box.title, "Open Project");
+}
+
+// Long after the heat it comes back stopped; the places that were given stay.
+TEST(Recovery, StandsStillWhenNothingCanBeInTheAir) {
+  for (const bool finished : {false, true}) {
+    ConsoleRig rig;
+    FlyThreeLaps(rig);
+    if (finished) {
+      rig.At(70000);
+      rig.Answer(Word::Text, "Protest");
+      rig.Click("frmLane2.lblStatus");
+    }
+    rig.Crash(720000);
+    rig.Answer(Word::Yes);
+    LoadAgain(rig);
+    EXPECT_NE(rig.platform.shown.back().box.text.find(", 12 minutes ago"), std::string::npos);
+    EXPECT_TRUE(rig.race().RaceDone);
+    EXPECT_EQ(rig.lane(0).Laps(), 3);
+    EXPECT_EQ(rig.lane(0).Status(), "DNF");
+    EXPECT_EQ(rig.lane(1).Status(), finished ? "Protest" : "DNF");
+    rig.Click("frmJudge.cmdSave");
+    EXPECT_EQ(rig.Value("Race1", "Recovered"), finished ? "after its end" : "stopped at 21.00");
+    EXPECT_EQ(rig.Value("Race1_Lane1", "NumLaps"), "3");
+  }
+}
+
+TEST(Recovery, IsAskedOnceAndThrowsNothingAway) {
+  ConsoleRig rig;
+  FlyThreeLaps(rig);
+  const auto kept = ContentOf(rig.folder / "contest.running", 100000);
+  ASSERT_TRUE(kept.has_value());
+  rig.Crash();
+  rig.Answer(Word::No);
+  LoadAgain(rig);
+  EXPECT_FALSE(rig.race().RaceActive);
+  EXPECT_EQ(ContentOf(rig.folder / "contest.running-1", 100000), kept);
+  rig.Crash();
+  LoadAgain(rig);
+  EXPECT_EQ(rig.platform.shown.back().box.title, "Open Project");
+
+  // Killed between the save and the removal of the file.
+  rig.Click("frmJudge.cmdStart");
+  rig.At(rig.platform.ClockMs() + 7000);
+  rig.Key("F1");
+  const auto running = ContentOf(rig.folder / "contest.running", 100000);
+  rig.At(rig.platform.ClockMs() + 60000);
+  rig.Click("frmJudge.cmdSave");
+  PutFile(rig.folder / "contest.running", *running);
+  rig.Crash();
+  LoadAgain(rig);
+  EXPECT_EQ(rig.platform.shown.back().box.title, "Open Project");
+  EXPECT_EQ(rig.race().RaceNumber, 2);
+}
+
+TEST(Recovery, BringsBackARaceThatWasThrownAway) {
+  for (const bool closed : {false, true}) {
+    ConsoleRig rig;
+    FlyThreeLaps(rig);
+    const auto logs = Logs(rig);
+    EXPECT_FALSE(rig.judge().mnuBringBack.Enabled());
+    if (closed) {
+      rig.At(70000);
+      rig.Answer(Word::Yes);
+      rig.Answer(Word::No);
+      rig.Click("frmJudge.mnuExit");
+      ASSERT_TRUE(rig.platform.ended);
+      rig.platform.ended = false;
+      rig.Crash();
+      LoadAgain(rig);
+      EXPECT_EQ(rig.platform.shown.back().box.title, "Open Project");
+    } else {
+      rig.Answer(Word::No);
+      rig.Click("frmJudge.cmdReset");
+    }
+    EXPECT_EQ(Logs(rig), std::vector<std::string>());
+    rig.Click("frmJudge.mnuBringBack");
+    EXPECT_EQ(Logs(rig), logs);
+    EXPECT_EQ(rig.race().RaceDone, closed);
+    EXPECT_FALSE(FileExists(rig.folder / "contest.dropped"));
+    EXPECT_TRUE(FileExists(rig.folder / "contest.running"));
+  }
+}
+
+// A stranger's file, or half of ours, costs nothing but itself.
+TEST(Recovery, TakesAnyFile) {
+  ConsoleRig rig;
+  FlyThreeLaps(rig);
+  const std::string kept = *ContentOf(rig.folder / "contest.running", 100000);
+  for (const std::string& bytes :
+       {std::string(), std::string("\xFF\x00[Running", 10), kept.substr(0, kept.size() / 2),
+        std::string("[Running]\nRace=99999\nRaceMode=-1\nRaceTime=1e300\nUtcMs=-1e300\n"),
+        kept + "\r\n[Running_Lane1]\r\nTimeBase=99999999999\r\n"}) {
+    PutFile(rig.folder / "contest.running", bytes);
+    rig.Crash();
+    rig.Answer(Word::Yes);
+    LoadAgain(rig);
+    EXPECT_TRUE(rig.judge().Visible());
+    rig.platform.answers.clear();
+  }
+}
+
+}  // namespace
+}  // namespace quorvane
