@@ -3,9 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <random>
 
 #include "files/file_ops.h"
-#include "tests/support/console_rig.h"
+#include "tests/support/field_link.h"
 
 namespace quorvane {
 namespace {
@@ -174,6 +177,57 @@ TEST(Recovery, TakesAnyFile) {
     EXPECT_TRUE(rig.judge().Visible());
     rig.platform.answers.clear();
   }
+}
+
+int Laps(const std::vector<field::ToldHeat>& heats) {
+  int laps = 0;
+  for (const auto& heat : heats) {
+    for (const auto& lane : heat.lanes) laps += static_cast<int>(lane.laps.size());
+  }
+  return laps;
+}
+
+// Whole contests of the simulated field, with the program killed at random moments, in the count, in flight and
+// after the finish. What was on the air while it was down is lost, nothing else.
+TEST(Recovery, LosesNoHeatThroughKillsAtRandomMoments) {
+  const int wanted = std::getenv("QUORVANE_LONG") != nullptr ? 500 : 20;
+  std::mt19937 random(7);
+  const auto between = [&](int low, int high) { return std::uniform_int_distribution(low, high)(random); };
+  int kills = 0, recovered = 0, laps = 0, lapsKept = 0;
+  for (int contest = 0; kills < wanted; ++contest) {
+    SCOPED_TRACE("contest " + std::to_string(contest));
+    ConsoleRig rig(true);
+    rig.Load();
+    field::FieldOptions options{.heats = 4, .mode = contest % 7, .seed = static_cast<std::uint32_t>(random())};
+    options.count = contest % 2 == 0;
+    FieldLink link(rig, options);
+    link.field.AdvanceTo(rig.platform.ClockMs());
+    link.field.BeginHeats(rig.platform.ClockMs());
+    std::vector<field::ToldHeat> flown, kept;
+    std::int64_t nextKill = rig.platform.ClockMs() + between(1000, 90000);
+    while (!link.field.Done()) {
+      link.RunUntil(std::max(std::min(link.field.NextDue(), nextKill), rig.platform.ClockMs() + 1));
+      if (rig.platform.ClockMs() >= nextKill) {
+        rig.Crash(between(200, 3000));
+        rig.Answer(Word::Yes);
+        LoadAgain(rig);
+        if (rig.platform.answers.empty()) ++recovered;
+        rig.platform.answers.clear();
+        link.field.AdvanceTo(rig.platform.ClockMs());
+        nextKill = rig.platform.ClockMs() + between(1000, 60000);
+        ++kills;
+      }
+      for (const auto& heat : link.field.TakeResults()) flown.push_back(ToldByField(heat));
+    }
+    for (const auto& heat : flown) kept.push_back(ToldByProject(rig, heat.heat));
+    ASSERT_EQ(flown.size(), 4U);
+    EXPECT_EQ(field::CompareHeats(flown, kept, {.lossy = true}), std::vector<std::string>());
+    laps += Laps(flown);
+    lapsKept += Laps(kept);
+  }
+  std::printf("%d kills, %d races recovered, %d of %d laps\n", kills, recovered, lapsKept, laps);
+  EXPECT_GT(recovered, wanted / 2);
+  EXPECT_GT(lapsKept, laps * 9 / 10);  // it was down for a twentieth of the time
 }
 
 }  // namespace
