@@ -137,10 +137,11 @@ class frmJudge : public JudgeControls, private LaneOwner, public LinkOwner {
   void DropRunningRace();
   void ForgetDroppedRace();
   void mnuBringBack_Click();
+  void FindKeptRaces();
   void OfferRecovery();
   bool InProject(const KeptRace& kept, const ProfileFile& file);
   std::string StoryOf(const RunningRace& race, const ProfileFile& file) const;
-  void SetAside(const std::string& path, const std::string& text);
+  void SetAsideWhatWasFound();
   void TakeUp(const KeptRace& kept, const ProfileFile& file);
 
   template <typename Part>
@@ -182,6 +183,7 @@ class frmJudge : public JudgeControls, private LaneOwner, public LinkOwner {
   std::optional<KeptState> kept_;  // of the race on the console, as it was kept last
   std::string keptText_;
   std::string keptFile_;
+  std::string found_;  // kept by a program that died, until the operator has decided
   std::string droppedText_;  // of the last race that went without being saved; empty: none
   std::string recovered_;    // how the race on the console was, in words for its record; empty: it was not
 };

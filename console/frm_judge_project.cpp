@@ -202,6 +202,7 @@ void frmJudge::ShowOpenProject() {
   race_.ProjectBaseName = WithoutExtension(race_.ProjectFile);
   race_.ResultsFile = race_.ProjectBaseName + ".csv";
   CreateResultsFile(race_.ResultsFile);
+  FindKeptRaces();
   eventName_ = book_.Text("Title");
   race_.RaceNumber = std::max<std::int16_t>(book_.Number("Race", 1), 1);
   race_.HeatsPerRound = book_.Number("HeatsPerRound", 1);

@@ -39,6 +39,7 @@ void frmJudge::KeepRunningRace() {
   kept_ = std::move(state);
   keptText_ = RunningText(kept_->race);
   keptFile_ = race_.ProjectBaseName + kRunningEnding;
+  SetAsideWhatWasFound();
   keeper_.Keep(keptFile_, keptText_);
 }
 
@@ -117,34 +118,37 @@ std::string frmJudge::StoryOf(const RunningRace& race, const ProfileFile& file) 
   return story;
 }
 
+// What the program left behind when it died with this project open. Before any box: a race may begin behind it.
+void frmJudge::FindKeptRaces() {
+  found_ = keeper_.Read(race_.ProjectBaseName + kRunningEnding).value_or("");
+  droppedText_ = keeper_.Read(race_.ProjectBaseName + kDroppedEnding).value_or("");
+}
+
 // Asked once for a project: whether to go on with the race that was on the console when the program died.
 void frmJudge::OfferRecovery() {
-  droppedText_ = keeper_.Read(race_.ProjectBaseName + kDroppedEnding).value_or("");
-  const std::string path = race_.ProjectBaseName + kRunningEnding;
-  const auto text = keeper_.Read(path);
-  if (!text) return;
-  const ProfileFile file(*text);
+  const ProfileFile file(found_);
   const auto kept = ReadRunning(file);
-  if (kept && InProject(*kept, file)) return keeper_.Remove(path);
-  if (kept) {
+  if (kept && InProject(*kept, file)) {
+    found_.clear();
+  } else if (kept && !race_.AtStake()) {
     const std::int64_t ago = MsBetween(kept->at.computer, door_.LookAtComputer());
     const DialogBox box{DialogKind::YesNo, "Recover Race",
                         StoryOf(kept->race, file) + ", " + AgoText(ago) + "\r\rRecover this race?"};
     const bool yes = door_.Ask(box).word == DialogAnswer::Word::Yes;
-    // Behind the box another one may have begun.
-    if (yes && !race_.AtStake() && door_.Contain([&] { TakeUp(*kept, file); })) return;
+    if (yes && !found_.empty() && door_.Contain([&] { TakeUp(*kept, file); })) found_.clear();
   }
-  SetAside(path, *text);
+  SetAsideWhatWasFound();
+  if (!race_.AtStake()) keeper_.Remove(race_.ProjectBaseName + kRunningEnding);
 }
 
-// Nothing that was flown is thrown away: the file goes under another name.
-void frmJudge::SetAside(const std::string& path, const std::string& text) {
+// Nothing that was flown is thrown away: what is not taken up goes under another name.
+void frmJudge::SetAsideWhatWasFound() {
+  if (found_.empty()) return;
   std::string aside;
   for (int number = 1; aside.empty() || FileExists(aside); ++number) {
-    aside = path + "-" + std::to_string(number);
+    aside = race_.ProjectBaseName + kRunningEnding + "-" + std::to_string(number);
   }
-  keeper_.Keep(aside, text);
-  keeper_.Remove(path);
+  keeper_.Keep(aside, std::exchange(found_, {}));
   ShowNotice("The race that was not recovered is kept in " + FileNameOf(aside));
 }
 

@@ -69,7 +69,7 @@ TEST(Recovery, GoesOnAsIfNothingHadHappened) {
     rig.Key("F2");
   }
   rig.At(26100 + 7 * 7000 + 40000);
-  EXPECT_EQ(rig.lane(0).Laps(), 11);
+  EXPECT_EQ(rig.lane(0).Counts().laps, 11);
   EXPECT_EQ(rig.lane(0).Status(), "Second");  // a cut
   rig.Click("frmJudge.cmdSave");
   EXPECT_EQ(rig.Value("Race1", "Recovered"), "4.00 s not judged");
@@ -95,7 +95,7 @@ TEST(Recovery, StandsStillWhenNothingCanBeInTheAir) {
     LoadAgain(rig);
     EXPECT_NE(rig.platform.shown.back().box.text.find(", 12 minutes ago"), std::string::npos);
     EXPECT_TRUE(rig.race().RaceDone);
-    EXPECT_EQ(rig.lane(0).Laps(), 3);
+    EXPECT_EQ(rig.lane(0).Counts().laps, 3);
     EXPECT_EQ(rig.lane(0).Status(), "DNF");
     EXPECT_EQ(rig.lane(1).Status(), finished ? "Protest" : "DNF");
     rig.Click("frmJudge.cmdSave");
