@@ -178,12 +178,12 @@ class frmJudge : public JudgeControls, private LaneOwner, public LinkOwner {
   std::int32_t LastTimeSent_ = 0;
   Notice notice_ = Notice::kNews;
   int errorsTold_ = 0;
-  std::string problemTold_;  // why a save has failed
-  std::string unkeptTold_;   // why the race on the console could not be kept
+  std::string problemTold_;        // why a save has failed
+  std::string unkeptTold_;         // why the race on the console could not be kept
   std::optional<KeptState> kept_;  // of the race on the console, as it was kept last
   std::string keptText_;
   std::string keptFile_;
-  std::string found_;  // kept by a program that died, until the operator has decided
+  std::string found_;        // kept by a program that died, until the operator has decided
   std::string droppedText_;  // of the last race that went without being saved; empty: none
   std::string recovered_;    // how the race on the console was, in words for its record; empty: it was not
 };

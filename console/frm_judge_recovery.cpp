@@ -118,7 +118,8 @@ std::string frmJudge::StoryOf(const RunningRace& race, const ProfileFile& file) 
   return story;
 }
 
-// What the program left behind when it died with this project open. Before any box: a race may begin behind it.
+// What the program left behind when it died with this project open. Before any box: a race may begin behind
+// it.
 void frmJudge::FindKeptRaces() {
   found_ = keeper_.Read(race_.ProjectBaseName + kRunningEnding).value_or("");
   droppedText_ = keeper_.Read(race_.ProjectBaseName + kDroppedEnding).value_or("");
@@ -152,8 +153,8 @@ void frmJudge::SetAsideWhatWasFound() {
   ShowNotice("The race that was not recovered is kept in " + FileNameOf(aside));
 }
 
-// Puts everything back as it was. While its aircraft may still be in the air the clock runs on by the time that
-// has passed; each lane that had not finished then gets its time for a lap from now.
+// Puts everything back as it was. While its aircraft may still be in the air the clock runs on by the time
+// that has passed; each lane that had not finished then gets its time for a lap from now.
 void frmJudge::TakeUp(const KeptRace& kept, const ProfileFile& file) {
   const RunningRace& race = kept.race;
   const std::int64_t passed = MsBetween(kept.at.computer, door_.LookAtComputer());

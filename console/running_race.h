@@ -10,8 +10,8 @@
 
 namespace quorvane {
 
-// The section of the file in which a race is kept from its start until it is saved or reset. Those of its lanes
-// are called as in the project.
+// The section of the file in which a race is kept from its start until it is saved or reset. Those of its
+// lanes are called as in the project.
 inline constexpr const char* kRunningSection = "Running";
 
 // What is known of such a race besides its lanes. Times are ms of race time where nothing else is said.

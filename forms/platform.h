@@ -32,8 +32,8 @@ struct ComputerTime {
   bool operator==(const ComputerTime&) const = default;
 };
 
-// ms from the first to the second; where the computer has not been started anew in between, its clock may have
-// been set.
+// ms from the first to the second; where the computer has not been started anew in between, its clock may
+// have been set.
 std::int64_t MsBetween(const ComputerTime& first, const ComputerTime& second);
 
 enum class DialogKind : std::uint8_t { Ok, OkCancel, YesNo, YesNoCancel, Input, OpenFile, SaveFile };

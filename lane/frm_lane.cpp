@@ -196,8 +196,8 @@ LaneLog frmLane::LogIn(const std::string& section, const ReadValue& read) const 
 }
 
 frmLane::RunningState frmLane::Running() const {
-  return {log_.Revision(), TimeBase_,     LastLapTime_,           MissedPylonTimes_, status_,
-          position_,       placeOffered_, chkNovice.Value() != 0};
+  return {log_.Revision(), TimeBase_, LastLapTime_,  MissedPylonTimes_,
+          status_,         position_, placeOffered_, chkNovice.Value() != 0};
 }
 
 void frmLane::KeepRunning(const std::string& section, const KeepValue& keep) const {

@@ -58,7 +58,7 @@ class LaneLog {
   // Any slot, also beyond EventCount.
   const LaneEvent& operator[](std::int64_t index) const { return Element(events_, index); }
   std::span<const LaneEvent> Entries() const { return {events_.data(), static_cast<std::size_t>(count_)}; }
-  int CountLaps() const;  // the count of the latest lap, 0 without one
+  int CountLaps() const;                           // the count of the latest lap, 0 without one
   unsigned Revision() const { return revision_; }  // another one after each change
 
   void AddEvent(LaneEvent event);

@@ -53,8 +53,9 @@ TEST(Recovery, GoesOnAsIfNothingHadHappened) {
   rig.Crash(4000);
   rig.Answer(Word::Yes);
   LoadAgain(rig);
-  EXPECT_EQ(rig.platform.shown.back().box.text,
-            "Race 1, heat 1, round 1, 3 laps on lane 1, 3 laps on lane 2, 4 seconds ago\r\rRecover this race?");
+  EXPECT_EQ(
+      rig.platform.shown.back().box.text,
+      "Race 1, heat 1, round 1, 3 laps on lane 1, 3 laps on lane 2, 4 seconds ago\r\rRecover this race?");
   EXPECT_EQ(Logs(rig), logs);
   EXPECT_EQ(rig.program.clock().RaceTime(), 25000);
   EXPECT_EQ(rig.judge().lblStatus.Caption(), "25.0");
@@ -187,8 +188,8 @@ int Laps(const std::vector<field::ToldHeat>& heats) {
   return laps;
 }
 
-// Whole contests of the simulated field, with the program killed at random moments, in the count, in flight and
-// after the finish. What was on the air while it was down is lost, nothing else.
+// Whole contests of the simulated field, with the program killed at random moments, in the count, in flight
+// and after the finish. What was on the air while it was down is lost, nothing else.
 TEST(Recovery, LosesNoHeatThroughKillsAtRandomMoments) {
   const int wanted = std::getenv("QUORVANE_LONG") != nullptr ? 500 : 20;
   std::mt19937 random(7);
@@ -198,7 +199,8 @@ TEST(Recovery, LosesNoHeatThroughKillsAtRandomMoments) {
     SCOPED_TRACE("contest " + std::to_string(contest));
     ConsoleRig rig(true);
     rig.Load();
-    field::FieldOptions options{.heats = 4, .mode = contest % 7, .seed = static_cast<std::uint32_t>(random())};
+    field::FieldOptions options{
+        .heats = 4, .mode = contest % 7, .seed = static_cast<std::uint32_t>(random())};
     options.count = contest % 2 == 0;
     FieldLink link(rig, options);
     link.field.AdvanceTo(rig.platform.ClockMs());
