@@ -80,7 +80,7 @@ class IdleRace : public LinkOwner {
   void IssueRaceEvent() override {}
   void ShowPort(const std::string&, bool) override {}
   void ShowTraffic(Traffic, bool) override {}
-  void ShowRadioWarning(const std::string&) override {}
+  void ShowRadioState(const std::string&, bool) override {}
 
   std::int64_t laps = 0;
 };

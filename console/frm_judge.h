@@ -79,7 +79,7 @@ class frmJudge : public JudgeControls, private LaneOwner, public LinkOwner {
   void FillRaceData(StationMessage& frame) override;
   void ShowPort(const std::string& text, bool open) override;
   void ShowTraffic(Traffic lamp, bool lit) override;
-  void ShowRadioWarning(const std::string& text) override;
+  void ShowRadioState(const std::string& text, bool bad) override;
   // Both
   void IssueRaceEvent() override { Broadcast(6, 3); }
 

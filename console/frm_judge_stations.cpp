@@ -202,8 +202,9 @@ void frmJudge::ShowTraffic(Traffic lamp, bool lit) {
   if (lit) label.SetTag(std::to_string(door_.Now()));
 }
 
-void frmJudge::ShowRadioWarning(const std::string& text) {
+void frmJudge::ShowRadioState(const std::string& text, bool bad) {
   lblSilent.SetCaption(text);
+  lblSilent.SetForeColor(bad ? kRed : kWindowText);
   lblSilent.SetVisible(!text.empty());
 }
 

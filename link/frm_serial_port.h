@@ -32,7 +32,8 @@ class LinkOwner {
   virtual void ShowPort(const std::string& text, bool open) = 0;
   virtual void ShowTraffic(Traffic lamp, bool lit) = 0;
   // In few words, why the port is not open or which stations are silent in the race; empty: all is well.
-  virtual void ShowRadioWarning(const std::string& text) = 0;
+  // Who is there before a race, or what is wrong (bad).
+  virtual void ShowRadioState(const std::string& text, bool bad) = 0;
 };
 
 // The station link: works the serial port of the radio modem, hands the frames that it receives to the race,
@@ -140,7 +141,13 @@ class frmSerialPort : public Form {
   bool IsExpected(int address) const;
   bool IsQuiet(int address) const;
   std::string SilenceText() const;
-  void ShowRadioWarning();
+  void ShowRadioState();
+
+  // The roll call before a race.
+  enum class Presence : std::uint8_t { kUnknown, kHere, kMissing };
+  Presence PresenceOf(int address) const;
+  bool BatteryLow(int address) const;
+  void CallRoll();
 
   // The message detail panel.
   void ShowMessageDetail(const StationMessage& frame);
@@ -168,6 +175,8 @@ class frmSerialPort : public Form {
   std::array<std::optional<std::int64_t>, 2> litAt_;            // by Traffic
   std::array<std::optional<std::int64_t>, kStations> heardAt_;  // as shown
   std::optional<int> selectedStation_;                          // that alone is polled and shown
+  std::array<std::int64_t, kStations> polledAt_ = {};           // 0: not yet
+  std::array<std::uint8_t, kStations> volt_ = {};               // as it came
   int PollStation_ = 0;                                         // 0..7
   std::uint8_t LastToAddress_ = 0;
   std::uint8_t LastShownFrom_ = 0;

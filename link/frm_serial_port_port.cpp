@@ -131,7 +131,7 @@ void frmSerialPort::AwaitPort(int port, const SerialError& reason) {
   awaitedReason_ = reason;
   tmrPort.SetEnabled(port != 0 && reason.number != kErrorNoSuchPort);
   if (awaited || port != 0) lblMessage.SetCaption(AwaitedText());
-  ShowRadioWarning();
+  ShowRadioState();
 }
 
 // Quietly: it is tried again until the port opens or the operator chooses another one.

@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include <array>
+
 #include "base/checked.h"
 #include "base/stations.h"
 #include "base/text.h"
@@ -11,6 +13,10 @@ namespace quorvane {
 namespace {
 
 constexpr std::int64_t kOffAfterMs = 30000;
+constexpr std::int64_t kPresentMs = 10000;
+constexpr std::int64_t kAnswerMs = 1000;
+// Below this the boxes of the field begin to fail: four cells, or a lead battery.
+constexpr std::array kLowTenthsOfVolt = {45, 45, 45, 120, 45, 0, 120, 120};
 
 // 255 reads 18.81 V.
 constexpr std::int64_t kVoltNumerator = 1881;
@@ -59,6 +65,7 @@ void frmSerialPort::MarkStationHeard(int address) {
 // A low voltage is not marked: the limits of the station table are compared nowhere that shows.
 void frmSerialPort::UpdateStationRow(const StationMessage& frame) {
   if (frame.From < kStations) {
+    Element(volt_, frame.From) = frame.Volt;
     Show(lblVolt[frame.From], VoltText(frame.Volt));
     Show(lblTemp[frame.From], TempText(frame.Temp));
     MarkStationHeard(frame.From);
@@ -89,6 +96,7 @@ void frmSerialPort::AgeStation(int address) {
 void frmSerialPort::PollNextStation() {
   lblStation[PollStation_].SetForeColor(kRed);
   if (selectedStation_) return SendMessage(*selectedStation_, kConsole);
+  Element(polledAt_, PollStation_) = door_.Now();
   SendMessage(PollStation_, kConsole);
   PollStation_ = (PollStation_ + 1) % kStations;
 }
@@ -131,7 +139,7 @@ void frmSerialPort::MarkSilentStations() {
     silent = IsQuiet(i) && (silent || !race_.RaceDone);
     lblSilent[i].SetVisible(silent);
   }
-  ShowRadioWarning();
+  ShowRadioState();
 }
 
 // The more there are, the shorter: all of it must fit beside the port.
@@ -154,8 +162,48 @@ std::string frmSerialPort::SilenceText() const {
 }
 
 // On the console, where the operator looks during a race.
-void frmSerialPort::ShowRadioWarning() {
-  owner_.ShowRadioWarning(awaitedPort_ != 0 ? AwaitedShort() : SilenceText());
+void frmSerialPort::ShowRadioState() {
+  if (awaitedPort_ != 0) return owner_.ShowRadioState(AwaitedShort(), true);
+  if (race_.RaceActive || !race_.CommActive) return owner_.ShowRadioState(SilenceText(), true);
+  CallRoll();
+}
+
+// The roll call before a race: one line that never holds up a start.
+
+// One that is only polled speaks every sixteen seconds: it is there while it answers, whenever that was.
+frmSerialPort::Presence frmSerialPort::PresenceOf(int address) const {
+  const auto& heard = Element(heardAt_, address);
+  const std::int64_t polled = Element(polledAt_, address);
+  if (heard && (door_.Now() - *heard <= kPresentMs || *heard >= polled)) return Presence::kHere;
+  const bool asked = polled != 0 && door_.Now() - polled >= kAnswerMs;
+  return asked ? Presence::kMissing : Presence::kUnknown;
+}
+
+// One that reports no supply has none that is low.
+bool frmSerialPort::BatteryLow(int address) const {
+  const std::int64_t numerator = kVoltNumerator * Element(volt_, address);
+  return numerator >= kVoltDenominator &&
+         10 * numerator < kVoltDenominator * Element(kLowTenthsOfVolt, address);
+}
+
+void frmSerialPort::CallRoll() {
+  std::vector<int> missing, low;
+  int here = 0, expected = 0;
+  for (int i = 0; i < kStations; ++i) {
+    if (!IsExpected(i)) continue;
+    ++expected;
+    const Presence presence = PresenceOf(i);
+    if (presence == Presence::kMissing) missing.push_back(i);
+    if (presence != Presence::kHere) continue;
+    ++here;
+    if (BatteryLow(i)) low.push_back(i);
+  }
+  std::string text = here == expected  ? fmt::format("All {} stations here", here)
+                     : missing.empty() ? fmt::format("{} of {} stations so far", here, expected)
+                     : here == 0       ? "No station heard"
+                                       : "Missing:" + Codes(missing);
+  if (!low.empty()) text += ", battery low:" + Codes(low);
+  owner_.ShowRadioState(text, !missing.empty() || !low.empty());
 }
 
 // The message detail panel.

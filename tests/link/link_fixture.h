@@ -50,7 +50,7 @@ class FakeRace : public LinkOwner {
     portOpen = open;
   }
   void ShowTraffic(Traffic lamp, bool on) override { (lamp == Traffic::Received ? readLit : writeLit) = on; }
-  void ShowRadioWarning(const std::string& text) override { warning = text; }
+  void ShowRadioState(const std::string& text, bool) override { warning = text; }
 
   std::string port, warning, senders;
   bool portOpen = false, readLit = false, writeLit = false;
