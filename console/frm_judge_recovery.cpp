@@ -12,8 +12,6 @@
 namespace quorvane {
 namespace {
 
-constexpr const char* kRunningEnding = ".running";
-constexpr const char* kDroppedEnding = ".dropped";
 // No aircraft is in the air any longer after the start signal: eleven laps of thirty seconds each.
 constexpr std::int32_t kLongestFlight = 11 * 30000;
 
@@ -38,7 +36,7 @@ void frmJudge::KeepRunningRace() {
   if (kept_ == state) return;
   kept_ = std::move(state);
   keptText_ = RunningText(kept_->race);
-  keptFile_ = race_.ProjectBaseName + kRunningEnding;
+  keptFile_ = BesideProject(race_.ProjectFile, kRunningEnding);
   SetAsideWhatWasFound();
   keeper_.Keep(keptFile_, keptText_);
 }
@@ -72,14 +70,14 @@ std::string frmJudge::RunningText(const RunningRace& race) {
 void frmJudge::DropRunningRace() {
   if (!kept_) return;
   droppedText_ = keptText_;
-  keeper_.Keep(race_.ProjectBaseName + kDroppedEnding, droppedText_);
+  keeper_.Keep(BesideProject(race_.ProjectFile, kDroppedEnding), droppedText_);
   keeper_.Remove(keptFile_);
   kept_.reset();
 }
 
 void frmJudge::ForgetDroppedRace() {
   if (std::exchange(droppedText_, {}).empty()) return;
-  keeper_.Remove(race_.ProjectBaseName + kDroppedEnding);
+  keeper_.Remove(BesideProject(race_.ProjectFile, kDroppedEnding));
 }
 
 void frmJudge::mnuBringBack_Click() {
@@ -121,8 +119,8 @@ std::string frmJudge::StoryOf(const RunningRace& race, const ProfileFile& file) 
 // What the program left behind when it died with this project open. Before any box: a race may begin behind
 // it.
 void frmJudge::FindKeptRaces() {
-  found_ = keeper_.Read(race_.ProjectBaseName + kRunningEnding).value_or("");
-  droppedText_ = keeper_.Read(race_.ProjectBaseName + kDroppedEnding).value_or("");
+  found_ = keeper_.Read(BesideProject(race_.ProjectFile, kRunningEnding)).value_or("");
+  droppedText_ = keeper_.Read(BesideProject(race_.ProjectFile, kDroppedEnding)).value_or("");
 }
 
 // Asked once for a project: whether to go on with the race that was on the console when the program died.
@@ -139,7 +137,7 @@ void frmJudge::OfferRecovery() {
     if (yes && !found_.empty() && door_.Contain([&] { TakeUp(*kept, file); })) found_.clear();
   }
   SetAsideWhatWasFound();
-  if (!race_.AtStake()) keeper_.Remove(race_.ProjectBaseName + kRunningEnding);
+  if (!race_.AtStake()) keeper_.Remove(BesideProject(race_.ProjectFile, kRunningEnding));
 }
 
 // Nothing that was flown is thrown away: what is not taken up goes under another name.
@@ -147,7 +145,7 @@ void frmJudge::SetAsideWhatWasFound() {
   if (found_.empty()) return;
   std::string aside;
   for (int number = 1; aside.empty() || FileExists(aside); ++number) {
-    aside = race_.ProjectBaseName + kRunningEnding + "-" + std::to_string(number);
+    aside = BesideProject(race_.ProjectFile, kRunningEnding) + "-" + std::to_string(number);
   }
   keeper_.Keep(aside, std::exchange(found_, {}));
   ShowNotice("The race that was not recovered is kept in " + FileNameOf(aside));

@@ -19,13 +19,14 @@ namespace quorvane {
 class Program : private DeviceEvents {
  public:
   Program(Platform& platform, SerialControl& serial, FileOps& files = SystemFiles(),
-          BackgroundFiles::Way way = BackgroundFiles::Way::AtOnce);
+          BackgroundFiles::Way way = BackgroundFiles::Way::InMemory);
   ~Program() override;
 
   Door& door() { return door_; }
   RaceState& race() { return race_; }
   RaceClock& clock() { return clock_; }
   Project& project() { return project_; }
+  BackgroundFiles& keeper() { return keeper_; }
   frmJudge& judge() { return judge_; }
   frmLane& lane(int index) { return judge_.Lane(index); }  // 0..3
   frmSerialPort& link() { return link_; }

@@ -34,6 +34,11 @@ std::error_code Put(FileOps& files, const std::string& path, const std::optional
 
 }  // namespace
 
+std::string BesideProject(const std::string& project, const char* ending) {
+  const std::size_t dot = project.rfind('.');
+  return project.substr(0, dot == 0 ? std::string::npos : dot) + ending;
+}
+
 struct BackgroundFiles::Writer {
   struct Job {
     std::string path;
@@ -91,6 +96,11 @@ BackgroundFiles::~BackgroundFiles() {
 }
 
 void BackgroundFiles::Do(const std::string& path, std::optional<std::string> bytes) {
+  if (way_ == Way::InMemory) {
+    if (!bytes) return void(memory_.erase(path));
+    memory_[path] = *std::move(bytes);
+    return;
+  }
   const std::scoped_lock lock(writer_->mutex);
   if (way_ == Way::AtOnce) {
     const std::error_code error = Put(files_, path, bytes);
@@ -116,6 +126,10 @@ void BackgroundFiles::Remove(const std::string& path) {
 }
 
 std::optional<std::string> BackgroundFiles::Read(const std::string& path) {
+  if (way_ == Way::InMemory) {
+    const auto found = memory_.find(path);
+    return found == memory_.end() ? std::nullopt : std::optional(found->second);
+  }
   Wait(kEndMs);
   std::string bytes;
   FileStamp stamp;

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -8,6 +10,14 @@
 #include "files/file_ops.h"
 
 namespace quorvane {
+
+// The endings of the files that keep a race beside its project: the one that is flown, and the last one that
+// was thrown away.
+inline constexpr const char* kRunningEnding = ".running";
+inline constexpr const char* kDroppedEnding = ".dropped";
+inline constexpr std::array kKeptRaces = {kRunningEnding, kDroppedEnding};
+// "contest.running" for "contest.ini".
+std::string BesideProject(const std::string& project, const char* ending);
 
 // Small files that must be on the disk within a moment, but must never make the caller wait: the race on the
 // console, kept beside its project while it is flown. A thread of its own replaces each file in one step and
@@ -19,7 +29,8 @@ class BackgroundFiles {
  public:
   enum class Way : std::uint8_t {
     OwnThread,
-    AtOnce,  // each call writes before it returns, and tries once: for replays and tests
+    AtOnce,    // each call writes before it returns, and tries once
+    InMemory,  // nothing reaches a disk: for replays, whose project may be anybody's
   };
 
   explicit BackgroundFiles(FileOps& files, Way way);
@@ -47,6 +58,7 @@ class BackgroundFiles {
 
   FileOps& files_;
   const Way way_;
+  std::map<std::string, std::string> memory_;
   std::shared_ptr<Writer> writer_;  // shared with its thread, which may outlive this
 };
 

@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "base/text.h"
+#include "files/background_files.h"
 #include "files/file_ops.h"
 
 namespace quorvane {
@@ -161,6 +162,11 @@ void SessionRecorder::KeepProject(const std::string& path) {
     return Add(fmt::format("{}{} {}\n", kSameComment, JsonString(path), JsonString(*same)));
   }
   projectsKept_.insert(path);
+  KeepFile(path);
+  for (const char* ending : kKeptRaces) KeepFile(BesideProject(path, ending));
+}
+
+void SessionRecorder::KeepFile(const std::string& path) {
   if (const auto content = ContentOf(path, kMostProjectBytes)) Add(ProjectComments(path, *content));
 }
 
@@ -242,6 +248,11 @@ void SessionRecorder::Failed(std::int64_t ms, const std::string& error) {
 
 void SessionRecorder::ClockSet(std::int64_t ms, const LocalDateTime& shown) {
   AddInput({.kind = Kind::Clock, .ms = ms, .moment = shown});
+}
+
+// What the record in hand led to depends on it.
+void SessionRecorder::ComputerLooked(std::int64_t /*ms*/, const ComputerTime& time) {
+  InsertBeforeLatest({.kind = Kind::Computer, .computer = time});
 }
 
 void SessionRecorder::Entered(std::int64_t ms, const Event& event) {

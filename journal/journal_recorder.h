@@ -60,6 +60,7 @@ class SessionRecorder : public Journal {
   void NoteOpened(int port, int number, const std::string& description);
 
   void ClockSet(std::int64_t ms, const LocalDateTime& shown) override;
+  void ComputerLooked(std::int64_t ms, const ComputerTime& time) override;
   void Entered(std::int64_t ms, const Event& event) override;
   void Answered(std::int64_t ms, const DialogBox& box, const DialogAnswer& answer) override;
   void Sent(std::int64_t ms, const std::vector<std::uint8_t>& frame) override;
@@ -73,6 +74,7 @@ class SessionRecorder : public Journal {
   void InsertBeforeLatest(JournalRecord record);
   void Keep(const std::string& text, std::size_t place);
   void KeepProject(const std::string& path);
+  void KeepFile(const std::string& path);
 
   const std::size_t mostBytes_;
   // Since the start, a record each, so that it grows without being copied; empty once it has grown too long.

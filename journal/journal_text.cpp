@@ -268,6 +268,22 @@ constexpr Argument kMoment{
     "a date and time like 2026-11-21T09:00:00",
     [](const Record& record) { return MomentText(record.moment); },
     [](Words& words, const char* expected, Record& record) { record.moment = words.Moment(expected); }};
+template <std::int64_t ComputerTime::*kField>
+constexpr Argument kClockMs{"a clock in whole milliseconds",
+                            [](const Record& record) { return std::to_string(record.computer.*kField); },
+                            [](Words& words, const char* expected, Record& record) {
+                              words.Word(expected, [&](std::string_view word) {
+                                const char* const last = word.data() + word.size();
+                                const auto [end, error] =
+                                    std::from_chars(word.data(), last, record.computer.*kField);
+                                return error == std::errc() && end == last;
+                              });
+                            }};
+constexpr Argument kBoot{"a quoted name of the computer's run",
+                         [](const Record& record) { return JsonString(record.computer.boot); },
+                         [](Words& words, const char* expected, Record& record) {
+                           record.computer.boot = words.Quoted(expected);
+                         }};
 constexpr Argument kAnswer{
     "yes, no, cancel, ok, text \"...\" or file \"...\"",
     [](const Record& record) { return AnswerText(record.answer); },
@@ -301,6 +317,10 @@ const Verb kVerbs[] = {
     {"held", Kind::Held, {}, {kPath}},
     {"free", Kind::Free, {}, {kPath}},
     {"clock", Kind::Clock, {}, {kMoment}},
+    {"computer",
+     Kind::Computer,
+     {},
+     {kClockMs<&ComputerTime::utcMs>, kBoot, kClockMs<&ComputerTime::sinceBootMs>}},
     {"tx", Kind::Sent, {}, {kBytes}},
     {"end", Kind::End, {}, {}, true},
 };

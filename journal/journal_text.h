@@ -31,13 +31,14 @@ struct JournalSetting {
 // One record of a journal after its header.
 struct JournalRecord {
   enum class Kind : std::uint8_t {
-    Input,   // event
-    Answer,  // answer
-    Busy,    // port, number, text: opening it fails so from now on; number 0: no longer
-    Held,    // event.text: another console holds this project file from now on
-    Free,    // event.text: none does any more
-    Clock,   // moment: what the computer's clock shows from now on
-    Sent,    // event.bytes: a frame that went out
+    Input,     // event
+    Answer,    // answer
+    Busy,      // port, number, text: opening it fails so from now on; number 0: no longer
+    Held,      // event.text: another console holds this project file from now on
+    Free,      // event.text: none does any more
+    Clock,     // moment: what the computer's clock shows from now on
+    Computer,  // computer: what the computer's own clocks said when they were looked at
+    Sent,      // event.bytes: a frame that went out
     End,
   };
   Kind kind = Kind::Input;
@@ -47,6 +48,7 @@ struct JournalRecord {
   DialogAnswer answer = {};
   int port = 0;
   LocalDateTime moment = {};
+  ComputerTime computer = {};
 };
 
 // A journal as data.

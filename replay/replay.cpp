@@ -97,6 +97,7 @@ Replay::Replay(const SessionJournal& journal, const ReplayOptions& options)
   if (recorded.empty()) recorded = ProjectDate(journal_.start) + ".ini";
   const std::string project =
       options_.project.empty() ? folder_.CopyOf(recorded) : folder_.Use(options_.project, recorded);
+  PutKeptRaces(recorded, project);
   platform_.settings.SaveSetting(kProjectSection, kProjectKey, project);
   platform_.homeFolder = ParentFolder(project);
   platform_.programFolder = platform_.homeFolder;
@@ -165,6 +166,11 @@ void Replay::Take(const JournalRecord& record) {
       platform_.start = AddMilliseconds(record.moment, -(record.ms - record.ms % 1000));
       program_.door().FollowLocalClock();
       return;
+    case JournalRecord::Kind::Computer:
+      platform_.computer = record.computer;
+      platform_.computer.utcMs -= record.ms;
+      platform_.computer.sinceBootMs -= record.ms;
+      return;
     case JournalRecord::Kind::Sent:
     case JournalRecord::Kind::End:
       return;
@@ -174,7 +180,19 @@ void Replay::Take(const JournalRecord& record) {
 // The file that stands for this one of the journal.
 std::string Replay::PathFor(const std::string& named) {
   if (options_.inPlace && !folder_.HasCopyOf(named)) return named;
-  return folder_.CopyOf(named, !journal_.timersRecorded);
+  const bool first = !folder_.HasCopyOf(named);
+  const std::string path = folder_.CopyOf(named, !journal_.timersRecorded);
+  if (first) PutKeptRaces(named, path);
+  return path;
+}
+
+// The races that the session has found beside a project.
+void Replay::PutKeptRaces(const std::string& original, const std::string& copy) {
+  for (const char* ending : kKeptRaces) {
+    const auto found = std::ranges::find(journal_.projects, BesideProject(original, ending),
+                                         &SessionJournal::KeptProject::path);
+    if (found != journal_.projects.end()) program_.keeper().Keep(BesideProject(copy, ending), found->bytes);
+  }
 }
 
 void Replay::TakeEvent(const JournalRecord& record) {

@@ -124,6 +124,7 @@ class Replay {
   bool FireTimerBefore(std::int64_t ms);
   void Take(const JournalRecord& record);
   std::string PathFor(const std::string& named);
+  void PutKeptRaces(const std::string& original, const std::string& copy);
   void TakeEvent(const JournalRecord& record);
   bool Names(const Event& event);
   void WhileOpen();

@@ -46,7 +46,7 @@ std::vector<std::string> Logs(ConsoleRig& rig) {
 }
 
 TEST(Recovery, GoesOnAsIfNothingHadHappened) {
-  ConsoleRig rig;
+  ConsoleRig rig(false, SystemFiles(), ConsoleRig::Way::AtOnce);
   FlyThreeLaps(rig);
   const auto logs = Logs(rig);
   const std::string cell = rig.lane(0).lblLap[2].Caption();
@@ -84,7 +84,7 @@ TEST(Recovery, GoesOnAsIfNothingHadHappened) {
 // Long after the heat it comes back stopped; the places that were given stay.
 TEST(Recovery, StandsStillWhenNothingCanBeInTheAir) {
   for (const bool finished : {false, true}) {
-    ConsoleRig rig;
+    ConsoleRig rig(false, SystemFiles(), ConsoleRig::Way::AtOnce);
     FlyThreeLaps(rig);
     if (finished) {
       rig.At(70000);
@@ -106,7 +106,7 @@ TEST(Recovery, StandsStillWhenNothingCanBeInTheAir) {
 }
 
 TEST(Recovery, IsAskedOnceAndThrowsNothingAway) {
-  ConsoleRig rig;
+  ConsoleRig rig(false, SystemFiles(), ConsoleRig::Way::AtOnce);
   FlyThreeLaps(rig);
   const auto kept = ContentOf(rig.folder / "contest.running", 100000);
   ASSERT_TRUE(kept.has_value());
@@ -135,7 +135,7 @@ TEST(Recovery, IsAskedOnceAndThrowsNothingAway) {
 
 TEST(Recovery, BringsBackARaceThatWasThrownAway) {
   for (const bool closed : {false, true}) {
-    ConsoleRig rig;
+    ConsoleRig rig(false, SystemFiles(), ConsoleRig::Way::AtOnce);
     FlyThreeLaps(rig);
     const auto logs = Logs(rig);
     EXPECT_FALSE(rig.judge().mnuBringBack.Enabled());
@@ -164,7 +164,7 @@ TEST(Recovery, BringsBackARaceThatWasThrownAway) {
 
 // A stranger's file, or half of ours, costs nothing but itself.
 TEST(Recovery, TakesAnyFile) {
-  ConsoleRig rig;
+  ConsoleRig rig(false, SystemFiles(), ConsoleRig::Way::AtOnce);
   FlyThreeLaps(rig);
   const std::string kept = *ContentOf(rig.folder / "contest.running", 100000);
   for (const std::string& bytes :
@@ -197,7 +197,7 @@ TEST(Recovery, LosesNoHeatThroughKillsAtRandomMoments) {
   int kills = 0, recovered = 0, laps = 0, lapsKept = 0;
   for (int contest = 0; kills < wanted; ++contest) {
     SCOPED_TRACE("contest " + std::to_string(contest));
-    ConsoleRig rig(true);
+    ConsoleRig rig(true, SystemFiles(), ConsoleRig::Way::AtOnce);
     rig.Load();
     field::FieldOptions options{
         .heats = 4, .mode = contest % 7, .seed = static_cast<std::uint32_t>(random())};

@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "console/program.h"
-#include "replay/replay.h"
 #include "replay/virtual_platform.h"
 #include "tests/support/scratch_folder.h"
 
@@ -43,9 +42,10 @@ struct Frame {
 // The whole program on a virtual platform, with a project of its own on the disk.
 class ConsoleRig {
  public:
-  explicit ConsoleRig(bool radio = false) : ConsoleRig(radio, quick_) {}
-  ConsoleRig(bool radio, FileOps& files)
-      : file(folder / "contest.ini"), files_(files), program(platform, serial, files) {
+  using Way = BackgroundFiles::Way;
+
+  explicit ConsoleRig(bool radio = false, FileOps& files = SystemFiles(), Way way = Way::InMemory)
+      : file(folder / "contest.ini"), program(platform, serial, files, way) {
     platform.homeFolder = folder / "";
     platform.programFolder = folder / "";
     if (radio) {
@@ -64,7 +64,7 @@ class ConsoleRig {
   // The program dies as it stands; the next one begins on the same computer, project and ports `ms` later.
   void Crash(std::int64_t ms = 0) {
     std::destroy_at(&program);
-    std::construct_at(&program, platform, serial, files_);
+    std::construct_at(&program, platform, serial, SystemFiles(), Way::AtOnce);
     platform.SetClock(platform.ClockMs() + ms);
     Answer(DialogAnswer::Word::Yes);  // the previous project
   }
@@ -95,12 +95,6 @@ class ConsoleRig {
 
   ScratchFolder folder;
   std::string file;
-
- private:
-  ReplayFiles quick_;  // real ones that do not wait for the disk
-  FileOps& files_;
-
- public:
   VirtualPlatform platform;
   VirtualSerial serial;
   Program program;
