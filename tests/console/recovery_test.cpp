@@ -183,7 +183,7 @@ TEST(Recovery, TakesAnyFile) {
 int Laps(const std::vector<field::ToldHeat>& heats) {
   int laps = 0;
   for (const auto& heat : heats) {
-    for (const auto& lane : heat.lanes) laps += static_cast<int>(lane.laps.size());
+    for (const auto& [number, lane] : heat.lanes) laps += static_cast<int>(lane.laps.size());
   }
   return laps;
 }
