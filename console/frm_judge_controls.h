@@ -23,7 +23,7 @@ class JudgeControls : public Form {
   Control& mnuPrinterSetup = AddCaptioned(Menu, "mnuPrinterSetup", "&Printer Setup...", &mnuFile);
   Control& mnuAutoPrint = AddCaptioned(Menu, "mnuAutoPrint", "Enable AutoPrint", &mnuFile);
   Control& mnuExit = AddCaptioned(Menu, "mnuExit", "E&xit", &mnuFile);
-  Control& mnuEdit = AddCaptioned(Menu, "mnuEdit", "&Edit");
+  Control& mnuEdit = AddCaptioned(Menu, "mnuEdit", "Ed&it");
   Control& mnuBringBack = AddCaptioned(Menu, "mnuBringBack", "&Bring Back Last Race", &mnuEdit);
   Control& mnuSetRaceInfo = AddCaptioned(Menu, "mnuSetRaceInfo", "&Set Race Info");
   Control& mnuSetEventName = AddCaptioned(Menu, "mnuSetEventName", "Set &Event Name", &mnuSetRaceInfo);
