@@ -1,18 +1,16 @@
 // Any bytes as a session journal: reading ends well or in one clear line, what was read can be written and
 // read again, and a short session runs through the whole console to its end.
 
-#include <unistd.h>
-
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
-#include <filesystem>
 #include <string>
 #include <string_view>
 #include <utility>
 
 #include "journal/journal_text.h"
 #include "replay/replay.h"
+#include "tests/support/scratch_folder.h"
 
 namespace {
 
@@ -30,28 +28,10 @@ void RequireReadsBack(const SessionJournal& journal) {
   Require(!again.cutOff && again.records.size() == journal.records.size());
 }
 
-// A folder for this process; the files in it are replaced again and again.
-class Folder {
- public:
-  Folder() : path_(std::filesystem::temp_directory_path() / ("fuzz_journal-" + std::to_string(::getpid()))) {
-    std::filesystem::create_directories(path_);
-  }
-  ~Folder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
-  }
-  Folder(const Folder&) = delete;
-  Folder& operator=(const Folder&) = delete;
-  std::string operator/(const char* name) const { return (path_ / name).string(); }
-
- private:
-  std::filesystem::path path_;
-};
-
 void Run(SessionJournal journal) {
   constexpr std::int64_t kLongest = 30000;
   if (!journal.records.empty() && journal.records.back().ms > kLongest) return;
-  static const Folder folder;
+  static const quorvane::ScratchFolder folder;  // its files are replaced again and again
   for (JournalRecord& record : journal.records) {
     // Files anywhere on this computer are not to be written.
     if (record.answer.word == quorvane::DialogAnswer::Word::File) record.answer.text = folder / "other.ini";

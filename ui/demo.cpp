@@ -42,8 +42,7 @@ std::string HeatJson(int heat, const RaceRecord& race) {
   return Json{{"heat", heat}, {"lanes", lanes}}.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 
-}  // namespace
-
+// As lines to be read.
 std::string HeatText(int heat, const RaceRecord& race) {
   std::string text = fmt::format("Heat {}\n", heat);
   for (const LaneRecord& lane : race.lanes) {
@@ -54,6 +53,8 @@ std::string HeatText(int heat, const RaceRecord& race) {
   }
   return text;
 }
+
+}  // namespace
 
 Demo::Demo(Program& program, ProgramWindows& windows, std::string folder, int heats)
     : program_(program), windows_(windows), folder_(std::move(folder)), heats_(heats) {}

@@ -39,7 +39,4 @@ class Demo {
   std::ofstream shown_;
 };
 
-// A race as lines to be read.
-std::string HeatText(int heat, const RaceRecord& race);
-
 }  // namespace quorvane

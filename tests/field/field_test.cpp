@@ -5,13 +5,6 @@
 namespace quorvane::field {
 namespace {
 
-TEST(Field, EqualFinalsKeepTheLowerLaneFirst) {
-  std::vector<LaneResult> lanes(3);
-  lanes[0].expected = lanes[2].expected = {9, 18, 27, 36, 45, 54, 63, 72, 81, 90};
-  RankLanes(lanes);
-  EXPECT_EQ(lanes[0].place + " " + lanes[1].place + " " + lanes[2].place, "First  Second");
-}
-
 TEST(Field, TellsWhatTheStationsSawOfARaceThatTheConsoleRuns) {
   Field field({.controlled = true, .silent = {{.station = kDisplay, .from_ms = 20000}}});
   const auto say = [&](std::int64_t ms, const Report& report) {

@@ -3,41 +3,35 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <set>
+#include <tuple>
+
 #include "tests/support/scratch_folder.h"
 
 namespace quorvane {
 namespace {
 
-// What may become of a file, by its content: each column says whether a file of that kind may be put there.
+// What may become of a file, by its content: the kinds that may be put there.
 TEST(OutputGuard, KnowsOurFilesByTheirContentAndKeepsThem) {
-  struct Case {
-    const char* content;
-    FileKind kind;
-    bool project;
-    bool settings;
-    bool journal;
-    bool report;
-  };
-  constexpr Case kCases[] = {
-      {"", FileKind::Empty, true, true, true, true},
-      {"\xEF\xBB\xBF\r\n \t\n", FileKind::Empty, true, true, true, true},
-      {"; a contest\r\n[ cUrrent ] x\r\nTitle=Cup\r\n", FileKind::Project, true, false, false, false},
-      {"notes\r\r[Refly2_Lane1]\r", FileKind::Project, true, false, false, false},
-      {"[General]\n[frmSerialPort]\nMore=1\n", FileKind::Settings, false, true, false, false},
-      {"quorvane-journal 2\n0 start x\n", FileKind::Journal, false, false, false, false},
-      {"[Races]\n[Racer1]\n", FileKind::Ini, false, true, false, true},
-      {"Round,Heat\n[x]\n", FileKind::Other, false, false, false, true},
-      {"{\"races\": [1, 2]}", FileKind::Other, false, false, false, true},
-  };
+  using enum FileKind;
+  const std::tuple<const char*, FileKind, std::set<FileKind>> cases[] = {
+      {"", Empty, {Project, Settings, Journal, Other}},
+      {"\xEF\xBB\xBF\r\n \t\n", Empty, {Project, Settings, Journal, Other}},
+      {"; a contest\r\n[ cUrrent ] x\r\nTitle=Cup\r\n", Project, {Project}},
+      {"notes\r\r[Refly2_Lane1]\r", Project, {Project}},
+      {"[General]\n[frmSerialPort]\nMore=1\n", Settings, {Settings}},
+      {"quorvane-journal 2\n0 start x\n", Journal, {}},
+      {"[Races]\n[Racer1]\n", Ini, {Settings, Other}},
+      {"Round,Heat\n[x]\n", Other, {Other}},
+      {"{\"races\": [1, 2]}", Other, {Other}}};
   const ScratchFolder folder;
   const std::string file = folder / "file";
-  for (const Case& c : kCases) {
-    PutFile(file, c.content);
-    EXPECT_EQ(KindOfFile(file), c.kind) << c.content;
-    EXPECT_EQ(!WhyNotWrite(file, FileKind::Project), c.project) << c.content;
-    EXPECT_EQ(!WhyNotWrite(file, FileKind::Settings), c.settings) << c.content;
-    EXPECT_EQ(!WhyNotWrite(file, FileKind::Journal), c.journal) << c.content;
-    EXPECT_EQ(!WhyNotWrite(file, FileKind::Other), c.report) << c.content;
+  for (const auto& [content, kind, places] : cases) {
+    PutFile(file, content);
+    EXPECT_EQ(KindOfFile(file), kind) << content;
+    for (const FileKind place : {Project, Settings, Journal, Other}) {
+      EXPECT_EQ(!WhyNotWrite(file, place), places.contains(place)) << content;
+    }
   }
 }
 

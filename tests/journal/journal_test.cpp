@@ -1,24 +1,12 @@
-
 #include <gtest/gtest.h>
 
-#include <string>
-
 #include "journal/journal_text.h"
+#include "tests/support/rows.h"
 
 namespace quorvane {
 namespace {
 
 constexpr const char* kHead = "quorvane-journal 1\n0 start 2026-11-21T09:00:00\n0 timers virtual\n0 load\n";
-
-// "line: what was expected", or "" when the text can be read.
-std::string Fault(const std::string& text) {
-  try {
-    ReadJournal(text);
-    return "";
-  } catch (const UnreadableJournal& error) {
-    return std::to_string(error.Line()) + ": " + error.what();
-  }
-}
 
 // Every kind of record as it stands in journals that were recorded long ago.
 TEST(Journal, RecordsAreReadAndWrittenInTheirOldForm) {
@@ -59,34 +47,17 @@ TEST(Journal, ReadsWhatHandsWrite) {
   EXPECT_TRUE(journal.hasEnd);
 }
 
+// What stands after a head, or alone.
 TEST(Journal, NamesTheLineAndWhatWasExpected) {
-  const std::pair<const char*, const char*> kAfterHead[] = {
-      {"5 frobnicate x\n", "5: expected a known verb, found \"frobnicate\""},
-      {"5 key F2\n4 key F2\n", "6: expected a time not before 5 ms, found \"4\""},
-      {"99999999999 end\n", "5: expected a time in whole milliseconds, found \"99999999999\""},
-      {"5 key F13\n", "5: expected a key: F1 to F12, 7, 8, 9 or 0, found \"F13\""},
-      {"5 line 999\n", "5: expected a line error from 1000 up, found \"999\""},
-      {"5 rx 55A\n", "5: expected bytes as pairs of hexadecimal digits, found \"55A\""},
-      {"5 click cmdStart\n", "5: expected a control like frmJudge.cmdStart, found \"cmdStart\""},
-      {"5 click frmJudge.cmdStart twice\n", "5: expected the end of the line, found \"twice\""},
-      {"5 type frmJudge.txtComments \"gusty\n", "5: expected a closing quote, found nothing"},
-      {"5 type frmJudge.txtComments \"a\"b\n", "5: expected a blank after the quote, found \"b\""},
-      {"5 answer text \"\\x\"\n", "5: expected one of \"\\/bfnrtu after a backslash, found \"x\""},
-      {"5 timer frmJudge.tmrTimeTick\n",
-       "5: expected timer records only after \"timers recorded\", found \"timer\""},
-      {"5 ports 32\n", "5: expected port numbers from 1 to 31, found \"32\""},
-      {"5 setting a b \"c\"\n", "5: expected \"setting\" before \"load\", found \"setting\""},
-      {"5 end\n6 key F1\n", "6: expected nothing after the end, found \"6 key F1\""},
-  };
-  for (const auto& [text, fault] : kAfterHead) EXPECT_EQ(Fault(std::string(kHead) + text), fault);
-  const std::string first = "quorvane-journal 1\n";
-  EXPECT_EQ(Fault(""), "1: expected \"quorvane-journal 1\", found nothing");
-  EXPECT_EQ(Fault(first + "0 load\n"),
-            "2: expected \"0 start\" with the date and time first, found \"load\"");
-  EXPECT_EQ(Fault(first + "0 start 2026-02-30T09:00:00\n"),
-            "2: expected a date and time like 2026-11-21T09:00:00, found \"2026-02-30T09:00:00\"");
-  EXPECT_EQ(Fault(first + "0 start 2026-11-21T09:00:00\n0 key F1\n"),
-            "3: expected \"load\" before anything happens, found \"key\"");
+  for (const auto& row : Rows(QUORVANE_TEST_DATA "/journals/faults.json")) {
+    std::string fault;
+    try {
+      ReadJournal((row.size() > 2 ? "" : kHead) + row[0]);
+    } catch (const UnreadableJournal& error) {
+      fault = std::to_string(error.Line()) + ": " + error.what();
+    }
+    EXPECT_EQ(fault, row[1]);
+  }
 }
 
 TEST(Journal, CutOffAnywhereItReadsUpToItsLastWholeLine) {

@@ -13,7 +13,7 @@
 #include <vector>
 
 #include "field/radio.h"
-#include "tests/support/scratch_folder.h"
+#include "tests/support/rows.h"
 
 namespace quorvane {
 namespace {
@@ -41,38 +41,11 @@ Said Call(const std::string& command, const std::string& folder = ".") {
 }
 
 TEST(Programs, RefuseABadCommandLineInOneLine) {
-  const std::pair<std::string, std::vector<std::string>> programs[] = {
-      {"results",
-       {"", "a.ini b.ini", "--format xml a.ini", "--format", "a.ini -o", "--output= a.ini b.ini",
-        "--what a.ini", "-x a.ini", "--bom a.ini", "--bom=1 --format csv a.ini", "--"}},
-      {"replay",
-       {"", "a b", "--state", "--state '' a", "--verify --in-place a", "none", "/tmp", "--state=x"}},
-      {"field",
-       {"--what",
-        "heat",
-        "--seed",
-        "--seed -1",
-        "--mode 7",
-        "--heats 2x",
-        "--count maybe",
-        "--noise nan",
-        "--loss 1.1",
-        "--link ''",
-        "--hold --count off",
-        "--fast --heats 0",
-        "--compare a",
-        "--compare none none",
-        "--starter-at 5",
-        "--fast --controlled",
-        "--silent DS@9-9",
-        "--silent XX@9",
-        "--late P2",
-        "--late P2=x",
-        "--late P2=86400001"}}};
-  for (const auto& [program, lines] : programs) {
-    for (const std::string& line : lines) {
-      const Said said = Call(program + " " + line);
-      EXPECT_EQ(said.status, 2) << program << " " << line;
+  for (const auto& row : Rows(kData + "/programs/refused.json")) {
+    const std::string& program = row[0];
+    for (std::size_t i = 1; i < row.size(); ++i) {
+      const Said said = Call(program + " " + row[i]);
+      EXPECT_EQ(said.status, 2) << program << " " << row[i];
       EXPECT_TRUE(said.text.starts_with("quorvane-" + program + ": ")) << said.text;
       EXPECT_EQ(said.text.find('\n'), said.text.size() - 1) << said.text;
     }

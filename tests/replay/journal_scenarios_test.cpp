@@ -11,6 +11,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <nlohmann/json.hpp>
 #include <sstream>
 
 #include "journal/journal_text.h"
@@ -20,25 +21,13 @@
 namespace quorvane {
 namespace {
 
-std::string PropertyOf(Program& program, const std::string& name) {
-  const std::size_t dot = name.rfind('.');
-  const Control* control = program.door().AllForms().FindControl(name.substr(0, dot));
-  if (control == nullptr) return "no such control";
-  const std::string property = name.substr(dot + 1);
-  if (property == "caption") return control->Caption();
-  if (property == "text") return control->Text();
-  if (property == "tag") return control->Tag();
-  if (property == "value") return std::to_string(control->Value());
-  const bool flag = property == "enabled" ? control->Enabled() : control->Visible();
-  return flag ? "true" : "false";
-}
-
 // What stands where the expectation's first words point to, in front of what they expect.
 std::string Found(Replay& replay, const std::string& expectation, std::string& expected) {
   std::istringstream words(expectation);
   std::string what;
   words >> what;
   if (what == "at") words >> what >> what;
+  nlohmann::json state = nlohmann::json::parse(StateJson(replay));
   std::string found;
   if (what == "box") {
     const auto& shown = replay.platform().shown;
@@ -48,13 +37,15 @@ std::string Found(Replay& replay, const std::string& expectation, std::string& e
   } else if (what == "cuts") {
     int lane = 0;
     words >> lane;
-    found = std::to_string(replay.program().lane(lane - 1).Counts().cutCount);
+    found = state["lanes"][lane - 1]["CutCount"].dump();
   } else if (what.starts_with('[')) {
     std::string key;
     words >> key;
     found = replay.program().project().GetProjectValue(what.substr(1, what.size() - 2), key, "none");
   } else {
-    found = PropertyOf(replay.program(), what);
+    const std::size_t dot = what.rfind('.');
+    const auto& property = state["controls"][what.substr(0, dot)][what.substr(dot + 1)];
+    found = property.is_string() ? property.get<std::string>() : property.dump();
   }
   std::getline(words >> std::ws, expected);
   return found;

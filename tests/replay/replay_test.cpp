@@ -59,7 +59,6 @@ TEST(Replay, OutputsSayWhatHappened) {
       "2500 choose frmJudge.cboRaceMode 3\n2600 type frmJudge.txtComments \"a \\\"b\\\"\"\n3000 end\n");
   const std::pair<std::string, const char*> kParts[] = {
       {StateJson(run.replay), "\"RaceMode\": 3"},
-      {StateJson(run.replay), "\"PylonCuts\": [0,0,0,0]"},
       {StateJson(run.replay), "\"text\":\"a \\\"b\\\"\""},
       {StateJson(run.replay), "\"frmSerialPort.optPort(2)\": {\"caption\":\"COM5\",\"value\":true"},
       {FrameRecords(run.replay.Sent()), "2000 tx 55AAFE00"},

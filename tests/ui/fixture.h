@@ -8,7 +8,6 @@
 #include <QTimer>
 #include <fstream>
 #include <functional>
-#include <iterator>
 #include <memory>
 #include <string>
 #include <type_traits>
@@ -38,11 +37,6 @@ inline void Press(QWidget* widget, int key) {
 
 inline void ClickOn(QWidget* widget) {
   QTest::mouseClick(widget, Qt::LeftButton);
-}
-
-inline std::string BytesOf(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(in), {}};
 }
 
 // The far side of a pseudo-terminal that has a path of its own, as a modem has.

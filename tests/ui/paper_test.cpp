@@ -75,7 +75,7 @@ TEST_F(PaperTest, APdfHasAPageARaceWithTheSameWordsInTheSamePlacesOnAnyPaper) {
 }
 
 TEST_F(PaperTest, TheCommandLineFailsWithAStatusAndLeavesTheProjectAlone) {
-  std::ofstream(InFolder("cup.ini")) << BytesOf(QUORVANE_TEST_DATA "/results/cup.ini");
+  std::ofstream(InFolder("cup.ini")) << FileBytes(QUORVANE_TEST_DATA "/results/cup.ini");
   QFile(Path("empty.ini")).open(QIODevice::WriteOnly);
   settings.SaveSetting("Printer", "Paper", "A4");
   ASSERT_EQ(mkfifo(Path("fifo").toUtf8().constData(), 0600), 0);
@@ -93,10 +93,11 @@ TEST_F(PaperTest, TheCommandLineFailsWithAStatusAndLeavesTheProjectAlone) {
     const CommandLine line = ParseCommandLine({"--print", example.races, InFolder(example.project), "-o",
                                                InFolder(example.output), "--paper", "a4"});
     EXPECT_EQ(PrintReports(line, kImprint, settings).empty(), example.pages > 0) << example.output;
+    if (example.pages == 0) continue;
     EXPECT_EQ(ReadPdf(Path(example.output)).size(), example.pages) << example.races;
   }
   EXPECT_FALSE(QFile::exists(Path("none.pdf")));
-  EXPECT_FALSE(BytesOf(InFolder("cup.ini")).starts_with("%PDF"));
+  EXPECT_FALSE(FileBytes(InFolder("cup.ini")).starts_with("%PDF"));
 }
 
 }  // namespace

@@ -51,7 +51,7 @@ TEST_F(QtPrinterTest, TheConsoleGoesOnWhileAPrinterHangsAndTheRaceIsTheOneThatWa
   ExpectNotice("done 1\nPrinting race 2 ...");
   hanging.release();
   ExpectNotice("done 2");
-  EXPECT_TRUE(BytesOf(path).starts_with("%PDF"));
+  EXPECT_TRUE(FileBytes(path).starts_with("%PDF"));
   Click("frmJudge.lblNotice");
   EXPECT_FALSE(program.judge().lblNotice.Visible());
 }
@@ -111,27 +111,29 @@ TEST_F(QtPrinterTest, PreviewScrollsScalesAndClosesInItsWindow) {
   const auto* page = qobject_cast<QLabel*>(preview.View().widget());
   EXPECT_EQ(page->pixmap().size(), QSize(794, 1122));
   const QSize seen = preview.View().viewport()->size();
-  const QSize tenth(qRound(0.1 * seen.width()), qRound(0.1 * seen.height()));
-  for (const auto& [key, left, top] : {std::tuple(Qt::Key_Up, 0, 0),
-                                       {Qt::Key_Down, 0, tenth.height()},
-                                       {Qt::Key_Right, tenth.width(), tenth.height()},
-                                       {Qt::Key_PageDown, tenth.width(), seen.height()},
-                                       {Qt::Key_Left, 0, seen.height()},
-                                       {Qt::Key_PageUp, 0, tenth.height()}}) {
+  const int tenth = qRound(0.1 * seen.width());
+  for (const auto& [key, left, top] : {std::tuple(Qt::Key_Down, 0, qRound(0.1 * seen.height())),
+                                       {Qt::Key_PageUp, 0, 0},
+                                       {Qt::Key_Right, tenth, 0},
+                                       {Qt::Key_PageDown, tenth, seen.height()}}) {
     Press(preview.focusWidget(), key);
     EXPECT_EQ(-page->x(), left) << key;
     EXPECT_NEAR(-page->y(), top, 1) << key;
   }
   preview.View().verticalScrollBar()->setValue(100000);
   EXPECT_EQ(-page->y(), 1122 - seen.height());
-  QAction* small = preview.Menu().Find(preview.Of().mnuScaleSet[3]);
-  small->trigger();
-  Settle();
-  EXPECT_EQ(page->geometry(), QRect(0, 0, 298, 421));
-  EXPECT_TRUE(small->isChecked());
-  EXPECT_FALSE(preview.Menu().Find(preview.Of().mnuScaleSet[1])->isChecked());
+  for (const auto& [scale, size] : {std::pair(2, QSize(595, 842)), {3, QSize(298, 421)}}) {
+    preview.Menu().Find(preview.Of().mnuScaleSet[scale])->trigger();
+    Settle();
+    EXPECT_EQ(page->geometry(), QRect({0, 0}, size));
+    for (int i = 1; i <= 3; ++i) {
+      EXPECT_EQ(preview.Menu().Find(preview.Of().mnuScaleSet[i])->isChecked(), i == scale);
+    }
+  }
   preview.Menu().Find(preview.Of().mnuFileClose)->trigger();
   EXPECT_FALSE(preview.isVisible());
+  Click("frmJudge.mnuPrintPreview");
+  EXPECT_TRUE(WaitFor([&] { return page->pixmap().width() == 794; }));
 }
 
 TEST_F(QtPrinterTest, SetupKeepsAPrinterThatIsSwitchedOff) {

@@ -69,9 +69,9 @@ TEST_F(RecordingTest, SwitchedOnLateItTellsTheWholeSessionAndItsReplayGivesTheSa
   ASSERT_EQ(Journals().size(), 1);
   EXPECT_TRUE(Journals().front().startsWith("test-20")) << Journals().front().toStdString();
   const std::string journal = InFolder(Journals().front().toStdString());
-  EXPECT_NE(BytesOf(journal).find(" tx 55AA"), std::string::npos);
-  EXPECT_NE(BytesOf(project).find("Timestamp"), std::string::npos);
-  const SessionJournal session = ReadJournal(BytesOf(journal));
+  EXPECT_NE(FileBytes(journal).find(" tx 55AA"), std::string::npos);
+  EXPECT_NE(FileBytes(project).find("Timestamp"), std::string::npos);
+  const SessionJournal session = ReadJournal(FileBytes(journal));
   Replay replay(session, {.verify = true});
   replay.Run();
   const Verdict verdict = Verify(session, replay, "");
@@ -89,9 +89,9 @@ TEST_F(RecordingTest, AfterARestartTheJournalOfTheLostHeatIsKept) {
   Click("frmJudge.mnuRecordSession");
   Click("frmJudge.mnuRecordSession");
   recording.End();
-  EXPECT_EQ(BytesOf(journal), "quorvane-journal 1\n0 start 2026-11-21T09:00:00\n");
-  EXPECT_NE(BytesOf(InFolder("day-2.journal")).find("\n# stopped "), std::string::npos);
-  EXPECT_NE(BytesOf(InFolder("day-3.journal")).find(" end\n"), std::string::npos);
+  EXPECT_EQ(FileBytes(journal), "quorvane-journal 1\n0 start 2026-11-21T09:00:00\n");
+  EXPECT_NE(FileBytes(InFolder("day-2.journal")).find("\n# stopped "), std::string::npos);
+  EXPECT_NE(FileBytes(InFolder("day-3.journal")).find(" end\n"), std::string::npos);
 }
 
 TEST_F(RecordingTest, AFileThatIsNoJournalIsRefusedAndTheRaceGoesOn) {
@@ -102,7 +102,7 @@ TEST_F(RecordingTest, AFileThatIsNoJournalIsRefusedAndTheRaceGoesOn) {
             "Recording stopped: the file may not be replaced, it is a file of another kind");
   EXPECT_FALSE(recording.Recorder().Recording());
   FlyHeat();
-  EXPECT_EQ(BytesOf(notes), "Wind from the west.\n");
+  EXPECT_EQ(FileBytes(notes), "Wind from the west.\n");
 }
 
 }  // namespace
