@@ -10,14 +10,7 @@ constexpr const char* kHead = "quorvane-journal 1\n0 start 2026-11-21T09:00:00\n
 
 // Every kind of record as it stands in journals that were recorded long ago.
 TEST(Journal, RecordsAreReadAndWrittenInTheirOldForm) {
-  const std::string records =
-      "5 ports 1 31\n5 ports\n5 load\n5 key F12\n5 rx 05AF\n5 line 1000\n5 activate frmLane2\n"
-      "5 close frmLane2\n5 resize frmLane2\n5 click frmLane2.lblCut(3)\n5 hover frmLane2.lblCut(3)\n"
-      "5 timer frmLane2.lblCut(3)\n"
-      "5 type frmLane2.lblCut(3) \"\\\"q\\\" \\\\ \\r\\n\\t Zürich \\u0001\\u001F\x7F\xE9\"\n"
-      "5 choose frmLane2.lblCut(3) 7\n5 quit\n6 answer file \"c:\\\\x.ini\"\n6 answer no\n"
-      "7 busy 5 8005 \"Access is \\\"denied\\\"\"\n8 tx 55AA\n8 held \"a b\"\n8 free \"a b\"\n"
-      "8 clock 2028-03-01T00:00:00\n9 end\n";
+  const std::string records = FileBytes(QUORVANE_TEST_DATA "/journals/records.txt");
   const std::string head =
       StartRecords(MomentOf(2028, 2, 29, 23, 59, 1), true) + SettingRecord({"a b", "k", "v \"x\"\r\n"});
   EXPECT_EQ(head,

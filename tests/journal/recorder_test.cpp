@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
-#include <iterator>
 #include <random>
 #include <semaphore>
 #include <set>
@@ -11,6 +10,7 @@
 #include <thread>
 
 #include "base/checked.h"
+#include "base/text.h"
 #include "journal/journal_text.h"
 #include "replay/replay.h"
 #include "tests/support/console_rig.h"
@@ -82,11 +82,11 @@ void LiveThrough(Recorded& session, unsigned seed, int events) {
   const auto pick = [&](std::size_t n) { return static_cast<int>(random() % n); };
   ConsoleRig& rig = session.rig;
   Door& door = rig.program.door();
-  std::istringstream controls(
+  const std::vector<std::string> clicks = Split(
       "frmJudge.cmdStart frmJudge.cmdReset frmJudge.cmdSave frmLane1.cmdLap frmLane2.cmdLap frmLane3.cmdCut "
       "frmJudge.cmdRefly frmJudge.cmdDecHeat frmSerialPort.chkSystemController frmJudge.lblComm "
-      "frmSerialPort.cmdHide frmSerialPort.optPort(1) frmSerialPort.optPort(2) frmJudge.chkSixtySecondCount");
-  const std::vector<std::string> clicks{std::istream_iterator<std::string>(controls), {}};
+      "frmSerialPort.cmdHide frmSerialPort.optPort(1) frmSerialPort.optPort(2) frmJudge.chkSixtySecondCount",
+      ' ');
   static constexpr const char* kKeys[] = {"F1", "F2", "F5", "7"};
   int laps = 0;
   for (int i = 0; i < events; ++i) {

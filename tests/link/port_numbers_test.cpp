@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <tuple>
 
 #include "replay/virtual_platform.h"
 
@@ -11,8 +12,15 @@ namespace {
 
 using Kind = SerialDeviceKind;
 
-SerialDevice Usb(const std::string& identity, const std::string& path = "") {
-  return {identity, Kind::Usb, path.empty() ? "/dev/" + identity : path};
+// "modem", "modem@/dev/ttyUSB0" (USB), "ttyS0" (built in), "/dev/pts/4" (command line).
+SerialDevice Device(const std::string& text) {
+  const std::string identity = text.substr(0, text.find('@'));
+  const bool given = text.starts_with('/'), builtIn = text.starts_with("ttyS");
+  return {identity,
+          given     ? Kind::CommandLine
+          : builtIn ? Kind::BuiltIn
+                    : Kind::Usb,
+          identity != text ? text.substr(text.find('@') + 1) : (given ? "" : "/dev/") + text};
 }
 
 // "1=/dev/ttyS0 2=/dev/ttyS1 ": the devices, with the numbers they get.
@@ -23,39 +31,31 @@ std::string Assigned(const PortAssignments& saved, const std::vector<SerialDevic
   return text;
 }
 
-TEST(PortNumbers, NewDevicesAreNumberedByKindAndNameWhateverTheirOrder) {
-  std::vector<SerialDevice> devices = {{"pts", Kind::CommandLine, "/dev/pts/4"},
-                                       Usb("ftdi-B"),
-                                       {"ttyS10", Kind::BuiltIn, "ttyS10"},
-                                       Usb("ftdi-A"),
-                                       {"ttyS2", Kind::BuiltIn, "ttyS2"}};
-  for (int i = 0; i < 5; ++i) {
-    std::rotate(devices.begin(), devices.begin() + 2, devices.end());
-    EXPECT_EQ(Assigned({}, devices), "1=ttyS2 2=ttyS10 3=ftdi-A 4=ftdi-B 5=pts ");
+TEST(PortNumbers, AreGivenOnceAndKeptWhateverTheOrderOfTheDevices) {
+  const std::tuple<PortAssignments, std::vector<std::string>, const char*> cases[] = {
+      {{}, {"/dev/pts/4", "b", "ttyS10", "a", "ttyS2"}, "1=ttyS2 2=ttyS10 3=a 4=b 5=/dev/pts/4 "},
+      {{{2, "ttyS0"}, {5, "modem"}, {1, "gone"}}, {"new", "modem", "ttyS0"}, "2=ttyS0 3=new 5=modem "},
+      {{}, {"/dev/ttyUSB0", "modem@/dev/ttyUSB0"}, "1=modem "},                    // given, and found as well
+      {{}, {"twin@/dev/ttyUSB1", "twin@/dev/ttyUSB0"}, "1=twin 2=/dev/ttyUSB1 "},  // without serial number
+      {{{4, "modem"}, {9, "modem"}}, {"modem", "a"}, "1=a 4=modem "}};             // edited by hand
+  for (const auto& [saved, texts, numbers] : cases) {
+    std::vector<SerialDevice> devices;
+    std::ranges::transform(texts, std::back_inserter(devices), Device);
+    for (std::size_t i = 0; i < devices.size(); ++i) {
+      std::ranges::rotate(devices, devices.begin() + 1);
+      EXPECT_EQ(Assigned(saved, devices), numbers);
+    }
   }
-}
-
-TEST(PortNumbers, NumbersAreKeptAndGivenOnce) {
-  EXPECT_EQ(Assigned({{2, "ttyS0"}, {5, "modem"}, {1, "gone"}},
-                     {Usb("new"), Usb("modem"), {"ttyS0", Kind::BuiltIn, "ttyS0"}}),
-            "2=ttyS0 3=new 5=modem ");
-  // Listed twice: by the command line too. Twins without a serial number are told apart by path.
-  EXPECT_EQ(Assigned({}, {{"/dev/ttyUSB0", Kind::CommandLine, "/dev/ttyUSB0"}, Usb("modem", "/dev/ttyUSB0")}),
-            "1=modem ");
-  EXPECT_EQ(Assigned({}, {Usb("cheap", "/dev/ttyUSB1"), Usb("cheap", "/dev/ttyUSB0")}),
-            "1=cheap 2=/dev/ttyUSB1 ");
-  // Edited by hand.
-  EXPECT_EQ(Assigned({{4, "modem"}, {9, "modem"}}, {Usb("modem"), Usb("a")}), "1=a 4=modem ");
 }
 
 TEST(PortNumbers, FullListGivesAwayTheHighestAbsentNumber) {
   PortAssignments saved;
-  std::vector<SerialDevice> all = {Usb("new")};
+  std::vector<SerialDevice> all = {Device("new")};
   for (int i = 1; i <= 31; ++i) {
     saved[i] = "d" + std::to_string(i);
-    all.push_back(Usb(saved[i]));
+    all.push_back(Device(saved[i]));
   }
-  EXPECT_EQ(AssignPortNumbers(saved, {Usb("d31"), Usb("new")}).added, (PortAssignments{{30, "new"}}));
+  EXPECT_EQ(AssignPortNumbers(saved, {Device("d31"), Device("new")}).added, (PortAssignments{{30, "new"}}));
   const PortNumbering full = AssignPortNumbers(saved, all);
   EXPECT_EQ(full.devices.size(), 31U);
   EXPECT_TRUE(full.added.empty());

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/print/recording_surface.h"
+#include "tests/support/rows.h"
 
 namespace quorvane {
 namespace {
@@ -14,55 +15,32 @@ struct Grid {
   Sheet sheet{surface};
 };
 
-const std::string kUmlauts = "\xC3\xA4\xC3\xA4\xC3\xA4\xC3\xA4\xC3\xA4\xC3\xA4";  // six
-const std::string kCut = "\xE2\x80\xA6";
+const std::string kData = QUORVANE_TEST_DATA "/print/";
 
+// Text, width, lines.
 TEST(Sheet, WrapsAtBlanksLineEndsAndInsideWordsThatAreTooWide) {
-  const struct {
-    std::string text;
-    std::vector<std::string> lines;
-    double width = 5;
-  } cases[] = {{"", {}},
-               {"a b c d", {"a b c", "d"}},
-               {"  a \t b ", {"a b"}},
-               {"a\r\nb\rc\n\nd\n\n", {"a", "b", "c", "", "d"}},
-               {"abcdefghijkl", {"abcde", "fghij", "kl"}},
-               {"ab cdefghi j", {"ab", "cdefg", "hi j"}},
-               {kUmlauts, {kUmlauts.substr(0, 10), kUmlauts.substr(10)}},
-               {"ab c", {"a", "b", "c"}, 0.5}};  // never less than a character
-  for (const auto& c : cases) {
+  for (const auto& row : Rows(kData + "wrapped.json")) {
     Grid grid;
-    grid.sheet.Wrapped({0, 0, c.width, 100}, c.text, {1, false});
+    grid.sheet.Wrapped({0, 0, std::stod(row[1]), 100}, row[0], {1, false});
     std::vector<std::string> lines;
     for (const auto& word : grid.surface.words) {
       lines.resize(static_cast<std::size_t>(word.ink.top) + 1);
       lines.back() = word.text;
     }
-    EXPECT_EQ(lines, c.lines) << c.text;
+    EXPECT_EQ(lines, std::vector(row.begin() + 2, row.end())) << row[0];
   }
 }
 
+// Text, width, what is shown (nothing at all when empty) and its size.
 TEST(Sheet, ShrinksThenCuts) {
-  const struct {
-    std::string text;
-    double width;
-    std::string shown;  // nothing at all when empty
-    double size;
-  } cases[] = {{"abcd", 8, "abcd", 2},
-               {"abcde", 8, "abcde", 1.6},
-               {"abcdefghijkl", 8, "abcdefg" + kCut, 1},
-               {kUmlauts, 3, kUmlauts.substr(0, 4) + kCut, 1},
-               {" a\r\nb ", 18, "a  b", 2},
-               {"ab", 0.4, "", 0},
-               {" \r\n", 18, "", 0}};
-  for (const auto& c : cases) {
+  for (const auto& row : Rows(kData + "shrunk.json")) {
     Grid grid;
-    grid.sheet.Text({0, 0, c.width, 2}, c.text, {2, false});
+    grid.sheet.Text({0, 0, std::stod(row[1]), 2}, row[0], {2, false});
     const auto& words = grid.surface.words;
-    ASSERT_EQ(words.size(), c.shown.empty() ? 0U : 1U) << c.text;
+    ASSERT_EQ(words.size(), row[2].empty() ? 0U : 1U) << row[0];
     if (words.empty()) continue;
-    EXPECT_EQ(words[0].text, c.shown);
-    EXPECT_NEAR(words[0].font.size, c.size, 0.1) << c.text;
+    EXPECT_EQ(words[0].text, row[2]);
+    EXPECT_NEAR(words[0].font.size, std::stod(row[3]), 0.1) << row[0];
   }
 }
 
@@ -72,7 +50,7 @@ TEST(Sheet, FillsTheBoxMarksWhatIsLeftOutAndMeasuresOnlyWhatFits) {
   grid.sheet.Wrapped({0, 0, 6, 4}, "a b c d e f g h i j k l m n o p q r s t u v w x y z", {2, false});
   const auto& words = grid.surface.words;
   ASSERT_EQ(words.size(), 4U);
-  EXPECT_THAT(words.back().text, testing::EndsWith(kCut));
+  EXPECT_THAT(words.back().text, testing::EndsWith("\xE2\x80\xA6"));
   EXPECT_LE(words.back().ink.Bottom(), 4.0 + 1e-9);
   for (const char filler : {'x', '\n', '\x80'}) {
     grid.surface.measured = 0;

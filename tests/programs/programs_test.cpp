@@ -9,7 +9,6 @@
 #include <cmath>
 #include <cstring>
 #include <thread>
-#include <tuple>
 #include <vector>
 
 #include "field/radio.h"
@@ -79,6 +78,7 @@ TEST(Programs, ResultsGoToAFileOfTheirKindAndReplaceNoOther) {
   EXPECT_NE(Call("results noise.ini", f).text.find("No race has been run."), std::string::npos);
 }
 
+// Arguments, exit status and what is said.
 TEST(Programs, AReplayWritesOverNothingOfItsSession) {
   const ScratchFolder folder;
   const std::string f = folder / "";
@@ -90,21 +90,10 @@ TEST(Programs, AReplayWritesOverNothingOfItsSession) {
       "1000 click frmJudge.mnuSelectFile\n1000 answer file \"" +
           f + "other.ini\"\n2000 end\n");
   PutFile(f + "bad.journal", "quorvane-journal 1\n0 start 2026-11-21T09:00:00\n0 what\n");
-  const std::tuple<std::string, int, std::string> cases[] = {
-      {"--project new.ini --state a --frames b --dialogs c --settings d.ini", 0, ""},
-      {"--project other.ini", 2, "other.ini: it is a file of the session; --in-place writes it all the"},
-      {"--verify", 1, "other.ini: [Current] EventFormat: recorded none, replayed \"Lap"},
-      {"--project other.ini --verify", 1, "different at 1000 ms: "},
-      {"--project none.ini --verify", 2, "none.ini: it is not there, and a comparison writes no project"},
-      {"--state other.ini", 2, "other.ini: it is a file in use"},
-      {"--state day.journal", 2, "day.journal: it is a file in use"},
-      {"--state e --frames e", 2, "e: it is a file in use"},
-      {"--state no/folder", 2, "folder: cannot be written"},
-  };
-  for (const auto& [arguments, status, says] : cases) {
-    const Said said = Call("replay " + arguments + " day.journal", f);
-    EXPECT_EQ(said.status, status) << arguments << "\n" << said.text;
-    EXPECT_NE(said.text.find(says), std::string::npos) << said.text;
+  for (const auto& row : Rows(kData + "/programs/replayed.json")) {
+    const Said said = Call("replay " + row[0] + " day.journal", f);
+    EXPECT_EQ(std::to_string(said.status), row[1]) << row[0] << "\n" << said.text;
+    EXPECT_NE(said.text.find(row[2]), std::string::npos) << said.text;
   }
   EXPECT_NE(FileBytes(f + "a").find("\"EventName\": \"Mine\""), std::string::npos);
   EXPECT_EQ(FileBytes(f + "other.ini"), before);
@@ -116,20 +105,12 @@ TEST(Programs, AReplayWritesOverNothingOfItsSession) {
 // Every byte on the air with its time, and what was flown, as one number: FNV-1a. Whether it is right, the
 // console says, which flies heats of the field in its own tests.
 TEST(Programs, TheSameNumberGivesTheSameHeatsOnEverySystem) {
-  const std::pair<const char*, std::uint64_t> cases[] = {
-      {"--heats 12 --mode all --seed 3", 0x954DDA7E4F4D7781},
-      {"--heats 12 --mode all --seed 4 --count off", 0x4BC070C839AFCEF0},
-      {"--mode all --seed 5 --hold", 0x626E951BDFC697D1},
-      {"--heats 60 --mode all --seed 4294967295 --count off --quick", 0x87D3C3A0030C7B54},
-      {"--mode all --seed 7 --noise 0.08 --loss 0.1 --damage 0.08 --split", 0x2EE86C856AAEA57A},
-      {"--mode all --seed 8 --silent P1@200000 --silent P2@0-400000 --silent TM@90000", 0x94213F4576283622},
-      {"", 0x2C714A498340E466}};
-  for (const auto& [options, course] : cases) {
+  for (const auto& row : Rows(kData + "/programs/courses.json")) {
     std::uint64_t sum = 14695981039346656037U;
-    for (const char c : Call(std::string("field --fast ") + options).text) {
+    for (const char c : Call("field --fast " + row[0]).text) {
       sum = (sum ^ static_cast<std::uint8_t>(c)) * 1099511628211U;
     }
-    EXPECT_EQ(sum, course) << options;
+    EXPECT_EQ(sum, std::stoull(row[1], nullptr, 16)) << row[0];
   }
 }
 
@@ -173,11 +154,9 @@ TEST(Programs, TheCountdownSoundsAtItsMarksAndNowhereElseAndBreaksOffAtZeroWitho
   const std::string bytes = FileBytes(Beside("WarbirdCountdownStart.wav"));
   constexpr std::size_t kRate = 22050;
   ASSERT_EQ(bytes.size(), 44 + 60 * kRate * 2);
-  const std::string head(
-      "RIFF\x14\x60\x28\x00WAVEfmt "
-      "\x10\0\0\0\x01\0\x01\0\x22\x56\0\0\x44\xAC\0\0\x02\0\x10\0data\xF0\x5F\x28\x00",
-      44);
-  EXPECT_EQ(bytes.substr(0, 44), head);
+  EXPECT_EQ(bytes.substr(0, 44), std::string("RIFF\x14\x60\x28\0WAVEfmt \x10\0\0\0\x01\0\x01\0\x22\x56\0\0"
+                                             "\x44\xAC\0\0\x02\0\x10\0data\xF0\x5F\x28\0",
+                                             44));
   std::vector<std::int16_t> sound(60 * kRate);
   std::memcpy(sound.data(), bytes.data() + 44, bytes.size() - 44);
   for (std::size_t tenth = 0; tenth < 600; ++tenth) {

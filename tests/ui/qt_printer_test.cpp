@@ -111,11 +111,11 @@ TEST_F(QtPrinterTest, PreviewScrollsScalesAndClosesInItsWindow) {
   const auto* page = qobject_cast<QLabel*>(preview.View().widget());
   EXPECT_EQ(page->pixmap().size(), QSize(794, 1122));
   const QSize seen = preview.View().viewport()->size();
-  const int tenth = qRound(0.1 * seen.width());
-  for (const auto& [key, left, top] : {std::tuple(Qt::Key_Down, 0, qRound(0.1 * seen.height())),
-                                       {Qt::Key_PageUp, 0, 0},
-                                       {Qt::Key_Right, tenth, 0},
-                                       {Qt::Key_PageDown, tenth, seen.height()}}) {
+  const QSize tenth(qRound(0.1 * seen.width()), qRound(0.1 * seen.height()));
+  for (const auto& [key, left, top] : {std::tuple(Qt::Key_Down, 0, tenth.height()),
+                                       {Qt::Key_Right, tenth.width(), tenth.height()},
+                                       {Qt::Key_PageDown, tenth.width(), seen.height()},
+                                       {Qt::Key_PageUp, tenth.width(), tenth.height()}}) {
     Press(preview.focusWidget(), key);
     EXPECT_EQ(-page->x(), left) << key;
     EXPECT_NEAR(-page->y(), top, 1) << key;
