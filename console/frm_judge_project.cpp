@@ -224,8 +224,7 @@ void frmJudge::ShowOpenProject() {
   if (!race_.AtStake()) OfferSave(false);
 }
 
-// Saving concludes the race: the reset at the end would otherwise find it active and record it a second time.
-// What it writes, and the move to the next race, are one replacement of the file.
+// Saving concludes the race. What it writes, and the move to the next race, are one replacement of the file.
 void frmJudge::cmdSave_Click() {
   if (!race_.Unsaved) return;
   const Project::Group group(project_);
@@ -243,7 +242,7 @@ void frmJudge::cmdSave_Click() {
   txtComments.SetText(kDefaultComments);
   race_.ReflyMode = false;
   OfferSave(false);
-  cmdReset_Click();
+  ReadyForNextRace();
 }
 
 // Places, of which the operator may have given only some, and number, as they are printed and saved.
