@@ -119,7 +119,6 @@ class frmSerialPort : public Form {
   std::string AwaitedShort() const;
 
   // Frames.
-  void MSComm1_OnComm();
   void FrameFound(Found found, const StationMessage& frame);
   void GoodFrame(const StationMessage& frame);
   void HandleFrame(const StationMessage& frame);

@@ -7,9 +7,15 @@
 
 namespace quorvane {
 
+// Bytes that arrive behind a dialog box, while a frame is handled, wait for the outer loop.
 void frmSerialPort::BytesArrived(const std::vector<std::uint8_t>& bytes) {
   MSComm1_.Receive(bytes);
-  MSComm1_OnComm();
+  if (receiving_) return;
+  const Restored busy(receiving_, true);
+  for (auto taken = MSComm1_.Input(); !taken.empty(); taken = MSComm1_.Input()) {
+    counters_.bytesReceived += std::ssize(taken);
+    receiver_.Receive(taken, [this](Found found, const StationMessage& frame) { FrameFound(found, frame); });
+  }
 }
 
 // A modem that was sending already fills the buffers before the console reads them for the first time.
@@ -17,17 +23,6 @@ void frmSerialPort::LineError(int code) {
   ++counters_.lineErrors[code];
   const bool filled = code == kCommOverrun || code == kCommOverflow;
   if (!filled || !receiver_.PortJustOpened()) lblMessage.SetCaption(LineErrorText(code));
-  MSComm1_OnComm();
-}
-
-// Bytes that arrive behind a dialog box, while a frame is handled, wait for the outer loop.
-void frmSerialPort::MSComm1_OnComm() {
-  if (receiving_) return;
-  const Restored busy(receiving_, true);
-  for (auto bytes = MSComm1_.Input(); !bytes.empty(); bytes = MSComm1_.Input()) {
-    counters_.bytesReceived += std::ssize(bytes);
-    receiver_.Receive(bytes, [this](Found found, const StationMessage& frame) { FrameFound(found, frame); });
-  }
 }
 
 void frmSerialPort::FrameFound(Found found, const StationMessage& frame) {
