@@ -77,20 +77,6 @@ bool Project::MayLook() {
   return true;
 }
 
-std::string Project::GetProjectValue(const std::string& section, const std::string& key,
-                                     const std::string& fallback) {
-  return store_->Read(section, key, fallback);
-}
-
-void Project::SetProjectValue(const std::string& section, const std::string& key, const std::string& value) {
-  store_->Write(section, key, value);
-}
-
-std::string Project::ReadProfileString(const std::string& section, const std::string& key,
-                                       const std::string& fallback, const std::string& file) {
-  return ProjectStore(file, files_).Read(section, key, fallback);
-}
-
 std::vector<std::string> Project::TakeMoved() {
   store_->TakeMoved(moved_);
   for (const auto& store : unsaved_) store->TakeMoved(moved_);

@@ -34,11 +34,17 @@ class Project {
   const std::string& OpenProblem() const { return openProblem_; }
 
   std::string GetProjectValue(const std::string& section, const std::string& key,
-                              const std::string& fallback);
-  void SetProjectValue(const std::string& section, const std::string& key, const std::string& value);
+                              const std::string& fallback) {
+    return store_->Read(section, key, fallback);
+  }
+  void SetProjectValue(const std::string& section, const std::string& key, const std::string& value) {
+    store_->Write(section, key, value);
+  }
   // From any file, without opening it as the project.
   std::string ReadProfileString(const std::string& section, const std::string& key,
-                                const std::string& fallback, const std::string& file);
+                                const std::string& fallback, const std::string& file) {
+    return ProjectStore(file, files_).Read(section, key, fallback);
+  }
 
   // False while anything written is not on the disk; Problem() says why, in words for the operator.
   bool Saved() const { return store_->Saved() && unsaved_.empty(); }

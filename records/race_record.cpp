@@ -1,35 +1,23 @@
 #include "records/race_record.h"
 
 #include <algorithm>
-#include <limits>
+#include <utility>
 
 namespace quorvane {
-namespace {
-
-std::optional<std::int32_t> Split(std::int64_t from, std::int32_t to) {
-  const std::int64_t split = to - from;
-  if (split < 1 || split > std::numeric_limits<std::int32_t>::max()) return std::nullopt;
-  return static_cast<std::int32_t>(split);
-}
-
-}  // namespace
 
 std::vector<FlownLap> FlownLaps(const LaneRecord& lane) {
   std::vector<LapRecord> laps = lane.laps;
-  std::stable_sort(laps.begin(), laps.end(),
-                   [](const LapRecord& a, const LapRecord& b) { return a.count < b.count; });
+  std::ranges::stable_sort(laps, {}, &LapRecord::count);
   const int freeLaps = lane.novice ? 1 : 0;
   std::vector<FlownLap> flown;
   for (const LapRecord& lap : laps) {
     const int number = lap.count - freeLaps;
     if (lap.credited || number < 1 || lap.count > lane.lapTarget) continue;
-    FlownLap next{number, lap.time, std::nullopt, lap.finishing};
-    if (number == 1) {
-      next.split = Split(0, lap.time);
-    } else if (!flown.empty() && flown.back().number == number - 1) {
-      next.split = Split(flown.back().time, lap.time);
-    }
-    flown.push_back(next);
+    const FlownLap before = flown.empty() ? FlownLap{.number = 0} : flown.back();
+    const std::int64_t split = std::int64_t{lap.time} - before.time;
+    const bool known = before.number == number - 1 && split >= 1 && std::in_range<std::int32_t>(split);
+    flown.push_back({number, lap.time, std::nullopt, lap.finishing});
+    if (known) flown.back().split = static_cast<std::int32_t>(split);
   }
   return flown;
 }

@@ -77,7 +77,7 @@ inline auto FlyingLanes(const RaceRecord& race) {
 struct FlownLap {
   int number = 1;
   std::int32_t time = 0;
-  std::optional<std::int32_t> split;  // none where the lap before is not known
+  std::optional<std::int32_t> split = {};  // none where the lap before is not known
   bool finishing = false;
 };
 
