@@ -104,7 +104,7 @@ TEST_F(QtPrinterTest, WhatCannotBePrintedOrSavedIsANoticeAndNoDialog) {
 TEST_F(QtPrinterTest, PreviewScrollsScalesAndClosesInItsWindow) {
   SavePrinterChoice(settings, {{}, QPageSize(QPageSize::A4)});
   Click("frmJudge.mnuPrintPreview");
-  PreviewForm& preview = printer.Preview();
+  PreviewWindow& preview = printer.Preview();
   ASSERT_TRUE(WaitFor([&] { return preview.isVisible(); }));
   preview.resize(500, 400);
   Settle();

@@ -52,7 +52,7 @@ class PageView : public QScrollArea {
 
 }  // namespace
 
-PreviewForm::PreviewForm(Platform& platform)
+PreviewWindow::PreviewWindow(Platform& platform)
     : door_(platform),
       preview_(door_.AllForms(),
                [this](float scale) {
@@ -72,11 +72,7 @@ PreviewForm::PreviewForm(Platform& platform)
   door_.SetAfterEvent([this] { Follow(); });
 }
 
-PreviewForm::~PreviewForm() {
-  door_.SetAfterEvent({});
-}
-
-void PreviewForm::Open(const RaceRecord& race, const Imprint& imprint, const QPageSize& paper) {
+void PreviewWindow::Open(const RaceRecord& race, const Imprint& imprint, const QPageSize& paper) {
   full_ = paper.size(QPageSize::Inch) * kPixelsPerInch;
   if (!std::exchange(placed_, true)) place_->Restore(kFirstSize);
   door_.Post([this, race, imprint] {
@@ -92,13 +88,13 @@ void PreviewForm::Open(const RaceRecord& race, const Imprint& imprint, const QPa
   activateWindow();
 }
 
-void PreviewForm::Follow() {
+void PreviewWindow::Follow() {
   setWindowTitle(ToQString(preview_.Caption()));
   menu_->Apply();
   if (preview_.Visible() != isVisible()) setVisible(preview_.Visible());
 }
 
-void PreviewForm::closeEvent(QCloseEvent* event) {
+void PreviewWindow::closeEvent(QCloseEvent* event) {
   event->ignore();
   door_.Enter({.kind = EventKind::Close, .target = preview_.Name()});
 }

@@ -13,10 +13,10 @@ namespace quorvane {
 
 // The window of the print preview. It has a door of its own: nothing that happens in it can touch a race or
 // be held up by one. The report is drawn once each time it is opened; scaling and scrolling only copy that.
-class PreviewForm : public QMainWindow {
+class PreviewWindow : public QMainWindow {
  public:
-  explicit PreviewForm(Platform& platform);
-  ~PreviewForm() override;
+  explicit PreviewWindow(Platform& platform);
+  ~PreviewWindow() override { door_.SetAfterEvent({}); }
 
   // Shows the heat report as that paper would carry it. A preview that is open starts anew.
   void Open(const RaceRecord& race, const Imprint& imprint, const QPageSize& paper);

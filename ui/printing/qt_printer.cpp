@@ -144,14 +144,6 @@ QtHeatPrinter::QtHeatPrinter(Program& program, QWidget* console)
   program_.judge().SetPrinter(this);
 }
 
-QtHeatPrinter::~QtHeatPrinter() {
-  program_.judge().SetPrinter(nullptr);
-}
-
-Imprint QtHeatPrinter::Now() {
-  return {frmAbout::ProgramName(), program_.door().LocalNow()};
-}
-
 void QtHeatPrinter::PrintHeat(const RaceRecord& race) {
   const std::string what = RaceName(race);
   Later(

@@ -48,7 +48,7 @@ class QtHeatPrinter : public QObject, public HeatPrinter {
  public:
   // The console window owns the dialog boxes.
   QtHeatPrinter(Program& program, QWidget* console);
-  ~QtHeatPrinter() override;
+  ~QtHeatPrinter() override { program_.judge().SetPrinter(nullptr); }
 
   void PrintHeat(const RaceRecord& race) override;
   void PreviewHeat(const RaceRecord& race) override;
@@ -59,7 +59,7 @@ class QtHeatPrinter : public QObject, public HeatPrinter {
   // way, and tells of those that did not get there.
   void Finish(int longestMs = 5000);
 
-  PreviewForm& Preview() { return preview_; }
+  PreviewWindow& Preview() { return preview_; }
 
   // Sends one report to the printer. Replaced by tests.
   using Spooler = std::function<PrintOutcome(const PrinterChoice&, const RaceRecord&, const Imprint&)>;
@@ -72,7 +72,7 @@ class QtHeatPrinter : public QObject, public HeatPrinter {
     std::string unknown;  // when the program ends before
   };
 
-  Imprint Now();
+  Imprint Now() { return {frmAbout::ProgramName(), program_.door().LocalNow()}; }
   PrinterChoice Chosen() const { return LoadPrinterChoice(program_.door().System().Settings()); }
   // Says what is being done, does it on the thread, and shows its outcome.
   void Later(WorkThread& thread, const OnItsWay& report, std::function<PrintOutcome()> work);
@@ -81,7 +81,7 @@ class QtHeatPrinter : public QObject, public HeatPrinter {
 
   Program& program_;
   QWidget* console_;
-  PreviewForm preview_;
+  PreviewWindow preview_;
   Spooler spooler_;
   WorkThread printing_;
   WorkThread filing_;  // not behind a print server that hangs
