@@ -127,7 +127,9 @@ class Field {
   void StopRace();
   void EndHeat();
   void Conclude(HeatResult& result);
-  void EndSoon(std::int64_t us);
+  void EndSoon(std::int64_t us) {
+    At(us + 1'000 * kMs, [this] { done_ = true; });
+  }
   std::int64_t RaceTickInterval() const;
   bool Holding(std::int64_t us) const;
   std::int64_t ClockMicros(std::int64_t us) const;

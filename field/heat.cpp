@@ -130,10 +130,6 @@ void Field::Conclude(HeatResult& result) {
   finished_.push_back(result);
 }
 
-void Field::EndSoon(std::int64_t us) {
-  At(us + 1'000 * kMs, [this] { done_ = true; });
-}
-
 // Twice a second; faster while a frame must not be missed.
 std::int64_t Field::RaceTickInterval() const {
   const bool just_started = clock_start_us_ && now_us_ - *clock_start_us_ < 500 * kMs;

@@ -92,10 +92,6 @@ std::vector<Frame> Listen(std::deque<std::uint8_t>& heard, std::span<const std::
   return frames;
 }
 
-bool Line::Happens(double probability) {
-  return static_cast<double>(random_()) / 4294967296.0 < probability;
-}
-
 std::int64_t Line::Take(std::int64_t us) {
   if (Happens(options_.noise)) {
     std::vector<std::uint8_t> bytes(1 + static_cast<std::size_t>(Draw(random_, 8)));

@@ -120,7 +120,7 @@ class Line {
   const LineCounters& counters() const { return counters_; }
 
  private:
-  bool Happens(double probability);
+  bool Happens(double probability) { return static_cast<double>(random_()) / 4294967296.0 < probability; }
 
   LineOptions options_;
   std::mt19937 random_;

@@ -57,14 +57,6 @@ void TimerQueue::Disarm(const Control& timer) {
   std::erase_if(timers_, [&](const auto& entry) { return entry.second == &timer; });
 }
 
-std::optional<std::int64_t> TimerQueue::NextDue() const {
-  return timers_.empty() ? std::nullopt : std::optional(timers_.begin()->first.first);
-}
-
-Control* TimerQueue::NextTimer() const {
-  return timers_.empty() ? nullptr : timers_.begin()->second;
-}
-
 void Forms::Remove(Form& form) {
   std::erase(forms_, &form);
   for (const Control& control : form.Controls()) timers_.Disarm(control);
@@ -73,8 +65,7 @@ void Forms::Remove(Form& form) {
 }
 
 Form* Forms::Find(std::string_view name) const {
-  const auto found =
-      std::find_if(forms_.begin(), forms_.end(), [&](const Form* form) { return form->Name() == name; });
+  const auto found = std::ranges::find(forms_, name, &Form::Name);
   return found == forms_.end() ? nullptr : *found;
 }
 

@@ -17,8 +17,10 @@ class TimerQueue {
   void Arm(Control& timer, std::int64_t now);
   void Disarm(const Control& timer);
 
-  std::optional<std::int64_t> NextDue() const;  // when the first is due; empty when none is armed
-  Control* NextTimer() const;                   // that timer, or null
+  std::optional<std::int64_t> NextDue() const {  // when the first is due; empty when none is armed
+    return timers_.empty() ? std::nullopt : std::optional(timers_.begin()->first.first);
+  }
+  Control* NextTimer() const { return timers_.empty() ? nullptr : timers_.begin()->second; }  // that, or null
   const auto& Armed() const { return timers_; }
 
  private:

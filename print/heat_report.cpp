@@ -194,8 +194,7 @@ void DrawLanes(Sheet& sheet, const RaceRecord& race) {
   const auto columns = static_cast<double>(std::max<std::ptrdiff_t>(3, flying));
   const double width = (Sheet::kInner - kColumnGap * (columns - 1)) / columns;
   double left = Sheet::kLeft;
-  for (const LaneRecord& lane : race.lanes) {
-    if (!lane.flies) continue;
+  for (const LaneRecord& lane : FlyingLanes(race)) {
     LaneColumn{sheet, race, lane, {left, kLanesTop, width, kLaneColumnHeight}}.Draw();
     if (left > Sheet::kLeft) {
       sheet.VerticalRule(left - kColumnGap / 2, kLanesTop, kLanesTop + kLaneColumnHeight);

@@ -115,10 +115,6 @@ Sheet::Sheet(Surface& surface) : surface_(surface) {
   height_ = page.height / unit_;
 }
 
-Box Sheet::At(const Box& box) const {
-  return {X(box.left), Y(box.top), box.width * unit_, box.height * unit_};
-}
-
 void Sheet::Text(const Box& box, std::string_view text, Font font, Align align) {
   std::string line = OnOneLine(text);
   if (line.empty()) return;
@@ -156,18 +152,6 @@ void Sheet::Wrapped(const Box& box, std::string_view text, Font font) {
 
 void Sheet::Caption(const Box& box, std::string_view text, Align align) {
   Text(box, text, {kCaptionSize, false}, align);
-}
-
-void Sheet::HorizontalRule(double left, double right, double y, double thickness) {
-  surface_.Line(X(left), Y(y), X(right), Y(y), thickness * unit_);
-}
-
-void Sheet::VerticalRule(double x, double top, double bottom, double thickness) {
-  surface_.Line(X(x), Y(top), X(x), Y(bottom), thickness * unit_);
-}
-
-void Sheet::Rectangle(const Box& box, std::optional<Color> fill, double outline) {
-  surface_.Rectangle(At(box), fill, outline * unit_);
 }
 
 }  // namespace quorvane

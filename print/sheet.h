@@ -32,9 +32,15 @@ class Sheet {
   // box is broken.
   void Wrapped(const Box& box, std::string_view text, Font font);
   void Caption(const Box& box, std::string_view text, Align align = Align::Left);
-  void HorizontalRule(double left, double right, double y, double thickness = kThin);
-  void VerticalRule(double x, double top, double bottom, double thickness = kThin);
-  void Rectangle(const Box& box, std::optional<Color> fill, double outline);
+  void HorizontalRule(double left, double right, double y, double thickness = kThin) {
+    surface_.Line(X(left), Y(y), X(right), Y(y), thickness * unit_);
+  }
+  void VerticalRule(double x, double top, double bottom, double thickness = kThin) {
+    surface_.Line(X(x), Y(top), X(x), Y(bottom), thickness * unit_);
+  }
+  void Rectangle(const Box& box, std::optional<Color> fill, double outline) {
+    surface_.Rectangle(At(box), fill, outline * unit_);
+  }
 
   static constexpr double kHair = 0.04;
   static constexpr double kThin = 0.1;
@@ -43,7 +49,7 @@ class Sheet {
  private:
   double X(double x) const { return left_ + x * unit_; }
   double Y(double y) const { return top_ + y * unit_; }
-  Box At(const Box& box) const;
+  Box At(const Box& box) const { return {X(box.left), Y(box.top), box.width * unit_, box.height * unit_}; }
 
   Surface& surface_;
   double unit_ = 1;

@@ -36,17 +36,14 @@ Json LaneJson(const LaneRecord& lane) {
 
 std::string HeatJson(int heat, const RaceRecord& race) {
   Json lanes = Json::array();
-  for (const LaneRecord& lane : race.lanes) {
-    if (lane.flies) lanes.push_back(LaneJson(lane));
-  }
+  for (const LaneRecord& lane : FlyingLanes(race)) lanes.push_back(LaneJson(lane));
   return Json{{"heat", heat}, {"lanes", lanes}}.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 
 // As lines to be read.
 std::string HeatText(int heat, const RaceRecord& race) {
   std::string text = fmt::format("Heat {}\n", heat);
-  for (const LaneRecord& lane : race.lanes) {
-    if (!lane.flies) continue;
+  for (const LaneRecord& lane : FlyingLanes(race)) {
     const std::string time = HasResult(lane) ? " in " + FormatSeconds(lane.final) + " s" : "";
     text += fmt::format("  lane {}: {}{}, laps {}, cuts {}\n", lane.lane, lane.placing, time,
                         lane.laps.size(), lane.cuts.size());

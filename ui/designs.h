@@ -6,11 +6,11 @@ namespace quorvane {
 
 inline constexpr Look kButtonLook = Look::Bold | Look::White;
 
-FormDesign ConsoleDesign();       // frmJudge, without its menu bar
-FormDesign LaneDesign(int lane);  // frmLane1..4, lane 1..4
-FormDesign LinkDesign();          // frmSerialPort with its message detail
-int LinkWidthWithoutDetail();
-FormDesign TimerDesign();  // the small forms
+FormDesign ConsoleDesign();              // frmJudge, without its menu bar
+FormDesign LaneDesign(int lane);         // frmLane1..4, lane 1..4
+FormDesign LinkDesign();                 // frmSerialPort with its message detail
+inline constexpr int kNarrowLink = 470;  // its width without that
+FormDesign TimerDesign();                // the small forms
 FormDesign KeyboardDesign();
 FormDesign AboutDesign();
 

@@ -62,10 +62,6 @@ bool EndRequests::eventFilter(QObject* watched, QEvent* event) {
   return true;
 }
 
-void EndRequests::Quit() {
-  program_.door().Enter({.kind = EventKind::Quit});
-}
-
 // The session may still go on afterwards, because another program wants it to: what is finished is saved, as
 // by the button, and the program goes on.
 void EndRequests::SessionEnds(QSessionManager& session) {

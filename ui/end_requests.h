@@ -20,7 +20,7 @@ class EndRequests : public QObject {
 
  private:
   void WatchSignals();
-  void Quit();
+  void Quit() { program_.door().Enter({.kind = EventKind::Quit}); }
   void SessionEnds(QSessionManager& session);
 
   Program& program_;

@@ -6,7 +6,6 @@
 namespace quorvane {
 namespace {
 
-constexpr int kNarrow = 470;
 constexpr int kDetail = 410;
 constexpr int kHeight = 660;
 constexpr Look kTextLook = Look::Left | Look::Top | Look::White;
@@ -48,13 +47,9 @@ void AddStations(std::vector<Place>& places, int top) {
 
 }  // namespace
 
-int LinkWidthWithoutDetail() {
-  return kNarrow;
-}
-
 FormDesign LinkDesign() {
-  constexpr int kRight = kNarrow + kDetail - 10;  // of the detail
-  FormDesign design{.width = kNarrow + kDetail, .height = kHeight, .home = "cmdHide"};
+  constexpr int kRight = kNarrowLink + kDetail - 10;  // of the detail
+  FormDesign design{.width = kNarrowLink + kDetail, .height = kHeight, .home = "cmdHide"};
   design.texts = {{"Serial port of the radio modem", {14, 8, 400, 24}, 12, Look::Left | Look::Bold}};
   AddPorts(design.places);
   design.places.push_back({"lblMessage", {10, 248, 450, 44}, 11, kTextLook | Look::Border, "Message line"});
@@ -64,12 +59,12 @@ FormDesign LinkDesign() {
       {"chkListen", {14, 586, 340, 28}, 12, Look::Left, "Listen Only (Debug Monitor)", 'L'},
       {"cmdHide", {10, 618, 130, 36}, 13, kButtonLook, {}, 'H'},
       {"cmdMore", {394, 618, 66, 36}, 13, kButtonLook, "Message detail"},
-      {"fraMore", {kNarrow, 10, kDetail - 10, kHeight - 20}, 13, kFrameLook, "Message detail"},
-      {"lblMsg", {kNarrow + 8, 40, kDetail - 26, 244}, 11, kTextLook | Look::Fixed, "Message"},
-      {"cmdFreeze", {kNarrow + 8, 286, 110, 32}, 12, kButtonLook},
+      {"fraMore", {kNarrowLink, 10, kDetail - 10, kHeight - 20}, 13, kFrameLook, "Message detail"},
+      {"lblMsg", {kNarrowLink + 8, 40, kDetail - 26, 244}, 11, kTextLook | Look::Fixed, "Message"},
+      {"cmdFreeze", {kNarrowLink + 8, 286, 110, 32}, 12, kButtonLook},
       {"cmdCopyMsg", {kRight - 118, 286, 110, 32}, 12, kButtonLook, "Copy message"},
-      {"fraCounters", {kNarrow + 4, 324, kDetail - 18, 322}, 12, kFrameLook, "Counters"},
-      {"lblCounters", {kNarrow + 12, 348, kDetail - 34, 258}, 11, kTextLook, "Counters since start"},
+      {"fraCounters", {kNarrowLink + 4, 324, kDetail - 18, 322}, 12, kFrameLook, "Counters"},
+      {"lblCounters", {kNarrowLink + 12, 348, kDetail - 34, 258}, 11, kTextLook, "Counters since start"},
       {"cmdCopyCounters", {kRight - 122, 608, 110, 32}, 12, kButtonLook, "Copy counters"}};
   design.places.insert(design.places.end(), rest.begin(), rest.end());
   return design;

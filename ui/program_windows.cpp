@@ -42,8 +42,7 @@ ProgramWindows::ProgramWindows(Program& program, QtPlatform& platform)
     windows_.AddPanel(program.lane(i), LaneDesign(i + 1), console_->View(), IndexedName("fraLane", i),
                       QStringLiteral("Lane %1 ").arg(i + 1));
   }
-  link_ = &windows_.AddWindow(program.link(), LinkDesign(), QSize(LinkWidthWithoutDetail() * 3 / 4, 500),
-                              console_);
+  link_ = &windows_.AddWindow(program.link(), LinkDesign(), QSize(kNarrowLink * 3 / 4, 500), console_);
   AddSmallWindow(program.timer(), TimerDesign());
   AddSmallWindow(program.keyboard(), KeyboardDesign());
   AddSmallWindow(program.about(), AboutDesign());
@@ -71,7 +70,7 @@ void ProgramWindows::Follow() {
   const bool detail = program_.link().fraMore.Visible();
   if (detail != detailShown_) {
     detailShown_ = detail;
-    link_->SetDesignWidth(detail ? link_->View().Design().width : LinkWidthWithoutDetail());
+    link_->SetDesignWidth(detail ? link_->View().Design().width : kNarrowLink);
   }
   windows_.Apply();
   if (!placed_ && console_->isVisible()) PlaceWindows();

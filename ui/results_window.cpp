@@ -124,10 +124,6 @@ ResultsWindow::ResultsWindow(Program& program, const ProgramWindows& windows)
   program_.judge().mnuResults.onClick = [this] { Open(); };
 }
 
-ResultsWindow::~ResultsWindow() {
-  program_.judge().mnuResults.onClick = {};
-}
-
 QWidget* ResultsWindow::NewButtons() {
   auto* row = new QWidget(this);
   auto* layout = new QHBoxLayout(row);
@@ -158,9 +154,7 @@ void ResultsWindow::Open() {
   look_.start();
   Look();
   show();
-  // The platform without a screen has no windows to raise, and would say so every time.
-  if (QGuiApplication::platformName() != QLatin1String("offscreen")) raise();
-  activateWindow();
+  place_->BringForward();
 }
 
 // Beside the window's own work: a disk may take its time.

@@ -23,7 +23,7 @@ class ResultsModel;
 class ResultsWindow : public QWidget {
  public:
   ResultsWindow(Program& program, const ProgramWindows& windows);
-  ~ResultsWindow() override;
+  ~ResultsWindow() override { program_.judge().mnuResults.onClick = {}; }
 
   // Brings it up to date and to the operator.
   void Open();

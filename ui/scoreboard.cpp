@@ -197,10 +197,6 @@ Scoreboard::Scoreboard(Program& program, ProgramWindows& windows)
   program_.judge().mnuScoreboard.onClick = [this] { Open(); };
 }
 
-Scoreboard::~Scoreboard() {
-  program_.judge().mnuScoreboard.onClick = {};
-}
-
 QWidget* Scoreboard::NewBar() {
   auto* bar = new QWidget(this);
   auto* layout = new QHBoxLayout(bar);
@@ -282,10 +278,6 @@ void Scoreboard::Follow() {
 void Scoreboard::keyPressEvent(QKeyEvent* event) {
   if (event->key() != Qt::Key_Escape) return QWidget::keyPressEvent(event);
   isFullScreen() ? SetFullScreen(false) : hide();
-}
-
-void Scoreboard::mouseDoubleClickEvent(QMouseEvent*) {
-  SetFullScreen(!isFullScreen());
 }
 
 }  // namespace quorvane

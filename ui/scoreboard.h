@@ -20,7 +20,7 @@ class ScoreView;
 class Scoreboard : public QWidget {
  public:
   Scoreboard(Program& program, ProgramWindows& windows);
-  ~Scoreboard() override;
+  ~Scoreboard() override { program_.judge().mnuScoreboard.onClick = {}; }
 
   // On the screen that was chosen last, else on one that the console is not on, full screen where there is
   // another one.
@@ -31,7 +31,7 @@ class Scoreboard : public QWidget {
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
-  void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent*) override { SetFullScreen(!isFullScreen()); }
 
  private:
   QWidget* NewBar();

@@ -61,6 +61,12 @@ void WindowPlace::KeepOnScreen() {
   soon_.start();
 }
 
+// A platform without a screen has no windows to raise, and would say so every time.
+void WindowPlace::BringForward() {
+  if (HasScreen(window_)) window_.raise();
+  window_.activateWindow();
+}
+
 void WindowPlace::Keep() {
   if (--looks_ <= 0) soon_.stop();
   if (!window_.isVisible() || window_.isMaximized() || window_.isFullScreen()) return;

@@ -26,6 +26,8 @@ class WindowPlace : public QObject {
   void PutClearOf(const QRect& clock, QSize wanted);
   // After the program has moved the window or changed its size: as soon as its frame is known.
   void KeepOnScreen();
+  // Above the others and with the keyboard.
+  void BringForward();
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;

@@ -46,10 +46,6 @@ FormWindow* Windows::FindWindow(const Form& form) const {
   return view == nullptr ? nullptr : dynamic_cast<FormWindow*>(view->parentWidget());
 }
 
-FormView* Windows::FindView(const Form& form) const {
-  return views_.value(&form);
-}
-
 QWidget* Windows::DialogParent() const {
   // Over a minimised window the box could not be seen, and the console would wait for its answer.
   const auto inSight = [](const FormWindow* window) {
@@ -143,8 +139,7 @@ void Windows::FocusMoved(QWindow* window) {
   }
   if (focusLost_.isValid() && focusLost_.elapsed() > kOnTheWayMs) focused_ = nullptr;
   focusLost_.invalidate();
-  const auto found = std::find_if(windows_.begin(), windows_.end(),
-                                  [&](const auto& w) { return w->windowHandle() == window; });
+  const auto found = std::ranges::find(windows_, window, [](const auto& w) { return w->windowHandle(); });
   FormWindow* from = focused_;
   focused_ = found == windows_.end() ? nullptr : found->get();
   if (focused_ == nullptr || from == focused_) return;

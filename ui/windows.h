@@ -26,7 +26,7 @@ class Windows : public QObject, public ControlObserver {
                      const QString& spoken);
 
   FormWindow* FindWindow(const Form& form) const;
-  FormView* FindView(const Form& form) const;
+  FormView* FindView(const Form& form) const { return views_.value(&form); }
   // The window that a dialog box belongs to; null while none is shown.
   QWidget* DialogParent() const;
 

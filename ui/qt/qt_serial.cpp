@@ -174,8 +174,7 @@ void QtSerial::List() {
   PortNumbering numbering = AssignPortNumbers(saved, list_.List());
   // A device that gave its number to one of the command line keeps it for other days.
   std::erase_if(numbering.added, [&](const auto& added) {
-    return std::any_of(remembered.begin(), remembered.end(),
-                       [&](const auto& known) { return known.second == added.second; });
+    return std::ranges::any_of(remembered, [&](const auto& known) { return known.second == added.second; });
   });
   if (!numbering.added.empty()) SavePortAssignments(settings_, numbering.added);
   devices_ = std::move(numbering.devices);
@@ -187,10 +186,6 @@ std::vector<int> QtSerial::Ports() {
     if (number != failed_) numbers.push_back(number);
   }
   return numbers;
-}
-
-bool QtSerial::DeviceExists(int port) {
-  return Devices().contains(port);
 }
 
 // A QSerialPort begins with 9600 baud, no parity, 8 data bits and 1 stop bit.

@@ -50,7 +50,7 @@ class QtSerial : public SerialControl {
   std::vector<int> Ports();
 
  protected:
-  bool DeviceExists(int port) override;
+  bool DeviceExists(int port) override { return Devices().contains(port); }
   SerialError OpenDevice(int port) override;
   void CloseDevice() override;
   void WriteDevice(const std::vector<std::uint8_t>& bytes) override;

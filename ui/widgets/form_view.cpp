@@ -197,8 +197,7 @@ QRect FormView::RoomUnder(const ControlView& cell, const Stacks& stacks, int wan
   const auto hasMarks = [&](const auto& stack) {
     return stack.first != &cell && ColumnUnder(*stack.first).intersects(twice);
   };
-  const bool free = std::none_of(standing.begin(), standing.end(), inTheWay) &&
-                    std::none_of(stacks.begin(), stacks.end(), hasMarks);
+  const bool free = std::ranges::none_of(standing, inTheWay) && std::ranges::none_of(stacks, hasMarks);
   return wanted > room.height() && free ? twice : room;
 }
 

@@ -37,12 +37,6 @@ void FormWindow::Follow() {
   Activate();
 }
 
-void FormWindow::Activate() {
-  // The platform without a screen has no windows to raise, and would say so every time.
-  if (QGuiApplication::platformName() != QLatin1String("offscreen")) raise();
-  activateWindow();
-}
-
 void FormWindow::SetDesignWidth(int width) {
   const double scale = static_cast<double>(view_->height()) / std::max(1, view_->Design().height);
   view_->SetDesignWidth(width);

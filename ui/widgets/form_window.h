@@ -20,7 +20,7 @@ class FormWindow : public QWidget {
   // Shows the form's caption, and the window exactly while the form is visible.
   void Follow();
   // Above the others and with the keyboard.
-  void Activate();
+  void Activate() { place_->BringForward(); }
   // The form is now designed that wide, at the same scale; the window follows.
   void SetDesignWidth(int width);
   // Whether it opens where the operator has left it, and not where the program would put it.
