@@ -99,12 +99,9 @@ std::vector<std::uint8_t> PseudoTerminal::Read() {
 
 void PseudoTerminal::Wait(std::int64_t ms) const {
   const int timeout = static_cast<int>(std::clamp<std::int64_t>(ms, 0, 1000));
+  const bool connected = Connected();
   pollfd state{master_, POLLIN, 0};
-  if (Connected()) {
-    poll(&state, 1, timeout);
-  } else {
-    poll(nullptr, 0, std::min(timeout, 50));
-  }
+  poll(&state, connected ? 1 : 0, connected ? timeout : std::min(timeout, 50));
 }
 
 }  // namespace quorvane::field
