@@ -12,6 +12,7 @@
 #include <climits>
 #include <cstring>
 #include <filesystem>
+#include <utility>
 
 namespace quorvane::field {
 namespace {
@@ -78,9 +79,13 @@ bool PseudoTerminal::Connected() const {
 
 void PseudoTerminal::Write(std::span<const std::uint8_t> bytes) {
   if (!Connected()) {
-    // What the last reader left behind must not greet the next one.
-    if (was_connected_) tcflush(master_, TCIOFLUSH);
-    was_connected_ = false;
+    // What the last reader left behind must not greet the next one. It waits at both ends of the terminal.
+    if (std::exchange(was_connected_, false)) {
+      tcflush(master_, TCIOFLUSH);
+      const int slave = open(path_.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK);
+      tcflush(slave, TCIFLUSH);
+      close(slave);
+    }
     return;
   }
   was_connected_ = true;
