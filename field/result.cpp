@@ -1,6 +1,7 @@
 #include "field/result.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstdlib>
 #include <nlohmann/json.hpp>
 
@@ -72,8 +73,7 @@ void Learn(StationView& view, const Report& report) {
 
 // How many cuts a judge's two lights show: dark, one, or both for a double cut.
 std::size_t CutsAt(std::uint8_t cuts, int pylon) {
-  const int lights = (cuts >> (2 * (pylon - 1))) & 3;
-  return static_cast<std::size_t>(lights == 3 ? 2 : lights == 0 ? 0 : 1);
+  return static_cast<std::size_t>(std::popcount((unsigned{cuts} >> (2 * (pylon - 1))) & 3U));
 }
 
 }  // namespace

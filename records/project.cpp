@@ -110,16 +110,8 @@ std::string ParentFolder(const std::string& path) {
 }
 
 void MakeFolderPath(const std::string& path) {
-  std::size_t end = 0;
-  while (end < path.size()) {
-    end = path.find_first_of("\\/", end + 1);
-    if (end == std::string::npos) end = path.size();
-    const std::string folder = path.substr(0, end);
-    const bool drive =
-        folder.find_first_of("\\/") == std::string::npos && folder.find(':') != std::string::npos;
-    std::error_code ignored;
-    if (!drive && !FolderExists(folder)) std::filesystem::create_directory(PathOf(folder), ignored);
-  }
+  std::error_code ignored;
+  std::filesystem::create_directories(PathOf(path), ignored);
 }
 
 std::string WithoutExtension(const std::string& path) {

@@ -11,6 +11,7 @@
 #include <QWindow>
 #include <tuple>
 
+#include "tests/support/rows.h"
 #include "tests/ui/fixture.h"
 #include "ui/printing/qt_printer.h"
 #include "ui/results_window.h"
@@ -283,29 +284,14 @@ TEST_F(InputTest, OnlyComingFromAnotherWindowOfTheProgramActivates) {
   EXPECT_EQ(FocusOn(link), "frmSerialPort ");
 }
 
+// Key, its place on the keyboard, whether something is being typed, and the console's key. The French keys
+// for e grave and a grave stand where 7 and 0 are; a server may also number the places in its own way.
 TEST(ConsoleKeyTest, OnlyPlainFunctionKeysAndFourDigitsAreConsoleKeys) {
-  constexpr quint32 kSevensPlace = 16;
-  const std::vector<std::tuple<int, Qt::KeyboardModifiers, quint32, bool, std::string>> cases = {
-      {Qt::Key_F12, Qt::NoModifier, 96, true, "F12"},
-      {Qt::Key_F13, Qt::NoModifier, 0, false, ""},
-      {Qt::Key_F4, Qt::AltModifier, 70, false, ""},
-      {Qt::Key_F5, Qt::ShiftModifier, 71, false, "F5"},
-      {Qt::Key_7, Qt::NoModifier, 0, false, "7"},
-      {Qt::Key_0, Qt::NoModifier, 19, false, "0"},
-      {Qt::Key_0, Qt::NoModifier, 19, true, ""},
-      {Qt::Key_9, Qt::KeypadModifier, 81, false, ""},
-      // French keys for e grave and a grave, the digits of which need Shift.
-      {Qt::Key_Egrave, Qt::NoModifier, kSevensPlace, false, "7"},
-      {Qt::Key_Agrave, Qt::NoModifier, 19, false, "0"},
-      {Qt::Key_Agrave, Qt::NoModifier, 19, true, ""},
-      {Qt::Key_Egrave, Qt::NoModifier, 40, false, ""},
-      {Qt::Key_Egrave, Qt::AltModifier, kSevensPlace, false, ""},
-      {Qt::Key_V, Qt::NoModifier, 17, false, ""},  // a server that numbers the places in its own way
-      {Qt::Key_Tab, Qt::NoModifier, 17, false, ""},
-  };
-  for (const auto& [key, modifiers, place, typing, expected] : cases) {
-    const QKeyEvent press(QEvent::KeyPress, key, modifiers, place, 0, 0);
-    EXPECT_EQ(KeyRouter::ConsoleKey(press, typing), expected) << key << " at " << place;
+  for (const auto& row : Rows(QUORVANE_TEST_DATA "/ui/keys.json")) {
+    const QKeyCombination keys = QKeySequence::fromString(QString::fromStdString(row[0]))[0];
+    const auto place = static_cast<quint32>(std::stoi(row[1]));
+    const QKeyEvent press(QEvent::KeyPress, keys.key(), keys.keyboardModifiers(), place, 0, 0);
+    EXPECT_EQ(KeyRouter::ConsoleKey(press, row[2] == "typing"), row[3]) << row[0] << " at " << place;
   }
 }
 

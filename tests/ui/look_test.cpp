@@ -78,6 +78,15 @@ TEST(MarkPlacesTest, EveryMarkOfAColumnKeepsAPlaceOfItsOwn) {
             std::vector({QRect(100, 76, 57, 32), QRect(100, 108, 57, 32)}));
 }
 
+TEST(MarkPlacesTest, PopUpStaysOnTheFormAndOffTheMark) {
+  for (int left = 0; left <= 943; left += 41) {
+    const QRect mark(left, 76, 57, 22);
+    const QRect popUp = BesideMark(mark, {120, 28}, {1000, 184});
+    EXPECT_TRUE(QRect(0, 0, 1000, 184).contains(popUp));
+    EXPECT_FALSE(popUp.intersects(mark));
+  }
+}
+
 using ScaledFormTest = DoorTest;
 
 TEST_F(ScaledFormTest, SizeAfterManyResizesIsThatOfTheDesign) {

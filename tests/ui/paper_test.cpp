@@ -8,6 +8,7 @@
 #include <map>
 
 #include "tests/print/races.h"
+#include "tests/support/rows.h"
 #include "tests/ui/fixture.h"
 #include "ui/printing/qt_printer.h"
 
@@ -79,22 +80,13 @@ TEST_F(PaperTest, TheCommandLineFailsWithAStatusAndLeavesTheProjectAlone) {
   QFile(Path("empty.ini")).open(QIODevice::WriteOnly);
   settings.SaveSetting("Printer", "Paper", "A4");
   ASSERT_EQ(mkfifo(Path("fifo").toUtf8().constData(), 0600), 0);
-  const struct {
-    const char* races;
-    const char* project;
-    const char* output;
-    std::size_t pages;  // 0: it fails
-  } cases[] = {{"all", "cup.ini", "all.pdf", 3},     {"2,1", "cup.ini", "some.pdf", 2},
-               {"1", "missing.ini", "none.pdf", 0},  {"all", "empty.ini", "none.pdf", 0},
-               {"2,9-10", "cup.ini", "none.pdf", 0}, {"1", "cup.ini", "no/such/folder.pdf", 0},
-               {"1", "cup.ini", "./cup.ini", 0},     {"1", "cup.ini", "fifo", 0},
-               {"1", "cup.ini", "settings.ini", 0}};
-  for (const auto& example : cases) {
-    const CommandLine line = ParseCommandLine({"--print", example.races, InFolder(example.project), "-o",
-                                               InFolder(example.output), "--paper", "a4"});
-    EXPECT_EQ(PrintReports(line, kImprint, settings).empty(), example.pages > 0) << example.output;
-    if (example.pages == 0) continue;
-    EXPECT_EQ(ReadPdf(Path(example.output)).size(), example.pages) << example.races;
+  // Races, project, output and its pages; nothing where it fails.
+  for (const auto& row : Rows(QUORVANE_TEST_DATA "/ui/printed.json")) {
+    const CommandLine line =
+        ParseCommandLine({"--print", row[0], InFolder(row[1]), "-o", InFolder(row[2]), "--paper", "a4"});
+    EXPECT_EQ(PrintReports(line, kImprint, settings).empty(), !row[3].empty()) << row[2];
+    if (row[3].empty()) continue;
+    EXPECT_EQ(std::to_string(ReadPdf(Path(row[2].c_str())).size()), row[3]) << row[0];
   }
   EXPECT_FALSE(QFile::exists(Path("none.pdf")));
   EXPECT_FALSE(FileBytes(InFolder("cup.ini")).starts_with("%PDF"));
