@@ -19,22 +19,23 @@ TEST(Field, TellsWhatTheStationsSawOfARaceThatTheConsoleRuns) {
   laps.lit = {250, 0, 0, 0};
   say(19000, laps);
   race.clock = 71000;
-  race.cuts = {0, 0x44, 0, 0};  // one at pylon 2, one by hand
+  race.cuts = {0, 0x4C, 0, 0};  // two at pylon 2, one by hand
   say(21000, race);
-  race.cuts = {0, 0x04, 0, 0};  // which is withdrawn
+  race.cuts = {0, 0x0C, 0, 0};  // which is withdrawn
   say(21500, race);
   say(22000, {.from = kTimers, .to = kDisplay});
   say(23000, {.from = kStarter, .to = kPylonBox, .mode = 2});
   const auto results = field.TakeResults();
   ASSERT_EQ(results.size(), 1U);
   const std::string told = ToJson(results[0]) + ToJson(field.Heard(), {});
-  for (const char* piece :
-       {R"({"lane":1,"target":10,"laps":[9020],"lights":[250],"cuts":[],"cutBits":0,)",
-        R"({"lane":2,"target":11,"laps":[],"lights":[],"cuts":[{"pylon":2,"time":11000}],"cutBits":4,)",
-        R"("race":{"from":10000,"to":23000,"clock":[59999,71000],"drift":499},)",
-        R"({"station":6,"frames":5,"running":false,"clock":0,"mode":2,"laps":[0,0,0,0],"cuts":[0,0,0,0],)",
-        R"({"station":7,"frames":2,"running":true,"clock":69020,"mode":2,"laps":[1,0,0,0],"cuts":[0,0,0,0],)",
-        R"("control":{"frames":6,"odd":1,"first":10000,"last":23000,"starter":null})"}) {
+  for (
+      const char* piece :
+      {R"({"lane":1,"target":10,"laps":[9020],"lights":[250],"cuts":[],"cutBits":0,)",
+       R"({"lane":2,"target":11,"laps":[],"lights":[],"cuts":[{"pylon":2,"time":11000},{"pylon":2,"time":11000}],"cutBits":12,)",
+       R"("race":{"from":10000,"to":23000,"clock":[59999,71000],"drift":499},)",
+       R"({"station":6,"frames":5,"running":false,"clock":0,"mode":2,"laps":[0,0,0,0],"cuts":[0,0,0,0],)",
+       R"({"station":7,"frames":2,"running":true,"clock":69020,"mode":2,"laps":[1,0,0,0],"cuts":[0,0,0,0],)",
+       R"("control":{"frames":6,"odd":1,"first":10000,"last":23000,"starter":null})"}) {
     EXPECT_NE(told.find(piece), std::string::npos) << piece << "\n" << told;
   }
 }
