@@ -1,5 +1,6 @@
 #include "files/background_files.h"
 
+#include <algorithm>
 #include <chrono>
 #include <condition_variable>
 #include <deque>
@@ -12,7 +13,8 @@ namespace {
 
 constexpr std::size_t kLargest = std::size_t{4} << 20;
 constexpr int kEndMs = 1000;
-constexpr std::chrono::seconds kRetry{1};
+constexpr std::chrono::milliseconds kRetry{1000};
+constexpr std::chrono::milliseconds kNextDisk{20};
 
 std::error_code Replace(FileOps& files, const std::string& path, const std::string& bytes) {
   std::string target;
@@ -54,31 +56,36 @@ struct BackgroundFiles::Writer {
   mutable std::condition_variable changed;
   std::deque<Job> jobs;  // the first one is in hand while `busy`
   std::string problem;
+  unsigned told = 0;  // changes with every new job
   bool busy = false;
   bool started = false;
   bool ends = false;
   bool ended = false;
 };
 
-// A job that fails stays the first, unless a newer content of the same file has come meanwhile.
+// A job that fails waits behind those of other disks, unless a newer content of its file has come meanwhile.
 void BackgroundFiles::Writer::Work() {
   std::unique_lock lock(mutex);
+  std::size_t failures = 0;  // in succession
   while (true) {
     changed.wait(lock, [&] { return ends || !jobs.empty(); });
     if (jobs.empty()) break;
-    const Job job = jobs.front();
+    Job job = jobs.front();
     busy = true;
     lock.unlock();
     const std::error_code error = Put(files, job.path, job.bytes);
     lock.lock();
     busy = false;
-    problem = error ? error.message() : "";
-    const bool newer = jobs.size() > 1 && jobs[1].path == job.path;
-    if (!error || newer) jobs.pop_front();
+    jobs.pop_front();
+    const bool newer = std::ranges::count(jobs, job.path, &Job::path) > 0;
+    if (error && !newer) jobs.push_back(std::move(job));
+    failures = error ? failures + 1 : 0;
+    if (error || jobs.empty()) problem = error ? error.message() : "";
     changed.notify_all();
-    if (!error || newer) continue;
-    if (ends) break;
-    changed.wait_for(lock, kRetry, [&] { return ends || (jobs.size() > 1 && jobs[1].path == job.path); });
+    if (!error) continue;
+    if (ends && failures >= jobs.size()) break;
+    const auto pause = jobs.size() == 1 ? kRetry : kNextDisk;
+    changed.wait_for(lock, pause, [&, seen = told] { return ends || told != seen; });
   }
   ended = true;
   changed.notify_all();
@@ -107,6 +114,7 @@ void BackgroundFiles::Do(const std::string& path, std::optional<std::string> byt
     writer_->problem = error ? error.message() : "";
     return;
   }
+  ++writer_->told;
   auto& jobs = writer_->jobs;
   const bool lastWaits = jobs.size() > (writer_->busy ? 1 : 0);
   if (lastWaits && jobs.back().path == path) jobs.pop_back();

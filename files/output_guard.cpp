@@ -48,6 +48,7 @@ FileKind KindOfSection(std::string_view name, FileKind otherwise) {
   if (EqualsIgnoringCase(name, "Current") || IsNumbered(name, "Race") || IsNumbered(name, "Refly")) {
     return FileKind::Project;
   }
+  if (EqualsIgnoringCase(name, "Running")) return FileKind::KeptRace;
   const bool ours = std::any_of(kSettingsSections.begin(), kSettingsSections.end(),
                                 [&](std::string_view known) { return EqualsIgnoringCase(name, known); });
   return ours ? FileKind::Settings : otherwise;
@@ -58,6 +59,7 @@ constexpr std::array kReasons = {"",
                                  "",
                                  "it is a project file",
                                  "it is a settings file",
+                                 "it keeps a race",
                                  "it is a session journal",
                                  "it is a file of another kind",
                                  "it is a file of another kind",
@@ -103,7 +105,7 @@ std::optional<std::string> WhyNotWrite(const std::string& path, FileKind becomes
   if (std::any_of(inUse.begin(), inUse.end(), isThis)) return "it is a file in use";
   const FileKind kind = KindOfFile(path);
   if (kind == FileKind::Missing || kind == FileKind::Empty) return std::nullopt;
-  if (kind == becomes && kind != FileKind::Journal) return std::nullopt;
+  if (kind == becomes && kind != FileKind::Journal && kind != FileKind::KeptRace) return std::nullopt;
   if (kind == FileKind::Ini && (becomes == FileKind::Settings || becomes == FileKind::Other)) {
     return std::nullopt;
   }
