@@ -1,9 +1,10 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <optional>
-#include <ranges>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -68,9 +69,9 @@ struct RaceRecord {
   std::array<LaneRecord, 4> lanes;
 };
 
-// The lanes that fly in the race's mode.
-inline auto FlyingLanes(const RaceRecord& race) {
-  return race.lanes | std::views::filter(&LaneRecord::flies);
+// The lanes that fly in the race's mode: the first ones.
+inline std::span<const LaneRecord> FlyingLanes(const RaceRecord& race) {
+  return {race.lanes.begin(), std::ranges::find(race.lanes, false, &LaneRecord::flies)};
 }
 
 // A lap as it is listed: numbered as flown, so that a novice's laps run from 1 to 9.
