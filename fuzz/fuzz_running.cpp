@@ -1,5 +1,5 @@
-// Any bytes as the file in which a running race is kept: the console starts, takes up whatever can be meant, flies
-// it to its end, saves it, and what it keeps meanwhile can be taken up again.
+// Any bytes as the file in which a running race is kept: the console starts, takes up whatever can be meant,
+// flies it to its end, saves it, and what it keeps meanwhile can be taken up again.
 
 #include <cstddef>
 #include <cstdint>
