@@ -96,6 +96,8 @@ void frmJudge::HookMenu() {
   mnuTimerSettings.onClick = shows("frmTimer");
   mnuKeyboard.onClick = shows("frmKeyboard");
   mnuAbout.onClick = shows("frmAbout");
+  mnuUndo.onClick = [this] { undo_.Undo(); };
+  mnuRedo.onClick = [this] { undo_.Redo(); };
   mnuBringBack.onClick = [this] { mnuBringBack_Click(); };
   mnuExit.onClick = [this] { CloseRequested(); };
   mnuHeatsPerRound.onClick = [this] { mnuHeatsPerRound_Click(); };
@@ -148,6 +150,7 @@ void frmJudge::EventEnded() {
   }
   lock(txtComments, race_.ReflyMode ? "" : saved);
   cmdRefly.SetEnabled(free && !race_.Unsaved && projectOpen_ && book_.HasTimestamp(race_.RaceNumber));
+  ShowCorrections();
   mnuBringBack.SetEnabled(!race_.AtStake() && !droppedText_.empty());
   lblController.SetVisible(link_.IsControllerMode());
   if (!race_.WaitsForSave()) TakeAwayNotice(Notice::kSaveFirst);

@@ -10,6 +10,7 @@
 #include "console/open_project.h"
 #include "console/running_race.h"
 #include "console/starter.h"
+#include "console/undo.h"
 #include "files/background_files.h"
 #include "forms/door.h"
 #include "lane/frm_lane.h"
@@ -72,6 +73,10 @@ class frmJudge : public JudgeControls, private LaneOwner, public LinkOwner {
   void TakePlace(int lane, int place) override;
   void ResultChanged() override;
   void IssueLapEvent() override { Broadcast(3, 4); }
+  void EnteredByHand(int lane, const std::vector<unsigned>& serials) override {
+    undo_.Entered(lane, serials);
+  }
+  void Corrected(int lane, const Correction& correction) override;
   DialogAnswer Ask(const DialogBox& box) override { return door_.Ask(box); }
   LaneMarking Marking(int lane) const override { return LaneMarkingOf(race_.LaneColorScheme, lane); }
   // LinkOwner
@@ -85,6 +90,9 @@ class frmJudge : public JudgeControls, private LaneOwner, public LinkOwner {
 
   void HookEvents();
   void HookMenu();
+  // Whether the logs of the race that is shown may be put right.
+  bool MayCorrect() const { return race_.AtStake() && !race_.RaceLoaded; }
+  void ShowCorrections();
   void TakeAwayNotice(Notice kind);
   void ShowSaveState();
   std::string LostByClosing() const;
@@ -168,6 +176,7 @@ class frmJudge : public JudgeControls, private LaneOwner, public LinkOwner {
   RaceBook book_{project_, race_};
   ProjectChooser chooser_{door_, race_, project_};
   Starter starter_{race_, clock_, lanes_};
+  UndoStack undo_{lanes_};
 
   bool projectOpen_ = false;
   std::string eventName_;

@@ -24,6 +24,9 @@ class JudgeControls : public Form {
   Control& mnuAutoPrint = AddCaptioned(Menu, "mnuAutoPrint", "Enable AutoPrint", &mnuFile);
   Control& mnuExit = AddCaptioned(Menu, "mnuExit", "E&xit", &mnuFile);
   Control& mnuEdit = AddCaptioned(Menu, "mnuEdit", "Ed&it");
+  Control& mnuUndo = AddCaptioned(Menu, "mnuUndo", "&Undo", &mnuEdit);
+  Control& mnuRedo = AddCaptioned(Menu, "mnuRedo", "&Redo", &mnuEdit);
+  Control& mnuEditLine = AddCaptioned(Menu, "mnuEditLine", "-", &mnuEdit);
   Control& mnuBringBack = AddCaptioned(Menu, "mnuBringBack", "&Bring Back Last Race", &mnuEdit);
   Control& mnuSetRaceInfo = AddCaptioned(Menu, "mnuSetRaceInfo", "&Set Race Info");
   Control& mnuSetEventName = AddCaptioned(Menu, "mnuSetEventName", "Set &Event Name", &mnuSetRaceInfo);

@@ -190,6 +190,7 @@ void frmJudge::InitializeLanes(std::int32_t laneStart) {
 
 void frmJudge::ResetRaceControls(std::int32_t laneStart) {
   ++raceSerial_;
+  undo_.Clear();
   recovered_.clear();
   // A refly stays on the race it repeats; showing that race anew would end the refly.
   if (!race_.ReflyMode) {

@@ -173,6 +173,7 @@ void frmJudge::TakeUp(const KeptRace& kept, const ProfileFile& file) {
   clock_.ResetRaceClock(kept.at.raceTime);
   for (const auto& lane : lanes_) lane->ResumeRace(kRunningSection, Reader(file));
   Lane(3).SetVisible(!race_.IsFaiMode);
+  undo_.ReadLogs();
   RunRace();
   recovered_ = race.recovered.empty() ? "" : race.recovered + "; ";
   if (!inTheAir) {

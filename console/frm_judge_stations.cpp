@@ -37,7 +37,7 @@ void frmJudge::ProcessMessage(const StationMessage& frame) {
   if (frame.From == kTimers || (acknowledges && frame.To == kTimers)) {
     if (!race_.RaceActive) return;
     ForEachLane([&](frmLane& lane, std::size_t i) {
-      if (lane.CanDoLap(frame.Lap[i]) && frame.Lit[i] != 0) lane.DoLap(RaceTime(), frame.Lit[i] * 8);
+      if (frame.Lit[i] != 0) lane.DoStationLap(frame.Lap[i], RaceTime(), frame.Lit[i] * 8);
     });
   } else if (frame.From == kFirstJudge && frame.To == kPylonBox) {
     if (!race_.BeingFlown()) return;
@@ -109,6 +109,7 @@ void frmJudge::FollowStartersClock() {
   const std::int32_t ahead = starter_.ClockAhead();
   clock_.ResetRaceClock(race_.LaneStartOffset);
   ForEachLane([&](frmLane& lane, std::size_t) { lane.AdjustTime(-ahead); });
+  undo_.MoveTimes(-ahead);
   ResultChanged();
   if (std::abs(ahead) > Starter::kNoise && starter_.LapFlown()) {
     ShowNotice("The clock was " + FormatSeconds(std::abs(ahead)) +

@@ -73,6 +73,7 @@ class Door : public EventClock {
   // An error ends the action, and only it, as it does an event. True: no error.
   bool Contain(const std::function<void()>& action);
   void NoteSent(const std::vector<std::uint8_t>& frame) { journal_->Sent(now_, frame); }
+  void NoteCorrected(const std::string& what) { journal_->Corrected(now_, what); }
   void NoteProject(const std::string& path, bool taken) { journal_->ProjectOpened(now_, path, taken); }
 
   int ErrorsContained() const { return errors_; }

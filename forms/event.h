@@ -55,6 +55,8 @@ class Journal {
   virtual void ClockSet(std::int64_t /*ms*/, const LocalDateTime& /*shown*/) {}
   // The computer's own clocks have been looked at, and what follows depends on it.
   virtual void ComputerLooked(std::int64_t /*ms*/, const ComputerTime& /*time*/) {}
+  // An entry of a log has been put right.
+  virtual void Corrected(std::int64_t /*ms*/, const std::string& /*what*/) {}
   // An error has ended what was in hand.
   virtual void Failed(std::int64_t /*ms*/, const std::string& /*error*/) {}
 };

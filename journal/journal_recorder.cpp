@@ -246,6 +246,10 @@ void SessionRecorder::Failed(std::int64_t ms, const std::string& error) {
   Add(fmt::format("# error {} {}\n", ms, JsonString(error)));
 }
 
+void SessionRecorder::Corrected(std::int64_t ms, const std::string& what) {
+  Add(fmt::format("# corrected {} {}\n", ms, JsonString(what)));
+}
+
 void SessionRecorder::ClockSet(std::int64_t ms, const LocalDateTime& shown) {
   AddInput({.kind = Kind::Clock, .ms = ms, .moment = shown});
 }

@@ -66,6 +66,7 @@ class SessionRecorder : public Journal {
   void Sent(std::int64_t ms, const std::vector<std::uint8_t>& frame) override;
   void ProjectOpened(std::int64_t ms, const std::string& path, bool taken) override;
   void Failed(std::int64_t ms, const std::string& error) override;
+  void Corrected(std::int64_t ms, const std::string& what) override;
 
  private:
   void Close();

@@ -80,6 +80,7 @@ void frmLane::InitializeRace(std::int32_t timeBase) {
   doesNotFly_ = timeBase == kDoesNotFly;
   loadedFai_.reset();
   log_.Clear();
+  stationLaps_ = 0;
   SetPosition("");
   RecalculateCuts();
 }
@@ -114,7 +115,7 @@ void frmLane::ShowLoggedLaps() {
     lblLap[cell].SetBackColor(kSilver);
     if (HasCell(cell + 1)) lblLap[cell + 1].SetVisible(true);
   }
-  if (chkNovice.Value() != 0) lblLap[1].SetVisible(false);
+  if (chkNovice.Value() != 0 && !Loaded()) lblLap[1].SetVisible(false);
 }
 
 // The operator's hands are wanted only while no stations report.
@@ -164,6 +165,7 @@ void frmLane::SaveLane(const std::string& section, const KeepValue& keep) const 
   set("Laps", Captions(lblLap, kLastLapCell + 1));
   set("Cuts", Captions(lblCut, std::min<int>(counts_.cutCount, kLastCutMark)));
   for (int i = 0; i < log_.EventCount(); ++i) set("Event" + std::to_string(i), EventText(log_[i]));
+  if (!log_.Corrections().empty()) log_.KeepCorrections(set, false);
 }
 
 void frmLane::LoadLane(const std::string& section, const ReadValue& read) {
@@ -212,6 +214,8 @@ void frmLane::KeepRunning(const std::string& section, const KeepValue& keep) con
   for (std::size_t i = 0; i < MissedPylonTimes_.size(); ++i) {
     set("MissedPylon" + std::to_string(i + 1), MissedPylonTimes_[i]);
   }
+  set("StationLaps", stationLaps_);
+  log_.KeepCorrections([&](const std::string& key, const std::string& text) { keep(lane, key, text); }, true);
 }
 
 void frmLane::ResumeRace(const std::string& section, const ReadValue& read) {
@@ -224,6 +228,7 @@ void frmLane::ResumeRace(const std::string& section, const ReadValue& read) {
   ShowNovice();
   log_.Read(value);
   LastLapTime_ = number("LastLapTime");
+  stationLaps_ = number("StationLaps");
   for (std::size_t i = 0; i < MissedPylonTimes_.size(); ++i) {
     MissedPylonTimes_[i] = number("MissedPylon" + std::to_string(i + 1));
   }

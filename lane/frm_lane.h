@@ -28,6 +28,9 @@ class LaneOwner {
   virtual void TakePlace(int lane, int place) = 0;
   // The lane's result has changed after the race was done: an entry came late, or the operator wrote one.
   virtual void ResultChanged() = 0;
+  // These entries have just been made at the panel or with a key.
+  virtual void EnteredByHand(int lane, const std::vector<unsigned>& serials) = 0;
+  virtual void Corrected(int lane, const Correction& correction) = 0;
   virtual DialogAnswer Ask(const DialogBox& box) = 0;
   virtual LaneMarking Marking(int lane) const = 0;
 };
@@ -76,6 +79,8 @@ class frmLane : public Form {
   void DoLap(std::int32_t time, std::int32_t lockOut);
   // Whether the station, which does not see a novice's free lap, counts one that is not logged yet.
   bool CanDoLap(std::uint8_t stationLaps) const;
+  // A lap of the station, if it can be one.
+  void DoStationLap(std::uint8_t stationLaps, std::int32_t time, std::int32_t lockOut);
   int CountLaps() const { return log_.CountLaps(); }
   bool IsFinished() const;
   bool Loaded() const { return loadedFai_.has_value(); }  // shows a race from the project file
@@ -95,6 +100,15 @@ class frmLane : public Form {
   void cntrCut(int pylon);                                            // 1..3
   void DoTurn(int source, std::int32_t time, std::int32_t interval);  // interval: ms that the turn is shown
   bool CanDoTurn() const;
+
+  // Putting entries of the log right, named by their serials. Counts, cells and result follow, and a lane
+  // that is still flown gets nearly the time of a whole lap from now. An entry that is not there stays so.
+  std::optional<LaneLog::Taken> Strike(unsigned serial, const char* what = "struck");
+  void PutBack(const LaneLog::Taken& taken, const char* what = "redone");
+  std::optional<unsigned> InsertLap(std::int32_t lapTime);  // ms of race time; none: no lap can be there
+  void MoveCut(unsigned serial, int pylon);                 // 1..3
+  // Of the race that the panel shows, until it shows another one.
+  unsigned RaceSerial() const { return raceSerial_; }
 
   // Finish and places.
   std::int32_t GetFinal();  // kNoResult without a result
@@ -174,6 +188,12 @@ class frmLane : public Form {
   void FreezeCell(std::int32_t time);
   void ShowEleventhCell();
   void EnterPanelCut(int missedPylon, bool accepted);
+  void EnterByHand(const std::function<void()>& enter);
+  bool NoviceWithoutLap() const;
+  bool TimedOut() const;
+  void Correct(const std::function<void()>& change);
+  void ShowCorrected(bool timedOut);
+  void ResetLocks(const LaneEvent& struck);
   void RecalculateCuts();
   void HidePopUp();
   void SetStatus(std::string text);
@@ -198,6 +218,7 @@ class frmLane : public Form {
   std::array<std::int32_t, 3> MissedPylonTimes_ = {};
   std::int16_t Turns_ = 0;
   std::int32_t TurnTimerEnd_ = 0;
+  int stationLaps_ = 0;  // that the station had counted when its last lap was taken
 
   std::string status_;
   std::string position_;

@@ -13,7 +13,6 @@ constexpr Color kLapLight = Color::Rgb(0x8080FF);
 constexpr std::int32_t kFirstLapFrom = 5000;
 constexpr std::int32_t kBetweenLaps = 3000;
 constexpr std::int32_t kPanelLockOut = 4000;
-constexpr int kTimersStation = 4;
 constexpr std::int32_t kPanelTurn = 2000;    // ms that a turn of the operator is shown
 constexpr std::int32_t kPreviousLap = 4000;  // so soon after a lap, a cut at pylon 2 or 3 belongs before it
 constexpr std::int32_t kBetweenMissedPylons = 3000;
@@ -59,6 +58,26 @@ void frmLane::DoLap(std::int32_t time, std::int32_t lockOut) {
   EntryMade();
 }
 
+// Notes the entries also when telling others of them fails: they stand.
+void frmLane::EnterByHand(const std::function<void()>& enter) {
+  const unsigned before = log_.LastSerial();
+  const auto note = [&] {
+    log_.MarkByHand(before);
+    std::vector<unsigned> serials;
+    for (const LaneEvent& event : log_.Entries()) {
+      if (event.Serial > before) serials.push_back(event.Serial);
+    }
+    if (!serials.empty()) owner_.EnteredByHand(laneNumber_, serials);
+  };
+  try {
+    enter();
+  } catch (const RunTimeError&) {
+    note();
+    throw;
+  }
+  note();
+}
+
 // Whether the lap after `lap` completed ones has a cell: the eleventh only in a lane that owes it.
 bool frmLane::HasCell(int lap) const {
   return lap < kLastLapCell || (lap == kLastLapCell && counts_.lapTarget > kLastLapCell);
@@ -83,7 +102,17 @@ bool frmLane::CanDoLap(std::uint8_t stationLaps) const {
   const int counted = CountLaps();
   // The station has not seen the lap that a novice is credited with.
   const int freeLaps = chkNovice.Value() != 0 && counted > 0 ? 1 : 0;
-  return counted < stationLaps + freeLaps && !IsFinished() && !tmrLaps.Enabled();
+  // Once the lane's laps have been put right they differ from the station's for good.
+  const bool isNew =
+      log_.Corrections().empty() ? counted < stationLaps + freeLaps : stationLaps > stationLaps_;
+  return isNew && !IsFinished() && !tmrLaps.Enabled();
+}
+
+void frmLane::DoStationLap(std::uint8_t stationLaps, std::int32_t time, std::int32_t lockOut) {
+  if (!CanDoLap(stationLaps)) return;
+  const unsigned before = log_.Revision();
+  DoLap(time, lockOut);
+  if (log_.Revision() != before) stationLaps_ = stationLaps;
 }
 
 bool frmLane::IsFinished() const {
@@ -123,7 +152,7 @@ void frmLane::AdjustTime(std::int32_t by) {
 }
 
 void frmLane::cmdLap_Click() {
-  if (race_.RaceActive) DoLap(owner_.RaceTime(), kPanelLockOut);
+  if (race_.RaceActive) EnterByHand([this] { DoLap(owner_.RaceTime(), kPanelLockOut); });
 }
 
 void frmLane::chkNovice_Click() {
@@ -181,7 +210,7 @@ void frmLane::EnterPanelCut(int missedPylon, bool accepted) {
   MissedPylon_ = missedPylon;
   if (!accepted) return;
   try {
-    DoCut(std::to_string(counts_.cutCount + 1), kPanelSource, owner_.RaceTime());
+    EnterByHand([this] { DoCut(std::to_string(counts_.cutCount + 1), kPanelSource, owner_.RaceTime()); });
   } catch (const RunTimeError&) {
     MissedPylon_ = before;
     throw;
@@ -213,7 +242,7 @@ void frmLane::cmdTurn_Click() {
   if (!race_.RaceActive || !CanDoTurn()) return;
   log_.Require(1);
   MissedPylon_ = 0;
-  DoTurn(kPanelSource, owner_.RaceTime(), kPanelTurn);
+  EnterByHand([this] { DoTurn(kPanelSource, owner_.RaceTime(), kPanelTurn); });
 }
 
 void frmLane::RecalculateCuts() {

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <optional>
+#include <tuple>
 #include <utility>
 
 #include "base/checked.h"
@@ -40,15 +41,24 @@ std::optional<LaneEvent> ReadEvent(const std::string& text) {
 }
 
 // A cut from a judge or the starter belongs to the pylon that its name gives as a number; the names of the
-// station table are no numbers, and then the station itself is the pylon.
+// station table are no numbers, and then the station itself is the pylon, unless the cut was moved.
 std::size_t TallyIndex(const LaneEvent& event) {
   if (event.Source > 3) return 3;
   const std::string& name = event.SourceName;
   if (name.size() == 1 && name[0] >= '0' && name[0] <= '3') return static_cast<std::size_t>(name[0] - '0');
-  return event.Source;
+  return event.Moved ? static_cast<std::size_t>(std::ranges::find(StationCodes, name) - StationCodes.begin())
+                     : event.Source;
 }
 
 }  // namespace
+
+bool LaneEvent::operator==(const LaneEvent& other) const {
+  const auto fields = [](const LaneEvent& event) {
+    return std::tie(event.Count, event.Source, event.Kind, event.SourceName, event.EventTime,
+                    event.FirstReported);
+  };
+  return fields(*this) == fields(other);
+}
 
 LaneEvent Entry(const char* kind, std::int32_t time, int source, int count, int missedPylon) {
   const std::uint8_t from = ToByte(source);
@@ -69,13 +79,19 @@ int LaneLog::CountLaps() const {
 }
 
 void LaneLog::AddEvent(LaneEvent event) {
+  if (event.Serial == 0) event.Serial = serial_ + 1;
+  const unsigned serial = event.Serial;
   Element(events_, count_) = std::move(event);
+  serial_ = std::max(serial_, serial);
   ++count_;
   ++revision_;
 }
 
 void LaneLog::EnterCuts(const CutReport& report) {
-  int have = 0;
+  std::uint8_t noneStruck = 0;
+  std::uint8_t& struck =
+      report.source < 4 ? struckCuts_[static_cast<std::size_t>(report.source)] : noneStruck;
+  int have = struck;
   int lastLapEntry = 0;
   LaneEvent* again = nullptr;
   std::vector<LaneEvent*> excess;
@@ -92,6 +108,7 @@ void LaneLog::EnterCuts(const CutReport& report) {
   Require(missing);
 
   ++revision_;
+  struck = static_cast<std::uint8_t>(std::min<int>(struck, std::max(report.wanted, 0)));
   for (LaneEvent* event : excess) {
     event->Kind = "-C";
     event->EventTime = report.time;
@@ -117,11 +134,14 @@ void LaneLog::MoveTimes(std::int32_t by) {
 
 void LaneLog::Read(const LaneValue& value) {
   const double number = std::nearbyint(LeadingNumber(value("NumEvents")));
+  Clear();
   count_ = static_cast<int>(std::clamp(number, 0.0, double{kSlots}));
-  ++revision_;
   for (int i = 0; i < count_; ++i) {
     if (auto event = ReadEvent(value(fmt::format("Event{}", i)))) Element(events_, i) = *std::move(event);
+    Element(events_, i).Serial = ++serial_;
+    Element(events_, i).ByHand = Element(events_, i).Moved = false;
   }
+  ReadCorrections(value);
 }
 
 // The two recounts of a lane's log.

@@ -14,6 +14,8 @@ namespace quorvane {
 
 // The source of an entry made at the panel.
 inline constexpr int kPanelSource = 254;
+// Of each lap, also of one from the panel.
+inline constexpr int kTimersStation = 4;
 
 // One entry of a lane's event log. Times are ms of race time.
 struct LaneEvent {
@@ -24,12 +26,28 @@ struct LaneEvent {
   std::int32_t EventTime = 0;
   // When a cut was first reported: a withdrawal overwrites EventTime; 0 otherwise.
   std::int32_t FirstReported = 0;
+  // Not among the six fields that the project file keeps.
+  bool ByHand = false;
+  bool Moved = false;   // a judge's cut that has the name of another pylon's judge
+  unsigned Serial = 0;  // of one entry in its log, whatever happens around it; no other one ever has it
 
-  bool operator==(const LaneEvent&) const = default;
+  bool operator==(const LaneEvent& other) const;  // the six fields
 };
 
 // As the project file keeps it: six fields joined by commas.
 std::string EventText(const LaneEvent& event);
+
+// An entry was put right after it had been made.
+struct Correction {
+  std::int32_t time = 0;    // ms of race time; 0 of a race that was saved before
+  std::string what = {};    // "struck", "inserted", "moved", "undone", "redone"
+  std::string by = {};      // who had made the entry: "hand", a station's code, "TM or hand"
+  std::string before = {};  // the entry's text, empty when it was not there
+  std::string after = {};
+
+  bool operator==(const Correction&) const = default;
+};
+std::string CorrectionText(const Correction& correction);  // joined by semicolons
 
 // A new entry, named after its source. OverflowError for a source or a count outside 0..255. An entry of the
 // panel is named after the missed pylon: "ME", "MP1".."MP3".
@@ -48,6 +66,7 @@ struct CutReport {
 
 // The value of a key in the lane's section of a project file, empty when it is not there.
 using LaneValue = std::function<std::string(const std::string& key)>;
+using SetLaneValue = std::function<void(const std::string& key, const std::string& value)>;
 
 // A lane's event log, in order of entry. A full one raises SubscriptError; an error has changed nothing.
 class LaneLog {
@@ -72,16 +91,51 @@ class LaneLog {
 
   void Clear() {  // the slots keep what they hold
     count_ = 0;
+    handKnown_ = true;
+    corrections_.clear();
+    struckCuts_.fill(0);
     ++revision_;
   }
   // The log that a lane's section describes. Its values may be anything: an entry that makes no sense leaves
   // its slot as it is, and there are never more than the log holds.
   void Read(const LaneValue& value);
 
+  // Who made an entry.
+  unsigned LastSerial() const { return serial_; }
+  int Find(unsigned serial) const;   // its index, -1 when it is not there
+  void MarkByHand(unsigned behind);  // the entries with a serial above that
+  std::string MadeBy(const LaneEvent& event) const;
+  int FreeLap() const;  // the index of a novice's free lap, -1 without one
+
+  // Putting right. Each is kept as a correction, made at race time `now` in ms. A lap that goes or comes is
+  // counted in all entries behind it; a novice's free lap stays with whichever lap is the first.
+  struct Taken {
+    LaneEvent event;
+    unsigned before = 0;  // the entry in whose place it stood; 0: it was the last
+  };
+  Taken Strike(int index, std::int32_t now, const char* what);
+  void PutBack(const Taken& taken, std::int32_t now, const char* what, bool withFreeLap);
+  // Returns its serial.
+  unsigned InsertLap(std::int32_t lapTime, std::int32_t now, bool withFreeLap);
+  // To pylon 1..3. A judge's light that reported it goes on belonging to it.
+  void MoveCut(int index, int pylon, std::int32_t now);
+  const std::vector<Correction>& Corrections() const { return corrections_; }
+  // "Corrections", "Correction0"..., "ByHand"; and for a race that goes on, what the stations' lights still
+  // say of cuts that were struck.
+  void KeepCorrections(const SetLaneValue& set, bool raceGoesOn) const;
+
  private:
+  void ReadCorrections(const LaneValue& value);
+  void Edit(bool withFreeLap, const std::function<void(std::vector<LaneEvent>&)>& edit);
+  void Record(std::int32_t now, const char* what, const LaneEvent& of, std::string before, std::string after);
+
   std::array<LaneEvent, kSlots> events_;
   int count_ = 0;
   unsigned revision_ = 0;
+  unsigned serial_ = 0;
+  bool handKnown_ = true;  // false: read from a file that does not say which entries were made by hand
+  std::vector<Correction> corrections_;
+  std::array<std::uint8_t, 4> struckCuts_ = {};  // that a judge or the starter reports and that do not count
 };
 
 using PylonTally = std::array<std::int16_t, 4>;  // pylons 1..3, then cuts from any other source

@@ -60,14 +60,6 @@ void AddLap(LaneRecord& lane, const LaneEvent& event) {
   lane.laps.push_back({event.Count, event.EventTime});
 }
 
-// A novice's log begins with two laps of the same moment, the first one free.
-bool BeginsWithFreeLap(const LaneLog& log) {
-  std::vector<LaneEvent> laps;
-  std::ranges::copy_if(log.Entries(), std::back_inserter(laps), [](const auto& e) { return e.Kind == "L"; });
-  return laps.size() >= 2 && laps[0].Count == 1 && laps[1].Count == 2 &&
-         laps[0].EventTime == laps[1].EventTime;
-}
-
 // What "Current" says holds for a race that has not run; one that has run kept its own heat and round.
 RaceRecord ReadHeader(const ProjectSource& project, int race, int refly) {
   const std::string section = SectionOf(race, refly);
@@ -182,7 +174,7 @@ void ReadLane(LaneRecord& lane, const LaneLog& log, int mode) {
   const bool hasResult = count.laps >= count.lapTarget && count.cutsBeforeFinish < 2;
   lane.final = hasResult ? count.finalTime : kNoResult;
   lane.lapTarget = count.lapTarget;
-  lane.novice = BeginsWithFreeLap(log);
+  lane.novice = log.FreeLap() >= 0;
   for (const LaneEvent& event : log.Entries()) {
     if (event.Kind == "L") AddLap(lane, event);
     if (event.Kind == "C") lane.cuts.push_back({event.SourceName, event.EventTime, event.Count});

@@ -49,7 +49,10 @@ std::vector<Place> LinkRow() {
 }  // namespace
 
 FormDesign ConsoleDesign() {
-  FormDesign design{.width = 1280, .height = 772, .home = "lblStatus"};
+  FormDesign design{.width = 1280,
+                    .height = 772,
+                    .shortcuts = {{"mnuUndo", "Ctrl+Z"}, {"mnuRedo", "Ctrl+Y"}},
+                    .home = "lblStatus"};
   const Look clock = Look::Bold | Look::Heavy | Look::Focusable;
   design.places = {{"lblStatus", {kLeft, 10, kColumn, 128}, 64, clock, "Race clock"},
                    {"lblNotSaved", {kLeft, 142, kColumn, 30}, 15, Look::Bold | Look::Border, "Warning"}};

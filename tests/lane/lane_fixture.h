@@ -27,6 +27,7 @@ struct FakeOwner : LaneOwner {
   bool failing = false;  // broadcasts raise an error
   std::string calls;     // what the lane has asked for
   DialogAnswer answer;
+  std::vector<unsigned> byHand;
   std::function<void()> whileAsking;
   std::map<std::pair<std::string, std::string>, std::string> values;
 
@@ -41,6 +42,8 @@ struct FakeOwner : LaneOwner {
   void SetOrder(int place) override { Call("SetOrder " + std::to_string(place)); }
   void TakePlace(int, int place) override { Call("TakePlace " + std::to_string(place)); }
   void ResultChanged() override { Call("ResultChanged"); }
+  void EnteredByHand(int, const std::vector<unsigned>& serials) override { byHand = serials; }
+  void Corrected(int, const Correction& c) override { Call("Corrected " + CorrectionText(c)); }
   DialogAnswer Ask(const DialogBox& box) override {
     Call("Ask " + box.title + ", " + box.text + ", \"" + box.preset + "\"");
     if (whileAsking) whileAsking();
@@ -63,6 +66,8 @@ struct LaneRig {
   RaceState race;
   FakeOwner owner;
   frmLane lane{forms, race, owner, 1};
+
+  LaneLog::Taken taken;
 
   LaneRig() { lane.InitializeRace(0); }
 
@@ -101,6 +106,14 @@ struct LaneRig {
         {"cut", [&] { lane.cmdCut.onClick(); }},
         {"turn", [&] { lane.cmdTurn.onClick(); }},
         {"key", [&] { lane.cntrCut(n); }},
+        {"strike", [&] { lane.Strike(lane.Events()[n].Serial); }},
+        {"undo", [&] { taken = lane.Strike(owner.byHand.back(), "undone").value(); }},
+        {"redo", [&] { lane.PutBack(taken); }},
+        {"insert", [&] { lane.InsertLap(n); }},
+        {"move", [&] { lane.MoveCut(lane.Events()[n / 10].Serial, n % 10); }},
+        {"station", [&] { lane.DoStationLap(static_cast<std::uint8_t>(n), now, 400); }},
+        {"keep", [&] { lane.KeepRunning("Running", owner.keep); }},
+        {"resume", [&] { lane.ResumeRace("Running", owner.read); }},
         {"tick", [&] { lane.UpdateLapTime(now); }},
         {"at", [&] { At(n); }},
         {"adjust", [&] { lane.AdjustTime(n); }},

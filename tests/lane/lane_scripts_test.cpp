@@ -28,7 +28,7 @@ std::string Played(LaneRig& rig, const std::string& steps) {
   for (const auto& [name, text] : before) {
     if (!after.contains(name)) told += "  " + name + " is gone\n";
   }
-  if (steps == "save1") {
+  if (steps == "save1" || steps == "keep") {
     for (const auto& [key, value] : rig.owner.values) told += "  " + key.second + "=" + value + "\n";
   }
   return told;
@@ -44,7 +44,8 @@ TEST_P(LaneScripts, DoWhatTheySay) {
       [&](const std::string& line) { return Played(*rig, line); });
 }
 
-INSTANTIATE_TEST_SUITE_P(All, LaneScripts, testing::Values("laps", "cuts", "finish", "records"));
+INSTANTIATE_TEST_SUITE_P(All, LaneScripts,
+                         testing::Values("laps", "corrections", "cuts", "finish", "records"));
 
 }  // namespace
 }  // namespace quorvane

@@ -11,6 +11,26 @@
 
 namespace quorvane {
 
+namespace {
+
+// A text box in which nothing has been typed has nothing to take back: the keys for that are the race's.
+bool LeavesUndo(QKeyEvent& press, const QWidget& widget) {
+  const bool undo = press.matches(QKeySequence::Undo);
+  if (!undo && !press.matches(QKeySequence::Redo)) return false;
+  bool typed = false;
+  if (const auto* line = qobject_cast<const QLineEdit*>(&widget)) {
+    typed = line->isUndoAvailable() || line->isRedoAvailable();
+  } else if (const auto* lines = qobject_cast<const QPlainTextEdit*>(&widget)) {
+    typed = lines->document()->isUndoAvailable() || lines->document()->isRedoAvailable();
+  } else {
+    return false;
+  }
+  if (!typed) press.ignore();
+  return !typed;
+}
+
+}  // namespace
+
 ControlView::ControlView(const Part& part, QWidget* widget, Roles roles)
     : at(part.place.rect), part_(part), widget_(widget), roles_(roles) {
   widget_->setObjectName(QString::fromStdString(Of().FullName()));
@@ -107,6 +127,8 @@ bool ControlView::eventFilter(QObject*, QEvent* event) {
       if (arrived_) QTimer::singleShot(0, this, [this] { SelectOnArrival(); });
       break;
     }
+    case QEvent::ShortcutOverride:
+      return LeavesUndo(*static_cast<QKeyEvent*>(event), *widget_);
     case QEvent::KeyPress:
       SelectOnArrival();  // before the key, or the selection would swallow what it types
       return TakesKey(*static_cast<QKeyEvent*>(event));

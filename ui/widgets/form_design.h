@@ -2,6 +2,7 @@
 
 #include <QRect>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace quorvane {
@@ -74,6 +75,8 @@ struct FormDesign {
   int height = 0;
   std::vector<Place> places = {};
   std::vector<StaticText> texts = {};
+  // Menu entries, by name, with the keys that choose them: "Ctrl+Z".
+  std::vector<std::pair<std::string, std::string>> shortcuts = {};
   std::string home = {};  // the control that has the focus when none of the others can have it
   // Controls that stack under their anchor find room from stackTop down to stackBottom, or to what is shown
   // there.

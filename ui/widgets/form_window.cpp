@@ -18,6 +18,9 @@ FormWindow::FormWindow(Form& form, FormDesign design, Door& door, QSize minimum,
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(view_);
   layout->setMenuBar(menu_);
+  for (const auto& [entry, keys] : view_->Design().shortcuts) {
+    menu_->SetShortcut(*form.Find(entry), QString::fromStdString(keys));
+  }
   menu_->setHidden(menu_->actions().isEmpty());
   place_ = new WindowPlace(*this, door.System().Settings(), form.Name(), minimum);
   RingFocus(*this);

@@ -35,6 +35,12 @@ void MenuView::Add(const Control& control) {
   entries_.insert(&control, entry);
 }
 
+void MenuView::SetShortcut(const Control& control, const QString& keys) {
+  QAction* entry = Find(control);
+  entry->setShortcut(QKeySequence(keys));
+  entry->setAutoRepeat(false);
+}
+
 void MenuView::Apply() {
   for (const auto [control, entry] : entries_.asKeyValueRange()) {
     entry->setText(ToQString(control->Caption()));

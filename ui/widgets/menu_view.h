@@ -13,6 +13,8 @@ class MenuView : public QMenuBar {
   MenuView(const Form& form, Door& door, QWidget* parent);
 
   void Apply();
+  // Keys that choose the entry from anywhere in the window. Held down they choose it once.
+  void SetShortcut(const Control& control, const QString& keys);
   QAction* Find(const Control& control) const { return entries_.value(&control); }
 
  private:

@@ -1,0 +1,23 @@
+// Putting right what was entered, while the race is flown and until it is saved.
+
+#include <fmt/format.h>
+
+#include "console/frm_judge.h"
+
+namespace quorvane {
+
+void frmJudge::Corrected(int lane, const Correction& correction) {
+  door_.NoteCorrected(fmt::format("lane {}: {}", lane, CorrectionText(correction)));
+}
+
+void frmJudge::ShowCorrections() {
+  const auto offer = [](Control& entry, const std::string& word, const std::string& what) {
+    entry.SetCaption(what.empty() ? word : word + " " + what);
+    entry.SetEnabled(!what.empty());
+  };
+  const bool may = MayCorrect();
+  offer(mnuUndo, "&Undo", may ? undo_.UndoText() : "");
+  offer(mnuRedo, "&Redo", may ? undo_.RedoText() : "");
+}
+
+}  // namespace quorvane

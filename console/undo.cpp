@@ -1,0 +1,139 @@
+#include "console/undo.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <map>
+#include <utility>
+
+#include "base/checked.h"
+
+namespace quorvane {
+namespace {
+
+std::string What(const frmLane& lane, const LaneEvent& event) {
+  if (event.Kind == "T") return "turn";
+  if (event.Kind == "L") {
+    const bool novice = lane.Loaded() ? lane.Events().FreeLap() >= 0 : lane.chkNovice.Value() != 0;
+    return fmt::format("lap {}", event.Count - (novice ? 1 : 0));
+  }
+  return event.SourceName == "ME" ? "cut" : "cut " + event.SourceName;
+}
+
+}  // namespace
+
+void UndoStack::Entered(int lane, std::vector<unsigned> serials) {
+  Add({lane, false, std::move(serials)});
+}
+
+void UndoStack::Struck(int lane, const LaneLog::Taken& taken) {
+  Add({lane, true, {taken.event.Serial}, {taken}});
+}
+
+void UndoStack::Add(Step step) {
+  done_.push_back(std::move(step));
+  undone_.clear();
+}
+
+void UndoStack::Clear() {
+  done_.clear();
+  undone_.clear();
+}
+
+void UndoStack::ReadLogs() {
+  Clear();
+  std::multimap<std::int32_t, Step> steps;
+  int number = 0;
+  for (const auto& lane : lanes_) {
+    ++number;
+    for (const LaneEvent& event : lane->Events().Entries()) {
+      if (event.ByHand) steps.emplace(event.EventTime, Step{number, false, {event.Serial}});
+    }
+  }
+  for (auto& [time, step] : steps) done_.push_back(std::move(step));
+}
+
+void UndoStack::MoveTimes(std::int32_t by) {
+  for (Steps* steps : {&done_, &undone_}) {
+    for (Step& step : *steps) {
+      for (LaneLog::Taken& taken : step.taken) taken.event.EventTime = AddLong(taken.event.EventTime, by);
+    }
+  }
+}
+
+// The log of a novice's lane has a free lap for the first one: it goes with that.
+bool UndoStack::Stands(const Step& step) const {
+  const LaneLog& log = Lane(step).Events();
+  return std::ranges::any_of(step.serials, [&](unsigned serial) {
+    const int at = log.Find(serial);
+    return at >= 0 && at != log.FreeLap() && log[at].Kind != "-C";
+  });
+}
+
+bool UndoStack::IsAway(const Step& step) const {
+  return std::ranges::none_of(
+      step.taken, [&](const auto& taken) { return Lane(step).Events().Find(taken.event.Serial) >= 0; });
+}
+
+void UndoStack::Prune() {
+  const auto trim = [](Steps& steps, const auto& good) {
+    while (!steps.empty() && !good(steps.back())) steps.pop_back();
+  };
+  trim(done_, [this](const Step& step) { return step.struck ? IsAway(step) : Stands(step); });
+  trim(undone_, [this](const Step& step) { return step.struck ? Stands(step) : IsAway(step); });
+}
+
+std::string UndoStack::Text(const Step& step) const {
+  const frmLane& lane = Lane(step);
+  LaneEvent event;
+  if (!step.taken.empty()) {
+    event = step.taken.front().event;
+  } else if (const int at = lane.Events().Find(step.serials.back()); at >= 0) {
+    event = lane.Events()[at];
+  }
+  return fmt::format("{}{}, lane {}", step.struck ? "strike of " : "", What(lane, event), step.lane);
+}
+
+std::string UndoStack::UndoText() {
+  Prune();
+  return done_.empty() ? "" : Text(done_.back());
+}
+
+std::string UndoStack::RedoText() {
+  Prune();
+  return undone_.empty() ? "" : Text(undone_.back());
+}
+
+void UndoStack::Take(Step& step, const char* what) const {
+  step.taken.clear();
+  for (auto serial = step.serials.rbegin(); serial != step.serials.rend(); ++serial) {
+    if (auto taken = Lane(step).Strike(*serial, what)) step.taken.push_back(*std::move(taken));
+  }
+}
+
+void UndoStack::Put(Step& step, const char* what) const {
+  for (auto taken = step.taken.rbegin(); taken != step.taken.rend(); ++taken) {
+    Lane(step).PutBack(*taken, what);
+  }
+  step.taken.clear();
+}
+
+void UndoStack::Undo() {
+  Prune();
+  if (done_.empty()) return;
+  Step& step = done_.back();
+  step.struck ? Put(step, "undone") : Take(step, "undone");
+  undone_.push_back(std::move(step));
+  done_.pop_back();
+}
+
+void UndoStack::Redo() {
+  Prune();
+  if (undone_.empty()) return;
+  Step& step = undone_.back();
+  step.struck ? Take(step, "redone") : Put(step, "redone");
+  done_.push_back(std::move(step));
+  undone_.pop_back();
+}
+
+}  // namespace quorvane

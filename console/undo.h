@@ -1,0 +1,53 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "console/starter.h"
+
+namespace quorvane {
+
+// What the operator's hands have done to the logs of the race on the console, in order: entries made and
+// entries struck. The last of it can be taken back, and put in force again. What a station has taken back
+// since is passed over.
+class UndoStack {
+ public:
+  explicit UndoStack(const LanePanels& lanes) : lanes_(lanes) {}
+
+  void Entered(int lane, std::vector<unsigned> serials);  // lanes 1..4
+  void Struck(int lane, const LaneLog::Taken& taken);
+  void Clear();                     // another race is on the console
+  void ReadLogs();                  // a recovered one: its logs say what was entered by hand
+  void MoveTimes(std::int32_t by);  // the race clock has been moved by so many ms
+
+  // "lap 5, lane 2": what the next one is about; empty when there is none.
+  std::string UndoText();
+  std::string RedoText();
+  void Undo();
+  void Redo();
+
+ private:
+  struct Step {
+    int lane = 1;
+    bool struck = false;  // it took entries away
+    std::vector<unsigned> serials = {};
+    std::vector<LaneLog::Taken> taken = {};  // those that are not in the log now, in the order of being taken
+  };
+  using Steps = std::vector<Step>;
+
+  frmLane& Lane(const Step& step) const { return *lanes_[static_cast<std::size_t>(step.lane - 1)]; }
+  void Add(Step step);
+  bool Stands(const Step& step) const;
+  bool IsAway(const Step& step) const;
+  std::string Text(const Step& step) const;
+  void Take(Step& step, const char* what) const;
+  void Put(Step& step, const char* what) const;
+  void Prune();
+
+  const LanePanels& lanes_;
+  Steps done_;
+  Steps undone_;
+};
+
+}  // namespace quorvane
