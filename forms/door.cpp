@@ -64,7 +64,7 @@ ComputerTime Door::ComputerNow() {
 }
 
 ComputerTime Door::LookAtComputer() {
-  const ComputerTime time = ComputerNow();
+  ComputerTime time = ComputerNow();
   journal_->ComputerLooked(now_, time);
   return time;
 }

@@ -121,7 +121,7 @@ std::optional<std::string> WhyNotProject(const Command& command, const std::vect
   const std::string& path = command.project;
   const bool exists = KindOfFile(path) != FileKind::Missing;
   if (command.verify && !exists) return "it is not there, and a comparison writes no project";
-  const auto reason = WhyNotWrite(path, FileKind::Project);  // a journal is none
+  auto reason = WhyNotWrite(path, FileKind::Project);  // a journal is none
   if (reason || command.verify) return reason;
   if (exists && !command.inPlace && WhyNotWrite(path, FileKind::Project, named)) {
     return "it is a file of the session; --in-place writes it all the same";

@@ -181,7 +181,7 @@ void Replay::Take(const JournalRecord& record) {
 std::string Replay::PathFor(const std::string& named) {
   if (options_.inPlace && !folder_.HasCopyOf(named)) return named;
   const bool first = !folder_.HasCopyOf(named);
-  const std::string path = folder_.CopyOf(named, !journal_.timersRecorded);
+  std::string path = folder_.CopyOf(named, !journal_.timersRecorded);
   if (first) PutKeptRaces(named, path);
   return path;
 }

@@ -44,7 +44,7 @@ std::string MemorySettings::GetSetting(const std::string& section, const std::st
 
 SerialError VirtualSerial::OpenDevice(int port) {
   if (!ports.contains(port)) return {kErrorNoSuchPort, "Invalid port number"};
-  const SerialError error = busy.contains(port) ? busy.at(port) : SerialError{};
+  SerialError error = busy.contains(port) ? busy.at(port) : SerialError{};
   if (onOpened) onOpened(port, error);
   return error;
 }
