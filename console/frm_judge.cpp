@@ -98,6 +98,7 @@ void frmJudge::HookMenu() {
   mnuAbout.onClick = shows("frmAbout");
   mnuUndo.onClick = [this] { undo_.Undo(); };
   mnuRedo.onClick = [this] { undo_.Redo(); };
+  mnuLog.onClick = [this] { ShowLog(log_.cboLane.ListIndex() + 1); };
   mnuBringBack.onClick = [this] { mnuBringBack_Click(); };
   mnuExit.onClick = [this] { CloseRequested(); };
   mnuHeatsPerRound.onClick = [this] { mnuHeatsPerRound_Click(); };

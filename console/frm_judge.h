@@ -6,6 +6,7 @@
 #include <string>
 
 #include "console/frm_judge_controls.h"
+#include "console/frm_log.h"
 #include "console/heat_printer.h"
 #include "console/open_project.h"
 #include "console/running_race.h"
@@ -32,6 +33,7 @@ class frmJudge : public JudgeControls, private LaneOwner, public LinkOwner {
   void SetPrinter(HeatPrinter* printer) { printer_ = printer != nullptr ? printer : &noPrinter_; }
   void SetStartupProject(std::string path) { chooser_.SetStartupProject(std::move(path)); }
   std::string ProjectAtStart() const { return chooser_.ProjectAtStart(); }
+  frmLog& LapsAndCuts() { return log_; }
   frmLane& Lane(int index) const { return *Element(lanes_, index); }  // 0..3
 
   // Race lifecycle.
@@ -77,6 +79,7 @@ class frmJudge : public JudgeControls, private LaneOwner, public LinkOwner {
     undo_.Entered(lane, serials);
   }
   void Corrected(int lane, const Correction& correction) override;
+  void ShowLog(int lane) override;
   DialogAnswer Ask(const DialogBox& box) override { return door_.Ask(box); }
   LaneMarking Marking(int lane) const override { return LaneMarkingOf(race_.LaneColorScheme, lane); }
   // LinkOwner
@@ -177,6 +180,7 @@ class frmJudge : public JudgeControls, private LaneOwner, public LinkOwner {
   ProjectChooser chooser_{door_, race_, project_};
   Starter starter_{race_, clock_, lanes_};
   UndoStack undo_{lanes_};
+  frmLog log_{door_, lanes_, undo_};
 
   bool projectOpen_ = false;
   std::string eventName_;

@@ -16,21 +16,22 @@ unsigned PropertiesOf(ControlKind kind) {
   using enum Property;
   constexpr unsigned kSeen = Bits(Enabled, Visible, Tag);
   constexpr unsigned kPainted = kSeen | Bits(BackColor, ForeColor);
-  constexpr std::array kKinds = {kPainted | Bits(Caption),                 // button
-                                 kPainted | Bits(Caption),                 // label
-                                 kPainted | Bits(Text),                    // text box
-                                 kPainted | Bits(Caption, Value),          // check box
-                                 kPainted | Bits(Text, ListIndex, Items),  // list
-                                 kPainted | Bits(Caption),                 // frame
-                                 kPainted | Bits(Caption, Value),          // option
-                                 kSeen | Bits(Caption, Checked),           // menu
-                                 Bits(Enabled, Tag)};                      // timer
+  constexpr std::array kKinds = {kPainted | Bits(Caption),                  // button
+                                 kPainted | Bits(Caption),                  // label
+                                 kPainted | Bits(Text),                     // text box
+                                 kPainted | Bits(Caption, Value),           // check box
+                                 kPainted | Bits(Text, ListIndex, Items),   // list
+                                 kPainted | Bits(Caption),                  // frame
+                                 kPainted | Bits(Caption, Value),           // option
+                                 kSeen | Bits(Caption, Checked),            // menu
+                                 Bits(Enabled, Tag),                        // timer
+                                 kPainted | Bits(Text, ListIndex, Items)};  // table
   return kKinds[static_cast<std::size_t>(kind)];
 }
 
 // Texts and lists are written on the window's colours, everything else on the button face.
 bool TakesText(ControlKind kind) {
-  return kind == ControlKind::TextBox || kind == ControlKind::ComboBox;
+  return kind == ControlKind::TextBox || kind == ControlKind::ComboBox || kind == ControlKind::List;
 }
 
 }  // namespace

@@ -21,7 +21,8 @@ enum class ControlKind : std::uint8_t {
   Frame,
   Option,
   Menu,
-  Timer
+  Timer,
+  List,  // each item's columns are parted by tabs
 };
 
 enum class Property : std::uint8_t {

@@ -213,7 +213,8 @@ void Door::DispatchToControl(const Event& event, Control& control) {
       control.SetText(event.text);
       return run(control.onChange);
     case EventKind::Choose:
-      if (control.Kind() != ControlKind::ComboBox || control.ListIndex() == event.number) return;
+      if (control.Kind() != ControlKind::ComboBox && control.Kind() != ControlKind::List) return;
+      if (control.ListIndex() == event.number) return;
       if (event.number < 0 || event.number >= static_cast<int>(control.Items().size())) return;
       control.SetListIndex(event.number);
       return run(control.onChange);

@@ -54,6 +54,7 @@ frmLane::frmLane(Forms& forms, RaceState& race, LaneOwner& owner, int laneNumber
   cmdOrder.onClick = [this] { cmdOrder_Click(); };
   chkNovice.onClick = [this] { chkNovice_Click(); };
   lblStatus.onClick = [this] { lblStatus_Click(); };
+  mnuLog.onClick = [this] { owner_.ShowLog(laneNumber_); };
   fraLane.onHover = [this] { HidePopUp(); };
   tmrLaps.onTimer = [this] {
     tmrLaps.SetEnabled(false);

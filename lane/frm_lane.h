@@ -31,6 +31,8 @@ class LaneOwner {
   // These entries have just been made at the panel or with a key.
   virtual void EnteredByHand(int lane, const std::vector<unsigned>& serials) = 0;
   virtual void Corrected(int lane, const Correction& correction) = 0;
+  // The operator wants to see the lane's log.
+  virtual void ShowLog(int lane) = 0;
   virtual DialogAnswer Ask(const DialogBox& box) = 0;
   virtual LaneMarking Marking(int lane) const = 0;
 };
@@ -72,6 +74,7 @@ class frmLane : public Form {
   Control& lblStatus = Add(Label, "lblStatus", &fraLane);
   Control& lblLow = Add(Label, "lblLow", &fraLane);
   Control& lblHigh = Add(Label, "lblHigh", &fraLane);
+  Control& mnuLog = AddCaptioned(Menu, "mnuLog", "&Laps and Cuts ...");  // of the panel's own menu
 
   // Laps. With kDoesNotFly the lane counts as finished, has no place, and keeps its time base.
   void InitializeRace(std::int32_t timeBase);

@@ -13,5 +13,6 @@ inline constexpr int kNarrowLink = 470;  // its width without that
 FormDesign TimerDesign();                // the small forms
 FormDesign KeyboardDesign();
 FormDesign AboutDesign();
+FormDesign LogDesign();
 
 }  // namespace quorvane

@@ -46,6 +46,7 @@ ProgramWindows::ProgramWindows(Program& program, QtPlatform& platform)
   AddSmallWindow(program.timer(), TimerDesign());
   AddSmallWindow(program.keyboard(), KeyboardDesign());
   AddSmallWindow(program.about(), AboutDesign());
+  AddSmallWindow(program.judge().LapsAndCuts(), LogDesign());
   program.about().SetLibraries(std::string("Qt ") + qVersion());
   platform_.SetWindows(&windows_);
   program_.door().SetAfterEvent([this] {

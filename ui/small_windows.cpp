@@ -49,6 +49,23 @@ FormDesign KeyboardDesign() {
   return design;
 }
 
+FormDesign LogDesign() {
+  FormDesign design{.width = 560, .height = 460, .home = "cmdClose"};
+  design.places = {{"cboLane", {86, 14, 150, 34}, 13, Look::Bold, "Lane"},
+                   {.name = "lstEntries",
+                    .rect = {16, 60, 528, 290},
+                    .points = 13,
+                    .spoken = "Entries of the lane",
+                    .word = "No.\tTime\tEntry\tBy"},
+                   {"cmdStrike", {16, 360, 116, 40}, 13, kButtonLook, {}, 'S'},
+                   {"cmdInsert", {140, 360, 146, 40}, 13, kButtonLook, {}, 'I'},
+                   {"cmdMove", {294, 360, 134, 40}, 13, kButtonLook, {}, 'M'},
+                   CloseButton({436, 360, 108, 40}),
+                   {"lblTold", {16, 410, 528, 38}, 12, kPlainText | Look::Bold, "Told"}};
+  design.texts = {{"&Lane", {18, 14, 64, 34}, 13, Look::Left | Look::Bold, "cboLane"}};
+  return design;
+}
+
 FormDesign AboutDesign() {
   return {.width = 460,
           .height = 296,

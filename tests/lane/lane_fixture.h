@@ -43,6 +43,7 @@ struct FakeOwner : LaneOwner {
   void TakePlace(int, int place) override { Call("TakePlace " + std::to_string(place)); }
   void ResultChanged() override { Call("ResultChanged"); }
   void EnteredByHand(int, const std::vector<unsigned>& serials) override { byHand = serials; }
+  void ShowLog(int) override {}
   void Corrected(int, const Correction& c) override { Call("Corrected " + CorrectionText(c)); }
   DialogAnswer Ask(const DialogBox& box) override {
     Call("Ask " + box.title + ", " + box.text + ", \"" + box.preset + "\"");

@@ -1,5 +1,6 @@
 #include <QCheckBox>
 #include <QComboBox>
+#include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -11,6 +12,7 @@
 #include <QSignalBlocker>
 #include <QStyleOptionButton>
 #include <QStylePainter>
+#include <QTreeWidget>
 #include <algorithm>
 #include <functional>
 #include <utility>
@@ -307,6 +309,38 @@ class ListView : public ViewOn<QComboBox> {
   }
 };
 
+// A table. The row that has the focus is the one that is chosen.
+class TableView : public ViewOn<QTreeWidget> {
+ public:
+  explicit TableView(const Part& part) : ViewOn(part, new QTreeWidget(part.parent)) {
+    const QStringList heads = QString::fromStdString(part.place.word).split(QLatin1Char('\t'));
+    widget_->setHeaderLabels(heads);
+    widget_->setRootIsDecorated(false);
+    widget_->setUniformRowHeights(true);
+    widget_->setAlternatingRowColors(true);
+    widget_->setFrameStyle(QFrame::Box | QFrame::Plain);
+    widget_->header()->setSectionsMovable(false);
+    connect(widget_, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem* item) {
+      const int row = item == nullptr ? -1 : widget_->indexOfTopLevelItem(item);
+      if (row >= 0 && row != Of().ListIndex()) Act(EventKind::Choose, {}, row);
+    });
+  }
+
+ protected:
+  void Show(Property property) override {
+    const QSignalBlocker quiet(widget_);
+    if (property == Property::Items) {
+      widget_->clear();
+      for (const std::string& item : Of().Items()) {
+        new QTreeWidgetItem(widget_, ToQString(item).split(QLatin1Char('\t')));
+      }
+    }
+    QTreeWidgetItem* chosen = widget_->topLevelItem(Of().ListIndex());
+    widget_->setCurrentItem(chosen);
+    if (chosen != nullptr) widget_->scrollToItem(chosen);
+  }
+};
+
 }  // namespace
 
 std::unique_ptr<ControlView> ControlView::Create(const Part& part) {
@@ -325,6 +359,8 @@ std::unique_ptr<ControlView> ControlView::Create(const Part& part) {
       return std::make_unique<TickView>(part, new Unmoved<QRadioButton>(part.parent));
     case ControlKind::ComboBox:
       return std::make_unique<ListView>(part);
+    case ControlKind::List:
+      return std::make_unique<TableView>(part);
     case ControlKind::Menu:
     case ControlKind::Timer:
       break;

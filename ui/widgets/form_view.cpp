@@ -1,6 +1,8 @@
 #include "ui/widgets/form_view.h"
 
+#include <QContextMenuEvent>
 #include <QLabel>
+#include <QMenu>
 #include <QResizeEvent>
 #include <algorithm>
 
@@ -91,6 +93,25 @@ void FormView::resizeEvent(QResizeEvent* event) {
   if (form_.Visible() && event->size() != event->oldSize()) {
     door_.Enter({.kind = EventKind::Resize, .target = form_.Name()});
   }
+}
+
+void FormView::contextMenuEvent(QContextMenuEvent* event) {
+  if (around_ == nullptr) return event->ignore();
+  auto* menu = new QMenu(this);
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  menu->setFont(FontOfPixels(std::max(15, Letters(12, Look::Plain).pixelSize()), false));
+  for (const Control& entry : form_.Controls()) {
+    if (entry.Kind() != ControlKind::Menu) continue;
+    QAction* action = menu->addAction(ToQString(entry.Caption()));
+    action->setEnabled(entry.Enabled());
+    connect(action, &QAction::triggered, this, [this, &entry] {
+      FinishTyping();
+      door_.Enter({.kind = EventKind::Click, .target = entry.FullName()});
+    });
+  }
+  const bool byKey = event->reason() == QContextMenuEvent::Keyboard;
+  const QWidget* at = byKey && focusWidget() != nullptr ? focusWidget() : this;
+  menu->popup(byKey ? at->mapToGlobal(QPoint(0, at->height())) : event->globalPos());
 }
 
 // Edges are scaled and not sizes, so that neighbours that touch in the design touch at every size. Always

@@ -44,6 +44,8 @@ class FormView : public QWidget {
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
+  // A panel has no menu bar: its menu entries are offered where the operator asks for them.
+  void contextMenuEvent(QContextMenuEvent* event) override;
 
  private:
   using Stacks = std::map<const ControlView*, std::vector<ControlView*>>;  // cell -> its marks
