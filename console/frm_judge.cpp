@@ -48,7 +48,7 @@ frmJudge::frmJudge(Door& door, RaceState& race, RaceClock& clock, Project& proje
 void frmJudge::HookEvents() {
   cmdStart.onClick = [this] { cmdStart_Click(); };
   cmdReset.onClick = [this] { cmdReset_Click(); };
-  cmdSave.onClick = [this] { cmdSave_Click(); };
+  cmdSave.onClick = [this] { amended_ ? SaveAmendment() : cmdSave_Click(); };
   cmdReorder.onClick = [this] {
     OfferSave(true);
     SetOrder(1);
@@ -99,6 +99,7 @@ void frmJudge::HookMenu() {
   mnuUndo.onClick = [this] { undo_.Undo(); };
   mnuRedo.onClick = [this] { undo_.Redo(); };
   mnuLog.onClick = [this] { ShowLog(log_.cboLane.ListIndex() + 1); };
+  mnuAmend.onClick = [this] { mnuAmend_Click(); };
   mnuBringBack.onClick = [this] { mnuBringBack_Click(); };
   mnuExit.onClick = [this] { CloseRequested(); };
   mnuHeatsPerRound.onClick = [this] { mnuHeatsPerRound_Click(); };
@@ -142,7 +143,7 @@ void frmJudge::EventEnded() {
     lock(*control, flown);
   }
   // What is written over a saved race would be dropped with the next move.
-  const std::string saved = Lane(0).Loaded() ? "Locked: this race is saved" : "";
+  const std::string saved = Lane(0).Loaded() && !amended_ ? "Locked: this race is saved" : "";
   for (const auto& lane : lanes_) {
     lock(lane->lblStatus, free ? saved : flown);
     lock(lane->txtLapTen, saved);
@@ -150,7 +151,8 @@ void frmJudge::EventEnded() {
     lane->FollowLink();
   }
   lock(txtComments, race_.ReflyMode ? "" : saved);
-  cmdRefly.SetEnabled(free && !race_.Unsaved && projectOpen_ && book_.HasTimestamp(race_.RaceNumber));
+  cmdRefly.SetEnabled(free && !amended_ && !race_.Unsaved && projectOpen_ &&
+                      book_.HasTimestamp(race_.RaceNumber));
   ShowCorrections();
   mnuBringBack.SetEnabled(!race_.AtStake() && !droppedText_.empty());
   lblController.SetVisible(link_.IsControllerMode());
@@ -193,6 +195,7 @@ std::string frmJudge::LostByClosing() const {
   if (race_.BeingFlown()) {
     lost += "A race is being flown. It can be recovered when Quorvane starts again.\r\r";
   }
+  if (amended_) lost += "The race that is being amended stays as it was saved.\r\r";
   if (!project_.Saved()) {
     lost += "NOT SAVED: " + project_.Problem() +
             "\rWhat was recorded since the last save that worked is lost when Quorvane closes.\r\r";

@@ -94,7 +94,11 @@ class frmJudge : public JudgeControls, private LaneOwner, public LinkOwner {
   void HookEvents();
   void HookMenu();
   // Whether the logs of the race that is shown may be put right.
-  bool MayCorrect() const { return race_.AtStake() && !race_.RaceLoaded; }
+  bool MayCorrect() const { return amended_.has_value() || (race_.AtStake() && !race_.RaceLoaded); }
+  bool MayAmend() const;
+  void mnuAmend_Click();
+  void SaveAmendment();
+  void EndAmending(bool saved);
   void ShowCorrections();
   void TakeAwayNotice(Notice kind);
   void ShowSaveState();
@@ -198,7 +202,14 @@ class frmJudge : public JudgeControls, private LaneOwner, public LinkOwner {
   std::string keptFile_;
   std::string found_;        // kept by a program that died, until the operator has decided
   std::string droppedText_;  // of the last race that went without being saved; empty: none
-  std::string recovered_;    // how the race on the console was, in words for its record; empty: it was not
+  // A saved race that is being put right; empty: none.
+  struct Amended {
+    std::string section;                // "Race7", "Refly2"
+    std::string timestamp;              // of the race as it was shown
+    std::array<unsigned, 4> logs = {};  // the revisions of its logs
+  };
+  std::optional<Amended> amended_;
+  std::string recovered_;  // how the race on the console was, in words for its record; empty: it was not
 };
 
 }  // namespace quorvane

@@ -27,6 +27,7 @@ class JudgeControls : public Form {
   Control& mnuUndo = AddCaptioned(Menu, "mnuUndo", "&Undo", &mnuEdit);
   Control& mnuRedo = AddCaptioned(Menu, "mnuRedo", "&Redo", &mnuEdit);
   Control& mnuLog = AddCaptioned(Menu, "mnuLog", "&Laps and Cuts...", &mnuEdit);
+  Control& mnuAmend = AddCaptioned(Menu, "mnuAmend", "&Amend Race", &mnuEdit);
   Control& mnuEditLine = AddCaptioned(Menu, "mnuEditLine", "-", &mnuEdit);
   Control& mnuBringBack = AddCaptioned(Menu, "mnuBringBack", "&Bring Back Last Race", &mnuEdit);
   Control& mnuSetRaceInfo = AddCaptioned(Menu, "mnuSetRaceInfo", "&Set Race Info");

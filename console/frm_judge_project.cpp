@@ -84,6 +84,7 @@ void frmJudge::ShowHeatCaption(bool refly, Color color) {
 
 void frmJudge::ShowCurrentRace() {
   ++raceSerial_;
+  EndAmending(false);
   undo_.Clear();
   race_.RaceNumber = std::max<std::int16_t>(race_.RaceNumber, 1);
   txtHeat.SetText(std::to_string(race_.Heat()));

@@ -151,7 +151,7 @@ void frmJudge::FinalizeRace() {
 
 // A late cut or lap may change the order; what is saved must not contradict the logs.
 void frmJudge::ResultChanged() {
-  if (race_.RaceActive && race_.Unsaved) RankLanes();
+  if (amended_ || (race_.RaceActive && race_.Unsaved)) RankLanes();
 }
 
 // A place given by hand is not given again; of equal finals the lower lane comes first.

@@ -57,5 +57,83 @@ TEST(Corrections, UndoAndRedoFollowTheHandsUntilTheSave) {
   EXPECT_EQ(rig.Value("Race1_Lane3", "ByHand"), "-");
 }
 
+// The table strikes, inserts and moves by the entry that is chosen.
+TEST(Corrections, TheTablePutsALogRight) {
+  ConsoleRig rig;
+  const auto at = [&](int ms, const char* key) { rig.At(ms), rig.Key(key); };
+  const auto choose = [&](int row) {
+    rig.program.door().Enter({.kind = EventKind::Choose, .target = "frmLog.lstEntries", .number = row});
+  };
+  frmLog& table = rig.judge().LapsAndCuts();
+  Fly(rig, 3);
+  at(24000, "F5");
+  rig.Click("frmLane1.mnuLog");
+  const std::vector<std::string> entries = {"1\t7.00\tLap 1\thand", "2\t14.00\tLap 2\thand",
+                                            "3\t21.00\tLap 3\thand", "4\t23.00\tCut MP1\thand"};
+  EXPECT_EQ(table.lstEntries.Items(), entries);
+  EXPECT_TRUE(table.cmdMove.Enabled());
+  rig.Answer(Word::Text, "2");
+  rig.Click("frmLog.cmdMove");
+  choose(1);
+  EXPECT_FALSE(table.cmdMove.Enabled());
+  rig.Click("frmLog.cmdStrike");
+  for (const char* time : {"10.5", "x", "0:10.5"}) {
+    rig.Answer(Word::Text, time);
+    rig.Click("frmLog.cmdInsert");
+    EXPECT_EQ(table.lblTold.Caption(), std::string(time) == "10.5"
+                                           ? "Corrections on this lane: 3"
+                                           : "No lap of this lane can be at " + std::string(time));
+  }
+  EXPECT_EQ(table.lstEntries.Items()[1], "2\t10.50\tLap 2\thand");
+  EXPECT_EQ(table.lstEntries.Items()[3], "4\t23.00\tCut MP2\thand");
+  EXPECT_EQ(rig.judge().mnuUndo.Caption(), "&Undo lap 2, lane 1");
+  rig.Click("frmJudge.mnuUndo");
+  rig.Click("frmJudge.mnuUndo");
+  EXPECT_EQ(rig.lane(0).lblLap[1].Caption(), "14.00");
+}
+
+TEST(Corrections, AnAmendmentKeepsWhatWasBefore) {
+  ConsoleRig rig;
+  Fly(rig, 10);
+  rig.At(160000);
+  EXPECT_EQ(rig.lane(0).Status(), "First");
+  rig.Click("frmJudge.cmdSave");
+  const std::string saved = rig.Value("Race1", "Timestamp");
+  EXPECT_FALSE(rig.judge().mnuAmend.Enabled());
+  const auto strike = [&] {
+    rig.Click("frmJudge.cmdDecHeat");
+    rig.Click("frmJudge.mnuAmend");
+    EXPECT_EQ(rig.judge().fraHeatControl.Caption(), "Race 1 AMEND");
+    rig.Click("frmLane1.mnuLog");
+    rig.Click("frmLog.cmdStrike");
+    EXPECT_EQ(rig.lane(0).Status(), "DNF");
+  };
+  strike();
+  rig.Click("frmJudge.cmdIncHeat");
+  EXPECT_EQ(rig.judge().lblNotice.Caption(), "Not amended: the race stays as it was saved");
+  EXPECT_EQ(rig.Value("Race1_Lane1", "NumLaps"), "10");
+  strike();
+  rig.Answer(Word::Text, "Protest upheld");
+  rig.Click("frmLane2.lblStatus");
+  rig.Type("frmJudge.txtComments", "Lap 10 was lane 2");
+  rig.Click("frmJudge.cmdSave");
+  EXPECT_EQ(rig.LastBox(), "Amend Race");
+  const std::array<std::array<const char*, 3>, 11> kKept = {
+      {{"Race1", "Amendments", "1"},
+       {"Race1", "Timestamp", saved.c_str()},
+       {"Race1", "Was1_Comments", "No comments"},
+       {"Race1", "Comments", "Lap 10 was lane 2"},
+       {"Race1_Lane1", "NumLaps", "9"},
+       {"Race1_Lane1", "Was1_NumLaps", "10"},
+       {"Race1_Lane1", "Was1_Placing", "First"},
+       {"Race1_Lane1", "Placing", "DNF"},
+       {"Race1_Lane1", "Correction0", "0;struck;TM or hand;10,4,L,TM,70000,0;"},
+       {"Race1_Lane2", "Placing", "Protest upheld"},
+       {"Race1_Lane3", "Was1_Placing", "-"}}};
+  for (const auto& [section, key, value] : kKept) EXPECT_EQ(rig.Value(section, key), value) << key;
+  EXPECT_EQ(rig.judge().fraHeatControl.Caption(), "Race 1");
+  EXPECT_FALSE(rig.judge().cmdSave.Enabled());
+}
+
 }  // namespace
 }  // namespace quorvane
