@@ -47,6 +47,7 @@ ProgramWindows::ProgramWindows(Program& program, QtPlatform& platform)
   AddSmallWindow(program.keyboard(), KeyboardDesign());
   AddSmallWindow(program.about(), AboutDesign());
   AddSmallWindow(program.judge().LapsAndCuts(), LogDesign());
+  AddUndoKeys(*windows_.FindWindow(program.judge().LapsAndCuts()));
   program.about().SetLibraries(std::string("Qt ") + qVersion());
   platform_.SetWindows(&windows_);
   program_.door().SetAfterEvent([this] {
@@ -65,6 +66,19 @@ void ProgramWindows::AddSmallWindow(Form& form, const FormDesign& design) {
   const QSize least(design.width * 3 / 4, design.height * 3 / 4);
   FormWindow& window = windows_.AddWindow(form, design, least, console_);
   QObject::connect(new QShortcut(Qt::Key_Escape, &window), &QShortcut::activated, &window, &QWidget::close);
+}
+
+// The keys of the console's menu also where its race is put right.
+void ProgramWindows::AddUndoKeys(QWidget& window) {
+  const auto add = [&](Qt::Key key, const Control& entry) {
+    auto* keys = new QShortcut(QKeySequence(Qt::CTRL | key), &window);
+    keys->setAutoRepeat(false);
+    QObject::connect(keys, &QShortcut::activated, [this, &entry] {
+      program_.door().Enter({.kind = EventKind::Click, .target = entry.FullName()});
+    });
+  };
+  add(Qt::Key_Z, program_.judge().mnuUndo);
+  add(Qt::Key_Y, program_.judge().mnuRedo);
 }
 
 void ProgramWindows::Follow() {

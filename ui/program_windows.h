@@ -46,6 +46,7 @@ class ProgramWindows {
   void AddFollower(std::function<void()> follower) { followers_.push_back(std::move(follower)); }
 
  private:
+  void AddUndoKeys(QWidget& window);
   void AddSmallWindow(Form& form, const FormDesign& design);
   void Follow();
   void PlaceWindows();

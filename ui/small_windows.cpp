@@ -50,7 +50,7 @@ FormDesign KeyboardDesign() {
 }
 
 FormDesign LogDesign() {
-  FormDesign design{.width = 560, .height = 460, .home = "cmdClose"};
+  FormDesign design{.width = 560, .height = 460, .home = "lstEntries"};
   design.places = {{"cboLane", {86, 14, 150, 34}, 13, Look::Bold, "Lane"},
                    {.name = "lstEntries",
                     .rect = {16, 60, 528, 290},

@@ -320,6 +320,8 @@ class TableView : public ViewOn<QTreeWidget> {
     widget_->setAlternatingRowColors(true);
     widget_->setFrameStyle(QFrame::Box | QFrame::Plain);
     widget_->header()->setSectionsMovable(false);
+    widget_->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    widget_->header()->setMinimumSectionSize(80);
     connect(widget_, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem* item) {
       const int row = item == nullptr ? -1 : widget_->indexOfTopLevelItem(item);
       if (row >= 0 && row != Of().ListIndex()) Act(EventKind::Choose, {}, row);

@@ -43,11 +43,12 @@ void MenuView::SetShortcut(const Control& control, const QString& keys) {
 
 void MenuView::Apply() {
   for (const auto [control, entry] : entries_.asKeyValueRange()) {
-    entry->setText(ToQString(control->Caption()));
+    const bool line = control->Caption() == "-";
+    entry->setText(line ? QString() : ToQString(control->Caption()));
     entry->setToolTip(ToQString(control->ToolTip()));
     entry->setEnabled(control->Enabled());
     entry->setVisible(control->Visible());
-    entry->setSeparator(control->Caption() == "-");
+    entry->setSeparator(line);
     entry->setCheckable(control->Checked());
     entry->setChecked(control->Checked());
   }
