@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <optional>
-#include <regex>
 #include <set>
 #include <utility>
 
@@ -70,10 +69,12 @@ std::set<Name> NamesIn(const std::string& bytes) {
 // The race that an entry belongs to: "Race5" for the section "Race5" or "Race5_Lane2", "Refly1" likewise,
 // otherwise "". Which refly repeats a race may be said in it much later.
 std::string RaceOf(const Name& name) {
-  static const std::regex kSection("((Race|Refly)[0-9]+)(_.*)?");
-  std::smatch parts;
-  const bool ofRace = name.second != "ReflyID" && std::regex_match(name.first, parts, kSection);
-  return ofRace ? parts.str(1) : "";
+  const std::string race = name.first.substr(0, name.first.find('_'));
+  const std::size_t digits = race.find_first_of("0123456789");
+  const std::string word = race.substr(0, digits);
+  const bool numbered =
+      digits != std::string::npos && race.find_first_not_of("0123456789", digits) == std::string::npos;
+  return numbered && (word == "Race" || word == "Refly") && name.second != "ReflyID" ? race : "";
 }
 
 // One project file as the session left it, and as the replay did.
