@@ -54,7 +54,9 @@ void FormView::Apply() {
     if (view->Apply() || view->Design().anchoring == Anchoring::Stack) moved = true;
   }
   if (rowChanged) FitRow();
-  if (moved) PlaceAnchored();
+  if (!moved) return;
+  PlaceAnchored();
+  update();  // what was covered until now, the words between the controls too
 }
 
 void FormView::Embed(FormView& panel, const std::string& name) {
