@@ -261,6 +261,7 @@ RaceRecord frmJudge::RecordAt(const LocalDateTime& now) const {
   // The novice boxes speak of the next race while an old one is shown.
   const bool shownFromFile = race_.RaceLoaded && record.hasRun;
   record.comments = txtComments.Text();
+  if (!recovered_.empty()) record.recovered = recovered_;
   // Nobody has said so yet: a score sheet leaves room for comments.
   if (!record.hasRun && record.comments == kDefaultComments) record.comments.clear();
   MarkLanes(record, project.laneColorScheme);

@@ -209,8 +209,9 @@ void DrawComments(Sheet& sheet, const RaceRecord& race) {
   sheet.Caption({Sheet::kLeft, kCommentsTop, Sheet::kInner, 1.9}, "Comments");
   const Box frame{Sheet::kLeft, kCommentsTop + 2.0, Sheet::kInner, bottom - kCommentsTop - 2.0};
   sheet.Rectangle(frame, std::nullopt, Sheet::kThin);
-  sheet.Wrapped({frame.left + 1, frame.top + 0.6, frame.width - 2, frame.height - 1.2}, race.comments,
-                {1.7, false});
+  const std::string note = UnusualNote(race);
+  sheet.Wrapped({frame.left + 1, frame.top + 0.6, frame.width - 2, frame.height - 1.2},
+                note + (note.empty() ? "" : "\n") + race.comments, {1.7, false});
   if (!race.comments.empty() || race.hasRun) return;
   for (double y = frame.top + 3.6; y < frame.Bottom() - 1.0; y += 3.6) {
     sheet.HorizontalRule(frame.left + 1, frame.Right() - 1, y, Sheet::kHair);

@@ -1,9 +1,21 @@
 #include "records/race_record.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <utility>
 
+#include "base/text.h"
+
 namespace quorvane {
+namespace {
+
+// "once", "3 times".
+std::string Times(std::size_t times) {
+  return times == 1 ? "once" : fmt::format("{} times", times);
+}
+
+}  // namespace
 
 std::vector<FlownLap> FlownLaps(const LaneRecord& lane) {
   std::vector<LapRecord> laps = lane.laps;
@@ -36,6 +48,26 @@ bool HasFlown(const LaneRecord& lane) {
 
 bool HasResult(const LaneRecord& lane) {
   return lane.final > 0 && lane.final < kNoResult;
+}
+
+std::string UnusualNote(const RaceRecord& race) {
+  std::size_t corrections = 0;
+  for (const LaneRecord& lane : race.lanes) corrections += lane.corrections.size();
+  std::string note;
+  if (!race.recovered.empty()) note += fmt::format(" Recovered: {}.", race.recovered);
+  if (race.amendments > 0) {
+    note += fmt::format(" Amended {}.", Times(static_cast<std::size_t>(race.amendments)));
+  }
+  if (corrections > 0) note += fmt::format(" Corrected {}.", Times(corrections));
+  return note.empty() ? note : note.substr(1);
+}
+
+std::string EntryText(const EntryRecord& entry) {
+  const std::string time = FormatSeconds(entry.time);
+  if (entry.kind == "L") return fmt::format("lap {} at {}", entry.count, time);
+  if (entry.kind == "C") return fmt::format("cut {} at {}", entry.pylon, time);
+  if (entry.kind == "-C") return fmt::format("cut {} withdrawn at {}", entry.pylon, time);
+  return fmt::format("{} at {}", entry.kind == "T" ? "turn" : entry.kind, time);
 }
 
 }  // namespace quorvane

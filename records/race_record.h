@@ -36,6 +36,27 @@ struct CutRecord {
   int lap = 0;  // laps flown when it was reported
 };
 
+// One entry of a lane's log, also one that counts no more.
+struct EntryRecord {
+  std::string kind;   // "L" lap, "C" cut, "-C" cut withdrawn, "T" turn
+  int count = 0;      // the lane's laps at that moment; after the lap, for a lap
+  std::string by;     // who made it: a station's code, "hand", "TM or hand" where nobody has noted that
+  std::string pylon;  // as of a cut
+  std::int32_t time = 0;
+  std::int32_t firstReported = 0;  // of a cut: a withdrawal overwrites its time; 0: not known
+};
+
+// What the operator has changed in a lane's log.
+struct CorrectionRecord {
+  std::int32_t time = 0;  // when; 0: after the race had been saved
+  std::string what;       // "struck", "inserted", "moved", "undone", "redone"
+  std::string by;         // who had made the entry
+  std::optional<EntryRecord> before;
+  std::optional<EntryRecord> after;
+};
+
+inline constexpr int kMostCorrections = 200;  // that are listed of a lane
+
 struct LaneRecord {
   int lane = 1;      // 1..4
   std::string name;  // the lane's marking, "Low Green"
@@ -50,6 +71,19 @@ struct LaneRecord {
   std::vector<LapRecord> laps;
   std::vector<CutRecord> cuts;  // those in force; withdrawn ones are left out
   std::vector<std::int32_t> turns;
+  std::vector<EntryRecord> entries;  // all of the log, in its order
+  std::vector<CorrectionRecord> corrections;
+};
+
+// What went wrong with the radio from the start of a race to its end.
+struct RadioRecord {
+  struct Station {
+    std::string name;
+    std::int64_t frames = 0;          // that it was heard with
+    std::int64_t longestSilence = 0;  // ms
+  };
+  std::int64_t damaged = 0;  // frames
+  std::vector<Station> stations;
 };
 
 struct RaceRecord {
@@ -64,6 +98,9 @@ struct RaceRecord {
   bool hasRun = false;
   LocalDateTime when;  // meaningful when it has run
   std::string comments;
+  std::string recovered;  // from a crash: what may be missing, "4.00 s not judged"; empty: it was not
+  int amendments = 0;     // how often it was put right after it had been saved
+  std::optional<RadioRecord> radio;  // not of a race from a file
   std::string eventName;
   std::string projectFile;
   std::array<LaneRecord, 4> lanes;
@@ -91,6 +128,12 @@ std::optional<FlownLap> FastestLap(const LaneRecord& lane);
 bool HasFlown(const LaneRecord& lane);
 // The final time is one, and not what a hand-edited file says.
 bool HasResult(const LaneRecord& lane);
+
+// What has to be known of a race that did not go as usual, "Recovered: 4.00 s not judged. Amended once.";
+// empty for one that did.
+std::string UnusualNote(const RaceRecord& race);
+// "lap 5 at 42.31", "cut P2 at 30.99".
+std::string EntryText(const EntryRecord& entry);
 
 // All flights of a contest by race number; of the flights of one race the one that stands comes first.
 struct ContestRecord {

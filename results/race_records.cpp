@@ -3,13 +3,13 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
+#include <ranges>
 #include <set>
 #include <utility>
 
 #include "base/text.h"
 #include "files/file_ops.h"
 #include "files/output_guard.h"
-#include "lane/lane_log.h"
 #include "records/lane_colors.h"
 #include "records/profile_file.h"
 #include "records/project.h"
@@ -60,6 +60,17 @@ void AddLap(LaneRecord& lane, const LaneEvent& event) {
   lane.laps.push_back({event.Count, event.EventTime});
 }
 
+EntryRecord RecordOf(const LaneLog& log, const LaneEvent& event) {
+  return {event.Kind, event.Count, log.MadeBy(event), event.SourceName, event.EventTime, event.FirstReported};
+}
+
+// None for a text that is no entry.
+std::optional<EntryRecord> EntryOf(const std::string& text) {
+  LaneLog log;
+  log.Read([&](const std::string& key) { return key == "NumEvents" ? "1" : key == "Event0" ? text : ""; });
+  return log[0].Kind.empty() ? std::nullopt : std::optional(RecordOf(log, log[0]));
+}
+
 // What "Current" says holds for a race that has not run; one that has run kept its own heat and round.
 RaceRecord ReadHeader(const ProjectSource& project, int race, int refly) {
   const std::string section = SectionOf(race, refly);
@@ -77,6 +88,8 @@ RaceRecord ReadHeader(const ProjectSource& project, int race, int refly) {
   if (!record.hasRun) return record;
   record.when = DateOfSerial(serial);
   record.comments = project.read(section, "Comments", kDefaultComments);
+  record.recovered = project.read(section, "Recovered", "");
+  record.amendments = PositiveNumber(project.read(section, "Amendments", "0"));
   const std::string place = project.read(section, "CurrentRace", "");
   const int heat = NumberAfter(place, "h=");
   const int round = NumberAfter(place, "r=");
@@ -176,9 +189,14 @@ void ReadLane(LaneRecord& lane, const LaneLog& log, int mode) {
   lane.lapTarget = count.lapTarget;
   lane.novice = log.FreeLap() >= 0;
   for (const LaneEvent& event : log.Entries()) {
+    lane.entries.push_back(RecordOf(log, event));
     if (event.Kind == "L") AddLap(lane, event);
     if (event.Kind == "C") lane.cuts.push_back({event.SourceName, event.EventTime, event.Count});
     if (event.Kind == "T") lane.turns.push_back(event.EventTime);
+  }
+  for (const Correction& correction : log.Corrections() | std::views::take(kMostCorrections)) {
+    const auto& [time, what, by, before, after] = correction;
+    lane.corrections.push_back({time, what, by, EntryOf(before), EntryOf(after)});
   }
   for (LapRecord& lap : lane.laps) {
     lap.credited = lane.novice && lap.count == 1;

@@ -59,7 +59,7 @@ int ReflysCounted(const ProjectSource& project);
 void SetMode(RaceRecord& record, int mode);  // 1..6
 // Number, marking and whether it flies, of each lane; the mode must be set.
 void MarkLanes(RaceRecord& record, std::int16_t laneColorScheme);
-// Laps, cuts, turns and result of a lane, from its log.
+// Entries, laps, cuts, turns, corrections and result of a lane, from its log.
 void ReadLane(LaneRecord& lane, const LaneLog& log, int mode);
 
 }  // namespace quorvane

@@ -59,6 +59,8 @@ std::string ContestTitle(const ContestRecord& contest);
 std::string RaceTitle(const RaceRecord& race);  // "Race 12 REFLY"
 // Why a flight does not count: "reflown by Refly 2"; empty when it does.
 std::string RepeatedNote(const RaceRecord& race);
+// The same, and what was unusual about the race, for a column.
+std::string NoteText(const RaceRecord& race);
 std::string DateAndTime(const LocalDateTime& when);  // "21-Nov-2026 9:00 AM"
 std::string FinalText(const LaneRecord& lane);       // "1:02.35", empty without a result
 std::string FastestText(const LaneRecord& lane);     // "5.82", empty without a fastest lap

@@ -102,11 +102,13 @@ std::string LanesTable(const RaceRecord& race) {
 std::string RaceSection(const RaceRecord& race) {
   const std::string note = RepeatedNote(race);
   const std::string comments = Escaped(CommentsOf(race));
+  const std::string unusual = Escaped(UnusualNote(race));
   return fmt::format(
       "<section{}>\n<h2>{}{} <small>Round {}, Heat {}</small> <small>{}</small> <small>{}</small></h2>\n"
-      "{}{}</section>\n",
+      "{}{}{}</section>\n",
       race.stands ? "" : " class=\"repeated\"", RaceTitle(race), note.empty() ? "" : " <b>(" + note + ")</b>",
       race.round, race.heat, Escaped(race.modeName), DateAndTime(race.when), LanesTable(race),
+      unusual.empty() ? "" : "<p>" + unusual + "</p>\n",
       comments.empty() ? "" : "<p>Comments: " + comments + "</p>\n");
 }
 

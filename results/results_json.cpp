@@ -44,6 +44,28 @@ Json LapJson(const FlownLap& lap) {
           {"finishing", lap.finishing}};
 }
 
+// Members that only a race has that did not go as usual.
+
+Json CorrectionJson(const CorrectionRecord& correction) {
+  const auto entry = [](const auto& of) { return of ? Json(EntryText(*of)) : Json(); };
+  return {{"ms", correction.time},
+          {"what", correction.what},
+          {"by", correction.by},
+          {"before", entry(correction.before)},
+          {"after", entry(correction.after)}};
+}
+
+void AddUnusual(Json& json, const RaceRecord& race) {
+  if (!race.recovered.empty()) json["recovered"] = race.recovered;
+  if (race.amendments > 0) json["amendments"] = race.amendments;
+}
+
+void AddUnusual(Json& json, const LaneRecord& lane) {
+  for (const CorrectionRecord& correction : lane.corrections) {
+    json["corrections"].push_back(CorrectionJson(correction));
+  }
+}
+
 Json LaneJson(const LaneRecord& lane) {
   const auto fastest = FastestLap(lane);
   Json laps = Json::array();
@@ -51,34 +73,32 @@ Json LaneJson(const LaneRecord& lane) {
   Json cuts = Json::array();
   for (const CutRecord& cut : lane.cuts)
     cuts.push_back({{"pylon", cut.pylon}, {"ms", cut.time}, {"lap", cut.lap}});
-  return {{"lane", lane.lane},
-          {"name", lane.name},
-          {"place", lane.placing},
-          {"position", lane.position},
-          {"finalMs", HasResult(lane) ? Json(lane.final) : Json()},
-          {"time", FinalText(lane)},
-          {"fastestLapMs", fastest ? Json(*fastest->split) : Json()},
-          {"lapTarget", lane.lapTarget},
-          {"novice", lane.novice},
-          {"laps", laps},
-          {"cuts", cuts},
-          {"turns", lane.turns}};
+  Json json = {{"lane", lane.lane},
+               {"name", lane.name},
+               {"place", lane.placing},
+               {"position", lane.position},
+               {"finalMs", HasResult(lane) ? Json(lane.final) : Json()},
+               {"time", FinalText(lane)},
+               {"fastestLapMs", fastest ? Json(*fastest->split) : Json()},
+               {"lapTarget", lane.lapTarget},
+               {"novice", lane.novice},
+               {"laps", laps},
+               {"cuts", cuts},
+               {"turns", lane.turns}};
+  AddUnusual(json, lane);
+  return json;
 }
 
 Json RaceJson(const RaceRecord& race) {
   Json lanes = Json::array();
   for (const LaneRecord& lane : FlyingLanes(race)) lanes.push_back(LaneJson(lane));
-  return {{"race", race.number},
-          {"refly", race.refly},
-          {"counts", race.stands},
-          {"reflownBy", race.reflownBy},
-          {"round", race.round},
-          {"heat", race.heat},
-          {"mode", race.mode},
-          {"modeName", race.modeName},
-          {"date", MomentText(race.when)},
-          {"comments", CommentsOf(race)},
-          {"lanes", lanes}};
+  Json json = {{"race", race.number},         {"refly", race.refly},       {"counts", race.stands},
+               {"reflownBy", race.reflownBy}, {"round", race.round},       {"heat", race.heat},
+               {"mode", race.mode},           {"modeName", race.modeName}, {"date", MomentText(race.when)},
+               {"comments", CommentsOf(race)}};
+  AddUnusual(json, race);
+  json["lanes"] = lanes;
+  return json;
 }
 
 // Where a new line begins, so that people can read it too. No quote stands bare inside a string, so none of

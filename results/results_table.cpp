@@ -52,7 +52,7 @@ std::vector<std::string> LaneFields(const RaceRecord& race, const LaneRecord& la
   std::vector<std::string> fields = {std::to_string(race.number),
                                      race.refly != 0 ? std::to_string(race.refly) : "",
                                      race.stands ? "yes" : "no",
-                                     RepeatedNote(race),
+                                     Typed(NoteText(race)),
                                      std::to_string(race.round),
                                      std::to_string(race.heat),
                                      Typed(race.modeName),
@@ -95,6 +95,7 @@ ResultsCell Place(const LaneRecord& lane) {
 
 ResultsRow RowOf(const RaceRecord& race, const LaneRecord& lane) {
   const auto fastest = FastestLap(lane);
+  const std::string note = NoteText(race);
   ResultsCell title = Number(race.number);
   if (race.refly != 0) title.text += " REFLY";
   return {{title,
@@ -108,7 +109,9 @@ ResultsRow RowOf(const RaceRecord& race, const LaneRecord& lane) {
            Number(FlownLaps(lane).size()),
            Number(lane.cuts.size()),
            Time(FastestText(lane), fastest ? *fastest->split : 0),
-           {RepeatedNote(race), race.stands ? kNoValue : 0.0}},
+           {note, note.empty()  ? kNoValue
+                  : race.stands ? 1.0
+                                : 0.0}},
           race.stands};
 }
 

@@ -36,6 +36,12 @@ std::string RepeatedNote(const RaceRecord& race) {
   return race.reflownBy == 0 ? "does not count" : fmt::format("reflown by Refly {}", race.reflownBy);
 }
 
+std::string NoteText(const RaceRecord& race) {
+  const std::string repeated = RepeatedNote(race);
+  const std::string unusual = OneLine(UnusualNote(race));
+  return repeated + (repeated.empty() || unusual.empty() ? "" : ". ") + unusual;
+}
+
 std::string DateAndTime(const LocalDateTime& when) {
   return ProjectDate(when) + " " + TimeOfDay(when);
 }
