@@ -88,6 +88,7 @@ void frmJudge::HookMenu() {
   };
   cmdPrint.onClick = [this] { printer_->PrintHeat(RecordNow()); };
   mnuPrintPreview.onClick = [this] { printer_->PreviewHeat(RecordNow()); };
+  mnuProtestSheet.onClick = [this] { mnuProtestSheet_Click(); };
   mnuSavePdf.onClick = [this] { mnuSavePdf_Click(); };
   mnuPrinterSetup.onClick = [this] { printer_->SetUpPrinter(); };
   const auto shows = [this](const char* form) {
@@ -154,6 +155,7 @@ void frmJudge::EventEnded() {
   cmdRefly.SetEnabled(free && !amended_ && !race_.Unsaved && projectOpen_ &&
                       book_.HasTimestamp(race_.RaceNumber));
   ShowCorrections();
+  mnuProtestSheet.SetEnabled(!RaceBeingFlown());  // what is missing may still come
   mnuBringBack.SetEnabled(!race_.AtStake() && !droppedText_.empty());
   lblController.SetVisible(link_.IsControllerMode());
   if (!race_.WaitsForSave()) TakeAwayNotice(Notice::kSaveFirst);

@@ -138,6 +138,7 @@ class frmJudge : public JudgeControls, private LaneOwner, public LinkOwner {
   void mnuSelectFile_Click();
   void ShowOpenProject();
   void mnuSavePdf_Click();
+  void mnuProtestSheet_Click();
   RaceRecord RecordNow() const { return RecordAt(door_.LocalNow()); }
 
   // The race on the console kept on the disk.

@@ -19,6 +19,7 @@ class JudgeControls : public Form {
   Control& mnuScoreboard = AddCaptioned(Menu, "mnuScoreboard", "Score&board", &mnuFile);
   Control& mnuRecordSession = AddCaptioned(Menu, "mnuRecordSession", "Record Sessio&n", &mnuFile);
   Control& mnuPrintPreview = AddCaptioned(Menu, "mnuPrintPreview", "Print Pre&view", &mnuFile);
+  Control& mnuProtestSheet = AddCaptioned(Menu, "mnuProtestSheet", "Pro&test Sheet...", &mnuFile);
   Control& mnuSavePdf = AddCaptioned(Menu, "mnuSavePdf", "&Save as PDF...", &mnuFile);
   Control& mnuPrinterSetup = AddCaptioned(Menu, "mnuPrinterSetup", "&Printer Setup...", &mnuFile);
   Control& mnuAutoPrint = AddCaptioned(Menu, "mnuAutoPrint", "Enable AutoPrint", &mnuFile);

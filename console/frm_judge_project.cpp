@@ -278,6 +278,18 @@ RaceRecord frmJudge::RecordAt(const LocalDateTime& now) const {
   return record;
 }
 
+void frmJudge::mnuProtestSheet_Click() {
+  RaceRecord race = RecordNow();
+  const auto reception = race_.AtStake() ? link_.InRace() : std::nullopt;
+  if (reception) {
+    race.radio.emplace().damaged = reception->damaged;
+    for (const auto& [name, frames, silence] : reception->stations) {
+      race.radio->stations.push_back({name, frames, silence});
+    }
+  }
+  printer_->ShowProtestSheet(race);
+}
+
 // The race is taken before the question: behind the box the console may move on to the next one.
 void frmJudge::mnuSavePdf_Click() {
   const RaceRecord race = RecordNow();

@@ -54,6 +54,7 @@ void frmJudge::RunRace() {
   tmrTimeTick.SetEnabled(true);
   race_.RaceDone = false;
   race_.RaceActive = true;
+  link_.BeginRace();
   cboRaceMode.SetEnabled(false);
   cmdStart.SetEnabled(false);
   cmdReset.SetEnabled(true);

@@ -6,14 +6,16 @@
 
 namespace quorvane {
 
-// Puts heat reports on paper, on the screen and into files. Every call returns at once, so that the radio
-// never waits for a printer; frmJudge::ShowNotice tells what becomes of it. This one does nothing.
+// Puts heat reports and protest sheets on paper, on the screen and into files. Every call returns at once, so
+// that the radio never waits for a printer; frmJudge::ShowNotice tells what becomes of it. This one does
+// nothing.
 class HeatPrinter {
  public:
   virtual ~HeatPrinter() = default;
   // Never opens a dialog box.
   virtual void PrintHeat(const RaceRecord& /*race*/) {}
   virtual void PreviewHeat(const RaceRecord& /*race*/) {}
+  virtual void ShowProtestSheet(const RaceRecord& /*race*/) {}
   virtual void SaveHeat(const RaceRecord& /*race*/, const std::string& /*path*/) {}
   // Lets the operator choose printer and paper.
   virtual void SetUpPrinter() {}

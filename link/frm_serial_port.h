@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -59,6 +60,19 @@ class frmSerialPort : public Form {
   void SendMessage(int to, int from);
   bool IsControllerMode() const { return chkSystemController.Value() == 1; }
   const LinkCounters& Counters() const { return counters_; }
+  // The console begins a race, or goes on with one.
+  void BeginRace();
+  // How the race on the console was received, to its end.
+  struct Reception {
+    struct Station {
+      std::string name;
+      std::int64_t frames = 0;
+      std::int64_t longestSilence = 0;
+    };
+    std::int64_t damaged = 0;       // frames
+    std::vector<Station> stations;  // that were expected
+  };
+  std::optional<Reception> InRace() const;  // none without a radio
 
   // "None", then the ports found at the last activation, the number as tag; the others are hidden.
   ControlArray optPort{*this, Option, "optPort", 0, 31};
@@ -125,6 +139,7 @@ class frmSerialPort : public Form {
   void LightLamp(Traffic lamp);
   void tmrIndicators_Timer();
   int NoteOnAir(const StationMessage& frame);
+  void CountInRace(const std::function<void(LinkCounters& counters)>& count);
 
   // Stations.
   void MarkStationHeard(int address);
@@ -180,7 +195,9 @@ class frmSerialPort : public Form {
   std::uint8_t LastToAddress_ = 0;
   std::uint8_t LastShownFrom_ = 0;
   bool Frozen_ = false;
-  std::int64_t raceSeen_ = 0;  // when the race that is flown was first seen
+  LinkCounters ofRace_;
+  std::int64_t raceUntil_ = 0;  // as far as those go
+  std::int64_t raceSeen_ = 0;   // when the race that is flown was first seen
   std::array<bool, kStations> silent_ = {};
   // Of the last frame that was no acknowledgement, received or sent.
   std::uint8_t onAirFrom_ = kConsole;

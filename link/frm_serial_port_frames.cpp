@@ -31,6 +31,7 @@ void frmSerialPort::FrameFound(Found found, const StationMessage& frame) {
     return lblMessage.SetCaption(fmt::format("Unexpected 0x{:X}, 0x{:X}", frame.Wig1, frame.Wig2));
   }
   ++counters_.damaged;
+  CountInRace([](LinkCounters& counters) { ++counters.damaged; });
   // An acknowledgement names no sender: it comes from the station that was addressed last.
   const int from = frame.From == kAcknowledgement ? LastToAddress_ : frame.From;
   lblMessage.SetCaption(fmt::format("{} -> {}, Ecc Error 0x{:X}, 0x{:X}", StationName(from),
@@ -40,6 +41,7 @@ void frmSerialPort::FrameFound(Found found, const StationMessage& frame) {
 // It may have started or ended the race, and its sender is silent no more.
 void frmSerialPort::GoodFrame(const StationMessage& frame) {
   counters_.Good(frame.From, door_.Now());
+  CountInRace([&](LinkCounters& counters) { counters.Good(frame.From, door_.Now()); });
   const int sender = NoteOnAir(frame);
   door_.Contain([this, &frame] { HandleFrame(frame); });
   WatchForSilence();
@@ -106,6 +108,7 @@ int frmSerialPort::NoteOnAir(const StationMessage& frame) {
   }
   if (frame.To != onAirFrom_) return kAcknowledgement;
   counters_.Heard(onAirTo_, door_.Now());
+  CountInRace([this](LinkCounters& counters) { counters.Heard(onAirTo_, door_.Now()); });
   if (Visible()) MarkStationHeard(onAirTo_);
   return onAirTo_;
 }

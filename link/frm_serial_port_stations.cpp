@@ -77,6 +77,7 @@ void frmSerialPort::tmrAging_Timer() {
   lblMessage.SetCaption(AwaitedText());
   for (int i = 0; i < kStations; ++i) AgeStation(i);
   if (!race_.RaceActive) PollNextStation();
+  CountInRace([](LinkCounters&) {});
   WatchForSilence();
   lblCounters.SetCaption(CountersText());
 }
@@ -117,6 +118,29 @@ void frmSerialPort::WatchForSilence() {
   raceSeen_ = door_.Now();
   tmrSilence.SetEnabled(race_.RaceActive);
   MarkSilentStations();
+}
+
+void frmSerialPort::BeginRace() {
+  ofRace_ = LinkCounters::Since(door_.Now());
+  raceUntil_ = door_.Now();
+}
+
+// What comes after the finish does not touch the race any more.
+void frmSerialPort::CountInRace(const std::function<void(LinkCounters& counters)>& count) {
+  if (!race_.BeingFlown()) return;
+  raceUntil_ = door_.Now();
+  count(ofRace_);
+}
+
+std::optional<frmSerialPort::Reception> frmSerialPort::InRace() const {
+  if (!race_.CommActive && ofRace_.good == 0) return std::nullopt;
+  Reception reception{.damaged = ofRace_.damaged, .stations = {}};
+  for (int i = 0; i < kStations; ++i) {
+    if (!IsExpected(i)) continue;
+    reception.stations.push_back(
+        {StationLabel(i), ofRace_.Of(i).frames, ofRace_.LongestSilence(i, raceUntil_)});
+  }
+  return reception;
 }
 
 // Nobody misses an address that belongs to nobody, or a station that the console stands in for.

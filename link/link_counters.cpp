@@ -63,6 +63,12 @@ void LinkCounters::Heard(int address, std::int64_t now) {
   station.lastHeard = now;
 }
 
+LinkCounters LinkCounters::Since(std::int64_t now) {
+  LinkCounters counters;
+  for (Station& station : counters.stations) station.lastHeard = now;
+  return counters;
+}
+
 std::int64_t LinkCounters::LongestSilence(int address, std::int64_t now) const {
   return WasHeard(address) ? std::max(Of(address).longestSilence, now - Of(address).lastHeard) : 0;
 }

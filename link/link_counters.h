@@ -34,6 +34,9 @@ struct LinkCounters {
   // A station that has not been heard for more than five seconds, counted from `since` at the earliest.
   bool IsSilent(int address, std::int64_t now, std::int64_t since) const;
 
+  // From now on, with every station as if it had just been heard.
+  static LinkCounters Since(std::int64_t now);
+
   // Everything as text; lines end with a carriage return, the last one does not. `buffered`: of the bytes
   // received, those that may still become a frame.
   std::string Text(int buffered, std::int64_t now) const;

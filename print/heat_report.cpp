@@ -7,8 +7,8 @@
 #include <string>
 
 #include "base/text.h"
+#include "print/race_page.h"
 #include "print/sheet.h"
-#include "records/project.h"
 
 namespace quorvane {
 namespace {
@@ -23,10 +23,6 @@ constexpr double kLapHeight = 3.0;
 constexpr double kCaptionWidth = 5.0;
 
 constexpr Color kFinishShade = Color::Rgb(0xDDDDDD);
-
-std::optional<Color> SwatchFill(Color color) {
-  return color.SystemColor() == Color::System::None ? std::optional<Color>(color) : std::nullopt;
-}
 
 // How the list of cuts is set: the more cuts, the smaller.
 struct CutGrid {
@@ -75,10 +71,8 @@ struct LaneColumn {
     sheet.HorizontalRule(place.left + left, place.Right(), place.top + top, thickness);
   }
 
-  // The swatch shows the high half of the marking above the low one, as it is painted on the aircraft.
   void DrawMarking() {
-    sheet.Rectangle(At(0, 0.3, 2.6, 1.9), SwatchFill(lane.high), Sheet::kHair);
-    sheet.Rectangle(At(0, 2.2, 2.6, 1.9), SwatchFill(lane.low), Sheet::kHair);
+    DrawMark(sheet, lane, At(0, 0.3, 2.6, 3.8));
     const std::string title = "Lane " + std::to_string(lane.lane);
     const double left = 3.4;
     const double right = lane.novice ? 6.6 : 0.0;
@@ -155,38 +149,9 @@ struct LaneColumn {
 
 // ---- The page.
 
-constexpr double kFieldsTop = 10.0;
-constexpr double kFieldsHeight = 5.2;
-constexpr double kLanesTop = 17.4;
+constexpr double kLanesTop = kRaceHeadBottom;
 constexpr double kCommentsTop = kLanesTop + kLaneColumnHeight + 1.6;
 constexpr double kColumnGap = 2.0;
-
-std::string RaceTitle(const RaceRecord& race) {
-  return std::to_string(race.number) + (race.refly != 0 ? " REFLY" : "") +
-         (race.reflownBy != 0 ? " (reflown)" : "");
-}
-
-// What is not known yet has a rule to be written on.
-void DrawHead(Sheet& sheet, const RaceRecord& race) {
-  const struct {
-    double left, width;
-    const char* caption;
-    std::string value;
-  } fields[] = {{5, 22, "Race", RaceTitle(race)},
-                {28, 9, "Round", std::to_string(race.round)},
-                {38, 9, "Heat", std::to_string(race.heat)},
-                {48, 18, "Race Mode", race.modeName},
-                {67, 16, "Date", race.hasRun ? ProjectDate(race.when) : ""},
-                {84, 11, "Time", race.hasRun ? TimeOfDay(race.when) : ""}};
-  sheet.Text({Sheet::kLeft, Sheet::kMargin, Sheet::kInner, 4.6},
-             race.eventName.empty() ? "Heat Report" : race.eventName, {3.0, true});
-  for (const auto& [left, width, caption, value] : fields) {
-    sheet.Caption({left, kFieldsTop, width, 1.9}, caption);
-    if (value.empty()) sheet.HorizontalRule(left, left + width, kFieldsTop + kFieldsHeight);
-    sheet.Text({left, kFieldsTop + 1.9, width, kFieldsHeight - 1.9}, value, {2.2, true});
-  }
-  sheet.HorizontalRule(Sheet::kLeft, Sheet::kRight, kFieldsTop + kFieldsHeight + 0.8, Sheet::kThick);
-}
 
 // Three columns at the least, so that a single lane does not sprawl over the page.
 void DrawLanes(Sheet& sheet, const RaceRecord& race) {
@@ -235,16 +200,11 @@ void frmPrint::PrintDocument(Surface& surface, const RaceRecord& race, const std
                              const LocalDateTime& printed) {
   if (surface.Page().width <= 0 || surface.Page().height <= 0) return;
   Sheet sheet(surface);
-  DrawHead(sheet, race);
+  DrawRaceHead(sheet, race, race.eventName.empty() ? "Heat Report" : race.eventName);
   DrawLanes(sheet, race);
   DrawComments(sheet, race);
   DrawSignatures(sheet);
-  const double foot = sheet.Height() - Sheet::kMargin - 1.9;
-  sheet.HorizontalRule(Sheet::kLeft, Sheet::kRight, foot - 0.3, Sheet::kHair);
-  sheet.Caption({Sheet::kLeft, foot, 34, 1.9}, FileNameOf(race.projectFile));
-  sheet.Caption({40, foot, 22, 1.9}, program, Align::Center);
-  sheet.Caption({63, foot, Sheet::kRight - 63, 1.9},
-                "Printed " + ProjectDate(printed) + " " + TimeOfDay(printed), Align::Right);
+  DrawRaceFoot(sheet, race, program, printed);
 }
 
 }  // namespace quorvane

@@ -8,23 +8,26 @@
 
 namespace quorvane {
 
-// The heat report on the screen as the printer would put it on paper, at one of three sizes.
+// A report on the screen as the printer would put it on paper, at one of three sizes.
 class PrintPreview : public Form {
  public:
-  // Shows the page at that share of its full size, from its upper left corner.
+  // Shows the pages at that share of its full size, from its upper left corner.
   using ShowPage = std::function<void(float scale)>;
 
-  PrintPreview(Forms& forms, ShowPage showPage)
+  // print: puts on paper what is shown.
+  PrintPreview(Forms& forms, ShowPage showPage, std::function<void()> print)
       : Form(forms, "PrintPreview"), showPage_(std::move(showPage)) {
     SetCaption("Print Preview");
     mnuScaleSet[1].SetCaption("&Large");
     mnuScaleSet[2].SetCaption("&Medium");
     mnuScaleSet[3].SetCaption("&Small");
+    mnuFilePrint.onClick = std::move(print);
     mnuFileClose.onClick = [this] { CloseRequested(); };
     for (int scale = 1; scale <= 3; ++scale) mnuScaleSet[scale].onClick = [this, scale] { SetScale(scale); };
   }
 
   Control& mnuFile = AddCaptioned(ControlKind::Menu, "mnuFile", "&File");
+  Control& mnuFilePrint = AddCaptioned(ControlKind::Menu, "mnuFilePrint", "&Print", &mnuFile);
   Control& mnuFileClose = AddCaptioned(ControlKind::Menu, "mnuFileClose", "&Close", &mnuFile);
   Control& mnuFileScale = AddCaptioned(ControlKind::Menu, "mnuFileScale", "&Scale", &mnuFile);
   // 1 large, 2 medium, 3 small.

@@ -115,6 +115,10 @@ Sheet::Sheet(Surface& surface) : surface_(surface) {
   height_ = page.height / unit_;
 }
 
+double Sheet::HeightOf(const Box& page) {
+  return std::max(kLowestPage, kWidth * page.height / page.width);
+}
+
 void Sheet::Text(const Box& box, std::string_view text, Font font, Align align) {
   std::string line = OnOneLine(text);
   if (line.empty()) return;

@@ -25,6 +25,7 @@ class Sheet {
 
   // The lower edge of the page, at least 127.
   double Height() const { return height_; }
+  static double HeightOf(const Box& page);
 
   // On one line; line breaks and tabs become blanks. Draws nothing where not even the ellipsis fits.
   void Text(const Box& box, std::string_view text, Font font, Align align = Align::Left);

@@ -10,6 +10,7 @@
 #include "base/text.h"
 #include "files/file_ops.h"
 #include "files/output_guard.h"
+#include "lane/lane_log.h"
 #include "records/lane_colors.h"
 #include "records/profile_file.h"
 #include "records/project.h"

@@ -67,15 +67,19 @@ void AddConsole(Arguments& app, CommandLine& line) {
 }
 
 void AddPrinting(Arguments& app, CommandLine& line) {
-  const std::string group = "Heat reports: --print RACES PROJECT.ini -o FILE.pdf";
-  app.AddRepeated("--print", "RACES", "write those of these races (7, or 1,3,5-8, or all) without a window",
-                  [&](const std::string& value) {
-                    if (!TakeRaces(line.print, value)) {
-                      throw CLI::ValidationError(value, "is not races such as 7 or 1,3,5-8, or the word all");
-                    }
-                  })
-      ->group(group);
-  app.AddFile("-o,--output", line.output, "the PDF file, one page a race")->group(group);
+  const std::string group = "Heat reports and protest sheets: --print RACES PROJECT.ini -o FILE.pdf";
+  const auto add = [&](const char* option, RaceList& list, const char* help) {
+    const auto take = [&list](const std::string& value) {
+      if (TakeRaces(list, value)) return;
+      throw CLI::ValidationError(value, "is not races such as 7 or 1,3,5-8, or the word all");
+    };
+    app.AddRepeated(option, "RACES", help, take)->group(group);
+  };
+  add("--print", line.print,
+      "write the heat reports of these races (7, or 1,3,5-8, or all) without a window");
+  add("--protest", line.protest,
+      "in place of the heat reports the protest sheets, which tell all that happened in a race");
+  app.AddFile("-o,--output", line.output, "the PDF file, one page a heat report")->group(group);
   app.add_option("--paper", line.paper, "A4 or Letter; otherwise as set up, or as usual in this country")
       ->type_name("SIZE")
       ->check(CLI::IsMember({"A4", "Letter"}, CLI::ignore_case).description(""))
@@ -84,12 +88,16 @@ void AddPrinting(Arguments& app, CommandLine& line) {
 
 // What is wrong with the options taken together, else empty.
 std::string Contradiction(const CommandLine& line) {
-  if (line.print.IsEmpty()) {
-    return line.output.empty() && line.paper.empty() ? "" : "-o and --paper go with --print only";
+  if (!OnlyPrints(line)) {
+    return line.output.empty() && line.paper.empty() ? ""
+                                                     : "-o and --paper go with --print or --protest only";
   }
-  if (line.project.empty()) return "--print needs a project";
-  if (line.output.empty()) return "--print needs -o FILE.pdf";
-  return line.demo.empty() && line.journal.empty() && line.ports.empty() ? "" : "--print opens no console";
+  if (!line.print.IsEmpty() && !line.protest.IsEmpty()) return "--print and --protest exclude each other";
+  const std::string option = line.print.IsEmpty() ? "--protest" : "--print";
+  if (line.project.empty()) return option + " needs a project";
+  if (line.output.empty()) return option + " needs -o FILE.pdf";
+  const bool console = !line.demo.empty() || !line.journal.empty() || !line.ports.empty();
+  return console ? option + " opens no console" : "";
 }
 
 }  // namespace

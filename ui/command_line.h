@@ -25,9 +25,14 @@ struct CommandLine {
   std::string demo;                  // folder; empty: no demonstration
   int heats = 1;                     // of the demonstration
   RaceList print;                    // heat reports to be written without a window
+  RaceList protest;                  // protest sheets, likewise
   std::string output;                // PDF file that they go to
   std::string paper;                 // "A4" or "Letter"; empty: as set up
 };
+
+inline bool OnlyPrints(const CommandLine& line) {
+  return !line.print.IsEmpty() || !line.protest.IsEmpty();
+}
 
 // Throws an Ending where the program does not get to its work.
 CommandLine ParseCommandLine(const std::vector<std::string>& arguments);

@@ -72,7 +72,8 @@ int Run(const CommandLine& line) {
 
 int Print(const CommandLine& line) {
   QtSettings settings(line.settings);
-  const Imprint imprint{frmAbout::ProgramName(), QtPlatform(settings).LocalNow()};
+  const Imprint imprint{frmAbout::ProgramName(), QtPlatform(settings).LocalNow(),
+                        line.print.IsEmpty() ? Report::Protest : Report::Heat};
   const std::string trouble = PrintReports(line, imprint, settings);
   return trouble.empty() ? 0 : Complain(trouble, 1);
 }
@@ -82,7 +83,7 @@ int Main(int argc, char** argv) {
   const bool usual = line.settings.empty();
   const auto reason = usual ? std::nullopt : WhyNotWrite(line.settings, FileKind::Settings, {line.project});
   if (reason) return Complain("cannot keep settings in " + line.settings + ": " + *reason, 2);
-  if (!line.print.IsEmpty()) {
+  if (OnlyPrints(line)) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     // What Qt says of a missing desktop is no news to somebody who asked for none.
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
@@ -95,7 +96,7 @@ int Main(int argc, char** argv) {
   DressApplication();
   // The windows say when the program ends.
   QApplication::setQuitOnLastWindowClosed(false);
-  const int status = line.print.IsEmpty() ? Run(line) : Print(line);
+  const int status = OnlyPrints(line) ? Print(line) : Run(line);
   if (WorkThread::AnyLeftBehind()) std::_Exit(status);
   return status;
 }

@@ -7,7 +7,7 @@
 #include <map>
 
 #include "tests/print/races.h"
-#include "tests/print/recording_surface.h"
+#include "tests/print/told.h"
 #include "tests/support/golden.h"
 
 namespace quorvane {
@@ -75,23 +75,6 @@ std::map<std::string, RaceRecord> Examples() {
   return examples;
 }
 
-// The page in the order in which it is drawn: how a text is set, and where its place begins and ends.
-std::string Told(const RecordingSurface& page) {
-  std::string told;
-  const auto box = [](const Box& b) {
-    return fmt::format("{:.2f},{:.2f} {:.2f},{:.2f}", b.left, b.top, b.Right(), b.Bottom());
-  };
-  for (const auto& word : page.words) {
-    told += fmt::format("{:.2f}{} {} \"{}\"\n", word.font.size, word.font.bold ? " bold" : "", box(word.ink),
-                        word.text);
-  }
-  for (const auto& line : page.lines) told += fmt::format("line {:.2f} {}\n", line.line, box(line.box));
-  for (const auto& area : page.areas) {
-    told += fmt::format("area {:.2f} {} {}\n", area.line, box(area.box), area.fill ? area.fill->Name() : "");
-  }
-  return told;
-}
-
 TEST(HeatReport, PagesAreAsTheyWere) {
   for (const auto& [name, race] : Examples()) {
     ExpectGolden(QUORVANE_TEST_DATA "/print/" + name + ".page", Told(Print(race)));
@@ -105,37 +88,6 @@ TEST(HeatReport, EveryCutIsListedWhereThereIsRoom) {
     for (int i = 0; i < cuts; ++i) race.lanes[0].cuts.push_back({"P1", 1000 * i, 1});
     const auto words = Print(race).words;
     EXPECT_EQ(std::ranges::count(words, "\xE2\x80\xA6", &RecordingSurface::Words::text), cuts > 18) << cuts;
-  }
-}
-
-constexpr double kSlack = 1e-6;
-
-bool Inside(const Box& inner, const Box& outer) {
-  return inner.left >= outer.left - kSlack && inner.top >= outer.top - kSlack &&
-         inner.Right() <= outer.Right() + kSlack && inner.Bottom() <= outer.Bottom() + kSlack;
-}
-
-bool Overlap(const Box& a, const Box& b) {
-  return a.left < b.Right() - kSlack && b.left < a.Right() - kSlack && a.top < b.Bottom() - kSlack &&
-         b.top < a.Bottom() - kSlack;
-}
-
-// The page's own margin is kept too: printers do not reach the edge.
-void ExpectTidy(const RecordingSurface& surface) {
-  const Box page = surface.Page();
-  const double margin = 0.03 * std::min(page.width, page.height);
-  const Box printable{page.left + margin, page.top + margin, page.width - 2 * margin,
-                      page.height - 2 * margin};
-  for (const auto& line : surface.lines) ASSERT_TRUE(Inside(line.box, printable));
-  for (const auto& area : surface.areas) ASSERT_TRUE(Inside(area.box, printable));
-  for (const auto& word : surface.words) {
-    ASSERT_TRUE(Inside(word.ink, printable)) << word.text;
-    for (const auto& other : surface.words) {
-      ASSERT_FALSE(&other != &word && Overlap(word.ink, other.ink)) << word.text << " / " << other.text;
-    }
-    for (const auto& line : surface.lines) {
-      ASSERT_FALSE(Overlap(line.box, word.ink)) << "a line through " << word.text;
-    }
   }
 }
 

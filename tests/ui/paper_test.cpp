@@ -75,6 +75,15 @@ TEST_F(PaperTest, APdfHasAPageARaceWithTheSameWordsInTheSamePlacesOnAnyPaper) {
               0.002);
 }
 
+TEST_F(PaperTest, TheCommandLineWritesProtestSheetsOnAsManyPagesAsTheyTake) {
+  const CommandLine line = ParseCommandLine({"--protest", "1", QUORVANE_TEST_DATA "/results/cup.ini", "-o",
+                                             InFolder("protest.pdf"), "--paper", "a4"});
+  EXPECT_EQ(PrintReports(line, {"Quorvane 1.2.3", kImprint.printed, Report::Protest}, settings), "");
+  const auto pages = ReadPdf(Path("protest.pdf"));
+  EXPECT_EQ(pages.size(), 2U);
+  for (const PdfPage& page : pages) EXPECT_EQ(page.words.count("Protest"), 1U);
+}
+
 TEST_F(PaperTest, TheCommandLineFailsWithAStatusAndLeavesTheProjectAlone) {
   std::ofstream(InFolder("cup.ini")) << FileBytes(QUORVANE_TEST_DATA "/results/cup.ini");
   QFile(Path("empty.ini")).open(QIODevice::WriteOnly);

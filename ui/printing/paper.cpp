@@ -7,6 +7,7 @@
 
 #include "files/output_guard.h"
 #include "print/heat_report.h"
+#include "print/protest_sheet.h"
 #include "print/surface.h"
 #include "ui/widgets/look.h"
 
@@ -86,11 +87,20 @@ std::optional<QPageSize> PaperNamed(const QString& name) {
   return std::nullopt;
 }
 
+int PagesOf(const QSizeF& page, const RaceRecord& race, const Imprint& imprint) {
+  if (imprint.report == Report::Heat) return 1;
+  return frmProtest::Pages({0, 0, page.width(), page.height()}, race);
+}
+
 void DrawReport(QPainter& painter, const QSizeF& page, const QRectF& target, const RaceRecord& race,
-                const Imprint& imprint) {
+                const Imprint& imprint, int number) {
   painter.save();
   QtSurface surface(painter, page, target);
-  frmPrint::PrintDocument(surface, race, imprint.program, imprint.printed);
+  if (imprint.report == Report::Heat) {
+    frmPrint::PrintDocument(surface, race, imprint.program, imprint.printed);
+  } else {
+    frmProtest::PrintPage(surface, race, number, imprint.program, imprint.printed);
+  }
   painter.restore();
 }
 
@@ -102,8 +112,12 @@ bool PutOnPaper(QPagedPaintDevice& device, const QPageSize& paper, const std::ve
   if (!painter.begin(&device)) return false;
   const QSizeF sheet = paper.size(QPageSize::Inch) * device.logicalDpiX();
   for (const RaceRecord& race : races) {
-    if (&race != &races.front() && !device.newPage()) return false;
-    DrawReport(painter, sheet, QRectF(QPointF(), sheet), race, imprint);
+    const int pages = PagesOf(sheet, race, imprint);
+    for (int page = 1; page <= pages; ++page) {
+      const bool first = &race == &races.front() && page == 1;
+      if (!first && !device.newPage()) return false;
+      DrawReport(painter, sheet, QRectF(QPointF(), sheet), race, imprint, page);
+    }
   }
   return painter.end();
 }

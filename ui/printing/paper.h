@@ -3,6 +3,7 @@
 #include <QPageSize>
 #include <QString>
 #include <array>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -15,23 +16,29 @@ class QPainter;
 
 namespace quorvane {
 
-// The papers that the heat report is made for.
+// The papers that the reports are made for.
 inline constexpr std::array kPapers = {QPageSize::A4, QPageSize::Letter};
 // "A4" or "Letter" in any letter case.
 std::optional<QPageSize> PaperNamed(const QString& name);
 
-// What a report says of its own making.
+enum class Report : std::uint8_t { Heat, Protest };
+
+// Which report it is, and what it says of its own making.
 struct Imprint {
   std::string program;  // name and version
   LocalDateTime printed;
+  Report report = Report::Heat;
 };
 
-// A report on any painter. The page, in any unit, fills the target, which is in the painter's coordinates.
+// How many pages of that size the report takes; one for a heat.
+int PagesOf(const QSizeF& page, const RaceRecord& race, const Imprint& imprint);
+// A page of the report, 1..PagesOf, on any painter. The page, in any unit, fills the target, which is in the
+// painter's coordinates.
 void DrawReport(QPainter& painter, const QSizeF& page, const QRectF& target, const RaceRecord& race,
-                const Imprint& imprint);
+                const Imprint& imprint, int number = 1);
 
-// One report a page, the whole sheet being the page, on a printer or into a PDF. Sets the device's paper.
-// False when the device cannot be written to.
+// One report after the other, the whole sheet being the page, on a printer or into a PDF. Sets the device's
+// paper. False when the device cannot be written to.
 bool PutOnPaper(QPagedPaintDevice& device, const QPageSize& paper, const std::vector<RaceRecord>& races,
                 const Imprint& imprint);
 

@@ -15,6 +15,7 @@ namespace quorvane {
 namespace {
 
 constexpr double kPixelsPerInch = 96;
+constexpr double kBetweenPages = 12;
 constexpr QSize kFirstSize{830, 760};
 constexpr QSize kLeastPreview{51, 80};
 
@@ -52,13 +53,15 @@ class PageView : public QScrollArea {
 
 }  // namespace
 
-PreviewWindow::PreviewWindow(Platform& platform)
+PreviewWindow::PreviewWindow(Platform& platform, Print print)
     : door_(platform),
-      preview_(door_.AllForms(),
-               [this](float scale) {
-                 page_->resize(QSize(qRound(full_.width() * scale), qRound(full_.height() * scale)));
-                 ToCorner(*view_);
-               }),
+      preview_(
+          door_.AllForms(),
+          [this](float scale) {
+            page_->resize(QSize(qRound(full_.width() * scale), qRound(full_.height() * scale)));
+            ToCorner(*view_);
+          },
+          [this, print = std::move(print)] { print(race_, imprint_); }),
       menu_(new MenuView(preview_, door_, this)),
       view_(new PageView(this)),
       page_(new QLabel) {
@@ -73,14 +76,24 @@ PreviewWindow::PreviewWindow(Platform& platform)
 }
 
 void PreviewWindow::Open(const RaceRecord& race, const Imprint& imprint, const QPageSize& paper) {
-  full_ = paper.size(QPageSize::Inch) * kPixelsPerInch;
   if (!std::exchange(placed_, true)) place_->Restore(kFirstSize);
-  door_.Post([this, race, imprint] {
-    // As many dots as the screen has for the page at full size.
-    QImage picture((full_ * devicePixelRatioF()).toSize(), QImage::Format_RGB32);
-    picture.fill(Qt::white);
+  door_.Post([this, race, imprint, page = paper.size(QPageSize::Inch) * kPixelsPerInch] {
+    race_ = race;
+    imprint_ = imprint;
+    preview_.SetCaption(imprint.report == Report::Heat ? "Print Preview" : "Protest Sheet");
+    const int pages = PagesOf(page, race, imprint);
+    full_ = QSizeF(page.width(), page.height() * pages + kBetweenPages * (pages - 1));
+    // As many dots as the screen has for the pages at full size.
+    const double dots = devicePixelRatioF();
+    QImage picture((full_ * dots).toSize(), QImage::Format_RGB32);
+    picture.fill(palette().color(QPalette::Dark));
     QPainter painter(&picture);
-    DrawReport(painter, full_, QRectF(picture.rect()), race, imprint);
+    for (int number = 1; number <= pages; ++number) {
+      const QPointF corner(0, (page.height() + kBetweenPages) * (number - 1) * dots);
+      const QRectF sheet(corner, QSizeF((page * dots).toSize()));
+      painter.fillRect(sheet, Qt::white);
+      DrawReport(painter, page, sheet, race, imprint, number);
+    }
     painter.end();
     page_->setPixmap(QPixmap::fromImage(picture));
     preview_.Open();

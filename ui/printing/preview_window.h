@@ -3,6 +3,7 @@
 #include <QLabel>
 #include <QMainWindow>
 #include <QScrollArea>
+#include <functional>
 
 #include "print/print_preview.h"
 #include "ui/printing/paper.h"
@@ -11,14 +12,17 @@
 
 namespace quorvane {
 
-// The window of the print preview. It has a door of its own: nothing that happens in it can touch a race or
-// be held up by one. The report is drawn once each time it is opened; scaling and scrolling only copy that.
+// The window of the print preview: the pages of a report, one below the other. It has a door of its own:
+// nothing that happens in it can touch a race or be held up by one. The report is drawn once each time it is
+// opened; scaling and scrolling only copy that.
 class PreviewWindow : public QMainWindow {
  public:
-  explicit PreviewWindow(Platform& platform);
+  // `print` puts the report that is shown on paper.
+  using Print = std::function<void(const RaceRecord& race, const Imprint& imprint)>;
+  PreviewWindow(Platform& platform, Print print);
   ~PreviewWindow() override { door_.SetAfterEvent({}); }
 
-  // Shows the heat report as that paper would carry it. A preview that is open starts anew.
+  // Shows the report as that paper would carry it. A preview that is open starts anew.
   void Open(const RaceRecord& race, const Imprint& imprint, const QPageSize& paper);
 
   PrintPreview& Of() { return preview_; }
@@ -37,7 +41,9 @@ class PreviewWindow : public QMainWindow {
   QScrollArea* view_;
   QLabel* page_;
   WindowPlace* place_;
-  QSizeF full_;  // the page at full size, in pixels of the window
+  QSizeF full_;  // the pages at full size, in pixels of the window
+  RaceRecord race_;
+  Imprint imprint_;
   bool placed_ = false;
 };
 

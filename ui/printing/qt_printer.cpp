@@ -90,8 +90,9 @@ std::string LastRefusal() {
   return text == nullptr ? "" : text;
 }
 
-std::string RaceName(const RaceRecord& race) {
-  return fmt::format("race {}{}", race.number, race.refly != 0 ? " refly" : "");
+std::string RaceName(const RaceRecord& race, Report report = Report::Heat) {
+  return fmt::format("race {}{}{}", race.number, race.refly != 0 ? " refly" : "",
+                     report == Report::Protest ? " (protest sheet)" : "");
 }
 
 PrintOutcome NotPrinted(const std::string& reason, const std::string& race) {
@@ -99,7 +100,7 @@ PrintOutcome NotPrinted(const std::string& reason, const std::string& race) {
 }
 
 PrintOutcome Spool(const PrinterChoice& choice, const RaceRecord& race, const Imprint& imprint) {
-  const std::string what = RaceName(race);
+  const std::string what = RaceName(race, imprint.report);
   const QPrinterInfo info =
       choice.name.isEmpty() ? QPrinterInfo::defaultPrinter() : QPrinterInfo::printerInfo(choice.name);
   if (info.isNull()) return NotPrinted(("No printer " + choice.name).trimmed().toStdString(), what);
@@ -140,16 +141,23 @@ PrintOutcome OutcomeOf(const std::string& printer, const PrintQueue& queue, cons
 }
 
 QtHeatPrinter::QtHeatPrinter(Program& program, QWidget* console)
-    : program_(program), console_(console), preview_(program.door().System()), spooler_(Spool) {
+    : program_(program),
+      console_(console),
+      preview_(program.door().System(),
+               [this](const RaceRecord& race, const Imprint& imprint) { Print(race, imprint); }),
+      spooler_(Spool) {
   program_.judge().SetPrinter(this);
 }
 
 void QtHeatPrinter::PrintHeat(const RaceRecord& race) {
-  const std::string what = RaceName(race);
-  Later(
-      printing_,
-      {"Printing " + what + " ...", "The print server does not answer: " + what + " may not be printed"},
-      [spool = spooler_, choice = Chosen(), race, imprint = Now()] { return spool(choice, race, imprint); });
+  Print(race, Now());
+}
+
+void QtHeatPrinter::Print(const RaceRecord& race, const Imprint& imprint) {
+  const std::string what = RaceName(race, imprint.report);
+  Later(printing_,
+        {"Printing " + what + " ...", "The print server does not answer: " + what + " may not be printed"},
+        [spool = spooler_, choice = Chosen(), race, imprint] { return spool(choice, race, imprint); });
 }
 
 void QtHeatPrinter::SaveHeat(const RaceRecord& race, const std::string& path) {
@@ -164,9 +172,10 @@ void QtHeatPrinter::SaveHeat(const RaceRecord& race, const std::string& path) {
 }
 
 // After the event: drawing the page takes longer than an event should.
-void QtHeatPrinter::PreviewHeat(const RaceRecord& race) {
+void QtHeatPrinter::ShowPreview(const RaceRecord& race, Report report) {
   QMetaObject::invokeMethod(
-      this, [this, race, imprint = Now(), choice = Chosen()] { preview_.Open(race, imprint, choice.paper); },
+      this,
+      [this, race, imprint = Now(report), choice = Chosen()] { preview_.Open(race, imprint, choice.paper); },
       Qt::QueuedConnection);
 }
 
@@ -279,7 +288,8 @@ QDialog* OpenPrinterSetup(const QStringList& printers, const QString& usual, Set
 
 std::string PrintReports(const CommandLine& line, const Imprint& imprint, const SettingsStore& settings) {
   std::vector<RaceRecord> races;
-  const std::vector<int> numbers = line.print.all ? std::vector<int>{} : line.print.races;
+  const RaceList& list = line.print.IsEmpty() ? line.protest : line.print;
+  const std::vector<int> numbers = list.all ? std::vector<int>{} : list.races;
   if (const std::error_code error = ReadRaces(SystemFiles(), line.project, settings, numbers, races)) {
     return "cannot read " + line.project + ": " + error.message();
   }

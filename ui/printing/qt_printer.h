@@ -41,9 +41,9 @@ struct PrintOutcome {
 // Of a report that can be sent, or has been sent, to that printer. `race` as in "race 3".
 PrintOutcome OutcomeOf(const std::string& printer, const PrintQueue& queue, const std::string& race);
 
-// Heat reports on the printers of this computer and in files. A print server or a disk can take seconds to
-// answer, or hang: what speaks to them runs on a thread of its own, one report after the other, and what
-// became of it is shown in the console's window.
+// Heat reports and protest sheets on the printers of this computer and in files. A print server or a disk can
+// take seconds to answer, or hang: what speaks to them runs on a thread of its own, one report after the
+// other, and what became of it is shown in the console's window.
 class QtHeatPrinter : public QObject, public HeatPrinter {
  public:
   // The console window owns the dialog boxes.
@@ -51,7 +51,9 @@ class QtHeatPrinter : public QObject, public HeatPrinter {
   ~QtHeatPrinter() override { program_.judge().SetPrinter(nullptr); }
 
   void PrintHeat(const RaceRecord& race) override;
-  void PreviewHeat(const RaceRecord& race) override;
+  void PreviewHeat(const RaceRecord& race) override { ShowPreview(race, Report::Heat); }
+  // On the screen first: the preview's menu prints it.
+  void ShowProtestSheet(const RaceRecord& race) override { ShowPreview(race, Report::Protest); }
   void SaveHeat(const RaceRecord& race, const std::string& path) override;
   void SetUpPrinter() override;
 
@@ -72,7 +74,11 @@ class QtHeatPrinter : public QObject, public HeatPrinter {
     std::string unknown;  // when the program ends before
   };
 
-  Imprint Now() { return {frmAbout::ProgramName(), program_.door().LocalNow()}; }
+  Imprint Now(Report report = Report::Heat) {
+    return {frmAbout::ProgramName(), program_.door().LocalNow(), report};
+  }
+  void ShowPreview(const RaceRecord& race, Report report);
+  void Print(const RaceRecord& race, const Imprint& imprint);
   PrinterChoice Chosen() const { return LoadPrinterChoice(program_.door().System().Settings()); }
   // Says what is being done, does it on the thread, and shows its outcome.
   void Later(WorkThread& thread, const OnItsWay& report, std::function<PrintOutcome()> work);
@@ -96,8 +102,9 @@ class QtHeatPrinter : public QObject, public HeatPrinter {
 QDialog* OpenPrinterSetup(const QStringList& printers, const QString& usual, SettingsStore& settings,
                           QWidget* parent);
 
-// Writes the heat reports that the command line asks for into a PDF, without a window; needs a
-// QGuiApplication. Empty, or why nothing was written: a file is in the way, or a race has not been flown.
+// Writes the heat reports or protest sheets that the command line asks for into a PDF, without a window;
+// needs a QGuiApplication. Empty, or why nothing was written: a file is in the way, or a race has not been
+// flown.
 std::string PrintReports(const CommandLine& line, const Imprint& imprint, const SettingsStore& settings);
 
 }  // namespace quorvane
