@@ -136,6 +136,21 @@ TEST_F(QtPrinterTest, PreviewScrollsScalesAndClosesInItsWindow) {
   EXPECT_TRUE(WaitFor([&] { return page->pixmap().width() == 794; }));
 }
 
+TEST_F(QtPrinterTest, AProtestSheetIsShownAndPrintedFromItsWindow) {
+  printer.SetSpooler([](const PrinterChoice&, const RaceRecord&, const Imprint& imprint) {
+    return PrintOutcome{true, imprint.report == Report::Protest ? "sheet printed" : "report printed"};
+  });
+  Click("frmJudge.mnuProtestSheet");
+  PreviewWindow& preview = printer.Preview();
+  ASSERT_TRUE(WaitFor([&] { return preview.windowTitle() == "Protest Sheet" && preview.isVisible(); }));
+  preview.Menu().Find(preview.Of().mnuFilePrint)->trigger();
+  ExpectNotice("sheet printed");
+  Click("frmJudge.cmdPrint");
+  ExpectNotice("report printed");
+  Click("frmJudge.cmdStart");
+  EXPECT_FALSE(program.judge().mnuProtestSheet.Enabled());
+}
+
 TEST_F(QtPrinterTest, SetupKeepsAPrinterThatIsSwitchedOff) {
   SavePrinterChoice(settings, {QStringLiteral("Laser"), QPageSize(QPageSize::Letter)});
   OpenPrinterSetup({QStringLiteral("Ink")}, QStringLiteral("Ink"), settings, nullptr)->accept();
