@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
-#include <ranges>
 #include <set>
 #include <utility>
 
@@ -195,8 +194,8 @@ void ReadLane(LaneRecord& lane, const LaneLog& log, int mode) {
     if (event.Kind == "C") lane.cuts.push_back({event.SourceName, event.EventTime, event.Count});
     if (event.Kind == "T") lane.turns.push_back(event.EventTime);
   }
-  for (const Correction& correction : log.Corrections() | std::views::take(kMostCorrections)) {
-    const auto& [time, what, by, before, after] = correction;
+  for (const auto& [time, what, by, before, after] : log.Corrections()) {
+    if (lane.corrections.size() >= kMostCorrections) break;
     lane.corrections.push_back({time, what, by, EntryOf(before), EntryOf(after)});
   }
   for (LapRecord& lap : lane.laps) {
