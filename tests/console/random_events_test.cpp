@@ -179,15 +179,17 @@ class Monkey {
 };
 
 TEST(RandomEvents, NothingStopsTheConsole) {
-  const int steps = std::getenv("QUORVANE_LONG") != nullptr ? 50000 : 5000;
+  const bool longer = std::getenv("QUORVANE_LONG") != nullptr;
+  const int steps = longer ? 50000 : 5000;
+  const unsigned seeds = longer ? 20 : 8;
   int saved = 0;
-  for (unsigned seed = 1; seed <= 20; ++seed) {
+  for (unsigned seed = 1; seed <= seeds; ++seed) {
     SCOPED_TRACE("seed " + std::to_string(seed));
     Monkey monkey(seed);
     for (int i = 0; i < steps && !testing::Test::HasFatalFailure(); ++i) monkey.Step();
     saved += monkey.saved;
   }
-  EXPECT_GT(saved, 100);
+  EXPECT_GT(saved, 40);
 }
 
 TEST(RandomEvents, SendersLanesAndModesOutOfRangeChangeNothing) {
