@@ -26,6 +26,7 @@ JudgeControls::JudgeControls(Forms& forms) : Form(forms, "frmJudge") {
   }
   cboRaceMode.SetItems({kRaceModeNames.begin(), kRaceModeNames.end()});
   tmrSaveRetry.SetInterval(3000);
+  mnuManual.SetToolTip("Ctrl+F1 opens the page of the window in hand");
 }
 
 frmJudge::frmJudge(Door& door, RaceState& race, RaceClock& clock, Project& project, frmSerialPort& link,

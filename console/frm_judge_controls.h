@@ -37,6 +37,7 @@ class JudgeControls : public Form {
   Control& mnuLaneColors = AddCaptioned(Menu, "mnuLaneColors", "Set &Lane Colors", &mnuSetRaceInfo);
   Control& mnuTimerSettings = AddCaptioned(Menu, "mnuTimerSettings", "&Timer Settings...", &mnuSetRaceInfo);
   Control& mnuHelp = AddCaptioned(Menu, "mnuHelp", "&Help");
+  Control& mnuManual = AddCaptioned(Menu, "mnuManual", "&Manual", &mnuHelp);  // the window opens it
   Control& mnuKeyboard = AddCaptioned(Menu, "mnuKeyboard", "&Keyboard", &mnuHelp);
   Control& mnuAbout = AddCaptioned(Menu, "mnuAbout", "&About Quorvane...", &mnuHelp);
 

@@ -17,6 +17,7 @@ packages_to_build=(
 packages_to_check=(
   libbenchmark-dev poppler-utils
   clang clang-format clang-tidy libclang-rt-14-dev
+  python3
 )
 # What only the long form of the checks needs.
 packages_to_check_long=(g++-mingw-w64-x86-64-posix)

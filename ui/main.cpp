@@ -14,6 +14,7 @@
 #include "ui/command_line.h"
 #include "ui/demo.h"
 #include "ui/end_requests.h"
+#include "ui/manual.h"
 #include "ui/printing/qt_printer.h"
 #include "ui/program_windows.h"
 #include "ui/qt/qt_platform.h"
@@ -47,6 +48,7 @@ int Run(const CommandLine& line) {
   serial.SetDoor(&program.door());
   const ResultsWindow results(program, windows);
   const Scoreboard scoreboard(program, windows);
+  const Manual manual(program, windows);
   SessionRecording recording(program, windows);
   const EndRequests endRequests(program);
   serial.SetOpened(std::bind_front(&SessionRecorder::NoteOpened, &recording.Recorder()));

@@ -13,6 +13,7 @@
 
 #include "tests/support/rows.h"
 #include "tests/ui/fixture.h"
+#include "ui/manual.h"
 #include "ui/printing/qt_printer.h"
 #include "ui/results_window.h"
 #include "ui/scoreboard.h"
@@ -220,6 +221,38 @@ TEST_F(InputTest, KeysJudgeFromWhateverWindowIsInFront) {
     expected += "F10 0 ";
     EXPECT_EQ(log.keys, expected) << menu;
   }
+}
+
+TEST_F(InputTest, CtrlF1OpensTheManualsPageOfTheWindowInFrontAndStartsNothing) {
+  const ResultsWindow results(program, windows);
+  const Scoreboard scoreboard(program, windows);
+  QtHeatPrinter printer(program, &windows.Console());
+  std::string opened;
+  bool shows = true;
+  const Manual manual(program, windows, folder.path(), [&](const QString& file) {
+    opened += QFileInfo(file).baseName().toStdString() + " ";
+    return shows;
+  });
+  Key(Qt::Key_F1, Qt::ControlModifier);
+  const std::string missing = "The manual is not installed: " + folder.path().toStdString();
+  EXPECT_EQ(judge().lblNotice.Caption(), missing);
+  for (const char* page : {"console", "index", "keys", "laps-and-cuts", "link", "printing", "protests",
+                           "results", "scoreboard"}) {
+    const std::ofstream file(InFolder(std::string(page) + ".html"));
+  }
+  for (const char* menu : {"lblStatus", "mnuManual", "mnuKeyboard", "mnuLog", "mnuResults", "mnuScoreboard",
+                           "mnuPrintPreview", "mnuProtestSheet", "lblComm"}) {
+    Enter(EventKind::Click, std::string("frmJudge.") + menu);
+    Settle();
+    if (menu == std::string("mnuManual")) continue;
+    QTest::keyClick(QApplication::activeWindow()->windowHandle(), Qt::Key_F1, Qt::ControlModifier);
+  }
+  EXPECT_EQ(opened, "console index keys laps-and-cuts results scoreboard printing protests link ");
+  EXPECT_EQ(log.keys, "");
+  shows = false;
+  Enter(EventKind::Click, "frmJudge.mnuManual");
+  EXPECT_EQ(judge().lblNotice.Caption(),
+            "No program shows web pages. The manual is " + InFolder("index.html"));
 }
 
 TEST_F(InputTest, HeatBeingTypedIsTheOneThatIsStarted) {

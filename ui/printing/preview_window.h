@@ -28,6 +28,7 @@ class PreviewWindow : public QMainWindow {
   PrintPreview& Of() { return preview_; }
   MenuView& Menu() { return *menu_; }
   QScrollArea& View() { return *view_; }
+  Report Shown() const { return imprint_.report; }
 
  protected:
   void closeEvent(QCloseEvent* event) override;
