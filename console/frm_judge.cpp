@@ -74,10 +74,7 @@ void frmJudge::HookEvents() {
   lblComm.onClick = [this] { door_.AllForms().Show(link_); };
   lblNotice.onClick = [this] { ShowNotice({}); };
   tmrTimeTick.onTimer = [this] { tmrTimeTick_Timer(); };
-  // A disk that hangs would hold up the hands at the console; what waits is safe in memory.
-  tmrSaveRetry.onTimer = [this] {
-    if (!race_.BeingFlown()) project_.Retry();
-  };
+  tmrSaveRetry.onTimer = [this] { project_.RetryByItself(); };
   HookMenu();
 }
 

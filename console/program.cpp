@@ -5,7 +5,7 @@ namespace quorvane {
 Program::Program(Platform& platform, SerialControl& serial, FileOps& files, BackgroundFiles::Way way)
     : door_(platform),
       clock_(door_, race_),
-      project_(race_, files),
+      project_(race_, files, way == BackgroundFiles::Way::OwnThread),
       keeper_(files, way),
       judge_(door_, race_, clock_, project_, link_, keeper_),
       link_(door_, race_, judge_, serial),

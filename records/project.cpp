@@ -32,8 +32,8 @@ double DaySerial(const LocalDateTime& at) {
 
 }  // namespace
 
-Project::Project(RaceState& race, FileOps& files)
-    : race_(race), files_(files), store_(std::make_unique<ProjectStore>("", files)) {}
+Project::Project(RaceState& race, FileOps& files, bool behind)
+    : race_(race), files_(files), behind_(behind), store_(std::make_unique<ProjectStore>("", files)) {}
 
 Project::Opened Project::Open(const std::string& path) {
   auto next = std::make_unique<ProjectStore>(path, files_);
@@ -63,6 +63,7 @@ Project::Opened Project::Use(std::unique_ptr<ProjectStore> next) {
     return Opened::HeldElsewhere;
   }
   next->SetOwner([this] { return MayLook(); }, [this] { return race_.RaceActive; });
+  if (behind_) next->SetPatience([this] { return Patience(); });
   if (!store_->Saved()) unsaved_.push_back(std::move(store_));
   store_ = std::move(next);
   return Opened::Yes;
@@ -75,6 +76,11 @@ bool Project::MayLook() {
   if (now - lookedAt_ < kLookMs) return false;
   lookedAt_ = now;
   return true;
+}
+
+// ms. Of a disk that is well nobody notices either.
+int Project::Patience() const {
+  return race_.BeingFlown() ? 5 : 300;
 }
 
 std::vector<std::string> Project::TakeMoved() {
@@ -91,6 +97,10 @@ bool Project::Retry() {
   });
   store_->Retry();
   return Saved();
+}
+
+void Project::RetryByItself() {
+  if (behind_ || !race_.BeingFlown()) Retry();
 }
 
 bool FileExists(const std::string& path) {

@@ -15,7 +15,8 @@ namespace quorvane {
 // reads as the fallback; a write that fails is tried again (see Saved).
 class Project {
  public:
-  explicit Project(RaceState& race, FileOps& files = SystemFiles());
+  // `behind`: a disk that is slow is not waited for (ProjectStore::SetPatience).
+  explicit Project(RaceState& race, FileOps& files = SystemFiles(), bool behind = false);
 
   // With a clock a read asks the disk for the file at most once in kLookMs of it, and not while a race is
   // flown. A write always asks.
@@ -50,6 +51,8 @@ class Project {
   bool Saved() const { return store_->Saved() && unsaved_.empty(); }
   std::string Problem() const { return unsaved_.empty() ? store_->Problem() : unsaved_.front()->Problem(); }
   bool Retry();
+  // The same for a timer: while a race is flown only where it holds up nobody's hands.
+  void RetryByItself();
   // Races and reflies saved under another number than their own, in words for the operator, each once.
   std::vector<std::string> TakeMoved();
 
@@ -59,10 +62,12 @@ class Project {
 
  private:
   bool MayLook();
+  int Patience() const;
   Opened Use(std::unique_ptr<ProjectStore> next);
 
   RaceState& race_;
   FileOps& files_;
+  const bool behind_;
   const EventClock* clock_ = nullptr;
   std::int64_t lookedAt_ = -kLookMs;
   std::string openProblem_;

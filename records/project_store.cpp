@@ -18,6 +18,8 @@ namespace {
 // No contest comes near this; a file beyond it is not a project file, and reading it would stall the console.
 constexpr size_t kLargestFile = size_t{256} << 20;
 constexpr size_t kMostCharacters = 2047;
+// How long the end of the program waits for a save that is still in hand.
+constexpr int kEndMs = 5000;
 // How often a save starts over because another program keeps changing the file.
 constexpr int kMostAttempts = 5;
 
@@ -31,6 +33,21 @@ std::string Absolute(const std::string& path) {
 
 std::string Reason(const char* what, const std::string& path, const std::error_code& error) {
   return std::string(what) + " " + path + ": " + error.message();
+}
+
+// What a look at the file has found.
+struct Glance {
+  std::error_code error;
+  FileStamp stamp;
+  std::string bytes;
+  bool same = false;  // as it was seen last
+};
+
+void LookAt(FileOps& files, const std::string& path, const std::optional<FileStamp>& last, Glance& glance) {
+  glance.error = files.Look(path, glance.stamp);
+  glance.same = !glance.error && last == glance.stamp;
+  if (glance.error || glance.same || glance.stamp.kind == FileStamp::Kind::Missing) return;
+  glance.error = files.ReadFile(path, kLargestFile, glance.bytes, glance.stamp);
 }
 
 // ---- Changes that were kept in memory.
@@ -167,8 +184,24 @@ std::vector<std::string> MoveTakenRaces(const ProfileFile& file, std::vector<Kep
 
 }  // namespace
 
+// What is to be put in the place of the file, and what has become of it.
+struct ProjectStore::Replacement {
+  std::string bytes;
+  std::uint64_t revision = 0;  // of the text
+  FileStamp seen;
+  std::error_code error = {};
+};
+
 ProjectStore::ProjectStore(const std::string& path, FileOps& files) : files_(files), path_(Absolute(path)) {
   Refresh();
+}
+
+ProjectStore::~ProjectStore() {
+  if (saving_ && disk_.Wait(kEndMs)) {
+    patience_ = [] { return kEndMs; };
+    Retry();
+  }
+  Unlock();
 }
 
 LockResult ProjectStore::TryLock() {
@@ -188,6 +221,7 @@ std::string ProjectStore::Read(std::string_view section, std::string_view key, s
 void ProjectStore::Write(std::string_view section, std::string_view key, std::string_view value) {
   pending_.push_back({std::string(section), std::string(key), std::string(value)});
   if (text_.Write(section, key, value)) differs_ = true;
+  ++revision_;
   if (groups_ == 0) Commit();
 }
 
@@ -204,29 +238,40 @@ bool ProjectStore::Retry() {
   return Saved();
 }
 
-// Looks whether the file is still the one last seen, and takes in what another program has changed.
-void ProjectStore::Refresh() {
-  FileStamp now;
-  std::error_code error = files_.Look(path_, now);
-  if (!error && looked_ && unreadable_.empty() && now == seen_) return;
+// True: done. False: it takes longer than the caller is to wait.
+bool ProjectStore::Behind(std::function<void()> job) {
+  if (patience_) return disk_.Do(std::move(job), patience_());
+  job();
+  return true;
+}
+
+// Looks whether the file is still the one last seen, and takes in what another program has changed. False:
+// the disk takes too long, or is busy with what this program writes.
+bool ProjectStore::Refresh() {
+  if (saving_ || (patience_ && disk_.Busy())) return false;
+  const auto glance = std::make_shared<Glance>();
+  const std::optional<FileStamp> last =
+      looked_ && unreadable_.empty() ? std::optional(seen_) : std::optional<FileStamp>();
+  if (!Behind([&files = files_, path = path_, last, glance] { LookAt(files, path, last, *glance); }))
+    return false;
+  if (glance->same) return true;
   looked_ = true;
   foreign_.clear();
-  std::string bytes;
-  const bool missing = !error && now.kind == FileStamp::Kind::Missing;
-  if (!error && !missing) error = files_.ReadFile(path_, kLargestFile, bytes, now);
+  const bool missing = !glance->error && glance->stamp.kind == FileStamp::Kind::Missing;
   const bool disappeared = missing && seen_.kind == FileStamp::Kind::File;
-  seen_ = now;
+  seen_ = glance->stamp;
   unreadable_.clear();
-  if (error && (now.kind == FileStamp::Kind::Folder || now.kind == FileStamp::Kind::Other)) {
+  if (glance->error && (seen_.kind == FileStamp::Kind::Folder || seen_.kind == FileStamp::Kind::Other)) {
     unreadable_ = path_ + " is not a file";
-  } else if (error) {
-    unreadable_ = Reason("Cannot read", path_, error);
+  } else if (glance->error) {
+    unreadable_ = Reason("Cannot read", path_, glance->error);
   } else if (missing) {
     // It must be written again even if the next write changes nothing in it.
     if (disappeared) differs_ = true;
   } else {
-    TakeIn(std::move(bytes));
+    TakeIn(std::move(glance->bytes));
   }
+  return true;
 }
 
 void ProjectStore::TakeIn(std::string bytes) {
@@ -282,23 +327,46 @@ void ProjectStore::Commit() {
   pending_.clear();
 }
 
+// False: the disk takes too long, and it goes on behind.
+bool ProjectStore::BeginReplacement() {
+  saving_ = std::make_shared<Replacement>(Replacement{text_.Serialize(), revision_, seen_});
+  if (saving_->bytes.size() > kLargestFile) {
+    saving_->error = std::make_error_code(std::errc::file_too_large);
+    return true;
+  }
+  return Behind([&files = files_, path = path_, saving = saving_] {
+    std::string target;
+    saving->error = files.Resolve(path, target);
+    if (!saving->error) saving->error = ReplaceFile(files, target, saving->bytes, saving->seen);
+  });
+}
+
+std::error_code ProjectStore::EndReplacement() {
+  const auto saved = std::exchange(saving_, nullptr);
+  seen_ = saved->seen;
+  if (saved->error == kFileChanged) return saved->error;
+  if (!saved->error) kind_ = KindOfContent(saved->bytes);
+  files_.FollowLock(path_, lock_);
+  // What was written meanwhile has to follow.
+  if (!saved->error) differs_ = saved->revision != revision_;
+  return saved->error;
+}
+
 // Brings `text_` to the disk; returns why it could not, or nothing.
 std::string ProjectStore::ReplaceOnDisk() {
+  const std::string slow = problem_.empty() ? "Writing " + path_ + " takes long" : problem_;
+  if (patience_ && disk_.Busy()) return slow;
   std::error_code error;
   for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
-    Refresh();
-    if (!unreadable_.empty()) return unreadable_;
-    if (!foreign_.empty()) return foreign_;
-    if (!differs_) return {};
-    const std::string bytes = text_.Serialize();
-    std::string target;
-    error = files_.Resolve(path_, target);
-    if (!error && bytes.size() > kLargestFile) error = std::make_error_code(std::errc::file_too_large);
-    if (!error) error = ReplaceFile(files_, target, bytes, seen_);
-    if (error == kFileChanged) continue;
-    if (!error) kind_ = KindOfContent(bytes);
-    files_.FollowLock(path_, lock_);
-    break;
+    if (!saving_) {
+      if (!Refresh()) return slow;
+      if (!unreadable_.empty()) return unreadable_;
+      if (!foreign_.empty()) return foreign_;
+      if (!differs_) return {};
+      if (!BeginReplacement()) return slow;
+    }
+    error = EndReplacement();
+    if (error ? error != kFileChanged : !differs_) break;
   }
   return error ? Reason("Cannot write", path_, error) : std::string();
 }

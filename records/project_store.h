@@ -1,12 +1,15 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
+#include "files/disk_thread.h"
 #include "files/file_ops.h"
 #include "files/output_guard.h"
 #include "records/profile_file.h"
@@ -37,7 +40,7 @@ class ProjectStore {
  public:
   // The file need not exist. Gives up the lock, and whatever could not be saved, at its end.
   explicit ProjectStore(const std::string& path, FileOps& files = SystemFiles());
-  ~ProjectStore() { Unlock(); }
+  ~ProjectStore();
   ProjectStore(const ProjectStore&) = delete;
   ProjectStore& operator=(const ProjectStore&) = delete;
 
@@ -54,6 +57,11 @@ class ProjectStore {
     mayLook_ = std::move(mayLook);
     raceAtStake_ = std::move(raceAtStake);
   }
+  // From now on a call waits for the disk only for as many ms as `patience` says at that moment. What takes
+  // longer goes on behind: reads show what was known before, and a write counts as not saved until a Retry()
+  // finds it done. `files` then has to outlive the program, because what hangs is left behind at the end.
+  void SetPatience(std::function<int()> patience) { patience_ = std::move(patience); }
+
   // Why the file that stands there is not to be read or replaced; empty when it is, or there is none.
   const std::string& Unreadable() const { return unreadable_; }
   // What kind of file was there when it was last read: Empty when there is none.
@@ -81,7 +89,12 @@ class ProjectStore {
   bool Retry();
 
  private:
-  void Refresh();
+  struct Replacement;
+
+  bool Refresh();
+  bool Behind(std::function<void()> job);
+  bool BeginReplacement();
+  std::error_code EndReplacement();
   bool FitsIn(const ProfileFile& file);
   void TakeIn(std::string bytes);
   void Commit();
@@ -104,6 +117,10 @@ class ProjectStore {
   std::string problem_;
   int groups_ = 0;
   FileLock lock_;
+  std::function<int()> patience_;  // empty: without end, and no thread
+  DiskThread disk_;
+  std::uint64_t revision_ = 0;           // of `text_`, counted in writes
+  std::shared_ptr<Replacement> saving_;  // in hand, or over and not looked at yet
 };
 
 // Gathers the writes of its lifetime into one replacement of the file, also when an error ends it early.

@@ -1,12 +1,14 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <chrono>
 #include <functional>
 #include <tuple>
 
 #include "tests/support/console_rig.h"
 #include "tests/support/ordinary_user.h"
 #include "tests/support/scratch_folder.h"
+#include "tests/support/troubled_disk.h"
 
 namespace quorvane {
 namespace {
@@ -105,6 +107,49 @@ TEST(Project, TheDiskIsAskedOnceASecondNeverInTheRaceAndWrittenOnceASave) {
   rig.Click("frmJudge.cmdSave");
   EXPECT_EQ(files.replacements, 1);
   EXPECT_NE(FileBytes(rig.file).find("[Current]\r\nRace=2"), std::string::npos);
+}
+
+// Whatever fails in a save, or takes seconds: the console goes on at once, says so, keeps the race beside the
+// project, and has it saved soon after the disk is well again, even while the next race is flown.
+TEST(Project, ASaveThatFailsOrTakesSecondsHoldsUpNobodyAndLosesNothing) {
+  using std::chrono::milliseconds;
+  constexpr int kSlow = static_cast<int>(std::size(TroubledDisk::kSteps));
+  const auto wellAgain = [](ConsoleRig& rig) {
+    rig.At(rig.platform.ClockMs() + 3100);
+    return rig.program.project().Saved();
+  };
+  for (const auto error : {std::errc::no_space_on_device, std::errc::read_only_file_system,
+                           std::errc::no_such_file_or_directory, std::errc::timed_out}) {
+    const bool slow = error == std::errc::timed_out;
+    for (int step = slow ? kSlow : 0; step < kSlow + (slow ? 1 : 0); ++step) {
+      SCOPED_TRACE(std::make_error_code(error).message() + ", step " + std::to_string(step));
+      static TroubledDisk disk;  // what hangs is left behind
+      ConsoleRig rig(false, disk, ConsoleRig::Way::OwnThread);
+      rig.Load();
+      rig.Click("frmJudge.cmdStart");
+      for (int lap = 1; lap <= 10; ++lap) {
+        rig.At(lap * 7000);
+        rig.Key("F1");
+      }
+      rig.At(120000);
+      ASSERT_TRUE(rig.program.keeper().Wait(5000));
+      disk.error = error;
+      if (slow) disk.slowMs = 200;  // each of the calls
+      if (!slow) disk.failing = step;
+      const auto begun = std::chrono::steady_clock::now();
+      rig.Click("frmJudge.cmdSave");
+      rig.Click("frmJudge.cmdStart");
+      for (int i = 0; i < 20; ++i) rig.At(rig.platform.ClockMs() + 500);
+      EXPECT_LT(std::chrono::steady_clock::now() - begun, milliseconds(900));
+      EXPECT_TRUE(rig.judge().lblNotSaved.Visible());
+      EXPECT_TRUE(rig.race().BeingFlown());
+      disk.failing = -1;
+      disk.slowMs = 0;
+      for (int i = 0; i < 100 && !wellAgain(rig); ++i) std::this_thread::sleep_for(milliseconds(20));
+      EXPECT_FALSE(rig.judge().lblNotSaved.Visible());
+      EXPECT_NE(FileBytes(rig.file).find("[Race1_Lane1]\r\nNumEvents=10"), std::string::npos);
+    }
+  }
 }
 
 }  // namespace
