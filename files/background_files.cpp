@@ -5,8 +5,11 @@
 #include <condition_variable>
 #include <deque>
 #include <mutex>
+#include <string_view>
 #include <thread>
 #include <utility>
+
+#include "base/text.h"
 
 namespace quorvane {
 namespace {
@@ -36,9 +39,12 @@ std::error_code Put(FileOps& files, const std::string& path, const std::optional
 
 }  // namespace
 
+// Only the usual ending goes: "contest.txt" in the same folder is another contest.
 std::string BesideProject(const std::string& project, const char* ending) {
-  const std::size_t dot = project.rfind('.');
-  return project.substr(0, dot == 0 ? std::string::npos : dot) + ending;
+  constexpr std::string_view kUsual = ".ini";
+  const std::size_t base = project.size() - std::min(project.size(), kUsual.size());
+  const bool usual = EqualsIgnoringCase(std::string_view(project).substr(base), kUsual);
+  return project.substr(0, usual ? base : std::string::npos) + ending;
 }
 
 struct BackgroundFiles::Writer {

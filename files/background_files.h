@@ -16,7 +16,7 @@ namespace quorvane {
 inline constexpr const char* kRunningEnding = ".running";
 inline constexpr const char* kDroppedEnding = ".dropped";
 inline constexpr std::array kKeptRaces = {kRunningEnding, kDroppedEnding};
-// "contest.running" for "contest.ini".
+// "contest.running" for "contest.ini", "contest.txt.running" for "contest.txt".
 std::string BesideProject(const std::string& project, const char* ending);
 
 // Small files that must be on the disk within a moment, but must never make the caller wait: the race on the
