@@ -42,7 +42,9 @@ void frmJudge::ProcessMessage(const StationMessage& frame) {
   } else if (frame.From == kFirstJudge && frame.To == kPylonBox) {
     if (!race_.BeingFlown()) return;
     ForEachLane([&](frmLane& lane, std::size_t i) {
-      if (lane.CanDoTurn() && frame.Lit[i] != 0) lane.DoTurn(kTimers, RaceTime(), frame.Lit[i] * 8);
+      const bool counted = !race_.ManualStart && lane.HasTurnOf(race_.LaneStartOffset);
+      if (lane.CanDoTurn() && frame.Lit[i] != 0 && !counted)
+        lane.DoTurn(kTimers, RaceTime(), frame.Lit[i] * 8);
     });
   } else if (frame.From == kStarter) {
     ProcessStartersMessage(frame);

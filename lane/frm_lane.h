@@ -103,6 +103,9 @@ class frmLane : public Form {
   void cntrCut(int pylon);                                            // 1..3
   void DoTurn(int source, std::int32_t time, std::int32_t interval);  // interval: ms that the turn is shown
   bool CanDoTurn() const;
+  // Whether a report of this moment (ms of the race clock) is of a turn that was counted already: a program
+  // that was held up, or died, hears the same report again when its own light is out.
+  bool HasTurnOf(std::int32_t time) const;
 
   // Putting entries of the log right, named by their serials. Counts, cells and result follow, and a lane
   // that is still flown gets nearly the time of a whole lap from now. An entry that is not there stays so.

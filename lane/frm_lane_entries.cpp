@@ -13,6 +13,8 @@ constexpr Color kLapLight = Color::Rgb(0x8080FF);
 constexpr std::int32_t kFirstLapFrom = 5000;
 constexpr std::int32_t kBetweenLaps = 3000;
 constexpr std::int32_t kPanelLockOut = 4000;
+constexpr std::int32_t kClocksDiffer = 50;   // ms
+constexpr std::int32_t kTurnReports = 900;   // ms for which a turn goes on being reported
 constexpr std::int32_t kPanelTurn = 2000;    // ms that a turn of the operator is shown
 constexpr std::int32_t kPreviousLap = 4000;  // so soon after a lap, a cut at pylon 2 or 3 belongs before it
 constexpr std::int32_t kBetweenMissedPylons = 3000;
@@ -236,6 +238,14 @@ void frmLane::DoTurn(int source, std::int32_t time, std::int32_t interval) {
 
 bool frmLane::CanDoTurn() const {
   return !tmrTurns.Enabled() && !IsFinished();
+}
+
+bool frmLane::HasTurnOf(std::int32_t time) const {
+  const auto log = log_.Entries();
+  const auto turn = std::find_if(log.rbegin(), log.rend(), [](const LaneEvent& e) { return e.Kind == "T"; });
+  if (turn == log.rend()) return false;
+  const std::int32_t since = SubtractLong(ToRaceTime(time), turn->EventTime);
+  return since >= -kClocksDiffer && since <= kTurnReports;
 }
 
 void frmLane::cmdTurn_Click() {
