@@ -105,6 +105,38 @@ TEST(Recovery, StandsStillWhenNothingCanBeInTheAir) {
   }
 }
 
+// Forward and back, in the race and while the program is down. Where the computer was not started anew, its
+// clock counts for nothing; otherwise a race that cannot be in the air comes back stopped.
+TEST(Recovery, OutlivesAClockThatIsSetByHours) {
+  for (const std::int64_t hours : {-9, -1, 2, 30}) {
+    for (const bool newBoot : {false, true}) {
+      SCOPED_TRACE(std::to_string(hours) + (newBoot ? " h, another boot" : " h"));
+      ConsoleRig rig(false, SystemFiles(), ConsoleRig::Way::AtOnce);
+      const auto set = [&](std::int64_t by) {
+        rig.platform.start += std::chrono::hours(by);
+        rig.platform.computer.utcMs += by * 3600000;
+      };
+      rig.platform.computer = {1795251600000, "one", 50000};
+      FlyThreeLaps(rig);
+      const auto logs = Logs(rig);
+      set(hours);
+      rig.At(23000);
+      EXPECT_EQ(rig.judge().lblStatus.Caption(), "21.9");
+      rig.Crash(4000);
+      set(-2 * hours);
+      if (newBoot) rig.platform.computer.boot = "two";
+      rig.Answer(Word::Yes);
+      LoadAgain(rig);
+      EXPECT_EQ(Logs(rig), logs);
+      EXPECT_EQ(rig.race().RaceDone, newBoot);
+      EXPECT_EQ(rig.program.clock().RaceTime(), newBoot ? 21000 : 26000);
+      rig.At(120000);
+      rig.Click("frmJudge.cmdSave");
+      EXPECT_EQ(rig.Value("Race1_Lane1", "NumLaps"), "3");
+    }
+  }
+}
+
 TEST(Recovery, IsAskedOnceAndThrowsNothingAway) {
   ConsoleRig rig(false, SystemFiles(), ConsoleRig::Way::AtOnce);
   FlyThreeLaps(rig);
@@ -178,6 +210,27 @@ TEST(Recovery, TakesAnyFile) {
     EXPECT_TRUE(rig.judge().Visible());
     rig.platform.answers.clear();
   }
+}
+
+// A turn is reported three times. A program that was held up hears the last of them when its own light is
+// out; so does one that died.
+TEST(Recovery, CountsATurnOnceHoweverLateItIsReportedAgain) {
+  ConsoleRig rig(true, SystemFiles(), ConsoleRig::Way::AtOnce);
+  rig.Load();
+  rig.Starter(60000, true);
+  const auto turnsAfter = [&](int ms, int sentAt, int light) {
+    rig.At(rig.platform.ClockMs() + ms);
+    rig.Receive(Frame(0, 6, 60000 + sentAt).Lane(0, 0, light));
+    return std::ranges::count(rig.lane(0).Events().Entries(), "T", &LaneEvent::Kind);
+  };
+  EXPECT_EQ(turnsAfter(7000, 7000, 100), 1);
+  EXPECT_EQ(turnsAfter(1500, 7300, 62), 1);
+  EXPECT_EQ(turnsAfter(2500, 11000, 100), 2);
+  rig.Crash(300);
+  rig.Answer(Word::Yes);
+  LoadAgain(rig);
+  EXPECT_EQ(turnsAfter(100, 11400, 50), 2);
+  EXPECT_EQ(turnsAfter(3900, 15300, 100), 3);
 }
 
 int Laps(const std::vector<field::ToldHeat>& heats) {
