@@ -2,8 +2,11 @@
 // clock; and what the records say of them.
 
 #include <gtest/gtest.h>
+#include <malloc.h>
 
 #include <algorithm>
+#include <cstdio>
+#include <cstdlib>
 
 #include "field/plan.h"
 #include "results/results_formats.h"
@@ -11,6 +14,14 @@
 
 namespace quorvane {
 namespace {
+
+extern "C" __attribute__((weak)) std::size_t __sanitizer_get_current_allocated_bytes();
+
+// What the program has on the heap.
+std::size_t LiveBytes() {
+  const bool sanitized = __sanitizer_get_current_allocated_bytes != nullptr;
+  return sanitized ? __sanitizer_get_current_allocated_bytes() : mallinfo2().uordblks;
+}
 
 // Lets the field and the console run against each other until the field is done; returns what was flown.
 std::vector<field::HeatResult> FlyContest(ConsoleRig& rig, const field::FieldOptions& options) {
@@ -53,15 +64,34 @@ TEST(Contest, EveryRaceIsKeptAsItWasFlown) {
       SCOPED_TRACE("mode " + std::to_string(mode) + (noisy ? " noisy" : ""));
       ConsoleRig rig(true);
       rig.Load();
-      field::FieldOptions options{.heats = 3, .mode = mode, .seed = static_cast<std::uint32_t>(40 + mode)};
+      const int heats = noisy && std::getenv("QUORVANE_LONG") != nullptr ? 34 : 3;
+      field::FieldOptions options{
+          .heats = heats, .mode = mode, .seed = static_cast<std::uint32_t>(40 + mode)};
       options.count = mode % 2 == 0;
       options.hold = mode == 4;
       if (noisy) options.line = {.noise = 0.05, .loss = 0.05, .damage = 0.05, .split = true};
       const auto flown = FlyContest(rig, options);
-      ASSERT_EQ(flown.size(), 3U);
+      ASSERT_EQ(flown.size(), static_cast<std::size_t>(heats));
+      EXPECT_EQ(rig.race().RaceNumber, heats + 1);
       EXPECT_EQ(Differences(rig, flown, {.tolerance = 3, .lossy = noisy}), std::vector<std::string>());
     }
   }
+}
+
+// Stations that are polled between two races cost no memory, however long.
+TEST(Contest, IdlesForHoursWithoutGrowing) {
+  const int hours = std::getenv("QUORVANE_LONG") != nullptr ? 10 : 2;
+  ConsoleRig rig(true);
+  rig.Load();
+  FieldLink link(rig, {});
+  const auto bytesAfter = [&](int hour) {
+    link.RunUntil(std::int64_t{hour} * 3600000);
+    return LiveBytes();
+  };
+  const std::size_t first = bytesAfter(1), last = bytesAfter(hours);
+  std::printf("%zu bytes in use after an hour, %zu after %d\n", first, last, hours);
+  EXPECT_LT(last, first + 4096);
+  EXPECT_GT(rig.program.link().Counters().good, hours * 7000);
 }
 
 // Two rounds of four heats in all race modes and a refly: closed, opened again, and shown in another mode.
