@@ -16,6 +16,7 @@ packages_to_build=(
 )
 packages_to_check=(
   libbenchmark-dev poppler-utils
+  python3 faketime
   clang clang-format clang-tidy libclang-rt-14-dev
   python3
 )

@@ -40,6 +40,12 @@ std::string HeatJson(int heat, const RaceRecord& race) {
   return Json{{"heat", heat}, {"lanes", lanes}}.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 
+// At once, for whoever measures.
+void Say(const std::string& text) {
+  std::fputs(text.c_str(), stdout);
+  std::fflush(stdout);
+}
+
 // As lines to be read.
 std::string HeatText(int heat, const RaceRecord& race) {
   std::string text = fmt::format("Heat {}\n", heat);
@@ -91,6 +97,7 @@ void Demo::LookAtRace() {
   if (race_ == 0) {
     if (!program_.judge().RaceBeingFlown()) return;
     race_ = race.RaceNumber;
+    Say(fmt::format("Race {} is flown\n", race_));
   }
   if (program_.judge().HasRun(race_)) return WriteHeat();
   const std::int32_t time = program_.clock().RaceTime();
@@ -112,8 +119,7 @@ void Demo::WriteHeat() {
   const RaceRecord race = ReadRace(OpenProject(program_.project(), program_.race()), race_);
   race_ = 0;
   pictured_.clear();
-  std::fputs(HeatText(heat_, race).c_str(), stdout);
-  std::fflush(stdout);
+  Say(HeatText(heat_, race));
   shown_ << HeatJson(heat_, race) << std::endl;
   if (heat_ == heats_) program_.door().System().EndProgram();
 }
