@@ -43,6 +43,17 @@ TEST(StationMessage, AKnownFrameReadsFieldByField) {
   EXPECT_EQ(names, "Judges 1,Timers,,Display,Stn(8),Stn(253),Laptop,Ack,");
 }
 
+TEST(StationMessage, ACutByteHasASlotForEachCount) {
+  StationMessage m;
+  m.ssDbl = 1;  // of the race before
+  SetCuts(m, 0, {1, 1, 1, 1});
+  SetCuts(m, 1, {2, 3, 2, 9});
+  SetCuts(m, 2, {0, 2, 1, 0});
+  SetCuts(m, 3, {});
+  EXPECT_EQ(m.Cuts, (std::array<std::uint8_t, 4>{0x55, 0xFF, 0x1C, 0}));
+  EXPECT_EQ(std::pair(m.ssSgl, m.ssDbl), (std::pair<std::uint8_t, std::uint8_t>(0b0101, 0b0110)));
+}
+
 TEST(FrameReceiver, FindsAndLosesFramesLikeThis) {
   const Bytes one = Frame(254, 4, {.lap = {3}}), two = Frame(3, 0, {.clock = 7});
   Bytes damaged = one, reversed = one;
