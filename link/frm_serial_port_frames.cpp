@@ -42,6 +42,7 @@ void frmSerialPort::FrameFound(Found found, const StationMessage& frame) {
 void frmSerialPort::GoodFrame(const StationMessage& frame) {
   counters_.Good(frame.From, door_.Now());
   CountInRace([&](LinkCounters& counters) { counters.Good(frame.From, door_.Now()); });
+  if (frame.From < kStations) Element(volt_, frame.From) = frame.Volt;
   const int sender = NoteOnAir(frame);
   door_.Contain([this, &frame] { HandleFrame(frame); });
   WatchForSilence();

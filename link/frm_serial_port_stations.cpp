@@ -65,7 +65,6 @@ void frmSerialPort::MarkStationHeard(int address) {
 // A low voltage is not marked: the limits of the station table are compared nowhere that shows.
 void frmSerialPort::UpdateStationRow(const StationMessage& frame) {
   if (frame.From < kStations) {
-    Element(volt_, frame.From) = frame.Volt;
     Show(lblVolt[frame.From], VoltText(frame.Volt));
     Show(lblTemp[frame.From], TempText(frame.Temp));
     MarkStationHeard(frame.From);
@@ -79,6 +78,7 @@ void frmSerialPort::tmrAging_Timer() {
   if (!race_.RaceActive) PollNextStation();
   CountInRace([](LinkCounters&) {});
   WatchForSilence();
+  if (!race_.RaceActive) ShowRadioState();
   lblCounters.SetCaption(CountersText());
 }
 
@@ -196,9 +196,10 @@ void frmSerialPort::ShowRadioState() {
 
 // One that is only polled speaks every sixteen seconds: it is there while it answers, whenever that was.
 frmSerialPort::Presence frmSerialPort::PresenceOf(int address) const {
-  const auto& heard = Element(heardAt_, address);
+  const std::int64_t heard = counters_.Of(address).lastHeard;
   const std::int64_t polled = Element(polledAt_, address);
-  if (heard && (door_.Now() - *heard <= kPresentMs || *heard >= polled)) return Presence::kHere;
+  const bool answers = door_.Now() - heard <= kPresentMs || heard >= polled;
+  if (counters_.WasHeard(address) && answers) return Presence::kHere;
   const bool asked = polled != 0 && door_.Now() - polled >= kAnswerMs;
   return asked ? Presence::kMissing : Presence::kUnknown;
 }
