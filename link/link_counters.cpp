@@ -13,7 +13,7 @@
 namespace quorvane {
 namespace {
 
-constexpr std::int64_t kSilentAfterMs = 4500;  // looked at twice a second: to be seen within five
+constexpr std::int64_t kSilentAfterMs = 4400;  // looked at twice a second, late at times: seen within five
 constexpr std::int64_t kRateSeconds = 10;
 
 struct LineErrorWords {

@@ -354,7 +354,7 @@ std::error_code ProjectStore::EndReplacement() {
 
 // Brings `text_` to the disk; returns why it could not, or nothing.
 std::string ProjectStore::ReplaceOnDisk() {
-  const std::string slow = problem_.empty() ? "Writing " + path_ + " takes long" : problem_;
+  std::string slow = problem_.empty() ? "Writing " + path_ + " takes long" : problem_;
   if (patience_ && disk_.Busy()) return slow;
   std::error_code error;
   for (int attempt = 0; attempt < kMostAttempts; ++attempt) {

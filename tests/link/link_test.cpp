@@ -46,10 +46,10 @@ TEST(LinkCounters, SilenceIsTheLongestGapOrTheOneThatLasts) {
   EXPECT_EQ(counters.LongestSilence(2, 6500), 4000);
   counters.Heard(2, 13000);
   EXPECT_EQ(counters.LongestSilence(2, 13000), 7000);
-  EXPECT_FALSE(counters.IsSilent(2, 17500, 0));
-  EXPECT_TRUE(counters.IsSilent(2, 17501, 0));
-  EXPECT_FALSE(counters.IsSilent(2, 18500, 14000));  // the race began later
-  EXPECT_TRUE(counters.IsSilent(3, 13501, 9000));    // never heard
+  EXPECT_FALSE(counters.IsSilent(2, 17400, 0));
+  EXPECT_TRUE(counters.IsSilent(2, 17401, 0));
+  EXPECT_FALSE(counters.IsSilent(2, 18400, 14000));  // the race began later
+  EXPECT_TRUE(counters.IsSilent(3, 13401, 9000));    // never heard
 }
 
 TEST(LinkCounters, TheRateIsThatOfTheLastWholeSeconds) {
