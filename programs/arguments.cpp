@@ -53,7 +53,10 @@ void Arguments::Read(std::vector<std::string> arguments) {
 }
 
 void Arguments::Refuse(const std::string& what) const {
-  throw Ending{2, get_name() + ": " + what + " (see --help)\n"};
+  std::string plain = what;  // an argument in it may hold anything
+  std::ranges::replace_if(
+      plain, [](unsigned char c) { return c < ' '; }, ' ');
+  throw Ending{2, get_name() + ": " + plain + " (see --help)\n"};
 }
 
 const CLI::Validator& NamedFile() {

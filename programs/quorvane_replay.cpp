@@ -15,6 +15,7 @@
 #include "files/output_guard.h"
 #include "journal/journal_text.h"
 #include "programs/arguments.h"
+#include "programs/replay_command.h"
 #include "records/project_store.h"
 #include "replay/replay.h"
 
@@ -27,46 +28,6 @@ constexpr int kDifferent = 1;
 constexpr int kCannot = 2;
 
 constexpr std::size_t kMostBytes = std::size_t{1} << 30;
-
-struct Command {
-  std::string project = {};
-  std::string settings = {};
-  std::string state = {};
-  std::string frames = {};
-  std::string dialogs = {};
-  bool verify = false;
-  bool inPlace = false;
-  std::string journal = {};
-};
-
-Command ReadCommand(const std::vector<std::string>& arguments) {
-  Command command;
-  Arguments app(kProgram, "Runs a session journal through the console on a virtual clock.\n");
-  app.AddFile("--project", command.project,
-              "the project file that is written; without it a fresh file in a temporary folder");
-  app.AddFile("--settings", command.settings, "gets the settings store at the end, as INI text");
-  app.AddFile("--state", command.state,
-              "gets the state of the race, the lanes and all controls at the end, as JSON");
-  app.AddFile("--frames", command.frames, "gets a tx record for each frame sent");
-  app.AddFile("--dialogs", command.dialogs, "gets a line of JSON for each dialog box shown");
-  app.add_flag(
-      "--in-place", command.inPlace,
-      "the files that the journal names by answers are written where they stand; otherwise copies are "
-      "used, and --project is no file of the session");
-  app.add_flag(
-      "--verify", command.verify,
-      "compares the frames with the journal's tx records, and the project files with those that the "
-      "session left; --project then names the session's file, or a copy of it. No project is written");
-  app.AddFile("JOURNAL", command.journal, "of the session; - is standard input")->required();
-  app.footer(
-      "Exit status: 0 done, or the same; 1 different; 2 the journal cannot be read, or not be run to its "
-      "end.");
-  app.Read(arguments);
-  if (command.verify && command.inPlace) {
-    app.Refuse("--verify writes no file of the session, so --in-place does not go with it");
-  }
-  return command;
-}
 
 void Say(const std::string& text) {
   std::cerr << kProgram << ": " << text << "\n";
@@ -117,7 +78,8 @@ std::vector<std::string> FilesNamedBy(const SessionJournal& journal) {
   return files;
 }
 
-std::optional<std::string> WhyNotProject(const Command& command, const std::vector<std::string>& named) {
+std::optional<std::string> WhyNotProject(const ReplayCommand& command,
+                                         const std::vector<std::string>& named) {
   const std::string& path = command.project;
   const bool exists = KindOfFile(path) != FileKind::Missing;
   if (command.verify && !exists) return "it is not there, and a comparison writes no project";
@@ -131,7 +93,7 @@ std::optional<std::string> WhyNotProject(const Command& command, const std::vect
 }
 
 // Asked before anything is written.
-void RefuseWhatMustStay(const Command& command, const SessionJournal& journal) {
+void RefuseWhatMustStay(const ReplayCommand& command, const SessionJournal& journal) {
   std::vector<std::string> inUse = FilesNamedBy(journal);
   if (!command.project.empty()) {
     if (const auto reason = WhyNotProject(command, inUse))
@@ -160,14 +122,14 @@ bool WriteWhole(const std::string& path, const std::string& text) {
   return static_cast<bool>(out);
 }
 
-bool WriteOutputs(const Command& command, Replay& replay) {
+bool WriteOutputs(const ReplayCommand& command, Replay& replay) {
   bool written = WriteWhole(command.settings, SettingsText(replay.platform().settings));
   written = WriteWhole(command.state, StateJson(replay)) && written;
   written = WriteWhole(command.frames, FrameRecords(replay.Sent())) && written;
   return WriteWhole(command.dialogs, DialogLines(replay.platform().shown)) && written;
 }
 
-int Compare(const Command& command, const SessionJournal& journal, Replay& replay) {
+int Compare(const ReplayCommand& command, const SessionJournal& journal, Replay& replay) {
   const Verdict verdict = Verify(journal, replay, command.project);
   for (const std::string& note : verdict.notes) Say(note);
   std::cout << verdict.text << "\n";
@@ -179,7 +141,7 @@ int Compare(const Command& command, const SessionJournal& journal, Replay& repla
   return kDone;
 }
 
-int Run(const Command& command, const SessionJournal& journal) {
+int Run(const ReplayCommand& command, const SessionJournal& journal) {
   RefuseWhatMustStay(command, journal);
   Replay replay(journal, {.project = command.verify ? std::string() : command.project,
                           .inPlace = command.inPlace,
@@ -200,7 +162,7 @@ int Run(const Command& command, const SessionJournal& journal) {
 }
 
 int Main(const std::vector<std::string>& arguments) {
-  const Command command = ReadCommand(arguments);
+  const ReplayCommand command = ReadReplayCommand(arguments);
   try {
     return Run(command, ReadJournal(ReadJournalText(command.journal)));
   } catch (const UnreadableJournal& error) {

@@ -11,7 +11,7 @@
 
 #include "console/program.h"
 #include "files/output_guard.h"
-#include "ui/command_line.h"
+#include "programs/console_command.h"
 #include "ui/demo.h"
 #include "ui/end_requests.h"
 #include "ui/manual.h"

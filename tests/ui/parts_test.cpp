@@ -1,9 +1,9 @@
 // The small parts that need no window.
 
 #include "base/text.h"
+#include "programs/console_command.h"
 #include "tests/support/rows.h"
 #include "tests/ui/fixture.h"
-#include "ui/command_line.h"
 
 namespace quorvane {
 namespace {

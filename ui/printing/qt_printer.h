@@ -8,7 +8,7 @@
 
 #include "console/heat_printer.h"
 #include "console/program.h"
-#include "ui/command_line.h"
+#include "programs/console_command.h"
 #include "ui/printing/paper.h"
 #include "ui/printing/preview_window.h"
 #include "ui/work_thread.h"

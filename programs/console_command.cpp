@@ -1,4 +1,4 @@
-#include "ui/command_line.h"
+#include "programs/console_command.h"
 
 #include <charconv>
 #include <optional>
