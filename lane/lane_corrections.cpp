@@ -157,11 +157,17 @@ void LaneLog::KeepCorrections(const SetLaneValue& set, bool raceGoesOn) const {
   for (std::size_t i = 0; i < corrections_.size(); ++i) {
     set(fmt::format("Correction{}", i), CorrectionText(corrections_[i]));
   }
-  std::vector<std::string> byHand;
-  for (int i = 0; i < count_; ++i) {
-    if ((*this)[i].ByHand) byHand.push_back(std::to_string(i));
+  const auto where = [this](bool LaneEvent::*mark) {
+    std::vector<std::string> indexes;
+    for (int i = 0; i < count_; ++i) {
+      if ((*this)[i].*mark) indexes.push_back(std::to_string(i));
+    }
+    return indexes.empty() ? "none" : Join(indexes, ',');
+  };
+  if (handKnown_) set("ByHand", where(&LaneEvent::ByHand));
+  if (std::ranges::find(corrections_, "moved", &Correction::what) != corrections_.end()) {
+    set("MovedCuts", where(&LaneEvent::Moved));
   }
-  if (handKnown_) set("ByHand", byHand.empty() ? "none" : Join(byHand, ','));
   if (raceGoesOn && !corrections_.empty()) set("StruckCuts", fmt::format("{}", fmt::join(struckCuts_, ",")));
 }
 
@@ -176,19 +182,16 @@ void LaneLog::ReadCorrections(const LaneValue& value) {
     const int time = whole(fields[0], INT32_MAX);
     corrections_.push_back({time, fields[1], fields[2], fields[3], fields[4]});
   }
-  if (std::ranges::any_of(corrections_, [](const Correction& c) { return c.what == "moved"; })) {
-    for (int i = 0; i < count_; ++i) {
-      const auto pylons = StationCodes.begin() + 3;
-      LaneEvent& event = Element(events_, i);
-      event.Moved = event.Source < 4 && std::find(StationCodes.begin(), pylons, event.SourceName) != pylons;
+  const auto mark = [&](const std::string& indexes, bool LaneEvent::*as) {
+    for (const std::string& index : Split(indexes, ',')) {
+      if (index.empty() || index.find_first_not_of("0123456789") != std::string::npos) continue;
+      if (const int i = whole(index, kSlots); i < count_) Element(events_, i).*as = true;
     }
-  }
+  };
+  mark(value("MovedCuts"), &LaneEvent::Moved);
   const std::string byHand = value("ByHand");
   handKnown_ = !byHand.empty();
-  for (const std::string& index : Split(byHand, ',')) {
-    if (index.empty() || index.find_first_not_of("0123456789") != std::string::npos) continue;
-    if (const int i = whole(index, kSlots); i < count_) Element(events_, i).ByHand = true;
-  }
+  mark(byHand, &LaneEvent::ByHand);
   const std::vector<std::string> struck = Split(value("StruckCuts"), ',');
   for (std::size_t i = 0; i < std::min(struck.size(), struckCuts_.size()); ++i) {
     struckCuts_[i] = static_cast<std::uint8_t>(whole(struck[i], 255));

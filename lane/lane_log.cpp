@@ -46,8 +46,8 @@ std::size_t TallyIndex(const LaneEvent& event) {
   if (event.Source > 3) return 3;
   const std::string& name = event.SourceName;
   if (name.size() == 1 && name[0] >= '0' && name[0] <= '3') return static_cast<std::size_t>(name[0] - '0');
-  return event.Moved ? static_cast<std::size_t>(std::ranges::find(StationCodes, name) - StationCodes.begin())
-                     : event.Source;
+  const auto pylon = static_cast<std::size_t>(std::ranges::find(StationCodes, name) - StationCodes.begin());
+  return event.Moved && pylon < 3 ? pylon : event.Source;
 }
 
 }  // namespace
