@@ -23,6 +23,10 @@ if(QUORVANE_SANITIZE)
                                                     -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(quorvane_options INTERFACE -fsanitize=${QUORVANE_SANITIZE})
 endif()
+if(QUORVANE_COVERAGE)
+  target_compile_options(quorvane_options INTERFACE -fprofile-instr-generate -fcoverage-mapping)
+  target_link_options(quorvane_options INTERFACE -fprofile-instr-generate)
+endif()
 
 # quorvane_library(<name> SOURCES ... [USES ...]): a static library; USES are the folders it may include.
 function(quorvane_library name)

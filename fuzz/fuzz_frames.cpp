@@ -6,9 +6,9 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <span>
 
+#include "fuzz/require.h"
 #include "link/station_message.h"
 #include "tests/support/naive_receiver.h"
 
@@ -30,8 +30,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     rest = rest.subspan(chunk.size());
     receiver.Receive(chunk, [&](Found what, const auto& frame) { found.push_back(FoundText(what, frame)); });
     for (const std::uint8_t byte : chunk) naive.Byte(byte);
-    if (receiver.RxCount() != naive.Count()) std::abort();
+    Require(receiver.RxCount() == naive.Count());
   }
-  if (found != naive.TakeFound()) std::abort();
+  Require(found == naive.TakeFound());
   return 0;
 }

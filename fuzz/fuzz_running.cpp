@@ -1,20 +1,16 @@
 // Any bytes as the file in which a running race is kept: the console starts, takes up whatever can be meant,
-// flies it to its end, saves it, and what it keeps meanwhile can be taken up again.
+// puts it right, flies it to its end, saves it, and what it keeps meanwhile can be taken up again.
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 
+#include "fuzz/require.h"
 #include "tests/support/console_rig.h"
 
 namespace {
 
 using namespace quorvane;
-
-void Require(bool condition) {
-  if (!condition) std::abort();
-}
 
 // Returns what is kept of the race a moment later.
 std::optional<std::string> TakeUp(const std::string& bytes, std::int64_t later) {
@@ -26,6 +22,12 @@ std::optional<std::string> TakeUp(const std::string& bytes, std::int64_t later) 
   rig.program.door().Enter({EventKind::Load});
   Require(rig.judge().Visible() && !rig.program.door().DialogOpen());
   if (rig.judge().cmdReset.Enabled()) rig.Key("F1");
+  for (const char* hand : {"Judge.mnuUndo", "Judge.mnuUndo", "Judge.mnuRedo", "Lane1.mnuLog", "Log.cmdStrike",
+                           "Log.cmdInsert", "Log.cmdMove", "Judge.mnuUndo"}) {
+    rig.Answer(DialogAnswer::Word::Text, "2");
+    rig.Click(std::string("frm") + hand);
+    rig.platform.answers.clear();
+  }
   auto kept = rig.program.keeper().Read(path);
   rig.At(later);
   rig.Click("frmJudge.cmdSave");
@@ -34,6 +36,7 @@ std::optional<std::string> TakeUp(const std::string& bytes, std::int64_t later) 
   rig.Answer(DialogAnswer::Word::Yes);
   rig.Click("frmJudge.cmdReset");
   Require(!rig.race().AtStake() && !rig.program.keeper().Read(path));
+  rig.Click("frmJudge.mnuBringBack");
   return kept;
 }
 

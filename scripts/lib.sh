@@ -22,6 +22,8 @@ packages_to_check=(
 )
 # What only the long form of the checks needs.
 packages_to_check_long=(g++-mingw-w64-x86-64-posix)
+# What scripts/coverage needs.
+packages_to_measure=(llvm python3)
 
 say() { printf '%s\n' "$*"; }
 fail() {
