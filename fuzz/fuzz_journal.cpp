@@ -41,7 +41,7 @@ void Run(SessionJournal journal) {
   Require(!StateJson(replay).empty());
   Require(!replay.program().door().DialogOpen());
   replay.folder().Remove();
-  TellAll(folder / "contest.ini");
+  TellAll(ProfileFile(FileBytes(folder / "contest.ini")));
 }
 
 // Later records stay later, and a frame keeps a right check byte, or hardly any change would go far.
