@@ -14,26 +14,17 @@
 #include "programs/field_command.h"
 #include "programs/replay_command.h"
 #include "programs/results_command.h"
-#include "results/race_records.h"
 
 namespace {
 
 using namespace quorvane;
 
 void Read(const std::string& program, const std::vector<std::string>& arguments) {
-  if (program == "field") {
-    const field::LineOptions line = field::ReadCommandLine(arguments).field.line;
-    for (const double share : {line.noise, line.loss, line.damage}) Require(share >= 0 && share <= 1);
-  } else if (program == "replay") {
-    Require(!ReadReplayCommand(arguments).journal.empty());
-  } else if (program == "results") {
-    Require(!ReadResultsCommand(arguments).project.empty());
-  } else {
-    const CommandLine line = ParseCommandLine(arguments);
-    for (const auto& [port, device] : line.ports) Require(port >= 1 && port <= 31 && !device.empty());
-    for (const int race : line.print.races) Require(race >= 1 && race <= kLastRace);
-    Require(!OnlyPrints(line) || (!line.project.empty() && !line.output.empty()));
-  }
+  if (program == "field") return static_cast<void>(field::ReadCommandLine(arguments));
+  if (program == "replay") return static_cast<void>(ReadReplayCommand(arguments));
+  if (program == "results") return static_cast<void>(ReadResultsCommand(arguments));
+  const CommandLine line = ParseCommandLine(arguments);
+  Require(!OnlyPrints(line) || (!line.project.empty() && !line.output.empty()));
 }
 
 }  // namespace
