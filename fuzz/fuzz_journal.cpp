@@ -5,7 +5,7 @@
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
-#include <random>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -44,7 +44,8 @@ void Run(SessionJournal journal) {
   TellAll(ProfileFile(FileBytes(folder / "contest.ini")));
 }
 
-// Later records stay later, and a frame keeps a right check byte, or hardly any change would go far.
+// A changed record keeps its place in time, and a whole frame a right check byte; hardly any change would go
+// far otherwise.
 void Repair(std::string& line, std::int64_t& ms) {
   constexpr std::size_t kHexDigits = 72;
   const std::size_t blank = line.find(' ');
@@ -63,43 +64,29 @@ void Repair(std::string& line, std::int64_t& ms) {
   for (const int shift : {4, 0}) line[at + (shift == 0 ? 5 : 4)] = "0123456789ABCDEF"[check >> shift & 15U];
 }
 
-}  // namespace
-
-extern "C" std::size_t LLVMFuzzerMutate(std::uint8_t* data, std::size_t size, std::size_t most);
-
-// Changes a line, or leaves it out, or says it twice; now and then anything.
-extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t size, std::size_t most,
-                                               unsigned seed) {
-  std::mt19937 random(seed);
-  std::vector<std::string> lines = Split(std::string(data, data + size), '\n');
-  if (random() % 8 == 0 || lines.empty()) return LLVMFuzzerMutate(data, size, most);
-  const auto at = lines.begin() + static_cast<std::ptrdiff_t>(random() % lines.size());
-  const auto what = random() % 8;
-  if (what == 0) lines.erase(at);
-  if (what == 1) lines.insert(at, std::string(*at));
-  if (what == 2) std::iter_swap(at, lines.begin() + static_cast<std::ptrdiff_t>(random() % lines.size()));
-  if (what > 2) {
-    const std::size_t length = at->size();
-    at->resize(length + 40);
-    at->resize(LLVMFuzzerMutate(reinterpret_cast<std::uint8_t*>(at->data()), length, at->size()));
-  }
+std::string Repaired(const std::string& text) {
+  std::vector<std::string> lines = Split(text, '\n');
   std::int64_t ms = 0;
   for (std::string& line : lines) Repair(line, ms);
-  const std::string text = Join(lines, '\n').substr(0, most);
-  std::ranges::copy(text, data);
-  return text.size();
+  return Join(lines, '\n');
 }
+
+std::optional<SessionJournal> Read(const std::string& text) {
+  try {
+    SessionJournal journal = ReadJournal(text);
+    RequireReadsBack(journal);
+    return journal;
+  } catch (const UnreadableJournal& error) {
+    Require(error.Line() >= 1 && std::string_view(error.what()).find('\n') == std::string_view::npos);
+    return std::nullopt;
+  }
+}
+
+}  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string text(data, data + size);
-  SessionJournal journal;
-  try {
-    journal = ReadJournal(text);
-  } catch (const UnreadableJournal& error) {
-    Require(error.Line() >= 1 && std::string_view(error.what()).find('\n') == std::string_view::npos);
-    return 0;
-  }
-  RequireReadsBack(journal);
-  Run(std::move(journal));
+  Read(text);
+  if (auto journal = Read(Repaired(text))) Run(*std::move(journal));
   return 0;
 }
