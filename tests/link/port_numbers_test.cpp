@@ -42,7 +42,7 @@ TEST(PortNumbers, AreGivenOnceAndKeptWhateverTheOrderOfTheDevices) {
     std::vector<SerialDevice> devices;
     std::ranges::transform(texts, std::back_inserter(devices), Device);
     for (std::size_t i = 0; i < devices.size(); ++i) {
-      std::ranges::rotate(devices, devices.begin() + 1);
+      std::rotate(devices.begin(), devices.begin() + 1, devices.end());
       EXPECT_EQ(Assigned(saved, devices), numbers);
     }
   }
