@@ -1,9 +1,6 @@
 #include "console/frm_judge.h"
 
-#include <utility>
-
-#include "base/text.h"
-#include "results/race_records.h"
+#include "records/lane_colors.h"
 
 namespace quorvane {
 namespace {
@@ -30,18 +27,16 @@ JudgeControls::JudgeControls(Forms& forms) : Form(forms, "frmJudge") {
 }
 
 frmJudge::frmJudge(Door& door, RaceState& race, RaceClock& clock, Project& project, frmSerialPort& link,
-                   BackgroundFiles& keeper)
+                   BackgroundFiles& files)
     : JudgeControls(door.AllForms()),
       door_(door),
       race_(race),
       clock_(clock),
       project_(project),
       link_(link),
-      keeper_(keeper) {
-  for (std::size_t i = 0; i < lanes_.size(); ++i) {
-    LaneOwner& owner = *this;
-    lanes_[i] = std::make_unique<frmLane>(door.AllForms(), race, owner, static_cast<int>(i) + 1);
-  }
+      notices_(*this, door, project, files),
+      desk_(door, race, clock, tmrTimeTick, notices_, [this](auto to, auto from) { Broadcast(to, from); }),
+      keeper_(door, race, project, files, lanes_, notices_) {
   HookEvents();
   door.AllForms().SetMain(*this);
 }
@@ -49,10 +44,10 @@ frmJudge::frmJudge(Door& door, RaceState& race, RaceClock& clock, Project& proje
 void frmJudge::HookEvents() {
   cmdStart.onClick = [this] { cmdStart_Click(); };
   cmdReset.onClick = [this] { cmdReset_Click(); };
-  cmdSave.onClick = [this] { amended_ ? SaveAmendment() : cmdSave_Click(); };
+  cmdSave.onClick = [this] { race_.Amending ? SaveAmendment() : cmdSave_Click(); };
   cmdReorder.onClick = [this] {
     OfferSave(true);
-    SetOrder(1);
+    desk_.SetOrder(1);
   };
   cmdRefly.onClick = [this] { cmdRefly_Click(); };
   cmdIncHeat.onClick = [this] {
@@ -95,9 +90,9 @@ void frmJudge::HookMenu() {
   mnuTimerSettings.onClick = shows("frmTimer");
   mnuKeyboard.onClick = shows("frmKeyboard");
   mnuAbout.onClick = shows("frmAbout");
-  mnuUndo.onClick = [this] { undo_.Undo(); };
-  mnuRedo.onClick = [this] { undo_.Redo(); };
-  mnuLog.onClick = [this] { ShowLog(log_.cboLane.ListIndex() + 1); };
+  mnuUndo.onClick = [this] { desk_.Undo().Undo(); };
+  mnuRedo.onClick = [this] { desk_.Undo().Redo(); };
+  mnuLog.onClick = [this] { desk_.ShowLog(LapsAndCuts().cboLane.ListIndex() + 1); };
   mnuAmend.onClick = [this] { mnuAmend_Click(); };
   mnuBringBack.onClick = [this] { mnuBringBack_Click(); };
   mnuExit.onClick = [this] { CloseRequested(); };
@@ -142,7 +137,7 @@ void frmJudge::EventEnded() {
     lock(*control, flown);
   }
   // What is written over a saved race would be dropped with the next move.
-  const std::string saved = Lane(0).Loaded() && !amended_ ? "Locked: this race is saved" : "";
+  const std::string saved = Lane(0).Loaded() && !race_.Amending ? "Locked: this race is saved" : "";
   for (const auto& lane : lanes_) {
     lock(lane->lblStatus, free ? saved : flown);
     lock(lane->txtLapTen, saved);
@@ -150,43 +145,19 @@ void frmJudge::EventEnded() {
     lane->FollowLink();
   }
   lock(txtComments, race_.ReflyMode ? "" : saved);
-  cmdRefly.SetEnabled(free && !amended_ && !race_.Unsaved && projectOpen_ &&
+  cmdRefly.SetEnabled(free && !race_.Amending && !race_.Unsaved && projectOpen_ &&
                       book_.HasTimestamp(race_.RaceNumber));
   ShowCorrections();
   mnuProtestSheet.SetEnabled(!RaceBeingFlown());  // what is missing may still come
-  mnuBringBack.SetEnabled(!race_.AtStake() && !droppedText_.empty());
+  mnuBringBack.SetEnabled(!race_.AtStake() && keeper_.HasDropped());
   lblController.SetVisible(link_.IsControllerMode());
-  if (!race_.WaitsForSave()) TakeAwayNotice(Notice::kSaveFirst);
-  ShowSaveState();
-  KeepRunningRace();
-  // Such an error is a fault of the program, or a full log: what was asked for has not been done.
-  const int errors = door_.ErrorsContained();
-  if (std::exchange(errorsTold_, errors) == errors) return;
-  ShowNotice("Something failed and was left undone: " + door_.LastError());
-}
-
-void frmJudge::ShowSaveState() {
-  if (const auto moved = project_.TakeMoved(); !moved.empty()) ShowNotice(Join(moved, ';'));
-  const std::string unkept = keeper_.Problem();
-  if (std::exchange(unkeptTold_, unkept) != unkept && !unkept.empty()) {
-    ShowNotice("A crash would lose this race: " + unkept);
+  if (!race_.WaitsForSave()) notices_.TakeAway(Notices::Kind::kSaveFirst);
+  if (race_.AtStake() && !race_.RaceLoaded) {
+    keeper_.Keep(RunningNow());
+  } else {
+    keeper_.Release();
   }
-  const std::string problem = project_.Saved() ? "" : project_.Problem();
-  lblNotSaved.SetVisible(!problem.empty());
-  tmrSaveRetry.SetEnabled(!problem.empty());
-  if (std::exchange(problemTold_, problem) == problem) return;
-  if (!problem.empty()) return ShowNotice("Not saved: " + problem, Notice::kNotSaved);
-  TakeAwayNotice(Notice::kNotSaved);
-}
-
-void frmJudge::ShowNotice(const std::string& text, Notice kind) {
-  notice_ = kind;
-  lblNotice.SetCaption(text);
-  lblNotice.SetVisible(!text.empty());
-}
-
-void frmJudge::TakeAwayNotice(Notice kind) {
-  if (notice_ == kind) ShowNotice({});
+  notices_.TellTroubles();
 }
 
 // As lines before the question; empty: nothing.
@@ -195,7 +166,7 @@ std::string frmJudge::LostByClosing() const {
   if (race_.BeingFlown()) {
     lost += "A race is being flown. It can be recovered when Quorvane starts again.\r\r";
   }
-  if (amended_) lost += "The race that is being amended stays as it was saved.\r\r";
+  if (race_.Amending) lost += "The race that is being amended stays as it was saved.\r\r";
   if (!project_.Saved()) {
     lost += "NOT SAVED: " + project_.Problem() +
             "\rWhat was recorded since the last save that worked is lost when Quorvane closes.\r\r";
@@ -228,7 +199,7 @@ void frmJudge::CloseRequested() {
     project_.Retry();
   } while (!LostByClosing().empty() && LostByClosing() != told);
   if (declined == raceSerial_ && race_.Unsaved) {
-    DropRunningRace();
+    keeper_.Drop();
     race_.RaceActive = false;
     OfferSave(false);
   }

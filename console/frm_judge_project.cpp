@@ -11,13 +11,6 @@
 namespace quorvane {
 namespace {
 
-// Empty when the operator gave no answer.
-std::string AskText(Door& door, const std::string& title, const std::string& prompt,
-                    const std::string& preset = "") {
-  const DialogAnswer answer = door.Ask({DialogKind::Input, title, prompt, DialogIcon::None, preset});
-  return answer.word == DialogAnswer::Word::Text ? answer.text : "";
-}
-
 // The race as it stands in the file when it is shown from there, otherwise one of this moment.
 RaceRecord HeaderOf(const RaceState& race, const ProjectSource& project, const std::string& eventName,
                     const LocalDateTime& now) {
@@ -57,26 +50,6 @@ void frmJudge::ShowMode(const std::string& text, Color color) {
   lblRaceMode.SetForeColor(color);
 }
 
-// With 1 the places are given anew. After that the first one that no lane has is offered: the operator may
-// have typed places in between, or taken one back.
-void frmJudge::SetOrder(int place) {
-  if (place <= 1) {
-    for (const auto& lane : lanes_) lane->LaneOrder(place);
-    return;
-  }
-  for (const auto& lane : lanes_) lane->OfferPlace(NextFreePlace(0));
-}
-
-// The operator's last word counts: whoever types a place that another lane has is putting an error right.
-void frmJudge::TakePlace(int lane, int place) {
-  for (int i = 0; i < 4; ++i) {
-    if (i + 1 == lane || Lane(i).PlaceByHand() != place) continue;
-    Lane(i).GiveUpPlace();
-    ShowNotice(kPlaceWords[static_cast<std::size_t>(place - 1)] + std::string(" now lane ") +
-               std::to_string(lane) + ", no more lane " + std::to_string(i + 1));
-  }
-}
-
 void frmJudge::ShowHeatCaption(bool refly, Color color) {
   fraHeatControl.SetCaption("Race " + std::to_string(race_.RaceNumber) + (refly ? " REFLY" : ""));
   fraHeatControl.SetForeColor(color);
@@ -85,7 +58,7 @@ void frmJudge::ShowHeatCaption(bool refly, Color color) {
 void frmJudge::ShowCurrentRace() {
   ++raceSerial_;
   EndAmending(false);
-  undo_.Clear();
+  desk_.Undo().Clear();
   race_.RaceNumber = std::max<std::int16_t>(race_.RaceNumber, 1);
   txtHeat.SetText(std::to_string(race_.Heat()));
   txtRound.SetText(std::to_string(race_.Round()));
@@ -97,7 +70,7 @@ void frmJudge::ShowCurrentRace() {
   ShowHeatCaption(section.starts_with("Refly"), kButtonText);
   txtComments.SetText(project_.GetProjectValue(section, "Comments", kDefaultComments));
   if (!race_.BeingFlown()) {
-    if (!hasRun) InitializeLanes(race_.LaneStartOffset);
+    if (!hasRun) desk_.InitializeRace(race_.LaneStartOffset);
     for (const auto& lane : lanes_) {
       if (hasRun) lane->LoadLane(section, OpenProject(project_, race_).read);
     }
@@ -149,7 +122,7 @@ void frmJudge::mnuHeatsPerRound_Click() {
   std::int16_t heats = race_.HeatsPerRound;
   do {
     const double number = LeadingNumber(
-        AskText(door_, "Heats per Round", "Enter the number of heats per round:", std::to_string(heats)));
+        door_.AskText("Heats per Round", "Enter the number of heats per round:", std::to_string(heats)));
     heats = number < 32767.5 && number > -32768.5 ? RoundTo<std::int16_t>(number) : std::int16_t{0};
   } while (heats < 2);
   if (race_.AtStake()) return;
@@ -163,7 +136,7 @@ void frmJudge::SetCaption() {
 }
 
 void frmJudge::mnuSetEventName_Click() {
-  eventName_ = AskText(door_, eventName_, "Enter the Event Name:");
+  eventName_ = door_.AskText(eventName_, "Enter the Event Name:");
   book_.Keep("Title", eventName_);
   SetCaption();
 }
@@ -181,7 +154,7 @@ void frmJudge::mnuLaneColors_Click() {
   }
   std::int16_t scheme = 0;
   while (scheme == 0) {
-    const std::string answer = AskText(door_, eventName_, prompt, std::to_string(race_.LaneColorScheme));
+    const std::string answer = door_.AskText(eventName_, prompt, std::to_string(race_.LaneColorScheme));
     if (answer.empty()) return;
     const double chosen = LeadingNumber(answer);
     if (chosen > 0.0 && chosen <= kLaneColorSchemesOffered) scheme = RoundTo<std::int16_t>(chosen);
@@ -204,7 +177,7 @@ void frmJudge::ShowOpenProject() {
   race_.ProjectBaseName = WithoutExtension(race_.ProjectFile);
   race_.ResultsFile = race_.ProjectBaseName + ".csv";
   CreateResultsFile(race_.ResultsFile);
-  FindKeptRaces();
+  keeper_.FindLeft();
   eventName_ = book_.Text("Title");
   race_.RaceNumber = std::max<std::int16_t>(book_.Number("Race", 1), 1);
   race_.HeatsPerRound = book_.Number("HeatsPerRound", 1);
@@ -250,7 +223,7 @@ void frmJudge::cmdSave_Click() {
 // Places, of which the operator may have given only some, and number, as they are printed and saved.
 void frmJudge::SettleResult() {
   const Project::Group group(project_);
-  RankLanes();
+  desk_.RankLanes();
   if (race_.ReflyMode) return;
   if (const std::string moved = book_.TakeFreeNumber(); !moved.empty()) ShowNotice(moved);
 }

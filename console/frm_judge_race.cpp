@@ -8,14 +8,6 @@
 #include "results/race_records.h"
 
 namespace quorvane {
-namespace {
-
-// Ms after the start signal at which each lane of an FAI mode (4, 5, 6) starts. The fourth does not fly.
-constexpr std::array<std::array<std::int32_t, kFaiLanes>, 3> kStagger = {
-    {{0, 1000, 2000}, {2000, 0, 1000}, {1000, 2000, 0}}};
-
-}  // namespace
-
 void frmJudge::cmdStart_Click() {
   race_.ManualStart = true;
   ReleaseHold();
@@ -38,14 +30,14 @@ void frmJudge::InitializeRace(std::int32_t laneStart) {
   // Concludes nothing: the clock still reads what it read before the race, maybe long after any finish.
   DisplayStatus();
   for (const auto& lane : lanes_) {
-    if (!lane->IsFinished()) lane->UpdateLapTime(RaceTime());
+    if (!lane->IsFinished()) lane->UpdateLapTime(clock_.RaceTime());
   }
   GoOnTicking();
   door_.System().RepaintWindows();
   RunRace();
   race_.StartInfoPending = true;
   clock_.ResetStopwatch();
-  ForgetDroppedRace();
+  keeper_.ForgetDropped();
   IssueRaceEvent();
   ShowClock();
 }
@@ -68,7 +60,7 @@ void frmJudge::tmrTimeTick_Timer() {
 
 // The stations are told the time once a second, and only while they still set their clocks.
 void frmJudge::GoOnTicking() {
-  const std::int32_t t = RaceTime();
+  const std::int32_t t = clock_.RaceTime();
   if (SubtractLong(t, 1000) >= LastTimeSent_ && t < 54000) IssueRaceEvent();
   const std::int32_t remainder = SubtractLong(t, race_.RaceStartRef) % 100;
   tmrTimeTick.SetInterval(remainder > 0 ? remainder : 100);
@@ -81,7 +73,7 @@ bool frmJudge::CheckRaceComplete() {
       lane->FinalizeRace();
     } else {
       allFinished = false;
-      lane->UpdateLapTime(RaceTime());
+      lane->UpdateLapTime(clock_.RaceTime());
     }
   }
   return allFinished;
@@ -93,7 +85,7 @@ void frmJudge::DisplayStatus() {
 
 // True when the stations are to be told of what it shows now: a hold, the start signal, a whole second.
 bool frmJudge::ShowClock() {
-  const std::int32_t t = RaceTime();
+  const std::int32_t t = clock_.RaceTime();
   std::string caption;
   Color back = kSilver;
   Color fore = kWindowText;
@@ -146,59 +138,20 @@ void frmJudge::FinalizeRace() {
   for (const auto& lane : lanes_) lane->FinalizeRace();
   race_.LastRaceRun = race_.RaceNumber;
   tmrTimeTick.SetEnabled(false);
-  RankLanes();
+  desk_.RankLanes();
   race_.RaceDone = true;
-}
-
-// A late cut or lap may change the order; what is saved must not contradict the logs.
-void frmJudge::ResultChanged() {
-  if (amended_ || (race_.RaceActive && race_.Unsaved)) RankLanes();
-}
-
-// A place given by hand is not given again; of equal finals the lower lane comes first.
-void frmJudge::RankLanes() {
-  std::vector<std::pair<std::int32_t, frmLane*>> order;
-  for (const auto& lane : lanes_) order.emplace_back(lane->GetFinal(), lane.get());
-  door_.System().RepaintWindows();
-  std::ranges::stable_sort(order, {}, [](const auto& entry) { return entry.first; });
-  int place = 0;
-  for (const auto& [final, lane] : order) {
-    if (lane->StatusLocked()) continue;
-    lane->Rank(final < kNoResult ? place = NextFreePlace(place) : 0);
-  }
-}
-
-// Behind `place`: the next one that no lane has been given by hand; 5 when there is none.
-int frmJudge::NextFreePlace(int place) const {
-  const auto isNext = [&](const auto& lane) { return lane->PlaceByHand() == place; };
-  do ++place;
-  while (std::ranges::any_of(lanes_, isNext));
-  return place;
-}
-
-void frmJudge::InitializeLanes(std::int32_t laneStart) {
-  for (std::size_t i = 0; i < lanes_.size(); ++i) {
-    if (!race_.IsFaiMode) {
-      lanes_[i]->InitializeRace(laneStart);
-    } else if (i < kStagger.size()) {
-      const auto mode = static_cast<std::size_t>(race_.RaceMode - kFirstFaiMode);
-      lanes_[i]->InitializeRace(SubtractLong(laneStart, kStagger[mode][i]));
-    } else {
-      lanes_[i]->InitializeRace(kDoesNotFly);
-    }
-  }
 }
 
 void frmJudge::ResetRaceControls(std::int32_t laneStart) {
   ++raceSerial_;
-  undo_.Clear();
+  desk_.Undo().Clear();
   recovered_.clear();
   // A refly stays on the race it repeats; showing that race anew would end the refly.
   if (!race_.ReflyMode) {
     book_.SkipRacesRun();
     ShowCurrentRace();
   }
-  InitializeLanes(laneStart);
+  desk_.InitializeRace(laneStart);
   Lane(3).SetVisible(!race_.IsFaiMode);
   txtComments.SetText(kDefaultComments);
   cmdStart.SetEnabled(true);
@@ -254,12 +207,12 @@ void frmJudge::ReleaseHold() {
 
 // An abandoned race must not go on ticking. An abandoned refly is still to be flown.
 void frmJudge::ReadyForNextRace() {
-  if (race_.AtStake()) DropRunningRace();
+  if (race_.AtStake()) keeper_.Drop();
   race_.RaceActive = false;
   ReleaseHold();
   starter_.RaceEnds(door_.Now());
   starter_.countTold = false;
-  TakeAwayNotice(Notice::kCountsOverRace);
+  notices_.TakeAway(Notices::Kind::kCountsOverRace);
   tmrTimeTick.SetEnabled(false);
   ResetKeepingComments(race_.LaneStartOffset);
   door_.System().StopWave();

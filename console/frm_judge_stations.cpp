@@ -17,34 +17,21 @@ bool HoldBit(const StationMessage& frame) {
 
 }  // namespace
 
-// A lane that refuses its part of a frame (its log is full) must not cost the lanes after it theirs.
-template <typename Part>
-void frmJudge::ForEachLane(const Part& part) {
-  for (std::size_t i = 0; i < lanes_.size(); ++i) {
-    try {
-      part(*lanes_[i], i);
-    } catch (const SubscriptError&) {
-      ShowNotice("Lane " + std::to_string(i + 1) + " takes no more entries: its log is full");
-    } catch (const RunTimeError&) {  // ends this lane's part only
-    }
-  }
-}
-
 void frmJudge::ProcessMessage(const StationMessage& frame) {
   const bool acknowledges = frame.From == kAcknowledgement;
   race_.LaneStartOffset = FrameTime(frame) - (acknowledges ? 2 : 1) * frame.Dif;
   if (frame.To == kConsole) return;
   if (frame.From == kTimers || (acknowledges && frame.To == kTimers)) {
     if (!race_.RaceActive) return;
-    ForEachLane([&](frmLane& lane, std::size_t i) {
-      if (frame.Lit[i] != 0) lane.DoStationLap(frame.Lap[i], RaceTime(), frame.Lit[i] * 8);
+    desk_.ForEach([&](frmLane& lane, std::size_t i) {
+      if (frame.Lit[i] != 0) lane.DoStationLap(frame.Lap[i], clock_.RaceTime(), frame.Lit[i] * 8);
     });
   } else if (frame.From == kFirstJudge && frame.To == kPylonBox) {
     if (!race_.BeingFlown()) return;
-    ForEachLane([&](frmLane& lane, std::size_t i) {
+    desk_.ForEach([&](frmLane& lane, std::size_t i) {
       const bool counted = !race_.ManualStart && lane.HasTurnOf(race_.LaneStartOffset);
       if (lane.CanDoTurn() && frame.Lit[i] != 0 && !counted)
-        lane.DoTurn(kTimers, RaceTime(), frame.Lit[i] * 8);
+        lane.DoTurn(kTimers, clock_.RaceTime(), frame.Lit[i] * 8);
     });
   } else if (frame.From == kStarter) {
     ProcessStartersMessage(frame);
@@ -72,8 +59,8 @@ void frmJudge::LeaveRaceByHandAlone(const StationMessage& frame) {
     starter_.RunsNoRaceOfOurs();
     starter_.cuts = frame.Cuts;
     if (starter_.SignalAhead() > Starter::kHeldUp && !std::exchange(starter_.countTold, true)) {
-      ShowNotice("The starter is counting. The race started by hand keeps its own clock",
-                 Notice::kCountsOverRace);
+      notices_.Show("The starter is counting. The race started by hand keeps its own clock",
+                    Notices::Kind::kCountsOverRace);
     }
   } else if (starter_.StoppedEarly() && race_.BeingFlown()) {
     AskResetForStarter(frame);
@@ -110,9 +97,9 @@ void frmJudge::StarterRuns() {
 void frmJudge::FollowStartersClock() {
   const std::int32_t ahead = starter_.ClockAhead();
   clock_.ResetRaceClock(race_.LaneStartOffset);
-  ForEachLane([&](frmLane& lane, std::size_t) { lane.AdjustTime(-ahead); });
-  undo_.MoveTimes(-ahead);
-  ResultChanged();
+  desk_.ForEach([&](frmLane& lane, std::size_t) { lane.AdjustTime(-ahead); });
+  desk_.Undo().MoveTimes(-ahead);
+  desk_.ResultChanged();
   if (std::abs(ahead) > Starter::kNoise && starter_.LapFlown()) {
     ShowNotice("The clock was " + FormatSeconds(std::abs(ahead)) +
                " s off the starter's: the laps so far are " + (ahead > 0 ? "shortened" : "lengthened") +
@@ -155,14 +142,14 @@ void frmJudge::FinishStartersMessage(const StationMessage& frame) {
 
 void frmJudge::ApplyStarterCuts(const StationMessage& frame) {
   const auto before = std::exchange(starter_.cuts, frame.Cuts);
-  ForEachLane([&](frmLane& lane, std::size_t i) {
+  desk_.ForEach([&](frmLane& lane, std::size_t i) {
     if (frame.Cuts[i] == before[i]) return;
     const std::string now = BitString(frame.Cuts[i]);
     const std::string then = BitString(before[i]);
     for (int k = 0; k < 4; ++k) {
       const auto at = static_cast<std::size_t>((3 - k) * 2);
       const std::string pair = now.substr(at, 2);
-      if (pair != then.substr(at, 2)) lane.DoCut(pair, k, RaceTime());
+      if (pair != then.substr(at, 2)) lane.DoCut(pair, k, clock_.RaceTime());
     }
   });
 }
@@ -178,7 +165,7 @@ void frmJudge::FillRaceData(StationMessage& frame) {
   const bool addMinute = chkSixtySecondCount.Value() == 0 && link_.IsControllerMode();
   std::int32_t ms = addMinute ? 59999 : 0;
   if (race_.RaceActive && !race_.StartInfoPending) {
-    ms = addMinute ? AddLong(RaceTime(), Starter::kSignal) : RaceTime();
+    ms = addMinute ? AddLong(clock_.RaceTime(), Starter::kSignal) : clock_.RaceTime();
   }
   race_.StartInfoPending = false;
   SetFrameTime(frame, ms);
@@ -188,7 +175,7 @@ void frmJudge::FillRaceData(StationMessage& frame) {
 
 void frmJudge::Broadcast(std::int16_t to, std::int16_t from) {
   if (!link_.IsControllerMode()) return;
-  LastTimeSent_ = RaceTime();
+  LastTimeSent_ = clock_.RaceTime();
   link_.SendMessage(to, from);
 }
 
@@ -217,7 +204,9 @@ void frmJudge::ShowRadioState(const std::string& text, bool bad) {
 void frmJudge::KeyDown(const std::string& key) {
   const auto found = std::ranges::find(kKeyNames, key);
   if (found == kKeyNames.end()) return;
-  if (race_.WaitsForSave()) return ShowNotice("Race over: save it first", Notice::kSaveFirst);
+  if (race_.WaitsForSave()) {
+    return notices_.Show("Race over: save it first", Notices::Kind::kSaveFirst);
+  }
   if (found == kKeyNames.begin() && !race_.RaceActive) {
     if (cmdStart.Enabled()) cmdStart_Click();
     return;

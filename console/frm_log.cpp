@@ -96,9 +96,8 @@ void frmLog::cmdStrike_Click() {
 
 std::string frmLog::AskText(const std::string& title, const std::string& prompt) {
   const unsigned race = Lane().RaceSerial();
-  const DialogAnswer answer = door_.Ask({DialogKind::Input, title, prompt});
-  const bool stands = answer.word == DialogAnswer::Word::Text && race == Lane().RaceSerial();
-  return stands ? answer.text : "";
+  const std::string text = door_.AskText(title, prompt);
+  return race == Lane().RaceSerial() ? text : "";
 }
 
 // The lane and the entry are those for which the question was asked: behind it only stations and timers act.

@@ -105,10 +105,10 @@ double RaceBook::Timestamp(const std::string& section) {
 }
 
 std::string RaceBook::ShownSection(int number) {
-  std::string race = Section(number);
+  std::string race = RaceSection(number);
   try {
     const double id = LeadingNumber(project_.GetProjectValue(race, "ReflyID", "0"));
-    return id == 0.0 ? race : "Refly" + std::to_string(RoundTo<std::int32_t>(id));
+    return id == 0.0 ? race : ReflySection(RoundTo<std::int32_t>(id));
   } catch (const OverflowError&) {
     return race;  // no refly has such a number
   }
@@ -138,7 +138,7 @@ void RaceBook::KeepPlace() {
 std::int16_t RaceBook::NextRefly() {
   const std::int16_t counted = Number("NumberReflys", 0);
   std::int16_t number = counted == INT16_MAX ? std::int16_t{1} : AddInteger(counted, 1);
-  while (Timestamp("Refly" + std::to_string(number)) != 0.0) number = AddInteger(number, 1);
+  while (Timestamp(ReflySection(number)) != 0.0) number = AddInteger(number, 1);
   return number;
 }
 
@@ -158,13 +158,13 @@ std::string RaceBook::TakeFreeNumber() {
 
 std::string RaceBook::Write(const std::string& mode, const std::string& comments, const LocalDateTime& now) {
   const std::string race = std::to_string(race_.RaceNumber);
-  std::string section = Section(race_.RaceNumber);
+  std::string section = RaceSection(race_.RaceNumber);
   if (race_.ReflyMode) {
     race_.NumberReflys = NextRefly();
     const std::string number = std::to_string(race_.NumberReflys);
     Keep("NumberReflys", number);
     project_.SetProjectValue(section, "ReflyID", number + " (index to refly entry for this race");
-    section = "Refly" + number;
+    section = ReflySection(race_.NumberReflys);
   }
   const std::string place = " (h=" + std::to_string(race_.Heat()) + ", r=" + std::to_string(race_.Round());
   project_.SetProjectValue(section, "Timestamp", TimestampText(now));

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "forms/door.h"
+#include "race/project_values.h"
 #include "race/race_state.h"
 #include "records/project.h"
 
@@ -42,9 +43,8 @@ class RaceBook {
  public:
   RaceBook(Project& project, RaceState& race) : project_(project), race_(race) {}
 
-  static std::string Section(int race) { return "Race" + std::to_string(race); }
-  bool HasRun(int race) { return Timestamp(Section(race)) > 0.0; }
-  bool HasTimestamp(int race) { return Timestamp(Section(race)) != 0.0; }
+  bool HasRun(int race) { return Timestamp(RaceSection(race)) > 0.0; }
+  bool HasTimestamp(int race) { return Timestamp(RaceSection(race)) != 0.0; }
   // Of the flight that stands for the race: "Race7", or "Refly2" that has repeated it.
   std::string ShownSection(int number);
 

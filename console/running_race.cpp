@@ -60,25 +60,25 @@ void Take(const std::string& text, std::string& value) {
 }  // namespace
 
 void WriteRunning(ProfileFile& file, const RunningRace& race, const KeptAt& at) {
-  const auto write = [&](const std::string& key, const auto& value) {
-    file.Write(kRunningSection, key, fmt::format("{:d}", value));
-  };
   const auto use = [&]<typename Value>(const std::string& key, const Value& value) {
-    if constexpr (std::is_same_v<Value, std::string>) {
-      file.Write(kRunningSection, key, value);
-    } else {
-      write(key, value);
-    }
+    constexpr const char* kForm = std::is_same_v<Value, std::string> ? "{}" : "{:d}";
+    file.Write(kRunningSection, key, fmt::format(fmt::runtime(kForm), value));
   };
   Values(race, use);
   ValuesAt(at, use);
 }
 
-std::optional<KeptRace> ReadRunning(const ProfileFile& file) {
-  if (!file.Read(kRunningSection, "Race")) return std::nullopt;
-  KeptRace kept;
+ReadValue KeptRace::Reader() const {
+  return [this](const std::string& section, const std::string& key, const std::string& fallback) {
+    return file.Read(section, key).value_or(fallback);
+  };
+}
+
+std::optional<KeptRace> ReadRunning(const std::string& text) {
+  KeptRace kept{{}, {}, ProfileFile(text)};
+  if (!kept.file.Read(kRunningSection, "Race")) return std::nullopt;
   const auto use = [&](const std::string& key, auto& value) {
-    if (const auto text = file.Read(kRunningSection, key)) Take(*text, value);
+    if (const auto found = kept.file.Read(kRunningSection, key)) Take(*found, value);
   };
   Values(kept.race, use);
   ValuesAt(kept.at, use);

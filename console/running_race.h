@@ -6,6 +6,7 @@
 
 #include "console/starter.h"
 #include "forms/platform.h"
+#include "race/project_values.h"
 #include "records/profile_file.h"
 
 namespace quorvane {
@@ -41,11 +42,14 @@ struct KeptAt {
 void WriteRunning(ProfileFile& file, const RunningRace& race, const KeptAt& at);
 
 struct KeptRace {
+  ReadValue Reader() const;  // for its lanes; good for as long as this is
+
   RunningRace race;
   KeptAt at;
+  ProfileFile file;
 };
-// The file may hold anything: nothing when no race is in it, and numbers only as far as they can be meant.
-std::optional<KeptRace> ReadRunning(const ProfileFile& file);
+// The text may be anything: nothing when no race is in it, and numbers only as far as they can be meant.
+std::optional<KeptRace> ReadRunning(const std::string& text);
 
 // "12 minutes ago", for ms; "some time ago" when the clocks say nothing.
 std::string AgoText(std::int64_t ms);

@@ -146,6 +146,11 @@ DialogAnswer Door::Ask(const DialogBox& box) {
   return answer;
 }
 
+std::string Door::AskText(const std::string& title, const std::string& prompt, const std::string& preset) {
+  const DialogAnswer answer = Ask({DialogKind::Input, title, prompt, DialogIcon::None, preset});
+  return answer.word == DialogAnswer::Word::Text ? answer.text : "";
+}
+
 void Door::Post(std::function<void()> action) {
   posted_.push_back(std::move(action));
   Drain();

@@ -68,6 +68,8 @@ class Door : public EventClock {
 
   // Lets the radio and the timers go on behind the box. The clock is sampled again when it closes.
   DialogAnswer Ask(const DialogBox& box);
+  // Empty when the operator gives no answer.
+  std::string AskText(const std::string& title, const std::string& prompt, const std::string& preset = {});
   // Runs the action as soon as no event is in hand and no box is open, at the time of the last event.
   void Post(std::function<void()> action);
   // An error ends the action, and only it, as it does an event. True: no error.

@@ -25,10 +25,6 @@ void ShowCaptions(const ControlArray& labels, const std::string& captions) {
   }
 }
 
-std::string LaneSection(const std::string& section, int lane) {
-  return section + "_Lane" + std::to_string(lane);
-}
-
 }  // namespace
 
 frmLane::frmLane(Forms& forms, RaceState& race, LaneOwner& owner, int laneNumber)

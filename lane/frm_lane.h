@@ -9,6 +9,7 @@
 #include "forms/form.h"
 #include "forms/platform.h"
 #include "lane/lane_log.h"
+#include "race/project_values.h"
 #include "race/race_state.h"
 
 namespace quorvane {
@@ -39,11 +40,6 @@ class LaneOwner {
 
 // The time base of a lane that does not fly.
 inline constexpr std::int32_t kDoesNotFly = -1000000;
-
-// A value of the project file: section, key, fallback.
-using ReadValue = std::function<std::string(const std::string&, const std::string&, const std::string&)>;
-// Keeps one there: section, key, value.
-using KeepValue = std::function<void(const std::string&, const std::string&, const std::string&)>;
 
 // The judging panel of one lane: takes laps, cuts and turns from the operator and the stations, keeps them in
 // the lane's event log and shows what the log says. `time` is the race clock in ms; the lane's own race time

@@ -40,6 +40,7 @@ struct RaceState {
   bool StartInfoPending = false;  // the next frame sent announces the start
   bool ReflyMode = false;         // the race on the console repeats one that has run
   bool RaceLoaded = false;        // the race on the console was shown from the project file
+  bool Amending = false;          // and is being put right
   std::int32_t RaceStartRef = 0;  // stopwatch reading, in ms, that counts as race time zero
   // ms: the corrected clock of the last station heard, or what the Start button puts in its place.
   std::int32_t LaneStartOffset = 0;
@@ -54,6 +55,7 @@ struct RaceState {
   bool WaitsForSave() const { return RaceDone && Unsaved; }
   // It may have been started by radio while a box was open.
   bool AtStake() const { return BeingFlown() || Unsaved; }
+  bool MayCorrect() const { return Amending || (AtStake() && !RaceLoaded); }  // its logs may be put right
 
   int HeatsInRound() const { return std::max<int>(HeatsPerRound, 1); }  // a file may say anything
   int Round() const { return (RaceNumber - 1) / HeatsInRound() + 1; }

@@ -15,8 +15,6 @@ namespace quorvane {
 
 namespace {
 
-// No contest comes near this; a file beyond it is not a project file, and reading it would stall the console.
-constexpr size_t kLargestFile = size_t{256} << 20;
 constexpr size_t kMostCharacters = 2047;
 // How long the end of the program waits for a save that is still in hand.
 constexpr int kEndMs = 5000;
@@ -47,7 +45,7 @@ void LookAt(FileOps& files, const std::string& path, const std::optional<FileSta
   glance.error = files.Look(path, glance.stamp);
   glance.same = !glance.error && last == glance.stamp;
   if (glance.error || glance.same || glance.stamp.kind == FileStamp::Kind::Missing) return;
-  glance.error = files.ReadFile(path, kLargestFile, glance.bytes, glance.stamp);
+  glance.error = files.ReadFile(path, kLargestProject, glance.bytes, glance.stamp);
 }
 
 // ---- Changes that were kept in memory.
@@ -330,7 +328,7 @@ void ProjectStore::Commit() {
 // False: the disk takes too long, and it goes on behind.
 bool ProjectStore::BeginReplacement() {
   saving_ = std::make_shared<Replacement>(Replacement{text_.Serialize(), revision_, seen_});
-  if (saving_->bytes.size() > kLargestFile) {
+  if (saving_->bytes.size() > kLargestProject) {
     saving_->error = std::make_error_code(std::errc::file_too_large);
     return true;
   }

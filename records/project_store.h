@@ -16,6 +16,10 @@
 
 namespace quorvane {
 
+// In bytes. No contest comes near this; a file beyond it is no project file, and reading it would stall the
+// console.
+inline constexpr std::size_t kLargestProject = std::size_t{256} << 20;
+
 // A value that was written to a project and is not on the disk yet.
 struct KeptChange {
   std::string section;

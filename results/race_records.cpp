@@ -39,7 +39,7 @@ LocalDateTime DateOfSerial(double serial) {
 }
 
 std::string SectionOf(int race, int refly) {
-  return refly == 0 ? "Race" + std::to_string(race) : "Refly" + std::to_string(refly);
+  return refly == 0 ? RaceSection(race) : ReflySection(refly);
 }
 
 bool SectionHasRun(const ProjectSource& project, const std::string& section) {
@@ -107,7 +107,7 @@ RaceRecord ReadFlight(const ProjectSource& project, int race, int refly) {
   MarkLanes(record, project.laneColorScheme);
   if (!record.hasRun) return record;
   for (LaneRecord& lane : record.lanes) {
-    const std::string laneSection = SectionOf(race, refly) + "_Lane" + std::to_string(lane.lane);
+    const std::string laneSection = LaneSection(SectionOf(race, refly), lane.lane);
     const auto value = [&](const std::string& key) { return project.read(laneSection, key, ""); };
     LaneLog log;
     log.Read(value);
@@ -148,8 +148,6 @@ ContestRecord ReadContest(const ProjectSource& project) {
   std::ranges::stable_sort(contest.races, {}, &RaceRecord::number);
   return contest;
 }
-
-constexpr std::size_t kLargestProject = std::size_t{256} << 20;
 
 std::error_code Read(FileOps& files, const std::string& path, const std::function<void(ProjectSource)>& use) {
   std::string bytes;

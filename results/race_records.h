@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <optional>
 #include <string>
 #include <system_error>
@@ -9,6 +8,7 @@
 
 #include "files/file_ops.h"
 #include "forms/platform.h"
+#include "race/project_values.h"
 #include "race/race_state.h"
 #include "records/race_record.h"
 
@@ -17,13 +17,10 @@ namespace quorvane {
 class LaneLog;
 class Project;
 
-// Reads one value: section, key, fallback.
-using ProjectReader = std::function<std::string(const std::string&, const std::string&, const std::string&)>;
-
 // A project file, open in the console or only read. What it says may have been edited by hand: values that
 // make no sense read as if they were missing.
 struct ProjectSource {
-  ProjectReader read;
+  ReadValue read;
   std::string file = {};  // its path as text, for the record
   // How the lanes are marked; the file does not say. 9 names them by number.
   std::int16_t laneColorScheme = 9;

@@ -1,0 +1,41 @@
+#include "console/notices.h"
+
+#include <utility>
+
+#include "base/text.h"
+
+namespace quorvane {
+
+void Notices::Show(const std::string& text, Kind kind) {
+  kind_ = kind;
+  shown_.lblNotice.SetCaption(text);
+  shown_.lblNotice.SetVisible(!text.empty());
+}
+
+void Notices::TakeAway(Kind kind) {
+  if (kind_ == kind) Show({});
+}
+
+void Notices::TellTroubles() {
+  if (const auto moved = project_.TakeMoved(); !moved.empty()) Show(Join(moved, ';'));
+  const std::string unkept = keeper_.Problem();
+  if (std::exchange(unkept_, unkept) != unkept && !unkept.empty()) {
+    Show("A crash would lose this race: " + unkept);
+  }
+  TellUnsaved();
+  // Such an error is a fault of the program, or a full log: what was asked for has not been done.
+  const int errors = door_.ErrorsContained();
+  if (std::exchange(errors_, errors) == errors) return;
+  Show("Something failed and was left undone: " + door_.LastError());
+}
+
+void Notices::TellUnsaved() {
+  const std::string problem = project_.Saved() ? "" : project_.Problem();
+  shown_.lblNotSaved.SetVisible(!problem.empty());
+  shown_.tmrSaveRetry.SetEnabled(!problem.empty());
+  if (std::exchange(unsaved_, problem) == problem) return;
+  if (!problem.empty()) return Show("Not saved: " + problem, Kind::kNotSaved);
+  TakeAway(Kind::kNotSaved);
+}
+
+}  // namespace quorvane

@@ -1,0 +1,73 @@
+#pragma once
+
+#include <array>
+#include <optional>
+#include <string>
+
+#include "console/notices.h"
+#include "console/open_project.h"
+#include "console/running_race.h"
+#include "files/background_files.h"
+#include "forms/door.h"
+#include "race/race_state.h"
+
+namespace quorvane {
+
+// Keeps the race on the console on the disk, beside its project, so that neither a crash nor a slip of the
+// hand loses it.
+class RaceKeeper {
+ public:
+  RaceKeeper(Door& door, RaceState& race, Project& project, BackgroundFiles& files, const LanePanels& lanes,
+             Notices& notices)
+      : door_(door), race_(race), project_(project), files_(files), lanes_(lanes), notices_(notices) {}
+
+  // The race as it is now: what has changed goes to the disk.
+  void Keep(const RunningRace& race);
+  // There is no race to be kept; what is not saved yet stays kept.
+  void Release();
+  // The race goes without being saved: it can be brought back until the next one starts.
+  void Drop();
+  void ForgetDropped();
+  bool HasDropped() const { return !dropped_.empty(); }
+  std::optional<KeptRace> Dropped() const { return ReadRunning(dropped_); }
+
+  // What the program left behind when it died with this project open. To be called before any box: a race
+  // may begin behind it.
+  void FindLeft();
+  // What was found and is not in the project, until it has been taken up or set aside.
+  std::optional<KeptRace> Left();
+  bool HasLeft() const { return !left_.empty(); }
+  void LeftIsTaken() { left_.clear(); }
+  // What is not taken up goes under another name.
+  void SetLeftAside();
+  void EndOffer();
+  // "Race 7, heat 3, round 2, 4 laps on lane 1, 1 lap on lane 2".
+  std::string StoryOf(const KeptRace& kept) const;
+
+ private:
+  struct State {
+    RunningRace race;
+    std::array<frmLane::RunningState, 4> lanes;
+    bool operator==(const State&) const = default;
+  };
+
+  std::string Beside(const char* ending) const { return BesideProject(race_.ProjectFile, ending); }
+  std::string TextOf(const RunningRace& race);
+  bool InProject(const KeptRace& kept);
+  bool SavedIn(const std::string& section, const KeptRace& kept);
+
+  Door& door_;
+  RaceState& race_;
+  Project& project_;
+  BackgroundFiles& files_;
+  const LanePanels& lanes_;
+  Notices& notices_;
+  RaceBook book_{project_, race_};
+  std::optional<State> kept_;  // of the race on the console, as it was kept last
+  std::string text_;
+  std::string file_;
+  std::string left_;     // by a program that died, until the operator has decided
+  std::string dropped_;  // the last race that went without being saved; empty: none
+};
+
+}  // namespace quorvane
