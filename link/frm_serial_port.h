@@ -147,6 +147,7 @@ class frmSerialPort : public Form {
   void tmrAging_Timer();
   void AgeStation(int address);
   void PollNextStation();
+  void AwaitAnswer(int address);
   void lblStation_Click(int index);
 
   // Stations that fall silent while a race is flown.
@@ -189,9 +190,10 @@ class frmSerialPort : public Form {
   std::array<std::optional<std::int64_t>, 2> litAt_;            // by Traffic
   std::array<std::optional<std::int64_t>, kStations> heardAt_;  // as shown
   std::optional<int> selectedStation_;                          // that alone is polled and shown
-  std::array<std::int64_t, kStations> polledAt_ = {};           // 0: not yet
-  std::array<std::uint8_t, kStations> volt_ = {};               // as it came
-  int PollStation_ = 0;                                         // 0..7
+  // Since when an answer is awaited, or was until it came; 0: not asked yet.
+  std::array<std::int64_t, kStations> awaitedSince_ = {};
+  std::array<std::uint8_t, kStations> volt_ = {};  // as it came
+  int PollStation_ = 0;                            // 0..7
   std::uint8_t LastToAddress_ = 0;
   std::uint8_t LastShownFrom_ = 0;
   bool Frozen_ = false;

@@ -93,13 +93,26 @@ void frmSerialPort::AgeStation(int address) {
   Show(lblTemp[address], "");
 }
 
-// The name whose turn it is stays red until the station answers. A selected station is asked in its place.
+// The name whose turn it is stays red until the station answers. A selected station is asked in its place;
+// nobody asks the others then, and one that is not heard for long has as good as not answered.
 void frmSerialPort::PollNextStation() {
   lblStation[PollStation_].SetForeColor(kRed);
-  if (selectedStation_) return SendMessage(*selectedStation_, kConsole);
-  Element(polledAt_, PollStation_) = door_.Now();
-  SendMessage(PollStation_, kConsole);
-  PollStation_ = (PollStation_ + 1) % kStations;
+  if (!selectedStation_) {
+    AwaitAnswer(PollStation_);
+    SendMessage(PollStation_, kConsole);
+    PollStation_ = (PollStation_ + 1) % kStations;
+    return;
+  }
+  for (int i = 0; i < kStations; ++i) {
+    if (i == *selectedStation_ || door_.Now() - counters_.Of(i).lastHeard > kOffAfterMs) AwaitAnswer(i);
+  }
+  SendMessage(*selectedStation_, kConsole);
+}
+
+// From now on, or since it was asked before and has not answered.
+void frmSerialPort::AwaitAnswer(int address) {
+  std::int64_t& since = Element(awaitedSince_, address);
+  if (since == 0 || counters_.Of(address).lastHeard >= since) since = door_.Now();
 }
 
 void frmSerialPort::lblStation_Click(int index) {
@@ -197,11 +210,10 @@ void frmSerialPort::ShowRadioState() {
 // One that is only polled speaks every sixteen seconds: it is there while it answers, whenever that was.
 frmSerialPort::Presence frmSerialPort::PresenceOf(int address) const {
   const std::int64_t heard = counters_.Of(address).lastHeard;
-  const std::int64_t polled = Element(polledAt_, address);
-  const bool answers = door_.Now() - heard <= kPresentMs || heard >= polled;
-  if (counters_.WasHeard(address) && answers) return Presence::kHere;
-  const bool asked = polled != 0 && door_.Now() - polled >= kAnswerMs;
-  return asked ? Presence::kMissing : Presence::kUnknown;
+  const std::int64_t since = Element(awaitedSince_, address);
+  const bool late = since != 0 && heard < since && door_.Now() - since >= kAnswerMs;
+  if (counters_.WasHeard(address) && (!late || door_.Now() - heard <= kPresentMs)) return Presence::kHere;
+  return late ? Presence::kMissing : Presence::kUnknown;
 }
 
 // One that reports no supply has none that is low.
