@@ -48,6 +48,7 @@ class LaneDesk : private LaneOwner {
     undo_.Entered(lane, serials);
   }
   void Corrected(int lane, const Correction& correction) override;
+  std::string Timestamp() const override { return TimestampText(door_.LocalNow()); }
   DialogAnswer Ask(const DialogBox& box) override { return door_.Ask(box); }
   LaneMarking Marking(int lane) const override;
   int NextFreePlace(int place) const;

@@ -150,7 +150,7 @@ void frmLane::HidePopUp() {
 
 // In the project file.
 
-void frmLane::SaveLane(const std::string& section, const KeepValue& keep) const {
+void frmLane::SaveLane(const std::string& section, const KeepValue& keep, const ReadValue& there) const {
   const std::string lane = LaneSection(section, laneNumber_);
   const auto set = [&](const std::string& key, const std::string& value) { keep(lane, key, value); };
   set("NumEvents", std::to_string(log_.EventCount()));
@@ -161,7 +161,9 @@ void frmLane::SaveLane(const std::string& section, const KeepValue& keep) const 
   set("Time", counts_.finalTime < kNoResult ? FormatSeconds(counts_.finalTime) : "nt");
   set("Laps", Captions(lblLap, kLastLapCell + 1));
   set("Cuts", Captions(lblCut, std::min<int>(counts_.cutCount, kLastCutMark)));
-  for (int i = 0; i < log_.EventCount(); ++i) set("Event" + std::to_string(i), EventText(log_[i]));
+  const auto event = [](int i) { return "Event" + std::to_string(i); };
+  for (int i = 0; i < log_.EventCount(); ++i) set(event(i), EventText(log_[i]));
+  for (int i = log_.EventCount(); there && !there(lane, event(i), "").empty(); ++i) set(event(i), "");
   if (!log_.Corrections().empty()) log_.KeepCorrections(set, false);
 }
 

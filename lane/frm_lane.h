@@ -32,6 +32,7 @@ class LaneOwner {
   // These entries have just been made at the panel or with a key.
   virtual void EnteredByHand(int lane, const std::vector<unsigned>& serials) = 0;
   virtual void Corrected(int lane, const Correction& correction) = 0;
+  virtual std::string Timestamp() const = 0;  // the computer's time, as the project file keeps one
   // The operator wants to see the lane's log.
   virtual void ShowLog(int lane) = 0;
   virtual DialogAnswer Ask(const DialogBox& box) = 0;
@@ -135,8 +136,9 @@ class frmLane : public Form {
 
   // Records. `section` is that of the race, "Race7" or "Refly2"; the lane's own is "Race7_Lane3". A loaded
   // lane is recounted under the race mode that the race's section names and counts as finished until the next
-  // InitializeRace. Values that are read may be anything.
-  void SaveLane(const std::string& section, const KeepValue& keep) const;
+  // InitializeRace. Values that are read may be anything. Entries that are `there` behind those of the log
+  // are emptied.
+  void SaveLane(const std::string& section, const KeepValue& keep, const ReadValue& there = {}) const;
   void LoadLane(const std::string& section, const ReadValue& read);
   // The same of a race that is not over: kept while it is flown, and taken up again after the program has
   // died. Its lights are lost.
@@ -191,6 +193,7 @@ class frmLane : public Form {
   void ShowEleventhCell();
   void EnterPanelCut(int missedPylon, bool accepted);
   void EnterByHand(const std::function<void()>& enter);
+  std::int32_t CorrectionTime() const;
   bool NoviceWithoutLap() const;
   bool TimedOut() const;
   void Correct(const std::function<void()>& change);

@@ -18,7 +18,7 @@ std::optional<LaneLog::Taken> frmLane::Strike(unsigned serial, const char* what)
   if (index < 0) return std::nullopt;
   std::optional<LaneLog::Taken> taken;
   Correct([&] {
-    taken = log_.Strike(index, Loaded() ? 0 : ToRaceTime(owner_.RaceTime()), what);
+    taken = log_.Strike(index, CorrectionTime(), what);
     ResetLocks(taken->event);
   });
   return taken;
@@ -26,8 +26,7 @@ std::optional<LaneLog::Taken> frmLane::Strike(unsigned serial, const char* what)
 
 void frmLane::PutBack(const LaneLog::Taken& taken, const char* what) {
   if (log_.Find(taken.event.Serial) >= 0) return;
-  Correct(
-      [&] { log_.PutBack(taken, Loaded() ? 0 : ToRaceTime(owner_.RaceTime()), what, NoviceWithoutLap()); });
+  Correct([&] { log_.PutBack(taken, CorrectionTime(), what, NoviceWithoutLap()); });
 }
 
 std::optional<unsigned> frmLane::InsertLap(std::int32_t lapTime) {
@@ -37,16 +36,18 @@ std::optional<unsigned> frmLane::InsertLap(std::int32_t lapTime) {
   });
   if (doesNotFly_ || lapTime <= 0 || future || there) return std::nullopt;
   unsigned serial = 0;
-  Correct([&] {
-    serial = log_.InsertLap(lapTime, Loaded() ? 0 : ToRaceTime(owner_.RaceTime()), NoviceWithoutLap());
-  });
+  Correct([&] { serial = log_.InsertLap(lapTime, CorrectionTime(), NoviceWithoutLap()); });
   return serial;
 }
 
 void frmLane::MoveCut(unsigned serial, int pylon) {
   const int index = log_.Find(serial);
   if (index < 0 || !log_[index].Kind.ends_with('C')) return;
-  Correct([&] { log_.MoveCut(index, pylon, Loaded() ? 0 : ToRaceTime(owner_.RaceTime())); });
+  Correct([&] { log_.MoveCut(index, pylon, CorrectionTime()); });
+}
+
+std::int32_t frmLane::CorrectionTime() const {
+  return Loaded() ? 0 : ToRaceTime(owner_.RaceTime());
 }
 
 bool frmLane::NoviceWithoutLap() const {
@@ -60,6 +61,7 @@ bool frmLane::TimedOut() const {
 void frmLane::Correct(const std::function<void()>& change) {
   const bool timedOut = TimedOut();
   change();
+  if (Loaded()) log_.DateCorrection(owner_.Timestamp());
   ShowCorrected(timedOut);
   owner_.Corrected(laneNumber_, log_.Corrections().back());
   owner_.IssueLapEvent();

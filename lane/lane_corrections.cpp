@@ -29,7 +29,8 @@ void CountBehind(std::vector<LaneEvent>& entries, At from, int by) {
 }  // namespace
 
 std::string CorrectionText(const Correction& c) {
-  return fmt::format("{};{};{};{};{}", c.time, c.what, c.by, c.before, c.after);
+  const std::string time = c.amended.empty() ? std::to_string(c.time) : c.amended;
+  return fmt::format("{};{};{};{};{}", time, c.what, c.by, c.before, c.after);
 }
 
 int LaneLog::Find(unsigned serial) const {
@@ -87,7 +88,7 @@ void LaneLog::Edit(bool withFreeLap, const std::function<void(std::vector<LaneEv
 
 void LaneLog::Record(std::int32_t now, const char* what, const LaneEvent& of, std::string before,
                      std::string after) {
-  corrections_.push_back({now, what, MadeBy(of), std::move(before), std::move(after)});
+  corrections_.push_back({now, what, MadeBy(of), std::move(before), std::move(after), {}});
 }
 
 LaneLog::Taken LaneLog::Strike(int index, std::int32_t now, const char* what) {
@@ -179,8 +180,9 @@ void LaneLog::ReadCorrections(const LaneValue& value) {
   for (int i = 0; i < number; ++i) {
     const std::vector<std::string> fields = Split(value(fmt::format("Correction{}", i)), ';');
     if (fields.size() != 5) continue;
-    const int time = whole(fields[0], INT32_MAX);
-    corrections_.push_back({time, fields[1], fields[2], fields[3], fields[4]});
+    const bool dated = fields[0].find(',') != std::string::npos;
+    const int time = dated ? 0 : whole(fields[0], INT32_MAX);
+    corrections_.push_back({time, fields[1], fields[2], fields[3], fields[4], dated ? fields[0] : ""});
   }
   const auto mark = [&](const std::string& indexes, bool LaneEvent::*as) {
     for (const std::string& index : Split(indexes, ',')) {

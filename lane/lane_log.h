@@ -5,6 +5,7 @@
 #include <functional>
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "base/checked.h"
@@ -39,15 +40,17 @@ std::string EventText(const LaneEvent& event);
 
 // An entry was put right after it had been made.
 struct Correction {
-  std::int32_t time = 0;    // ms of race time; 0 of a race that was saved before
+  std::int32_t time = 0;    // ms of race time; 0 of a race that had been saved
   std::string what = {};    // "struck", "inserted", "moved", "undone", "redone"
   std::string by = {};      // who had made the entry: "hand", a station's code, "TM or hand"
   std::string before = {};  // the entry's text, empty when it was not there
   std::string after = {};
+  std::string amended = {};  // when a saved race was put right, as the project file keeps a time
 
   bool operator==(const Correction&) const = default;
 };
-std::string CorrectionText(const Correction& correction);  // joined by semicolons
+// Joined by semicolons, the time or that of the amendment first.
+std::string CorrectionText(const Correction& correction);
 
 // A new entry, named after its source. OverflowError for a source or a count outside 0..255. An entry of the
 // panel is named after the missed pylon: "ME", "MP1".."MP3".
@@ -120,6 +123,7 @@ class LaneLog {
   // To pylon 1..3. A judge's light that reported it goes on belonging to it.
   void MoveCut(int index, int pylon, std::int32_t now);
   const std::vector<Correction>& Corrections() const { return corrections_; }
+  void DateCorrection(std::string amended) { corrections_.back().amended = std::move(amended); }
   // "Corrections", "Correction0"..., "ByHand"; and for a race that goes on, what the stations' lights still
   // say of cuts that were struck.
   void KeepCorrections(const SetLaneValue& set, bool raceGoesOn) const;

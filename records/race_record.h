@@ -53,6 +53,7 @@ struct CorrectionRecord {
   std::string by;         // who had made the entry
   std::optional<EntryRecord> before;
   std::optional<EntryRecord> after;
+  std::optional<LocalDateTime> amended = {};  // when the saved race was put right, where that is known
 };
 
 inline constexpr int kMostCorrections = 200;  // that are listed of a lane

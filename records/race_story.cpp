@@ -7,6 +7,7 @@
 
 #include "base/stations.h"
 #include "base/text.h"
+#include "records/project.h"
 
 namespace quorvane {
 namespace {
@@ -97,13 +98,17 @@ class Story {
   }
 
   void TellCorrection(const CorrectionRecord& correction) {
-    StoryRow row{.time = correction.time > 0 ? FormatSeconds(correction.time) : "amended",
+    const auto& amended = correction.amended;
+    StoryRow row{.time = correction.time > 0 ? FormatSeconds(correction.time)
+                         : amended           ? TimeOfDay(*amended)
+                                             : "amended",
                  .what = correction.what,
                  .from = MakerText(correction.by),
                  .correction = true};
     if (!row.what.empty())
       row.what[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(row.what[0])));
-    if (correction.before) row.remark = Told(*correction.before);
+    if (amended) row.remark = "amended " + ProjectDate(*amended) + ": ";
+    if (correction.before) row.remark += Told(*correction.before);
     if (correction.after) row.remark += (correction.before ? kArrow : "") + Told(*correction.after);
     rows_.push_back(row);
   }

@@ -10,7 +10,9 @@ namespace quorvane {
 // What happened in a lane, entry by entry, for somebody who has to judge its result.
 
 struct StoryRow {
-  std::string time = {};   // "42.31", seconds of race time; of a correction: when it was made
+  // "42.31", seconds of race time; of a correction: when it was made, "10:15 AM" after the race had been
+  // saved.
+  std::string time = {};
   std::string what = {};   // "Lap 5", "Cut P2", "Turn", "Struck"
   std::string split = {};  // of a lap
   std::string from = {};   // "Judges 2", "Timers", "by hand"; of a correction: who had made the entry

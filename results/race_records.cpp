@@ -192,9 +192,10 @@ void ReadLane(LaneRecord& lane, const LaneLog& log, int mode) {
     if (event.Kind == "C") lane.cuts.push_back({event.SourceName, event.EventTime, event.Count});
     if (event.Kind == "T") lane.turns.push_back(event.EventTime);
   }
-  for (const auto& [time, what, by, before, after] : log.Corrections()) {
+  for (const auto& [time, what, by, before, after, amended] : log.Corrections()) {
     if (lane.corrections.size() >= kMostCorrections) break;
     lane.corrections.push_back({time, what, by, EntryOf(before), EntryOf(after)});
+    if (!amended.empty()) lane.corrections.back().amended = DateOfSerial(LeadingNumber(amended));
   }
   for (LapRecord& lap : lane.laps) {
     lap.credited = lane.novice && lap.count == 1;

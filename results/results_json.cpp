@@ -48,11 +48,13 @@ Json LapJson(const FlownLap& lap) {
 
 Json CorrectionJson(const CorrectionRecord& correction) {
   const auto entry = [](const auto& of) { return of ? Json(EntryText(*of)) : Json(); };
-  return {{"ms", correction.time},
-          {"what", correction.what},
-          {"by", correction.by},
-          {"before", entry(correction.before)},
-          {"after", entry(correction.after)}};
+  Json json = {{"ms", correction.time},
+               {"what", correction.what},
+               {"by", correction.by},
+               {"before", entry(correction.before)},
+               {"after", entry(correction.after)}};
+  if (correction.amended) json["amended"] = MomentText(*correction.amended);
+  return json;
 }
 
 void AddUnusual(Json& json, const RaceRecord& race) {

@@ -45,6 +45,7 @@ struct FakeOwner : LaneOwner {
   void EnteredByHand(int, const std::vector<unsigned>& serials) override { byHand = serials; }
   void ShowLog(int) override {}
   void Corrected(int, const Correction& c) override { Call("Corrected " + CorrectionText(c)); }
+  std::string Timestamp() const override { return "46347.375, 11/21/2026 9:00:00 AM"; }
   DialogAnswer Ask(const DialogBox& box) override {
     Call("Ask " + box.title + ", " + box.text + ", \"" + box.preset + "\"");
     if (whileAsking) whileAsking();

@@ -91,8 +91,10 @@ RaceRecord ProtestedRace() {
   novice.placing = "DNF";
   novice.entries[1].by = novice.entries[2].by = "TM or hand";
   const EntryRecord lap = race.lanes[0].entries[2], cut = race.lanes[0].entries[1];
-  race.lanes[0].corrections = {
-      {50000, "struck", "TM", lap, {}}, {51000, "moved", "P1", cut, cut}, {0, "inserted", "hand", {}, lap}};
+  race.lanes[0].corrections = {{50000, "struck", "TM", lap, {}},
+                               {51000, "moved", "P1", cut, cut},
+                               {0, "inserted", "hand", {}, lap},
+                               {0, "struck", "hand", lap, {}, MomentOf(2026, 11, 21, 14, 5)}};
   race.lanes[2] = LaneOf("");
   race.lanes[2].lane = 3;
   return race;
