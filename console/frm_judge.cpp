@@ -119,6 +119,10 @@ void frmJudge::Form_Load() {
   SetVisible(true);
   link_.Form_Load();
   door_.AllForms().Show(link_);
+  if (!race_.MayCorrect()) return;
+  // A race goes on: nothing may lie over its lanes.
+  link_.SetVisible(false);
+  door_.AllForms().Activate(*this);
 }
 
 // Moving to another race, or changing the race mode's meaning, has to wait while a race is in the air: it
@@ -152,11 +156,12 @@ void frmJudge::EventEnded() {
   mnuBringBack.SetEnabled(!race_.AtStake() && keeper_.HasDropped());
   lblController.SetVisible(link_.IsControllerMode());
   if (!race_.WaitsForSave()) notices_.TakeAway(Notices::Kind::kSaveFirst);
-  if (race_.AtStake() && !race_.RaceLoaded) {
+  if (race_.MayCorrect()) {
     keeper_.Keep(RunningNow());
   } else {
     keeper_.Release();
   }
+  keeper_.KeepUnsaved();
   notices_.TellTroubles();
 }
 
@@ -168,8 +173,9 @@ std::string frmJudge::LostByClosing() const {
   }
   if (race_.Amending) lost += "The race that is being amended stays as it was saved.\r\r";
   if (!project_.Saved()) {
-    lost += "NOT SAVED: " + project_.Problem() +
-            "\rWhat was recorded since the last save that worked is lost when Quorvane closes.\r\r";
+    lost += "NOT SAVED: " + project_.Problem() + "\rWhat was recorded since the last save that worked is " +
+            (keeper_.KeepsUnsaved() ? "kept beside the project until Quorvane opens it again.\r\r"
+                                    : "lost when Quorvane closes.\r\r");
   }
   return lost;
 }
@@ -203,6 +209,7 @@ void frmJudge::CloseRequested() {
     race_.RaceActive = false;
     OfferSave(false);
   }
+  amendment_.End();
   Form_Unload();
 }
 

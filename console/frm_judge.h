@@ -111,7 +111,9 @@ class frmJudge : public JudgeControls, public LinkOwner {
   RunningRace RunningNow() const;
   void mnuBringBack_Click();
   void OfferRecovery();
+  bool MayTakeUp(const KeptRace& kept);
   void TakeUp(const KeptRace& kept);
+  void ResumeAmending(const KeptRace& kept);
   void ShowAsItWas(const KeptRace& kept);
   void FlyOn(const Starter::Memory& starter, std::int32_t raceTime);
 

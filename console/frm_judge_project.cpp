@@ -209,9 +209,10 @@ void frmJudge::cmdSave_Click() {
   SettleResult();
   const std::string section = book_.Write(shownMode_, txtComments.Text(), door_.LocalNow());
   const auto keep = [this](const auto&... entry) { project_.SetProjectValue(entry...); };
+  const ReadValue there = OpenProject(project_, race_).read;
   if (!recovered_.empty()) keep(section, "Recovered", recovered_);
   for (const auto& lane : lanes_) {
-    lane->SaveLane(section, keep);
+    lane->SaveLane(section, keep, there);
     lane->chkNovice.SetValue(0);
   }
   txtComments.SetText(kDefaultComments);

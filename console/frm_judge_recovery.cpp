@@ -20,42 +20,67 @@ bool MayBeInTheAir(const KeptRace& kept, std::int64_t passed) {
 }  // namespace
 
 RunningRace frmJudge::RunningNow() const {
-  return {.number = race_.RaceNumber,
-          .refly = race_.ReflyMode,
-          .heat = race_.Heat(),
-          .round = race_.Round(),
-          .mode = race_.RaceMode,
-          .byHand = race_.ManualStart,
-          .sixtySecondCount = chkSixtySecondCount.Value() == 1,
-          .done = race_.RaceDone,
-          .starter = starter_.Remember(),
-          .comments = txtComments.Text(),
-          .recovered = recovered_,
-          .clockOfZero = door_.Now() - clock_.RaceTime()};
+  RunningRace race{.number = race_.RaceNumber,
+                   .refly = race_.ReflyMode,
+                   .heat = race_.Heat(),
+                   .round = race_.Round(),
+                   .mode = race_.RaceMode,
+                   .byHand = race_.ManualStart,
+                   .sixtySecondCount = chkSixtySecondCount.Value() == 1,
+                   .done = race_.RaceDone,
+                   .starter = starter_.Remember(),
+                   .comments = txtComments.Text(),
+                   .recovered = recovered_,
+                   .clockOfZero = door_.Now() - clock_.RaceTime()};
+  amendment_.Describe(race);
+  return race;
 }
 
 void frmJudge::mnuBringBack_Click() {
   if (race_.AtStake()) return;
-  if (const auto kept = keeper_.Dropped()) TakeUp(*kept);
+  if (const auto kept = keeper_.Dropped(); kept && MayTakeUp(*kept)) TakeUp(*kept);
   keeper_.ForgetDropped();
 }
 
-// Asked once for a project: whether to go on with the race that was on the console when the program died.
+// Asked once for a project: whether to go on with what was on the console when the program died.
 void frmJudge::OfferRecovery() {
   const auto kept = keeper_.Left();
-  if (kept && !race_.AtStake()) {
+  if (kept && MayTakeUp(*kept)) {
     const std::int64_t ago = MsBetween(kept->at.computer, door_.LookAtComputer());
-    const DialogBox box{DialogKind::YesNo, "Recover Race",
-                        keeper_.StoryOf(*kept) + ", " + AgoText(ago) + "\r\rRecover this race?"};
+    const char* what = kept->race.amends.empty() ? "race" : "amendment";
+    const DialogBox box{
+        DialogKind::YesNo, "Recover Race",
+        fmt::format("{}, {}\r\rRecover this {}?", keeper_.StoryOf(*kept), AgoText(ago), what)};
     const bool yes = door_.Ask(box).word == DialogAnswer::Word::Yes;
-    if (yes && keeper_.HasLeft() && door_.Contain([&] { TakeUp(*kept); })) keeper_.LeftIsTaken();
+    const bool still = keeper_.HasLeft() && MayTakeUp(*kept);
+    if (yes && still && door_.Contain([&] { TakeUp(*kept); })) keeper_.LeftIsTaken();
+  } else if (kept && !kept->race.amends.empty()) {
+    return keeper_.EndOffer(fmt::format("Race {} has been changed since: its amendment", kept->race.number));
   }
   keeper_.EndOffer();
+}
+
+// A race that is to be amended must be the one that it was.
+bool frmJudge::MayTakeUp(const KeptRace& kept) {
+  const std::string& section = kept.race.amends;
+  if (section.empty() || race_.AtStake()) return !race_.AtStake();
+  return HasRun(kept.race.number) && section == book_.ShownSection(kept.race.number) &&
+         amendment_.Version(section) == kept.race.version;
+}
+
+void frmJudge::ResumeAmending(const KeptRace& kept) {
+  race_.RaceNumber = ToInteger(kept.race.number);
+  ShowCurrentRace();
+  mnuAmend_Click();
+  amendment_.Resume(kept);
+  txtComments.SetText(kept.race.comments);
+  ShowNotice("Amendment recovered: Save writes it in its place, Reset leaves the race as it was");
 }
 
 // While its aircraft may still be in the air the clock runs on by the time that has passed.
 void frmJudge::TakeUp(const KeptRace& kept) {
   const RunningRace& race = kept.race;
+  if (!race.amends.empty()) return ResumeAmending(kept);
   const std::int64_t passed = MsBetween(kept.at.computer, door_.LookAtComputer());
   const bool inTheAir = MayBeInTheAir(kept, passed);
   ShowAsItWas(kept);

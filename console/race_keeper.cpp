@@ -17,7 +17,7 @@ void RaceKeeper::Keep(const RunningRace& race) {
   kept_ = std::move(state);
   text_ = TextOf(race);
   file_ = Beside(kRunningEnding);
-  SetLeftAside();
+  SetAside(kRunningEnding, left_, kNotRecovered);
   files_.Keep(file_, text_);
 }
 
@@ -50,6 +50,31 @@ void RaceKeeper::ForgetDropped() {
 void RaceKeeper::FindLeft() {
   left_ = files_.Read(Beside(kRunningEnding)).value_or("");
   dropped_ = files_.Read(Beside(kDroppedEnding)).value_or("");
+  TakeUnsaved();
+}
+
+// What a program that died could not save goes into the project as if it had been saved now.
+void RaceKeeper::TakeUnsaved() {
+  std::string text = files_.Read(Beside(kUnsavedEnding)).value_or("");
+  if (text.empty() || !project_.Saved()) return;
+  unsaved_[Beside(kUnsavedEnding)] = 0;
+  if (!project_.TakePending(text))
+    return SetAside(kUnsavedEnding, text, "What another contest could not save");
+  notices_.Show("What could not be saved before is in the project now");
+}
+
+void RaceKeeper::KeepUnsaved() {
+  if (project_.Saved() && unsaved_.empty()) return;
+  auto before = std::exchange(unsaved_, {});
+  const auto stores = project_.Unsaved();
+  const auto file = [](const ProjectStore* store) { return BesideProject(store->Path(), kUnsavedEnding); };
+  for (const ProjectStore* store : stores) unsaved_[file(store)] = store->Pending();
+  for (const auto& [old, number] : before) {
+    if (!unsaved_.contains(old)) files_.Remove(old);
+  }
+  for (const ProjectStore* store : stores) {
+    if (store->Pending() != before[file(store)]) files_.Keep(file(store), store->PendingText());
+  }
 }
 
 // The program may have died after the race had been saved.
@@ -62,6 +87,7 @@ std::optional<KeptRace> RaceKeeper::Left() {
 
 bool RaceKeeper::InProject(const KeptRace& kept) {
   const int number = kept.race.number;
+  if (!kept.race.amends.empty()) return SavedIn(kept.race.amends, kept);
   if (kept.race.refly) return SavedIn(book_.ShownSection(number), kept);
   // It was given the next free number where its own was taken.
   for (int race = number; race <= kLastRace && book_.HasRun(race); ++race) {
@@ -71,16 +97,28 @@ bool RaceKeeper::InProject(const KeptRace& kept) {
 }
 
 bool RaceKeeper::SavedIn(const std::string& section, const KeptRace& kept) {
+  const ReadValue there = OpenProject(project_, race_).read, here = kept.Reader();
+  const bool amended = !kept.race.amends.empty();
+  if (amended && there(section, "Comments", kDefaultComments) != kept.race.comments) return false;
+  int number = 0;
   return std::ranges::all_of(lanes_, [&](const auto& lane) {
-    return std::ranges::equal(lane->LogIn(kRunningSection, kept.Reader()).Entries(),
-                              lane->LogIn(section, OpenProject(project_, race_).read).Entries());
+    ++number;
+    const auto same = [&](const char* key) {
+      return there(LaneSection(section, number), key, "") ==
+             here(LaneSection(kRunningSection, number), key, "");
+    };
+    const LaneLog log = lane->LogIn(kRunningSection, here), saved = lane->LogIn(section, there);
+    return std::ranges::equal(log.Entries(), saved.Entries()) && log.Corrections() == saved.Corrections() &&
+           (!amended || (same("Placing") && same("Position")));
   });
 }
 
 std::string RaceKeeper::StoryOf(const KeptRace& kept) const {
   const RunningRace& race = kept.race;
-  std::string story = fmt::format("Race {}{}, heat {}, round {}", race.number, race.refly ? " refly" : "",
-                                  race.heat, race.round);
+  const bool refly = race.refly || race.amends.starts_with("Refly");
+  std::string story =
+      fmt::format("{}Race {}{}, heat {}, round {}", race.amends.empty() ? "" : "Amendment of ", race.number,
+                  refly ? " refly" : "", race.heat, race.round);
   int number = 0;
   for (const auto& lane : lanes_) {
     const int laps = lane->LogIn(kRunningSection, kept.Reader()).CountLaps();
@@ -90,18 +128,18 @@ std::string RaceKeeper::StoryOf(const KeptRace& kept) const {
   return story;
 }
 
-void RaceKeeper::SetLeftAside() {
-  if (left_.empty()) return;
+void RaceKeeper::SetAside(const char* ending, std::string& text, const std::string& what) {
+  if (text.empty()) return;
   std::string aside;
   for (int number = 1; aside.empty() || FileExists(aside); ++number) {
-    aside = fmt::format("{}-{}", Beside(kRunningEnding), number);
+    aside = fmt::format("{}-{}", Beside(ending), number);
   }
-  files_.Keep(aside, std::exchange(left_, {}));
-  notices_.Show("The race that was not recovered is kept in " + FileNameOf(aside));
+  files_.Keep(aside, std::exchange(text, {}));
+  notices_.Show(what + " is kept in " + FileNameOf(aside));
 }
 
-void RaceKeeper::EndOffer() {
-  SetLeftAside();
+void RaceKeeper::EndOffer(const std::string& what) {
+  SetAside(kRunningEnding, left_, what);
   if (!race_.AtStake()) files_.Remove(Beside(kRunningEnding));
 }
 

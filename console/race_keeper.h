@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <map>
 #include <optional>
 #include <string>
 
@@ -25,6 +26,10 @@ class RaceKeeper {
   void Keep(const RunningRace& race);
   // There is no race to be kept; what is not saved yet stays kept.
   void Release();
+  // Run after every event: what a save could not bring to the disk is kept for the next start.
+  void KeepUnsaved();
+  // False: the disk of the project refuses that too.
+  bool KeepsUnsaved() const { return files_.Problem().empty(); }
   // The race goes without being saved: it can be brought back until the next one starts.
   void Drop();
   void ForgetDropped();
@@ -38,9 +43,8 @@ class RaceKeeper {
   std::optional<KeptRace> Left();
   bool HasLeft() const { return !left_.empty(); }
   void LeftIsTaken() { left_.clear(); }
-  // What is not taken up goes under another name.
-  void SetLeftAside();
-  void EndOffer();
+  // What is not taken up goes under another name: `what` tells the operator what it is.
+  void EndOffer(const std::string& what = kNotRecovered);
   // "Race 7, heat 3, round 2, 4 laps on lane 1, 1 lap on lane 2".
   std::string StoryOf(const KeptRace& kept) const;
 
@@ -51,10 +55,14 @@ class RaceKeeper {
     bool operator==(const State&) const = default;
   };
 
+  static constexpr const char* kNotRecovered = "The race that was not recovered";
+
+  void SetAside(const char* ending, std::string& text, const std::string& what);
   std::string Beside(const char* ending) const { return BesideProject(race_.ProjectFile, ending); }
   std::string TextOf(const RunningRace& race);
   bool InProject(const KeptRace& kept);
   bool SavedIn(const std::string& section, const KeptRace& kept);
+  void TakeUnsaved();
 
   Door& door_;
   RaceState& race_;
@@ -66,7 +74,9 @@ class RaceKeeper {
   std::optional<State> kept_;  // of the race on the console, as it was kept last
   std::string text_;
   std::string file_;
-  std::string left_;     // by a program that died, until the operator has decided
+  std::string left_;  // by a program that died, until the operator has decided
+  std::map<std::string, std::size_t>
+      unsaved_;          // values that are kept for a project, by the file that has them
   std::string dropped_;  // the last race that went without being saved; empty: none
 };
 

@@ -31,6 +31,8 @@ void Values(Race& race, const Use& use) {
   }
   use("Comments", race.comments);
   use("Recovered", race.recovered);
+  use("Amends", race.amends);
+  use("Version", race.version);
 }
 
 template <typename At, typename Use>
@@ -62,7 +64,8 @@ void Take(const std::string& text, std::string& value) {
 void WriteRunning(ProfileFile& file, const RunningRace& race, const KeptAt& at) {
   const auto use = [&]<typename Value>(const std::string& key, const Value& value) {
     constexpr const char* kForm = std::is_same_v<Value, std::string> ? "{}" : "{:d}";
-    file.Write(kRunningSection, key, fmt::format(fmt::runtime(kForm), value));
+    const std::string text = fmt::format(fmt::runtime(kForm), value);
+    if (!text.empty()) file.Write(kRunningSection, key, text);
   };
   Values(race, use);
   ValuesAt(at, use);

@@ -28,6 +28,8 @@ struct RunningRace {
   Starter::Memory starter = {};
   std::string comments = {};
   std::string recovered = {};    // why it counts as recovered already
+  std::string amends = {};       // the section of a saved race that is being put right; empty: it is none
+  std::string version = {};      // of that race when this was begun
   std::int64_t clockOfZero = 0;  // ms of the console clock at race time 0: another one when the clock is set
 
   bool operator==(const RunningRace&) const = default;

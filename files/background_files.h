@@ -11,11 +11,12 @@
 
 namespace quorvane {
 
-// The endings of the files that keep a race beside its project: the one that is flown, and the last one that
-// was thrown away.
+// The endings of the files that keep races beside their project: the one that is flown, the last one that was
+// thrown away, and what was saved but could not be written.
 inline constexpr const char* kRunningEnding = ".running";
 inline constexpr const char* kDroppedEnding = ".dropped";
-inline constexpr std::array kKeptRaces = {kRunningEnding, kDroppedEnding};
+inline constexpr const char* kUnsavedEnding = ".unsaved";
+inline constexpr std::array kKeptRaces = {kRunningEnding, kDroppedEnding, kUnsavedEnding};
 // "contest.running" for "contest.ini", "contest.txt.running" for "contest.txt".
 std::string BesideProject(const std::string& project, const char* ending);
 

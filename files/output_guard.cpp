@@ -48,7 +48,7 @@ FileKind KindOfSection(std::string_view name, FileKind otherwise) {
   if (EqualsIgnoringCase(name, "Current") || IsNumbered(name, "Race") || IsNumbered(name, "Refly")) {
     return FileKind::Project;
   }
-  if (EqualsIgnoringCase(name, "Running")) return FileKind::KeptRace;
+  if (EqualsIgnoringCase(name, "Running") || EqualsIgnoringCase(name, "Unsaved")) return FileKind::KeptRace;
   const bool ours = std::any_of(kSettingsSections.begin(), kSettingsSections.end(),
                                 [&](std::string_view known) { return EqualsIgnoringCase(name, known); });
   return ours ? FileKind::Settings : otherwise;

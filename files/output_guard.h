@@ -19,7 +19,7 @@ enum class FileKind : std::uint8_t {
   Empty,       // nothing but blanks and line ends
   Project,     // a section "Current", "Race<n>" or "Refly<n>", or one of their lanes
   Settings,    // a section of the settings store
-  KeptRace,    // a section "Running": a race that is kept while it is flown
+  KeptRace,    // a section "Running" or "Unsaved": races that are not in their project yet
   Journal,     // begins as a session journal does
   Ini,         // begins with a section, but has none of the above
   Other,       // any other content

@@ -89,6 +89,13 @@ std::vector<std::string> Project::TakeMoved() {
   return std::exchange(moved_, {});
 }
 
+std::vector<const ProjectStore*> Project::Unsaved() const {
+  std::vector<const ProjectStore*> stores;
+  for (const auto& store : unsaved_) stores.push_back(store.get());
+  if (store_->Pending() > 0) stores.push_back(store_.get());
+  return stores;
+}
+
 bool Project::Retry() {
   std::erase_if(unsaved_, [this](const auto& store) {
     const bool saved = store->Retry();

@@ -53,6 +53,9 @@ class Project {
   bool Retry();
   // The same for a timer: while a race is flown only where it holds up nobody's hands.
   void RetryByItself();
+  // The projects of which something is not on the disk.
+  std::vector<const ProjectStore*> Unsaved() const;
+  bool TakePending(const std::string& text) { return store_->TakePending(text); }
   // Races and reflies saved under another number than their own, in words for the operator, each once.
   std::vector<std::string> TakeMoved();
 

@@ -18,6 +18,7 @@ namespace {
 constexpr size_t kMostCharacters = 2047;
 // How long the end of the program waits for a save that is still in hand.
 constexpr int kEndMs = 5000;
+constexpr const char* kUnsaved = "Unsaved";  // the section of what is kept for a later run of the program
 // How often a save starts over because another program keeps changing the file.
 constexpr int kMostAttempts = 5;
 
@@ -234,6 +235,33 @@ void ProjectStore::End() {
 bool ProjectStore::Retry() {
   if (groups_ == 0 && (!pending_.empty() || !Saved())) Commit();
   return Saved();
+}
+
+std::string ProjectStore::PendingText() const {
+  ProfileFile file;
+  file.Write(kUnsaved, "Title", title_);
+  for (std::size_t i = 0; i < pending_.size(); ++i) {
+    const auto& [section, key, value] = pending_[i];
+    file.Write(kUnsaved, fmt::format("Change{}", i), fmt::format("{};{};{};", section, key, value));
+  }
+  return file.Serialize();
+}
+
+bool ProjectStore::TakePending(const std::string& text) {
+  const ProfileFile file(text);
+  const std::string title = file.Read(kUnsaved, "Title").value_or("");
+  if (!title.empty() && !title_.empty() && title != title_) return false;
+  std::vector<KeptChange> changes;
+  for (int i = 0; const auto change = file.Read(kUnsaved, fmt::format("Change{}", i)); ++i) {
+    const std::size_t key = change->find(';') + 1, value = change->find(';', key) + 1;
+    if (key == 0 || value == 0 || value == change->size()) continue;
+    changes.push_back({change->substr(0, key - 1), change->substr(key, value - 1 - key),
+                       change->substr(value, change->size() - 1 - value)});
+  }
+  for (std::string& move : MoveTakenRaces(text_, changes)) moved_.push_back(std::move(move));
+  const WriteGroup group(*this);
+  for (const auto& [section, key, value] : changes) Write(section, key, value);
+  return true;
 }
 
 // True: done. False: it takes longer than the caller is to wait.

@@ -86,6 +86,13 @@ class ProjectStore {
   bool Saved() const { return problem_.empty(); }
   const std::string& Problem() const { return problem_; }
 
+  // What was written and is not on the disk: how many values, and all of them as a text from which a later
+  // run of the program takes them. False: the text is of another contest. What has no sense in it is left
+  // out.
+  std::size_t Pending() const { return pending_.size(); }
+  std::string PendingText() const;
+  bool TakePending(const std::string& text);
+
   // Appends what was given another number because its own was taken, in words for the operator, each once.
   void TakeMoved(std::vector<std::string>& moved);
 

@@ -118,7 +118,7 @@ TEST(Corrections, AnAmendmentKeepsWhatWasBefore) {
   rig.Type("frmJudge.txtComments", "Lap 10 was lane 2");
   rig.Click("frmJudge.cmdSave");
   EXPECT_EQ(rig.LastBox(), "Amend Race");
-  const std::array<std::array<const char*, 3>, 11> kKept = {
+  const std::array<std::array<const char*, 3>, 13> kKept = {
       {{"Race1", "Amendments", "1"},
        {"Race1", "Timestamp", saved.c_str()},
        {"Race1", "Was1_Comments", "No comments"},
@@ -127,7 +127,10 @@ TEST(Corrections, AnAmendmentKeepsWhatWasBefore) {
        {"Race1_Lane1", "Was1_NumLaps", "10"},
        {"Race1_Lane1", "Was1_Placing", "First"},
        {"Race1_Lane1", "Placing", "DNF"},
-       {"Race1_Lane1", "Correction0", "0;struck;TM or hand;10,4,L,TM,70000,0;"},
+       {"Race1_Lane1", "Event9", ""},
+       {"Race1_Lane1", "Was1_Event9", "10,4,L,TM,70000,0"},
+       {"Race1_Lane1", "Correction0",
+        "46347.376851851855, 11/21/2026 9:02:40 AM;struck;TM or hand;10,4,L,TM,70000,0;"},
        {"Race1_Lane2", "Placing", "Protest upheld"},
        {"Race1_Lane3", "Was1_Placing", "-"}}};
   for (const auto& [section, key, value] : kKept) EXPECT_EQ(rig.Value(section, key), value) << key;

@@ -194,6 +194,89 @@ TEST(Recovery, BringsBackARaceThatWasThrownAway) {
   }
 }
 
+// Corrections that were not saved yet; what is on the disk decides what becomes of them.
+TEST(Recovery, GoesOnWithAnAmendment) {
+  enum Meanwhile { kNothing, kRefused, kAmended, kSavedByUs };
+  for (const Meanwhile meanwhile : {kNothing, kRefused, kAmended, kSavedByUs}) {
+    SCOPED_TRACE(meanwhile);
+    ConsoleRig rig(false, SystemFiles(), ConsoleRig::Way::AtOnce);
+    FlyThreeLaps(rig);
+    rig.At(70000);
+    rig.Click("frmJudge.cmdSave");
+    rig.Click("frmJudge.cmdDecHeat");
+    rig.Click("frmJudge.mnuAmend");
+    rig.Click("frmLane1.mnuLog");
+    rig.Click("frmLog.cmdStrike");
+    rig.Answer(Word::Text, "Protest");
+    rig.Click("frmLane2.lblStatus");
+    rig.Type("frmJudge.txtComments", "No third lap");
+    const auto logs = Logs(rig);
+    const std::string kept = FileBytes(rig.folder / "contest.running");
+    if (meanwhile == kSavedByUs) rig.Click("frmJudge.cmdSave");
+    if (meanwhile == kAmended) rig.program.project().SetProjectValue("Race1", "Amendments", "1");
+    PutFile(rig.folder / "contest.running", kept);
+    rig.Crash(5000);
+    rig.Answer(meanwhile == kRefused ? Word::No : Word::Yes);
+    LoadAgain(rig);
+    const bool taken = meanwhile == kNothing;
+    EXPECT_EQ(rig.LastBox(), taken || meanwhile == kRefused ? "Recover Race" : "Open Project");
+    EXPECT_EQ(FileExists(rig.folder / "contest.running-1"), meanwhile == kRefused || meanwhile == kAmended);
+    EXPECT_EQ(FileExists(rig.folder / "contest.running"), taken);
+    EXPECT_EQ(rig.race().Amending, taken);
+    EXPECT_EQ(rig.program.link().Visible(), !taken);
+    if (meanwhile == kAmended) {
+      EXPECT_EQ(rig.judge().lblNotice.Caption(),
+                "Race 1 has been changed since: its amendment is kept in contest.running-1");
+    }
+    if (!taken) continue;
+    EXPECT_EQ(rig.platform.shown.back().box.text,
+              "Amendment of Race 1, heat 1, round 1, 2 laps on lane 1, 3 laps on lane 2, 5 seconds ago\r\r"
+              "Recover this amendment?");
+    EXPECT_EQ(Logs(rig), logs);
+    EXPECT_EQ(rig.lane(1).Status(), "Protest");
+    rig.Click("frmJudge.cmdSave");
+    EXPECT_EQ(rig.Value("Race1_Lane1", "Was1_NumLaps"), "3");
+    EXPECT_EQ(rig.Value("Race1_Lane1", "NumLaps"), "2");
+    EXPECT_EQ(rig.Value("Race1_Lane2", "Was1_NumLaps"), "-");
+    EXPECT_EQ(rig.Value("Race1_Lane2", "Placing"), "Protest");
+    EXPECT_EQ(rig.Value("Race1", "Comments"), "No third lap");
+    EXPECT_FALSE(FileExists(rig.folder / "contest.running"));
+  }
+}
+
+// The project cannot be replaced, what lies beside it can.
+struct ProjectRefused : FileOps {
+  bool refused = false;
+  std::error_code Rename(const std::string& from, const std::string& to) override {
+    if (refused && to.ends_with(".ini")) return std::make_error_code(std::errc::permission_denied);
+    return FileOps::Rename(from, to);
+  }
+};
+
+TEST(Recovery, SavesWhatCouldNotBeSavedBefore) {
+  for (const bool another : {false, true}) {
+    ProjectRefused files;
+    ConsoleRig rig(false, files, ConsoleRig::Way::AtOnce);
+    FlyThreeLaps(rig);
+    files.refused = true;
+    rig.At(70000);
+    rig.Click("frmJudge.cmdSave");
+    rig.Click("frmJudge.cmdStart");
+    rig.At(77000);
+    rig.Key("F1");
+    if (another) PutFile(rig.file, "[Current]\r\nTitle=Reno\r\nHeatsPerRound=4\r\n");
+    rig.Crash(1000);
+    rig.Answer(Word::Yes);
+    LoadAgain(rig);
+    EXPECT_EQ(rig.race().RaceNumber, 2);
+    EXPECT_EQ(rig.lane(0).CountLaps(), 1);
+    EXPECT_EQ(rig.Value("Race1_Lane1", "NumLaps"), another ? "-" : "3");
+    EXPECT_EQ(rig.Value("Race1", "Comments"), another ? "-" : "Gusts at pylon 1");
+    EXPECT_FALSE(FileExists(rig.folder / "contest.unsaved"));
+    EXPECT_EQ(FileExists(rig.folder / "contest.unsaved-1"), another);
+  }
+}
+
 // A stranger's file, or half of ours, costs nothing but itself.
 TEST(Recovery, TakesAnyFile) {
   ConsoleRig rig(false, SystemFiles(), ConsoleRig::Way::AtOnce);

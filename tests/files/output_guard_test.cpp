@@ -21,6 +21,7 @@ TEST(OutputGuard, KnowsOurFilesByTheirContentAndKeepsThem) {
       {"notes\r\r[Refly2_Lane1]\r", Project, {Project}},
       {"[General]\n[frmSerialPort]\nMore=1\n", Settings, {Settings}},
       {"[Running]\r\nRace=7\r\n", KeptRace, {}},
+      {"[Unsaved]\r\nTitle=Cup\r\n", KeptRace, {}},
       {"quorvane-journal 2\n0 start x\n", Journal, {}},
       {"[Races]\n[Racer1]\n", Ini, {Settings, Other}},
       {"Round,Heat\n[x]\n", Other, {Other}},
