@@ -285,8 +285,11 @@ TEST(Recovery, TakesAnyFile) {
   for (const std::string& bytes :
        {std::string(), std::string("\xFF\x00[Running", 10), kept.substr(0, kept.size() / 2),
         std::string("[Running]\nRace=99999\nRaceMode=-1\nRaceTime=1e300\nUtcMs=-1e300\n"),
+        std::string(
+            "[Running]\nRace=1\nAmends=Race1\nVersion=; 0\n[Unsaved]\nChange0=Race1;Laps\nChange1=;;;\n"
+            "Change2=Race1;Timestamp;-1e300;\nChange3=Refly99999;Timestamp;1;x\n"),
         kept + "\r\n[Running_Lane1]\r\nTimeBase=99999999999\r\n"}) {
-    PutFile(rig.folder / "contest.running", bytes);
+    for (const char* ending : kKeptRaces) PutFile(BesideProject(rig.file, ending), bytes);
     rig.Crash();
     rig.Answer(Word::Yes);
     LoadAgain(rig);
