@@ -55,7 +55,6 @@ void frmSerialPort::HandleFrame(const StationMessage& frame) {
   owner_.ProcessMessage(frame);
   LightLamp(Traffic::Received);
   door_.System().RepaintWindows();
-  if (frame.From < kStations) Element(volt_, frame.From) = frame.Volt;
   if (Visible()) UpdateStationRow(frame);
 }
 
