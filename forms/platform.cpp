@@ -4,10 +4,25 @@
 
 #include <filesystem>
 
+#include "base/text.h"
+
 namespace quorvane {
 
+// By hand: the system's own may know no time before 1970.
 std::tm CalendarOf(const LocalDateTime& at) {
-  return fmt::gmtime(std::time_t{at.time_since_epoch().count()});
+  const auto midnight = std::chrono::floor<std::chrono::days>(at);
+  const std::chrono::year_month_day date(midnight);
+  const std::chrono::hh_mm_ss time(at - midnight);
+  std::tm calendar{};
+  calendar.tm_year = int{date.year()} - 1900;
+  calendar.tm_mon = static_cast<int>(unsigned{date.month()}) - 1;
+  calendar.tm_mday = static_cast<int>(unsigned{date.day()});
+  calendar.tm_hour = static_cast<int>(time.hours().count());
+  calendar.tm_min = static_cast<int>(time.minutes().count());
+  calendar.tm_sec = static_cast<int>(time.seconds().count());
+  calendar.tm_wday = static_cast<int>(std::chrono::weekday(midnight).c_encoding());
+  calendar.tm_yday = static_cast<int>((midnight - std::chrono::sys_days(date.year() / 1 / 1)).count());
+  return calendar;
 }
 
 std::int64_t MsBetween(const ComputerTime& first, const ComputerTime& second) {
@@ -23,7 +38,7 @@ std::string MomentText(const LocalDateTime& at, char separator) {
 void PlaySound(Platform& platform, const std::string& path) {
   platform.StopWave();
   std::error_code ignored;
-  if (std::filesystem::is_regular_file(path, ignored)) platform.PlayWave(path);
+  if (std::filesystem::is_regular_file(PathOf(path), ignored)) platform.PlayWave(path);
 }
 
 }  // namespace quorvane
