@@ -3,6 +3,8 @@ set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
 set(CMAKE_CXX_COMPILER x86_64-w64-mingw32-g++-posix)
 set(CMAKE_RC_COMPILER x86_64-w64-mingw32-windres)
+# The compiler's own libraries go into the programs, so that each is one file.
+set(CMAKE_EXE_LINKER_FLAGS_INIT -static)
 
 # The libraries consist of headers, which are those of this machine. /usr/include as a whole is not for Windows, so
 # they are reached through a folder of links; top-level CMakeLists.txt includes this instead of find_package.

@@ -1,7 +1,6 @@
 #include "files/file_ops.h"
 
 #include <atomic>
-#include <csignal>
 #include <filesystem>
 
 #ifdef _WIN32
@@ -138,13 +137,6 @@ bool SamePath(const std::string& a, const std::string& b) {
 bool SameFile(const std::string& a, const std::string& b) {
   std::error_code error;
   return SamePath(a, b) || (fs::equivalent(PathOf(a), PathOf(b), error) && !error);
-}
-
-void OutliveWriteErrors() {
-#ifndef _WIN32
-  std::signal(SIGPIPE, SIG_IGN);
-  std::signal(SIGXFSZ, SIG_IGN);
-#endif
 }
 
 }  // namespace quorvane

@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <vector>
 
 namespace quorvane {
 
@@ -118,7 +119,10 @@ bool SamePath(const std::string& a, const std::string& b);
 bool SameFile(const std::string& a, const std::string& b);
 
 // For the start of a program: a full quota, or a reader that has gone away, is then an error of the write
-// that meets it, not the end of the program.
+// that meets it, not the end of the program; and the standard streams carry bytes as they are.
 void OutliveWriteErrors();
+
+// What stands on the command line after the program's name, in UTF-8.
+std::vector<std::string> CommandLineWords(int argc, char** argv);
 
 }  // namespace quorvane

@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 #include <utility>
 
 #include "files/file_ops.h"
@@ -217,6 +218,15 @@ void FileOps::FollowLock(const std::string& target, FileLock& lock) {
   LockContent(target, followed);
   if (lock.content != -1) close(Descriptor(lock.content));
   lock.content = followed;
+}
+
+void OutliveWriteErrors() {
+  std::signal(SIGPIPE, SIG_IGN);
+  std::signal(SIGXFSZ, SIG_IGN);
+}
+
+std::vector<std::string> CommandLineWords(int argc, char** argv) {
+  return {argv + 1, argv + argc};
 }
 
 }  // namespace quorvane

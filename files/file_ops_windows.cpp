@@ -1,8 +1,13 @@
 #ifdef _WIN32
 
+#include <fcntl.h>
+#include <io.h>
 #include <windows.h>
 
+#include <shellapi.h>
+
 #include <algorithm>
+#include <cstdio>
 #include <utility>
 
 #include "base/text.h"
@@ -166,6 +171,21 @@ void FileOps::Unlock(FileLock& lock) {
 
 // There is no lock on the file itself, which has one name only.
 void FileOps::FollowLock(const std::string&, FileLock&) {}
+
+// There the runtime would make each line feed two bytes.
+void OutliveWriteErrors() {
+  for (std::FILE* stream : {stdin, stdout, stderr}) _setmode(_fileno(stream), _O_BINARY);
+}
+
+// Those of main have lost what is not in the system's old code page.
+std::vector<std::string> CommandLineWords(int, char**) {
+  std::vector<std::string> words;
+  int count = 0;
+  LPWSTR* const found = CommandLineToArgvW(GetCommandLineW(), &count);
+  for (int i = 1; found != nullptr && i < count; ++i) words.push_back(Utf8Of(found[i]));
+  LocalFree(found);
+  return words;
+}
 
 }  // namespace quorvane
 

@@ -105,5 +105,6 @@ int Run(const CommandLine& line) {
 
 int main(int argc, char** argv) {
   using namespace quorvane::field;
-  return quorvane::RunProgram(kProgram, [&] { return Run(ReadCommandLine({argv + 1, argv + argc})); });
+  return quorvane::RunProgram(kProgram,
+                              [&] { return Run(ReadCommandLine(quorvane::CommandLineWords(argc, argv))); });
 }

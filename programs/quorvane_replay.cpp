@@ -115,7 +115,7 @@ void RefuseWhatMustStay(const ReplayCommand& command, const SessionJournal& jour
 
 bool WriteWhole(const std::string& path, const std::string& text) {
   if (path.empty()) return true;
-  std::ofstream out(path, std::ios::binary);
+  std::ofstream out(PathOf(path), std::ios::binary);
   out << text;
   out.close();
   if (!out) Say(path + ": cannot be written");
@@ -176,7 +176,7 @@ int Main(const std::vector<std::string>& arguments) {
 
 int main(int argc, char** argv) {
   using namespace quorvane;
-  const int status = RunProgram(kProgram, [&] { return Main({argv + 1, argv + argc}); });
+  const int status = RunProgram(kProgram, [&] { return Main(CommandLineWords(argc, argv)); });
   if (std::cout.flush()) return status;
   Say("standard output cannot be written");
   return kCannot;

@@ -10,21 +10,12 @@
 #include "results/race_records.h"
 #include "results/results_formats.h"
 
-#ifdef _WIN32
-#include <fcntl.h>
-#include <io.h>
-#endif
-
 namespace quorvane {
 namespace {
 
 constexpr const char* kProgram = "quorvane-results";
 
-// Standard output gets the bytes as they are: CSV lines end with CRLF already.
 bool Print(const std::string& bytes) {
-#ifdef _WIN32
-  _setmode(_fileno(stdout), _O_BINARY);
-#endif
   return std::fwrite(bytes.data(), 1, bytes.size(), stdout) == bytes.size() && std::fflush(stdout) == 0;
 }
 
@@ -59,5 +50,5 @@ int Run(const ResultsCommand& options) {
 
 int main(int argc, char** argv) {
   using namespace quorvane;
-  return RunProgram(kProgram, [&] { return Run(ReadResultsCommand({argv + 1, argv + argc})); });
+  return RunProgram(kProgram, [&] { return Run(ReadResultsCommand(CommandLineWords(argc, argv))); });
 }
