@@ -26,9 +26,14 @@ std::string Frequency(std::int64_t hertz) {
 
 frmAbout::frmAbout(Forms& forms) : Form(forms, "frmAbout") {
   SetCaption("About Quorvane");
-  lblVersion.SetCaption("Version " QUORVANE_VERSION ", " QUORVANE_VERSION_DATE);
+  SetCommit({});
   SetLibraries({});
   cmdClose.onClick = [this] { CloseRequested(); };
+}
+
+void frmAbout::SetCommit(const std::string& commit) {
+  lblVersion.SetCaption("Version " QUORVANE_VERSION + (commit.empty() ? "" : " (" + commit + ")") +
+                        ", " QUORVANE_VERSION_DATE);
 }
 
 void frmAbout::SetLibraries(const std::string& libraries) {

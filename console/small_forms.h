@@ -22,6 +22,8 @@ class frmAbout : public Form {
   Control& lblBuiltWith = Add(Label, "lblBuiltWith");
   Control& cmdClose = AddCaptioned(Button, "cmdClose", "Close");
 
+  // What the program was built from, such as "4f2c1ab0d3", is named beside the version.
+  void SetCommit(const std::string& commit);
   // Named beside the compiler: libraries that only the window knows of, such as "Qt 6.4.2".
   void SetLibraries(const std::string& libraries);
 

@@ -112,7 +112,7 @@ class Platform {
   virtual void CopyText(const std::string& /*text*/) {}
 
   virtual SettingsStore& Settings() = 0;
-  // Folders with their last separator.
+  // Folders with their last separator; the program's has what comes with it, such as the countdown sound.
   virtual std::string ProgramFolder() = 0;
   virtual std::string HomeFolder() = 0;
 

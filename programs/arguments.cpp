@@ -5,12 +5,14 @@
 #include <utility>
 
 #include "files/file_ops.h"
+#include "programs/commit.h"
 
 namespace quorvane {
 
 Arguments::Arguments(const std::string& program, const std::string& purpose) : CLI::App(purpose, program) {
   set_help_flag("-h,--help", "print this text");
-  set_version_flag("--version", program + " " QUORVANE_VERSION, "print the version");
+  set_version_flag("--version", program + " " QUORVANE_VERSION " (" + ProgramCommit() + ")",
+                   "print the version");
   get_formatter()->column_width(32);
   option_defaults()->multi_option_policy(CLI::MultiOptionPolicy::Throw);
   option_defaults()->disable_flag_override();

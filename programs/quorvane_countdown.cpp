@@ -9,11 +9,15 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <cstdio>
 #include <fstream>
 #include <initializer_list>
 #include <numbers>
+#include <string>
 #include <vector>
+
+#include "base/text.h"
+#include "files/file_ops.h"
+#include "programs/arguments.h"
 
 namespace {
 
@@ -82,14 +86,15 @@ void WriteWave(std::ostream& out, const std::vector<std::int16_t>& samples) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc != 2) {
-    std::fputs("usage: quorvane-countdown FILE.wav\n", stderr);
-    return 2;
-  }
-  std::ofstream file(argv[1], std::ios::binary);
-  WriteWave(file, SynthesizeCountdown());
-  file.close();
-  if (file) return 0;
-  std::fprintf(stderr, "quorvane-countdown: cannot write %s\n", argv[1]);
-  return 1;
+  return quorvane::RunProgram("quorvane-countdown", [&] {
+    std::string name;
+    quorvane::Arguments app("quorvane-countdown", "Writes the sound of the 60-second count.\n");
+    app.AddFile("FILE.wav", name, "to be written")->required();
+    app.Read(quorvane::CommandLineWords(argc, argv));
+    std::ofstream file(quorvane::PathOf(name), std::ios::binary);
+    WriteWave(file, SynthesizeCountdown());
+    file.close();
+    if (file) return 0;
+    throw quorvane::Ending{1, "quorvane-countdown: cannot write " + name + "\n"};
+  });
 }

@@ -1,5 +1,6 @@
 #include <QApplication>
 #include <QDir>
+#include <QIcon>
 #include <QTimer>
 #include <cstdio>
 #include <cstdlib>
@@ -81,7 +82,7 @@ int Print(const CommandLine& line) {
 }
 
 int Main(int argc, char** argv) {
-  const CommandLine line = ParseCommandLine({argv + 1, argv + argc});
+  const CommandLine line = ParseCommandLine(CommandLineWords(argc, argv));
   const bool usual = line.settings.empty();
   const auto reason = usual ? std::nullopt : WhyNotWrite(line.settings, FileKind::Settings, {line.project});
   if (reason) return Complain("cannot keep settings in " + line.settings + ": " + *reason, 2);
@@ -95,6 +96,10 @@ int Main(int argc, char** argv) {
   QApplication application(one, argv);
   QApplication::setApplicationName(QStringLiteral("Quorvane"));
   QApplication::setApplicationVersion(QStringLiteral(QUORVANE_VERSION));
+  // By that name a desktop finds the program's entry; the picture is for those that ask the window.
+  QApplication::setDesktopFileName(QStringLiteral("quorvane"));
+  const QString icons = SharedFolder(QStringLiteral("icons/hicolor/128x128/apps"));
+  QApplication::setWindowIcon(QIcon(icons + QStringLiteral("/quorvane.png")));
   DressApplication();
   // The windows say when the program ends.
   QApplication::setQuitOnLastWindowClosed(false);

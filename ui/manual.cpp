@@ -2,7 +2,6 @@
 
 #include <QApplication>
 #include <QDesktopServices>
-#include <QDir>
 #include <QFileInfo>
 #include <QShortcut>
 #include <QUrl>
@@ -47,8 +46,7 @@ Manual::Manual(Program& program, ProgramWindows& windows, QString folder, Show s
 }
 
 QString Manual::Installed() {
-  return QDir::cleanPath(QApplication::applicationDirPath() +
-                         QStringLiteral("/../share/doc/quorvane/manual"));
+  return SharedFolder(QStringLiteral("doc/quorvane/manual"));
 }
 
 bool Manual::InBrowser(const QString& file) {

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "programs/commit.h"
 #include "ui/designs.h"
 
 namespace quorvane {
@@ -48,6 +49,7 @@ ProgramWindows::ProgramWindows(Program& program, QtPlatform& platform)
   AddSmallWindow(program.about(), AboutDesign());
   AddSmallWindow(program.judge().LapsAndCuts(), LogDesign());
   AddUndoKeys(*windows_.FindWindow(program.judge().LapsAndCuts()));
+  program.about().SetCommit(ProgramCommit());
   program.about().SetLibraries(std::string("Qt ") + qVersion());
   platform_.SetWindows(&windows_);
   program_.door().SetAfterEvent([this] {

@@ -49,6 +49,7 @@ TEST(Programs, RefuseABadCommandLineInOneLine) {
       EXPECT_EQ(said.text.find('\n'), said.text.size() - 1) << said.text;
     }
     EXPECT_EQ(Call(program + " --help").status, 0);
+    EXPECT_TRUE(Call(program + " --version").text.starts_with("quorvane-" + program + " 0.1.0 ("));
     EXPECT_EQ(Call(program + " --version >/dev/full").status, program == "replay" ? 2 : 1);
   }
 }
@@ -151,7 +152,7 @@ TEST(Programs, TheFieldAnswersPollsInAnyChunkingOnItsTerminalUntilASignalEndsIt)
 }
 
 TEST(Programs, TheCountdownSoundsAtItsMarksAndNowhereElseAndBreaksOffAtZeroWithoutAClick) {
-  const std::string bytes = FileBytes(Beside("WarbirdCountdownStart.wav"));
+  const std::string bytes = FileBytes(Beside("../share/quorvane/WarbirdCountdownStart.wav"));
   constexpr std::size_t kRate = 22050;
   ASSERT_EQ(bytes.size(), 44 + 60 * kRate * 2);
   EXPECT_EQ(bytes.substr(0, 44), std::string("RIFF\x14\x60\x28\0WAVEfmt \x10\0\0\0\x01\0\x01\0\x22\x56\0\0"

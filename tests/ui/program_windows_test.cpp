@@ -2,11 +2,13 @@
 #include <QClipboard>
 #include <QCloseEvent>
 #include <QEnterEvent>
+#include <QFile>
 #include <QImage>
 #include <QLabel>
 #include <QTableView>
 #include <csignal>
 
+#include "programs/commit.h"
 #include "tests/ui/fixture.h"
 #include "ui/end_requests.h"
 #include "ui/results_window.h"
@@ -52,6 +54,12 @@ TEST_F(ProgramWindowsTest, StartWithTheConsoleAndTheLinkAndCloseWhenTheProgramSa
   answer = [](const DialogBox&) { return DialogAnswer{DialogAnswer::Word::No}; };
   EXPECT_FALSE(windows.Console().close());
   EXPECT_EQ(shown.back(), "Close Quorvane");
+}
+
+TEST_F(ProgramWindowsTest, FindTheirSoundAndTellFromWhatTheyAreBuilt) {
+  EXPECT_TRUE(QFile::exists(QString::fromStdString(platform.ProgramFolder() + "WarbirdCountdownStart.wav")));
+  const std::string version = program.about().lblVersion.Caption();
+  EXPECT_NE(version.find("Version 0.1.0 (" + ProgramCommit() + "), "), std::string::npos) << version;
 }
 
 TEST_F(ProgramWindowsTest, HandsGetTheirButtonsBackWhileTheLinkIsDown) {

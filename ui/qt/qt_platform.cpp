@@ -15,6 +15,10 @@
 
 namespace quorvane {
 
+QString SharedFolder(const QString& name) {
+  return QDir::cleanPath(QCoreApplication::applicationDirPath() + QStringLiteral("/../share/") + name);
+}
+
 LocalDateTime QtPlatform::LocalNow() {
   const QDateTime now = QDateTime::currentDateTime();
   return LocalDateTime(std::chrono::seconds(now.toSecsSinceEpoch() + now.offsetFromUtc()));
@@ -83,7 +87,7 @@ void QtPlatform::CopyText(const std::string& text) {
 }
 
 std::string QtPlatform::ProgramFolder() {
-  return QCoreApplication::applicationDirPath().toStdString() + '/';
+  return SharedFolder(QStringLiteral("quorvane")).toStdString() + '/';
 }
 
 std::string QtPlatform::HomeFolder() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QElapsedTimer>
+#include <QString>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -14,6 +15,10 @@ class QWidget;
 namespace quorvane {
 
 class Windows;
+
+// A folder of what comes with the program. Built or installed, the programs lie in a
+// folder "bin", and this one, such as "quorvane" or "doc/quorvane/manual", in "share" beside it.
+QString SharedFolder(const QString& name);
 
 // Shows the box over its parent (null: in the middle of the screen) and returns when it has been answered.
 // Other events of the program go on meanwhile.
