@@ -15,13 +15,15 @@ packages_to_build=(
   fonts-dejavu-core
 )
 packages_to_check=(
-  libbenchmark-dev poppler-utils
+  libbenchmark-dev poppler-utils bash-completion
   python3 faketime
   clang clang-format clang-tidy libclang-rt-14-dev
-  python3
 )
-# What only the long form of the checks needs.
-packages_to_check_long=(g++-mingw-w64-x86-64-posix)
+# What only the long form of the checks needs: the Windows programs, and the Debian package.
+packages_to_check_windows=(g++-mingw-w64-x86-64-posix wine64)
+packages_to_check_package=(lintian mmdebstrap appstream)
+# What the Debian package is made with.
+packages_to_package=(dpkg-dev file pandoc)
 # What scripts/coverage needs.
 packages_to_measure=(llvm python3)
 
