@@ -213,6 +213,7 @@ void frmJudge::ReadyForNextRace() {
   starter_.RaceEnds(door_.Now());
   starter_.countTold = false;
   notices_.TakeAway(Notices::Kind::kCountsOverRace);
+  notices_.TakeAway(Notices::Kind::kRecovered);
   tmrTimeTick.SetEnabled(false);
   ResetKeepingComments(race_.LaneStartOffset);
   door_.System().StopWave();

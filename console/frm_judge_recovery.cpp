@@ -90,12 +90,12 @@ void frmJudge::TakeUp(const KeptRace& kept) {
     FlyOn(race.starter, ToLong(kept.at.raceTime + passed));
     const std::string missed = FormatSeconds(ToLong(passed)) + " s";
     recovered_ += missed + " not judged";
-    ShowNotice("Race recovered: " + missed + " were not judged");
+    notices_.Show("Race recovered: " + missed + " were not judged", Notices::Kind::kRecovered);
   } else {
     starter_.Resume(race.starter, clock_.RaceTime());
     FinalizeRace();
     recovered_ += race.done ? "after its end" : "stopped at " + FormatSeconds(kept.at.raceTime);
-    ShowNotice("Race recovered: look at it, then save it");
+    notices_.Show("Race recovered: look at it, then save it", Notices::Kind::kRecovered);
   }
   DisplayStatus();
 }

@@ -76,6 +76,12 @@ TEST(BackgroundFiles, NeverMakeTheCallerWait) {
   EXPECT_EQ(OnDisk(path), "999");
 }
 
+TEST(BackgroundFiles, HaveANameOfTheirOwnForEachProject) {
+  EXPECT_EQ(BesideProject("/My.Cups/day.INI", kRunningEnding), "/My.Cups/day.running");
+  EXPECT_EQ(BesideProject("/My.Cups/day.txt", kRunningEnding), "/My.Cups/day.txt.running");
+  EXPECT_EQ(BesideProject("/My.Cups/day", kRunningEnding), "/My.Cups/day.running");
+}
+
 TEST(BackgroundFiles, KeepTheOrderOfWhatIsKeptAndRemoved) {
   const ScratchFolder folder;
   for (const auto way : {BackgroundFiles::Way::OwnThread, BackgroundFiles::Way::AtOnce}) {
