@@ -39,7 +39,8 @@ class Script : public HeatPrinter {
   // "+500" and "60000": the time, from now or from the beginning. "F1", "key=7": a key.
   // "starter:61000,cut1=1": a frame. "cmdStart", "txtHeat=2", "lane1.cmdLap": a control.
   void Do(const Step& step) {
-    const auto& [all, word, value, name, text] = step;
+    const std::string &all = step.all, &word = step.word, &value = step.value;
+    const std::string &name = step.first, &text = step.second;  // names, for clang's lambdas take no bindings
     const std::string key = name.substr(name.find('/') + 1);
     const std::map<std::string, std::function<void()>> steps = {
         {"load", [&] { rig_.Load(); }},

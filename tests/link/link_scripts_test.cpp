@@ -38,8 +38,10 @@ class Script : public LinkRig {
  private:
   // "+500" and "60000": the time, from now or from the beginning. "rx=1>254,volt=128": a frame that comes.
   void Do(const Step& step) {
-    const auto& [all, word, value, first, second] = step;
-    std::vector<int> numbers;  // "3,5"
+    const std::string &all = step.all, &word = step.word, &value = step.value;
+    const std::string &first = step.first,
+                      &second = step.second;  // names, for clang's lambdas take no bindings
+    std::vector<int> numbers;                 // "3,5"
     for (const std::string& part : Split(value, ',')) numbers.push_back(LeadingLong(part));
     const std::map<std::string, std::function<void()>> steps = {
         {"load", [&] { EnterLoad(); }},
