@@ -157,7 +157,7 @@ void frmJudge::EventEnded() {
   lblController.SetVisible(link_.IsControllerMode());
   if (!race_.WaitsForSave()) notices_.TakeAway(Notices::Kind::kSaveFirst);
   if (race_.MayCorrect()) {
-    keeper_.Keep(RunningNow());
+    keeper_.Keep(RunningNow(), [this] { return race_.AtStake() ? RadioInRace() : std::nullopt; });
   } else {
     keeper_.Release();
   }

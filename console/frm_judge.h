@@ -52,6 +52,8 @@ class frmJudge : public JudgeControls, public LinkOwner {
   // The race on the console, flown, waiting, shown from the file or not run yet. `now`: its date if it is not
   // in the file.
   RaceRecord RecordAt(const LocalDateTime& now) const;
+  // How it was received; none without a radio.
+  std::optional<RadioRecord> RadioInRace() const;
 
   bool RaceBeingFlown() const { return race_.BeingFlown(); }
   const std::string& EventName() const { return eventName_; }
@@ -151,6 +153,7 @@ class frmJudge : public JudgeControls, public LinkOwner {
   bool CountdownRunning_ = false;
   std::int32_t LastTimeSent_ = 0;
   std::string recovered_;  // how the race on the console was, in words for its record; empty: it was not
+  std::optional<RadioRecord> radioBefore_;  // of a recovered race: what its kept file tells
 };
 
 }  // namespace quorvane

@@ -211,6 +211,9 @@ void frmJudge::cmdSave_Click() {
   const auto keep = [this](const auto&... entry) { project_.SetProjectValue(entry...); };
   const ReadValue there = OpenProject(project_, race_).read;
   if (!recovered_.empty()) keep(section, "Recovered", recovered_);
+  if (const auto radio = RadioInRace()) {
+    KeepRadio(*radio, [&](const auto* key, const auto& value) { keep(section, key, value); });
+  }
   for (const auto& lane : lanes_) {
     lane->SaveLane(section, keep, there);
     lane->chkNovice.SetValue(0);
@@ -252,15 +255,20 @@ RaceRecord frmJudge::RecordAt(const LocalDateTime& now) const {
   return record;
 }
 
+// With what was noted before the program died in it.
+std::optional<RadioRecord> frmJudge::RadioInRace() const {
+  const auto reception = link_.InRace();
+  if (!reception) return radioBefore_;
+  RadioRecord radio{.damaged = reception->damaged, .lively = reception->lively};
+  for (const auto& [name, frames, silence] : reception->stations) {
+    radio.stations.push_back({name, frames, silence});
+  }
+  return radioBefore_ ? Together(*radioBefore_, radio) : radio;
+}
+
 void frmJudge::mnuProtestSheet_Click() {
   RaceRecord race = RecordNow();
-  const auto reception = race_.AtStake() ? link_.InRace() : std::nullopt;
-  if (reception) {
-    race.radio.emplace().damaged = reception->damaged;
-    for (const auto& [name, frames, silence] : reception->stations) {
-      race.radio->stations.push_back({name, frames, silence});
-    }
-  }
+  if (race_.AtStake()) race.radio = RadioInRace();
   printer_->ShowProtestSheet(race);
 }
 

@@ -146,6 +146,7 @@ void frmJudge::ResetRaceControls(std::int32_t laneStart) {
   ++raceSerial_;
   desk_.Undo().Clear();
   recovered_.clear();
+  radioBefore_.reset();
   // A refly stays on the race it repeats; showing that race anew would end the refly.
   if (!race_.ReflyMode) {
     book_.SkipRacesRun();

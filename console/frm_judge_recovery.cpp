@@ -85,6 +85,7 @@ void frmJudge::TakeUp(const KeptRace& kept) {
   const bool inTheAir = MayBeInTheAir(kept, passed);
   ShowAsItWas(kept);
   RunRace();
+  radioBefore_ = kept.at.radio;
   recovered_ = race.recovered.empty() ? "" : race.recovered + "; ";
   if (inTheAir) {
     FlyOn(race.starter, ToLong(kept.at.raceTime + passed));

@@ -10,20 +10,20 @@
 
 namespace quorvane {
 
-void RaceKeeper::Keep(const RunningRace& race) {
+void RaceKeeper::Keep(const RunningRace& race, const RadioSoFar& radio) {
   State state{race, {}};
   std::ranges::transform(lanes_, state.lanes.begin(), [](const auto& lane) { return lane->Running(); });
   if (kept_ == state) return;
   kept_ = std::move(state);
-  text_ = TextOf(race);
+  text_ = TextOf(race, radio);
   file_ = Beside(kRunningEnding);
   SetAside(kRunningEnding, left_, kNotRecovered);
   files_.Keep(file_, text_);
 }
 
-std::string RaceKeeper::TextOf(const RunningRace& race) {
+std::string RaceKeeper::TextOf(const RunningRace& race, const RadioSoFar& radio) {
   ProfileFile file;
-  WriteRunning(file, race, {ToLong(door_.Now() - race.clockOfZero), door_.ComputerNow()});
+  WriteRunning(file, race, {ToLong(door_.Now() - race.clockOfZero), door_.ComputerNow(), radio()});
   const auto keep = [&](const auto&... entry) { file.Write(entry...); };
   for (const auto& lane : lanes_) lane->KeepRunning(kRunningSection, keep);
   return file.Serialize();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -18,12 +19,14 @@ namespace quorvane {
 // hand loses it.
 class RaceKeeper {
  public:
+  using RadioSoFar = std::function<std::optional<RadioRecord>()>;
+
   RaceKeeper(Door& door, RaceState& race, Project& project, BackgroundFiles& files, const LanePanels& lanes,
              Notices& notices)
       : door_(door), race_(race), project_(project), files_(files), lanes_(lanes), notices_(notices) {}
 
-  // The race as it is now: what has changed goes to the disk.
-  void Keep(const RunningRace& race);
+  // The race as it is now: what has changed goes to the disk, with how it has been received until then.
+  void Keep(const RunningRace& race, const RadioSoFar& radio);
   // There is no race to be kept; what is not saved yet stays kept.
   void Release();
   // Run after every event: what a save could not bring to the disk is kept for the next start.
@@ -59,7 +62,7 @@ class RaceKeeper {
 
   void SetAside(const char* ending, std::string& text, const std::string& what);
   std::string Beside(const char* ending) const { return BesideProject(race_.ProjectFile, ending); }
-  std::string TextOf(const RunningRace& race);
+  std::string TextOf(const RunningRace& race, const RadioSoFar& radio);
   bool InProject(const KeptRace& kept);
   bool SavedIn(const std::string& section, const KeptRace& kept);
   void TakeUnsaved();

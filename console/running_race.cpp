@@ -69,6 +69,7 @@ void WriteRunning(ProfileFile& file, const RunningRace& race, const KeptAt& at) 
   };
   Values(race, use);
   ValuesAt(at, use);
+  if (at.radio) KeepRadio(*at.radio, use);
 }
 
 ReadValue KeptRace::Reader() const {
@@ -85,6 +86,8 @@ std::optional<KeptRace> ReadRunning(const std::string& text) {
   };
   Values(kept.race, use);
   ValuesAt(kept.at, use);
+  kept.at.radio =
+      ReadRadio([&](const char* key) { return kept.file.Read(kRunningSection, key).value_or(""); });
   kept.race.number = std::clamp(kept.race.number, 1, kLastRace);
   kept.race.mode = std::clamp(kept.race.mode, 1, 6);
   return kept;

@@ -8,6 +8,7 @@
 #include "forms/platform.h"
 #include "race/project_values.h"
 #include "records/profile_file.h"
+#include "records/radio_record.h"
 
 namespace quorvane {
 
@@ -39,6 +40,7 @@ struct RunningRace {
 struct KeptAt {
   std::int32_t raceTime = 0;
   ComputerTime computer = {};
+  std::optional<RadioRecord> radio = {};  // how it was received until then
 };
 
 void WriteRunning(ProfileFile& file, const RunningRace& race, const KeptAt& at);

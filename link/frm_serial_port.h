@@ -71,6 +71,7 @@ class frmSerialPort : public Form {
     };
     std::int64_t damaged = 0;       // frames
     std::vector<Station> stations;  // that were expected
+    bool lively = false;            // see LinkCounters
   };
   std::optional<Reception> InRace() const;  // none without a radio
 

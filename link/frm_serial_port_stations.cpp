@@ -147,7 +147,7 @@ void frmSerialPort::CountInRace(const std::function<void(LinkCounters& counters)
 
 std::optional<frmSerialPort::Reception> frmSerialPort::InRace() const {
   if (!race_.CommActive && ofRace_.good == 0) return std::nullopt;
-  Reception reception{.damaged = ofRace_.damaged, .stations = {}};
+  Reception reception{.damaged = ofRace_.damaged, .stations = {}, .lively = ofRace_.lively};
   for (int i = 0; i < kStations; ++i) {
     if (!IsExpected(i)) continue;
     reception.stations.push_back(

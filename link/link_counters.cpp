@@ -14,6 +14,7 @@ namespace quorvane {
 namespace {
 
 constexpr std::int64_t kSilentAfterMs = 4400;  // looked at twice a second, late at times: seen within five
+constexpr int kLivelyStations = 4;
 constexpr std::int64_t kRateSeconds = 10;
 
 struct LineErrorWords {
@@ -54,6 +55,8 @@ void LinkCounters::Good(int from, std::int64_t now) {
   if (from >= kStations) return;
   ++stations[static_cast<std::size_t>(from)].frames;
   Heard(from, now);
+  const auto speaks = [now](const Station& s) { return s.frames > 0 && now - s.lastHeard <= kSilentAfterMs; };
+  lively = lively || std::ranges::count_if(stations, speaks) >= kLivelyStations;
 }
 
 void LinkCounters::Heard(int address, std::int64_t now) {

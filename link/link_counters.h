@@ -43,6 +43,9 @@ struct LinkCounters {
 
   const Station& Of(int address) const { return stations[static_cast<std::size_t>(address)]; }
 
+  // So many stations spoke within a few seconds that the silence of another one tells something. Where one
+  // box is switched on for a race by hand it tells nothing.
+  bool lively = false;
   std::int64_t bytesReceived = 0;
   std::int64_t good = 0;  // frames, as the next two
   std::int64_t damaged = 0;

@@ -22,7 +22,6 @@ constexpr double kGap = 2.0;
 constexpr double kCommentsHeight = 7.0;
 constexpr std::size_t kShortText = 70;
 constexpr double kNoteLabel = 14.0;
-constexpr std::int64_t kSilentAfter = 5000;  // ms
 constexpr Color kDoubtShade = Color::Rgb(0xCCCCCC);
 
 // The columns of the table: left edge, width, how they are set.
@@ -82,20 +81,6 @@ void DrawLaneHead(Sheet& sheet, double top, const LaneRecord& lane, bool continu
   sheet.HorizontalRule(Sheet::kLeft, Sheet::kRight, top + kLaneHeight, Sheet::kThin);
 }
 
-// "3 frames damaged; silent: Judges 2 (12.3 s), Display (never heard)".
-std::string RadioText(const RaceRecord& race) {
-  if (!race.radio) return "not recorded";
-  std::string silent;
-  for (const RadioRecord::Station& station : race.radio->stations) {
-    if (station.longestSilence <= kSilentAfter) continue;
-    silent += fmt::format(
-        "{}{} ({})", silent.empty() ? "" : ", ", station.name,
-        station.frames == 0 ? "not heard in the race" : FormatRatio(station.longestSilence, 1000, 1) + " s");
-  }
-  return fmt::format("{} frame{} damaged; silent for more than 5 s: {}", race.radio->damaged,
-                     race.radio->damaged == 1 ? "" : "s", silent.empty() ? "no station" : silent);
-}
-
 // ---- The sheet as pieces from top to bottom.
 class ProtestSheet {
  public:
@@ -145,7 +130,7 @@ class ProtestSheet {
 
   void AddNotes() {
     AddNote("Unusual", UnusualNote(race_), 2 * kRowHeight);
-    AddNote("Radio", RadioText(race_), 2 * kRowHeight);
+    AddNote("Radio", race_.radio ? RadioText(*race_.radio) : "no disturbance recorded", 2 * kRowHeight);
     AddNote("Turns", TurnsWereWatched(race_) ? "" : "None was recorded on any lane.", kRowHeight);
     AddNote("Comments", race_.comments, kCommentsHeight);
   }

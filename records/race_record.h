@@ -11,6 +11,7 @@
 #include "base/color.h"
 #include "forms/platform.h"
 #include "race/race_state.h"
+#include "records/radio_record.h"
 
 namespace quorvane {
 
@@ -76,17 +77,6 @@ struct LaneRecord {
   std::vector<CorrectionRecord> corrections;
 };
 
-// What went wrong with the radio from the start of a race to its end.
-struct RadioRecord {
-  struct Station {
-    std::string name;
-    std::int64_t frames = 0;          // that it was heard with
-    std::int64_t longestSilence = 0;  // ms
-  };
-  std::int64_t damaged = 0;  // frames
-  std::vector<Station> stations;
-};
-
 struct RaceRecord {
   int number = 1;
   int refly = 0;       // serial number of the refly, 0: the race itself
@@ -101,7 +91,7 @@ struct RaceRecord {
   std::string comments;
   std::string recovered;  // from a crash: what may be missing, "4.00 s not judged"; empty: it was not
   int amendments = 0;     // how often it was put right after it had been saved
-  std::optional<RadioRecord> radio;  // not of a race from a file
+  std::optional<RadioRecord> radio;  // of a race from a file only where something went wrong
   std::string eventName;
   std::string projectFile;
   std::array<LaneRecord, 4> lanes;

@@ -90,6 +90,7 @@ RaceRecord ReadHeader(const ProjectSource& project, int race, int refly) {
   record.comments = project.read(section, "Comments", kDefaultComments);
   record.recovered = project.read(section, "Recovered", "");
   record.amendments = PositiveNumber(project.read(section, "Amendments", "0"));
+  record.radio = ReadRadio([&](const char* key) { return project.read(section, key, ""); });
   const std::string place = project.read(section, "CurrentRace", "");
   const int heat = NumberAfter(place, "h=");
   const int round = NumberAfter(place, "r=");

@@ -60,6 +60,12 @@ Json CorrectionJson(const CorrectionRecord& correction) {
 void AddUnusual(Json& json, const RaceRecord& race) {
   if (!race.recovered.empty()) json["recovered"] = race.recovered;
   if (race.amendments > 0) json["amendments"] = race.amendments;
+  if (!race.radio) return;
+  Json silent = Json::array();
+  for (const auto& [name, frames, silence] : SilentStations(*race.radio)) {
+    silent.push_back({{"station", name}, {"ms", silence}, {"frames", frames}});
+  }
+  json["radio"] = {{"framesDamaged", race.radio->damaged}, {"silent", silent}};
 }
 
 void AddUnusual(Json& json, const LaneRecord& lane) {

@@ -74,6 +74,7 @@ TEST(Contest, EveryRaceIsKeptAsItWasFlown) {
       ASSERT_EQ(flown.size(), static_cast<std::size_t>(heats));
       EXPECT_EQ(rig.race().RaceNumber, heats + 1);
       EXPECT_EQ(Differences(rig, flown, {.tolerance = 3, .lossy = noisy}), std::vector<std::string>());
+      EXPECT_EQ(InProject(rig, 1).radio.has_value(), noisy);
     }
   }
 }
@@ -92,6 +93,29 @@ TEST(Contest, IdlesForHoursWithoutGrowing) {
   std::printf("%zu bytes in use after an hour, %zu after %d\n", first, last, hours);
   EXPECT_LT(last, first + 4096);
   EXPECT_GT(rig.program.link().Counters().good, hours * 7000);
+}
+
+// The second judge's box was off from the count into the race, and the program died after that.
+TEST(Contest, ARadioThatFailedInARaceIsSavedWithIt) {
+  ConsoleRig rig(true, SystemFiles(), ConsoleRig::Way::AtOnce);
+  rig.Load();
+  FieldLink link(rig, {.heats = 1, .line = {.damage = 0.01}, .silent = {{1, 50000, 80000}}});
+  link.field.BeginHeats(0);
+  link.RunUntil(90000);
+  const std::optional<RadioRecord> before = rig.judge().RadioInRace();
+  rig.Crash(500);
+  rig.Answer(DialogAnswer::Word::Yes);
+  rig.program.door().Enter({EventKind::Load});
+  link.field.AdvanceTo(rig.platform.ClockMs());
+  while (!link.field.Done()) link.Step(rig.platform.ClockMs() + 1000);
+  const std::optional<RadioRecord> saved = InProject(rig, 1).radio;
+  ASSERT_TRUE(before && saved);
+  EXPECT_GT(before->damaged, 5);
+  EXPECT_GT(saved->damaged, before->damaged - 2);
+  const auto judge = std::ranges::find(saved->stations, "Judges 2", &RadioRecord::Station::name);
+  ASSERT_NE(judge, saved->stations.end());
+  EXPECT_NEAR(static_cast<double>(judge->longestSilence), 31500, 1600);
+  EXPECT_GT(judge->frames, 20);
 }
 
 // Two rounds of four heats in all race modes and a refly: closed, opened again, and shown in another mode.

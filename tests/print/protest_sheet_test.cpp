@@ -100,6 +100,20 @@ RaceRecord ProtestedRace() {
   return race;
 }
 
+TEST(RadioRecord, IsReadFromAnyText) {
+  const std::array<const char*, 3> cases[] = {
+      {"3", "Judges 2;12345;40,Display;65000;0",
+       "3 frames damaged; silent for more than 5 s: Judges 2 (12.3 s), Display (not heard in the race)"},
+      {"1", ";;,Timers;4000;9", "1 frame damaged; silent for more than 5 s: no station"},
+      {"1e99", "a;9e99;1,b;1", "999999999 frames damaged; silent for more than 5 s: a (1000000.0 s)"},
+      {"-1", "none", ""}};
+  for (const auto& [damaged, silent, told] : cases) {
+    const auto radio = ReadRadio(
+        [&](const std::string& key) { return std::string(key == "FramesDamaged" ? damaged : silent); });
+    EXPECT_EQ(radio ? RadioText(*radio) : "", told);
+  }
+}
+
 TEST(ProtestSheet, PagesAreAsTheyWere) {
   const Box a4{0, 0, 210, 297};
   RaceRecord longest = ProtestedRace();

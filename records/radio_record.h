@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace quorvane {
+
+// What went wrong with the radio from the start of a race to its end.
+struct RadioRecord {
+  struct Station {
+    std::string name;
+    std::int64_t frames = 0;          // that it was heard with
+    std::int64_t longestSilence = 0;  // ms
+  };
+  std::int64_t damaged = 0;  // frames
+  std::vector<Station> stations = {};
+  bool lively = true;  // so many stations spoke that the silence of another one tells something
+};
+
+// The stations that were silent for more than five seconds.
+std::vector<RadioRecord::Station> SilentStations(const RadioRecord& radio);
+// Both of the same race, before and after the program has died in it.
+RadioRecord Together(RadioRecord before, const RadioRecord& after);
+
+// In the section of the race: "FramesDamaged", and "SilentStations", each with its longest silence in ms and
+// the frames that it was heard with, "Judges 2;12345;40,Display;65000;0". What has not happened gets no key,
+// and a radio on which hardly anybody spoke none either; then nothing is read. Values that are read may be
+// anything.
+void KeepRadio(const RadioRecord& radio, const std::function<void(const char* key, const std::string&)>& set);
+std::optional<RadioRecord> ReadRadio(const std::function<std::string(const char* key)>& value);
+
+// "3 frames damaged; silent for more than 5 s: Judges 2 (12.3 s), Display (not heard in the race)".
+std::string RadioText(const RadioRecord& radio);
+
+}  // namespace quorvane
