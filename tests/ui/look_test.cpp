@@ -2,6 +2,7 @@
 
 #include <QFontDatabase>
 #include <QFontMetrics>
+#include <QScreen>
 
 #include "tests/ui/fixture.h"
 #include "ui/widgets/form_view.h"
@@ -103,6 +104,39 @@ TEST_F(ScaledFormTest, SizeAfterManyResizesIsThatOfTheDesign) {
   EXPECT_EQ(view.FindWidget("fra")->geometry(), QRect(37, 21, 301, 133));
   EXPECT_EQ(button->geometry(), QRect(16, 20, 101, 33));
   EXPECT_EQ(button->font().pixelSize(), 17);  // 13 points
+}
+
+// Qt does not ask what lies over a widget in which another one has just moved.
+TEST_F(ScaledFormTest, WordsOnAFrameStayWhileAMarkInItMoves) {
+  Control& frame = form.Add(ControlKind::Frame, "fra");
+  Control& mark = form.Add(ControlKind::Label, "mark", &frame);
+  Control* cells[] = {&form.Add(ControlKind::Label, "a", &frame), &form.Add(ControlKind::Label, "b", &frame)};
+  FormDesign design{.width = 400, .height = 200, .stackTop = 50, .stackBottom = 90};
+  design.places = {{"fra", {0, 0, 400, 200}, 12, Look::Bare | Look::Heavy | Look::White},
+                   {"a", {10, 10, 60, 30}, 12, Look::Border},
+                   {"b", {80, 10, 60, 30}, 12, Look::Border},
+                   {.name = "mark", .rect = {}, .look = Look::Border, .anchoring = Anchoring::Stack}};
+  design.texts = {{"Lap 10", {200, 120, 100, 30}, 12, Look::Plain}};
+  mark.SetAnchor(cells[0]);
+  FormView view(form, design, door, nullptr);
+  view.resize(400, 200);
+  view.show();
+  view.Apply();
+  Settle();
+  const auto ink = [&] {
+    const QImage words = view.screen()->grabWindow(view.winId()).toImage().copy(200, 120, 100, 30);
+    int dark = 0;
+    for (int i = 0; i < 3000; ++i) dark += qGray(words.pixel(i % 100, i / 100)) < 100 ? 1 : 0;
+    return dark;
+  };
+  const int before = ink();
+  EXPECT_GT(before, 20);
+  mark.SetAnchor(cells[1]);
+  view.Find(mark)->Changed(Property::Anchor);
+  view.FindWidget("fra")->update();
+  view.Apply();
+  Settle();
+  EXPECT_EQ(ink(), before);
 }
 
 }  // namespace

@@ -57,7 +57,7 @@ class CaptionLabel : public QLabel {
     colors.setColor(foregroundRole(), fore);
     setPalette(colors);
     const bool edged = Looks(Look::Border | Look::Heavy);
-    setAutoFillBackground(painted || edged);
+    filled_ = painted || edged;
     setFrameStyle(edged ? QFrame::Box | QFrame::Plain : QFrame::NoFrame);
     setLineWidth(Looks(Look::Heavy) || (Looks(Look::Lamp) && painted) ? 3 : 1);
   }
@@ -70,6 +70,9 @@ class CaptionLabel : public QLabel {
 
  protected:
   void paintEvent(QPaintEvent* event) override {
+    // Not filled by Qt, which would paint a frame, when a mark has moved in it, over the words that lie on
+    // it.
+    if (filled_) QPainter(this).fillRect(rect(), palette().color(backgroundRole()));
     QFrame::paintEvent(event);
     const bool left = Looks(Look::Left);
     const int gap = margin() + (left ? 2 : 1);
@@ -126,6 +129,7 @@ class CaptionLabel : public QLabel {
 
   const Place& place_;
   bool painted_ = false;
+  bool filled_ = false;
   bool pressed_ = false;
   std::function<void()> onClick_;
 };

@@ -54,9 +54,7 @@ void FormView::Apply() {
     if (view->Apply() || view->Design().anchoring == Anchoring::Stack) moved = true;
   }
   if (rowChanged) FitRow();
-  if (!moved) return;
-  PlaceAnchored();
-  update();  // what was covered until now, the words between the controls too
+  if (moved) PlaceAnchored();
 }
 
 void FormView::Embed(FormView& panel, const std::string& name) {
