@@ -44,8 +44,8 @@ TEST_F(DesignsTest, EveryControlHasItsPlaceAndNameAndEveryPlaceItsControl) {
 }
 
 TEST_F(DesignsTest, ControlsNeitherOverlapNorLeaveTheirFormAndNoTextIsUnderTenPoints) {
-  for (const FormDesign& design :
-       {ConsoleDesign(), LaneDesign(1), LinkDesign(), TimerDesign(), KeyboardDesign(), AboutDesign()}) {
+  for (const FormDesign& design : {ConsoleDesign(), LaneDesign(1), LinkDesign(), LogDesign(), TimerDesign(),
+                                   KeyboardDesign(), AboutDesign()}) {
     QRegion taken;
     const auto take = [&](const std::string& name, const QRect& rect, double points) {
       EXPECT_TRUE(QRect(0, 0, design.width, design.height).contains(rect)) << name;

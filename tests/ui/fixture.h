@@ -140,4 +140,30 @@ class ProgramTest : public ProgramOn<VirtualSerial> {
   }
 };
 
+// With an operator who uses the pointer and the keys, as the desktop hands them to the windows.
+class OperatorTest : public ProgramTest {
+ protected:
+  void SetUp() override {
+    Load();
+    windows.Console().activateWindow();
+    Settle();
+  }
+
+  using ProgramTest::Click;
+  void Click(Control& control, Qt::MouseButton button = Qt::LeftButton) {
+    const QWidget& widget = *Shown(control);
+    QTest::mouseClick(widget.window()->windowHandle(), button, {},
+                      widget.mapTo(widget.window(), widget.rect().center()));
+    Settle();
+  }
+  static void Keys(QWidget& window, const char* text) {
+    for (; *text != 0; ++text) QTest::keyClick(window.windowHandle(), *text);
+  }
+  void Keys(const char* text) { Keys(windows.Console(), text); }
+  void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+    QTest::keyClick(windows.Console().windowHandle(), key, modifiers);
+  }
+  frmJudge& judge() { return program.judge(); }
+};
+
 }  // namespace quorvane

@@ -32,28 +32,13 @@ class InputLog : public Journal {
   std::string activated;
 };
 
-class InputTest : public ProgramTest {
+class InputTest : public OperatorTest {
  protected:
   void SetUp() override {
-    Load();
+    OperatorTest::SetUp();
     program.door().SetJournal(&log);
-    windows.Console().activateWindow();
-    Settle();
   }
 
-  void Click(Control& control, Qt::MouseButton button = Qt::LeftButton) {
-    const QWidget& widget = *Shown(control);
-    QTest::mouseClick(widget.window()->windowHandle(), button, {},
-                      widget.mapTo(widget.window(), widget.rect().center()));
-    Settle();
-  }
-  static void Keys(QWidget& window, const char* text) {
-    for (; *text != 0; ++text) QTest::keyClick(window.windowHandle(), *text);
-  }
-  void Keys(const char* text) { Keys(windows.Console(), text); }
-  void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
-    QTest::keyClick(windows.Console().windowHandle(), key, modifiers);
-  }
   // A key held down: for every repeat the display server sends a release and a press at the same time.
   void Hold(int key, bool marked) {
     for (quint64 ms = 1000; ms < 1100; ms += 30) {
@@ -72,7 +57,6 @@ class InputTest : public ProgramTest {
     windows.All().FocusMoved(window.windowHandle());
     return log.activated;
   }
-  frmJudge& judge() { return program.judge(); }
 
   InputLog log;
 };
