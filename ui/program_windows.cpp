@@ -91,6 +91,7 @@ void ProgramWindows::Follow() {
   }
   windows_.Apply();
   if (!placed_ && console_->isVisible()) PlaceWindows();
+  if (!tablePlaced_ && program_.judge().LapsAndCuts().Visible()) PlaceTable();
   timers_.Arm();
 }
 
@@ -108,6 +109,16 @@ void ProgramWindows::PlaceWindows() {
   const int beside = std::min(left + console_->width() + kGap, screen.right() - link_->width() - kGap);
   if (!link_->Remembered()) link_->move(std::max(screen.left(), beside), top);
   for (FormWindow* window : {console_, link_}) window->KeepOnScreen();
+}
+
+// In the corner that is farthest from the clock.
+void ProgramWindows::PlaceTable() {
+  tablePlaced_ = true;
+  FormWindow& table = *windows_.FindWindow(program_.judge().LapsAndCuts());
+  if (table.Remembered() || console_->screen() == nullptr) return;
+  const QRect screen = console_->screen()->availableGeometry();
+  table.move(screen.right() - table.width(), screen.bottom() - table.height());
+  table.KeepOnScreen();
 }
 
 QRect ProgramWindows::ClockOnScreen() const {

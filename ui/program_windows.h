@@ -50,6 +50,7 @@ class ProgramWindows {
   void AddSmallWindow(Form& form, const FormDesign& design);
   void Follow();
   void PlaceWindows();
+  void PlaceTable();
 
   Program& program_;
   QtPlatform& platform_;
@@ -58,6 +59,7 @@ class ProgramWindows {
   FormWindow* link_ = nullptr;
   bool detailShown_ = true;
   bool placed_ = false;
+  bool tablePlaced_ = false;
   KeyRouter keys_;
   TimerDriver timers_;
   std::vector<std::function<void()>> followers_;
