@@ -24,6 +24,7 @@ _quorvane_value() {
     'quorvane --port') _quorvane_port ;;
     'quorvane --print' | 'quorvane --protest') words=all ;;
     'quorvane --paper') words='A4 Letter' ;;
+    'quorvane --language') words='de en' ;;
     'quorvane -o' | 'quorvane --output') _filedir pdf ;;
     'quorvane --heats' | 'quorvane-field --heats') ;;
     'quorvane-results --format') words='text csv json html' ;;
@@ -47,7 +48,7 @@ _quorvane() {
   _quorvane_value "$program" "$prev" && return
   ! $split || return
   case $program in
-    quorvane) options+=' --settings --port --journal --demo --heats --print --protest --output --paper' ;;
+    quorvane) options+=' --settings --port --journal --language --demo --heats --print --protest --output --paper' ;;
     quorvane-results) options+=' --format --bom --output' ;;
     quorvane-replay) options+=' --project --settings --state --frames --dialogs --in-place --verify' ;;
     quorvane-field)

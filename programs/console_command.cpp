@@ -57,6 +57,9 @@ void AddConsole(Arguments& app, CommandLine& line) {
                   "serial port COM<N> (1 to 31) is that device; may be given several times",
                   [&](const std::string& value) { TakePort(line.ports, value); });
   app.AddFile("--journal", line.journal, "record the session in that file, for quorvane-replay");
+  app.add_option("--language", line.language, "de or en; otherwise that of the desktop")
+      ->type_name("CODE")
+      ->check(CLI::IsMember({"de", "en"}).description(""));
   app.AddFile(
          "--demo", line.demo,
          "fly without asking anything, leave pictures of the window and shown.jsonl in the folder, print the "

@@ -22,6 +22,7 @@ struct CommandLine {
   std::string settings;              // file of its own for the settings; empty: the user's
   std::map<int, std::string> ports;  // COM number 1..31 -> device
   std::string journal;               // file that the session is recorded in; empty: as the menu says
+  std::string language;              // "de" or "en"; empty: that of the desktop
   std::string demo;                  // folder; empty: no demonstration
   int heats = 1;                     // of the demonstration
   RaceList print;                    // heat reports to be written without a window

@@ -32,7 +32,7 @@ void AddStations(std::vector<Place>& places, int top) {
       places.push_back({IndexedName(name, i), rect, points, look | Look::White, spoken});
     };
     const std::string number = std::to_string(i);
-    add("lblStation", 18, 136, 13, Look::Left | Look::Bold);
+    add("lblStation", 18, 136, 13, Look::Left | Look::Bold | Look::RedLine);
     add("lblAge", 160, 86, 13, Look::Plain, "Age of station " + number);
     add("lblSilent", 394, 60, 12, Look::Bold);
     add("lblVolt", 248, 66, 13, Look::Plain, "Volts of station " + number);

@@ -24,7 +24,9 @@
 #include "ui/results_window.h"
 #include "ui/scoreboard.h"
 #include "ui/session_recording.h"
+#include "ui/view_menu.h"
 #include "ui/widgets/look.h"
+#include "ui/words.h"
 #include "ui/work_thread.h"
 
 namespace quorvane {
@@ -45,6 +47,7 @@ int Run(const CommandLine& line) {
   QtSerial serial(settings, line.ports);
   Program program(platform, serial, SystemFiles(), BackgroundFiles::Way::OwnThread);
   ProgramWindows windows(program, platform);
+  new ViewMenu(windows.Console(), settings);
   QtHeatPrinter printer(program, &windows.Console());
   serial.SetDoor(&program.door());
   const ResultsWindow results(program, windows);
@@ -101,6 +104,7 @@ int Main(int argc, char** argv) {
   const QString icons = SharedFolder(QStringLiteral("icons/hicolor/128x128/apps"));
   QApplication::setWindowIcon(QIcon(icons + QStringLiteral("/quorvane.png")));
   DressApplication();
+  Words::Speak(line.language.empty() ? Words::OfSystem() : ToQString(line.language));
   // The windows say when the program ends.
   QApplication::setQuitOnLastWindowClosed(false);
   const int status = OnlyPrints(line) ? Print(line) : Run(line);

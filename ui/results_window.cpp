@@ -20,6 +20,7 @@
 #include "results/race_records.h"
 #include "results/results_formats.h"
 #include "ui/widgets/look.h"
+#include "ui/words.h"
 
 namespace quorvane {
 namespace {
@@ -62,7 +63,7 @@ class ResultsModel : public QAbstractTableModel {
   QVariant data(const QModelIndex& index, int role) const override {
     const ResultsRow& row = RowAt(index.row());
     const auto column = static_cast<std::size_t>(index.column());
-    if (role == Qt::DisplayRole || role == Qt::ToolTipRole) return ToQString(row.cells[column].text);
+    if (role == Qt::DisplayRole || role == Qt::ToolTipRole) return Words::Of(row.cells[column].text);
     if (role == Qt::TextAlignmentRole) return QVariant(Qt::AlignVCenter | kAlignments[column]);
     if (role != Qt::FontRole) return {};
     QFont font = FontOfPixels(kTextPixels, false);
@@ -71,7 +72,7 @@ class ResultsModel : public QAbstractTableModel {
   }
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override {
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
-    return QString::fromLatin1(kResultsColumns[static_cast<std::size_t>(section)]);
+    return Words::Of(kResultsColumns[static_cast<std::size_t>(section)]);
   }
   void sort(int column, Qt::SortOrder direction) override {
     column_ = column;
@@ -96,7 +97,7 @@ ResultsWindow::ResultsWindow(Program& program, const ProgramWindows& windows)
       summary_(new QLabel(this)),
       told_(new QLabel(this)),
       view_(new QTableView(this)) {
-  setWindowTitle(QStringLiteral("Results"));
+  setWindowTitle(Words::Of("Results"));
   summary_->setFont(FontOfPixels(kTextPixels, true));
   told_->setFont(FontOfPixels(kTextPixels - 2, false));
   for (QLabel* line : {summary_, told_}) {
@@ -130,7 +131,7 @@ QWidget* ResultsWindow::NewButtons() {
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(told_, 1);
   const auto add = [&](const char* text, const QKeySequence& key, void (ResultsWindow::*action)()) {
-    auto* button = new QPushButton(QString::fromLatin1(text), row);
+    auto* button = new QPushButton(Words::Of(text), row);
     button->setFont(FontOfPixels(kTextPixels, true));
     button->setMinimumHeight(36);
     layout->addWidget(button);
@@ -186,7 +187,7 @@ void ResultsWindow::Take(const Content& content) {
   if (!content.problem.empty()) {
     text += QStringLiteral(": ") + ToQString(content.problem);
   } else if (shown_.contest.races.empty()) {
-    text += QStringLiteral(": no race has been flown");
+    text += QStringLiteral(": ") + Words::Of("no race has been flown");
   }
   summary_->setText(text);
   summary_->setToolTip(ToQString(shown_.file));
@@ -215,17 +216,17 @@ void ResultsWindow::Copy() {
     if (!selection.hasSelection() || selection.isRowSelected(row)) rows.push_back(model_->RowAt(row));
   }
   QApplication::clipboard()->setText(ToQString(CopyText(rows)));
-  told_->setText(QStringLiteral("%1 rows copied").arg(rows.size()));
+  told_->setText(Words::Of(QStringLiteral("%1 rows copied").arg(rows.size())));
 }
 
 // Not modal to the program: the race goes on, and the console takes its keys.
 void ResultsWindow::SaveAs() {
-  auto* dialog = new QFileDialog(this, QStringLiteral("Save Results"));
+  auto* dialog = new QFileDialog(this, Words::Of("Save Results"));
   dialog->setAttribute(Qt::WA_DeleteOnClose);
   dialog->setWindowModality(Qt::NonModal);
   dialog->setAcceptMode(QFileDialog::AcceptSave);
-  dialog->setNameFilters({QStringLiteral("Web page (*.html)"), QStringLiteral("Spreadsheet (*.csv)"),
-                          QStringLiteral("Text (*.txt)"), QStringLiteral("JSON (*.json)")});
+  dialog->setNameFilters({Words::Of("Web page (*.html)"), Words::Of("Spreadsheet (*.csv)"),
+                          Words::Of("Text (*.txt)"), Words::Of("JSON (*.json)")});
   const QFileInfo project(ToQString(shown_.file));
   dialog->setDirectory(project.absolutePath());
   const auto choose = [dialog, project](const QString& filter) {
@@ -237,8 +238,8 @@ void ResultsWindow::SaveAs() {
   QObject::connect(dialog, &QFileDialog::filterSelected, dialog, choose);
   QObject::connect(dialog, &QFileDialog::fileSelected, this, [this](const QString& path) {
     const auto reason = Save(path.toStdString());
-    told_->setText(reason ? QStringLiteral("Not saved: %1").arg(ToQString(*reason))
-                          : QStringLiteral("Saved as %1").arg(path));
+    told_->setText(reason ? Words::Of("Not saved: " + *reason)
+                          : Words::Of(QStringLiteral("Saved as %1").arg(path)));
     told_->setToolTip(told_->text());
   });
   dialog->show();

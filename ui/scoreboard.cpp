@@ -14,6 +14,7 @@
 #include <array>
 
 #include "ui/widgets/look.h"
+#include "ui/words.h"
 
 namespace quorvane {
 namespace {
@@ -22,8 +23,6 @@ constexpr int kFollowMs = 40;
 constexpr QSize kScoreboardSize{1024, 620};
 constexpr QSize kLeastScoreboardSize{480, 300};
 constexpr const char* kSettings = "Scoreboard";  // in the settings store
-const QColor kFace(0xEE, 0xEE, 0xEE);
-const QColor kBad(0xC0, 0, 0);
 
 struct Column {
   const char* name;
@@ -51,8 +50,8 @@ class ScoreField : public QWidget {
   struct Content {
     QString text;
     QString tail = {};  // stands after the text and is never cut
-    QColor back = Qt::white;
-    QColor fore = Qt::black;
+    QColor back = Shown(kWindow);
+    QColor fore = Shown(kWindowText);
     QColor upper = back;  // of the upper half: a lane's marking has two
 
     bool operator==(const Content&) const = default;
@@ -85,11 +84,15 @@ class ScoreField : public QWidget {
     const int least = tail.isEmpty() ? 8 : std::max(8, full.pixelSize() * 2 / 3);
     const QFont font = FitFont(full, text + tail, inner.width(), least);
     painter.setFont(font);
-    painter.setPen(fore);
     const QFontMetrics metrics(font);
     const int room = inner.width() - metrics.horizontalAdvance(tail);
     const QString shown = tail.isEmpty() ? text : metrics.elidedText(text, Qt::ElideRight, room);
-    painter.drawText(inner, Qt::AlignVCenter | Qt::TextSingleLine | align_, shown + tail);
+    // The letters lie over both halves.
+    for (const auto& [behind, top] : {std::pair(upper, 0), std::pair(back, height() / 2)}) {
+      painter.setClipRect(0, top, width(), height() - top);
+      painter.setPen(ReadableOn(behind, fore));
+      painter.drawText(inner, Qt::AlignVCenter | Qt::TextSingleLine | align_, shown + tail);
+    }
   }
 
  private:
@@ -113,20 +116,18 @@ class ScoreRow : public QWidget {
 
   void ShowHeadings() {
     for (std::size_t i = 0; i < kColumns.size(); ++i) {
-      fields_[i]->Show({.text = QString::fromLatin1(kColumns[i].name), .back = kFace});
+      fields_[i]->Show({.text = Words::Of(kColumns[i].name), .back = Shown(kButtonFace)});
     }
   }
   void Show(const Score::Lane& lane) {
-    const QColor low = ToQColor(lane.low);
-    const QColor high = ToQColor(lane.high);
-    fields_[0]->Show({.text = ToQString(lane.name),
-                      .back = low,
-                      .fore = ReadableOn(high, ReadableOn(low, Qt::black)),
-                      .upper = high});
+    const QColor low = Shown(lane.low);
+    const QColor high = Shown(lane.high);
+    fields_[0]->Show({.text = Words::Of(lane.name), .back = low, .upper = high});
     fields_[1]->Show({.text = ToQString(lane.laps)});
-    fields_[2]->Show({.text = ToQString(lane.cuts), .fore = kBad});
+    fields_[2]->Show({.text = ToQString(lane.cuts), .fore = Colors().warning});
     fields_[3]->Show({.text = ToQString(lane.time)});
-    fields_[4]->Show({.text = ToQString(lane.place), .fore = lane.bad ? kBad : QColor(Qt::black)});
+    fields_[4]->Show(
+        {.text = Words::Of(lane.place), .fore = lane.bad ? Colors().warning : Shown(kWindowText)});
     setVisible(lane.flies);
   }
 
@@ -138,7 +139,6 @@ class ScoreRow : public QWidget {
 class ScoreView : public QWidget {
  public:
   explicit ScoreView(QWidget* parent) : QWidget(parent) {
-    setPalette(kFace);
     setAutoFillBackground(true);
     auto* all = WithoutGaps(new QVBoxLayout(this));
     auto* head = WithoutGaps(new QHBoxLayout);
@@ -148,7 +148,7 @@ class ScoreView : public QWidget {
     heat_ = new ScoreField(*left, 60, 0.62, Qt::AlignLeft);
     event_ = new ScoreField(*left, 40, 0.62, Qt::AlignLeft);
     clock_ = new ScoreField(*head, 48, 0.92, Qt::AlignHCenter);
-    (new ScoreRow(*all, 60, 0.8))->ShowHeadings();
+    headings_ = new ScoreRow(*all, 60, 0.8);
     auto* lanes = WithoutGaps(new QVBoxLayout);
     lanes->setContentsMargins(0, 1, 0, 0);
     lanes->setSpacing(1);
@@ -157,11 +157,12 @@ class ScoreView : public QWidget {
   }
 
   void Show(const Score& score) {
-    heat_->Show({.text = ToQString(score.heat)});
+    headings_->ShowHeadings();
+    heat_->Show({.text = Words::Of(score.heat)});
     const QString gap = score.event.empty() ? QString() : QStringLiteral("  ");
-    event_->Show({.text = ToQString(score.event), .tail = gap + ToQString(score.mode)});
-    const QColor back = ToQColor(score.clockBack);
-    clock_->Show({.text = ToQString(score.clock), .back = back, .fore = ReadableOn(back, Qt::black)});
+    event_->Show({.text = ToQString(score.event), .tail = gap + Words::Of(score.mode)});
+    const QColor back = Shown(score.clockBack);
+    clock_->Show({.text = Words::Of(score.clock), .back = back, .fore = Shown(kWindowText)});
     for (std::size_t i = 0; i < lanes_.size(); ++i) lanes_[i]->Show(score.lanes[i]);
   }
 
@@ -169,6 +170,7 @@ class ScoreView : public QWidget {
   ScoreField* heat_;
   ScoreField* event_;
   ScoreField* clock_;
+  ScoreRow* headings_;
   std::array<ScoreRow*, 4> lanes_;
 };
 
@@ -180,7 +182,7 @@ Scoreboard::Scoreboard(Program& program, ProgramWindows& windows)
       place_(new WindowPlace(*this, settings_, kSettings, kLeastScoreboardSize)),
       view_(new ScoreView(this)),
       bar_(NewBar()) {
-  setWindowTitle(QStringLiteral("Scoreboard"));
+  setWindowTitle(Words::Of("Scoreboard"));
   // The operator's keys belong to the console.
   setAttribute(Qt::WA_ShowWithoutActivating);
   auto* layout = WithoutGaps(new QVBoxLayout(this));
@@ -201,12 +203,12 @@ QWidget* Scoreboard::NewBar() {
   auto* bar = new QWidget(this);
   auto* layout = new QHBoxLayout(bar);
   layout->setContentsMargins(8, 4, 8, 4);
-  auto* label = new QLabel(QStringLiteral("Screen"), bar);
+  auto* label = new QLabel(Words::Of("Screen"), bar);
   screens_ = new QComboBox(bar);
   screens_->setObjectName(QStringLiteral("screens"));
-  auto* full = new QPushButton(QStringLiteral("Full Screen"), bar);
+  auto* full = new QPushButton(Words::Of("Full Screen"), bar);
   full->setObjectName(QStringLiteral("fullScreen"));
-  auto* hint = new QLabel(QStringLiteral("Esc or a double click: back to a window"), bar);
+  auto* hint = new QLabel(Words::Of("Esc or a double click: back to a window"), bar);
   for (QWidget* widget : std::initializer_list<QWidget*>{label, screens_, full, hint}) {
     widget->setFont(FontOfPixels(16, false));
     layout->addWidget(widget);
@@ -273,6 +275,11 @@ void Scoreboard::SetFullScreen(bool full) {
 void Scoreboard::Follow() {
   program_.door().Contain([this] { shown_ = keeper_.Now(); });
   view_->Show(shown_);
+}
+
+bool Scoreboard::event(QEvent* event) {
+  if (event->type() == QEvent::ApplicationPaletteChange) view_->Show(shown_);  // another scheme
+  return QWidget::event(event);
 }
 
 void Scoreboard::keyPressEvent(QKeyEvent* event) {

@@ -31,6 +31,7 @@ class Scoreboard : public QWidget {
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
+  bool event(QEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent*) override { SetFullScreen(!isFullScreen()); }
 
  private:

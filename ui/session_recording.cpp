@@ -7,6 +7,7 @@
 #include "base/text.h"
 #include "files/output_guard.h"
 #include "ui/widgets/look.h"
+#include "ui/words.h"
 
 namespace quorvane {
 
@@ -64,7 +65,7 @@ void SessionRecording::FollowMenu() {
   }
   if (wanted_ && !stopped_ && !recorder_.Problem().empty()) {
     stopped_ = true;
-    Show(QStringLiteral("Recording stopped: %1").arg(ToQString(recorder_.Problem())), true);
+    Show(Words::Of("Recording stopped: " + recorder_.Problem()), true);
     Complain();
     recorder_.Stop();
   }
@@ -79,7 +80,7 @@ void SessionRecording::Start() {
   stopped_ = false;
   file_ = FreeJournalName(named_);
   recorder_.Record(PathOf(file_));
-  Show(QStringLiteral("\u25cf Recording"), false);
+  Show(QStringLiteral("\u25cf ") + Words::Of("Recording"), false);
   if (file_ == named_) return;
   const auto name = [](const std::string& file) { return Utf8Of(PathOf(file).filename()); };
   news_ = "Recording into " + name(file_) + ", as " + name(named_) + " has a session already";
@@ -87,9 +88,10 @@ void SessionRecording::Start() {
 }
 
 void SessionRecording::Show(const QString& text, bool bad) {
-  QPalette colors = notice_->palette();
-  colors.setColor(QPalette::Window, bad ? QColor(0xC0, 0, 0) : ToQColor(kButtonFace));
-  colors.setColor(QPalette::WindowText, bad ? QColor(Qt::white) : QColor(0xA0, 0, 0));
+  // White on red in every scheme, or else letters on the face of the menu.
+  QPalette colors;
+  if (bad) colors.setColor(QPalette::Window, QColor(0xB0, 0, 0));
+  if (bad) colors.setColor(QPalette::WindowText, Qt::white);
   notice_->setPalette(colors);
   notice_->setText(text);
   notice_->setToolTip(ToQString(file_));

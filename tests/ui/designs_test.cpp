@@ -87,9 +87,10 @@ double LetterContrast(const QImage& picture, const QWidget& widget) {
   return most;
 }
 
-TEST_F(DesignsTest, EveryWordCanBeReadInTheSun) {
+TEST_F(DesignsTest, EveryWordCanBeReadInEveryScheme) {
   Load();
-  const auto look = [&](const char* state) {
+  const auto lookIn = [&](Scheme scheme, const char* state) {
+    DressApplication(scheme);
     windows.All().Apply();
     for (FormView* view : Views()) {
       QWidget& window = *view->window();
@@ -99,9 +100,13 @@ TEST_F(DesignsTest, EveryWordCanBeReadInTheSun) {
       for (const Control& control : view->Of().Controls()) {
         const ControlView* seen = view->Find(control);
         if (seen == nullptr || !seen->Widget()->isVisible() || Written(*seen->Widget()).isEmpty()) continue;
-        EXPECT_GE(LetterContrast(picture, *seen->Widget()), 4.5) << control.FullName() << " while " << state;
+        EXPECT_GE(LetterContrast(picture, *seen->Widget()), 4.5)
+            << control.FullName() << " while " << state << ", scheme " << static_cast<int>(scheme);
       }
     }
+  };
+  const auto look = [&](const char* state) {
+    for (const Scheme scheme : {Scheme::Dark, Scheme::Outdoor, Scheme::Light}) lookIn(scheme, state);
   };
   frmJudge& judge = program.judge();
   look("waiting");
@@ -123,6 +128,21 @@ TEST_F(DesignsTest, EveryWordCanBeReadInTheSun) {
   judge.FinalizeRace();
   Enter(EventKind::Timer, "frmJudge.tmrTimeTick");
   look("finished");
+}
+
+// The same window, whether it has always worn a scheme or been given it.
+TEST_F(DesignsTest, SchemeIsPutOnWhileTheProgramRuns) {
+  Load();
+  Settle();
+  const QImage before = windows.Console().grab().toImage();
+  DressApplication(Scheme::Dark);
+  const QImage dark = windows.Console().grab().toImage();
+  DressApplication(Scheme::Outdoor);
+  DressApplication(Scheme::Dark);
+  EXPECT_EQ(windows.Console().grab().toImage(), dark);
+  DressApplication();
+  EXPECT_EQ(windows.Console().grab().toImage(), before);
+  EXPECT_NE(before, dark);
 }
 
 TEST_F(DesignsTest, LettersWithAltAreUsedOnceInTheConsole) {

@@ -3,6 +3,7 @@
 #include <QFontDatabase>
 #include <QFontMetrics>
 #include <QScreen>
+#include <cmath>
 
 #include "tests/ui/fixture.h"
 #include "ui/widgets/form_view.h"
@@ -27,6 +28,58 @@ TEST(LookTest, TextThatDoesNotFitIsMadeSmallerOrCutAtAWordAndKeepsItsHue) {
   const QString caption = QStringLiteral("Holding");
   EXPECT_LE(QFontMetrics(FitFont(large, caption, 90, 10)).horizontalAdvance(caption), 90);
   EXPECT_EQ(FitFont(large, QString(100, QLatin1Char('x')), 90, 10).pixelSize(), 10);
+}
+
+// A colour's place in CIE L*a*b* for somebody who lacks one kind of cones, by the matrices for linear light
+// of Machado, Oliveira and Fernandes (2009); kind 0 lacks none.
+using Seen = std::array<double, 3>;
+Seen SeenBy(int kind, const QColor& color) {
+  static constexpr std::array<std::array<double, 9>, 4> kCones = {
+      {{1, 0, 0, 0, 1, 0, 0, 0, 1},
+       {0.152286, 1.052583, -0.204868, 0.114503, 0.786281, 0.099216, -0.003882, -0.048116, 1.051998},
+       {0.367322, 0.860646, -0.227968, 0.280085, 0.672501, 0.047413, -0.011820, 0.042940, 0.968881},
+       {1.255528, -0.076749, -0.178779, -0.078411, 0.930809, 0.147602, 0.004733, 0.691367, 0.303900}}};
+  static constexpr std::array<double, 9> kXyz = {0.4339, 0.3762, 0.1899, 0.2126, 0.7152,
+                                                 0.0722, 0.0177, 0.1095, 0.8728};  // of white: 1, 1, 1
+  const auto times = [](const std::array<double, 9>& m, const Seen& v) {
+    Seen product{};
+    for (std::size_t i = 0; i < 9; ++i) product[i / 3] += m[i] * v[i % 3];
+    return product;
+  };
+  const auto linear = [](double part) {
+    return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+  };
+  Seen light = times(kCones[static_cast<std::size_t>(kind)],
+                     {linear(color.redF()), linear(color.greenF()), linear(color.blueF())});
+  for (double& part : light) part = std::clamp(part, 0.0, 1.0);
+  Seen f = times(kXyz, light);
+  for (double& part : f) part = part > 0.008856 ? std::cbrt(part) : 7.787 * part + 16.0 / 116;
+  return {116 * f[1] - 16, 500 * (f[0] - f[1]), 200 * (f[1] - f[2])};
+}
+
+TEST(LookTest, ColoursThatMeanDifferentThingsAreToldApartByEverybodyInEveryScheme) {
+  const auto rgb = [](std::uint32_t value) { return Color::Rgb(value); };
+  const std::vector<std::vector<Color>> kTogether = {
+      {rgb(0xFF6060), rgb(0x60FF60), rgb(0x8080FF), rgb(0xFFFF60), rgb(0xFF8000), kButtonFace},  // lanes
+      {rgb(0xFFFFD0), rgb(0xFFC0C0), rgb(0xC0FFC0), kSilver, kWhite},                            // clock
+      {rgb(0x8080FF), kGreen, kWindow},                  // lane's light
+      {kWhite, kSilver, rgb(0x80FF80), rgb(0xFFC0C0)}};  // cells
+  for (const Scheme scheme : {Scheme::Dark, Scheme::Outdoor, Scheme::Light}) {
+    SetScheme(scheme);
+    for (const std::vector<Color>& colors : kTogether) {
+      for (std::size_t pair = 0; pair < colors.size() * colors.size(); ++pair) {
+        const Color one = colors[pair / colors.size()];
+        const Color other = colors[pair % colors.size()];
+        for (int kind = 0; kind < 4 && one != other; ++kind) {
+          const Seen a = SeenBy(kind, Shown(one));
+          const Seen b = SeenBy(kind, Shown(other));
+          EXPECT_GE(std::hypot(a[0] - b[0], a[1] - b[1], a[2] - b[2]), 10)
+              << one.Name() << " and " << other.Name() << ", scheme " << static_cast<int>(scheme) << ", "
+              << kind;
+        }
+      }
+    }
+  }
 }
 
 // Thirteen lines of a frame's detail, in whatever the desktop calls its monospaced font.

@@ -9,7 +9,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "ui/widgets/look.h"
+#include "ui/words.h"
 
 namespace quorvane {
 namespace {
@@ -102,7 +102,7 @@ void PreviewWindow::Open(const RaceRecord& race, const Imprint& imprint, const Q
 }
 
 void PreviewWindow::Follow() {
-  setWindowTitle(ToQString(preview_.Caption()));
+  setWindowTitle(Words::Of(preview_.Caption()));
   menu_->Apply();
   if (preview_.Visible() != isVisible()) setVisible(preview_.Visible());
 }

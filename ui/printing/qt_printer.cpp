@@ -22,6 +22,7 @@
 #include <cstdio>
 
 #include "ui/widgets/look.h"
+#include "ui/words.h"
 
 namespace quorvane {
 namespace {
@@ -202,10 +203,9 @@ void QtHeatPrinter::Ended(int job, const PrintOutcome& outcome) {
 }
 
 void QtHeatPrinter::Wait(int longestMs) {
-  QProgressDialog box(
-      QStringLiteral("A report is still on its way. Quorvane closes soon, with or without it."), {}, 0, 0,
-      console_);
-  box.setWindowTitle(QStringLiteral("Close Quorvane"));
+  QProgressDialog box(Words::Of("A report is still on its way. Quorvane closes soon, with or without it."),
+                      {}, 0, 0, console_);
+  box.setWindowTitle(Words::Of("Close Quorvane"));
   box.setWindowModality(Qt::ApplicationModal);
   box.show();
   QTimer look;
@@ -227,7 +227,8 @@ void QtHeatPrinter::Finish(int longestMs) {
   if (unsaid_.isEmpty()) return;
   const QString told = unsaid_.join(QStringLiteral(".\n")) + '.';
   std::fprintf(stderr, "quorvane: %s\n", told.toLocal8Bit().constData());
-  QMessageBox box(QMessageBox::Warning, QStringLiteral("Close Quorvane"), told, QMessageBox::Ok, console_);
+  QMessageBox box(QMessageBox::Warning, Words::Of("Close Quorvane"), Words::Of(told), QMessageBox::Ok,
+                  console_);
   box.setTextFormat(Qt::PlainText);
   QTimer::singleShot(kLongestToldMs, &box, &QDialog::reject);
   box.exec();
@@ -255,16 +256,17 @@ QDialog* OpenPrinterSetup(const QStringList& printers, const QString& usual, Set
   const PrinterChoice now = LoadPrinterChoice(settings);
   auto* setup = new QDialog(parent);
   setup->setAttribute(Qt::WA_DeleteOnClose);
-  setup->setWindowTitle(QStringLiteral("Printer Setup"));
+  setup->setWindowTitle(Words::Of("Printer Setup"));
   setup->setMinimumWidth(420);
   auto* printer = new QComboBox;
   printer->addItem(
-      QStringLiteral("Default printer (%1)").arg(usual.isEmpty() ? QStringLiteral("none now") : usual),
+      Words::Of(
+          QStringLiteral("Default printer (%1)").arg(usual.isEmpty() ? QStringLiteral("none now") : usual)),
       QString());
   for (const QString& name : printers) printer->addItem(name, name);
   // One that is switched off now stays chosen.
   if (!now.name.isEmpty() && !printers.contains(now.name)) {
-    printer->addItem(now.name + QStringLiteral(" (not found now)"), now.name);
+    printer->addItem(Words::Of(now.name + QStringLiteral(" (not found now)")), now.name);
   }
   printer->setCurrentIndex(std::max(0, printer->findData(now.name)));
   auto* paper = new QComboBox;
@@ -278,9 +280,9 @@ QDialog* OpenPrinterSetup(const QStringList& printers, const QString& usual, Set
     SavePrinterChoice(settings, {printer->currentData().toString(), *PaperNamed(paper->currentText())});
   });
   auto* layout = new QFormLayout(setup);
-  layout->addRow(QStringLiteral("&Printer"), printer);
-  layout->addRow(QStringLiteral("P&aper"), paper);
-  if (printers.isEmpty()) layout->addRow(new QLabel(QStringLiteral("This computer has no printer now.")));
+  layout->addRow(Words::Of("&Printer"), printer);
+  layout->addRow(Words::Of("P&aper"), paper);
+  if (printers.isEmpty()) layout->addRow(new QLabel(Words::Of("This computer has no printer now.")));
   layout->addRow(buttons);
   setup->open();
   return setup;

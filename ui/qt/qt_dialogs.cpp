@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "ui/widgets/look.h"
+#include "ui/words.h"
 
 namespace quorvane {
 namespace {
@@ -35,7 +36,7 @@ constexpr std::array kIcons = {QMessageBox::NoIcon, QMessageBox::Warning, QMessa
 class MessageBox : public QMessageBox {
  public:
   MessageBox(const DialogBox& box, QWidget* parent)
-      : QMessageBox(kIcons[static_cast<std::size_t>(box.icon)], ToQString(box.title), ToQString(box.text),
+      : QMessageBox(kIcons[static_cast<std::size_t>(box.icon)], Words::Of(box.title), Words::Of(box.text),
                     kButtonsOf[static_cast<std::size_t>(box.kind)], parent),
         kind_(box.kind) {
     constexpr int kHeldBackMs = 1000;
@@ -86,8 +87,8 @@ DialogAnswer AskMessage(const DialogBox& box, QWidget* parent) {
 DialogAnswer AskText(const DialogBox& box, QWidget* parent) {
   QInputDialog dialog(parent);
   dialog.setInputMode(QInputDialog::TextInput);
-  dialog.setWindowTitle(ToQString(box.title));
-  dialog.setLabelText(ToQString(box.text));
+  dialog.setWindowTitle(Words::Of(box.title));
+  dialog.setLabelText(Words::Of(box.text));
   dialog.setTextValue(ToQString(box.preset));
   for (QLabel* label : dialog.findChildren<QLabel*>()) label->setTextFormat(Qt::PlainText);
   dialog.resize(dialog.sizeHint().expandedTo(QSize(440, 0)));
@@ -96,7 +97,7 @@ DialogAnswer AskText(const DialogBox& box, QWidget* parent) {
 }
 
 DialogAnswer AskFile(const DialogBox& box, QWidget* parent) {
-  QFileDialog dialog(parent, ToQString(box.title), ToQString(box.folder));
+  QFileDialog dialog(parent, Words::Of(box.title), ToQString(box.folder));
   const bool open = box.kind == DialogKind::OpenFile;
   dialog.setAcceptMode(open ? QFileDialog::AcceptOpen : QFileDialog::AcceptSave);
   dialog.setFileMode(open ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
@@ -104,9 +105,8 @@ DialogAnswer AskFile(const DialogBox& box, QWidget* parent) {
   // A project that exists already is opened, never overwritten.
   dialog.setOption(QFileDialog::DontConfirmOverwrite, !report);
   dialog.setDefaultSuffix(ToQString(box.defaultExtension));
-  dialog.setNameFilters(
-      {report ? QStringLiteral("PDF files (*.pdf)") : QStringLiteral("Quorvane projects (*.ini)"),
-       QStringLiteral("All files (*)")});
+  dialog.setNameFilters({report ? Words::Of("PDF files (*.pdf)") : Words::Of("Quorvane projects (*.ini)"),
+                         Words::Of("All files (*)")});
   if (!box.preset.empty()) dialog.selectFile(ToQString(box.preset));
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {Word::Cancel};
   return {Word::File, dialog.selectedFiles().constFirst().toStdString()};

@@ -1,3 +1,4 @@
+#include <QAccessibleWidget>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QHeaderView>
@@ -20,6 +21,7 @@
 #include "forms/control.h"
 #include "ui/widgets/control_view.h"
 #include "ui/widgets/look.h"
+#include "ui/words.h"
 
 namespace quorvane {
 namespace {
@@ -29,19 +31,12 @@ int LeastPixels(const QFont& font, const Place& place) {
   return static_cast<int>(font.pixelSize() * std::min(1.0, 10 / place.points));
 }
 
-// The caption with the ampersand that Qt wants before the mnemonic letter, and ampersands of its own doubled.
-QString WithMnemonic(QString caption, char mnemonic) {
-  caption.replace(QLatin1Char('&'), QLatin1String("&&"));
-  const qsizetype at = mnemonic == 0 ? -1 : caption.indexOf(QLatin1Char(mnemonic), 0, Qt::CaseInsensitive);
-  if (at >= 0) caption.insert(at, QLatin1Char('&'));
-  return caption;
-}
-
 // A label or a frame. It paints its caption as large as designed, or as much smaller as it takes to fit. One
 // that can be clicked can also be reached with Tab and clicked with the space bar.
 class CaptionLabel : public QLabel {
  public:
-  CaptionLabel(const Place& place, QWidget* parent) : QLabel(parent), place_(place) {
+  CaptionLabel(const Place& place, bool isFrame, QWidget* parent)
+      : QLabel(parent), place_(place), isFrame_(isFrame) {
     setTextFormat(Qt::PlainText);
     // Roles that mean nothing to what lies in a frame, and inherits its palette.
     setBackgroundRole(QPalette::AlternateBase);
@@ -50,18 +45,22 @@ class CaptionLabel : public QLabel {
   }
 
   // Painted: the background is not the plain one.
-  void SetColors(const QColor& back, const QColor& fore, bool painted) {
+  void SetColors(const QColor& back, const QColor& fore, bool painted, bool underlined) {
     painted_ = painted;
-    QPalette colors = palette();
+    underlined_ = underlined;
+    QPalette colors;
     colors.setColor(backgroundRole(), back);
     colors.setColor(foregroundRole(), fore);
     setPalette(colors);
     const bool edged = Looks(Look::Border | Look::Heavy);
     filled_ = painted || edged;
     setFrameStyle(edged ? QFrame::Box | QFrame::Plain : QFrame::NoFrame);
-    setLineWidth(Looks(Look::Heavy) || (Looks(Look::Lamp) && painted) ? 3 : 1);
+    setLineWidth(Looks(Look::Heavy) || (Looks(Look::Lamp) && painted) ? 3 : Colors().line);
   }
 
+  bool IsFrame() const { return isFrame_; }
+  bool IsClickable() const { return onClick_ != nullptr; }
+  void Click() const { onClick_(); }
   void SetOnClick(std::function<void()> onClick) {
     onClick_ = std::move(onClick);
     setFocusPolicy(Qt::TabFocus);
@@ -96,6 +95,7 @@ class CaptionLabel : public QLabel {
       shown = ElideAtWord(shown, fitted, room.width());
     }
     QPainter painter(this);
+    fitted.setUnderline(underlined_);
     painter.setFont(fitted);
     painter.setPen(palette().color(foregroundRole()));
     painter.drawText(room, flags, shown);
@@ -128,11 +128,67 @@ class CaptionLabel : public QLabel {
   }
 
   const Place& place_;
+  const bool isFrame_;
   bool painted_ = false;
   bool filled_ = false;
+  bool underlined_ = false;
   bool pressed_ = false;
   std::function<void()> onClick_;
 };
+
+// What a screen reader is told of something that is pressed and that the toolkit takes for something else.
+class Pressable : public QAccessibleWidget {
+ public:
+  Pressable(QWidget* widget, QAccessible::Role role, std::function<void()> press)
+      : QAccessibleWidget(widget, role), press_(std::move(press)) {}
+
+  QAccessible::State state() const override {
+    QAccessible::State state = QAccessibleWidget::state();
+    if (const auto* button = qobject_cast<QAbstractButton*>(object())) {
+      state.checkable = true;
+      state.checked = button->isChecked();
+    }
+    return state;
+  }
+  QStringList actionNames() const override {
+    return QStringList{pressAction()} + QAccessibleWidget::actionNames();
+  }
+  void doAction(const QString& action) override {
+    action == pressAction() ? press_() : QAccessibleWidget::doAction(action);
+  }
+
+ private:
+  const std::function<void()> press_;
+};
+
+// A list says what it is for and what is chosen; the toolkit's own says the latter alone.
+class NamedList : public QAccessibleWidget {
+ public:
+  explicit NamedList(QComboBox* list) : QAccessibleWidget(list, QAccessible::ComboBox), list_(*list) {}
+
+  QString text(QAccessible::Text kind) const override {
+    const QString text = QAccessibleWidget::text(kind);
+    if (kind == QAccessible::Value || (kind == QAccessible::Name && text.isEmpty()))
+      return list_.currentText();
+    return kind == QAccessible::Name ? text + QStringLiteral(": ") + list_.currentText() : text;
+  }
+
+ private:
+  QComboBox& list_;
+};
+
+// The toolkit takes every label for a text, also a frame and what can be clicked, and an option that is not
+// switched off by its neighbours for a check box.
+QAccessibleInterface* RoleOf(const QString&, QObject* object) {
+  if (auto* list = qobject_cast<QComboBox*>(object)) return new NamedList(list);
+  if (auto* option = qobject_cast<QRadioButton*>(object)) {
+    return new Pressable(option, QAccessible::RadioButton, [option] { option->click(); });
+  }
+  auto* label = dynamic_cast<CaptionLabel*>(object);
+  if (label == nullptr) return nullptr;
+  if (label->IsClickable()) return new Pressable(label, QAccessible::Button, [label] { label->Click(); });
+  return new QAccessibleWidget(label, label->IsFrame() ? QAccessible::Grouping : QAccessible::StaticText);
+}
 
 // A push button whose caption shrinks to fit, with the console key that does the same beside it in small
 // letters.
@@ -191,13 +247,14 @@ class ButtonView : public ViewOn<CaptionButton> {
   }
 
  protected:
-  void Show(Property) override { widget_->setText(WithMnemonic(Caption(), Design().mnemonic)); }
+  void Show(Property) override { widget_->setText(Words::WithMnemonic(Of().Caption(), Design().mnemonic)); }
 };
 
 // A label or a frame.
 class LabelView : public ViewOn<CaptionLabel> {
  public:
-  explicit LabelView(const Part& part) : ViewOn(part, new CaptionLabel(part.place, part.parent)) {
+  explicit LabelView(const Part& part)
+      : ViewOn(part, new CaptionLabel(part.place, part.control.Kind() == ControlKind::Frame, part.parent)) {
     if (part.control.onClick) widget_->SetOnClick([this] { Act(EventKind::Click); });
     if (part.control.Kind() == ControlKind::Frame) widget_->setMargin(4);
   }
@@ -205,10 +262,10 @@ class LabelView : public ViewOn<CaptionLabel> {
  protected:
   void Show(Property) override {
     if (Looks(Look::Bare)) return;
-    widget_->setText(Caption().isEmpty() ? QString::fromStdString(Design().word) : Caption());
+    widget_->setText(Caption().isEmpty() ? Words::Of(Design().word) : Caption());
   }
   void SetColors(const QColor& back, const QColor& fore) override {
-    widget_->SetColors(back, fore, Painted());
+    widget_->SetColors(back, fore, Painted(), IsRedAlone());
   }
 };
 
@@ -293,7 +350,7 @@ class TickView : public ViewOn<QAbstractButton> {
  protected:
   void Show(Property property) override {
     if (property == Property::Value) return widget_->setChecked(Of().Value() != 0);
-    widget_->setText(WithMnemonic(Caption(), Design().mnemonic));
+    widget_->setText(Words::WithMnemonic(Of().Caption(), Design().mnemonic));
   }
 };
 
@@ -307,7 +364,7 @@ class ListView : public ViewOn<QComboBox> {
   void Show(Property property) override {
     if (property == Property::Items) {
       widget_->clear();
-      for (const std::string& item : Of().Items()) widget_->addItem(ToQString(item));
+      for (const std::string& item : Of().Items()) widget_->addItem(Words::Of(item));
     }
     widget_->setCurrentIndex(Of().ListIndex());
   }
@@ -317,7 +374,7 @@ class ListView : public ViewOn<QComboBox> {
 class TableView : public ViewOn<QTreeWidget> {
  public:
   explicit TableView(const Part& part) : ViewOn(part, new QTreeWidget(part.parent)) {
-    const QStringList heads = QString::fromStdString(part.place.word).split(QLatin1Char('\t'));
+    const QStringList heads = Words::Of(part.place.word).split(QLatin1Char('\t'));
     widget_->setHeaderLabels(heads);
     widget_->setRootIsDecorated(false);
     widget_->setUniformRowHeights(true);
@@ -338,7 +395,7 @@ class TableView : public ViewOn<QTreeWidget> {
     if (property == Property::Items) {
       widget_->clear();
       for (const std::string& item : Of().Items()) {
-        new QTreeWidgetItem(widget_, ToQString(item).split(QLatin1Char('\t')));
+        new QTreeWidgetItem(widget_, Words::Of(item).split(QLatin1Char('\t')));
       }
     }
     QTreeWidgetItem* chosen = widget_->topLevelItem(Of().ListIndex());
@@ -350,6 +407,8 @@ class TableView : public ViewOn<QTreeWidget> {
 }  // namespace
 
 std::unique_ptr<ControlView> ControlView::Create(const Part& part) {
+  static const bool kRolesKnown = (QAccessible::installFactory(RoleOf), true);
+  static_cast<void>(kRolesKnown);
   switch (part.control.Kind()) {
     case ControlKind::Button:
       return std::make_unique<ButtonView>(part);

@@ -8,6 +8,7 @@
 #include <QTimer>
 
 #include "ui/widgets/look.h"
+#include "ui/words.h"
 
 namespace quorvane {
 
@@ -44,11 +45,11 @@ bool ControlView::Apply() {
        {Property::Items, Property::Caption, Property::Text, Property::Value, Property::ListIndex}) {
     if (has(property) && Of().Has(property)) Show(property);
   }
-  if (has(Property::Caption)) Speak();
+  if (has(Property::Caption) || has(Property::BackColor) || has(Property::ForeColor)) Speak();
   if (has(Property::BackColor) || has(Property::ForeColor) || has(Property::Enabled)) {
-    SetColors(Back(), ReadableOn(Back(), ToQColor(Of().ForeColor())));
+    SetColors(Back(), ReadableOn(Back(), Shown(Of().ForeColor())));
   }
-  if (has(Property::ToolTip)) widget_->setToolTip(ToQString(Of().ToolTip()));
+  if (has(Property::ToolTip)) widget_->setToolTip(Words::Of(Of().ToolTip()));
   if (has(Property::Enabled) || has(Property::Visible)) {
     if (widget_->hasFocus() && !(Of().Enabled() && Of().Visible())) leave();
     SetUsable(Of().Enabled());
@@ -66,31 +67,34 @@ void ControlView::Act(EventKind kind, std::string text, int number) {
 
 // The accessible name. A label's says what it shows, too.
 void ControlView::Speak() {
-  QString name = QString::fromStdString(Design().spoken);
+  QString name = Words::Of(Design().spoken);
+  const QString caption = Caption().trimmed();
   if (name.isEmpty()) {
-    name = Caption().isEmpty() ? QString::fromStdString(Of().Name()) : Caption();
-  } else if (Of().Kind() == ControlKind::Label && !Caption().isEmpty()) {
-    name += QStringLiteral(": ") + Caption();
+    name = caption.isEmpty() ? QString::fromStdString(Of().Name()) : caption;
+  } else if (Of().Kind() == ControlKind::Label && !caption.isEmpty()) {
+    name += QStringLiteral(": ") + caption;
   }
-  widget_->setAccessibleName(spokenPrefix + name);
+  if (Looks(Look::Lamp) && Painted()) name += QStringLiteral(", ") + Words::Of("lit");
+  if (IsRedAlone()) name += QStringLiteral(", ") + Words::Of("no answer yet");
+  widget_->setAccessibleName(Words::Of(spokenPrefix) + name);
 }
 
 QString ControlView::Caption() const {
-  return ToQString(Of().Caption());
+  return Words::Of(Of().Caption());
 }
 
 QColor ControlView::Back() const {
-  if (Looks(Look::Lines) && !Of().Enabled()) return ToQColor(kButtonFace);
+  if (Looks(Look::Lines) && !Of().Enabled()) return Shown(kButtonFace);
   if (!Painted()) {
-    if (Looks(Look::White)) return Qt::white;
-    if (Looks(Look::Blue)) return QColor(0xDB, 0xE9, 0xFF);
-    if (Looks(Look::Peach)) return QColor(0xFF, 0xE3, 0xD6);
+    if (Looks(Look::White)) return Shown(kWindow);
+    if (Looks(Look::Blue)) return Colors().blue;
+    if (Looks(Look::Peach)) return Colors().peach;
   }
-  return ToQColor(Of().BackColor());
+  return Shown(Of().BackColor());
 }
 
 void ControlView::SetColors(const QColor& back, const QColor& fore) {
-  QPalette palette = widget_->palette();
+  QPalette palette;  // the other roles are those of the program's scheme
   for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive}) {
     palette.setColor(group, roles_.back, back);
     palette.setColor(group, roles_.fore, fore);

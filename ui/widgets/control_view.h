@@ -39,6 +39,8 @@ class ControlView : public QObject {
   // Notes that a property has changed; Apply shows it.
   void Changed(Property property) { dirty_ |= Bit(property); }
   bool IsDirty() const { return dirty_ != 0; }
+  // Another scheme of colours.
+  void Recolor() { dirty_ |= Bit(Property::BackColor); }
   // Returns whether where it stands may have changed too.
   bool Apply();
 
@@ -57,8 +59,9 @@ class ControlView : public QObject {
 
   virtual void Show(Property property) = 0;  // caption, text, value, items, entry of the list
   virtual void SetColors(const QColor& back, const QColor& fore);
-  QString Caption() const;
+  QString Caption() const;  // in the operator's language
   bool Painted() const { return Of().BackColor() != kButtonFace; }
+  bool IsRedAlone() const { return Looks(Look::RedLine) && Of().ForeColor() == kRed; }
 
  private:
   static constexpr unsigned Bit(Property property) { return 1U << static_cast<unsigned>(property); }

@@ -26,6 +26,7 @@ enum class Look : unsigned {
   Lines = 1U << 14,      // a text box of several lines
   Late = 1U << 15,       // a text box whose change counts when the operator has finished it
   Row = 1U << 17,        // letters as large as those of the others in the row
+  RedLine = 1U << 18,    // underlined while its letters are red, where nothing else would say so
   Focusable = 1U << 16,  // a label that can have the focus though it cannot be clicked
 };
 

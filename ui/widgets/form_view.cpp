@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "ui/widgets/look.h"
+#include "ui/words.h"
 
 namespace quorvane {
 
@@ -31,7 +32,7 @@ void FormView::AddControl(Control& control, const Place& place, const QString& s
 }
 
 void FormView::AddText(const StaticText& text) {
-  auto* label = new QLabel(QString::fromStdString(text.text), this);
+  auto* label = new QLabel(Words::Of(text.text), this);
   label->setTextFormat(Qt::PlainText);
   label->setAlignment((Has(text.look, Look::Left) ? Qt::AlignLeft : Qt::AlignHCenter) | Qt::AlignVCenter);
   if (QWidget* buddy = FindWidget(text.buddy)) label->setBuddy(buddy);
@@ -95,6 +96,14 @@ void FormView::resizeEvent(QResizeEvent* event) {
   }
 }
 
+bool FormView::event(QEvent* event) {
+  if (event->type() == QEvent::ApplicationPaletteChange) {  // another scheme
+    for (const auto& view : views_) view->Recolor();
+    Apply();
+  }
+  return QWidget::event(event);
+}
+
 void FormView::contextMenuEvent(QContextMenuEvent* event) {
   if (around_ == nullptr) return event->ignore();
   auto* menu = new QMenu(this);
@@ -102,7 +111,7 @@ void FormView::contextMenuEvent(QContextMenuEvent* event) {
   menu->setFont(FontOfPixels(std::max(15, Letters(12, Look::Plain).pixelSize()), false));
   for (const Control& entry : form_.Controls()) {
     if (entry.Kind() != ControlKind::Menu) continue;
-    QAction* action = menu->addAction(ToQString(entry.Caption()));
+    QAction* action = menu->addAction(Words::Of(entry.Caption()));
     action->setEnabled(entry.Enabled());
     connect(action, &QAction::triggered, this, [this, &entry] {
       FinishTyping();
@@ -141,7 +150,11 @@ void FormView::Arrange() {
   }
   for (const auto& [text, label] : texts_) {
     label->setGeometry(Scaled(text->rect));
-    label->setFont(Letters(text->points, text->look));
+    const QString bare = label->text().remove(QLatin1Char('&'));
+    const QFont full = Letters(text->points, text->look);
+    const bool oneLine = !bare.contains(QLatin1Char('\n'));
+    const int least = Letters(std::min(text->points, 10.0), text->look).pixelSize();
+    label->setFont(oneLine ? FitFont(full, bare, label->width() - 2, least) : full);
   }
   FitRow();
   PlaceAnchored();
@@ -174,7 +187,7 @@ void FormView::FitRow() {
   };
   for (const ControlView* view : row_) {
     if (!view->Of().Visible()) continue;
-    const QString caption = ToQString(view->Of().Caption());
+    const QString caption = Words::Of(view->Of().Caption());
     if (advance(caption) > advance(widest)) widest = caption;
     width = std::min(width, view->Widget()->width() - kEdges);
   }
@@ -232,7 +245,7 @@ void FormView::PlaceStacks() {
   for (const auto& [cell, marks] : stacks) {
     const auto tooWide = [room = cell->Widget()->width() - 4](const ControlView* mark) {
       const QFontMetrics metrics(mark->Widget()->font());
-      return metrics.horizontalAdvance(ToQString(mark->Of().Caption())) > room;
+      return metrics.horizontalAdvance(Words::Of(mark->Of().Caption())) > room;
     };
     const int lines = std::any_of(marks.begin(), marks.end(), tooWide) ? 2 : 1;
     const int count = static_cast<int>(marks.size());

@@ -44,6 +44,7 @@ class FormView : public QWidget {
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
+  bool event(QEvent* event) override;
   // A panel has no menu bar: its menu entries are offered where the operator asks for them.
   void contextMenuEvent(QContextMenuEvent* event) override;
 

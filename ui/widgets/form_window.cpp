@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "ui/widgets/look.h"
+#include "ui/words.h"
 
 namespace quorvane {
 
@@ -27,7 +28,7 @@ FormWindow::FormWindow(Form& form, FormDesign design, Door& door, QSize minimum,
 }
 
 void FormWindow::Follow() {
-  setWindowTitle(ToQString(Of().Caption()));
+  setWindowTitle(Words::Of(Of().Caption()));
   menu_->Apply();
   if (Of().Visible() == isVisible()) return;
   if (!Of().Visible()) return hide();

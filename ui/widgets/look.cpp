@@ -8,6 +8,7 @@
 #include <QProxyStyle>
 #include <QStyleFactory>
 #include <QStyleOption>
+#include <QToolTip>
 #include <algorithm>
 #include <cmath>
 
@@ -20,10 +21,6 @@ double Luminance(const QColor& color) {
   };
   return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
 }
-
-constexpr QColor kEdge(0x30, 0x30, 0x30);
-constexpr QColor kFaintEdge(0x88, 0x88, 0x88);
-constexpr QColor kFocusColor(0x10, 0x4E, 0xB4);
 
 class ConsoleStyle : public QProxyStyle {
  public:
@@ -62,38 +59,43 @@ class ConsoleStyle : public QProxyStyle {
   // Filled, not drawn with a pen, which loses an edge at fractional scales of the screen.
   void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                    const QWidget* widget) const override {
-    if (element == CE_FocusFrame) return painter->fillRect(option->rect, kFocusColor);
+    if (element == CE_FocusFrame) return painter->fillRect(option->rect, Colors().focus);
     const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
     if (element != CE_ShapedFrame || frame == nullptr || frame->frameShape != QFrame::Box) {
       return QProxyStyle::drawControl(element, option, painter, widget);
     }
     const int line = frame->lineWidth;
     const QRegion edges = QRegion(frame->rect) - frame->rect.adjusted(line, line, -line, -line);
-    for (const QRect& edge : edges) painter->fillRect(edge, kEdge);
+    for (const QRect& edge : edges) painter->fillRect(edge, Colors().edge);
   }
 };
 
 // Fusion draws an outline in a darker shade of the window's colour, which the sun washes out.
 QPalette Outlined(QPalette palette) {
   constexpr int kShade = 140;  // percent, of Fusion
-  palette.setColor(QPalette::Window, kEdge.lighter(kShade));
-  palette.setColor(QPalette::Disabled, QPalette::Window, kFaintEdge.lighter(kShade));
+  palette.setColor(QPalette::Window, Colors().edge.lighter(kShade));
+  palette.setColor(QPalette::Disabled, QPalette::Window, Colors().faintEdge.lighter(kShade));
   return palette;
 }
 
-QPalette OutdoorPalette() {
-  const QColor face = ToQColor(kButtonFace);
-  QPalette palette(Qt::black, face, Qt::white, QColor(0x80, 0x80, 0x80), QColor(0xC0, 0xC0, 0xC0), Qt::black,
-                   Qt::white, Qt::white, face);
-  palette.setColor(QPalette::Highlight, kFocusColor);
-  palette.setColor(QPalette::HighlightedText, Qt::white);
-  palette.setColor(QPalette::ToolTipBase, Qt::white);
-  palette.setColor(QPalette::ToolTipText, Qt::black);
-  const QColor faint(0x66, 0x66, 0x66);
+QPalette SchemePalette() {
+  const QColor face = Shown(kButtonFace);
+  const QColor field = Shown(kWindow);
+  const QColor text = Shown(kWindowText);
+  const bool dark = CurrentScheme() == Scheme::Dark;
+  QPalette palette(text, face, dark ? face.lighter(170) : Qt::white, face.darker(190), face.darker(125), text,
+                   text, field, face);
+  palette.setColor(QPalette::AlternateBase, dark ? QColor(0x1E, 0x1E, 0x1E) : face);
+  palette.setColor(QPalette::Highlight, Colors().focus);
+  palette.setColor(QPalette::HighlightedText, ReadableOn(Colors().focus, field));
+  palette.setColor(QPalette::ToolTipBase, field);
+  palette.setColor(QPalette::ToolTipText, text);
+  palette.setColor(QPalette::Link, Colors().focus);
   for (const QPalette::ColorRole role :
        {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::PlaceholderText}) {
-    palette.setColor(QPalette::Disabled, role, faint);
+    palette.setColor(QPalette::Disabled, role, Colors().faintText);
   }
+  palette.setColor(QPalette::PlaceholderText, Colors().faintText);
   palette.setColor(QPalette::Disabled, QPalette::Base, face);
   return palette;
 }
@@ -114,13 +116,13 @@ double Contrast(const QColor& a, const QColor& b) {
 
 QColor ReadableOn(const QColor& background, const QColor& text) {
   constexpr double kLeastSeen = 1.5;  // below, there is no hue to keep
-  constexpr double kLeastContrast = 4.5;
+  const double leastContrast = Colors().contrast;
   constexpr int kHueSteps = 20;
   const QColor end =
       Contrast(background, Qt::black) >= Contrast(background, Qt::white) ? Qt::black : Qt::white;
   if (Contrast(background, text) < kLeastSeen) return end;
   QColor shown = text;
-  for (int step = 1; step <= kHueSteps && Contrast(background, shown) < kLeastContrast; ++step) {
+  for (int step = 1; step <= kHueSteps && Contrast(background, shown) < leastContrast; ++step) {
     const auto mixed = [step](int from, int to) { return from + (to - from) * step / kHueSteps; };
     shown = QColor(mixed(text.red(), end.red()), mixed(text.green(), end.green()),
                    mixed(text.blue(), end.blue()));
@@ -128,14 +130,29 @@ QColor ReadableOn(const QColor& background, const QColor& text) {
   return shown;
 }
 
-void DressApplication() {
-  const QPalette palette = OutdoorPalette();
-  QApplication::setStyle(new ConsoleStyle);
-  QApplication::setPalette(palette);
+bool ThemeIsDark() {
+  static const bool dark = QApplication::palette().color(QPalette::Window).lightness() < 128;
+  return dark;
+}
+
+void DressApplication(Scheme scheme) {
+  ThemeIsDark();  // looks once
+  SetScheme(scheme);
+  if (dynamic_cast<ConsoleStyle*>(QApplication::style()) == nullptr) {
+    QApplication::setStyle(new ConsoleStyle);
+    QApplication::setFont(FontOfPixels(16, false));
+  }
+  const QPalette palette = SchemePalette();
+  QToolTip::setPalette(palette);
+  QApplication::setPalette(palette);  // forgets those of the kinds
   for (const char* kind : {"QAbstractButton", "QLineEdit", "QComboBox"}) {
     QApplication::setPalette(Outlined(palette), kind);
   }
-  QApplication::setFont(FontOfPixels(16, false));
+  // Qt has told of the change before it was complete.
+  for (QWidget* widget : QApplication::allWidgets()) {
+    QEvent changed(QEvent::ApplicationPaletteChange);
+    QCoreApplication::sendEvent(widget, &changed);
+  }
 }
 
 void RingFocus(QWidget& window) {

@@ -8,23 +8,28 @@
 #include <string>
 
 #include "base/color.h"
+#include "ui/widgets/scheme.h"
 
 class QWidget;
 
 namespace quorvane {
 
+// As on paper; what is on the screen is Shown.
 QColor ToQColor(Color color);
 
-// The text colour, as much darker or lighter as it takes to be read on that background (a contrast of 4.5).
-// The race logic picks both colours one by one, and some pairs (red on green) are hard to read outdoors.
+// The text colour, as much darker or lighter as it takes to be read on that background (a contrast of 4.5,
+// more outdoors). The race logic picks both colours one by one, and some pairs (red on green) are hard to
+// read outdoors.
 QColor ReadableOn(const QColor& background, const QColor& text);
 
 // Contrast of two colours as a ratio of luminances, 1..21.
 double Contrast(const QColor& a, const QColor& b);
 
-// The console's style, palette and font: dark on light whatever the desktop's theme says, to be read in the
-// sun.
-void DressApplication();
+// The console's style, font and colours, whatever the desktop's theme says; again for another scheme, which
+// all windows follow.
+void DressApplication(Scheme scheme = Scheme::Light);
+// Whether the desktop's theme was dark before the program was dressed for the first time.
+bool ThemeIsDark();
 
 // Puts a dark ring around the control of the window that has the focus.
 void RingFocus(QWidget& window);

@@ -4,7 +4,7 @@
 #include <QMenu>
 
 #include "ui/widgets/control_view.h"
-#include "ui/widgets/look.h"
+#include "ui/words.h"
 
 namespace quorvane {
 
@@ -44,8 +44,8 @@ void MenuView::SetShortcut(const Control& control, const QString& keys) {
 void MenuView::Apply() {
   for (const auto [control, entry] : entries_.asKeyValueRange()) {
     const bool line = control->Caption() == "-";
-    entry->setText(line ? QString() : ToQString(control->Caption()));
-    entry->setToolTip(ToQString(control->ToolTip()));
+    entry->setText(line ? QString() : Words::Of(control->Caption()));
+    entry->setToolTip(Words::Of(control->ToolTip()));
     entry->setEnabled(control->Enabled());
     entry->setVisible(control->Visible());
     entry->setSeparator(line);

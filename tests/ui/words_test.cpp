@@ -1,0 +1,166 @@
+#include "ui/words.h"
+
+#include <QAction>
+#include <QDialog>
+#include <QLabel>
+#include <QMenu>
+#include <QRegularExpression>
+#include <map>
+#include <set>
+
+#include "tests/ui/fixture.h"
+#include "ui/printing/qt_printer.h"
+#include "ui/results_window.h"
+#include "ui/scoreboard.h"
+#include "ui/session_recording.h"
+#include "ui/view_menu.h"
+#include "ui/word_patterns.h"
+
+namespace quorvane {
+namespace {
+
+// Before the windows are made.
+struct InGerman {
+  InGerman() { Words::Speak("de_AT"); }
+  ~InGerman() { Words::Speak("en"); }
+};
+
+TEST(WordsTest, TextIsToldWholeOrByPatternOrInPartsAndWhatIsUnknownStands) {
+  const auto told = [](const char* english) { return Words::Of(english).toStdString(); };
+  EXPECT_EQ(told("Waiting"), "Waiting");
+  const InGerman german;
+  const std::map<const char*, const char*> kTold = {
+      {"Waiting", "Warten"},
+      {" Low Green", " Unten Grün"},
+      {"12.3", "12.3"},
+      {"Race 7 REFLY AMEND", "Rennen 7 NEUFLUG BERICHTIGEN"},
+      {"&Undo strike of cut P2, lane 3", "&Rückgängig: Streichung von Cut P2, Bahn 3"},
+      {"Quorvane - Lap (a.ini) - ", "Quorvane - Lap (a.ini) - "},  // the event is called so
+      {"Race 7 is in the project already: saved as 8;Race 8 is in the project already: saved as 9",
+       "Rennen 7 steht schon im Projekt: gespeichert als 8; Rennen 8 steht schon im Projekt: gespeichert als "
+       "9"},
+      {"Race 7, heat 3, round 2, 4 laps on lane 1, 1 lap on lane 2, 5 minutes ago\n\nRecover this race?",
+       "Rennen 7, Lauf 3, Durchgang 2, 4 Runden auf Bahn 1, 1 Runde auf Bahn 2, vor 5 Minuten\n\nDieses "
+       "Rennen "
+       "wiederherstellen?"},
+      {"Silent: Judges 2", "Stumm: Richter 2"},
+      {"Silent: P2 DS, never: P1", "Stumm: P2 DS, nie: P1"},
+      {"COM5 does not open. Another program is using /dev/a.",
+       "COM5 lässt sich nicht öffnen. Ein anderes Programm benutzt /dev/a."},
+      {"Recovered: 3.10 s not judged; after its end. Amended once. Corrected 2 times.",
+       "Wiederhergestellt: 3.10 s nicht gewertet; nach seinem Ende. einmal berichtigt. 2-mal korrigiert."},
+      {"3\t12.34\tCut withdrawn P2\thand", "3\t12.34\tCut zurückgenommen P2\tHand"},
+      {"What nobody has translated", "What nobody has translated"}};
+  for (const auto& [english, expected] : kTold) EXPECT_EQ(told(english), expected);
+  EXPECT_EQ(Words::WithMnemonic("Save", 'v'), "S&peichern");
+  EXPECT_EQ(Words::WithMnemonic("P & Q", 'q'), "P && &Q");
+}
+
+TEST(WordsTest, EveryPatternHasItsTranslationWithTheSamePlaces) {
+  const InGerman german;
+  for (const WordPattern& pattern : kWordPatterns) {
+    QString filled = QString::fromUtf8(pattern.text);
+    std::size_t places = 0;
+    for (const char* at = pattern.text; *at != 0; ++at) places += *at == '%' ? 1 : 0;
+    std::string kinds = pattern.places;
+    kinds.resize(places, 'n');
+    const auto inPlace = [&](std::size_t i) {
+      return kinds[i - 1] == 'w' ? QStringLiteral("turn") : QString::number(70 + i);
+    };
+    for (std::size_t i = 1; i <= places; ++i) filled.replace("%" + QString::number(i), inPlace(i));
+    EXPECT_TRUE(Words::Know(filled)) << filled.toStdString();
+    for (std::size_t i = 1; i <= places; ++i) {
+      EXPECT_TRUE(Words::Of(filled).contains(Words::Of(inPlace(i)))) << pattern.text;
+    }
+  }
+}
+
+class GermanTest : protected InGerman, public ProgramTest {
+ protected:
+  GermanTest() { UsePort5(); }
+
+  // Names, technical figures and what others have written.
+  static bool StandsInEveryLanguage(const QString& text) {
+    static const QRegularExpression kSo(
+        "^RaceHorse$|Demonstration|test\\.ini|=0x|^Qt |GCC|Clang|"
+        "offscreen|^/");
+    return kSo.match(text).hasMatch();
+  }
+  void ExpectAllKnown(const char* state) {
+    Settle();
+    for (const QString& text : Words::Unknown()) {
+      EXPECT_TRUE(StandsInEveryLanguage(text)) << "no German while " << state << ": " << text.toStdString();
+    }
+  }
+
+  ViewMenu view{windows.Console(), settings};
+  ResultsWindow results{program, windows};
+  Scoreboard scoreboard{program, windows};
+  SessionRecording recording{program, windows};
+  QtHeatPrinter printer{program, &windows.Console()};
+};
+
+TEST_F(GermanTest, EveryTextThatIsShownHasItsGerman) {
+  Load();
+  recording.Begin({}, InFolder("a.journal"));
+  for (const char* menu : {"mnuTimerSettings", "mnuKeyboard", "mnuAbout", "mnuLog", "mnuResults",
+                           "mnuScoreboard", "mnuPrintPreview", "mnuRecordSession"}) {
+    Click(std::string("frmJudge.") + menu);
+  }
+  Click("frmSerialPort.cmdMore");
+  delete OpenPrinterSetup({}, {}, settings, &windows.Console());
+  ExpectAllKnown("waiting");
+  Click("frmJudge.cmdStart");
+  for (int lane = 0; lane < 4; ++lane) {
+    program.lane(lane).DoLap(6000, 2000);
+    program.lane(lane).DoCut("11", lane, 6500 + lane);
+    program.lane(lane).DoTurn(4, 7000, 2000);
+  }
+  ExpectAllKnown("flying");
+  Click("frmJudge.mnuUndo");
+  Click("frmLog.cmdStrike");
+  program.judge().FinalizeRace();
+  Click("frmJudge.cmdReorder");
+  ExpectAllKnown("finished");
+  Click("frmJudge.cmdSave");
+  Click("frmJudge.cmdDecHeat");
+  Click("frmJudge.mnuAmend");
+  Click("frmJudge.mnuProtestSheet");
+  ExpectAllKnown("amending");
+}
+
+// Letters of one menu, or of one window with its menu bar.
+void ExpectLettersOnce(const QStringList& texts, const QString& where) {
+  std::set<QChar> used;
+  for (const QString& text : texts) {
+    const qsizetype at = QString(text).replace("&&", "  ").indexOf('&');
+    const bool once = at < 0 || used.insert(text[at + 1].toLower()).second;
+    EXPECT_TRUE(once) << (where + ": " + text).toStdString();
+  }
+}
+
+TEST_F(GermanTest, LettersForAltAreThereAndUsedOnceInEachWindowAndMenu) {
+  Load();
+  for (QWidget* window : QApplication::topLevelWidgets()) {
+    const auto* form = dynamic_cast<FormWindow*>(window);
+    QStringList texts;
+    for (const QMenu* menu : window->findChildren<QMenu*>()) {
+      QStringList entries;
+      for (const QAction* entry : menu->actions()) entries << entry->text();
+      ExpectLettersOnce(entries, menu->title());
+    }
+    if (form == nullptr) continue;
+    for (const QAction* menu : form->Menu()->actions()) texts << menu->text();
+    for (const QLabel* word : form->View().findChildren<QLabel*>())
+      texts << (word->buddy() ? word->text() : "");
+    for (const Place& place : form->View().Design().places) {
+      if (place.mnemonic == 0) continue;
+      texts << form->View().FindWidget(place.name)->property("text").toString();
+      EXPECT_TRUE(texts.back().contains('&')) << texts.back().toStdString();
+    }
+    ExpectLettersOnce(texts, window->windowTitle());
+  }
+}
+
+}  // namespace
+}  // namespace quorvane
