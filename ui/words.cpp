@@ -20,8 +20,8 @@ namespace quorvane {
 namespace {
 
 constexpr const char* kContext = "Quorvane";
-constexpr int kDeepest = 6;  // words within words
 constexpr qsizetype kMostKept = 4000;
+constexpr int kMostTries = 20000;  // for one text: whatever it is, the window must not stand still for it
 
 struct Told {
   QString text;
@@ -32,6 +32,7 @@ struct Pattern {
   std::vector<QString> between;  // what stands before, between and behind the places
   QString translation;
   const char* places;
+  bool lines;  // has several; no other pattern goes over the end of a line
 
   char Place(std::size_t index) const {
     const std::size_t said = std::char_traits<char>::length(places);
@@ -44,6 +45,8 @@ struct Language {
   QTranslator qt;  // the toolkit's own, for its boxes
   std::vector<Pattern> patterns;
   QHash<QString, Told> kept;
+  QHash<QString, Told> parts;  // of the text that is looked up now
+  int tries = 0;               // for it
   bool spoken = false;
 };
 
@@ -52,7 +55,7 @@ Language& Spoken() {
   return language;
 }
 
-Told Tell(const QString& english, int depth);
+Told TellPart(const QString& english);
 
 bool IsNumber(QStringView text) {
   return std::all_of(text.begin(), text.end(),
@@ -75,23 +78,25 @@ bool IsCode(const QString& text) {
 }
 
 // What stands in a place of that kind, in the operator's language; null where the pattern does not fit.
-QString InPlace(char kind, const QString& text, int depth) {
+QString InPlace(char kind, const QString& text) {
   if (text.isEmpty() || (kind == 'n' && !IsNumber(text))) return {};
   if (kind == 'w' && text.endsWith(QLatin1Char('.'))) return {};  // belongs to the sentence
   if (kind == 'n' || kind == 't') return text;
-  const Told told = Tell(text, depth + 1);
+  const Told told = TellPart(text);
   return kind == 'e' || told.known ? told.text : QString();
 }
 
 // What stands in the places from that one on, when `text` begins with the first of them.
-bool Fill(const Pattern& pattern, std::size_t place, const QString& text, int depth, QStringList& filled) {
+bool Fill(const Pattern& pattern, std::size_t place, const QString& text, QStringList& filled) {
   const QString& behind = pattern.between[place + 1];
   const bool last = place + 2 == pattern.between.size();
+  if (last && !text.endsWith(behind)) return false;
   qsizetype end = last ? text.size() - behind.size() : text.indexOf(behind, 1);
   for (; end > 0; end = last ? -1 : text.indexOf(behind, end + 1)) {
-    const QString rest = text.mid(end + behind.size());
-    if (last ? !text.endsWith(behind) : !Fill(pattern, place + 1, rest, depth, filled)) continue;
-    const QString part = InPlace(pattern.Place(place), text.left(end), depth);
+    if (++Spoken().tries > kMostTries) return false;
+    if (pattern.Place(place) == 'n' && !IsNumber(text.left(end))) continue;
+    if (!last && !Fill(pattern, place + 1, text.mid(end + behind.size()), filled)) continue;
+    const QString part = InPlace(pattern.Place(place), text.left(end));
     if (!part.isNull()) {
       filled.prepend(part);
       return true;
@@ -115,11 +120,15 @@ QString Filled(const QString& translation, const QStringList& parts) {
   return text;
 }
 
-Told ByPattern(const QString& english, int depth) {
+Told ByPattern(const QString& english) {
+  const bool lines = english.contains(QLatin1Char('\n'));
   for (const Pattern& pattern : Spoken().patterns) {
-    if (!english.startsWith(pattern.between.front()) || !english.endsWith(pattern.between.back())) continue;
+    if (pattern.lines != lines || !english.startsWith(pattern.between.front()) ||
+        !english.endsWith(pattern.between.back())) {
+      continue;
+    }
     QStringList parts;
-    if (Fill(pattern, 0, english.mid(pattern.between.front().size()), depth, parts)) {
+    if (Fill(pattern, 0, english.mid(pattern.between.front().size()), parts)) {
       return {Filled(pattern.translation, parts), true};
     }
   }
@@ -127,11 +136,11 @@ Told ByPattern(const QString& english, int depth) {
 }
 
 // Each part for itself, with what parts them.
-Told InParts(const QString& english, const QString& mark, int depth) {
+Told InParts(const QString& english, const QString& mark) {
   Told all{{}, true};
   QStringList told;
   for (const QString& part : english.split(mark)) {
-    const Told one = Tell(part, depth + 1);
+    const Told one = TellPart(part);
     told << one.text;
     all.known = all.known && one.known;
   }
@@ -139,32 +148,46 @@ Told InParts(const QString& english, const QString& mark, int depth) {
   return all;
 }
 
-Told LookUp(const QString& english, int depth) {
-  const QString whole = Spoken().words.translate(kContext, english.toUtf8().constData());
-  if (!whole.isNull()) return {whole, true};
-  if (depth >= kDeepest) return {english, false};
-  if (const Told told = ByPattern(english, depth); told.known) return told;
+Told Whole(const QString& english) {
+  const QString text = Spoken().words.translate(kContext, english.toUtf8().constData());
+  return text.isNull() ? Told{english, false} : Told{text, true};
+}
+
+Told LookUp(const QString& english) {
+  if (const Told told = Whole(english); told.known) return told;
+  if (const Told told = ByPattern(english); told.known) return told;
   for (const char* mark : {"\n", "\t", ". "}) {
     const QString parted = QString::fromLatin1(mark);
-    if (english.contains(parted)) return InParts(english, parted, depth);
+    if (english.contains(parted)) return InParts(english, parted);
   }
   if (!english.endsWith(QLatin1Char('.'))) return {english, IsCode(english)};
-  Told told = Tell(english.chopped(1), depth + 1);
+  Told told = TellPart(english.chopped(1));
   told.text += QLatin1Char('.');
   return told;
 }
 
 // Blanks around it stay.
-Told Tell(const QString& english, int depth) {
+Told TellPart(const QString& english) {
+  if (HasNoWord(english)) return {english, true};
+  const QHash<QString, Told>& seen = Spoken().parts;
+  if (const auto found = seen.constFind(english); found != seen.constEnd()) return *found;
+  const QString core = english.trimmed();
+  Told told = LookUp(core);
+  const qsizetype before = english.indexOf(core);
+  told.text = english.left(before) + told.text + english.mid(before + core.size());
+  Spoken().parts.insert(english, told);
+  return told;
+}
+
+Told Tell(const QString& english) {
   if (HasNoWord(english)) return {english, true};
   QHash<QString, Told>& kept = Spoken().kept;
   if (const auto found = kept.constFind(english); found != kept.constEnd()) return *found;
-  const QString core = english.trimmed();
-  Told told = LookUp(core, depth);
-  const qsizetype before = english.indexOf(core);
-  told.text = english.left(before) + told.text + english.mid(before + core.size());
+  Spoken().parts.clear();
+  Spoken().tries = 0;
+  const Told told = TellPart(english);
   if (kept.size() >= kMostKept) kept.clear();
-  if (depth == 0) kept.insert(english, told);
+  kept.insert(english, told);
   return told;
 }
 
@@ -173,8 +196,9 @@ void ReadPatterns(Language& language) {
   for (const WordPattern& source : kWordPatterns) {
     const QString translation = language.words.translate(kContext, source.text);
     if (translation.isNull()) continue;
-    Pattern pattern{{}, translation, source.places};
-    const QStringList parts = QString::fromUtf8(source.text).split(QLatin1Char('%'));
+    const QString text = QString::fromUtf8(source.text);
+    Pattern pattern{{}, translation, source.places, text.contains(QLatin1Char('\n'))};
+    const QStringList parts = text.split(QLatin1Char('%'));
     for (const QString& part : parts) pattern.between.push_back(part.mid(pattern.between.empty() ? 0 : 1));
     language.patterns.push_back(std::move(pattern));
   }
@@ -213,7 +237,7 @@ QString Words::OfSystem() {
 }
 
 QString Words::Of(const QString& english) {
-  return Spoken().spoken ? Tell(english, 0).text : english;
+  return Spoken().spoken ? Tell(english).text : english;
 }
 
 QString Words::Of(const std::string& english) {
@@ -223,12 +247,12 @@ QString Words::Of(const std::string& english) {
 QString Words::WithMnemonic(const std::string& english, char letter) {
   const QString caption = ToQString(english).replace(QLatin1Char('&'), QLatin1String("&&"));
   const QString marked = Marked(caption, letter);
-  if (!Spoken().spoken || (marked != caption && LookUp(marked, kDeepest).known)) return Of(marked);
+  if (!Spoken().spoken || (marked != caption && Whole(marked).known)) return Of(marked);
   return Marked(Of(caption), letter);
 }
 
 bool Words::Know(const QString& english) {
-  return Spoken().spoken && Tell(english, 1).known;
+  return Spoken().spoken && Tell(english).known;
 }
 
 QStringList Words::Unknown() {

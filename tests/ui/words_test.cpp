@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QDialog>
+#include <QElapsedTimer>
 #include <QLabel>
 #include <QMenu>
 #include <QRegularExpression>
@@ -50,8 +51,19 @@ TEST(WordsTest, TextIsToldWholeOrByPatternOrInPartsAndWhatIsUnknownStands) {
       {"Recovered: 3.10 s not judged; after its end. Amended once. Corrected 2 times.",
        "Wiederhergestellt: 3.10 s nicht gewertet; nach seinem Ende. einmal berichtigt. 2-mal korrigiert."},
       {"3\t12.34\tCut withdrawn P2\thand", "3\t12.34\tCut zurückgenommen P2\tHand"},
+      {"Enter the lane color assignments (1-8) :\nCurrent assignment (1)\n\nChoices are:\n    1 - Low Green, "
+       "Low "
+       "Red, High Green, High Red\n    6 - High Red, High Blue, High Green",
+       "Welche Farben haben die Bahnen (1-8)?\nJetzige Zuordnung (1)\n\nZur Wahl stehen:\n    1 - Unten "
+       "Grün, "
+       "Unten Rot, Oben Grün, Oben Rot\n    6 - Oben Rot, Oben Blau, Oben Grün"},
       {"What nobody has translated", "What nobody has translated"}};
   for (const auto& [english, expected] : kTold) EXPECT_EQ(told(english), expected);
+  const QString endless = QString("a, b - c: d; Lap 1, lane 2 (e) ").repeated(60);
+  QElapsedTimer clock;
+  clock.start();
+  EXPECT_EQ(Words::Of(endless), endless);
+  EXPECT_LT(clock.elapsed(), 2000);
   EXPECT_EQ(Words::WithMnemonic("Save", 'v'), "S&peichern");
   EXPECT_EQ(Words::WithMnemonic("P & Q", 'q'), "P && &Q");
 }

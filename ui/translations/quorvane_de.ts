@@ -237,7 +237,7 @@
     </message>
     <message>
         <source>Ro&amp;und</source>
-        <translation>D&amp;urchgang</translation>
+        <translation>D&amp;urchg.</translation>
     </message>
     <message>
         <source>&amp;Comments</source>

@@ -68,7 +68,7 @@ void ControlView::Act(EventKind kind, std::string text, int number) {
 // The accessible name. A label's says what it shows, too.
 void ControlView::Speak() {
   QString name = Words::Of(Design().spoken);
-  const QString caption = Caption().trimmed();
+  const QString caption = Caption();
   if (name.isEmpty()) {
     name = caption.isEmpty() ? QString::fromStdString(Of().Name()) : caption;
   } else if (Of().Kind() == ControlKind::Label && !caption.isEmpty()) {
