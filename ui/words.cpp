@@ -154,8 +154,8 @@ Told Whole(const QString& english) {
 }
 
 Told LookUp(const QString& english) {
-  if (const Told told = Whole(english); told.known) return told;
-  if (const Told told = ByPattern(english); told.known) return told;
+  if (Told told = Whole(english); told.known) return told;
+  if (Told told = ByPattern(english); told.known) return told;
   for (const char* mark : {"\n", "\t", ". "}) {
     const QString parted = QString::fromLatin1(mark);
     if (english.contains(parted)) return InParts(english, parted);
@@ -185,7 +185,7 @@ Told Tell(const QString& english) {
   if (const auto found = kept.constFind(english); found != kept.constEnd()) return *found;
   Spoken().parts.clear();
   Spoken().tries = 0;
-  const Told told = TellPart(english);
+  Told told = TellPart(english);
   if (kept.size() >= kMostKept) kept.clear();
   kept.insert(english, told);
   return told;
