@@ -33,6 +33,10 @@ struct FieldOptions {
   bool count = true;       // 60-second count; without it the starter's clock begins at 60000
   bool hold = false;       // hold the count at 56000 for three seconds
   bool quick = false;      // short laps
+  std::int64_t pause = 0;  // ms by which the starter idles longer between two heats
+  // Race clock at which the starter restarts, in the first heat: it is off for three seconds, has forgotten
+  // the race, and the heat is flown again from its beginning.
+  std::optional<std::int64_t> restart = {};
   LineOptions line = {};
 
   // No starter and no timers: the stations follow a console, and `heats` counts the races it runs.
@@ -125,6 +129,7 @@ class Field {
   void FlyCut(std::size_t lane, const PlannedCut& cut);
   void StarterHearsCut(std::size_t lane, const PlannedCut& cut);
   void StopRace();
+  void RestartStarter();
   void EndHeat();
   void Conclude(HeatResult& result);
   void EndSoon(std::int64_t us) {
@@ -146,6 +151,7 @@ class Field {
   std::int64_t now_us_ = 0;
 
   Phase phase_ = Phase::kIdle;
+  int start_ = 0;  // counts the starts: what was to come of an earlier one no longer happens
   bool begun_ = false;
   bool done_ = false;
   bool reminder_due_ = false;

@@ -9,6 +9,7 @@ namespace {
 
 constexpr std::int64_t kHoldAt = 56'000 * kMs;
 constexpr std::int64_t kHoldFor = 3'000 * kMs;
+constexpr std::int64_t kRestartFor = 3'000 * kMs;
 constexpr std::int64_t kEarliestStop = 66'500 * kMs;  // a stop within the first 65 s would be a reset
 constexpr std::int64_t kLapLight = 2'000 * kMs;
 constexpr std::int64_t kTurnLight = 800 * kMs;
@@ -32,7 +33,8 @@ void Field::PrepareHeat() {
   for (std::size_t i = 0; i < plan_.lanes.size(); ++i) {
     result_.lanes.push_back({.lane = static_cast<int>(i) + 1});
   }
-  At(now_us_ + (options_.quick ? 3'000 : 4'000) * kMs, [this] { StartRace(); });
+  const std::int64_t pause = result_.heat > 1 ? options_.pause : 0;
+  At(now_us_ + ((options_.quick ? 3'000 : 4'000) + pause) * kMs, [this] { StartRace(); });
 }
 
 // Told in quick succession, so that a lost frame does not cost the first seconds of the count.
@@ -42,19 +44,29 @@ void Field::StartRace() {
 }
 
 void Field::ScheduleFlights() {
+  const auto later = [this, start = ++start_](std::int64_t us, std::function<void()> action) {
+    At(us, [this, start, action = std::move(action)] {
+      if (start == start_) action();
+    });
+  };
+  if (options_.restart) {
+    const std::int64_t first_value = options_.count ? 0 : kStartSignal;
+    later(*clock_start_us_ + std::max(*options_.restart * kMs - first_value, kMs),
+          [this] { RestartStarter(); });
+  }
   for (std::size_t i = 0; i < plan_.lanes.size(); ++i) {
     const LanePlan& lane = plan_.lanes[i];
     for (std::size_t lap = 0; lap < lane.laps.size(); ++lap) {
-      At(LaneMoment(i, lane.laps[lap]), [this, i, lap] { FlyLap(i, lap); });
+      later(LaneMoment(i, lane.laps[lap]), [this, i, lap] { FlyLap(i, lap); });
     }
-    for (const int turn : lane.turns) At(LaneMoment(i, turn), [this, i] { FlyTurn(i); });
+    for (const int turn : lane.turns) later(LaneMoment(i, turn), [this, i] { FlyTurn(i); });
     for (const PlannedCut& cut : lane.cuts) {
       const std::int64_t seen = LaneMoment(i, cut.time);
-      At(seen, [this, i, cut] { FlyCut(i, cut); });
-      At(seen + kJudgeToStarter, [this, i, cut] { StarterHearsCut(i, cut); });
+      later(seen, [this, i, cut] { FlyCut(i, cut); });
+      later(seen + kJudgeToStarter, [this, i, cut] { StarterHearsCut(i, cut); });
     }
   }
-  At(RaceEnd(), [this] { StopRace(); });
+  later(RaceEnd(), [this] { StopRace(); });
 }
 
 // The starter waits until every lane is finished: a while after its last lap.
@@ -101,6 +113,19 @@ void Field::StarterHearsCut(std::size_t lane, const PlannedCut& cut) {
   lanes_[lane].starter_cuts = lanes_[lane].judged_cuts;
   result_.lanes[lane].cuts.push_back({cut.pylon, cut.time, -1});
   Speak({Topic::kRace, kStarter});
+}
+
+// It knows nothing of a race when it is back, and those who wait for it begin anew.
+void Field::RestartStarter() {
+  options_.restart.reset();
+  ++start_;
+  phase_ = Phase::kIdle;
+  clock_start_us_.reset();
+  lanes_ = {};
+  result_.lanes.clear();
+  options_.silent.push_back(
+      {.station = kStarter, .from_ms = now_us_ / kMs, .to_ms = (now_us_ + kRestartFor) / kMs});
+  At(now_us_ + kRestartFor + options_.pause * kMs, [this] { PrepareHeat(); });
 }
 
 // From here on no lap or turn may be lit: the console could book it to the next race.

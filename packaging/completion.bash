@@ -35,7 +35,7 @@ _quorvane_value() {
     'quorvane-field --count') words='on off' ;;
     'quorvane-field --twice') words='P1 P2 P3 ST TM PY DS' ;;
     'quorvane-field --link' | 'quorvane-field --compare') _filedir ;;
-    quorvane-field\ --@(seed|silent|late|starter-at|noise|loss|damage|delay|tolerance)) ;;
+    quorvane-field\ --@(seed|pause|silent|late|restart|starter-at|noise|loss|damage|delay|tolerance)) ;;
     *) return 1 ;;
   esac
   [ -z "$words" ] || mapfile -t COMPREPLY < <(compgen -W "$words" -- "$cur")
@@ -52,7 +52,8 @@ _quorvane() {
     quorvane-results) options+=' --format --bom --output' ;;
     quorvane-replay) options+=' --project --settings --state --frames --dialogs --in-place --verify' ;;
     quorvane-field)
-      options+=' --heats --mode --seed --count --hold --quick --silent --late --twice --controlled --starter-at'
+      options+=' --heats --mode --seed --count --hold --quick --pause --silent --late --twice --restart'
+      options+=' --controlled --starter-at'
       options+=' --noise --loss --damage --split --link --delay --stay --fast --compare --tolerance --lossy'
       ;;
   esac

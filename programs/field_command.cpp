@@ -78,6 +78,8 @@ void AddHeats(Arguments& app, FieldOptions& field) {
                  "on or off: the 60-second count; without it the starter's clock begins at 60000 [on]");
   app.add_flag("--hold", field.hold, "the starter holds the count at 56000 for three seconds");
   app.add_flag("--quick", field.quick, "laps of about four seconds");
+  app.add_option("--pause", field.pause, "ms by which the starter idles longer between two heats [0]")
+      ->check(CLI::Range(std::int64_t{0}, kDay));
 }
 
 void AddStations(Arguments& app, FieldOptions& field) {
@@ -91,11 +93,18 @@ void AddStations(Arguments& app, FieldOptions& field) {
   app.AddRepeated("--twice", "ST", "it answers every poll twice",
                   [&](const std::string& value) { field.twice[StationOf(value)] = true; });
 
+  app.add_option(
+         "--restart", field.restart,
+         "race clock in ms at which the starter restarts in the first heat, having forgotten the race; "
+         "the heat is flown again, and told once")
+      ->check(CLI::Range(std::int64_t{0}, kDay));
+
   app.option_defaults()->group("A console that controls the race");
   app.add_flag("--controlled", field.controlled,
                "no starter and no timers: the stations follow the console, --heats counts its races, and the "
                "JSON tells "
-               "what the stations saw and heard of it");
+               "what the stations saw and heard of it")
+      ->excludes("--restart");
   app.add_option("--starter-at", field.starter_at,
                  "ms after which starter and timers come on the air after all, and idle")
       ->check(CLI::Range(std::int64_t{0}, kDay))

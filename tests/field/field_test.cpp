@@ -1,5 +1,6 @@
 #include "field/field.h"
 
+#include <fmt/ranges.h>
 #include <gtest/gtest.h>
 
 namespace quorvane::field {
@@ -38,6 +39,43 @@ TEST(Field, TellsWhatTheStationsSawOfARaceThatTheConsoleRuns) {
        R"("control":{"frames":6,"odd":1,"first":10000,"last":23000,"starter":null})"}) {
     EXPECT_NE(told.find(piece), std::string::npos) << piece << "\n" << told;
   }
+}
+
+// The starter of the first heat has forgotten it a minute into the course; the same heat is flown again.
+TEST(Field, AStarterThatRestartsFliesItsHeatAgainAndPausesBetweenHeats) {
+  FieldOptions options{.heats = 2, .count = false, .quick = true};
+  const auto fly = [](const FieldOptions& o, std::vector<std::int64_t>& starts) {
+    Field field(o);
+    field.BeginHeats(0);
+    std::string told;
+    std::deque<std::uint8_t> heard;
+    for (bool running = false; !field.Done();) {
+      const std::int64_t now = field.NextDue();
+      for (const Chunk& chunk : field.AdvanceTo(now)) {
+        for (const Frame& frame : Listen(heard, chunk.bytes)) {
+          if (frame[5] != kStarter) continue;
+          const bool runs = Decode(frame).running;
+          if (runs && !running) starts.push_back(now);
+          running = runs;
+        }
+      }
+      for (const HeatResult& result : field.TakeResults()) {
+        for (const LaneResult& lane : result.lanes) told += fmt::format(" {}:{}", result.heat, lane.flown);
+      }
+    }
+    return told;
+  };
+  std::vector<std::int64_t> usual;
+  std::vector<std::int64_t> restarted;
+  const std::string told = fly(options, usual);
+  options.restart = 80000;
+  options.pause = 9000;
+  EXPECT_EQ(fly(options, restarted), told);
+  ASSERT_EQ(usual.size(), 2U);
+  ASSERT_EQ(restarted.size(), 3U);
+  EXPECT_NEAR(static_cast<double>(restarted[1] - restarted[0]), 20000 + 3000 + 9000 + 3000, 200);
+  EXPECT_NEAR(static_cast<double>(restarted[2] - restarted[1]),
+              static_cast<double>(usual[1] - usual[0]) + 9000, 200);
 }
 
 }  // namespace
