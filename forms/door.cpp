@@ -11,7 +11,7 @@ namespace {
 
 bool PassesOpenDialog(EventKind kind) {
   return kind == EventKind::Bytes || kind == EventKind::LineError || kind == EventKind::Ports ||
-         kind == EventKind::Timer || kind == EventKind::Quit;
+         kind == EventKind::Field || kind == EventKind::Timer || kind == EventKind::Quit;
 }
 
 // The procedure that asked cannot go on, because nobody is left to answer. No fault of it.
@@ -179,6 +179,8 @@ void Door::Dispatch(const Event& event) {
       return devices_->LineError(event.number);
     case EventKind::Ports:
       return devices_->PortsChanged(event.numbers);
+    case EventKind::Field:
+      return devices_->FieldChanged(event.number, event.text);
     case EventKind::Quit:
       quit_ = true;
       return devices_->Quit();

@@ -20,6 +20,7 @@ class DeviceEvents {
   virtual void BytesArrived(const std::vector<std::uint8_t>& /*bytes*/) {}
   virtual void LineError(int /*code*/) {}
   virtual void PortsChanged(const std::vector<int>& /*ports*/) {}
+  virtual void FieldChanged(int /*port*/, const std::string& /*trouble*/) {}
   // The program ends, and nobody can be asked: an Ask is a RunTimeError from here on.
   virtual void Quit() {}
   // An event has been handled, with or without an error.
@@ -30,8 +31,8 @@ class DeviceEvents {
 // inside an event; an error in a procedure ends its event, and only that; and a journal can be kept.
 //
 // An event that comes in while another is handled waits its turn. While a dialog box is open, bytes, line
-// errors, ports, timers and the end of the program go through before the event that opened it has ended; the
-// operator's own actions on other windows are dropped, as a modal box has it.
+// errors, ports, the practice field, timers and the end of the program go through before the event that
+// opened it has ended; the operator's own actions on other windows are dropped, as a modal box has it.
 //
 // Nothing enters after the event that ends the program. The event that has opened a box is abandoned then.
 class Door : public EventClock {

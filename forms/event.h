@@ -27,6 +27,7 @@ enum class EventKind : std::uint8_t {
   Bytes,      // bytes: what arrived on the serial port, in one receive event
   LineError,  // number: the serial control's code, 1000 and above
   Ports,      // numbers: the serial ports that exist now, rising
+  Field,      // number: the serial port at which the practice field answers; 0: it does not, text: why
   Quit,       // the system ends the program: by a signal, or with the desktop session
   Timer,      // target: a timer
 };

@@ -246,6 +246,7 @@ constexpr Argument kPort{"a port number from 1 to 31",
                          [](Words& words, const char* expected, Record& record) {
                            record.port = words.Number(1, kLastPort, expected);
                          }};
+constexpr Argument kFieldPort{"a port number from 1 to 31, or 0", Number, ReadNumber<0, kLastPort>};
 constexpr Argument kPorts{
     "port numbers from 1 to 31",
     [](const Record& record) { return fmt::format("{}", fmt::join(record.event.numbers, " ")); },
@@ -310,6 +311,7 @@ const Verb kVerbs[] = {
     {"rx", Kind::Input, EventKind::Bytes, {kBytes}},
     {"line", Kind::Input, EventKind::LineError, {kLineError}},
     {"ports", Kind::Input, EventKind::Ports, {kPorts}},
+    {"field", Kind::Input, EventKind::Field, {kFieldPort, kErrorText}},
     {"quit", Kind::Input, EventKind::Quit, {}, true},
     {"timer", Kind::Input, EventKind::Timer, {kControl}},
     {"answer", Kind::Answer, {}, {kAnswer}, true},
