@@ -18,7 +18,8 @@ JudgeControls::JudgeControls(Forms& forms) : Form(forms, "frmJudge") {
   lblNotSaved.SetBackColor(kRed);
   lblController.SetBackColor(Color::Rgb(0xFFC840));
   lblSilent.SetForeColor(kRed);
-  for (Control* control : {&lblNotSaved, &lblController, &lblNotice, &lblSilent, &chkAudio}) {
+  lblPractice.SetBackColor(Color::Rgb(0xFFC840));
+  for (Control* control : {&lblNotSaved, &lblPractice, &lblController, &lblNotice, &lblSilent, &chkAudio}) {
     control->SetVisible(false);
   }
   cboRaceMode.SetItems({kRaceModeNames.begin(), kRaceModeNames.end()});
@@ -95,6 +96,8 @@ void frmJudge::HookMenu() {
   mnuLog.onClick = [this] { desk_.ShowLog(LapsAndCuts().cboLane.ListIndex() + 1); };
   mnuAmend.onClick = [this] { mnuAmend_Click(); };
   mnuBringBack.onClick = [this] { mnuBringBack_Click(); };
+  practice_.cmdBegin.onClick = [this] { BeginPractice(true); };
+  practice_.cmdEnd.onClick = [this] { EndPractice(); };
   mnuExit.onClick = [this] { CloseRequested(); };
   mnuHeatsPerRound.onClick = [this] { mnuHeatsPerRound_Click(); };
   mnuSetEventName.onClick = [this] { mnuSetEventName_Click(); };
@@ -118,7 +121,9 @@ void frmJudge::Form_Load() {
   OfferRecovery();
   SetVisible(true);
   link_.Form_Load();
+  link_.cmdPractice.onClick = [this] { door_.AllForms().Show(practice_); };
   door_.AllForms().Show(link_);
+  BeginPracticeAtStart();
   if (!race_.MayCorrect()) return;
   // A race goes on: nothing may lie over its lanes.
   link_.SetVisible(false);
@@ -140,6 +145,8 @@ void frmJudge::EventEnded() {
         &mnuHeatsPerRound, &mnuSelectFile, &mnuSetEventName, &mnuLaneColors}) {
     lock(*control, flown);
   }
+  if (free && Practising()) lock(mnuSelectFile, "End the practice first");
+  FollowPractice();
   // What is written over a saved race would be dropped with the next move.
   const std::string saved = Lane(0).Loaded() && !race_.Amending ? "Locked: this race is saved" : "";
   for (const auto& lane : lanes_) {

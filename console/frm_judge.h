@@ -5,6 +5,7 @@
 #include <string>
 
 #include "console/amendment.h"
+#include "console/frm_practice.h"
 #include "console/heat_printer.h"
 #include "console/lane_desk.h"
 #include "console/race_keeper.h"
@@ -23,9 +24,13 @@ class frmJudge : public JudgeControls, public LinkOwner {
 
   // Null: prints nothing.
   void SetPrinter(HeatPrinter* printer) { printer_ = printer != nullptr ? printer : &noPrinter_; }
+  // Null: there is none.
+  void SetPracticeField(PracticeField* field) { field_ = field != nullptr ? field : &noField_; }
   void SetStartupProject(std::string path) { chooser_.SetStartupProject(std::move(path)); }
   std::string ProjectAtStart() const { return chooser_.ProjectAtStart(); }
   frmLog& LapsAndCuts() { return desk_.Log(); }
+  frmPractice& Practice() { return practice_; }
+  bool Practising() const { return !contest_.empty(); }
   frmLane& Lane(int index) const { return *Element(lanes_, index); }  // 0..3
 
   // Race lifecycle.
@@ -43,6 +48,8 @@ class frmJudge : public JudgeControls, public LinkOwner {
   void ApplyRaceMode(int index);
   void ShowCurrentRace();
   bool HasRun(int race) { return book_.HasRun(race); }
+
+  void FieldChanged(int port, const std::string& trouble);  // see EventKind::Field
 
   void KeyDown(const std::string& key) override;
   void ShowNotice(const std::string& text) { notices_.Show(text); }
@@ -110,6 +117,15 @@ class frmJudge : public JudgeControls, public LinkOwner {
   void mnuProtestSheet_Click();
   RaceRecord RecordNow() const { return RecordAt(door_.LocalNow()); }
 
+  std::string WhyRaceKeepsProject() const;
+  std::string WhyNoPractice() const;
+  std::string NewPracticeFile() const;
+  void BeginPractice(bool ask);
+  void BeginPracticeAtStart();
+  bool OpenPracticeProject();
+  void EndPractice();
+  void FollowPractice();
+
   RunningRace RunningNow() const;
   void mnuBringBack_Click();
   void OfferRecovery();
@@ -136,6 +152,8 @@ class frmJudge : public JudgeControls, public LinkOwner {
   frmSerialPort& link_;
   HeatPrinter noPrinter_;
   HeatPrinter* printer_ = &noPrinter_;
+  PracticeField noField_;
+  PracticeField* field_ = &noField_;
   Notices notices_;
   LaneDesk desk_;
   const LanePanels& lanes_ = desk_.Panels();
@@ -144,6 +162,7 @@ class frmJudge : public JudgeControls, public LinkOwner {
   Starter starter_{race_, clock_, lanes_};
   Amendment amendment_{race_, project_, lanes_};
   RaceKeeper keeper_;
+  frmPractice practice_{door_.AllForms()};
 
   bool projectOpen_ = false;
   std::string eventName_;
@@ -152,7 +171,9 @@ class frmJudge : public JudgeControls, public LinkOwner {
   unsigned raceSerial_ = 0;
   bool CountdownRunning_ = false;
   std::int32_t LastTimeSent_ = 0;
-  std::string recovered_;  // how the race on the console was, in words for its record; empty: it was not
+  std::string contest_;       // the project that is put aside while there is practice; empty: there is none
+  std::string fieldTrouble_;  // why the practice field does not answer
+  std::string recovered_;     // how the race on the console was, in words for its record; empty: it was not
   std::optional<RadioRecord> radioBefore_;  // of a recovered race: what its kept file tells
 };
 

@@ -44,6 +44,7 @@ class JudgeControls : public Form {
   Control& lblStatus = Add(Label, "lblStatus");  // the clock
   // Shown while something that was recorded is not on the disk.
   Control& lblNotSaved = AddCaptioned(Label, "lblNotSaved", "NOT SAVED");
+  Control& lblPractice = AddCaptioned(Label, "lblPractice", "PRACTICE");  // shown while there is practice
   Control& lblNotice = Add(Label, "lblNotice");  // a click on it takes the notice away
   Control& fraHeatControl = Add(Frame, "fraHeatControl");
   Control& txtHeat = Add(TextBox, "txtHeat", &fraHeatControl);

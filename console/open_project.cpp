@@ -68,9 +68,8 @@ bool ProjectChooser::Ask(bool atStart) {
   return true;
 }
 
-// Tells why, where the file does not become the project.
 bool ProjectChooser::Open(const std::string& file) {
-  const std::string trouble = WhyNotOpened(file);
+  const std::string trouble = OpenAsProject(project_, file);
   // Locks, rights and folders are nothing that a replay could find out.
   door_.NoteProject(file, trouble.empty());
   if (trouble.empty()) return true;
@@ -78,13 +77,13 @@ bool ProjectChooser::Open(const std::string& file) {
   return false;
 }
 
-std::string ProjectChooser::WhyNotOpened(const std::string& file) {
+std::string OpenAsProject(Project& project, const std::string& file) {
   const std::string folder = ParentFolder(file);
   MakeFolderPath(folder);
   if (!folder.empty() && !FolderExists(folder)) {
     return "This folder is not there and cannot be made:\r\r" + folder + "\r\rChoose another place.";
   }
-  switch (project_.Open(file)) {
+  switch (project.Open(file)) {
     case Project::Opened::HeldElsewhere:
       // Two consoles on one file would take each other's races for their own.
       return "This project is open in another console:\r\r" + file +
@@ -92,7 +91,7 @@ std::string ProjectChooser::WhyNotOpened(const std::string& file) {
     case Project::Opened::NoProject:
       return "This file is no project:\r\r" + file + "\r\rIt stays as it is. Choose another file.";
     case Project::Opened::Unreadable:
-      return project_.OpenProblem() + "\r\rChoose another file.";
+      return project.OpenProblem() + "\r\rChoose another file.";
     default:
       return "";
   }

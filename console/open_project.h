@@ -23,20 +23,23 @@ class ProjectChooser {
   // False: nothing was chosen, and the open project stays.
   bool OpenAtStart();
   bool Ask(bool atStart);
+  // Tells why, where the file does not become the project.
+  bool Open(const std::string& file);
 
  private:
   std::string DefaultFolder() const;
   std::string TodaysName() const { return ProjectDate(door_.LocalNow()) + ".ini"; }
   std::string LastFile() const;
   DialogBox FileBox(bool atStart) const;
-  bool Open(const std::string& file);
-  std::string WhyNotOpened(const std::string& file);
 
   Door& door_;
   RaceState& race_;
   Project& project_;
   std::string startupProject_;
 };
+
+// Opens the file as the project, with the folders that it needs. Returns why not, in words for the operator.
+std::string OpenAsProject(Project& project, const std::string& file);
 
 // The races of the open project by number: which have run, which comes next, and how a race gets its header.
 class RaceBook {

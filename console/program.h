@@ -42,6 +42,7 @@ class Program : private DeviceEvents {
   void BytesArrived(const std::vector<std::uint8_t>& bytes) override { link_.BytesArrived(bytes); }
   void LineError(int code) override { link_.LineError(code); }
   void PortsChanged(const std::vector<int>& ports) override { link_.PortsChanged(ports); }
+  void FieldChanged(int port, const std::string& trouble) override { judge_.FieldChanged(port, trouble); }
   void Quit() override;
   void EventEnded() override { judge_.EventEnded(); }
 

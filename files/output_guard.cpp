@@ -18,8 +18,9 @@ namespace fs = std::filesystem;
 // Whatever has not shown its kind by then has none.
 constexpr std::size_t kMostBytes = std::size_t{16} << 20;
 constexpr std::string_view kBlanks = " \t\r\n\f\v";
-constexpr std::array<std::string_view, 8> kSettingsSections = {
-    "DiskFile", "RaceInfo", "frmSerialPort", "frmJudge", "Ports", "Printer", "Scoreboard", "Timer"};
+constexpr std::array<std::string_view, 10> kSettingsSections = {
+    "DiskFile", "RaceInfo",   "frmSerialPort", "frmJudge", "Ports",
+    "Printer",  "Scoreboard", "Timer",         "Practice", "FirstStart"};
 
 bool ReadBeginning(const fs::path& path, std::string& bytes) {
   std::ifstream in(path, std::ios::binary);

@@ -61,7 +61,7 @@ void frmSerialPort::Form_Load() {
 }
 
 void frmSerialPort::Activated() {
-  BuildPortList();
+  if (!practising_) BuildPortList();
   chkSystemController.SetValue(LeadingNumber(Setting(kControllerKey, "0")) == 1 ? 1 : 0);
 }
 

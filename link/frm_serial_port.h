@@ -10,6 +10,7 @@
 #include "forms/door.h"
 #include "forms/form.h"
 #include "link/link_counters.h"
+#include "link/port_numbers.h"
 #include "link/serial_control.h"
 #include "link/station_message.h"
 #include "race/race_state.h"
@@ -56,6 +57,12 @@ class frmSerialPort : public Form {
   void PortsChanged(const std::vector<int>& ports);
   void Activated() override;  // probes the ports, selects the saved one again, restores the controller box
 
+  // The practice field takes the radio's place, whose port is closed until practice ends.
+  void BeginPractice();
+  SerialError OpenPractice(int port);  // it answers there
+  void LosePractice();                 // it does not
+  void EndPractice();
+
   // Only while the link is on and the console does not only listen. OverflowError outside 0..255.
   void SendMessage(int to, int from);
   bool IsControllerMode() const { return chkSystemController.Value() == 1; }
@@ -83,6 +90,7 @@ class frmSerialPort : public Form {
   Control& chkListen = AddCaptioned(CheckBox, "chkListen", "Listen Only (Debug Monitor)");
   Control& cmdMore = AddCaptioned(Button, "cmdMore", "<");
   Control& cmdHide = AddCaptioned(Button, "cmdHide", "Hide");
+  Control& cmdPractice = AddCaptioned(Button, "cmdPractice", "Practice Field...");  // the console's work
   Control& tmrAging = Add(Timer, "tmrAging");
   Control& tmrIndicators = Add(Timer, "tmrIndicators");
   // Runs from the start of a race until it is saved or called off.
@@ -128,6 +136,7 @@ class frmSerialPort : public Form {
   SerialError OpenPort(int port);
   void ClosePort();
   void ShowPortOff(int port);
+  std::string PortText(int port) const;
   void AwaitPort(int port, const SerialError& reason);
   void OpenAwaitedPort();
   std::string AwaitedText() const;
@@ -180,12 +189,13 @@ class frmSerialPort : public Form {
   LinkCounters counters_;
   StationMessage TxMessage_;  // keeps its contents between sends
 
-  static constexpr int kNoPort = -1;
   int PortNumber_ = kNoPort;
   int awaitedPort_ = 0;  // 0: none
   SerialError awaitedReason_;
   std::vector<int> shownPorts_;  // by option button: kNoPort, then the ports
   bool selectingPort_ = false;
+  bool practising_ = false;
+  int practicePort_ = 0;  // of the field; 0: it is not there
   bool receiving_ = false;
 
   std::array<std::optional<std::int64_t>, 2> litAt_;            // by Traffic

@@ -14,10 +14,7 @@ namespace quorvane {
 namespace {
 
 constexpr const char* kPortKey = "CommPort";
-
-std::string PortText(int port) {
-  return fmt::format("COM{}", port);
-}
+constexpr const char* kPracticeText = "Practice";
 
 const std::map<int, const char*> kReasons = {{kErrorNoSuchPort, " is not there"},
                                              {kErrorNotFound, " is not there"},
@@ -31,6 +28,10 @@ bool Contains(const std::vector<int>& ports, double port) {
 
 }  // namespace
 
+std::string frmSerialPort::PortText(int port) const {
+  return port == practicePort_ ? kPracticeText : fmt::format("COM{}", port);
+}
+
 // Tries every port, closes the open one and opens the saved one again. A saved port that is missing stays
 // saved: it may only be unplugged.
 void frmSerialPort::BuildPortList() {
@@ -39,6 +40,7 @@ void frmSerialPort::BuildPortList() {
   SerialError savedError;
   ClosePort();
   for (int port = 1; port <= kLastPortNumber; ++port) {
+    if (port == practicePort_) continue;
     const SerialError error = MSComm1_.Open(port);
     if (!error) ports.push_back(port);
     if (port == saved) savedError = error;
@@ -78,7 +80,7 @@ void frmSerialPort::SelectPort(int port, bool remember) {
   const Restored busy(selectingPort_, true);
   TickPort(port);
   PortNumber_ = port;
-  if (remember) SaveSetting(kPortKey, std::to_string(port));
+  if (remember) SaveRadioPort(door_.System().Settings(), port);
   ClosePort();
   AwaitPort(0, {});
   if (port == kNoPort) return owner_.ShowPort("No Comm", false);
@@ -115,13 +117,53 @@ void frmSerialPort::ShowPortOff(int port) {
 
 // The operator has a race to judge: a port that disappears is opened again by itself when it is back.
 void frmSerialPort::PortsChanged(const std::vector<int>& ports) {
-  if (MSComm1_.PortOpen() && !Contains(ports, PortNumber_)) {
+  if (practising_) {
+    if (practicePort_ != 0 && !Contains(ports, practicePort_)) LosePractice();
+  } else if (MSComm1_.PortOpen() && !Contains(ports, PortNumber_)) {
     ClosePort();
     ShowPortOff(PortNumber_);
     AwaitPort(PortNumber_, {kErrorNoSuchPort});
   } else if (awaitedPort_ != 0 && Contains(ports, awaitedPort_)) {
     OpenAwaitedPort();
   }
+}
+
+// No port can be chosen meanwhile: what a radio says belongs to the contest.
+void frmSerialPort::BeginPractice() {
+  practising_ = true;
+  for (Control* option : optPort) {
+    option->SetEnabled(false);
+    option->SetToolTip("End the practice first");
+  }
+  AwaitPort(0, {});
+  LosePractice();
+}
+
+SerialError frmSerialPort::OpenPractice(int port) {
+  PortNumber_ = practicePort_ = port;
+  ShowPorts({kNoPort, port});
+  TickPort(port);
+  ClosePort();
+  SerialError error = OpenPort(port);
+  if (error) LosePractice();
+  return error;
+}
+
+void frmSerialPort::LosePractice() {
+  ClosePort();
+  owner_.ShowPort(std::string(kPracticeText) + " - Off", false);
+  ShowRadioState();
+}
+
+// The radio's port again, which may have come or gone meanwhile.
+void frmSerialPort::EndPractice() {
+  practising_ = false;
+  for (Control* option : optPort) {
+    option->SetEnabled(true);
+    option->SetToolTip("");
+  }
+  BuildPortList();
+  practicePort_ = 0;
 }
 
 // One that does not exist is not tried: the change of the ports tells when it does.

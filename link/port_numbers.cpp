@@ -9,8 +9,6 @@
 namespace quorvane {
 namespace {
 
-constexpr const char* kSection = "Ports";
-
 std::string KeyOf(int number) {
   return "COM" + std::to_string(number);
 }
@@ -85,17 +83,21 @@ std::vector<SerialDevice> DeviceNames::Name(const std::vector<ListedPort>& ports
   return devices;
 }
 
+void SaveRadioPort(SettingsStore& settings, int port) {
+  settings.SaveSetting("frmSerialPort", "CommPort", std::to_string(port));
+}
+
 PortAssignments ReadPortAssignments(const SettingsStore& settings) {
   PortAssignments saved;
   for (int number = 1; number <= kLastPortNumber; ++number) {
-    const std::string identity = settings.GetSetting(kSection, KeyOf(number), "");
+    const std::string identity = settings.GetSetting(kPortsSection, KeyOf(number), "");
     if (!identity.empty()) saved[number] = identity;
   }
   return saved;
 }
 
 void SavePortAssignments(SettingsStore& settings, const PortAssignments& added) {
-  for (const auto& [number, identity] : added) settings.SaveSetting(kSection, KeyOf(number), identity);
+  for (const auto& [number, identity] : added) settings.SaveSetting(kPortsSection, KeyOf(number), identity);
 }
 
 PortNumbering AssignPortNumbers(const PortAssignments& saved, std::vector<SerialDevice> present) {

@@ -10,6 +10,7 @@
 namespace quorvane {
 
 inline constexpr int kLastPortNumber = 31;
+inline constexpr int kNoPort = -1;  // as the radio's: none
 
 enum class SerialDeviceKind : std::uint8_t { BuiltIn, Usb, CommandLine };
 
@@ -48,7 +49,11 @@ class DeviceNames {
   bool waiting_ = false;
 };
 
-// COM number -> identity of its device. In the settings store: section "Ports", keys "COM1".."COM31".
+// The port of the radio, opened at every start.
+void SaveRadioPort(SettingsStore& settings, int port);
+
+// COM number -> identity of its device. In the settings store: section kPortsSection, keys "COM1".."COM31".
+inline constexpr const char* kPortsSection = "Ports";
 using PortAssignments = std::map<int, std::string>;
 PortAssignments ReadPortAssignments(const SettingsStore& settings);
 void SavePortAssignments(SettingsStore& settings, const PortAssignments& added);

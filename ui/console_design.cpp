@@ -55,7 +55,8 @@ FormDesign ConsoleDesign() {
                     .home = "lblStatus"};
   const Look clock = Look::Bold | Look::Heavy | Look::Focusable;
   design.places = {{"lblStatus", {kLeft, 10, kColumn, 128}, 64, clock, "Race clock"},
-                   {"lblNotSaved", {kLeft, 142, kColumn, 30}, 15, Look::Bold | Look::Border, "Warning"}};
+                   {"lblPractice", {kLeft, 142, 132, 30}, 15, Look::Bold | Look::Border, "Not a contest"},
+                   {"lblNotSaved", {kLeft + 140, 142, 132, 30}, 15, Look::Bold | Look::Border, "Warning"}};
   for (const std::vector<Place>& part : {HeatControl(), RaceButtons(), LinkRow()}) {
     design.places.insert(design.places.end(), part.begin(), part.end());
   }

@@ -14,5 +14,6 @@ FormDesign TimerDesign();                // the small forms
 FormDesign KeyboardDesign();
 FormDesign AboutDesign();
 FormDesign LogDesign();
+FormDesign PracticeDesign();
 
 }  // namespace quorvane

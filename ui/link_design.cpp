@@ -58,6 +58,7 @@ FormDesign LinkDesign() {
       {"chkSystemController", {14, 558, 300, 28}, 12, Look::Left, "System Controller", 'S'},
       {"chkListen", {14, 586, 340, 28}, 12, Look::Left, "Listen Only (Debug Monitor)", 'L'},
       {"cmdHide", {10, 618, 130, 36}, 13, kButtonLook, {}, 'H'},
+      {"cmdPractice", {150, 618, 234, 36}, 13, kButtonLook, {}, 'P'},
       {"cmdMore", {394, 618, 66, 36}, 13, kButtonLook, "Message detail"},
       {"fraMore", {kNarrowLink, 10, kDetail - 10, kHeight - 20}, 13, kFrameLook, "Message detail"},
       {"lblMsg", {kNarrowLink + 8, 40, kDetail - 26, 244}, 11, kTextLook | Look::Fixed, "Message"},

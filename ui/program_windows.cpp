@@ -48,6 +48,7 @@ ProgramWindows::ProgramWindows(Program& program, QtPlatform& platform)
   AddSmallWindow(program.keyboard(), KeyboardDesign());
   AddSmallWindow(program.about(), AboutDesign());
   AddSmallWindow(program.judge().LapsAndCuts(), LogDesign());
+  AddSmallWindow(program.judge().Practice(), PracticeDesign());
   AddUndoKeys(*windows_.FindWindow(program.judge().LapsAndCuts()));
   program.about().SetCommit(ProgramCommit());
   program.about().SetLibraries(std::string("Qt ") + qVersion());

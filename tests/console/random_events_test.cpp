@@ -87,7 +87,8 @@ class Monkey {
 
   void Click() {
     const std::string name = controls_[static_cast<std::size_t>(Below(static_cast<int>(controls_.size())))];
-    if (name == "frmJudge.mnuExit" || name == "frmJudge.mnuSelectFile") return;
+    if (name == "frmJudge.mnuExit" || name == "frmJudge.mnuSelectFile" || name == "frmPractice.cmdBegin")
+      return;
     rig_.Click(name);
   }
 

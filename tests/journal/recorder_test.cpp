@@ -217,6 +217,31 @@ TEST(Recorder, AProjectThatIsHeldElsewhereIsHeldInTheReplay) {
   session.ExpectVerified();
 }
 
+// Practice flies in a file that the journal does not hold, and goes back to the contest.
+TEST(Recorder, ASessionWithPracticeIsReplayed) {
+  Recorded session;
+  ConsoleRig& rig = session.rig;
+  session.Start();
+  session.FlyRace();
+  rig.Click("frmSerialPort.cmdPractice");
+  rig.Answer(DialogAnswer::Word::Yes);
+  rig.Click("frmPractice.cmdBegin");
+  const auto field = [&](int port) {
+    rig.serial.ports = port != 0 ? std::set<int>{3, 5, port} : std::set<int>{3, 5};
+    Door& door = rig.program.door();
+    door.Enter({.kind = EventKind::Ports, .numbers = {rig.serial.ports.begin(), rig.serial.ports.end()}});
+    door.Enter({.kind = EventKind::Field, .text = port == 0 ? "gone" : "", .number = port});
+  };
+  field(31);
+  session.FlyRace();
+  field(0);
+  rig.Click("frmPractice.cmdEnd");
+  session.FlyRace();
+  ASSERT_TRUE(rig.judge().HasRun(2));
+  session.ExpectVerified();
+  EXPECT_TRUE(session.replay->program().judge().HasRun(2));
+}
+
 TEST(Recorder, AnErrorThatWasContainedIsKeptAndTold) {
   Recorded session;
   session.Start();

@@ -188,6 +188,35 @@ std::vector<int> QtSerial::Ports() {
   return numbers;
 }
 
+std::vector<std::pair<int, QString>> QtSerial::NamedPorts() {
+  std::vector<std::pair<int, QString>> named;
+  for (const auto& [number, device] : Devices()) {
+    const QString path = DeviceBehind(device.path);
+    const QString what = QSerialPortInfo(QFileInfo(path).fileName()).description();
+    const QString name = QFileInfo(path).fileName();
+    named.emplace_back(number, what.isEmpty() ? name : name + QStringLiteral(", ") + what);
+  }
+  return named;
+}
+
+int QtSerial::AddPractice(const std::string& path) {
+  RemovePractice();
+  const PortAssignments remembered = ReadPortAssignments(settings_);
+  practice_ = kLastPortNumber;
+  while (practice_ > 1 && (remembered.contains(practice_) || Devices().contains(practice_))) --practice_;
+  list_.Give(practice_, path);
+  List();
+  TellPorts();
+  return practice_;
+}
+
+void QtSerial::RemovePractice() {
+  if (practice_ == 0) return;
+  list_.TakeBack(std::exchange(practice_, 0));
+  List();
+  TellPorts();
+}
+
 // A QSerialPort begins with 9600 baud, no parity, 8 data bits and 1 stop bit.
 SerialError QtSerial::OpenDevice(int port) {
   SerialError error = TryDevice(port);

@@ -22,11 +22,13 @@ class SerialDevices {
   explicit SerialDevices(GivenPorts given) : given_(std::move(given)) { clock_.start(); }
 
   const GivenPorts& Given() const { return given_; }
+  void Give(int number, const std::string& path) { given_[number] = path; }
+  void TakeBack(int number) { given_.erase(number); }
   bool MayHaveChanged();  // cheap
   std::vector<SerialDevice> List();
 
  private:
-  const GivenPorts given_;
+  GivenPorts given_;
   DeviceNames names_;
   QElapsedTimer clock_;
   QString seen_;  // what the last list was made of
@@ -48,6 +50,13 @@ class QtSerial : public SerialControl {
   void SetOpened(Opened opened) { opened_ = std::move(opened); }
   // The numbers of the devices that exist, as the program knows them.
   std::vector<int> Ports();
+  // The same with what the operator knows them by: "ttyUSB0, FT232R USB UART".
+  std::vector<std::pair<int, QString>> NamedPorts();
+
+  // The terminal of the practice field as a serial port, at the highest number that no device has. It is not
+  // remembered.
+  int AddPractice(const std::string& path);
+  void RemovePractice();
 
  protected:
   bool DeviceExists(int port) override { return Devices().contains(port); }
@@ -74,8 +83,9 @@ class QtSerial : public SerialControl {
   int openings_ = 0;               // counts, so that an error is known for that of an earlier device
   std::map<int, int> lineErrors_;  // as the driver counted them at the last look
   Opened opened_;
-  QTimer look_;     // for devices that come and go, and for line errors
-  int failed_ = 0;  // the device that failed while it was open, counts as absent for a moment; 0: none
+  QTimer look_;       // for devices that come and go, and for line errors
+  int practice_ = 0;  // number of the practice field; 0: none
+  int failed_ = 0;    // the device that failed while it was open, counts as absent for a moment; 0: none
   QElapsedTimer failedSince_;
   std::map<int, SerialDevice> devices_;
   std::vector<int> told_;  // the ports that the program knows of
