@@ -1,6 +1,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QIcon>
+#include <QStandardPaths>
 #include <QTimer>
 #include <cstdio>
 #include <cstdlib>
@@ -15,7 +16,9 @@
 #include "programs/console_command.h"
 #include "ui/demo.h"
 #include "ui/end_requests.h"
+#include "ui/first_start.h"
 #include "ui/manual.h"
+#include "ui/practice_field.h"
 #include "ui/printing/qt_printer.h"
 #include "ui/program_windows.h"
 #include "ui/qt/qt_platform.h"
@@ -41,6 +44,18 @@ int Complain(const std::string& trouble, int status) {
   return status;
 }
 
+// Only where nothing is configured, and nothing was named either.
+std::unique_ptr<FirstStartForm> FirstStart(const CommandLine& line, QtSettings& settings, QtSerial& serial,
+                                           const LocalDateTime& now) {
+  if (!line.project.empty() || !line.ports.empty() || !line.demo.empty()) return nullptr;
+  std::vector<std::string> sections;
+  for (const JournalSetting& setting : settings.All()) sections.push_back(setting.section);
+  if (!NothingConfigured(sections)) return nullptr;
+  const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+  const std::string folder = (documents + QStringLiteral("/Quorvane/")).toStdString();
+  return std::make_unique<FirstStartForm>(settings, serial.NamedPorts(), folder, now);
+}
+
 int Run(const CommandLine& line) {
   QtSettings settings(line.settings);
   QtPlatform platform(settings);
@@ -55,6 +70,7 @@ int Run(const CommandLine& line) {
   const Manual manual(program, windows);
   SessionRecording recording(program, windows);
   const EndRequests endRequests(program);
+  QtPracticeField practice(program, serial);
   serial.SetOpened(std::bind_front(&SessionRecorder::NoteOpened, &recording.Recorder()));
   std::unique_ptr<Demo> demo;
   if (!line.demo.empty()) {
@@ -62,13 +78,21 @@ int Run(const CommandLine& line) {
     demo = std::make_unique<Demo>(program, windows, line.demo, line.heats);
     if (!demo->Begin()) return Complain("cannot write to the folder " + line.demo, 1);
   }
-  if (!line.project.empty()) program.judge().SetStartupProject(AbsolutePath(line.project));
-
-  // The list of ports may give a new device its number in the settings store.
-  const std::vector<int> ports = serial.Ports();
-  recording.Begin({.settings = settings.All(), .ports = ports, .projectUnasked = !line.project.empty()},
-                  AbsolutePath(line.journal));
-  QTimer::singleShot(0, [&program] { program.door().Enter({.kind = EventKind::Load}); });
+  const auto begin = [&](const std::string& project) {
+    if (!project.empty()) program.judge().SetStartupProject(project);
+    // The list of ports may give a new device its number in the settings store.
+    const std::vector<int> ports = serial.Ports();
+    recording.Begin({.settings = settings.All(), .ports = ports, .projectUnasked = !project.empty()},
+                    AbsolutePath(line.journal));
+    QTimer::singleShot(0, [&program] { program.door().Enter({.kind = EventKind::Load}); });
+  };
+  const auto form = FirstStart(line, settings, serial, platform.LocalNow());
+  if (form) {
+    QObject::connect(form.get(), &QDialog::finished, [&] { begin(form->Project()); });
+    form->show();
+  } else {
+    begin(AbsolutePath(line.project));
+  }
   const int status = QApplication::exec();
   recording.End();
   serial.SetDoor(nullptr);

@@ -1,0 +1,177 @@
+#include "ui/first_start.h"
+
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSpinBox>
+
+#include "ui/widgets/look.h"
+
+namespace quorvane {
+namespace {
+
+constexpr int kText = 17;  // px
+constexpr int kMostHeatsAsked = 99;
+constexpr int kPracticeField = -2;  // in the list of ports
+
+QString FromEnglish(const char* text) {
+  return QString::fromUtf8(text);
+}
+
+}  // namespace
+
+FirstStartForm::FirstStartForm(SettingsStore& settings, const Ports& ports, std::string folder,
+                               const LocalDateTime& now)
+    : settings_(settings),
+      folder_(std::move(folder)),
+      now_(now),
+      event_(new QLineEdit(this)),
+      heats_(new QSpinBox(this)),
+      file_(new QLineEdit(this)),
+      choose_(new QPushButton(FromEnglish("&Choose..."), this)),
+      told_(new QLabel(this)),
+      radio_(new QComboBox(this)) {
+  setObjectName(QStringLiteral("frmFirstStart"));
+  setWindowTitle(FromEnglish("Quorvane First Start"));
+  setFont(FontOfPixels(kText, false));
+  new QGridLayout(this);
+  auto* head = new QLabel(
+      FromEnglish("Four answers, and the first heat can be flown. All can be changed later."), this);
+  head->setFont(FontOfPixels(kText, true));
+  layout()->setContentsMargins(20, 16, 20, 16);
+  static_cast<QGridLayout*>(layout())->addWidget(head, 0, 0, 1, 3);
+  event_->setPlaceholderText(FromEnglish("for example: Autumn Cup"));
+  AddRow(FromEnglish("&Event"), event_, FromEnglish("Stands on every report."));
+  heats_->setRange(kLeastHeats, kMostHeatsAsked);
+  heats_->setValue(4);
+  AddRow(FromEnglish("&Heats per round"), heats_,
+         FromEnglish(
+             "How many heats until everybody has flown once. From 2: with 1 the program takes it as not told "
+             "yet."));
+  AddRow(FromEnglish("&Project file"), file_, {});
+  FillRadio(ports);
+  AddRow(
+      FromEnglish("&Radio"), radio_,
+      FromEnglish("Where the radio modem is plugged in. Practice needs none: the stations are simulated."));
+  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
+  start_ = buttons->button(QDialogButtonBox::Ok);
+  start_->setText(FromEnglish("&Start"));
+  buttons->button(QDialogButtonBox::Cancel)->setToolTip(FromEnglish("The program asks one by one instead"));
+  static_cast<QGridLayout*>(layout())->addWidget(buttons, 20, 0, 1, 3);
+  connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+  connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+  connect(event_, &QLineEdit::textChanged, this, [this] { EventTyped(); });
+  connect(file_, &QLineEdit::textChanged, this, [this] { FileChanged(); });
+  connect(file_, &QLineEdit::textEdited, this, [this] { fileChosen_ = true; });
+  connect(choose_, &QPushButton::clicked, this, [this] { ChooseFile(); });
+  EventTyped();
+  told_->setObjectName(QStringLiteral("told"));
+  choose_->setAutoDefault(false);
+  start_->setDefault(true);
+  event_->setFocus();
+  RingFocus(*this);
+}
+
+// The hint stands below the field.
+void FirstStartForm::AddRow(const QString& caption, QWidget* field, const QString& hint) {
+  auto* grid = static_cast<QGridLayout*>(layout());
+  const int row = grid->rowCount();
+  auto* label = new QLabel(caption, this);
+  label->setBuddy(field);
+  label->setFont(FontOfPixels(kText, true));
+  field->setAccessibleName(QString(caption).remove(QLatin1Char('&')));
+  field->setMinimumHeight(34);
+  grid->addWidget(label, row, 0);
+  const bool file = field == file_;
+  grid->addWidget(field, row, 1, 1, file ? 1 : 2);
+  if (file) grid->addWidget(choose_, row, 2);
+  QLabel* below = file ? told_ : new QLabel(hint, this);
+  below->setWordWrap(true);
+  below->setFont(FontOfPixels(kText - 3, false));
+  below->setMinimumWidth(460);
+  below->setMinimumHeight(file ? 40 : 24);
+  below->setAlignment(Qt::AlignTop | Qt::AlignLeft);
+  field->setAccessibleDescription(hint);
+  grid->addWidget(below, row + 1, 1, 1, 2);
+}
+
+void FirstStartForm::FillRadio(const Ports& ports) {
+  radio_->addItem(FromEnglish("No radio, judged by hand"), 0);
+  radio_->addItem(FromEnglish("Practice field, simulated"), kPracticeField);
+  for (const auto& [number, name] : ports) {
+    radio_->addItem(QStringLiteral("COM%1: %2").arg(number).arg(name), number);
+  }
+}
+
+void FirstStartForm::EventTyped() {
+  if (!fileChosen_) file_->setText(ToQString(FirstProject(folder_, event_->text().toStdString(), now_)));
+  FileChanged();
+}
+
+// What the project says of itself already is not asked.
+void FirstStartForm::FileChanged() {
+  const FoundProject found = LookForProject(file_->text().toStdString());
+  const bool titled = !found.title.empty();
+  event_->setEnabled(!titled || !fileChosen_);
+  heats_->setEnabled(found.heatsPerRound == 0);
+  QString told = FromEnglish("A new file.");
+  if (!found.trouble.empty()) {
+    told = ToQString(found.trouble);
+  } else if (found.exists) {
+    told = FromEnglish("This project exists: it is opened as it is, and nothing in it is written over.");
+    if (titled) told += QStringLiteral(" (%1)").arg(ToQString(found.title));
+  }
+  told_->setText(told);
+  told_->setToolTip(file_->text());
+  const bool named = titled || !event_->text().trimmed().isEmpty();
+  start_->setEnabled(found.trouble.empty() && named);
+  start_->setToolTip(named ? told : FromEnglish("Name the event first"));
+}
+
+void FirstStartForm::ChooseFile() {
+  QFileDialog dialog(this, FromEnglish("Project file"));
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  dialog.setFileMode(QFileDialog::AnyFile);
+  dialog.setOption(QFileDialog::DontConfirmOverwrite);
+  dialog.setDefaultSuffix(QStringLiteral(".ini"));
+  dialog.setNameFilters({FromEnglish("Quorvane projects (*.ini)"), FromEnglish("All files (*)")});
+  const QFileInfo now(file_->text());
+  dialog.setDirectory(now.dir().exists() ? now.dir() : QDir::home());
+  dialog.selectFile(now.fileName());
+  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return;
+  fileChosen_ = true;
+  file_->setText(dialog.selectedFiles().constFirst());
+}
+
+FirstAnswers FirstStartForm::Answers() const {
+  using Radio = FirstAnswers::Radio;
+  const int port = radio_->currentData().toInt();
+  const QString path = QDir::current().absoluteFilePath(file_->text());
+  return {.eventName = event_->text().trimmed().toStdString(),
+          .heatsPerRound = heats_->value(),
+          .project = path.toStdString(),
+          .radio = port > 0                 ? Radio::kPort
+                   : port == kPracticeField ? Radio::kPractice
+                                            : Radio::kNone,
+          .port = port};
+}
+
+void FirstStartForm::accept() {
+  if (!start_->isEnabled()) return;
+  const FirstAnswers answers = Answers();
+  const std::string trouble = PrepareFirstStart(answers, settings_);
+  if (!trouble.empty()) return told_->setText(ToQString(trouble));
+  project_ = answers.project;
+  QDialog::accept();
+}
+
+void FirstStartForm::reject() {
+  DeclineFirstStart(settings_);
+  QDialog::reject();
+}
+
+}  // namespace quorvane

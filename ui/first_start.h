@@ -1,0 +1,55 @@
+#pragma once
+
+#include <QDialog>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "console/first_start.h"
+
+class QComboBox;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QSpinBox;
+
+namespace quorvane {
+
+// The one form of a start with nothing configured. What it was answered is prepared when it closes; left
+// without an answer, it leaves all questions to the console, and does not come again.
+class FirstStartForm : public QDialog {
+ public:
+  using Ports = std::vector<std::pair<int, QString>>;  // number and name
+
+  // `folder`: where the project goes unless another place is chosen, with its last separator.
+  FirstStartForm(SettingsStore& settings, const Ports& ports, std::string folder, const LocalDateTime& now);
+
+  // The project that was prepared; empty: none.
+  const std::string& Project() const { return project_; }
+
+  void accept() override;
+  void reject() override;
+
+ private:
+  void AddRow(const QString& caption, QWidget* field, const QString& hint);
+  void FillRadio(const Ports& ports);
+  void EventTyped();
+  void FileChanged();
+  void ChooseFile();
+  FirstAnswers Answers() const;
+
+  SettingsStore& settings_;
+  const std::string folder_;
+  const LocalDateTime now_;
+  QLineEdit* event_;
+  QSpinBox* heats_;
+  QLineEdit* file_;
+  QPushButton* choose_;
+  QLabel* told_;  // of the file
+  QComboBox* radio_;
+  QPushButton* start_ = nullptr;
+  bool fileChosen_ = false;  // by hand: it no longer follows the event's name
+  std::string project_;
+};
+
+}  // namespace quorvane
