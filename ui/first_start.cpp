@@ -10,6 +10,7 @@
 #include <QSpinBox>
 
 #include "ui/widgets/look.h"
+#include "ui/words.h"
 
 namespace quorvane {
 namespace {
@@ -17,10 +18,6 @@ namespace {
 constexpr int kText = 17;  // px
 constexpr int kMostHeatsAsked = 99;
 constexpr int kPracticeField = -2;  // in the list of ports
-
-QString FromEnglish(const char* text) {
-  return QString::fromUtf8(text);
-}
 
 }  // namespace
 
@@ -32,35 +29,34 @@ FirstStartForm::FirstStartForm(SettingsStore& settings, const Ports& ports, std:
       event_(new QLineEdit(this)),
       heats_(new QSpinBox(this)),
       file_(new QLineEdit(this)),
-      choose_(new QPushButton(FromEnglish("&Choose..."), this)),
+      choose_(new QPushButton(Words::Of("&Choose..."), this)),
       told_(new QLabel(this)),
       radio_(new QComboBox(this)) {
   setObjectName(QStringLiteral("frmFirstStart"));
-  setWindowTitle(FromEnglish("Quorvane First Start"));
+  setWindowTitle(Words::Of("Quorvane First Start"));
   setFont(FontOfPixels(kText, false));
   new QGridLayout(this);
-  auto* head = new QLabel(
-      FromEnglish("Four answers, and the first heat can be flown. All can be changed later."), this);
+  auto* head =
+      new QLabel(Words::Of("Four answers, and the first heat can be flown. All can be changed later."), this);
   head->setFont(FontOfPixels(kText, true));
   layout()->setContentsMargins(20, 16, 20, 16);
   static_cast<QGridLayout*>(layout())->addWidget(head, 0, 0, 1, 3);
-  event_->setPlaceholderText(FromEnglish("for example: Autumn Cup"));
-  AddRow(FromEnglish("&Event"), event_, FromEnglish("Stands on every report."));
+  event_->setPlaceholderText(Words::Of("for example: Autumn Cup"));
+  AddRow(Words::Of("&Event"), event_, Words::Of("Stands on every report."));
   heats_->setRange(kLeastHeats, kMostHeatsAsked);
   heats_->setValue(4);
-  AddRow(FromEnglish("&Heats per round"), heats_,
-         FromEnglish(
+  AddRow(Words::Of("&Heats per round"), heats_,
+         Words::Of(
              "How many heats until everybody has flown once. From 2: with 1 the program takes it as not told "
              "yet."));
-  AddRow(FromEnglish("&Project file"), file_, {});
+  AddRow(Words::Of("&Project file"), file_, {});
   FillRadio(ports);
-  AddRow(
-      FromEnglish("&Radio"), radio_,
-      FromEnglish("Where the radio modem is plugged in. Practice needs none: the stations are simulated."));
+  AddRow(Words::Of("&Radio"), radio_,
+         Words::Of("Where the radio modem is plugged in. Practice needs none: the stations are simulated."));
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
   start_ = buttons->button(QDialogButtonBox::Ok);
-  start_->setText(FromEnglish("&Start"));
-  buttons->button(QDialogButtonBox::Cancel)->setToolTip(FromEnglish("The program asks one by one instead"));
+  start_->setText(Words::Of("&Start"));
+  buttons->button(QDialogButtonBox::Cancel)->setToolTip(Words::Of("The program asks one by one instead"));
   static_cast<QGridLayout*>(layout())->addWidget(buttons, 20, 0, 1, 3);
   connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
@@ -100,8 +96,8 @@ void FirstStartForm::AddRow(const QString& caption, QWidget* field, const QStrin
 }
 
 void FirstStartForm::FillRadio(const Ports& ports) {
-  radio_->addItem(FromEnglish("No radio, judged by hand"), 0);
-  radio_->addItem(FromEnglish("Practice field, simulated"), kPracticeField);
+  radio_->addItem(Words::Of("No radio, judged by hand"), 0);
+  radio_->addItem(Words::Of("Practice field, simulated"), kPracticeField);
   for (const auto& [number, name] : ports) {
     radio_->addItem(QStringLiteral("COM%1: %2").arg(number).arg(name), number);
   }
@@ -118,27 +114,27 @@ void FirstStartForm::FileChanged() {
   const bool titled = !found.title.empty();
   event_->setEnabled(!titled || !fileChosen_);
   heats_->setEnabled(found.heatsPerRound == 0);
-  QString told = FromEnglish("A new file.");
+  QString told = Words::Of("A new file.");
   if (!found.trouble.empty()) {
-    told = ToQString(found.trouble);
+    told = Words::Of(found.trouble);
   } else if (found.exists) {
-    told = FromEnglish("This project exists: it is opened as it is, and nothing in it is written over.");
+    told = Words::Of("This project exists: it is opened as it is, and nothing in it is written over.");
     if (titled) told += QStringLiteral(" (%1)").arg(ToQString(found.title));
   }
   told_->setText(told);
   told_->setToolTip(file_->text());
   const bool named = titled || !event_->text().trimmed().isEmpty();
   start_->setEnabled(found.trouble.empty() && named);
-  start_->setToolTip(named ? told : FromEnglish("Name the event first"));
+  start_->setToolTip(named ? told : Words::Of("Name the event first"));
 }
 
 void FirstStartForm::ChooseFile() {
-  QFileDialog dialog(this, FromEnglish("Project file"));
+  QFileDialog dialog(this, Words::Of("Project file"));
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   dialog.setFileMode(QFileDialog::AnyFile);
   dialog.setOption(QFileDialog::DontConfirmOverwrite);
   dialog.setDefaultSuffix(QStringLiteral(".ini"));
-  dialog.setNameFilters({FromEnglish("Quorvane projects (*.ini)"), FromEnglish("All files (*)")});
+  dialog.setNameFilters({Words::Of("Quorvane projects (*.ini)"), Words::Of("All files (*)")});
   const QFileInfo now(file_->text());
   dialog.setDirectory(now.dir().exists() ? now.dir() : QDir::home());
   dialog.selectFile(now.fileName());
@@ -164,7 +160,7 @@ void FirstStartForm::accept() {
   if (!start_->isEnabled()) return;
   const FirstAnswers answers = Answers();
   const std::string trouble = PrepareFirstStart(answers, settings_);
-  if (!trouble.empty()) return told_->setText(ToQString(trouble));
+  if (!trouble.empty()) return told_->setText(Words::Of(trouble));
   project_ = answers.project;
   QDialog::accept();
 }

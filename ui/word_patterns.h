@@ -163,6 +163,12 @@ inline constexpr std::array kWordPatterns = {
     WordPattern{"%1: %2, %3 s", "wnn"},
     WordPattern{"%1: %2", "wn"},
 
+    // Practice.
+    WordPattern{"%1 does not start", "t"},
+    WordPattern{"Practice field: %1", "e"},
+    WordPattern{"Practice was not started. %1", "e"},
+    WordPattern{"The field has ended: %1", "t"},
+
     // Results and scoreboard.
     WordPattern{"Round %1  Heat %2  Refly"},
     WordPattern{"Round %1  Heat %2"},

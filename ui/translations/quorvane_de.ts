@@ -1875,6 +1875,234 @@ des Rennens STEUERN?</translation>
         <source>4th</source>
         <translation>4.</translation>
     </message>
+    <message>
+        <source>Practice Field...</source>
+        <translation>Übungsfeld ...</translation>
+    </message>
+    <message>
+        <source>End the practice first</source>
+        <translation>Erst die Übung beenden</translation>
+    </message>
+    <message>
+        <source>Name a file.</source>
+        <translation>Eine Datei angeben.</translation>
+    </message>
+    <message>
+        <source>This is a folder. Name a file in it.</source>
+        <translation>Das ist ein Ordner. Eine Datei darin angeben.</translation>
+    </message>
+    <message>
+        <source>This file is no project. It stays as it is: choose another one.</source>
+        <translation>Diese Datei ist kein Projekt. Sie bleibt, wie sie ist: eine andere wählen.</translation>
+    </message>
+    <message>
+        <source>A race is being flown: wait for its end, or reset it</source>
+        <translation>Ein Rennen wird geflogen: das Ende abwarten oder abbrechen</translation>
+    </message>
+    <message>
+        <source>A race is not saved: save it first</source>
+        <translation>Ein Rennen ist nicht gespeichert: erst speichern</translation>
+    </message>
+    <message>
+        <source>A saved race is being amended: save it first</source>
+        <translation>Ein gespeichertes Rennen wird berichtigt: erst speichern</translation>
+    </message>
+    <message>
+        <source>System Controller is on: switch it off first, the field has a starter of its own</source>
+        <translation>„Diese Konsole steuert“ ist an: erst ausschalten, das Feld hat einen eigenen Starter</translation>
+    </message>
+    <message>
+        <source>Practice Field</source>
+        <translation>Übungsfeld</translation>
+    </message>
+    <message>
+        <source>What is flown in practice goes into a project of its own. This contest stays as it is, and is opened again at the end of practice:</source>
+        <translation>Was in der Übung geflogen wird, kommt in ein eigenes Projekt. Dieser Wettbewerb bleibt, wie er ist, und wird am Ende der Übung wieder geöffnet:</translation>
+    </message>
+    <message>
+        <source>Start practice?</source>
+        <translation>Mit der Übung beginnen?</translation>
+    </message>
+    <message>
+        <source>Practice was not started. %1</source>
+        <translation>Die Übung hat nicht begonnen. %1</translation>
+    </message>
+    <message>
+        <source>The field was stopped, but the contest is not open</source>
+        <translation>Das Feld ist beendet, aber der Wettbewerb ist nicht geöffnet</translation>
+    </message>
+    <message>
+        <source>Practice field: %1</source>
+        <translation>Übungsfeld: %1</translation>
+    </message>
+    <message>
+        <source>One after another</source>
+        <translation>Eine nach der anderen</translation>
+    </message>
+    <message>
+        <source>There is no practice to end</source>
+        <translation>Es gibt keine Übung zu beenden</translation>
+    </message>
+    <message>
+        <source>Start Again</source>
+        <translation>Neu beginnen</translation>
+    </message>
+    <message>
+        <source>Start Practice</source>
+        <translation>Übung beginnen</translation>
+    </message>
+    <message>
+        <source>End Practice</source>
+        <translation>Übung beenden</translation>
+    </message>
+    <message>
+        <source>PRACTICE is on. Its races go into a project of its own.</source>
+        <translation>ÜBUNG läuft. Ihre Rennen kommen in ein eigenes Projekt.</translation>
+    </message>
+    <message>
+        <source>Plays all stations of a field: no radio is needed.</source>
+        <translation>Spielt alle Stationen eines Feldes: kein Funk nötig.</translation>
+    </message>
+    <message>
+        <source>Judge 2 falls silent</source>
+        <translation>Richter 2 verstummt</translation>
+    </message>
+    <message>
+        <source>The starter restarts in the first heat</source>
+        <translation>Der Starter startet im ersten Lauf neu</translation>
+    </message>
+    <message>
+        <source>The lap timers are lost</source>
+        <translation>Die Zeitnahme fällt aus</translation>
+    </message>
+    <message>
+        <source>Not a contest</source>
+        <translation>Kein Wettbewerb</translation>
+    </message>
+    <message>
+        <source>Quorvane First Start</source>
+        <translation>Quorvane: Erster Start</translation>
+    </message>
+    <message>
+        <source>Four answers, and the first heat can be flown. All can be changed later.</source>
+        <translation>Vier Antworten, und der erste Lauf kann fliegen. Alles lässt sich später ändern.</translation>
+    </message>
+    <message>
+        <source>for example: Autumn Cup</source>
+        <translation>zum Beispiel: Herbstpokal</translation>
+    </message>
+    <message>
+        <source>Stands on every report.</source>
+        <translation>Steht auf jedem Bericht.</translation>
+    </message>
+    <message>
+        <source>&amp;Heats per round</source>
+        <translation>&amp;Läufe je Runde</translation>
+    </message>
+    <message>
+        <source>How many heats until everybody has flown once. From 2: with 1 the program takes it as not told yet.</source>
+        <translation>Wie viele Läufe, bis jeder einmal geflogen ist. Ab 2: bei 1 gilt es als noch nicht gesagt.</translation>
+    </message>
+    <message>
+        <source>&amp;Project file</source>
+        <translation>&amp;Projektdatei</translation>
+    </message>
+    <message>
+        <source>Project file</source>
+        <translation>Projektdatei</translation>
+    </message>
+    <message>
+        <source>Where the radio modem is plugged in. Practice needs none: the stations are simulated.</source>
+        <translation>Wo das Funkmodem steckt. Die Übung braucht keines: die Stationen sind simuliert.</translation>
+    </message>
+    <message>
+        <source>The program asks one by one instead</source>
+        <translation>Das Programm fragt stattdessen eins nach dem anderen</translation>
+    </message>
+    <message>
+        <source>No radio, judged by hand</source>
+        <translation>Kein Funk, von Hand gewertet</translation>
+    </message>
+    <message>
+        <source>Practice field, simulated</source>
+        <translation>Übungsfeld, simuliert</translation>
+    </message>
+    <message>
+        <source>A new file.</source>
+        <translation>Eine neue Datei.</translation>
+    </message>
+    <message>
+        <source>This project exists: it is opened as it is, and nothing in it is written over.</source>
+        <translation>Dieses Projekt gibt es schon: es wird geöffnet, wie es ist, und nichts darin überschrieben.</translation>
+    </message>
+    <message>
+        <source>Name the event first</source>
+        <translation>Erst die Veranstaltung benennen</translation>
+    </message>
+    <message>
+        <source>The field does not answer</source>
+        <translation>Das Feld antwortet nicht</translation>
+    </message>
+    <message>
+        <source>%1 does not start</source>
+        <translation>%1 startet nicht</translation>
+    </message>
+    <message>
+        <source>The field has ended: %1</source>
+        <translation>Das Feld ist zu Ende: %1</translation>
+    </message>
+    <message>
+        <source>The field has ended</source>
+        <translation>Das Feld ist zu Ende</translation>
+    </message>
+    <message>
+        <source>&amp;Event</source>
+        <translation>&amp;Veranstaltung</translation>
+    </message>
+    <message>
+        <source>&amp;Radio</source>
+        <translation>&amp;Funk</translation>
+    </message>
+    <message>
+        <source>&amp;Start</source>
+        <translation>&amp;Start</translation>
+    </message>
+    <message>
+        <source>&amp;Choose...</source>
+        <translation>&amp;Wählen ...</translation>
+    </message>
+    <message>
+        <source>PRACTICE</source>
+        <translation>ÜBUNG</translation>
+    </message>
+    <message>
+        <source>Practice</source>
+        <translation>Übung</translation>
+    </message>
+    <message>
+        <source>Good</source>
+        <translation>Gut</translation>
+    </message>
+    <message>
+        <source>Noisy</source>
+        <translation>Gestört</translation>
+    </message>
+    <message>
+        <source>Bad</source>
+        <translation>Schlecht</translation>
+    </message>
+    <message>
+        <source>Race &amp;mode</source>
+        <translation>Renn&amp;modus</translation>
+    </message>
+    <message>
+        <source>Heats per round</source>
+        <translation>Läufe je Runde</translation>
+    </message>
+    <message>
+        <source>Event</source>
+        <translation>Veranstaltung</translation>
+    </message>
 </context>
 <context>
     <name>QPlatformTheme</name>
