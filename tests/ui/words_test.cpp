@@ -6,7 +6,7 @@
 #include <QLabel>
 #include <QMenu>
 #include <QRegularExpression>
-#include <map>
+#include <nlohmann/json.hpp>
 #include <set>
 
 #include "tests/ui/fixture.h"
@@ -30,35 +30,10 @@ TEST(WordsTest, TextIsToldWholeOrByPatternOrInPartsAndWhatIsUnknownStands) {
   const auto told = [](const char* english) { return Words::Of(english).toStdString(); };
   EXPECT_EQ(told("Waiting"), "Waiting");
   const InGerman german;
-  const std::map<const char*, const char*> kTold = {
-      {"Waiting", "Warten"},
-      {" Low Green", " Unten Grün"},
-      {"12.3", "12.3"},
-      {"Race 7 REFLY AMEND", "Rennen 7 NEUFLUG BERICHTIGEN"},
-      {"&Undo strike of cut P2, lane 3", "&Rückgängig: Streichung von Cut P2, Bahn 3"},
-      {"Quorvane - Lap (a.ini) - ", "Quorvane - Lap (a.ini) - "},  // the event is called so
-      {"Race 7 is in the project already: saved as 8;Race 8 is in the project already: saved as 9",
-       "Rennen 7 steht schon im Projekt: gespeichert als 8; Rennen 8 steht schon im Projekt: gespeichert als "
-       "9"},
-      {"Race 7, heat 3, round 2, 4 laps on lane 1, 1 lap on lane 2, 5 minutes ago\n\nRecover this race?",
-       "Rennen 7, Lauf 3, Durchgang 2, 4 Runden auf Bahn 1, 1 Runde auf Bahn 2, vor 5 Minuten\n\nDieses "
-       "Rennen "
-       "wiederherstellen?"},
-      {"Silent: Judges 2", "Stumm: Richter 2"},
-      {"Silent: P2 DS, never: P1", "Stumm: P2 DS, nie: P1"},
-      {"COM5 does not open. Another program is using /dev/a.",
-       "COM5 lässt sich nicht öffnen. Ein anderes Programm benutzt /dev/a."},
-      {"Recovered: 3.10 s not judged; after its end. Amended once. Corrected 2 times.",
-       "Wiederhergestellt: 3.10 s nicht gewertet; nach seinem Ende. einmal berichtigt. 2-mal korrigiert."},
-      {"3\t12.34\tCut withdrawn P2\thand", "3\t12.34\tCut zurückgenommen P2\tHand"},
-      {"Enter the lane color assignments (1-8) :\nCurrent assignment (1)\n\nChoices are:\n    1 - Low Green, "
-       "Low "
-       "Red, High Green, High Red\n    6 - High Red, High Blue, High Green",
-       "Welche Farben haben die Bahnen (1-8)?\nJetzige Zuordnung (1)\n\nZur Wahl stehen:\n    1 - Unten "
-       "Grün, "
-       "Unten Rot, Oben Grün, Oben Rot\n    6 - Oben Rot, Oben Blau, Oben Grün"},
-      {"What nobody has translated", "What nobody has translated"}};
-  for (const auto& [english, expected] : kTold) EXPECT_EQ(told(english), expected);
+  const auto rows = nlohmann::json::parse(FileBytes(QUORVANE_TEST_DATA "/ui/german.json"));
+  for (const auto& row : rows) {
+    EXPECT_EQ(told(row[0].get<std::string>().c_str()), row[1].get<std::string>());
+  }
   const QString endless = QString("a, b - c: d; Lap 1, lane 2 (e) ").repeated(60);
   QElapsedTimer clock;
   clock.start();
