@@ -47,7 +47,7 @@ void frmJudge::HookEvents() {
   cmdReset.onClick = [this] { cmdReset_Click(); };
   cmdSave.onClick = [this] { race_.Amending ? SaveAmendment() : cmdSave_Click(); };
   cmdReorder.onClick = [this] {
-    OfferSave(true);
+    if (!race_.Amending) OfferSave(true);
     desk_.SetOrder(1);
   };
   cmdRefly.onClick = [this] { cmdRefly_Click(); };

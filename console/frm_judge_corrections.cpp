@@ -19,6 +19,7 @@ void frmJudge::mnuAmend_Click() {
   fraHeatControl.SetForeColor(kRed);
   cmdSave.SetEnabled(true);
   cmdReset.SetEnabled(true);
+  cmdReorder.SetEnabled(true);
   ShowNotice("Amending: Save writes it in its place, Reset leaves it as it was");
 }
 
@@ -28,6 +29,7 @@ void frmJudge::EndAmending(bool saved) {
   amendment_.End();
   cmdSave.SetEnabled(false);
   cmdReset.SetEnabled(false);
+  cmdReorder.SetEnabled(false);
   if (!saved) ShowNotice("Not amended: the race stays as it was saved");
 }
 

@@ -28,9 +28,10 @@ void frmJudge::ProcessMessage(const StationMessage& frame) {
     });
   } else if (frame.From == kFirstJudge && frame.To == kPylonBox) {
     if (!race_.BeingFlown()) return;
+    // The stations' clock may have nothing to do with that of a race started by hand.
+    const std::int32_t reported = race_.ManualStart ? clock_.RaceTime() : race_.LaneStartOffset;
     desk_.ForEach([&](frmLane& lane, std::size_t i) {
-      const bool counted = !race_.ManualStart && lane.HasTurnOf(race_.LaneStartOffset);
-      if (lane.CanDoTurn() && frame.Lit[i] != 0 && !counted)
+      if (lane.CanDoTurn() && frame.Lit[i] != 0 && !lane.HasTurnOf(reported))
         lane.DoTurn(kTimers, clock_.RaceTime(), frame.Lit[i] * 8);
     });
   } else if (frame.From == kStarter) {

@@ -13,10 +13,7 @@ namespace {
 
 std::string What(const frmLane& lane, const LaneEvent& event) {
   if (event.Kind == "T") return "turn";
-  if (event.Kind == "L") {
-    const bool novice = lane.Loaded() ? lane.Events().FreeLap() >= 0 : lane.chkNovice.Value() != 0;
-    return fmt::format("lap {}", event.Count - (novice ? 1 : 0));
-  }
+  if (event.Kind == "L") return fmt::format("lap {}", event.Count - (lane.CreditsLap() ? 1 : 0));
   return event.SourceName == "ME" ? "cut" : "cut " + event.SourceName;
 }
 
@@ -46,8 +43,11 @@ void UndoStack::ReadLogs() {
   int number = 0;
   for (const auto& lane : lanes_) {
     ++number;
-    for (const LaneEvent& event : lane->Events().Entries()) {
-      if (event.ByHand) steps.emplace(event.EventTime, Step{number, false, {event.Serial}});
+    const LaneLog& log = lane->Events();
+    for (int i = 0; i < log.EventCount(); ++i) {
+      if (log[i].ByHand && i != log.FreeLap()) {
+        steps.emplace(log[i].EventTime, Step{number, false, {log[i].Serial}});
+      }
     }
   }
   for (auto& [time, step] : steps) done_.push_back(std::move(step));
@@ -61,12 +61,11 @@ void UndoStack::MoveTimes(std::int32_t by) {
   }
 }
 
-// The log of a novice's lane has a free lap for the first one: it goes with that.
 bool UndoStack::Stands(const Step& step) const {
   const LaneLog& log = Lane(step).Events();
   return std::ranges::any_of(step.serials, [&](unsigned serial) {
     const int at = log.Find(serial);
-    return at >= 0 && at != log.FreeLap() && log[at].Kind != "-C";
+    return at >= 0 && log[at].Kind != "-C";
   });
 }
 

@@ -78,6 +78,7 @@ void frmLane::InitializeRace(std::int32_t timeBase) {
   loadedFai_.reset();
   log_.Clear();
   stationLaps_ = 0;
+  refused_ = {};
   SetPosition("");
   RecalculateCuts();
 }
@@ -213,7 +214,7 @@ void frmLane::KeepRunning(const std::string& section, const KeepValue& keep) con
   for (std::size_t i = 0; i < MissedPylonTimes_.size(); ++i) {
     set("MissedPylon" + std::to_string(i + 1), MissedPylonTimes_[i]);
   }
-  set("StationLaps", stationLaps_);
+  set("StationLaps", StationLapsTaken());
   log_.KeepCorrections([&](const std::string& key, const std::string& text) { keep(lane, key, text); }, true);
 }
 

@@ -29,7 +29,8 @@ class LaneOwner {
   virtual void TakePlace(int lane, int place) = 0;
   // The lane's result has changed after the race was done: an entry came late, or the operator wrote one.
   virtual void ResultChanged() = 0;
-  // These entries have just been made at the panel or with a key.
+  // These entries have just been made at the panel or with a key. A novice's free lap is none of them: it
+  // comes, goes and stays with the lap that is the first.
   virtual void EnteredByHand(int lane, const std::vector<unsigned>& serials) = 0;
   virtual void Corrected(int lane, const Correction& correction) = 0;
   virtual std::string Timestamp() const = 0;  // the computer's time, as the project file keeps one
@@ -101,7 +102,8 @@ class frmLane : public Form {
   void DoTurn(int source, std::int32_t time, std::int32_t interval);  // interval: ms that the turn is shown
   bool CanDoTurn() const;
   // Whether a report of this moment (ms of the race clock) is of a turn that was counted already: a program
-  // that was held up, or died, hears the same report again when its own light is out.
+  // that was held up, or died, hears the same report again when its own light is out; so does one in which
+  // the turn was struck.
   bool HasTurnOf(std::int32_t time) const;
 
   // Putting entries of the log right, named by their serials. Counts, cells and result follow, and a lane
@@ -110,6 +112,7 @@ class frmLane : public Form {
   void PutBack(const LaneLog::Taken& taken, const char* what = "redone");
   std::optional<unsigned> InsertLap(std::int32_t lapTime);  // ms of race time; none: no lap can be there
   void MoveCut(unsigned serial, int pylon);                 // 1..3
+  bool CreditsLap() const;                                  // a novice's
   // Of the race that the panel shows, until it shows another one.
   unsigned RaceSerial() const { return raceSerial_; }
 
@@ -195,6 +198,9 @@ class frmLane : public Form {
   void EnterByHand(const std::function<void()>& enter);
   std::int32_t CorrectionTime() const;
   bool NoviceWithoutLap() const;
+  bool HasLapOf(int stationLaps) const;
+  int StationLapsTaken() const;
+  void NoteRefused(int stationLaps, std::int32_t time);
   bool TimedOut() const;
   void Correct(const std::function<void()>& change);
   void ShowCorrected(bool timedOut);
@@ -224,6 +230,12 @@ class frmLane : public Form {
   std::int16_t Turns_ = 0;
   std::int32_t TurnTimerEnd_ = 0;
   int stationLaps_ = 0;  // that the station had counted when its last lap was taken
+  struct Refused {       // the station's lap that was first reported when one by hand was there for it
+    int laps = 0;
+    std::int32_t time = 0;
+    unsigned by = 0;  // the serial of that
+  };
+  Refused refused_;
 
   std::string status_;
   std::string position_;

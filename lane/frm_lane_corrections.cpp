@@ -51,7 +51,11 @@ std::int32_t frmLane::CorrectionTime() const {
 }
 
 bool frmLane::NoviceWithoutLap() const {
-  return !Loaded() && chkNovice.Value() != 0 && log_.CountLaps() == 0;
+  return CreditsLap() && log_.CountLaps() == 0;
+}
+
+bool frmLane::CreditsLap() const {
+  return Loaded() ? log_.CreditsLap() : chkNovice.Value() != 0;
 }
 
 bool frmLane::TimedOut() const {
@@ -83,12 +87,7 @@ void frmLane::ShowCorrected(bool timedOut) {
   counts_ = RecountLaps(log_, IsFai());
   ShowLoggedLaps();
   cutsShown_ = -1;
-  if (!Loaded()) {
-    LastLapTime_ = 0;
-    for (const LaneEvent& event : log_.Entries()) {
-      if (event.Kind == "L") LastLapTime_ = event.EventTime;
-    }
-  }
+  if (!Loaded()) LastLapTime_ = log_.LatestLapTime();
   if (Loaded() || race_.RaceDone) {
     FinalizeRace();
     ShowResult();

@@ -14,7 +14,7 @@ constexpr std::int32_t kFirstLapFrom = 5000;
 constexpr std::int32_t kBetweenLaps = 3000;
 constexpr std::int32_t kPanelLockOut = 4000;
 constexpr std::int32_t kClocksDiffer = 50;   // ms
-constexpr std::int32_t kTurnReports = 900;   // ms for which a turn goes on being reported
+constexpr std::int32_t kTurnReports = 2040;  // ms for which a turn is reported at most: the longest light
 constexpr std::int32_t kPanelTurn = 2000;    // ms that a turn of the operator is shown
 constexpr std::int32_t kPreviousLap = 4000;  // so soon after a lap, a cut at pylon 2 or 3 belongs before it
 constexpr std::int32_t kBetweenMissedPylons = 3000;
@@ -30,7 +30,7 @@ int CutsOfCode(const std::string& code) {
 void frmLane::DoLap(std::int32_t time, std::int32_t lockOut) {
   const std::int32_t t = ToRaceTime(time);
   if (doesNotFly_ || t < kFirstLapFrom) return;
-  if (race_.ManualStart && t < std::int64_t{LastLapTime_} + kBetweenLaps) return;
+  if (race_.ManualStart && t < std::int64_t{log_.LatestLapTime()} + kBetweenLaps) return;
   const bool freeLap = chkNovice.Value() != 0 && counts_.laps == 0;
   const std::uint8_t lapsAfter = ToByte(counts_.laps + (freeLap ? 2 : 1));
   const std::int64_t lightEnd = std::int64_t{owner_.RaceTime()} + lockOut;
@@ -66,8 +66,8 @@ void frmLane::EnterByHand(const std::function<void()>& enter) {
   const auto note = [&] {
     log_.MarkByHand(before);
     std::vector<unsigned> serials;
-    for (const LaneEvent& event : log_.Entries()) {
-      if (event.Serial > before) serials.push_back(event.Serial);
+    for (int i = 0; i < log_.EventCount(); ++i) {
+      if (log_[i].Serial > before && i != log_.FreeLap()) serials.push_back(log_[i].Serial);
     }
     if (!serials.empty()) owner_.EnteredByHand(laneNumber_, serials);
   };
@@ -101,20 +101,40 @@ void frmLane::UpdateLapTime(std::int32_t time) {
 }
 
 bool frmLane::CanDoLap(std::uint8_t stationLaps) const {
+  return !HasLapOf(stationLaps) && !IsFinished() && !tmrLaps.Enabled();
+}
+
+bool frmLane::HasLapOf(int stationLaps) const {
+  // Once the lane's laps have been put right they differ from the station's for good.
+  if (!log_.Corrections().empty()) return stationLaps <= StationLapsTaken();
   const int counted = CountLaps();
   // The station has not seen the lap that a novice is credited with.
   const int freeLaps = chkNovice.Value() != 0 && counted > 0 ? 1 : 0;
-  // Once the lane's laps have been put right they differ from the station's for good.
-  const bool isNew =
-      log_.Corrections().empty() ? counted < stationLaps + freeLaps : stationLaps > stationLaps_;
-  return isNew && !IsFinished() && !tmrLaps.Enabled();
+  return counted >= stationLaps + freeLaps;
+}
+
+// One that was refused counts as taken while the lap stands that was there before it.
+int frmLane::StationLapsTaken() const {
+  return log_.Find(refused_.by) >= 0 ? std::max(stationLaps_, refused_.laps) : stationLaps_;
 }
 
 void frmLane::DoStationLap(std::uint8_t stationLaps, std::int32_t time, std::int32_t lockOut) {
-  if (!CanDoLap(stationLaps)) return;
-  const unsigned before = log_.Revision();
-  DoLap(time, lockOut);
-  if (log_.Revision() != before) stationLaps_ = stationLaps;
+  if (!CanDoLap(stationLaps)) return NoteRefused(stationLaps, time);
+  // When the lap that stood for it has been taken back, it was flown at its first report all the same.
+  const bool before = !log_.Corrections().empty() && stationLaps == refused_.laps;
+  const unsigned revision = log_.Revision();
+  DoLap(before ? refused_.time : time, lockOut);
+  if (log_.Revision() != revision) stationLaps_ = stationLaps;
+}
+
+void frmLane::NoteRefused(int stationLaps, std::int32_t time) {
+  const LaneEvent* lap = log_.LatestLap();
+  if (stationLaps <= StationLapsTaken() || lap == nullptr || IsFinished()) return;
+  if (lap->ByHand && std::int64_t{ToRaceTime(time)} - lap->EventTime <= kPanelLockOut) {
+    refused_ = {stationLaps, stationLaps == refused_.laps ? refused_.time : time, lap->Serial};
+  } else if (HasLapOf(stationLaps)) {
+    stationLaps_ = stationLaps;
+  }
 }
 
 bool frmLane::IsFinished() const {
@@ -137,11 +157,13 @@ void frmLane::AdjustTime(std::int32_t by) {
   const auto moved = [by](std::int32_t time) { return time == 0 ? 0 : AddLong(time, by); };  // 0: not entered
   const std::int32_t lastLap = moved(LastLapTime_);
   const std::int32_t turnEnd = moved(TurnTimerEnd_);
+  const std::int32_t refused = moved(refused_.time);
   auto missed = MissedPylonTimes_;
   for (std::int32_t& time : missed) time = moved(time);
   log_.MoveTimes(by);
   LastLapTime_ = lastLap;
   TurnTimerEnd_ = turnEnd;
+  refused_.time = refused;
   MissedPylonTimes_ = missed;
   lapLightEnd_ += by;
   if (log_.EventCount() == 0) return;
@@ -184,8 +206,8 @@ void frmLane::DoCut(const std::string& cutCode, int source, std::int32_t time) {
     NeedsCutDisplay_ = true;
     return;
   }
-  const bool late =
-      (source == 1 || source == 2) && counts_.laps >= 1 && std::int64_t{t} - LastLapTime_ < kPreviousLap;
+  const bool late = (source == 1 || source == 2) && counts_.laps >= 1 &&
+                    std::int64_t{t} - log_.LatestLapTime() < kPreviousLap;
   log_.EnterCuts({.wanted = source == kPanelSource ? LeadingInteger(cutCode) : CutsOfCode(cutCode),
                   .source = source,
                   .time = t,
@@ -241,11 +263,8 @@ bool frmLane::CanDoTurn() const {
 }
 
 bool frmLane::HasTurnOf(std::int32_t time) const {
-  const auto log = log_.Entries();
-  const auto turn = std::find_if(log.rbegin(), log.rend(), [](const LaneEvent& e) { return e.Kind == "T"; });
-  if (turn == log.rend()) return false;
-  const std::int32_t since = SubtractLong(ToRaceTime(time), turn->EventTime);
-  return since >= -kClocksDiffer && since <= kTurnReports;
+  const std::int64_t reported = ToRaceTime(time);
+  return log_.HasTurnWithin(reported - kTurnReports, reported + kClocksDiffer);
 }
 
 void frmLane::cmdTurn_Click() {

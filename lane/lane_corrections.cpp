@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <optional>
 #include <utility>
 
 #include "base/checked.h"
@@ -16,9 +17,20 @@ namespace quorvane {
 namespace {
 
 constexpr int kMostCorrections = 1000;  // that are read from a file
+constexpr const char* kHand = "hand";
 
 bool IsLap(const LaneEvent& event) {
   return event.Kind == "L";
+}
+
+// Of the entry that a correction has taken away.
+std::optional<LaneEvent> StruckBy(const Correction& c) {
+  const std::vector<std::string> fields = Split(c.before, ',');
+  if (!c.after.empty() || fields.size() != 6) return std::nullopt;
+  const double time = std::clamp<double>(LeadingNumber(fields[4]), INT32_MIN, INT32_MAX);
+  return LaneEvent{.Count = static_cast<std::uint8_t>(std::clamp(LeadingNumber(fields[0]), 0.0, 255.0)),
+                   .Kind = fields[2],
+                   .EventTime = static_cast<std::int32_t>(time)};
 }
 
 template <typename At>
@@ -47,7 +59,7 @@ void LaneLog::MarkByHand(unsigned behind) {
 
 // Laps that were entered by hand are kept like those of the timers.
 std::string LaneLog::MadeBy(const LaneEvent& event) const {
-  if (event.ByHand || event.Source == kPanelSource) return "hand";
+  if (event.ByHand || event.Source == kPanelSource) return kHand;
   if (!handKnown_ && IsLap(event)) return "TM or hand";
   return event.Source < 7 ? std::string(Element(StationCodes, event.Source)) : event.SourceName;
 }
@@ -60,6 +72,27 @@ int LaneLog::FreeLap() const {
   const bool free = second != Entries().end() && first->Count == 1 && second->Count == 2 &&
                     first->EventTime == second->EventTime;
   return free ? static_cast<int>(first - Entries().begin()) : -1;
+}
+
+// Without a lap it is told by the last one: beside a free lap that was the second.
+bool LaneLog::CreditsLap() const {
+  if (LatestLap() != nullptr) return FreeLap() >= 0;
+  int count = 0;
+  for (const Correction& correction : corrections_) {
+    if (const auto struck = StruckBy(correction); struck && IsLap(*struck)) count = struck->Count;
+  }
+  return count == 2;
+}
+
+bool LaneLog::HasTurnWithin(std::int64_t from, std::int64_t to) const {
+  const auto isTurn = [&](const LaneEvent& e) {
+    return e.Kind == "T" && e.EventTime >= from && e.EventTime <= to;
+  };
+  return std::ranges::any_of(Entries(), isTurn) ||
+         std::ranges::any_of(corrections_, [&](const Correction& correction) {
+           const auto struck = StruckBy(correction);
+           return struck && correction.by != kHand && isTurn(*struck);
+         });
 }
 
 // The free lap stands aside meanwhile, so that every lap counts one.

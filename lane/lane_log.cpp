@@ -78,6 +78,19 @@ int LaneLog::CountLaps() const {
   return laps;
 }
 
+const LaneEvent* LaneLog::LatestLap() const {
+  const LaneEvent* lap = nullptr;
+  for (const LaneEvent& event : Entries()) {
+    if (event.Kind == "L") lap = &event;
+  }
+  return lap;
+}
+
+std::int32_t LaneLog::LatestLapTime() const {
+  const LaneEvent* lap = LatestLap();
+  return lap == nullptr ? 0 : lap->EventTime;
+}
+
 void LaneLog::AddEvent(LaneEvent event) {
   if (event.Serial == 0) event.Serial = serial_ + 1;
   const unsigned serial = event.Serial;

@@ -81,6 +81,8 @@ class LaneLog {
   const LaneEvent& operator[](std::int64_t index) const { return Element(events_, index); }
   std::span<const LaneEvent> Entries() const { return {events_.data(), static_cast<std::size_t>(count_)}; }
   int CountLaps() const;                           // the count of the latest lap, 0 without one
+  const LaneEvent* LatestLap() const;              // null without one
+  std::int32_t LatestLapTime() const;              // 0 without one
   unsigned Revision() const { return revision_; }  // another one after each change
 
   void AddEvent(LaneEvent event);
@@ -109,6 +111,10 @@ class LaneLog {
   void MarkByHand(unsigned behind);  // the entries with a serial above that
   std::string MadeBy(const LaneEvent& event) const;
   int FreeLap() const;  // the index of a novice's free lap, -1 without one
+  // A novice's, whose free lap comes back with the first lap when all have been struck.
+  bool CreditsLap() const;
+  // From one race time to another, also one of a station that was struck.
+  bool HasTurnWithin(std::int64_t from, std::int64_t to) const;
 
   // Putting right. Each is kept as a correction, made at race time `now` in ms. A lap that goes or comes is
   // counted in all entries behind it; a novice's free lap stays with whichever lap is the first.

@@ -57,6 +57,34 @@ TEST(Corrections, UndoAndRedoFollowTheHandsUntilTheSave) {
   EXPECT_EQ(rig.Value("Race1_Lane3", "ByHand"), "-");
 }
 
+// Above it the free lap of a novice, which went from the lap by hand to that of the timers.
+TEST(Corrections, UndoTakesNoLapOfTheTimers) {
+  for (const bool crash : {false, true}) {
+    ConsoleRig rig(false, SystemFiles(), ConsoleRig::Way::AtOnce);
+    rig.Load();
+    rig.Click("frmLane1.chkNovice");
+    rig.Click("frmJudge.cmdStart");
+    rig.At(7000);
+    rig.Key("F1");
+    rig.At(15000);
+    rig.lane(0).DoStationLap(2, 15000, 400);
+    if (crash) {
+      rig.Key("F6");
+      rig.Crash(1000);
+      rig.Answer(Word::Yes);
+      rig.program.door().Enter({EventKind::Load});
+      rig.Click("frmJudge.mnuUndo");
+    }
+    EXPECT_EQ(rig.judge().mnuUndo.Caption(), "&Undo lap 1, lane 1");
+    for (const char* way : {"Undo", "Redo", "Undo"}) {
+      rig.Click(std::string("frmJudge.mnu") + way);
+      EXPECT_EQ(rig.lane(0).EventCount(), way[0] == 'U' ? 2 : 3);
+    }
+    EXPECT_EQ(rig.lane(0).Events().LatestLapTime(), 15000);
+    EXPECT_FALSE(rig.judge().mnuUndo.Enabled());
+  }
+}
+
 // The table strikes, inserts and moves by the entry that is chosen.
 TEST(Corrections, TheTablePutsALogRight) {
   ConsoleRig rig;
@@ -113,8 +141,12 @@ TEST(Corrections, AnAmendmentKeepsWhatWasBefore) {
   EXPECT_EQ(rig.judge().lblNotice.Caption(), "Not amended: the race stays as it was saved");
   EXPECT_EQ(rig.Value("Race1_Lane1", "NumLaps"), "10");
   strike();
-  rig.Answer(Word::Text, "Protest upheld");
-  rig.Click("frmLane2.lblStatus");
+  for (const char* lane : {"frmLane1.lblStatus", "frmLane2.lblStatus"}) {
+    EXPECT_FALSE(rig.race().Unsaved);
+    rig.Answer(Word::Text, "Protest upheld");
+    rig.Click(lane);
+    if (lane[7] == '1') rig.Click("frmJudge.cmdReorder");
+  }
   rig.Type("frmJudge.txtComments", "Lap 10 was lane 2");
   rig.Click("frmJudge.cmdSave");
   EXPECT_EQ(rig.LastBox(), "Amend Race");
@@ -135,7 +167,7 @@ TEST(Corrections, AnAmendmentKeepsWhatWasBefore) {
        {"Race1_Lane3", "Was1_Placing", "-"}}};
   for (const auto& [section, key, value] : kKept) EXPECT_EQ(rig.Value(section, key), value) << key;
   EXPECT_EQ(rig.judge().fraHeatControl.Caption(), "Race 1");
-  EXPECT_FALSE(rig.judge().cmdSave.Enabled());
+  EXPECT_FALSE(rig.judge().cmdSave.Enabled() || rig.judge().cmdReorder.Enabled());
 }
 
 }  // namespace

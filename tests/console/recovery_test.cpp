@@ -302,22 +302,27 @@ TEST(Recovery, TakesAnyFile) {
 // A turn is reported three times. A program that was held up hears the last of them when its own light is
 // out; so does one that died.
 TEST(Recovery, CountsATurnOnceHoweverLateItIsReportedAgain) {
-  ConsoleRig rig(true, SystemFiles(), ConsoleRig::Way::AtOnce);
-  rig.Load();
-  rig.Starter(60000, true);
-  const auto turnsAfter = [&](int ms, int sentAt, int light) {
-    rig.At(rig.platform.ClockMs() + ms);
-    rig.Receive(Frame(0, 6, 60000 + sentAt).Lane(0, 0, light));
-    return std::ranges::count(rig.lane(0).Events().Entries(), "T", &LaneEvent::Kind);
-  };
-  EXPECT_EQ(turnsAfter(7000, 7000, 100), 1);
-  EXPECT_EQ(turnsAfter(1500, 7300, 62), 1);
-  EXPECT_EQ(turnsAfter(2500, 11000, 100), 2);
-  rig.Crash(300);
-  rig.Answer(Word::Yes);
-  LoadAgain(rig);
-  EXPECT_EQ(turnsAfter(100, 11400, 50), 2);
-  EXPECT_EQ(turnsAfter(3900, 15300, 100), 3);
+  for (const bool byHand : {false, true}) {
+    ConsoleRig rig(true, SystemFiles(), ConsoleRig::Way::AtOnce);
+    rig.Load();
+    byHand ? rig.Click("frmJudge.cmdStart") : rig.Starter(60000, true);
+    const auto turnsAfter = [&](int ms, int sentAt, int light) {
+      rig.At(rig.platform.ClockMs() + ms);
+      rig.Receive(Frame(0, 6, 60000 + sentAt).Lane(0, 0, light));
+      return std::ranges::count(rig.lane(0).Events().Entries(), "T", &LaneEvent::Kind);
+    };
+    EXPECT_EQ(turnsAfter(7000, 7000, 100), 1);
+    EXPECT_EQ(turnsAfter(1500, 7300, 62), 1);
+    EXPECT_EQ(turnsAfter(2500, 11000, 100), 2);
+    rig.Crash(300);
+    rig.Answer(Word::Yes);
+    LoadAgain(rig);
+    EXPECT_EQ(turnsAfter(100, 11400, 50), 2);
+    EXPECT_EQ(turnsAfter(3900, 15300, 100), 3);
+    rig.lane(0).Strike(rig.lane(0).Events()[2].Serial);
+    EXPECT_EQ(turnsAfter(300, 15600, 62), 2);
+    EXPECT_EQ(turnsAfter(5000, 20600, 100), 3);
+  }
 }
 
 int Laps(const std::vector<field::ToldHeat>& heats) {

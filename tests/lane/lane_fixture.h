@@ -108,7 +108,7 @@ struct LaneRig {
         {"cut", [&] { lane.cmdCut.onClick(); }},
         {"turn", [&] { lane.cmdTurn.onClick(); }},
         {"key", [&] { lane.cntrCut(n); }},
-        {"strike", [&] { lane.Strike(lane.Events()[n].Serial); }},
+        {"strike", [&] { taken = lane.Strike(lane.Events()[n].Serial).value(); }},
         {"undo", [&] { taken = lane.Strike(owner.byHand.back(), "undone").value(); }},
         {"redo", [&] { lane.PutBack(taken); }},
         {"insert", [&] { lane.InsertLap(n); }},
