@@ -160,7 +160,7 @@ void frmJudge::EventEnded() {
                       book_.HasTimestamp(race_.RaceNumber));
   ShowCorrections();
   mnuProtestSheet.SetEnabled(!RaceBeingFlown());  // what is missing may still come
-  mnuBringBack.SetEnabled(!race_.AtStake() && keeper_.HasDropped());
+  mnuBringBack.SetEnabled(!race_.AtStake() && !race_.Amending && keeper_.HasDropped());
   lblController.SetVisible(link_.IsControllerMode());
   if (!race_.WaitsForSave()) notices_.TakeAway(Notices::Kind::kSaveFirst);
   if (race_.MayCorrect()) {
@@ -216,7 +216,7 @@ void frmJudge::CloseRequested() {
     race_.RaceActive = false;
     OfferSave(false);
   }
-  amendment_.End();
+  EndAmending(false);
   Form_Unload();
 }
 

@@ -80,6 +80,7 @@ class frmJudge : public JudgeControls, public LinkOwner {
   void mnuAmend_Click();
   void SaveAmendment();
   void EndAmending(bool saved);
+  static std::string AmendmentOutdated(int race);
   void ShowCorrections();
   std::string LostByClosing() const;
 
@@ -133,6 +134,7 @@ class frmJudge : public JudgeControls, public LinkOwner {
   void TakeUp(const KeptRace& kept);
   void ResumeAmending(const KeptRace& kept);
   void ShowAsItWas(const KeptRace& kept);
+  bool HasBegun(const KeptRace& kept) const;
   void FlyOn(const Starter::Memory& starter, std::int32_t raceTime);
 
   void ProcessStartersMessage(const StationMessage& frame);

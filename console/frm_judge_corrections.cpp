@@ -30,13 +30,16 @@ void frmJudge::EndAmending(bool saved) {
   cmdSave.SetEnabled(false);
   cmdReset.SetEnabled(false);
   cmdReorder.SetEnabled(false);
-  if (!saved) ShowNotice("Not amended: the race stays as it was saved");
+  if (saved) return;
+  const std::string notice = "Not amended: the race stays as it was saved";
+  ShowNotice(keeper_.Drop() ? notice + ". Its corrections: Bring Back Last Race" : notice);
 }
 
 void frmJudge::SaveAmendment() {
   if (!amendment_.Fits()) {
-    ShowCurrentRace();
-    return ShowNotice("Not amended: another program has changed this race");
+    EndAmending(true);
+    keeper_.SetRunningAside(AmendmentOutdated(race_.RaceNumber));
+    return ShowCurrentRace();
   }
   desk_.RankLanes();
   const int number = amendment_.Save(txtComments.Text(), door_.LocalNow());

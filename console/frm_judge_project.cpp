@@ -173,6 +173,7 @@ void frmJudge::mnuSelectFile_Click() {
 }
 
 void frmJudge::ShowOpenProject() {
+  EndAmending(false);
   projectOpen_ = true;
   race_.ProjectBaseName = WithoutExtension(race_.ProjectFile);
   race_.ResultsFile = race_.ProjectBaseName + ".csv";
@@ -260,8 +261,8 @@ std::optional<RadioRecord> frmJudge::RadioInRace() const {
   const auto reception = link_.InRace();
   if (!reception) return radioBefore_;
   RadioRecord radio{.damaged = reception->damaged, .lively = reception->lively};
-  for (const auto& [name, frames, silence] : reception->stations) {
-    radio.stations.push_back({name, frames, silence});
+  for (const auto& [name, heard, silence] : reception->stations) {
+    radio.stations.push_back({name, heard, silence});
   }
   return radioBefore_ ? Together(*radioBefore_, radio) : radio;
 }

@@ -38,6 +38,7 @@ void frmJudge::InitializeRace(std::int32_t laneStart) {
   race_.StartInfoPending = true;
   clock_.ResetStopwatch();
   keeper_.ForgetDropped();
+  notices_.TakeAway(Notices::Kind::kRecovered);
   IssueRaceEvent();
   ShowClock();
 }

@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+
 #include "base/text.h"
 #include "console/frm_judge.h"
 
@@ -11,10 +13,20 @@ namespace {
 // No aircraft is in the air any longer after the start signal: eleven laps of thirty seconds each.
 constexpr std::int32_t kLongestFlight = 11 * 30000;
 
+// In ms of race time.
+std::int64_t SignalOf(const KeptRace& kept) {
+  return SubtractLong(Starter::kSignal, kept.race.starter.laneStart);
+}
+
 // After so many ms.
 bool MayBeInTheAir(const KeptRace& kept, std::int64_t passed) {
-  const std::int64_t signal = SubtractLong(Starter::kSignal, kept.race.starter.laneStart);
-  return !kept.race.done && passed >= 0 && kept.at.raceTime + passed <= signal + kLongestFlight;
+  return !kept.race.done && passed >= 0 && kept.at.raceTime + passed <= SignalOf(kept) + kLongestFlight;
+}
+
+// Of so many ms that have passed: before the start signal there is nothing to judge.
+std::int64_t NotJudged(const KeptRace& kept, std::int64_t passed) {
+  const std::int64_t from = std::max<std::int64_t>(kept.at.raceTime, SignalOf(kept));
+  return std::max<std::int64_t>(kept.at.raceTime + passed - from, 0);
 }
 
 }  // namespace
@@ -37,9 +49,16 @@ RunningRace frmJudge::RunningNow() const {
 }
 
 void frmJudge::mnuBringBack_Click() {
-  if (race_.AtStake()) return;
-  if (const auto kept = keeper_.Dropped(); kept && MayTakeUp(*kept)) TakeUp(*kept);
-  keeper_.ForgetDropped();
+  if (race_.AtStake() || race_.Amending) return;
+  const auto kept = keeper_.Dropped();
+  if (!kept) return keeper_.ForgetDropped();
+  if (!MayTakeUp(*kept)) return keeper_.SetDroppedAside(AmendmentOutdated(kept->race.number));
+  TakeUp(*kept);
+  keeper_.DroppedIsTaken();
+}
+
+std::string frmJudge::AmendmentOutdated(int race) {
+  return fmt::format("Race {} has been changed since: its amendment", race);
 }
 
 // Asked once for a project: whether to go on with what was on the console when the program died.
@@ -55,7 +74,7 @@ void frmJudge::OfferRecovery() {
     const bool still = keeper_.HasLeft() && MayTakeUp(*kept);
     if (yes && still && door_.Contain([&] { TakeUp(*kept); })) keeper_.LeftIsTaken();
   } else if (kept && !kept->race.amends.empty()) {
-    return keeper_.EndOffer(fmt::format("Race {} has been changed since: its amendment", kept->race.number));
+    return keeper_.EndOffer(AmendmentOutdated(kept->race.number));
   }
   keeper_.EndOffer();
 }
@@ -77,19 +96,32 @@ void frmJudge::ResumeAmending(const KeptRace& kept) {
   ShowNotice("Amendment recovered: Save writes it in its place, Reset leaves the race as it was");
 }
 
-// While its aircraft may still be in the air the clock runs on by the time that has passed.
+// Past its start signal, or something is noted of it.
+bool frmJudge::HasBegun(const KeptRace& kept) const {
+  return kept.race.done || kept.at.raceTime >= SignalOf(kept) ||
+         std::ranges::any_of(lanes_, [](const auto& lane) { return lane->EventCount() != 0; });
+}
+
+// While its aircraft may still be in the air the clock runs on by the time that has passed. One that was
+// still counted down then is ready to be started again: nobody has flown it.
 void frmJudge::TakeUp(const KeptRace& kept) {
   const RunningRace& race = kept.race;
   if (!race.amends.empty()) return ResumeAmending(kept);
   const std::int64_t passed = MsBetween(kept.at.computer, door_.LookAtComputer());
   const bool inTheAir = MayBeInTheAir(kept, passed);
   ShowAsItWas(kept);
+  if (!inTheAir && !HasBegun(kept)) {
+    race_.RaceLoaded = true;
+    race_.ManualStart = false;
+    ReadyForNextRace();
+    return notices_.Show("Race recovered: it had not begun, start it again", Notices::Kind::kRecovered);
+  }
   RunRace();
   radioBefore_ = kept.at.radio;
   recovered_ = race.recovered.empty() ? "" : race.recovered + "; ";
   if (inTheAir) {
     FlyOn(race.starter, ToLong(kept.at.raceTime + passed));
-    const std::string missed = FormatSeconds(ToLong(passed)) + " s";
+    const std::string missed = FormatSeconds(ToLong(NotJudged(kept, passed))) + " s";
     recovered_ += missed + " not judged";
     notices_.Show("Race recovered: " + missed + " were not judged", Notices::Kind::kRecovered);
   } else {

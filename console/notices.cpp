@@ -19,8 +19,12 @@ void Notices::TakeAway(Kind kind) {
 void Notices::TellTroubles() {
   if (const auto moved = project_.TakeMoved(); !moved.empty()) Show(Join(moved, ';'));
   const std::string unkept = keeper_.Problem();
-  if (std::exchange(unkept_, unkept) != unkept && !unkept.empty()) {
-    Show("A crash would lose this race: " + unkept);
+  if (std::exchange(unkept_, unkept) != unkept) {
+    if (unkept.empty()) {
+      TakeAway(Kind::kNotKept);
+    } else {
+      Show("A crash would lose this race: " + unkept, Kind::kNotKept);
+    }
   }
   TellUnsaved();
   // Such an error is a fault of the program, or a full log: what was asked for has not been done.

@@ -14,7 +14,7 @@ namespace quorvane {
 class Notices {
  public:
   // A notice that is no news goes when its reason does.
-  enum class Kind : std::uint8_t { kNews, kSaveFirst, kCountsOverRace, kNotSaved, kRecovered };
+  enum class Kind : std::uint8_t { kNews, kSaveFirst, kCountsOverRace, kNotSaved, kNotKept, kRecovered };
 
   Notices(JudgeControls& shown, const Door& door, Project& project, const BackgroundFiles& keeper)
       : shown_(shown), door_(door), project_(project), keeper_(keeper) {}

@@ -13,12 +13,15 @@ namespace quorvane {
 void RaceKeeper::Keep(const RunningRace& race, const RadioSoFar& radio) {
   State state{race, {}};
   std::ranges::transform(lanes_, state.lanes.begin(), [](const auto& lane) { return lane->Running(); });
-  if (kept_ == state) return;
+  const bool same = kept_ == state;
+  if (same && (!race_.BeingFlown() || door_.Now() - keptAt_ < kBeat)) return;
   kept_ = std::move(state);
+  keptAt_ = door_.Now();
   text_ = TextOf(race, radio);
   file_ = Beside(kRunningEnding);
+  corrected_ = !race.amends.empty() && !InProject(*ReadRunning(text_));
   SetAside(kRunningEnding, left_, kNotRecovered);
-  files_.Keep(file_, text_);
+  files_.Keep(file_, text_, std::exchange(replaced_, {}));
 }
 
 std::string RaceKeeper::TextOf(const RunningRace& race, const RadioSoFar& radio) {
@@ -35,20 +38,51 @@ void RaceKeeper::Release() {
   kept_.reset();
 }
 
-void RaceKeeper::Drop() {
-  if (!kept_) return;
-  dropped_ = text_;
-  files_.Keep(Beside(kDroppedEnding), dropped_);
-  files_.Remove(file_);
-  kept_.reset();
+// It was judged until now, and not only until it was kept last.
+bool RaceKeeper::Drop() {
+  if (!kept_) return false;
+  const RunningRace race = std::exchange(kept_, {})->race;
+  if (!race.amends.empty() && !corrected_) {
+    files_.Remove(file_);
+    return false;
+  }
+  SetAside(kDroppedEnding, dropped_, "What was thrown away before");
+  ProfileFile file(text_);
+  WriteMoment(file, {ToLong(door_.Now() - race.clockOfZero), door_.ComputerNow()});
+  dropped_ = file.Serialize();
+  files_.Keep(Beside(kDroppedEnding), dropped_, file_);
+  return true;
 }
 
 void RaceKeeper::ForgetDropped() {
+  const auto kept = Dropped();
+  if (kept && !kept->race.amends.empty()) return;
   if (!std::exchange(dropped_, {}).empty()) files_.Remove(Beside(kDroppedEnding));
 }
 
+void RaceKeeper::DroppedIsTaken() {
+  dropped_.clear();
+  if (race_.MayCorrect()) {
+    replaced_ = Beside(kDroppedEnding);
+  } else {
+    files_.Remove(Beside(kDroppedEnding));
+  }
+}
+
+void RaceKeeper::SetDroppedAside(const std::string& what) {
+  SetAside(kDroppedEnding, dropped_, what, Beside(kDroppedEnding));
+}
+
+void RaceKeeper::SetRunningAside(const std::string& what) {
+  if (!std::exchange(kept_, {})) return;
+  SetAside(kRunningEnding, text_, what, file_);
+}
+
 void RaceKeeper::FindLeft() {
-  left_ = files_.Read(Beside(kRunningEnding)).value_or("");
+  of_ = race_.ProjectFile;
+  const auto left = files_.Read(Beside(kRunningEnding));
+  found_ = left.has_value();
+  left_ = left.value_or("");
   dropped_ = files_.Read(Beside(kDroppedEnding)).value_or("");
   TakeUnsaved();
 }
@@ -56,7 +90,7 @@ void RaceKeeper::FindLeft() {
 // What a program that died could not save goes into the project as if it had been saved now.
 void RaceKeeper::TakeUnsaved() {
   std::string text = files_.Read(Beside(kUnsavedEnding)).value_or("");
-  if (text.empty() || !project_.Saved()) return;
+  if (text.empty() || project_.HasPending()) return;  // its own, of a project that is opened again
   unsaved_[Beside(kUnsavedEnding)] = 0;
   if (!project_.TakePending(text))
     return SetAside(kUnsavedEnding, text, "What another contest could not save");
@@ -128,19 +162,22 @@ std::string RaceKeeper::StoryOf(const KeptRace& kept) const {
   return story;
 }
 
-void RaceKeeper::SetAside(const char* ending, std::string& text, const std::string& what) {
+void RaceKeeper::SetAside(const char* ending, std::string& text, const std::string& what,
+                          const std::string& replaced) {
   if (text.empty()) return;
   std::string aside;
-  for (int number = 1; aside.empty() || FileExists(aside); ++number) {
+  // One that still waits for the disk is taken, too.
+  for (int number = 1; aside.empty() || FileExists(aside) || !asides_.insert(aside).second; ++number) {
     aside = fmt::format("{}-{}", Beside(ending), number);
   }
-  files_.Keep(aside, std::exchange(text, {}));
+  files_.Keep(aside, std::exchange(text, {}), replaced);
   notices_.Show(what + " is kept in " + FileNameOf(aside));
 }
 
 void RaceKeeper::EndOffer(const std::string& what) {
-  SetAside(kRunningEnding, left_, what);
-  if (!race_.AtStake()) files_.Remove(Beside(kRunningEnding));
+  const bool free = !race_.AtStake() && !race_.Amending;
+  if (free && found_ && left_.empty()) files_.Remove(Beside(kRunningEnding));
+  SetAside(kRunningEnding, left_, what, free ? Beside(kRunningEnding) : "");
 }
 
 }  // namespace quorvane

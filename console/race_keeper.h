@@ -4,6 +4,7 @@
 #include <functional>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 
 #include "console/notices.h"
@@ -33,9 +34,16 @@ class RaceKeeper {
   void KeepUnsaved();
   // False: the disk of the project refuses that too.
   bool KeepsUnsaved() const { return files_.Problem().empty(); }
-  // The race goes without being saved: it can be brought back until the next one starts.
-  void Drop();
+  // The race, or an amendment that has put something right, goes without being saved: a race can be brought
+  // back until the next one starts, an amendment until something else is dropped. False: there was nothing.
+  bool Drop();
+  // A race; an amendment stays.
   void ForgetDropped();
+  // It is on the console again, and stays on the disk until it is kept there.
+  void DroppedIsTaken();
+  // What cannot go on any more, under another name: `what` tells the operator what it is.
+  void SetDroppedAside(const std::string& what);
+  void SetRunningAside(const std::string& what);
   bool HasDropped() const { return !dropped_.empty(); }
   std::optional<KeptRace> Dropped() const { return ReadRunning(dropped_); }
 
@@ -59,9 +67,12 @@ class RaceKeeper {
   };
 
   static constexpr const char* kNotRecovered = "The race that was not recovered";
+  // ms between two times that a race in flight is kept, although nothing is new: what was judged is known.
+  static constexpr std::int64_t kBeat = 1000;
 
-  void SetAside(const char* ending, std::string& text, const std::string& what);
-  std::string Beside(const char* ending) const { return BesideProject(race_.ProjectFile, ending); }
+  void SetAside(const char* ending, std::string& text, const std::string& what,
+                const std::string& replaced = {});
+  std::string Beside(const char* ending) const { return BesideProject(of_, ending); }
   std::string TextOf(const RunningRace& race, const RadioSoFar& radio);
   bool InProject(const KeptRace& kept);
   bool SavedIn(const std::string& section, const KeptRace& kept);
@@ -75,9 +86,15 @@ class RaceKeeper {
   Notices& notices_;
   RaceBook book_{project_, race_};
   std::optional<State> kept_;  // of the race on the console, as it was kept last
+  std::int64_t keptAt_ = 0;    // ms of the console clock
+  bool corrected_ = false;     // the amendment on the console differs from what is saved
   std::string text_;
   std::string file_;
-  std::string left_;  // by a program that died, until the operator has decided
+  std::string replaced_;  // goes when the race on the console is kept
+  std::string of_;        // the project that is open; another one may be about to be
+  std::set<std::string> asides_;
+  bool found_ = false;  // a file of a race, whatever was in it
+  std::string left_;    // by a program that died, until the operator has decided
   std::map<std::string, std::size_t>
       unsaved_;          // values that are kept for a project, by the file that has them
   std::string dropped_;  // the last race that went without being saved; empty: none

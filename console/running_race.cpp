@@ -43,6 +43,14 @@ void ValuesAt(At& at, const Use& use) {
   use("SinceBootMs", at.computer.sinceBootMs);
 }
 
+auto Writing(ProfileFile& file) {
+  return [&file]<typename Value>(const std::string& key, const Value& value) {
+    constexpr const char* kForm = std::is_same_v<Value, std::string> ? "{}" : "{:d}";
+    const std::string text = fmt::format(fmt::runtime(kForm), value);
+    if (!text.empty()) file.Write(kRunningSection, key, text);
+  };
+}
+
 // As far as the type and the precision of the file's numbers go.
 template <typename Number>
 void Take(const std::string& text, Number& number) {
@@ -62,14 +70,13 @@ void Take(const std::string& text, std::string& value) {
 }  // namespace
 
 void WriteRunning(ProfileFile& file, const RunningRace& race, const KeptAt& at) {
-  const auto use = [&]<typename Value>(const std::string& key, const Value& value) {
-    constexpr const char* kForm = std::is_same_v<Value, std::string> ? "{}" : "{:d}";
-    const std::string text = fmt::format(fmt::runtime(kForm), value);
-    if (!text.empty()) file.Write(kRunningSection, key, text);
-  };
-  Values(race, use);
-  ValuesAt(at, use);
-  if (at.radio) KeepRadio(*at.radio, use);
+  Values(race, Writing(file));
+  WriteMoment(file, at);
+}
+
+void WriteMoment(ProfileFile& file, const KeptAt& at) {
+  ValuesAt(at, Writing(file));
+  if (at.radio) KeepRadio(*at.radio, Writing(file), true);
 }
 
 ReadValue KeptRace::Reader() const {

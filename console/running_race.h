@@ -44,6 +44,8 @@ struct KeptAt {
 };
 
 void WriteRunning(ProfileFile& file, const RunningRace& race, const KeptAt& at);
+// Over an earlier moment.
+void WriteMoment(ProfileFile& file, const KeptAt& at);
 
 struct KeptRace {
   ReadValue Reader() const;  // for its lanes; good for as long as this is

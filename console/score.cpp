@@ -93,10 +93,13 @@ bool ScoreKeeper::BetweenRaces() const {
 // Once: the starter's stop makes the console ready for the next race as soon as one is over.
 void ScoreKeeper::ReadLastResult() {
   const RaceState& race = program_.race();
-  const std::tuple last(race.ProjectFile, race.LastRaceRun, race.NumberReflys);
+  Project& project = program_.project();
+  const std::string section = RaceBook(project, program_.race()).ShownSection(race.LastRaceRun);
+  const std::tuple last(race.ProjectFile, race.LastRaceRun, race.NumberReflys,
+                        project.GetProjectValue(section, "Amendments", ""));
   if (of_ == last) return;
   of_ = last;
-  const RaceRecord record = ReadRace(OpenProject(program_.project(), race), race.LastRaceRun);
+  const RaceRecord record = ReadRace(OpenProject(project, race), race.LastRaceRun);
   result_ = record.hasRun ? std::optional(ResultOf(record)) : std::nullopt;
 }
 

@@ -40,7 +40,7 @@ class ScoreKeeper {
 
   Program& program_;
   std::optional<Score> result_;
-  std::tuple<std::string, int, int> of_;  // project, race, number of reflys
+  std::tuple<std::string, int, int, std::string> of_;  // project, race, number of reflys, amendments
 };
 
 }  // namespace quorvane

@@ -16,6 +16,7 @@ namespace {
 
 constexpr std::size_t kLargest = std::size_t{4} << 20;
 constexpr int kEndMs = 1000;
+constexpr std::chrono::milliseconds kLong{1000};
 constexpr std::chrono::milliseconds kRetry{1000};
 constexpr std::chrono::milliseconds kNextDisk{20};
 
@@ -51,6 +52,7 @@ struct BackgroundFiles::Writer {
   struct Job {
     std::string path;
     std::optional<std::string> bytes;  // none: the file goes
+    std::string replaced = {};         // goes after it
   };
 
   explicit Writer(FileOps& ops) : files(ops) {}
@@ -62,7 +64,8 @@ struct BackgroundFiles::Writer {
   mutable std::condition_variable changed;
   std::deque<Job> jobs;  // the first one is in hand while `busy`
   std::string problem;
-  unsigned told = 0;  // changes with every new job
+  std::chrono::steady_clock::time_point begun;  // the job in hand
+  unsigned told = 0;                            // changes with every new job
   bool busy = false;
   bool started = false;
   bool ends = false;
@@ -78,19 +81,26 @@ void BackgroundFiles::Writer::Work() {
     if (jobs.empty()) break;
     Job job = jobs.front();
     busy = true;
+    begun = std::chrono::steady_clock::now();
     lock.unlock();
     const std::error_code error = Put(files, job.path, job.bytes);
     lock.lock();
     busy = false;
+    const std::string replaced = std::move(jobs.front().replaced);  // what is still to go
     jobs.pop_front();
-    const bool newer = std::ranges::count(jobs, job.path, &Job::path) > 0;
-    if (error && !newer) jobs.push_back(std::move(job));
+    const auto newer = std::ranges::find(jobs, job.path, &Job::path);
+    if (!error && !replaced.empty()) jobs.push_front({replaced, std::nullopt});
+    if (error && newer != jobs.end()) {
+      if (newer->replaced.empty()) newer->replaced = replaced;
+    } else if (error) {
+      jobs.push_back({job.path, std::move(job.bytes), replaced});
+    }
     failures = error ? failures + 1 : 0;
     if (error || jobs.empty()) problem = error ? error.message() : "";
     changed.notify_all();
     if (!error) continue;
     if (ends && failures >= jobs.size()) break;
-    const auto pause = jobs.size() == 1 ? kRetry : kNextDisk;
+    const auto pause = failures % jobs.size() == 0 ? kRetry : kNextDisk;
     changed.wait_for(lock, pause, [&, seen = told] { return ends || told != seen; });
   }
   ended = true;
@@ -108,31 +118,41 @@ BackgroundFiles::~BackgroundFiles() {
   writer_->changed.wait_for(lock, std::chrono::milliseconds(kEndMs), [&] { return writer_->ended; });
 }
 
-void BackgroundFiles::Do(const std::string& path, std::optional<std::string> bytes) {
+void BackgroundFiles::Do(const std::string& path, std::optional<std::string> bytes,
+                         const std::string& replaced) {
   if (way_ == Way::InMemory) {
     if (!bytes) return void(memory_.erase(path));
     memory_[path] = *std::move(bytes);
+    memory_.erase(replaced);
     return;
   }
   const std::scoped_lock lock(writer_->mutex);
   if (way_ == Way::AtOnce) {
-    const std::error_code error = Put(files_, path, bytes);
+    std::error_code error = Put(files_, path, bytes);
+    if (!error && !replaced.empty()) error = TakeAway(files_, replaced);
     writer_->problem = error ? error.message() : "";
     return;
   }
   ++writer_->told;
   auto& jobs = writer_->jobs;
   const bool lastWaits = jobs.size() > (writer_->busy ? 1 : 0);
-  if (lastWaits && jobs.back().path == path) jobs.pop_back();
-  jobs.push_back({path, std::move(bytes)});
+  for (Writer::Job& job : jobs) {
+    if (job.replaced == path) job.replaced.clear();
+  }
+  Writer::Job next{path, std::move(bytes), replaced};
+  if (lastWaits && jobs.back().path == path) {
+    if (next.replaced.empty()) next.replaced = std::move(jobs.back().replaced);
+    jobs.pop_back();
+  }
+  jobs.push_back(std::move(next));
   writer_->changed.notify_all();
   if (std::exchange(writer_->started, true)) return;
   // Left to itself: nothing ends a thread that waits for a disk.
   std::thread([writer = writer_] { writer->Work(); }).detach();
 }
 
-void BackgroundFiles::Keep(const std::string& path, std::string bytes) {
-  Do(path, std::move(bytes));
+void BackgroundFiles::Keep(const std::string& path, std::string bytes, const std::string& replaced) {
+  Do(path, std::move(bytes), replaced);
 }
 
 void BackgroundFiles::Remove(const std::string& path) {
@@ -153,7 +173,9 @@ std::optional<std::string> BackgroundFiles::Read(const std::string& path) {
 
 std::string BackgroundFiles::Problem() const {
   const std::scoped_lock lock(writer_->mutex);
-  return writer_->problem;
+  const bool takesLong = writer_->busy && std::chrono::steady_clock::now() - writer_->begun > kLong;
+  if (!takesLong || !writer_->problem.empty()) return writer_->problem;
+  return "Writing " + writer_->jobs.front().path + " takes long";
 }
 
 bool BackgroundFiles::Wait(int longestMs) const {

@@ -22,7 +22,7 @@ std::string BesideProject(const std::string& project, const char* ending);
 
 // Small files that must be on the disk within a moment, but must never make the caller wait: the race on the
 // console, kept beside its project while it is flown. A thread of its own replaces each file in one step and
-// goes on trying, once a second, until the newest text is on the disk.
+// goes on trying, each file once a second, until the newest text is on the disk.
 //
 // From one thread only. `files` is used on the thread of the writer, and has to outlive the program where a
 // disk may hang: what hangs is left behind at the end.
@@ -40,14 +40,16 @@ class BackgroundFiles {
   BackgroundFiles(const BackgroundFiles&) = delete;
   BackgroundFiles& operator=(const BackgroundFiles&) = delete;
 
-  // The file has this content from now on; only the newest is written when several wait.
-  void Keep(const std::string& path, std::string bytes);
+  // The file has this content from now on; of several that wait in a row for one file only the newest is
+  // written. `replaced` goes when that is on the disk, not before, unless it is told something new itself.
+  void Keep(const std::string& path, std::string bytes, const std::string& replaced = {});
   void Remove(const std::string& path);
   // What the file holds, with all that was told before: waits for it, but not longer than a second. Nothing
   // when there is none that can be read.
   std::optional<std::string> Read(const std::string& path);
 
-  // Why the newest content is not on the disk, in words for the operator; empty while all is well.
+  // Why the newest content is not on the disk, in words for the operator; empty while all is well. A disk
+  // that takes longer than a second over one file is a reason.
   std::string Problem() const;
   // True: everything is on the disk. Waits so long at the most.
   bool Wait(int longestMs) const;
@@ -55,7 +57,7 @@ class BackgroundFiles {
  private:
   struct Writer;
 
-  void Do(const std::string& path, std::optional<std::string> bytes);
+  void Do(const std::string& path, std::optional<std::string> bytes, const std::string& replaced = {});
 
   FileOps& files_;
   const Way way_;

@@ -73,7 +73,7 @@ class frmSerialPort : public Form {
   struct Reception {
     struct Station {
       std::string name;
-      std::int64_t frames = 0;
+      std::int64_t heard = 0;  // how often, acknowledgements too
       std::int64_t longestSilence = 0;
     };
     std::int64_t damaged = 0;       // frames

@@ -151,7 +151,7 @@ std::optional<frmSerialPort::Reception> frmSerialPort::InRace() const {
   for (int i = 0; i < kStations; ++i) {
     if (!IsExpected(i)) continue;
     reception.stations.push_back(
-        {StationLabel(i), ofRace_.Of(i).frames, ofRace_.LongestSilence(i, raceUntil_)});
+        {StationLabel(i), ofRace_.Of(i).heard, ofRace_.LongestSilence(i, raceUntil_)});
   }
   return reception;
 }

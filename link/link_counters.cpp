@@ -64,6 +64,7 @@ void LinkCounters::Heard(int address, std::int64_t now) {
   Station& station = stations[static_cast<std::size_t>(address)];
   station.longestSilence = LongestSilence(address, now);
   station.lastHeard = now;
+  ++station.heard;
 }
 
 LinkCounters LinkCounters::Since(std::int64_t now) {

@@ -20,6 +20,7 @@ struct LinkCounters {
 
   struct Station {
     std::int64_t frames = 0;
+    std::int64_t heard = 0;       // how often, acknowledgements too
     std::int64_t lastHeard = -1;  // -1: never
     std::int64_t longestSilence = 0;
   };
@@ -31,7 +32,7 @@ struct LinkCounters {
   // The longest time between two signs of life, or since the last one; 0 when the station was never heard.
   std::int64_t LongestSilence(int address, std::int64_t now) const;
   bool WasHeard(int address) const { return Of(address).lastHeard >= 0; }
-  // A station that has not been heard for more than five seconds, counted from `since` at the earliest.
+  // A station that has not been heard for more than 4.4 s, counted from `since` at the earliest.
   bool IsSilent(int address, std::int64_t now, std::int64_t since) const;
 
   // From now on, with every station as if it had just been heard.

@@ -41,19 +41,20 @@ RadioRecord Together(RadioRecord before, const RadioRecord& after) {
   return before;
 }
 
-void KeepRadio(const RadioRecord& radio,
-               const std::function<void(const char* key, const std::string&)>& set) {
-  if (!radio.lively) return;
+void KeepRadio(const RadioRecord& radio, const std::function<void(const char* key, const std::string&)>& set,
+               bool whole) {
+  if (whole) set("Lively", radio.lively ? "1" : "0");
+  if (!whole && !radio.lively) return;
   if (radio.damaged > 0) set("FramesDamaged", std::to_string(radio.damaged));
   std::vector<std::string> silent;
-  for (const auto& [name, frames, silence] : SilentStations(radio)) {
+  for (const auto& [name, frames, silence] : whole ? radio.stations : SilentStations(radio)) {
     silent.push_back(fmt::format("{};{};{}", name, silence, frames));
   }
   if (!silent.empty()) set("SilentStations", Join(silent, ','));
 }
 
 std::optional<RadioRecord> ReadRadio(const std::function<std::string(const char* key)>& value) {
-  RadioRecord radio{.damaged = Figure(value("FramesDamaged"))};
+  RadioRecord radio{.damaged = Figure(value("FramesDamaged")), .lively = value("Lively") != "0"};
   for (const std::string& station : Split(value("SilentStations"), ',')) {
     const std::vector<std::string> fields = Split(station, ';');
     if (fields.size() != 3 || radio.stations.size() >= kMostStations) continue;

@@ -12,7 +12,7 @@ namespace quorvane {
 struct RadioRecord {
   struct Station {
     std::string name;
-    std::int64_t frames = 0;          // that it was heard with
+    std::int64_t frames = 0;          // that it was heard with, acknowledgements too
     std::int64_t longestSilence = 0;  // ms
   };
   std::int64_t damaged = 0;  // frames
@@ -28,8 +28,9 @@ RadioRecord Together(RadioRecord before, const RadioRecord& after);
 // In the section of the race: "FramesDamaged", and "SilentStations", each with its longest silence in ms and
 // the frames that it was heard with, "Judges 2;12345;40,Display;65000;0". What has not happened gets no key,
 // and a radio on which hardly anybody spoke none either; then nothing is read. Values that are read may be
-// anything.
-void KeepRadio(const RadioRecord& radio, const std::function<void(const char* key, const std::string&)>& set);
+// anything. `whole`: of a race that goes on; every station, and whether the radio was lively.
+void KeepRadio(const RadioRecord& radio, const std::function<void(const char* key, const std::string&)>& set,
+               bool whole = false);
 std::optional<RadioRecord> ReadRadio(const std::function<std::string(const char* key)>& value);
 
 // "3 frames damaged; silent for more than 5 s: Judges 2 (12.3 s), Display (not heard in the race)".
