@@ -121,12 +121,14 @@ void frmJudge::TakeUp(const KeptRace& kept) {
   recovered_ = race.recovered.empty() ? "" : race.recovered + "; ";
   if (inTheAir) {
     FlyOn(race.starter, ToLong(kept.at.raceTime + passed));
-    const std::string missed = FormatSeconds(ToLong(NotJudged(kept, passed))) + " s";
+    const std::string missed = FormatRatio(NotJudged(kept, passed), 1000, 2) + " s";
     recovered_ += missed + " not judged";
     notices_.Show("Race recovered: " + missed + " were not judged", Notices::Kind::kRecovered);
   } else {
     starter_.Resume(race.starter, clock_.RaceTime());
     FinalizeRace();
+    // Called off before its signal it is saved only where somebody says so.
+    race_.RaceActive = race.done || kept.at.raceTime >= SignalOf(kept);
     recovered_ += race.done ? "after its end" : "stopped at " + FormatSeconds(kept.at.raceTime);
     notices_.Show("Race recovered: look at it, then save it", Notices::Kind::kRecovered);
   }

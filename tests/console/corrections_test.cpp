@@ -138,7 +138,8 @@ TEST(Corrections, AnAmendmentKeepsWhatWasBefore) {
   };
   strike();
   rig.Click("frmJudge.cmdIncHeat");
-  EXPECT_EQ(rig.judge().lblNotice.Caption(), "Not amended: the race stays as it was saved");
+  EXPECT_EQ(rig.judge().lblNotice.Caption(),
+            "Not amended: the race stays as it was saved. Its corrections: Bring Back Last Race");
   EXPECT_EQ(rig.Value("Race1_Lane1", "NumLaps"), "10");
   strike();
   for (const char* lane : {"frmLane1.lblStatus", "frmLane2.lblStatus"}) {

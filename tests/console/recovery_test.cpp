@@ -245,6 +245,71 @@ TEST(Recovery, GoesOnWithAnAmendment) {
   }
 }
 
+// However it is left; a race that starts then does not take it either.
+TEST(Recovery, BringsBackAnAmendmentThatWasLeft) {
+  for (const std::string left : {"Reset", "IncHeat", "Start", "Changed"}) {
+    SCOPED_TRACE(left);
+    ConsoleRig rig(false, SystemFiles(), ConsoleRig::Way::AtOnce);
+    FlyThreeLaps(rig);
+    rig.At(70000);
+    rig.Click("frmJudge.cmdSave");
+    rig.Click("frmJudge.cmdDecHeat");
+    rig.Click("frmJudge.mnuAmend");
+    rig.Click("frmLane1.mnuLog");
+    rig.Click("frmLog.cmdStrike");
+    const auto logs = Logs(rig);
+    EXPECT_FALSE(rig.judge().mnuBringBack.Enabled());
+    if (left == "Changed") {
+      rig.program.project().SetProjectValue("Race1", "Amendments", "1");
+      rig.Click("frmJudge.cmdSave");
+      EXPECT_TRUE(FileExists(rig.folder / "contest.running-1"));
+      continue;
+    }
+    rig.Click("frmJudge.cmd" + (left == "Start" ? "Reset" : left));
+    if (left == "Start") {
+      rig.Click("frmJudge.cmdStart");
+      rig.At(140000);
+      rig.Click("frmJudge.cmdSave");
+    }
+    rig.Click("frmJudge.mnuBringBack");
+    EXPECT_TRUE(rig.race().Amending);
+    EXPECT_EQ(Logs(rig), logs);
+    EXPECT_FALSE(FileExists(rig.folder / "contest.dropped"));
+    EXPECT_TRUE(FileExists(rig.folder / "contest.running"));
+  }
+}
+
+// Killed in the count, nobody has flown it and nothing was missed.
+TEST(Recovery, InventsNothingOfARaceBeforeItsSignal) {
+  for (const bool late : {false, true}) {
+    ConsoleRig rig(false, SystemFiles(), ConsoleRig::Way::AtOnce);
+    rig.Load();
+    rig.Click("frmJudge.chkSixtySecondCount");
+    rig.Type("frmJudge.txtComments", "Gusts");
+    rig.Click("frmJudge.cmdStart");
+    rig.At(50000);
+    rig.Crash(late ? 420000 : 4000);
+    rig.Answer(Word::Yes);
+    LoadAgain(rig);
+    EXPECT_EQ(rig.judge().lblNotice.Caption(), late ? "Race recovered: it had not begun, start it again"
+                                                    : "Race recovered: 0.00 s were not judged");
+    EXPECT_EQ(rig.race().RaceActive, !late);
+    EXPECT_EQ(rig.judge().cmdStart.Enabled(), late);
+    EXPECT_FALSE(rig.race().Unsaved);
+    EXPECT_EQ(rig.judge().txtComments.Text(), "Gusts");
+    EXPECT_EQ(FileExists(rig.folder / "contest.running"), !late);
+  }
+}
+
+TEST(Recovery, KnowsWhomTheRadioHadHeardBefore) {
+  ProfileFile file;
+  WriteRunning(file, {}, {.radio = RadioRecord{.stations = {{"Judges 2", 40, 900}}, .lively = false}});
+  const auto kept = ReadRunning(file.Serialize());
+  ASSERT_TRUE(kept && kept->at.radio && !kept->at.radio->lively);
+  const std::string text = RadioText(Together(*kept->at.radio, {.stations = {{"Judges 2", 0, 9000}}}));
+  EXPECT_TRUE(text.ends_with("Judges 2 (9.0 s)")) << text;
+}
+
 // The project cannot be replaced, what lies beside it can.
 struct ProjectRefused : FileOps {
   bool refused = false;

@@ -57,6 +57,15 @@ TEST(ScoreKeeper, ShowsTheRaceThenItsResultAndNothingOfARaceThatIsReflown) {
   rig.Click("frmJudge.cmdSave");
   EXPECT_EQ(keeper.Now().heat + ", " + keeper.Now().clock, "Round 1  Heat 2, Result");
 
+  rig.Click("frmJudge.cmdDecHeat");
+  rig.Click("frmJudge.mnuAmend");
+  rig.Answer(DialogAnswer::Word::Text, "Protest");
+  rig.Click("frmLane1.lblStatus");
+  rig.Click("frmJudge.cmdSave");
+  rig.Click("frmJudge.cmdIncHeat");
+  rig.race().LastRaceRun = 2;
+  EXPECT_EQ(Rows(keeper.Now())[0], "|||Protest!");
+
   for (int race = 3; race > 1; --race) rig.Click("frmJudge.cmdDecHeat");
   EXPECT_EQ(keeper.Now().clock, "Waiting");
   EXPECT_EQ(Rows(keeper.Now())[0], "12|1|1:17.00|1st");

@@ -82,6 +82,28 @@ TEST(BackgroundFiles, HaveANameOfTheirOwnForEachProject) {
   EXPECT_EQ(BesideProject("/My.Cups/day", kRunningEnding), "/My.Cups/day.running");
 }
 
+// The only copy stays until the one in its place is on the disk; a disk that only hangs is told of.
+TEST(BackgroundFiles, RemoveWhatIsReplacedOnlyAfterIt) {
+  const ScratchFolder folder;
+  TroubledDisk disk;
+  BackgroundFiles files(disk, BackgroundFiles::Way::OwnThread);
+  files.Keep(folder / "a", "only");
+  ASSERT_TRUE(files.Wait(5000));
+  disk.failing = 5;
+  files.Keep(folder / "b", "only", folder / "a");
+  EXPECT_FALSE(files.Wait(100));
+  EXPECT_EQ(OnDisk(folder / "a"), "only");
+  disk.failing = -1;
+  EXPECT_TRUE(files.Wait(5000));
+  EXPECT_EQ(OnDisk(folder / "a") + OnDisk(folder / "b"), "noneonly");
+  disk.slowMs = 300;
+  files.Keep(folder / "b", "slow");
+  std::this_thread::sleep_for(milliseconds(1200));
+  EXPECT_TRUE(files.Problem().ends_with(" takes long"));
+  EXPECT_TRUE(files.Wait(5000));
+  EXPECT_EQ(files.Problem(), "");
+}
+
 TEST(BackgroundFiles, KeepTheOrderOfWhatIsKeptAndRemoved) {
   const ScratchFolder folder;
   for (const auto way : {BackgroundFiles::Way::OwnThread, BackgroundFiles::Way::AtOnce}) {
