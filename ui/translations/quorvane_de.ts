@@ -1880,6 +1880,10 @@ des Rennens STEUERN?</translation>
         <translation>Übungsfeld ...</translation>
     </message>
     <message>
+        <source>&amp;Practice Field...</source>
+        <translation>Ü&amp;bungsfeld ...</translation>
+    </message>
+    <message>
         <source>End the practice first</source>
         <translation>Erst die Übung beenden</translation>
     </message>
@@ -1952,6 +1956,10 @@ des Rennens STEUERN?</translation>
         <translation>Übung beginnen</translation>
     </message>
     <message>
+        <source>&amp;Start Practice</source>
+        <translation>Übung &amp;beginnen</translation>
+    </message>
+    <message>
         <source>End Practice</source>
         <translation>Übung beenden</translation>
     </message>
@@ -1966,6 +1974,10 @@ des Rennens STEUERN?</translation>
     <message>
         <source>Judge 2 falls silent</source>
         <translation>Richter 2 verstummt</translation>
+    </message>
+    <message>
+        <source>&amp;Judge 2 falls silent</source>
+        <translation>Ri&amp;chter 2 verstummt</translation>
     </message>
     <message>
         <source>The starter restarts in the first heat</source>
