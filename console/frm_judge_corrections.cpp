@@ -32,7 +32,7 @@ void frmJudge::EndAmending(bool saved) {
   cmdReorder.SetEnabled(false);
   if (saved) return;
   const std::string notice = "Not amended: the race stays as it was saved";
-  ShowNotice(keeper_.Drop() ? notice + ". Its corrections: Bring Back Last Race" : notice);
+  ShowNotice(keeper_.Drop() ? notice + ". " + "Its corrections: Bring Back Last Race" : notice);
 }
 
 void frmJudge::SaveAmendment() {

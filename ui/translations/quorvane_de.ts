@@ -606,6 +606,18 @@ Cut  %2</translation>
         <translation>Rennen zu Ende: erst speichern</translation>
     </message>
     <message>
+        <source>Its corrections: Bring Back Last Race</source>
+        <translation>Seine Korrekturen: Letztes Rennen zurückholen</translation>
+    </message>
+    <message>
+        <source>Race recovered: it had not begun, start it again</source>
+        <translation>Rennen wiederhergestellt: es hatte nicht begonnen, neu starten</translation>
+    </message>
+    <message>
+        <source>What was thrown away before</source>
+        <translation>Was vorher weggeworfen wurde</translation>
+    </message>
+    <message>
         <source>Race recovered: look at it, then save it</source>
         <translation>Rennen wiederhergestellt: ansehen, dann speichern</translation>
     </message>
