@@ -62,7 +62,7 @@ FoundProject LookForProject(const std::string& file) {
 std::string PrepareFirstStart(const FirstAnswers& answers, SettingsStore& settings) {
   RaceState race;
   Project project(race);
-  if (const std::string trouble = OpenAsProject(project, answers.project); !trouble.empty()) return trouble;
+  if (std::string trouble = OpenAsProject(project, answers.project); !trouble.empty()) return trouble;
   const FoundProject found = LookForProject(answers.project);
   {
     const Project::Group group(project);

@@ -22,7 +22,7 @@ std::string frmJudge::WhyRaceKeepsProject() const {
 }
 
 std::string frmJudge::WhyNoPractice() const {
-  const std::string why = WhyRaceKeepsProject();
+  std::string why = WhyRaceKeepsProject();
   if (!why.empty() || !link_.IsControllerMode()) return why;
   return "System Controller is on: switch it off first, the field has a starter of its own";
 }

@@ -50,7 +50,7 @@ TEST(QtSettings, KeepsAnyValueAndBearsAFileThatIsNone) {
   EXPECT_EQ(QtSettings(file).GetSetting("DiskFile", "FileName", ""), "/home/me/a,b.ini");
   std::ofstream(file) << std::string("\0\xFF[[=\n\n]", 9);
   EXPECT_EQ(QtSettings(file).GetSetting("frmSerialPort", "CommPort", "-1"), "-1");
-  QtSettings nowhere("/nowhere/at/all.ini");
+  QtSettings nowhere(file + "/at/all.ini");  // below a file there is nothing
   nowhere.SaveSetting("a", "b", "c");
   EXPECT_EQ(nowhere.GetSetting("a", "b", ""), "c");
 }
