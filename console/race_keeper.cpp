@@ -130,21 +130,30 @@ bool RaceKeeper::InProject(const KeptRace& kept) {
   return false;
 }
 
+// A race may have gone on between the moment that it was kept and its save: then what was kept is the
+// beginning of what is saved.
 bool RaceKeeper::SavedIn(const std::string& section, const KeptRace& kept) {
   const ReadValue there = OpenProject(project_, race_).read, here = kept.Reader();
   const bool amended = !kept.race.amends.empty();
   if (amended && there(section, "Comments", kDefaultComments) != kept.race.comments) return false;
+  const auto holds = [](const auto& whole, const auto& beginning) {
+    return std::ranges::mismatch(beginning, whole).in1 == beginning.end();
+  };
   int number = 0;
-  return std::ranges::all_of(lanes_, [&](const auto& lane) {
+  std::size_t entries = 0, entriesSaved = 0;
+  const bool held = std::ranges::all_of(lanes_, [&](const auto& lane) {
     ++number;
     const auto same = [&](const char* key) {
       return there(LaneSection(section, number), key, "") ==
              here(LaneSection(kRunningSection, number), key, "");
     };
     const LaneLog log = lane->LogIn(kRunningSection, here), saved = lane->LogIn(section, there);
-    return std::ranges::equal(log.Entries(), saved.Entries()) && log.Corrections() == saved.Corrections() &&
-           (!amended || (same("Placing") && same("Position")));
+    entries += log.Entries().size();
+    entriesSaved += saved.Entries().size();
+    return holds(saved.Entries(), log.Entries()) && holds(saved.Corrections(), log.Corrections()) &&
+           (!amended || (log.Corrections() == saved.Corrections() && same("Placing") && same("Position")));
   });
+  return held && (entries == entriesSaved || (entries > 0 && !amended));
 }
 
 std::string RaceKeeper::StoryOf(const KeptRace& kept) const {

@@ -35,6 +35,16 @@ void FlyThreeLaps(ConsoleRig& rig) {
   rig.At(22000);
 }
 
+// That race saved, and its third lap on lane 2 struck in an amendment.
+void AmendThreeLaps(ConsoleRig& rig) {
+  FlyThreeLaps(rig);
+  rig.At(70000);
+  for (const char* click : {"frmJudge.cmdSave", "frmJudge.cmdDecHeat", "frmJudge.mnuAmend", "frmLane1.mnuLog",
+                            "frmLog.cmdStrike"}) {
+    rig.Click(click);
+  }
+}
+
 std::vector<std::string> Logs(ConsoleRig& rig) {
   std::vector<std::string> logs;
   for (int i = 0; i < 4; ++i) {
@@ -151,19 +161,27 @@ TEST(Recovery, IsAskedOnceAndThrowsNothingAway) {
   rig.Crash();
   LoadAgain(rig);
   EXPECT_EQ(rig.platform.shown.back().box.title, "Open Project");
+}
 
-  // Killed between the save and the removal of the file.
-  rig.Click("frmJudge.cmdStart");
-  rig.At(rig.platform.ClockMs() + 7000);
-  rig.Key("F1");
-  const auto running = ContentOf(rig.folder / "contest.running", 100000);
-  rig.At(rig.platform.ClockMs() + 60000);
-  rig.Click("frmJudge.cmdSave");
-  PutFile(rig.folder / "contest.running", *running);
-  rig.Crash();
-  LoadAgain(rig);
-  EXPECT_EQ(rig.platform.shown.back().box.title, "Open Project");
-  EXPECT_EQ(rig.race().RaceNumber, 2);
+// Killed between the save and the removal of the file, which may be older than what was saved.
+TEST(Recovery, DoesNotOfferARaceThatWasSaved) {
+  for (const std::string another : {"", "F5", "F2"}) {
+    ConsoleRig rig(false, SystemFiles(), ConsoleRig::Way::AtOnce);
+    FlyThreeLaps(rig);
+    if (!another.empty()) rig.Key(another);
+    const std::string running = FileBytes(rig.folder / "contest.running");
+    if (another == "F5") rig.Click("frmJudge.mnuUndo");
+    rig.At(29000);
+    rig.Key("F1");
+    rig.At(70000);
+    rig.Click("frmJudge.cmdSave");
+    PutFile(rig.folder / "contest.running", running);
+    rig.Crash();
+    rig.Answer(Word::No);
+    LoadAgain(rig);
+    EXPECT_EQ(rig.LastBox(), another == "F5" ? "Recover Race" : "Open Project");
+    EXPECT_EQ(rig.race().RaceNumber, 2);
+  }
 }
 
 TEST(Recovery, BringsBackARaceThatWasThrownAway) {
@@ -201,13 +219,7 @@ TEST(Recovery, GoesOnWithAnAmendment) {
   for (const Meanwhile meanwhile : {kNothing, kRefused, kAmended, kSavedByUs}) {
     SCOPED_TRACE(meanwhile);
     ConsoleRig rig(false, SystemFiles(), ConsoleRig::Way::AtOnce);
-    FlyThreeLaps(rig);
-    rig.At(70000);
-    rig.Click("frmJudge.cmdSave");
-    rig.Click("frmJudge.cmdDecHeat");
-    rig.Click("frmJudge.mnuAmend");
-    rig.Click("frmLane1.mnuLog");
-    rig.Click("frmLog.cmdStrike");
+    AmendThreeLaps(rig);
     rig.Answer(Word::Text, "Protest");
     rig.Click("frmLane2.lblStatus");
     rig.Type("frmJudge.txtComments", "No third lap");
@@ -250,13 +262,7 @@ TEST(Recovery, BringsBackAnAmendmentThatWasLeft) {
   for (const std::string left : {"Reset", "IncHeat", "Start", "Changed"}) {
     SCOPED_TRACE(left);
     ConsoleRig rig(false, SystemFiles(), ConsoleRig::Way::AtOnce);
-    FlyThreeLaps(rig);
-    rig.At(70000);
-    rig.Click("frmJudge.cmdSave");
-    rig.Click("frmJudge.cmdDecHeat");
-    rig.Click("frmJudge.mnuAmend");
-    rig.Click("frmLane1.mnuLog");
-    rig.Click("frmLog.cmdStrike");
+    AmendThreeLaps(rig);
     const auto logs = Logs(rig);
     EXPECT_FALSE(rig.judge().mnuBringBack.Enabled());
     if (left == "Changed") {
