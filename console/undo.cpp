@@ -56,7 +56,7 @@ void UndoStack::ReadLogs() {
 void UndoStack::MoveTimes(std::int32_t by) {
   for (Steps* steps : {&done_, &undone_}) {
     for (Step& step : *steps) {
-      for (LaneLog::Taken& taken : step.taken) taken.event.EventTime = AddLong(taken.event.EventTime, by);
+      for (LaneLog::Taken& taken : step.taken) MoveTime(taken.event, by);
     }
   }
 }

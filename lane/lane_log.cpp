@@ -134,14 +134,27 @@ void LaneLog::EnterCuts(const CutReport& report) {
   }
 }
 
+void MoveTime(LaneEvent& event, std::int32_t by) {
+  event.EventTime = AddLong(event.EventTime, by);
+  if (event.FirstReported != 0) event.FirstReported = AddLong(event.FirstReported, by);
+}
+
 void LaneLog::MoveTimes(std::int32_t by) {
   auto moved = events_;
-  for (int i = 0; i < count_; ++i) {
-    LaneEvent& slot = Element(moved, i);
-    slot.EventTime = AddLong(slot.EventTime, by);
-    if (slot.FirstReported != 0) slot.FirstReported = AddLong(slot.FirstReported, by);
+  for (int i = 0; i < count_; ++i) MoveTime(Element(moved, i), by);
+  auto corrections = corrections_;
+  for (Correction& correction : corrections) {
+    if (!correction.amended.empty()) continue;
+    correction.time = AddLong(correction.time, by);
+    for (std::string* text : {&correction.before, &correction.after}) {
+      auto event = ReadEvent(*text);
+      if (!event) continue;
+      MoveTime(*event, by);
+      *text = EventText(*event);
+    }
   }
   events_ = std::move(moved);
+  corrections_ = std::move(corrections);
   ++revision_;
 }
 

@@ -35,6 +35,8 @@ struct LaneEvent {
   bool operator==(const LaneEvent& other) const;  // the six fields
 };
 
+// Its times, by so many ms.
+void MoveTime(LaneEvent& event, std::int32_t by);
 // As the project file keeps it: six fields joined by commas.
 std::string EventText(const LaneEvent& event);
 
@@ -89,7 +91,7 @@ class LaneLog {
   // Brings the cuts of the report's source to what it reports: the latest excess cuts are withdrawn, one that
   // was withdrawn less than a second ago counts again, missing ones are logged; all of them or none.
   void EnterCuts(const CutReport& report);
-  void MoveTimes(std::int32_t by);   // of all entries, ms
+  void MoveTimes(std::int32_t by);   // of all entries, also of those that were put right in flight; ms
   void Require(int entries) const {  // so many free slots, or a SubscriptError
     if (entries > kSlots - count_) throw SubscriptError();
   }
@@ -130,8 +132,8 @@ class LaneLog {
   void MoveCut(int index, int pylon, std::int32_t now);
   const std::vector<Correction>& Corrections() const { return corrections_; }
   void DateCorrection(std::string amended) { corrections_.back().amended = std::move(amended); }
-  // "Corrections", "Correction0"..., "ByHand"; and for a race that goes on, what the stations' lights still
-  // say of cuts that were struck.
+  // "Corrections", "Correction0"..., "ByHand", "MovedCuts"; and for a race that goes on, what the stations'
+  // lights still say of cuts that were struck.
   void KeepCorrections(const SetLaneValue& set, bool raceGoesOn) const;
 
  private:

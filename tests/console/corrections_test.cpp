@@ -118,6 +118,9 @@ TEST(Corrections, TheTablePutsALogRight) {
   rig.Click("frmJudge.mnuUndo");
   rig.Click("frmJudge.mnuUndo");
   EXPECT_EQ(rig.lane(0).lblLap[1].Caption(), "14.00");
+  rig.lane(0).AdjustTime(-500);  // as when the starter is heard after all
+  EXPECT_EQ(CorrectionText(rig.lane(0).Events().Corrections()[0]),
+            "22500;moved;hand;3,254,C,MP1,22500,22500;3,254,C,MP2,22500,22500");
 }
 
 TEST(Corrections, AnAmendmentKeepsWhatWasBefore) {
