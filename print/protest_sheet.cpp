@@ -10,6 +10,7 @@
 #include "base/text.h"
 #include "print/race_page.h"
 #include "print/sheet.h"
+#include "records/project.h"
 #include "records/race_story.h"
 
 namespace quorvane {
@@ -133,6 +134,11 @@ class ProtestSheet {
     AddNote("Radio", race_.radio ? RadioText(*race_.radio) : "no disturbance recorded", 2 * kRowHeight);
     AddNote("Turns", TurnsWereWatched(race_) ? "" : "None was recorded on any lane.", kRowHeight);
     AddNote("Comments", race_.comments, kCommentsHeight);
+    for (const AmendedText& comments : race_.amendedComments) {
+      AddNote("Until then",
+              ProjectDate(comments.when) + " " + TimeOfDay(comments.when) + ": " + comments.before,
+              kCommentsHeight);
+    }
   }
 
   static Piece LaneHead(const LaneRecord& lane, bool continued) {

@@ -57,7 +57,14 @@ struct CorrectionRecord {
   std::optional<LocalDateTime> amended = {};  // when the saved race was put right, where that is known
 };
 
-inline constexpr int kMostCorrections = 200;  // that are listed of a lane
+// What a text of a saved race was before an amendment, and what it became.
+struct AmendedText {
+  LocalDateTime when;
+  std::string before;
+  std::string after;
+};
+
+inline constexpr int kMostCorrections = 200;  // that are listed of a lane; also of amendments
 
 struct LaneRecord {
   int lane = 1;      // 1..4
@@ -75,6 +82,7 @@ struct LaneRecord {
   std::vector<std::int32_t> turns;
   std::vector<EntryRecord> entries;  // all of the log, in its order
   std::vector<CorrectionRecord> corrections;
+  std::vector<AmendedText> places;  // that amendments have changed
 };
 
 struct RaceRecord {
@@ -91,6 +99,7 @@ struct RaceRecord {
   std::string comments;
   std::string recovered;  // from a crash: what may be missing, "4.00 s not judged"; empty: it was not
   int amendments = 0;     // how often it was put right after it had been saved
+  std::vector<AmendedText> amendedComments;
   std::optional<RadioRecord> radio;  // of a race from a file only where something went wrong
   std::string eventName;
   std::string projectFile;

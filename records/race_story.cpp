@@ -23,6 +23,10 @@ void Doubt(StoryRow& row, const std::string& why) {
   row.doubtful = true;
 }
 
+std::string AmendedOn(const LocalDateTime& when) {
+  return "amended " + ProjectDate(when) + ": ";
+}
+
 // Goes through a lane's log as it is counted.
 class Story {
  public:
@@ -43,6 +47,12 @@ class Story {
     }
     DoubtLastTurn();
     for (const CorrectionRecord& correction : lane_.corrections) TellCorrection(correction);
+    for (const AmendedText& place : lane_.places) {
+      rows_.push_back({.time = TimeOfDay(place.when),
+                       .what = "Placed",
+                       .remark = AmendedOn(place.when) + place.before + kArrow + place.after,
+                       .correction = true});
+    }
     return rows_;
   }
 
@@ -107,7 +117,7 @@ class Story {
                  .correction = true};
     if (!row.what.empty())
       row.what[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(row.what[0])));
-    if (amended) row.remark = "amended " + ProjectDate(*amended) + ": ";
+    if (amended) row.remark = AmendedOn(*amended);
     if (correction.before) row.remark += Told(*correction.before);
     if (correction.after) row.remark += (correction.before ? kArrow : "") + Told(*correction.after);
     rows_.push_back(row);

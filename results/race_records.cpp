@@ -1,5 +1,7 @@
 #include "results/race_records.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <cmath>
 #include <map>
@@ -103,10 +105,27 @@ RaceRecord ReadHeader(const ProjectSource& project, int race, int refly) {
   return record;
 }
 
+// The versions of a value that the amendments of its race have left beside it, in their order.
+std::vector<AmendedText> ReadAmended(const ProjectSource& project, const RaceRecord& race,
+                                     const std::string& section, const char* key, std::string now) {
+  constexpr const char* kNone = "\x01";
+  std::vector<AmendedText> texts;
+  for (int number = std::min(race.amendments, kMostCorrections); number > 0; --number) {
+    std::string before = project.read(section, fmt::format("Was{}_{}", number, key), kNone);
+    if (before == kNone) continue;
+    const std::string when =
+        project.read(SectionOf(race.number, race.refly), fmt::format("Amended{}", number), "0");
+    texts.push_back({DateOfSerial(LeadingNumber(when)), before, std::exchange(now, before)});
+  }
+  std::ranges::reverse(texts);
+  return texts;
+}
+
 RaceRecord ReadFlight(const ProjectSource& project, int race, int refly) {
   RaceRecord record = ReadHeader(project, race, refly);
   MarkLanes(record, project.laneColorScheme);
   if (!record.hasRun) return record;
+  record.amendedComments = ReadAmended(project, record, SectionOf(race, refly), "Comments", record.comments);
   for (LaneRecord& lane : record.lanes) {
     const std::string laneSection = LaneSection(SectionOf(race, refly), lane.lane);
     const auto value = [&](const std::string& key) { return project.read(laneSection, key, ""); };
@@ -115,6 +134,7 @@ RaceRecord ReadFlight(const ProjectSource& project, int race, int refly) {
     ReadLane(lane, log, record.mode);
     lane.placing = value("Placing");
     lane.position = value("Position");
+    lane.places = ReadAmended(project, record, laneSection, "Placing", lane.placing);
   }
   return record;
 }

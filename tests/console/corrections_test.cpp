@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "results/race_records.h"
 #include "tests/support/console_rig.h"
 
 namespace quorvane {
@@ -172,6 +173,15 @@ TEST(Corrections, AnAmendmentKeepsWhatWasBefore) {
   for (const auto& [section, key, value] : kKept) EXPECT_EQ(rig.Value(section, key), value) << key;
   EXPECT_EQ(rig.judge().fraHeatControl.Caption(), "Race 1");
   EXPECT_FALSE(rig.judge().cmdSave.Enabled() || rig.judge().cmdReorder.Enabled());
+  rig.Click("frmJudge.mnuAmend");
+  rig.Answer(Word::Text, "Second");
+  rig.Click("frmLane1.lblStatus");
+  rig.Click("frmJudge.cmdSave");
+  const RaceRecord race = ReadRace(OpenProject(rig.program.project(), rig.race()), 1);
+  std::string told;
+  for (const AmendedText& place : race.lanes[0].places) told += place.before + " > " + place.after + "; ";
+  for (const AmendedText& text : race.amendedComments) told += text.before + " > " + text.after;
+  EXPECT_EQ(told, "First > DNF; DNF > Second; No comments > Lap 10 was lane 2");
 }
 
 }  // namespace

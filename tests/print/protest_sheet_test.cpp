@@ -95,6 +95,8 @@ RaceRecord ProtestedRace() {
                                {51000, "moved", "P1", cut, cut},
                                {0, "inserted", "hand", {}, lap},
                                {0, "struck", "hand", lap, {}, MomentOf(2026, 11, 21, 14, 5)}};
+  race.lanes[0].places = {{MomentOf(2026, 11, 21, 14, 5), "First", "DNF"}};
+  race.amendedComments = {{MomentOf(2026, 11, 21, 14, 5), "No comments", race.comments}};
   race.lanes[2] = LaneOf("");
   race.lanes[2].lane = 3;
   return race;
