@@ -46,12 +46,6 @@ endfunction()
 function(quorvane_test name)
   cmake_parse_arguments(arg "" "" "SOURCES;USES" ${ARGN})
   add_executable(${name} ${arg_SOURCES})
-  target_link_libraries(${name} PRIVATE quorvane_options ${arg_USES} GTest::gmock GTest::gtest_main)
+  target_link_libraries(${name} PRIVATE quorvane_options ${arg_USES} test_data GTest::gmock GTest::gtest_main)
   gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 300)
-endfunction()
-
-# quorvane_test_data(<source>...): these test sources see the folder of the golden files as QUORVANE_TEST_DATA. Only
-# they, so that a compiler cache serves the others in every checkout.
-function(quorvane_test_data)
-  set_property(SOURCE ${ARGN} APPEND PROPERTY COMPILE_DEFINITIONS QUORVANE_TEST_DATA="${CMAKE_SOURCE_DIR}/tests/data")
 endfunction()

@@ -9,8 +9,8 @@
 
 #include "base/text.h"
 #include "fuzz/require.h"
-#include "programs/arguments.h"
 #include "programs/console_command.h"
+#include "programs/ending.h"
 #include "programs/field_command.h"
 #include "programs/replay_command.h"
 #include "programs/results_command.h"

@@ -1,10 +1,8 @@
 #include "programs/arguments.h"
 
 #include <algorithm>
-#include <iostream>
 #include <utility>
 
-#include "files/file_ops.h"
 #include "programs/commit.h"
 
 namespace quorvane {
@@ -66,19 +64,6 @@ const CLI::Validator& NamedFile() {
       [](std::string& name) { return name.empty() ? std::string("a file name is empty") : std::string(); },
       "");
   return validator;
-}
-
-int RunProgram(const std::string& program, const std::function<int()>& work) {
-  OutliveWriteErrors();
-  try {
-    return work();
-  } catch (const Ending& ending) {
-    (ending.status == 0 ? std::cout : std::cerr) << ending.text << std::flush;
-    return ending.status == 0 && !std::cout ? 1 : ending.status;
-  } catch (const std::exception& error) {
-    std::cerr << program << ": " << error.what() << std::endl;
-    return 2;
-  }
 }
 
 }  // namespace quorvane

@@ -5,15 +5,12 @@
 #include <string>
 #include <vector>
 
+#include "programs/ending.h"
+
 namespace quorvane {
 
-// Thrown where a program does not get to its work: the help or the version that was asked for (status 0), or
-// what is wrong with the command line (status 2).
-struct Ending {
-  int status = 0;
-  std::string text = {};  // whole lines
-};
-
+// Only the sources of command lines include this, because the library takes long to compile.
+//
 // A command line in the one style of all programs: "--name value" or "--name=value", "--" before file names
 // that begin with "-", --help and --version.
 class Arguments : public CLI::App {
@@ -34,9 +31,5 @@ class Arguments : public CLI::App {
 
 // For file names: the name must not be empty, so that an unset variable of a script is noticed.
 const CLI::Validator& NamedFile();
-
-// What main does: gives the status of `work`, or prints why it has none. An Ending has its own, any other
-// exception is 2.
-int RunProgram(const std::string& program, const std::function<int()>& work);
 
 }  // namespace quorvane

@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "base/text.h"
+#include "programs/arguments.h"
 #include "results/race_records.h"
 
 namespace quorvane {

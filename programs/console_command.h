@@ -4,8 +4,6 @@
 #include <string>
 #include <vector>
 
-#include "programs/arguments.h"
-
 namespace quorvane {
 
 // Races to be printed, in the order in which they were named.

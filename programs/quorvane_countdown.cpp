@@ -17,7 +17,8 @@
 
 #include "base/text.h"
 #include "files/file_ops.h"
-#include "programs/arguments.h"
+#include "programs/countdown_command.h"
+#include "programs/ending.h"
 
 namespace {
 
@@ -87,10 +88,7 @@ void WriteWave(std::ostream& out, const std::vector<std::int16_t>& samples) {
 
 int main(int argc, char** argv) {
   return quorvane::RunProgram("quorvane-countdown", [&] {
-    std::string name;
-    quorvane::Arguments app("quorvane-countdown", "Writes the sound of the 60-second count.\n");
-    app.AddFile("FILE.wav", name, "to be written")->required();
-    app.Read(quorvane::CommandLineWords(argc, argv));
+    const std::string name = quorvane::ReadCountdownCommand(quorvane::CommandLineWords(argc, argv));
     std::ofstream file(quorvane::PathOf(name), std::ios::binary);
     WriteWave(file, SynthesizeCountdown());
     file.close();

@@ -14,7 +14,7 @@
 #include "field/field.h"
 #include "field/pseudo_terminal.h"
 #include "files/file_ops.h"
-#include "programs/arguments.h"
+#include "programs/ending.h"
 #include "programs/field_command.h"
 
 namespace quorvane::field {

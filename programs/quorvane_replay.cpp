@@ -14,7 +14,7 @@
 #include "files/file_ops.h"
 #include "files/output_guard.h"
 #include "journal/journal_text.h"
-#include "programs/arguments.h"
+#include "programs/ending.h"
 #include "programs/replay_command.h"
 #include "records/project_store.h"
 #include "replay/replay.h"

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "files/file_ops.h"
-#include "programs/arguments.h"
+#include "programs/ending.h"
 #include "programs/results_command.h"
 #include "results/race_records.h"
 #include "results/results_formats.h"

@@ -14,6 +14,7 @@
 #include "console/program.h"
 #include "files/output_guard.h"
 #include "programs/console_command.h"
+#include "programs/ending.h"
 #include "ui/demo.h"
 #include "ui/end_requests.h"
 #include "ui/first_start.h"

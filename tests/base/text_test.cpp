@@ -7,7 +7,7 @@
 #include <map>
 
 #include "base/checked.h"
-#include "tests/support/rows.h"
+#include "tests/support/test_data.h"
 
 namespace quorvane {
 namespace {
@@ -36,7 +36,7 @@ TEST(Text, FunctionsGiveWhatTheirTableSays) {
          AppendUtf8(text, static_cast<char32_t>(LeadingLong(code)));
          return text;
        }}};
-  for (const auto& row : Rows(QUORVANE_TEST_DATA "/base/texts.json")) {
+  for (const auto& row : Rows("base/texts.json")) {
     std::string result;
     try {
       result = kFunctions.at(row[0])(row[1]);

@@ -14,6 +14,7 @@
 #include "base/text.h"
 #include "tests/support/console_rig.h"
 #include "tests/support/script.h"
+#include "tests/support/test_data.h"
 
 namespace quorvane {
 namespace {
@@ -242,7 +243,7 @@ class ConsoleScripts : public testing::TestWithParam<const char*> {};
 TEST_P(ConsoleScripts, DoWhatTheySay) {
   std::optional<Script> console;
   PlayScript(
-      std::string(QUORVANE_TEST_DATA) + "/console/" + GetParam() + ".txt",
+      TestData() + "/console/" + GetParam() + ".txt",
       [&](const std::string& title) {
         console.emplace(GetParam() == std::string("radio"), !title.starts_with("##"));
       },

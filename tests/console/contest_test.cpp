@@ -11,6 +11,7 @@
 #include "field/plan.h"
 #include "results/results_formats.h"
 #include "tests/support/field_link.h"
+#include "tests/support/scratch_folder.h"
 
 namespace quorvane {
 namespace {

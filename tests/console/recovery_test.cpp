@@ -9,6 +9,7 @@
 
 #include "files/file_ops.h"
 #include "tests/support/field_link.h"
+#include "tests/support/scratch_folder.h"
 
 namespace quorvane {
 namespace {

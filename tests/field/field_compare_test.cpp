@@ -1,10 +1,9 @@
 #include "field/compare.h"
+#include "tests/support/test_data.h"
 
 #include <gtest/gtest.h>
 
 #include <stdexcept>
-
-#include "tests/support/rows.h"
 
 namespace quorvane::field {
 namespace {
@@ -29,7 +28,7 @@ const std::string kShown =
 
 // What is shown, what it becomes, whether frames are lost, and the differences.
 TEST(FieldCompare, NamesEachDifference) {
-  for (const auto& row : Rows(QUORVANE_TEST_DATA "/field/differences.json")) {
+  for (const auto& row : Rows("field/differences.json")) {
     const std::string shown = std::string(kShown).replace(kShown.find(row[0]), row[0].size(), row[1]);
     std::string told;
     for (const std::string& line :
@@ -41,7 +40,7 @@ TEST(FieldCompare, NamesEachDifference) {
 }
 
 TEST(FieldCompare, SaysWhyAFileCannotBeRead) {
-  for (const auto& row : Rows(QUORVANE_TEST_DATA "/field/faults.json")) EXPECT_EQ(Fault(row[0]), row[1]);
+  for (const auto& row : Rows("field/faults.json")) EXPECT_EQ(Fault(row[0]), row[1]);
   for (std::size_t i = 0; i < kShown.size(); ++i) {  // whatever stands there: it is read or refused
     for (const char c : {'\0', '"', '\\', '{', ']', '9', '\xFF'}) {
       const std::string fault = Fault(std::string(kShown).replace(i, 1, 1, c));

@@ -1,7 +1,8 @@
 #include <gtest/gtest.h>
 
 #include "journal/journal_text.h"
-#include "tests/support/rows.h"
+#include "tests/support/scratch_folder.h"
+#include "tests/support/test_data.h"
 
 namespace quorvane {
 namespace {
@@ -10,7 +11,7 @@ constexpr const char* kHead = "quorvane-journal 1\n0 start 2026-11-21T09:00:00\n
 
 // Every kind of record as it stands in journals that were recorded long ago.
 TEST(Journal, RecordsAreReadAndWrittenInTheirOldForm) {
-  const std::string records = FileBytes(QUORVANE_TEST_DATA "/journals/records.txt");
+  const std::string records = FileBytes(TestData() + "/journals/records.txt");
   const std::string head =
       StartRecords(MomentOf(2028, 2, 29, 23, 59, 1), true) + SettingRecord({"a b", "k", "v \"x\"\r\n"});
   EXPECT_EQ(head,
@@ -42,7 +43,7 @@ TEST(Journal, ReadsWhatHandsWrite) {
 
 // What stands after a head, or alone.
 TEST(Journal, NamesTheLineAndWhatWasExpected) {
-  for (const auto& row : Rows(QUORVANE_TEST_DATA "/journals/faults.json")) {
+  for (const auto& row : Rows("journals/faults.json")) {
     std::string fault;
     try {
       ReadJournal((row.size() > 2 ? "" : kHead) + row[0]);

@@ -6,6 +6,7 @@
 
 #include "tests/lane/lane_fixture.h"
 #include "tests/support/script.h"
+#include "tests/support/test_data.h"
 
 namespace quorvane {
 namespace {
@@ -39,8 +40,7 @@ class LaneScripts : public testing::TestWithParam<const char*> {};
 TEST_P(LaneScripts, DoWhatTheySay) {
   std::optional<LaneRig> rig;
   PlayScript(
-      std::string(QUORVANE_TEST_DATA) + "/lane/" + GetParam() + ".txt",
-      [&](const std::string&) { rig.emplace(); },
+      TestData() + "/lane/" + GetParam() + ".txt", [&](const std::string&) { rig.emplace(); },
       [&](const std::string& line) { return Played(*rig, line); });
 }
 

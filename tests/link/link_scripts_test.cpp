@@ -8,6 +8,7 @@
 #include "tests/link/link_fixture.h"
 #include "tests/support/naive_receiver.h"
 #include "tests/support/script.h"
+#include "tests/support/test_data.h"
 
 namespace quorvane {
 namespace {
@@ -166,8 +167,7 @@ class LinkScripts : public testing::TestWithParam<const char*> {};
 TEST_P(LinkScripts, DoWhatTheySay) {
   std::optional<Script> link;
   PlayScript(
-      std::string(QUORVANE_TEST_DATA) + "/link/" + GetParam() + ".txt",
-      [&](const std::string&) { link.emplace(); },
+      TestData() + "/link/" + GetParam() + ".txt", [&](const std::string&) { link.emplace(); },
       [&](const std::string& line) { return link->Played(line); });
 }
 

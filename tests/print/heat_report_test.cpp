@@ -8,7 +8,7 @@
 
 #include "tests/print/races.h"
 #include "tests/print/told.h"
-#include "tests/support/golden.h"
+#include "tests/support/test_data.h"
 
 namespace quorvane {
 namespace {
@@ -77,7 +77,7 @@ std::map<std::string, RaceRecord> Examples() {
 
 TEST(HeatReport, PagesAreAsTheyWere) {
   for (const auto& [name, race] : Examples()) {
-    ExpectGolden(QUORVANE_TEST_DATA "/print/" + name + ".page", Told(Print(race)));
+    ExpectGolden(TestData() + "/print/" + name + ".page", Told(Print(race)));
   }
   EXPECT_TRUE(Print(FlownRace(), {0, 0, 0, 0}).words.empty());
 }

@@ -9,7 +9,7 @@
 #include "records/race_story.h"
 #include "tests/print/races.h"
 #include "tests/print/told.h"
-#include "tests/support/golden.h"
+#include "tests/support/test_data.h"
 
 namespace quorvane {
 namespace {
@@ -130,7 +130,7 @@ TEST(ProtestSheet, PagesAreAsTheyWere) {
       frmProtest::PrintPage(surface, race, page, "Quorvane 0.1.0", MomentOf(2026, 11, 21, 0, 30, 0));
       told += fmt::format("page {}\n", page) + Told(surface);
     }
-    ExpectGolden(QUORVANE_TEST_DATA "/print/" + std::string(name) + ".page", told);
+    ExpectGolden(TestData() + "/print/" + std::string(name) + ".page", told);
   }
   for (const Box& paper : {a4, Box{0, 0, 215.9, 279.4}, Box{-300, 118, 4760, 6800}, Box{0, 0, 297, 210}}) {
     const int pages = frmProtest::Pages(paper, longest);

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/print/recording_surface.h"
-#include "tests/support/rows.h"
+#include "tests/support/test_data.h"
 
 namespace quorvane {
 namespace {
@@ -15,11 +15,9 @@ struct Grid {
   Sheet sheet{surface};
 };
 
-const std::string kData = QUORVANE_TEST_DATA "/print/";
-
 // Text, width, lines.
 TEST(Sheet, WrapsAtBlanksLineEndsAndInsideWordsThatAreTooWide) {
-  for (const auto& row : Rows(kData + "wrapped.json")) {
+  for (const auto& row : Rows("print/wrapped.json")) {
     Grid grid;
     grid.sheet.Wrapped({0, 0, std::stod(row[1]), 100}, row[0], {1, false});
     std::vector<std::string> lines;
@@ -33,7 +31,7 @@ TEST(Sheet, WrapsAtBlanksLineEndsAndInsideWordsThatAreTooWide) {
 
 // Text, width, what is shown (nothing at all when empty) and its size.
 TEST(Sheet, ShrinksThenCuts) {
-  for (const auto& row : Rows(kData + "shrunk.json")) {
+  for (const auto& row : Rows("print/shrunk.json")) {
     Grid grid;
     grid.sheet.Text({0, 0, std::stod(row[1]), 2}, row[0], {2, false});
     const auto& words = grid.surface.words;

@@ -12,12 +12,13 @@
 #include <vector>
 
 #include "field/radio.h"
-#include "tests/support/rows.h"
+#include "tests/support/scratch_folder.h"
+#include "tests/support/test_data.h"
 
 namespace quorvane {
 namespace {
 
-const std::string kData = QUORVANE_TEST_DATA;
+const std::string kData = TestData();
 
 std::string Beside(const std::string& name) {
   return std::filesystem::read_symlink("/proc/self/exe").parent_path() / name;
@@ -40,7 +41,7 @@ Said Call(const std::string& command, const std::string& folder = ".") {
 }
 
 TEST(Programs, RefuseABadCommandLineInOneLine) {
-  for (const auto& row : Rows(kData + "/programs/refused.json")) {
+  for (const auto& row : Rows("programs/refused.json")) {
     const std::string& program = row[0];
     for (std::size_t i = 1; i < row.size(); ++i) {
       const Said said = Call(program + " " + row[i]);
@@ -91,7 +92,7 @@ TEST(Programs, AReplayWritesOverNothingOfItsSession) {
       "1000 click frmJudge.mnuSelectFile\n1000 answer file \"" +
           f + "other.ini\"\n2000 end\n");
   PutFile(f + "bad.journal", "quorvane-journal 1\n0 start 2026-11-21T09:00:00\n0 what\n");
-  for (const auto& row : Rows(kData + "/programs/replayed.json")) {
+  for (const auto& row : Rows("programs/replayed.json")) {
     const Said said = Call("replay " + row[0] + " day.journal", f);
     EXPECT_EQ(std::to_string(said.status), row[1]) << row[0] << "\n" << said.text;
     EXPECT_NE(said.text.find(row[2]), std::string::npos) << said.text;
@@ -106,7 +107,7 @@ TEST(Programs, AReplayWritesOverNothingOfItsSession) {
 // Every byte on the air with its time, and what was flown, as one number: FNV-1a. Whether it is right, the
 // console says, which flies heats of the field in its own tests.
 TEST(Programs, TheSameNumberGivesTheSameHeatsOnEverySystem) {
-  for (const auto& row : Rows(kData + "/programs/courses.json")) {
+  for (const auto& row : Rows("programs/courses.json")) {
     std::uint64_t sum = 14695981039346656037U;
     for (const char c : Call("field --fast " + row[0]).text) {
       sum = (sum ^ static_cast<std::uint8_t>(c)) * 1099511628211U;

@@ -17,6 +17,7 @@
 #include "journal/journal_text.h"
 #include "replay/replay.h"
 #include "tests/support/console_rig.h"
+#include "tests/support/test_data.h"
 
 namespace quorvane {
 namespace {
@@ -87,7 +88,7 @@ void GoesAsItSays(const std::filesystem::path& path) {
 }
 
 TEST(Scenarios, GoAsTheirJournalsSay) {
-  for (const auto& entry : std::filesystem::directory_iterator(QUORVANE_TEST_DATA "/journals")) {
+  for (const auto& entry : std::filesystem::directory_iterator(TestData() + "/journals")) {
     if (entry.path().extension() == ".journal") GoesAsItSays(entry.path());
   }
 }

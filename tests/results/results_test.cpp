@@ -10,12 +10,13 @@
 #include "replay/virtual_platform.h"
 #include "results/race_records.h"
 #include "results/results_formats.h"
-#include "tests/support/golden.h"
+#include "tests/support/scratch_folder.h"
+#include "tests/support/test_data.h"
 
 namespace quorvane {
 namespace {
 
-const std::string kData = QUORVANE_TEST_DATA "/results/";
+const std::string kData = TestData() + "/results/";
 
 ContestRecord ContestIn(const std::string& path) {
   ContestRecord contest;

@@ -13,7 +13,8 @@
 
 #include "base/text.h"
 #include "replay/virtual_platform.h"
-#include "tests/support/golden.h"
+#include "tests/support/scratch_folder.h"
+#include "tests/support/test_data.h"
 
 namespace quorvane {
 

@@ -11,7 +11,7 @@
 #include <QWindow>
 #include <tuple>
 
-#include "tests/support/rows.h"
+#include "tests/support/test_data.h"
 #include "tests/ui/fixture.h"
 #include "ui/manual.h"
 #include "ui/printing/qt_printer.h"
@@ -304,7 +304,7 @@ TEST_F(InputTest, OnlyComingFromAnotherWindowOfTheProgramActivates) {
 // Key, its place on the keyboard, whether something is being typed, and the console's key. The French keys
 // for e grave and a grave stand where 7 and 0 are; a server may also number the places in its own way.
 TEST(ConsoleKeyTest, OnlyPlainFunctionKeysAndFourDigitsAreConsoleKeys) {
-  for (const auto& row : Rows(QUORVANE_TEST_DATA "/ui/keys.json")) {
+  for (const auto& row : Rows("ui/keys.json")) {
     const QKeyCombination keys = QKeySequence::fromString(QString::fromStdString(row[0]))[0];
     const auto place = static_cast<quint32>(std::stoi(row[1]));
     const QKeyEvent press(QEvent::KeyPress, keys.key(), keys.keyboardModifiers(), place, 0, 0);

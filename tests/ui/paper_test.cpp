@@ -8,7 +8,7 @@
 #include <map>
 
 #include "tests/print/races.h"
-#include "tests/support/rows.h"
+#include "tests/support/test_data.h"
 #include "tests/ui/fixture.h"
 #include "ui/printing/qt_printer.h"
 
@@ -76,8 +76,8 @@ TEST_F(PaperTest, APdfHasAPageARaceWithTheSameWordsInTheSamePlacesOnAnyPaper) {
 }
 
 TEST_F(PaperTest, TheCommandLineWritesProtestSheetsOnAsManyPagesAsTheyTake) {
-  const CommandLine line = ParseCommandLine({"--protest", "1", QUORVANE_TEST_DATA "/results/cup.ini", "-o",
-                                             InFolder("protest.pdf"), "--paper", "a4"});
+  const CommandLine line = ParseCommandLine(
+      {"--protest", "1", TestData() + "/results/cup.ini", "-o", InFolder("protest.pdf"), "--paper", "a4"});
   EXPECT_EQ(PrintReports(line, {"Quorvane 1.2.3", kImprint.printed, Report::Protest}, settings), "");
   const auto pages = ReadPdf(Path("protest.pdf"));
   EXPECT_EQ(pages.size(), 2U);
@@ -85,12 +85,12 @@ TEST_F(PaperTest, TheCommandLineWritesProtestSheetsOnAsManyPagesAsTheyTake) {
 }
 
 TEST_F(PaperTest, TheCommandLineFailsWithAStatusAndLeavesTheProjectAlone) {
-  std::ofstream(InFolder("cup.ini")) << FileBytes(QUORVANE_TEST_DATA "/results/cup.ini");
+  std::ofstream(InFolder("cup.ini")) << FileBytes(TestData() + "/results/cup.ini");
   QFile(Path("empty.ini")).open(QIODevice::WriteOnly);
   settings.SaveSetting("Printer", "Paper", "A4");
   ASSERT_EQ(mkfifo(Path("fifo").toUtf8().constData(), 0600), 0);
   // Races, project, output and its pages; nothing where it fails.
-  for (const auto& row : Rows(QUORVANE_TEST_DATA "/ui/printed.json")) {
+  for (const auto& row : Rows("ui/printed.json")) {
     const CommandLine line =
         ParseCommandLine({"--print", row[0], InFolder(row[1]), "-o", InFolder(row[2]), "--paper", "a4"});
     EXPECT_EQ(PrintReports(line, kImprint, settings).empty(), !row[3].empty()) << row[2];

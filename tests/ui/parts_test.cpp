@@ -2,7 +2,8 @@
 
 #include "base/text.h"
 #include "programs/console_command.h"
-#include "tests/support/rows.h"
+#include "programs/ending.h"
+#include "tests/support/test_data.h"
 #include "tests/ui/fixture.h"
 
 namespace quorvane {
@@ -26,7 +27,7 @@ TEST(CommandLineTest, TakesEverythingInAnyOrder) {
 }
 
 TEST(CommandLineTest, RefusesWithOneLine) {
-  const auto lines = Rows(QUORVANE_TEST_DATA "/programs/refused-window.json")[0];
+  const auto lines = Rows("programs/refused-window.json")[0];
   for (const std::string& line : lines) {
     try {
       ParseCommandLine(Split(line, ' '));

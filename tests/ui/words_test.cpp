@@ -6,9 +6,9 @@
 #include <QLabel>
 #include <QMenu>
 #include <QRegularExpression>
-#include <nlohmann/json.hpp>
 #include <set>
 
+#include "tests/support/test_data.h"
 #include "tests/ui/fixture.h"
 #include "ui/printing/qt_printer.h"
 #include "ui/results_window.h"
@@ -30,10 +30,7 @@ TEST(WordsTest, TextIsToldWholeOrByPatternOrInPartsAndWhatIsUnknownStands) {
   const auto told = [](const char* english) { return Words::Of(english).toStdString(); };
   EXPECT_EQ(told("Waiting"), "Waiting");
   const InGerman german;
-  const auto rows = nlohmann::json::parse(FileBytes(QUORVANE_TEST_DATA "/ui/german.json"));
-  for (const auto& row : rows) {
-    EXPECT_EQ(told(row[0].get<std::string>().c_str()), row[1].get<std::string>());
-  }
+  for (const auto& row : RowsInUtf8("ui/german.json")) EXPECT_EQ(told(row[0].c_str()), row[1]);
   const QString endless = QString("a, b - c: d; Lap 1, lane 2 (e) ").repeated(60);
   QElapsedTimer clock;
   clock.start();
