@@ -62,6 +62,52 @@ void BM_GoodFrames(benchmark::State& state) {
 }
 BENCHMARK(BM_GoodFrames)->Arg(1)->Arg(7)->Arg(36)->Arg(4096)->Arg(1 << 20);
 
+// What nobody can do without who wants to know whether the frames are whole: look at each byte.
+void BM_PlainXor(benchmark::State& state) {
+  const Bytes stream = Stream();
+  for (auto _ : state) {
+    std::uint8_t sum = 0;
+    for (const std::uint8_t byte : stream) sum ^= byte;
+    benchmark::DoNotOptimize(sum);
+  }
+  state.SetItemsProcessed(state.iterations() * kFramesInStream);
+  state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(stream.size()));
+}
+BENCHMARK(BM_PlainXor);
+
+// A bad line at any speed: every third frame is damaged, and noise stands before every fifth, so that the
+// beginning of a frame has to be found again and again.
+Bytes BadStream() {
+  Bytes stream;
+  std::uint32_t random = 1;
+  const Bytes good = Stream();
+  for (int i = 0; i < kFramesInStream; ++i) {
+    const auto next = [&random] { return random = random * 1664525U + 1013904223U, random >> 24; };
+    for (std::uint32_t noise = i % 5 == 0 ? 1 + next() % 20 : 0; noise > 0; --noise) {
+      stream.push_back(static_cast<std::uint8_t>(next()));
+    }
+    const auto frame = good.begin() + i * static_cast<std::ptrdiff_t>(kFrameSize);
+    stream.insert(stream.end(), frame, frame + kFrameSize);
+    if (i % 3 == 0) stream[stream.size() - 1 - next() % kFrameSize] ^= 0x10;
+  }
+  return stream;
+}
+
+void BM_Flood(benchmark::State& state) {
+  const Bytes stream = BadStream();
+  FrameReceiver receiver;
+  std::int64_t good = 0;
+  for (auto _ : state) {
+    InChunks(stream, kFrameSize, [&](std::span<const std::uint8_t> chunk) {
+      receiver.Receive(chunk, [&](Found found, const StationMessage&) { good += found == Found::Good; });
+    });
+  }
+  if (good == 0) state.SkipWithError("no frame came through");
+  state.SetItemsProcessed(state.iterations() * kFramesInStream);
+  state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(stream.size()));
+}
+BENCHMARK(BM_Flood);
+
 // Noise without end: nothing of it may cost more than a good frame.
 void BM_Noise(benchmark::State& state) {
   const Bytes stream(36 * kFramesInStream, static_cast<std::uint8_t>(state.range(0)));

@@ -24,6 +24,11 @@ packages_to_check_windows=(g++-mingw-w64-x86-64-posix wine64)
 packages_to_check_package=(lintian mmdebstrap appstream)
 # What the Debian package is made with.
 packages_to_package=(dpkg-dev file pandoc)
+# What scripts/bench needs: the libraries that the project file is compared with, and an X server without a screen.
+packages_to_bench=(
+  libbenchmark-dev python3 pkg-config xvfb
+  libinih-dev libsimpleini-dev libglib2.0-dev libboost-dev
+)
 # What scripts/coverage needs.
 packages_to_measure=(llvm python3)
 
