@@ -16,15 +16,16 @@ JudgeControls::JudgeControls(Forms& forms) : Form(forms, "frmJudge") {
   Form::SetCaption("Quorvane");
   lblNotSaved.SetForeColor(kWhite);
   lblNotSaved.SetBackColor(kRed);
+  lblUnsaved.SetBackColor(Color::Rgb(0xFFC840));
   lblController.SetBackColor(Color::Rgb(0xFFC840));
   lblSilent.SetForeColor(kRed);
   lblPractice.SetBackColor(Color::Rgb(0xFFC840));
-  for (Control* control : {&lblNotSaved, &lblPractice, &lblController, &lblNotice, &lblSilent, &chkAudio}) {
+  for (Control* control :
+       {&lblUnsaved, &lblNotSaved, &lblPractice, &lblController, &lblNotice, &lblSilent, &chkAudio}) {
     control->SetVisible(false);
   }
   cboRaceMode.SetItems({kRaceModeNames.begin(), kRaceModeNames.end()});
   tmrSaveRetry.SetInterval(3000);
-  mnuManual.SetToolTip("Ctrl+F1 opens the page of the window in hand");
 }
 
 frmJudge::frmJudge(Door& door, RaceState& race, RaceClock& clock, Project& project, frmSerialPort& link,
@@ -75,7 +76,13 @@ void frmJudge::HookEvents() {
 }
 
 void frmJudge::HookMenu() {
-  mnuSelectFile.onClick = [this] { mnuSelectFile_Click(); };
+  mnuFile.onClick = [this] { mnuFile_Click(); };
+  mnuNewProject.onClick = [this] { OpenAnother([this] { return chooser_.AskNew(); }); };
+  mnuSelectFile.onClick = [this] { OpenAnother([this] { return chooser_.Ask(false); }); };
+  mnuOpenRecent.onChange = [this] { mnuOpenRecent_Change(); };
+  mnuSave.onClick = [this] { cmdSave.onClick(); };
+  mnuPrint.onClick = [this] { cmdPrint.onClick(); };
+  mnuLink.onClick = [this] { door_.AllForms().Show(link_); };
   mnuAutoPrint.onClick = [this] { book_.Keep("AutoPrint", Toggled(mnuAutoPrint)); };
   mnuRecordSession.onClick = [this] {
     door_.System().Settings().SaveSetting(Name(), "RecordSession", Toggled(mnuRecordSession));
@@ -140,12 +147,16 @@ void frmJudge::EventEnded() {
     control.SetEnabled(why.empty());
     control.SetToolTip(why);
   };
-  for (Control* control :
-       {&txtHeat, &cmdDecHeat, &cmdIncHeat, &txtRound, &cmdDecRound, &cmdIncRound, &chkSixtySecondCount,
-        &mnuHeatsPerRound, &mnuSelectFile, &mnuSetEventName, &mnuLaneColors}) {
+  for (Control* control : {&txtHeat, &cmdDecHeat, &cmdIncHeat, &txtRound, &cmdDecRound, &cmdIncRound,
+                           &chkSixtySecondCount, &mnuHeatsPerRound, &mnuNewProject, &mnuSelectFile,
+                           &mnuOpenRecent, &mnuSetEventName, &mnuLaneColors}) {
     lock(*control, flown);
   }
-  if (free && Practising()) lock(mnuSelectFile, "End the practice first");
+  if (free && Practising()) {
+    for (Control* entry : {&mnuNewProject, &mnuSelectFile, &mnuOpenRecent}) {
+      lock(*entry, "End the practice first");
+    }
+  }
   FollowPractice();
   // What is written over a saved race would be dropped with the next move.
   const std::string saved = Lane(0).Loaded() && !race_.Amending ? "Locked: this race is saved" : "";
@@ -158,9 +169,13 @@ void frmJudge::EventEnded() {
   lock(txtComments, race_.ReflyMode ? "" : saved);
   cmdRefly.SetEnabled(free && !race_.Amending && !race_.Unsaved && projectOpen_ &&
                       book_.HasTimestamp(race_.RaceNumber));
+  mnuSave.SetEnabled(cmdSave.Enabled());
+  lblUnsaved.SetVisible(race_.WaitsForSave());
   ShowCorrections();
   mnuProtestSheet.SetEnabled(!RaceBeingFlown());  // what is missing may still come
   mnuBringBack.SetEnabled(!race_.AtStake() && !race_.Amending && keeper_.HasDropped());
+  desk_.ShowProgress();
+  SayWhyGrey();
   lblController.SetVisible(link_.IsControllerMode());
   if (!race_.WaitsForSave()) notices_.TakeAway(Notices::Kind::kSaveFirst);
   if (race_.MayCorrect()) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -82,6 +83,9 @@ class frmJudge : public JudgeControls, public LinkOwner {
   void EndAmending(bool saved);
   static std::string AmendmentOutdated(int race);
   void ShowCorrections();
+  std::string WhyNoStart() const;
+  std::string WhyNoSave() const;
+  void SayWhyGrey();
   std::string LostByClosing() const;
 
   // `laneStart`: see Starter::RaceBegins.
@@ -112,7 +116,9 @@ class frmJudge : public JudgeControls, public LinkOwner {
   void mnuSetEventName_Click();
   void mnuLaneColors_Click();
   void SetCaption();
-  void mnuSelectFile_Click();
+  void mnuFile_Click();
+  void OpenAnother(const std::function<bool()>& open);
+  void mnuOpenRecent_Change();
   void ShowOpenProject();
   void mnuSavePdf_Click();
   void mnuProtestSheet_Click();
@@ -169,6 +175,7 @@ class frmJudge : public JudgeControls, public LinkOwner {
   bool projectOpen_ = false;
   std::string eventName_;
   std::string shownMode_;
+  std::string moved_;  // how a race that is about to be saved got another number
   // Changes with the race on the console: tells who waited for an answer whether its race is still there.
   unsigned raceSerial_ = 0;
   bool CountdownRunning_ = false;

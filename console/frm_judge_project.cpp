@@ -1,10 +1,14 @@
 // The open project and its races: moving between heats and rounds, race modes, reflies, places by hand,
 // saving a race, the heat report of the race on the console.
 
+#include <fmt/format.h>
+
 #include <algorithm>
+#include <utility>
 
 #include "base/text.h"
 #include "console/frm_judge.h"
+#include "console/score.h"
 #include "records/lane_colors.h"
 #include "results/race_records.h"
 
@@ -164,12 +168,23 @@ void frmJudge::mnuLaneColors_Click() {
   for (const auto& lane : lanes_) lane->UpdateLaneColor();
 }
 
-void frmJudge::mnuSelectFile_Click() {
+void frmJudge::OpenAnother(const std::function<bool()>& open) {
   // A finished race belongs to the project it was flown in.
   cmdSave_Click();
-  if (!chooser_.Ask(false)) return;
+  if (!open()) return;
   ShowOpenProject();
   OfferRecovery();
+}
+
+// The menu is about to be shown. No disk is asked while a race is flown.
+void frmJudge::mnuFile_Click() {
+  if (!race_.BeingFlown()) mnuOpenRecent.SetItems(chooser_.Recent());
+}
+
+void frmJudge::mnuOpenRecent_Change() {
+  const std::string file = mnuOpenRecent.Text();
+  mnuOpenRecent.SetText("");
+  OpenAnother([&] { return chooser_.AskRecent(file); });
 }
 
 void frmJudge::ShowOpenProject() {
@@ -208,6 +223,7 @@ void frmJudge::cmdSave_Click() {
   race_.ManualStart = false;
   IssueRaceEvent();
   SettleResult();
+  const RaceRecord record = RecordNow();
   const std::string section = book_.Write(shownMode_, txtComments.Text(), door_.LocalNow());
   const auto keep = [this](const auto&... entry) { project_.SetProjectValue(entry...); };
   const ReadValue there = OpenProject(project_, race_).read;
@@ -223,6 +239,9 @@ void frmJudge::cmdSave_Click() {
   race_.ReflyMode = false;
   OfferSave(false);
   ReadyForNextRace();
+  const std::string saved = fmt::format("Race {}{} saved", record.number, record.refly != 0 ? " refly" : "");
+  notices_.Show((moved_.empty() ? saved : std::exchange(moved_, {})) + ": " + ResultLine(record),
+                Notices::Kind::kSaved);
 }
 
 // Places, of which the operator may have given only some, and number, as they are printed and saved.
@@ -230,7 +249,7 @@ void frmJudge::SettleResult() {
   const Project::Group group(project_);
   desk_.RankLanes();
   if (race_.ReflyMode) return;
-  if (const std::string moved = book_.TakeFreeNumber(); !moved.empty()) ShowNotice(moved);
+  if (const std::string moved = book_.TakeFreeNumber(); !moved.empty()) ShowNotice(moved_ = moved);
 }
 
 RaceRecord frmJudge::RecordAt(const LocalDateTime& now) const {

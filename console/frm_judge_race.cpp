@@ -19,6 +19,8 @@ void frmJudge::cmdStart_Click() {
 }
 
 void frmJudge::InitializeRace(std::int32_t laneStart) {
+  // What this start itself saves is told until the next one.
+  notices_.TakeAway(Notices::Kind::kSaved);
   if (!race_.RaceLoaded) cmdSave_Click();
   if (!race_.RaceActive) ResetKeepingComments(laneStart);
   // Showing the race has marked it as loaded; a race that is flown is not, or it would not be saved.

@@ -78,13 +78,13 @@ void frmLog::Follow(const std::string& locked) {
     chosen_ = log.EventCount() == 0 ? 0 : log[lstEntries.ListIndex()].Serial;
   }
   const LaneEvent* chosen = Chosen();
-  const auto offer = [&](Control& button, bool fits) {
+  const auto offer = [&](Control& button, bool fits, const char* unfit) {
     button.SetEnabled(locked.empty() && fits);
-    button.SetToolTip(locked);
+    button.SetToolTip(!locked.empty() ? locked : fits ? "" : unfit);
   };
-  offer(cmdStrike, chosen != nullptr);
-  offer(cmdMove, chosen != nullptr && chosen->Kind == "C");
-  offer(cmdInsert, true);
+  offer(cmdStrike, chosen != nullptr, "There is no entry to strike");
+  offer(cmdMove, chosen != nullptr && chosen->Kind == "C", "Choose a cut that counts");
+  offer(cmdInsert, true, "");
   const std::size_t corrections = log.Corrections().size();
   const std::string told = corrections == 0 ? "" : fmt::format("Corrections on this lane: {}", corrections);
   lblTold.SetCaption(!locked.empty() ? locked : !refused_.empty() ? refused_ : told);

@@ -83,6 +83,21 @@ void LaneDesk::RankLanes() {
   }
 }
 
+void LaneDesk::ShowProgress() {
+  std::vector<unsigned> of;
+  for (const auto& lane : lanes_) {
+    const unsigned flies =
+        (race_.RaceActive ? 1U : 0U) + (lane->chkNovice.Value() != 0 ? 2U : 0U) + (race_.IsFaiMode ? 4U : 0U);
+    of.insert(of.end(), {lane->RaceSerial(), lane->Events().Revision(), flies});
+  }
+  if (std::exchange(progressOf_, of) == of) return;
+  std::vector<LaneProgress> progress;
+  for (const auto& lane : lanes_) progress.push_back(lane->Progress());
+  for (std::size_t i = 0; i < lanes_.size(); ++i) {
+    lanes_[i]->ShowProgress(progress[i], GapText(progress, i));
+  }
+}
+
 // Behind `place`: the next one that no lane has been given by hand; 5 when there is none.
 int LaneDesk::NextFreePlace(int place) const {
   const auto isNext = [&](const auto& lane) { return lane->PlaceByHand() == place; };

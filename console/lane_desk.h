@@ -36,6 +36,8 @@ class LaneDesk : private LaneOwner {
   void ForEach(const std::function<void(frmLane& lane, std::size_t index)>& part);
 
   void RankLanes();
+  // In each panel how far its lane has come. Does nothing while nothing has changed.
+  void ShowProgress();
   void SetOrder(int place) override;
   void ResultChanged() override;
 
@@ -60,6 +62,8 @@ class LaneDesk : private LaneOwner {
   Notices& notices_;
   const Tell tell_;
   LanePanels lanes_;
+  // Of what was shown last: of each lane its race, the state of its log, how it flies.
+  std::vector<unsigned> progressOf_;
   UndoStack undo_{lanes_};
   frmLog log_{door_, lanes_, undo_};
 };

@@ -8,12 +8,15 @@ namespace quorvane {
 
 void Notices::Show(const std::string& text, Kind kind) {
   kind_ = kind;
+  if (kind == Kind::kSaved || text.empty()) saved_ = text;
+  shown_.lblNotice.SetToolTip(text);  // a long one does not fit its place
   shown_.lblNotice.SetCaption(text);
   shown_.lblNotice.SetVisible(!text.empty());
 }
 
 void Notices::TakeAway(Kind kind) {
-  if (kind_ == kind) Show({});
+  if (kind == Kind::kSaved) saved_.clear();
+  if (kind_ == kind) Show(saved_, saved_.empty() ? Kind::kNews : Kind::kSaved);
 }
 
 void Notices::TellTroubles() {
@@ -37,7 +40,9 @@ void Notices::TellUnsaved() {
   const std::string problem = project_.Saved() ? "" : project_.Problem();
   shown_.lblNotSaved.SetVisible(!problem.empty());
   shown_.tmrSaveRetry.SetEnabled(!problem.empty());
-  if (std::exchange(unsaved_, problem) == problem) return;
+  // Nobody is to read that a race is saved while it is not.
+  const bool told = kind_ != Kind::kSaved || problem.empty();
+  if (std::exchange(unsaved_, problem) == problem && told) return;
   if (!problem.empty()) return Show("Not saved: " + problem, Kind::kNotSaved);
   TakeAway(Kind::kNotSaved);
 }

@@ -14,12 +14,21 @@ namespace quorvane {
 class Notices {
  public:
   // A notice that is no news goes when its reason does.
-  enum class Kind : std::uint8_t { kNews, kSaveFirst, kCountsOverRace, kNotSaved, kNotKept, kRecovered };
+  enum class Kind : std::uint8_t {
+    kNews,
+    kSaveFirst,
+    kCountsOverRace,
+    kNotSaved,
+    kNotKept,
+    kRecovered,
+    kSaved
+  };
 
   Notices(JudgeControls& shown, const Door& door, Project& project, const BackgroundFiles& keeper)
       : shown_(shown), door_(door), project_(project), keeper_(keeper) {}
 
-  // Says it in the window and asks nothing; the empty text takes the last notice away.
+  // Says it in the window and asks nothing; the empty text takes the last notice away. What a save has come
+  // to is said again when a notice that came over it goes.
   void Show(const std::string& text, Kind kind = Kind::kNews);
   void TakeAway(Kind kind);
   // Run after every event: what could not be saved or kept, and an error that has ended it.
@@ -33,6 +42,7 @@ class Notices {
   Project& project_;
   const BackgroundFiles& keeper_;
   Kind kind_ = Kind::kNews;
+  std::string saved_;
   // What has been told: why a save has failed, why the race on the console could not be kept, errors.
   std::string unsaved_;
   std::string unkept_;

@@ -1,9 +1,17 @@
 #include "console/open_project.h"
 
+#include <algorithm>
+
 #include "base/text.h"
+#include "files/file_ops.h"
 #include "records/race_record.h"
 
 namespace quorvane {
+namespace {
+
+constexpr const char* kSection = "DiskFile";  // of the settings
+
+}  // namespace
 
 // Which file it is.
 
@@ -16,7 +24,7 @@ std::string ProjectChooser::DefaultFolder() const {
 }
 
 std::string ProjectChooser::LastFile() const {
-  return door_.System().Settings().GetSetting("DiskFile", "FileName", DefaultFolder() + TodaysName());
+  return door_.System().Settings().GetSetting(kSection, "FileName", DefaultFolder() + TodaysName());
 }
 
 std::string ProjectChooser::ProjectAtStart() const {
@@ -33,7 +41,9 @@ bool ProjectChooser::OpenAtStart() {
     if (word == DialogAnswer::Word::Cancel) return false;
     if (word == DialogAnswer::Word::No) return Ask(true);
   }
-  return Open(file) || Ask(true);
+  if (!Open(file)) return Ask(true);
+  Remember(file);
+  return true;
 }
 
 DialogBox ProjectChooser::FileBox(bool atStart) const {
@@ -49,22 +59,74 @@ DialogBox ProjectChooser::FileBox(bool atStart) const {
   box.kind = DialogKind::SaveFile;
   box.title = "Open New Quorvane Project";
   box.preset = (there ? folder : door_.System().HomeFolder()) + TodaysName();
-  box.folder = door_.System().Settings().GetSetting("DiskFile", "InitDir", DefaultFolder());
+  box.folder = door_.System().Settings().GetSetting(kSection, "InitDir", DefaultFolder());
   return box;
 }
 
-bool ProjectChooser::Ask(bool atStart) {
+// The day may have a project already.
+bool ProjectChooser::AskNew() {
+  DialogBox box = FileBox(true);
+  box.title = "New Quorvane Project";
+  const std::string name = WithoutExtension(box.preset);
+  for (int number = 2; FileExists(box.preset); ++number) {
+    box.preset = name + " " + std::to_string(number) + ".ini";
+  }
+  return Choose(box, false);
+}
+
+bool ProjectChooser::AskRecent(const std::string& file) {
+  return Choose({.kind = DialogKind::OpenFile,
+                 .title = "Open Recent",
+                 .text = "",
+                 .preset = file,
+                 .defaultExtension = ".ini",
+                 .chosen = true},
+                false);
+}
+
+std::vector<std::string> ProjectChooser::Remembered() const {
+  return Split(door_.System().Settings().GetSetting(kSection, "Recent", ""), '\n');
+}
+
+std::vector<std::string> ProjectChooser::Recent() const {
+  constexpr std::size_t kMostShown = 8;
+  std::vector<std::string> there;
+  for (const std::string& file : Remembered()) {
+    const bool open = file == WholePath(race_.ProjectFile);
+    if (!open && there.size() < kMostShown && FileExists(file)) there.push_back(file);
+  }
+  return there;
+}
+
+// More than are shown: a stick that is not plugged in today comes back tomorrow.
+void ProjectChooser::Remember(const std::string& file) {
+  constexpr std::size_t kMostKept = 16;
+  std::vector<std::string> files = Remembered();
+  const std::string whole = WholePath(file);
+  std::erase(files, whole);
+  files.insert(files.begin(), whole);
+  files.resize(std::min(files.size(), kMostKept));
+  door_.System().Settings().SaveSetting(kSection, "Recent", Join(files, '\n'));
+}
+
+bool ProjectChooser::Choose(const DialogBox& box, bool atStart) {
   std::string file;
   do {
-    const DialogAnswer answer = door_.Ask(FileBox(atStart));
+    if (box.chosen && !file.empty()) return false;  // the same answer would come again
+    const DialogAnswer answer = door_.Ask(box);
     if (answer.word != DialogAnswer::Word::File || answer.text.empty()) return false;
     // A race that began behind the box belongs to the project that is open.
     if (!atStart && race_.AtStake()) return false;
     file = answer.text;
+    if (box.chosen && !FileExists(file)) {
+      door_.Ask({DialogKind::Ok, box.title, "This project is not there any more:\r\r" + file});
+      return false;
+    }
   } while (!Open(file));
   SettingsStore& settings = door_.System().Settings();
-  settings.SaveSetting("DiskFile", "InitDir", ParentFolder(file));
-  settings.SaveSetting("DiskFile", "FileName", file);
+  settings.SaveSetting(kSection, "InitDir", ParentFolder(file));
+  settings.SaveSetting(kSection, "FileName", file);
+  Remember(file);
   return true;
 }
 

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "forms/door.h"
 #include "race/project_values.h"
@@ -22,11 +23,19 @@ class ProjectChooser {
   std::string ProjectAtStart() const;
   // False: nothing was chosen, and the open project stays.
   bool OpenAtStart();
-  bool Ask(bool atStart);
+  bool Ask(bool atStart) { return Choose(FileBox(atStart), atStart); }
+  bool AskNew();
+  bool AskRecent(const std::string& file);  // the operator has chosen it from the list
   // Tells why, where the file does not become the project.
   bool Open(const std::string& file);
+  // The projects chosen last, from the settings: those that still exist, without the open one. Practice is
+  // none of them.
+  std::vector<std::string> Recent() const;
 
  private:
+  std::vector<std::string> Remembered() const;
+  void Remember(const std::string& file);
+  bool Choose(const DialogBox& box, bool atStart);
   std::string DefaultFolder() const;
   std::string TodaysName() const { return ProjectDate(door_.LocalNow()) + ".ini"; }
   std::string LastFile() const;

@@ -1,6 +1,10 @@
 #include "console/score.h"
 
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
 #include <algorithm>
+#include <map>
 
 #include "base/text.h"
 #include "console/program.h"
@@ -81,6 +85,22 @@ Score ScoreOnConsole(Program& program) {
 }
 
 }  // namespace
+
+std::string ResultLine(const RaceRecord& race) {
+  std::multimap<std::ptrdiff_t, std::string> lines;
+  for (const LaneRecord& lane : race.lanes) {
+    if (!lane.flies || lane.placing.empty()) continue;
+    const auto place = std::find(kPlaceWords.begin(), kPlaceWords.end(), lane.placing);
+    const std::string number = "lane " + std::to_string(lane.lane) + " ";
+    const std::string line = place == kPlaceWords.end()
+                                 ? number + lane.placing
+                                 : PlaceText(lane.placing) + " " + number + FinalText(lane);
+    lines.emplace(place - kPlaceWords.begin(), line);
+  }
+  std::vector<std::string> ordered;
+  for (const auto& [place, line] : lines) ordered.push_back(line);
+  return fmt::format("{}", fmt::join(ordered, ", "));
+}
 
 bool ScoreKeeper::BetweenRaces() const {
   if (program_.race().RaceActive || program_.race().ReflyMode) return false;

@@ -27,6 +27,11 @@ struct Score {
   std::array<Lane, 4> lanes = {};
 };
 
+struct RaceRecord;
+
+// "1st lane 2 1:02.41, 2nd lane 1 1:04.00, lane 3 DNF": the lanes that flew, by place.
+std::string ResultLine(const RaceRecord& race);
+
 // The score of the race on the console, between two races that of the last one. The program must outlive it.
 class ScoreKeeper {
  public:

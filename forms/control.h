@@ -59,17 +59,17 @@ class Control {
   bool Has(Property property) const;           // whether its kind has what is shown or told by it
 
   const std::string& Caption() const { return caption_; }
-  const std::string& Text() const { return text_; }
-  int Value() const { return value_; }          // check box, option button: 0 or 1
-  bool Checked() const { return value_ != 0; }  // menu entry
+  const std::string& Text() const { return text_; }  // of a menu of items: the one that is chosen
+  int Value() const { return value_; }               // check box, option button: 0 or 1
+  bool Checked() const { return value_ != 0; }       // menu entry
   bool Enabled() const { return enabled_; }
   bool Visible() const { return visible_; }  // its own flag; see Reachable for the frames around it
   Color BackColor() const { return backColor_; }
   Color ForeColor() const { return foreColor_; }
   const std::string& Tag() const { return tag_; }
-  int ListIndex() const { return listIndex_; }  // -1: none
-  const std::vector<std::string>& Items() const { return items_; }
-  std::int32_t Interval() const { return interval_; }  // timer, ms; 0 never fires
+  int ListIndex() const { return listIndex_; }                      // -1: none
+  const std::vector<std::string>& Items() const { return items_; }  // a menu may have some as well
+  std::int32_t Interval() const { return interval_; }               // timer, ms; 0 never fires
   // The control that this one is placed by: a cut mark's lap cell, the label that a pop-up button covers.
   Control* Anchor() const { return anchor_; }
   // What the pointer is told that rests on the control, such as why it is disabled now.

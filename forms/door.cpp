@@ -216,7 +216,8 @@ void Door::DispatchToControl(const Event& event, Control& control) {
       if (control.Kind() != ControlKind::CheckBox) return run(control.onClick);
       return control.SetValue(control.Value() == 0 ? 1 : 0);  // raises onClick itself
     case EventKind::Type:
-      if (control.Kind() != ControlKind::TextBox || control.Text() == event.text) return;
+      if (control.Kind() != ControlKind::TextBox && control.Kind() != ControlKind::Menu) return;
+      if (control.Text() == event.text) return;
       control.SetText(event.text);
       return run(control.onChange);
     case EventKind::Choose:

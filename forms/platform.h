@@ -61,6 +61,9 @@ struct DialogBox {
   DialogAnswer::Word usual = DialogAnswer::Word::Yes;
   // The radio has raised it while the operator's hands are judging: no key or click in its first second.
   bool byRadio = false;
+  // Files: the operator has chosen already, from a menu, and `preset` is the answer. Asked all the same, so
+  // that the journal knows it as an answer and a replay puts a copy in the place of the file.
+  bool chosen = false;
 };
 
 // The per-user settings, by section and key. Writing never fails visibly.

@@ -143,6 +143,21 @@ void frmLane::UpdateLaneColor() {
   lblHigh.SetBackColor(marking.high);
 }
 
+LaneProgress frmLane::Progress() const {
+  LaneProgress progress = ProgressOf(log_, IsFai(), !Loaded() && chkNovice.Value() != 0);
+  progress.shown = !doesNotFly_ && (Loaded() || race_.RaceActive);
+  if (!progress.shown) progress.mayWin = false;
+  return progress;
+}
+
+void frmLane::ShowProgress(const LaneProgress& progress, const std::string& gap) {
+  const std::string flown = std::to_string(progress.flown) + "/" + std::to_string(progress.due);
+  const bool timed = progress.shown && progress.lastLap > 0;
+  lblFlown.SetCaption(progress.shown ? flown : "");
+  lblLastLap.SetCaption(timed ? "Last " + FormatSeconds(progress.lastLap) : "");
+  lblGap.SetCaption(gap);
+}
+
 void frmLane::HidePopUp() {
   cmdShow.SetVisible(false);
   cmdShow.SetTag("");

@@ -9,6 +9,7 @@
 #include "forms/form.h"
 #include "forms/platform.h"
 #include "lane/lane_log.h"
+#include "lane/lane_progress.h"
 #include "race/project_values.h"
 #include "race/race_state.h"
 
@@ -72,6 +73,10 @@ class frmLane : public Form {
   Control& lblStatus = Add(Label, "lblStatus", &fraLane);
   Control& lblLow = Add(Label, "lblLow", &fraLane);
   Control& lblHigh = Add(Label, "lblHigh", &fraLane);
+  // How far the lane has come; see ShowProgress.
+  Control& lblFlown = Add(Label, "lblFlown", &fraLane);
+  Control& lblLastLap = Add(Label, "lblLastLap", &fraLane);
+  Control& lblGap = Add(Label, "lblGap", &fraLane);
   Control& mnuLog = AddCaptioned(Menu, "mnuLog", "&Laps and Cuts ...");  // of the panel's own menu
 
   // Laps. With kDoesNotFly the lane counts as finished, has no place, and keeps its time base.
@@ -136,6 +141,11 @@ class frmLane : public Form {
   void UpdateLaneColor();
   // The hands' buttons come back when the link has dropped, and go when it is there again.
   void FollowLink();
+
+  // Laps flown of those that are due, the last one's time, the gap to the leader. The other lanes are known
+  // to the owner.
+  LaneProgress Progress() const;
+  void ShowProgress(const LaneProgress& progress, const std::string& gap);
 
   // Records. `section` is that of the race, "Race7" or "Refly2"; the lane's own is "Race7_Lane3". A loaded
   // lane is recounted under the race mode that the race's section names and counts as finished until the next

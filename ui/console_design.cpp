@@ -28,18 +28,18 @@ std::vector<Place> RaceButtons() {
   const int right = kLeft + kColumn - half;
   return {{"chkSixtySecondCount", {kLeft + 4, 379, kColumn - 4, 26}, 13, Look::Left, "60 Second Count", '6'},
           {"chkAudio", {kLeft + 4, 406, kColumn - 4, 26}, 13, Look::Left, "Audio Countdown", 'A'},
-          {"cmdStart", {kLeft, 437, kColumn, 60}, 22, kButtonLook, "Start", 't', "F1"},
-          {"cmdReset", {kLeft, 503, half, 40}, 15, kButtonLook, "Reset", 'R'},
-          {"cmdSave", {right, 503, half, 40}, 15, kButtonLook, "Save", 'v'},
-          {"cmdPrint", {kLeft, 549, half, 40}, 15, kButtonLook, "Print", 'P'},
-          {"cmdReorder", {right, 549, half, 40}, 15, kButtonLook, "Order", 'O'}};
+          {"cmdStart", {kLeft, 437, kColumn, 48}, 22, kButtonLook, "Start", 't', "F1"},
+          {"cmdReset", {kLeft, 490, half, 40}, 15, kButtonLook, "Reset", 'R'},
+          {"cmdSave", {right, 490, half, 40}, 15, kButtonLook, "Save", 'v'},
+          {"cmdPrint", {kLeft, 535, half, 40}, 15, kButtonLook, "Print", 'P'},
+          {"cmdReorder", {right, 535, half, 40}, 15, kButtonLook, "Order", 'O'}};
 }
 
 std::vector<Place> LinkRow() {
   const Look lamp = Look::Lamp | Look::Border;
   const Look notice = Look::Left | Look::Top | Look::Border | Look::White;
-  return {{"txtComments", {kLeft, 611, kColumn, 46}, 12, Look::Left | Look::Lines, "Comments"},
-          {"lblNotice", {kLeft, 660, kColumn, 35}, 10.5, notice, "Notice"},
+  return {{"txtComments", {kLeft, 597, kColumn, 46}, 12, Look::Left | Look::Lines, "Comments"},
+          {"lblNotice", {kLeft, 645, kColumn, 50}, 10.5, notice, "Notice"},
           {"lblSilent", {kLeft, 696, kColumn, 24}, 12, Look::Bold | Look::Left, "Radio"},
           {"lblComm", {kLeft, 722, 152, 40}, 13, kButtonLook | Look::Border, "Station link"},
           {"lblReadComm", {kLeft + 160, 722, 52, 40}, 14, lamp, "Receiving"},
@@ -51,10 +51,15 @@ std::vector<Place> LinkRow() {
 FormDesign ConsoleDesign() {
   FormDesign design{.width = 1280,
                     .height = 772,
-                    .shortcuts = {{"mnuUndo", "Ctrl+Z"}, {"mnuRedo", "Ctrl+Y"}},
+                    .shortcuts = {{"mnuSave", "Ctrl+S"},
+                                  {"mnuPrint", "Ctrl+P"},
+                                  {"mnuUndo", "Ctrl+Z"},
+                                  {"mnuRedo", "Ctrl+Y"}},
+                    .tips = ConsoleTips(),
                     .home = "lblStatus"};
   const Look clock = Look::Bold | Look::Heavy | Look::Focusable;
-  design.places = {{"lblStatus", {kLeft, 10, kColumn, 128}, 64, clock, "Race clock"},
+  design.places = {{"lblStatus", {kLeft, 10, kColumn, 98}, 64, clock, "Race clock"},
+                   {"lblUnsaved", {kLeft, 112, kColumn, 27}, 14, Look::Bold | Look::Border, "Race"},
                    {"lblPractice", {kLeft, 142, 132, 30}, 15, Look::Bold | Look::Border, "Not a contest"},
                    {"lblNotSaved", {kLeft + 140, 142, 132, 30}, 15, Look::Bold | Look::Border, "Warning"}};
   for (const std::vector<Place>& part : {HeatControl(), RaceButtons(), LinkRow()}) {
@@ -65,7 +70,7 @@ FormDesign ConsoleDesign() {
   }
   design.texts = {{"H&eat", {20, 215, 60, 34}, 13, Look::Left, "txtHeat"},
                   {"Ro&und", {20, 254, 60, 34}, 13, Look::Left, "txtRound"},
-                  {"&Comments", {kLeft + 2, 590, kColumn, 21}, 12, Look::Left, "txtComments"}};
+                  {"&Comments", {kLeft + 2, 576, kColumn, 21}, 12, Look::Left, "txtComments"}};
   return design;
 }
 

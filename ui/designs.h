@@ -6,6 +6,13 @@ namespace quorvane {
 
 inline constexpr Look kButtonLook = Look::Bold | Look::White;
 
+using Tips = std::map<std::string, std::string>;
+Tips ConsoleTips();  // what the buttons and menu entries are for
+Tips LaneTips();
+Tips LinkTips();
+Tips PracticeTips();
+Tips SmallTips();
+
 FormDesign ConsoleDesign();              // frmJudge, without its menu bar
 FormDesign LaneDesign(int lane);         // frmLane1..4, lane 1..4
 FormDesign LinkDesign();                 // frmSerialPort with its message detail

@@ -46,6 +46,7 @@ FormDesign LaneDesign(int lane) {
   const Look lamp = Look::Border | Look::Lamp;
   const Look cut = Look::Bold | Look::Peach;
   FormDesign design{.width = 978, .height = 184, .stackTop = kMarkTop, .stackBottom = 178};
+  design.tips = LaneTips();
   design.places = {{"fraLane", {0, 0, 978, 184}, 12, Look::Bare | Look::Heavy | Look::White, "panel"},
                    {"lblLaneName", {8, 6, 134, 30}, 15, kButtonLook | Look::Left, "name"},
                    {"lblLow", {10, 42, 60, 30}, 12, lamp, "low marking", 0, {}, "Low"},
@@ -54,7 +55,10 @@ FormDesign LaneDesign(int lane) {
                    {"cmdCut", {kFirstCell + 148, 128, 188, 48}, 18, cut, {}, 0, cutKeys},
                    {"cmdTurn", {kFirstCell + 344, 128, 116, 48}, 18, kButtonLook},
                    {"cmdOrder", {846, 132, 122, 44}, 15, kButtonLook, "place"},
-                   {"lblStatus", {784, 10, 184, 82}, 28, kButtonLook | Look::Heavy, "status"},
+                   {"lblStatus", {784, 8, 184, 52}, 28, kButtonLook | Look::Heavy, "status"},
+                   {"lblFlown", {784, 64, 84, 62}, 24, Look::Bold, "laps flown of laps due"},
+                   {"lblLastLap", {870, 64, 98, 30}, 15, Look::Bold, "last lap"},
+                   {"lblGap", {870, 96, 98, 30}, 15, Look::Bold, "gap to the leader"},
                    {"txtLapTen", {628, 144, 100, 32}, 14, Look::Bold, "lap 10 result"},
                    {"txtLapEleven", {736, 144, 100, 32}, 14, Look::Bold, "lap 11 result"},
                    {"chkNovice", {10, 82, 130, 30}, 13, Look::Left, "9 Laps"}};

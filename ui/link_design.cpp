@@ -49,7 +49,7 @@ void AddStations(std::vector<Place>& places, int top) {
 
 FormDesign LinkDesign() {
   constexpr int kRight = kNarrowLink + kDetail - 10;  // of the detail
-  FormDesign design{.width = kNarrowLink + kDetail, .height = kHeight, .home = "cmdHide"};
+  FormDesign design{.width = kNarrowLink + kDetail, .height = kHeight, .tips = LinkTips(), .home = "cmdHide"};
   design.texts = {{"Serial port of the radio modem", {14, 8, 400, 24}, 12, Look::Left | Look::Bold}};
   AddPorts(design.places);
   design.places.push_back({"lblMessage", {10, 248, 450, 44}, 11, kTextLook | Look::Border, "Message line"});

@@ -17,8 +17,11 @@ namespace {
 
 // What a box asks is told with the window that it belongs to.
 QString PageOf(const QWidget* window) {
-  static const std::map<std::string, const char*> kPages = {
-      {"frmSerialPort", "link"}, {"frmLog", "laps-and-cuts"}, {"frmKeyboard", "keys"}, {"frmAbout", "index"}};
+  static const std::map<std::string, const char*> kPages = {{"frmSerialPort", "link"},
+                                                            {"frmPractice", "practice"},
+                                                            {"frmLog", "laps-and-cuts"},
+                                                            {"frmKeyboard", "keys"},
+                                                            {"frmAbout", "index"}};
   for (; window != nullptr; window = window->parentWidget()) {
     if (const auto* form = dynamic_cast<const FormWindow*>(window)) {
       const auto page = kPages.find(form->Of().Name());

@@ -3,7 +3,7 @@
 namespace quorvane {
 
 FormDesign PracticeDesign() {
-  FormDesign design{.width = 470, .height = 352, .home = "cmdClose"};
+  FormDesign design{.width = 470, .height = 352, .tips = PracticeTips(), .home = "cmdClose"};
   design.texts = {{"Race &mode", {16, 14, 130, 34}, 13, Look::Left | Look::Bold, "cboMode"},
                   {"&Radio", {16, 54, 130, 34}, 13, Look::Left | Look::Bold, "cboRadio"}};
   design.places = {{"cboMode", {150, 14, 304, 34}, 13, Look::Bold, "Race mode"},

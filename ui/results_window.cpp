@@ -130,16 +130,18 @@ QWidget* ResultsWindow::NewButtons() {
   auto* layout = new QHBoxLayout(row);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(told_, 1);
-  const auto add = [&](const char* text, const QKeySequence& key, void (ResultsWindow::*action)()) {
+  const auto add = [&](const char* text, const char* tip, const QKeySequence& key,
+                       void (ResultsWindow::*action)()) {
     auto* button = new QPushButton(Words::Of(text), row);
     button->setFont(FontOfPixels(kTextPixels, true));
+    button->setToolTip(Words::Of(tip));
     button->setMinimumHeight(36);
     layout->addWidget(button);
     connect(button, &QPushButton::clicked, this, action);
     new QShortcut(key, this, this, action);
   };
-  add("&Copy", QKeySequence::Copy, &ResultsWindow::Copy);
-  add("&Save As...", QKeySequence::Save, &ResultsWindow::SaveAs);
+  add("&Copy", "Copy the chosen rows for a spreadsheet", QKeySequence::Copy, &ResultsWindow::Copy);
+  add("&Save As...", "Write all races to a file", QKeySequence::Save, &ResultsWindow::SaveAs);
   new QShortcut(Qt::Key_Escape, this, this, &QWidget::hide);
   return row;
 }

@@ -207,6 +207,7 @@ QWidget* Scoreboard::NewBar() {
   screens_ = new QComboBox(bar);
   screens_->setObjectName(QStringLiteral("screens"));
   auto* full = new QPushButton(Words::Of("Full Screen"), bar);
+  full->setToolTip(Words::Of("Show the scoreboard alone on the chosen screen"));
   full->setObjectName(QStringLiteral("fullScreen"));
   auto* hint = new QLabel(Words::Of("Esc or a double click: back to a window"), bar);
   for (QWidget* widget : std::initializer_list<QWidget*>{label, screens_, full, hint}) {

@@ -14,7 +14,7 @@ Place CloseButton(const QRect& rect) {
 }  // namespace
 
 FormDesign TimerDesign() {
-  FormDesign design{.width = 420, .height = 286, .home = "cmdClose"};
+  FormDesign design{.width = 420, .height = 286, .tips = SmallTips(), .home = "cmdClose"};
   design.texts = {{"Stopwatch resolution", {16, 14, 190, 30}, 12},
                   {"Stopwatch frequency", {16, 48, 190, 30}, 12}};
   design.places = {
@@ -30,7 +30,7 @@ FormDesign TimerDesign() {
 }
 
 FormDesign KeyboardDesign() {
-  FormDesign design{.width = 560, .height = 400, .home = "cmdClose"};
+  FormDesign design{.width = 560, .height = 400, .tips = SmallTips(), .home = "cmdClose"};
   const auto left = [](int lane) { return 170 + 96 * lane; };
   for (int lane = 0; lane < 4; ++lane) {
     design.places.push_back({IndexedName("lblLane", lane + 1), {left(lane), 10, 90, 32}, 13, Look::Bold});
@@ -50,7 +50,7 @@ FormDesign KeyboardDesign() {
 }
 
 FormDesign LogDesign() {
-  FormDesign design{.width = 560, .height = 460, .home = "lstEntries"};
+  FormDesign design{.width = 560, .height = 460, .tips = SmallTips(), .home = "lstEntries"};
   design.places = {{"cboLane", {86, 14, 150, 34}, 13, Look::Bold, "Lane"},
                    {.name = "lstEntries",
                     .rect = {16, 60, 528, 290},
@@ -75,6 +75,7 @@ FormDesign AboutDesign() {
                      {"lblCredits", {20, 138, 420, 60}, 11, Look::Top},
                      {"lblBuiltWith", {20, 202, 420, 28}, 11},
                      CloseButton({172, 246, 116, 36})},
+          .tips = SmallTips(),
           .home = "cmdClose"};
 }
 

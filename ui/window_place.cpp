@@ -23,6 +23,17 @@ bool HasScreen(const QWidget& window) {
   return window.screen() != nullptr && QGuiApplication::platformName() != QLatin1String("offscreen");
 }
 
+// The screens that are there, where they stand: " 1920x1080+0+0". At the field there are others than at home.
+std::string KeyOfScreens() {
+  QStringList screens;
+  for (const QScreen* screen : QGuiApplication::screens()) {
+    const QRect at = screen->geometry();
+    screens << QStringLiteral(" %1x%2+%3+%4").arg(at.width()).arg(at.height()).arg(at.x()).arg(at.y());
+  }
+  screens.sort();
+  return screens.join(QString()).toStdString();
+}
+
 }  // namespace
 
 WindowPlace::WindowPlace(QWidget& window, SettingsStore& settings, std::string name, QSize least)
@@ -41,8 +52,11 @@ bool WindowPlace::Restore(QSize wanted) {
   const QSize room =
       HasScreen(window_) ? window_.screen()->availableSize().shrunkBy(kFrame) : wanted.expandedTo(least_);
   window_.setMinimumSize(least_.boundedTo(room));
-  const std::string left = settings_.GetSetting(kSection, name_, "");
-  if (window_.restoreGeometry(QByteArray::fromBase64(QByteArray::fromStdString(left)))) return true;
+  // Where it was on these screens, or else where it was last: Qt brings that onto a screen.
+  for (const std::string& key : {name_ + KeyOfScreens(), name_}) {
+    const std::string left = settings_.GetSetting(kSection, key, "");
+    if (window_.restoreGeometry(QByteArray::fromBase64(QByteArray::fromStdString(left)))) return true;
+  }
   window_.resize(wanted.boundedTo(room).expandedTo(window_.minimumSize()));
   return false;
 }
@@ -83,7 +97,8 @@ void WindowPlace::Keep() {
 }
 
 void WindowPlace::Save() {
-  settings_.SaveSetting(kSection, name_, window_.saveGeometry().toBase64().toStdString());
+  const std::string left = window_.saveGeometry().toBase64().toStdString();
+  for (const std::string& key : {name_ + KeyOfScreens(), name_}) settings_.SaveSetting(kSection, key, left);
 }
 
 bool WindowPlace::eventFilter(QObject*, QEvent* event) {

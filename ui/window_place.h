@@ -13,7 +13,7 @@ class QWidget;
 namespace quorvane {
 
 // Keeps a window on its screen with its whole frame, and remembers in the settings store where the operator
-// has left it. Belongs to the window.
+// has left it, for each set of screens. Belongs to the window.
 class WindowPlace : public QObject {
  public:
   // The window is never made smaller than `least`, but where the screen is. `name` is its key in the store.

@@ -33,6 +33,9 @@ inline constexpr std::array kWordPatterns = {
     WordPattern{"Cut at pylon %1"},
     WordPattern{"Cut %1", "t"},
     WordPattern{"Cuts(%1)"},
+    WordPattern{"Last %1"},
+    WordPattern{"-%1 lap"},
+    WordPattern{"-%1 laps"},
     WordPattern{"%1 MPH"},
     WordPattern{"column %1"},
     WordPattern{"cell %1"},
@@ -53,7 +56,12 @@ inline constexpr std::array kWordPatterns = {
     WordPattern{"%1;%2", "ww"},
     WordPattern{"%1 now lane %2, no more lane %3", "wnn"},
     WordPattern{"Race %1 is amended. Amendment %2"},
+    WordPattern{"Race %1 is in the project already: saved as its refly, because no other number is free: %2",
+                "ne"},
     WordPattern{"Race %1 is in the project already: saved as its refly, because no other number is free"},
+    WordPattern{"Race %1 is in the project already: saved as %2: %3", "nne"},
+    WordPattern{"Race %1 saved: %2", "ne"},
+    WordPattern{"Race %1 refly saved: %2", "ne"},
     WordPattern{"Race %1 is in the project already: saved as %2"},
     WordPattern{"Refly %1 is in the project already: saved as %2"},
     WordPattern{"Lane %1 takes no more entries: its log is full"},
@@ -181,6 +189,11 @@ inline constexpr std::array kWordPatterns = {
     WordPattern{"stopped at %1"},
     WordPattern{"%1 rows copied"},
     WordPattern{"Saved as %1", "t"},
+
+    // Lists.
+    WordPattern{"%1 lane %2 %3", "wne"},
+    WordPattern{"lane %1 %2", "ne"},
+    WordPattern{"%1, %2", "ww"},
 };
 
 }  // namespace quorvane

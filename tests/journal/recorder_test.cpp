@@ -214,6 +214,10 @@ TEST(Recorder, AProjectThatIsHeldElsewhereIsHeldInTheReplay) {
   rig.Answer(DialogAnswer::Word::File, rig.folder / "link.ini");
   rig.Click("frmJudge.mnuSelectFile");
   session.FlyRace();
+  rig.Answer(DialogAnswer::Word::File, rig.folder / "mine.ini");  // a platform with windows asks nobody
+  rig.Type("frmJudge.mnuOpenRecent", rig.folder / "mine.ini");
+  EXPECT_EQ(rig.race().ProjectFile, rig.folder / "mine.ini");
+  session.FlyRace();
   session.ExpectVerified();
 }
 

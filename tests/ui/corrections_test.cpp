@@ -106,6 +106,7 @@ class CorrectionsTest : public OperatorTest, public testing::WithParamInterface<
 TEST_P(CorrectionsTest, ARunningRaceIsPutRight) {
   program.judge().chkSixtySecondCount.SetValue(0);
   Key(Qt::Key_F1);
+  QTest::qWait(20);  // the turn and the cut come after the lap that is inserted
   Click(program.lane(1).cmdTurn);
   Click(program.lane(1).cmdCut);
   OpenTable(1);

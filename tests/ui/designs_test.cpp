@@ -31,6 +31,9 @@ TEST_F(DesignsTest, EveryControlHasItsPlaceAndNameAndEveryPlaceItsControl) {
       const ControlView* seen = view->Find(control);
       ASSERT_NE(seen, nullptr) << control.FullName();
       EXPECT_FALSE(seen->Widget()->accessibleName().isEmpty()) << control.FullName();
+      if (control.Kind() == ControlKind::Button) {
+        EXPECT_FALSE(seen->Widget()->toolTip().isEmpty()) << control.FullName();
+      }
       if (control.Name() == "cmdLap") laneButtons.insert(seen->Widget()->accessibleName());
     }
     for (const Place& place : view->Design().places) {
@@ -38,6 +41,10 @@ TEST_F(DesignsTest, EveryControlHasItsPlaceAndNameAndEveryPlaceItsControl) {
     }
   }
   EXPECT_EQ(laneButtons.size(), 4U);
+  for (const Control& entry : program.judge().Controls()) {
+    if (entry.Kind() != ControlKind::Menu || entry.Parent() == nullptr || entry.Caption() == "-") continue;
+    EXPECT_FALSE(windows.Console().Menu()->Find(entry)->statusTip().isEmpty()) << entry.Name();
+  }
   for (const Place& place : LaneDesign(4).places) {
     EXPECT_TRUE(place.name != "cmdCut" || place.key == "F8 F12 0") << place.key;
   }

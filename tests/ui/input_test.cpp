@@ -6,6 +6,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMimeData>
 #include <QPlainTextEdit>
 #include <QWindow>
@@ -237,6 +238,46 @@ TEST_F(InputTest, CtrlF1OpensTheManualsPageOfTheWindowInFrontAndStartsNothing) {
   Enter(EventKind::Click, "frmJudge.mnuManual");
   EXPECT_EQ(judge().lblNotice.Caption(),
             "No program shows web pages. The manual is " + InFolder("index.html"));
+}
+
+TEST_F(InputTest, CtrlSSavesCtrlPPrintsAndTheFileMenuOpensWhatWasOpenBefore) {
+  struct Printer : HeatPrinter {
+    void PrintHeat(const RaceRecord& race) override { printed = race.number; }
+    int printed = 0;
+  } printer;
+  judge().SetPrinter(&printer);
+  Click(judge().cmdStart);
+  Key(Qt::Key_S, Qt::ControlModifier);
+  judge().FinalizeRace();
+  Enter(EventKind::Hover, "frmJudge.lblStatus");
+  EXPECT_TRUE(Shown(judge().lblUnsaved)->isVisible());
+  Key(Qt::Key_P, Qt::ControlModifier);
+  Click(judge().txtComments);
+  Keys("gusty");
+  Key(Qt::Key_S, Qt::ControlModifier);
+  EXPECT_EQ(printer.printed, 1);
+  EXPECT_EQ(program.project().GetProjectValue("Race1", "Comments", ""), "gusty");
+  EXPECT_FALSE(Shown(judge().lblUnsaved)->isVisible());
+  EXPECT_EQ(Shown(judge().cmdSave)->toolTip(), "No race waits to be saved");
+
+  judge().SetPrinter(nullptr);
+  answer = [this](const DialogBox& box) {
+    return box.title == "New Quorvane Project" ? DialogAnswer{DialogAnswer::Word::File, InFolder("b & c.ini")}
+                                               : Demo::Answer(box);
+  };
+  MenuView& menus = *windows.Console().Menu();
+  menus.Find(judge().mnuNewProject)->trigger();
+  EXPECT_EQ(program.race().ProjectFile, InFolder("b & c.ini"));
+  QMenu& recent = *menus.Find(judge().mnuOpenRecent)->menu();
+  for (const char* file : {"test.ini", "b & c.ini"}) {
+    Key(Qt::Key_F, Qt::AltModifier);
+    ASSERT_EQ(recent.actions().size(), 1) << file;
+    const QString named = recent.actions()[0]->text();
+    EXPECT_TRUE(named.startsWith(QString(file).replace("&", "&&"))) << named.toStdString();
+    menus.Find(judge().mnuFile)->menu()->hide();
+    recent.actions()[0]->trigger();
+    EXPECT_EQ(program.race().ProjectFile, InFolder(file));
+  }
 }
 
 TEST_F(InputTest, HeatBeingTypedIsTheOneThatIsStarted) {

@@ -55,6 +55,7 @@ StopwatchFigures QtPlatform::MeasureStopwatch() {
 }
 
 DialogAnswer QtPlatform::ShowDialog(const DialogBox& box) {
+  if (box.chosen) return {DialogAnswer::Word::File, box.preset};
   if (answerer_) {
     if (const auto answer = answerer_(box)) return *answer;
   }

@@ -2127,6 +2127,398 @@ des Rennens STEUERN?</translation>
         <source>Event</source>
         <translation>Veranstaltung</translation>
     </message>
+    <message>
+        <source>Ne&amp;w Project...</source>
+        <translation>&amp;Neues Projekt ...</translation>
+    </message>
+    <message>
+        <source>Open Re&amp;cent</source>
+        <translation>Zu&amp;letzt geöffnet</translation>
+    </message>
+    <message>
+        <source>Sav&amp;e</source>
+        <translation>Spei&amp;chern</translation>
+    </message>
+    <message>
+        <source>Pr&amp;int</source>
+        <translation>&amp;Drucken</translation>
+    </message>
+    <message>
+        <source>Station Lin&amp;k</source>
+        <translation>Stations&amp;verbindung</translation>
+    </message>
+    <message>
+        <source>FINISHED, NOT SAVED YET</source>
+        <translation>BEENDET, NOCH NICHT GESPEICHERT</translation>
+    </message>
+    <message>
+        <source>Begin another contest in a file of its own</source>
+        <translation>Einen anderen Wettbewerb in einer eigenen Datei beginnen</translation>
+    </message>
+    <message>
+        <source>Go on with a contest that has a file already</source>
+        <translation>Mit einem Wettbewerb weitermachen, der schon eine Datei hat</translation>
+    </message>
+    <message>
+        <source>The contests that were opened last</source>
+        <translation>Die zuletzt geöffneten Wettbewerbe</translation>
+    </message>
+    <message>
+        <source>Write the finished race into the project and go on to the next one</source>
+        <translation>Das beendete Rennen ins Projekt schreiben und zum nächsten gehen</translation>
+    </message>
+    <message>
+        <source>Write the finished race into the project and go on to the next one (Ctrl+S)</source>
+        <translation>Das beendete Rennen ins Projekt schreiben und zum nächsten gehen (Strg+S)</translation>
+    </message>
+    <message>
+        <source>All races of the contest as a table, and as files</source>
+        <translation>Alle Rennen des Wettbewerbs als Tabelle und als Dateien</translation>
+    </message>
+    <message>
+        <source>The race in large type, for another screen</source>
+        <translation>Das Rennen in großer Schrift, für einen anderen Bildschirm</translation>
+    </message>
+    <message>
+        <source>Keep all that happens in a journal, which can be flown again</source>
+        <translation>Alles, was geschieht, in einem Journal festhalten, das wieder geflogen werden kann</translation>
+    </message>
+    <message>
+        <source>Print the heat report of the race on the console</source>
+        <translation>Den Laufbericht des gezeigten Rennens drucken</translation>
+    </message>
+    <message>
+        <source>Print the heat report of the race on the console (Ctrl+P)</source>
+        <translation>Den Laufbericht des gezeigten Rennens drucken (Strg+P)</translation>
+    </message>
+    <message>
+        <source>The heat report on the screen</source>
+        <translation>Der Laufbericht auf dem Bildschirm</translation>
+    </message>
+    <message>
+        <source>All that happened in the race on the console</source>
+        <translation>Alles, was im gezeigten Rennen geschehen ist</translation>
+    </message>
+    <message>
+        <source>The heat report as a file</source>
+        <translation>Der Laufbericht als Datei</translation>
+    </message>
+    <message>
+        <source>Which printer, which paper</source>
+        <translation>Welcher Drucker, welches Papier</translation>
+    </message>
+    <message>
+        <source>Print each heat that the starter ends</source>
+        <translation>Jeden Lauf drucken, den der Starter beendet</translation>
+    </message>
+    <message>
+        <source>End the program; it asks first</source>
+        <translation>Das Programm beenden; es fragt vorher</translation>
+    </message>
+    <message>
+        <source>Take the last entry by hand back</source>
+        <translation>Den letzten Eintrag von Hand zurücknehmen</translation>
+    </message>
+    <message>
+        <source>Make the entry that was taken back again</source>
+        <translation>Den zurückgenommenen Eintrag wieder machen</translation>
+    </message>
+    <message>
+        <source>The log of a lane, to strike, insert and move entries</source>
+        <translation>Das Protokoll einer Bahn, um Einträge zu streichen, einzufügen und zu verschieben</translation>
+    </message>
+    <message>
+        <source>Put the saved race that is shown right</source>
+        <translation>Das gezeigte gespeicherte Rennen berichtigen</translation>
+    </message>
+    <message>
+        <source>Get back the race that was thrown away with Reset</source>
+        <translation>Das mit Zurücksetzen verworfene Rennen zurückholen</translation>
+    </message>
+    <message>
+        <source>The contest&apos;s name, on reports and in the title</source>
+        <translation>Der Name des Wettbewerbs, auf Berichten und im Titel</translation>
+    </message>
+    <message>
+        <source>How many heats make a round</source>
+        <translation>Wie viele Läufe ein Durchgang hat</translation>
+    </message>
+    <message>
+        <source>Which lane carries which marking</source>
+        <translation>Welche Bahn welche Kennung trägt</translation>
+    </message>
+    <message>
+        <source>How finely the clock on the screen is drawn</source>
+        <translation>Wie fein die Uhr auf dem Bildschirm gezeichnet wird</translation>
+    </message>
+    <message>
+        <source>The radio: its port, the stations, the messages</source>
+        <translation>Der Funk: sein Anschluss, die Stationen, die Meldungen</translation>
+    </message>
+    <message>
+        <source>The manual. Ctrl+F1 opens the page of the window in hand</source>
+        <translation>Das Handbuch. Strg+F1 öffnet die Seite des jetzigen Fensters</translation>
+    </message>
+    <message>
+        <source>The keys at a glance</source>
+        <translation>Die Tasten auf einen Blick</translation>
+    </message>
+    <message>
+        <source>Version, and what the program is built with</source>
+        <translation>Version, und womit das Programm gebaut ist</translation>
+    </message>
+    <message>
+        <source>The heat before</source>
+        <translation>Der Lauf davor</translation>
+    </message>
+    <message>
+        <source>The next heat</source>
+        <translation>Der nächste Lauf</translation>
+    </message>
+    <message>
+        <source>The same heat of the round before</source>
+        <translation>Derselbe Lauf des vorigen Durchgangs</translation>
+    </message>
+    <message>
+        <source>The same heat of the next round</source>
+        <translation>Derselbe Lauf des nächsten Durchgangs</translation>
+    </message>
+    <message>
+        <source>Fly this race again</source>
+        <translation>Dieses Rennen noch einmal fliegen</translation>
+    </message>
+    <message>
+        <source>Start a race by hand</source>
+        <translation>Ein Rennen von Hand starten</translation>
+    </message>
+    <message>
+        <source>End the race, or throw it away; it asks first</source>
+        <translation>Das Rennen beenden oder verwerfen; es fragt vorher</translation>
+    </message>
+    <message>
+        <source>Give the places by hand, lane after lane</source>
+        <translation>Die Plätze von Hand vergeben, Bahn für Bahn</translation>
+    </message>
+    <message>
+        <source>This lane completes a lap now</source>
+        <translation>Diese Bahn beendet jetzt eine Runde</translation>
+    </message>
+    <message>
+        <source>This lane has cut a pylon now</source>
+        <translation>Diese Bahn hat jetzt einen Pylon geschnitten</translation>
+    </message>
+    <message>
+        <source>This lane turns at the far pylon now</source>
+        <translation>Diese Bahn wendet jetzt am fernen Pylon</translation>
+    </message>
+    <message>
+        <source>Give this lane this place</source>
+        <translation>Dieser Bahn diesen Platz geben</translation>
+    </message>
+    <message>
+        <source>The mark in large</source>
+        <translation>Die Marke in groß</translation>
+    </message>
+    <message>
+        <source>Close this window; the link goes on</source>
+        <translation>Dieses Fenster schließen; die Verbindung läuft weiter</translation>
+    </message>
+    <message>
+        <source>Show or hide the messages and their counters</source>
+        <translation>Die Meldungen und ihre Zähler zeigen oder verbergen</translation>
+    </message>
+    <message>
+        <source>Ask this station how it is</source>
+        <translation>Diese Station fragen, wie es ihr geht</translation>
+    </message>
+    <message>
+        <source>Show the newest message again</source>
+        <translation>Wieder die neueste Meldung zeigen</translation>
+    </message>
+    <message>
+        <source>Copy the message to the clipboard</source>
+        <translation>Die Meldung in die Zwischenablage kopieren</translation>
+    </message>
+    <message>
+        <source>Copy the counters to the clipboard</source>
+        <translation>Die Zähler in die Zwischenablage kopieren</translation>
+    </message>
+    <message>
+        <source>Close this window</source>
+        <translation>Dieses Fenster schließen</translation>
+    </message>
+    <message>
+        <source>Take the chosen entry out of the log</source>
+        <translation>Den gewählten Eintrag aus dem Protokoll nehmen</translation>
+    </message>
+    <message>
+        <source>Enter a lap that nobody has entered</source>
+        <translation>Eine Runde eintragen, die niemand eingetragen hat</translation>
+    </message>
+    <message>
+        <source>The chosen cut was at another pylon</source>
+        <translation>Der gewählte Cut war an einem anderen Pylon</translation>
+    </message>
+    <message>
+        <source>Copy the chosen rows for a spreadsheet</source>
+        <translation>Die gewählten Zeilen für eine Tabelle kopieren</translation>
+    </message>
+    <message>
+        <source>Write all races to a file</source>
+        <translation>Alle Rennen in eine Datei schreiben</translation>
+    </message>
+    <message>
+        <source>Show the scoreboard alone on the chosen screen</source>
+        <translation>Nur die Anzeigetafel auf dem gewählten Bildschirm zeigen</translation>
+    </message>
+    <message>
+        <source>A race is being flown</source>
+        <translation>Ein Rennen wird geflogen</translation>
+    </message>
+    <message>
+        <source>Save the finished race first</source>
+        <translation>Erst das beendete Rennen speichern</translation>
+    </message>
+    <message>
+        <source>This race has been flown: Refly repeats it</source>
+        <translation>Dieses Rennen ist geflogen: Neuflug wiederholt es</translation>
+    </message>
+    <message>
+        <source>The race is not over yet</source>
+        <translation>Das Rennen ist noch nicht vorbei</translation>
+    </message>
+    <message>
+        <source>No race waits to be saved</source>
+        <translation>Kein Rennen ist zu speichern</translation>
+    </message>
+    <message>
+        <source>No race to end or to throw away</source>
+        <translation>Kein Rennen ist zu beenden oder zu verwerfen</translation>
+    </message>
+    <message>
+        <source>Places are given after the finish</source>
+        <translation>Plätze werden nach dem Ziel vergeben</translation>
+    </message>
+    <message>
+        <source>Only a race that has been flown can be flown again</source>
+        <translation>Nur ein geflogenes Rennen kann noch einmal geflogen werden</translation>
+    </message>
+    <message>
+        <source>Nothing was entered by hand</source>
+        <translation>Nichts wurde von Hand eingetragen</translation>
+    </message>
+    <message>
+        <source>Nothing was taken back</source>
+        <translation>Nichts wurde zurückgenommen</translation>
+    </message>
+    <message>
+        <source>Show a saved race first</source>
+        <translation>Erst ein gespeichertes Rennen zeigen</translation>
+    </message>
+    <message>
+        <source>No race was thrown away</source>
+        <translation>Kein Rennen wurde verworfen</translation>
+    </message>
+    <message>
+        <source>No race is being flown</source>
+        <translation>Kein Rennen wird geflogen</translation>
+    </message>
+    <message>
+        <source>This lane has flown its laps</source>
+        <translation>Diese Bahn hat ihre Runden geflogen</translation>
+    </message>
+    <message>
+        <source>There is no entry to strike</source>
+        <translation>Es gibt keinen Eintrag zu streichen</translation>
+    </message>
+    <message>
+        <source>Choose a cut that counts</source>
+        <translation>Einen Cut wählen, der zählt</translation>
+    </message>
+    <message>
+        <source>This project is not there any more:</source>
+        <translation>Dieses Projekt ist nicht mehr da:</translation>
+    </message>
+    <message>
+        <source>Open Recent</source>
+        <translation>Zuletzt geöffnet</translation>
+    </message>
+    <message>
+        <source>New Quorvane Project</source>
+        <translation>Neues Quorvane-Projekt</translation>
+    </message>
+    <message>
+        <source>Leader</source>
+        <translation>Führt</translation>
+    </message>
+    <message>
+        <source>Last %1</source>
+        <translation>Letzte %1</translation>
+    </message>
+    <message>
+        <source>-%1 lap</source>
+        <translation>-%1 Runde</translation>
+    </message>
+    <message>
+        <source>-%1 laps</source>
+        <translation>-%1 Runden</translation>
+    </message>
+    <message>
+        <source>laps flown of laps due</source>
+        <translation>geflogene von fälligen Runden</translation>
+    </message>
+    <message>
+        <source>last lap</source>
+        <translation>letzte Runde</translation>
+    </message>
+    <message>
+        <source>gap to the leader</source>
+        <translation>Abstand zum Führenden</translation>
+    </message>
+    <message>
+        <source>Race %1 saved: %2</source>
+        <translation>Rennen %1 gespeichert: %2</translation>
+    </message>
+    <message>
+        <source>Race %1 refly saved: %2</source>
+        <translation>Rennen %1 Neuflug gespeichert: %2</translation>
+    </message>
+    <message>
+        <source>Race %1 is in the project already: saved as %2: %3</source>
+        <translation>Rennen %1 steht schon im Projekt: gespeichert als %2: %3</translation>
+    </message>
+    <message>
+        <source>Race %1 is in the project already: saved as its refly, because no other number is free: %2</source>
+        <translation>Rennen %1 steht schon im Projekt: gespeichert als sein Neuflug, weil keine andere Nummer frei ist: %2</translation>
+    </message>
+    <message>
+        <source>%1 lane %2 %3</source>
+        <translation>%1 Bahn %2 %3</translation>
+    </message>
+    <message>
+        <source>lane %1 %2</source>
+        <translation>Bahn %1 %2</translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1, %2</translation>
+    </message>
+    <message>
+        <source>Fly on a simulated field, without a radio</source>
+        <translation>Auf einem simulierten Feld fliegen, ohne Funk</translation>
+    </message>
+    <message>
+        <source>Start the simulated field, in a project of its own</source>
+        <translation>Das simulierte Feld starten, in einem eigenen Projekt</translation>
+    </message>
+    <message>
+        <source>Stop the field and go back to the contest</source>
+        <translation>Das Feld beenden und zum Wettbewerb zurückkehren</translation>
+    </message>
+    <message>
+        <source>Close this window; the practice goes on</source>
+        <translation>Dieses Fenster schließen; die Übung läuft weiter</translation>
+    </message>
 </context>
 <context>
     <name>QPlatformTheme</name>

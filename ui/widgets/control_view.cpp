@@ -49,7 +49,7 @@ bool ControlView::Apply() {
   if (has(Property::BackColor) || has(Property::ForeColor) || has(Property::Enabled)) {
     SetColors(Back(), ReadableOn(Back(), Shown(Of().ForeColor())));
   }
-  if (has(Property::ToolTip)) widget_->setToolTip(Words::Of(Of().ToolTip()));
+  if (has(Property::ToolTip)) widget_->setToolTip(Words::Of(Of().ToolTip().empty() ? tip : Of().ToolTip()));
   if (has(Property::Enabled) || has(Property::Visible)) {
     if (widget_->hasFocus() && !(Of().Enabled() && Of().Visible())) leave();
     SetUsable(Of().Enabled());

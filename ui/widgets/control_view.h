@@ -52,7 +52,8 @@ class ControlView : public QObject {
   // disabled or hidden.
   std::function<void()> leave;
   QString spokenPrefix;
-  QRect at;  // in the form's design; another one than designed for what is anchored
+  std::string tip;  // what it is for; told while the control itself has nothing to tell
+  QRect at;         // in the form's design; another one than designed for what is anchored
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QRect>
+#include <map>
 #include <string>
 #include <utility>
 #include <vector>
@@ -78,6 +79,8 @@ struct FormDesign {
   std::vector<StaticText> texts = {};
   // Menu entries, by name, with the keys that choose them: "Ctrl+Z".
   std::vector<std::pair<std::string, std::string>> shortcuts = {};
+  // What the button or menu entry of that name is for, told where the pointer rests on it.
+  std::map<std::string, std::string> tips = {};
   std::string home = {};  // the control that has the focus when none of the others can have it
   // Controls that stack under their anchor find room from stackTop down to stackBottom, or to what is shown
   // there.

@@ -24,6 +24,9 @@ void FormView::AddControl(Control& control, const Place& place, const QString& s
   const ControlView* frame = control.Parent() == nullptr ? nullptr : Find(*control.Parent());
   auto view = ControlView::Create({control, place, door_, frame == nullptr ? this : frame->Widget()});
   view->spokenPrefix = spoken;
+  if (const auto tip = design_.tips.find(place.name); tip != design_.tips.end()) {
+    view->tip = tip->second;
+  }
   view->leave = [this] { FocusHome(); };
   if (control.Kind() == ControlKind::Frame) view->Widget()->lower();
   if (Has(place.look, Look::Row)) row_.push_back(view.get());

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QStatusTipEvent>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -14,7 +15,8 @@ FormWindow::FormWindow(Form& form, FormDesign design, Door& door, QSize minimum,
     : QWidget(owner, Qt::Window),
       door_(door),
       view_(new FormView(form, std::move(design), door, this)),
-      menu_(new MenuView(form, door, this)) {
+      menu_(new MenuView(form, door, this, view_->Design().tips)),
+      statusTip_(new QLabel(this)) {
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(view_);
@@ -23,6 +25,11 @@ FormWindow::FormWindow(Form& form, FormDesign design, Door& door, QSize minimum,
     menu_->SetShortcut(*form.Find(entry), QString::fromStdString(keys));
   }
   menu_->setHidden(menu_->actions().isEmpty());
+  statusTip_->setAutoFillBackground(true);
+  statusTip_->setFrameStyle(QFrame::Box | QFrame::Plain);
+  statusTip_->setTextFormat(Qt::PlainText);
+  statusTip_->setContentsMargins(8, 2, 8, 2);
+  statusTip_->hide();
   place_ = new WindowPlace(*this, door.System().Settings(), form.Name(), minimum);
   RingFocus(*this);
 }
@@ -55,6 +62,18 @@ void FormWindow::resizeEvent(QResizeEvent*) {
   const int pixels =
       std::clamp(16 * std::min(width() * 100 / design.width, height() * 100 / design.height) / 100, 15, 28);
   menu_->setFont(FontOfPixels(pixels, false));
+}
+
+bool FormWindow::event(QEvent* event) {
+  if (event->type() != QEvent::StatusTip) return QWidget::event(event);
+  const QString tip = static_cast<QStatusTipEvent*>(event)->tip();
+  statusTip_->setFont(menu_->font());
+  statusTip_->setText(tip);
+  const int high = statusTip_->sizeHint().height();
+  statusTip_->setGeometry(0, height() - high, width(), high);
+  statusTip_->raise();
+  statusTip_->setVisible(!tip.isEmpty());
+  return true;
 }
 
 // A click on an empty place ends the typing, so that the digit keys judge again. A text field passes on the

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QLabel>
 #include <QWidget>
 #include <optional>
 
@@ -29,6 +30,7 @@ class FormWindow : public QWidget {
   void KeepOnScreen() { place_->KeepOnScreen(); }
 
  protected:
+  bool event(QEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
@@ -37,6 +39,7 @@ class FormWindow : public QWidget {
   Door& door_;
   FormView* view_;
   MenuView* menu_;
+  QLabel* statusTip_;  // over the lower edge, while a menu has something to tell of its entry
   WindowPlace* place_;
   std::optional<bool> remembered_;  // once it has got its first place
 };
