@@ -104,7 +104,11 @@ PrintOutcome Spool(const PrinterChoice& choice, const RaceRecord& race, const Im
   const std::string what = RaceName(race, imprint.report);
   const QPrinterInfo info =
       choice.name.isEmpty() ? QPrinterInfo::defaultPrinter() : QPrinterInfo::printerInfo(choice.name);
-  if (info.isNull()) return NotPrinted(("No printer " + choice.name).trimmed().toStdString(), what);
+  if (info.isNull()) {
+    return NotPrinted("No printer " + (choice.name.isEmpty() ? "(File > Save as PDF needs none)"
+                                                             : choice.name.toStdString()),
+                      what);
+  }
   const std::string name = info.printerName().toStdString();
   const PrintQueue queue = AskPrintQueue(info.printerName());
   if (queue.Refuses()) return OutcomeOf(name, queue, what);

@@ -1672,8 +1672,8 @@ des Rennens STEUERN?</translation>
         <translation>Die Platte antwortet nicht: %1 ist vielleicht nicht gespeichert</translation>
     </message>
     <message>
-        <source>No printer: %1 not printed</source>
-        <translation>Kein Drucker: %1 nicht gedruckt</translation>
+        <source>No printer (File &gt; Save as PDF needs none): %1 not printed</source>
+        <translation>Kein Drucker (Datei &gt; Als PDF speichern braucht keinen): %1 nicht gedruckt</translation>
     </message>
     <message>
         <source>No printer %1: %2 not printed</source>
