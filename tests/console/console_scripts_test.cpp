@@ -12,6 +12,7 @@
 #include <sstream>
 
 #include "base/text.h"
+#include "results/race_records.h"
 #include "tests/support/console_rig.h"
 #include "tests/support/script.h"
 #include "tests/support/test_data.h"
@@ -19,14 +20,20 @@
 namespace quorvane {
 namespace {
 
-class Script : public HeatPrinter {
+class Script : public HeatPrinter, public PracticeField {
  public:
-  Script(bool radio, bool loaded) : rig_(radio) {
+  Script(const std::string& name, bool loaded)
+      : corrects_(name == "corrections" || name == "recovery"),
+        practises_(name == "practice"),
+        rig_(name == "radio" || practises_, SystemFiles(),
+             corrects_ ? ConsoleRig::Way::AtOnce : ConsoleRig::Way::InMemory) {
     rig_.judge().SetPrinter(this);
+    if (practises_) rig_.judge().SetPracticeField(this);
     rig_.platform.whileOpen = [this](const DialogBox&) { player_.BoxOpens(); };
     if (loaded) rig_.Load();
     Played("");
   }
+  ~Script() override { rig_.judge().SetPracticeField(nullptr); }
 
   // What a line of steps has changed.
   std::string Played(const std::string& line) {
@@ -51,6 +58,7 @@ class Script : public HeatPrinter {
          [&] {
            rig_.program.door().Enter(Event{EventKind::Close, "frmJudge"});
          }},
+        {"activate", [&] { rig_.program.door().Enter({.kind = EventKind::Activate, .target = value}); }},
         {"quit", [&] { rig_.program.door().Enter({EventKind::Quit}); }},
         {"key", [&] { rig_.Key(value); }},
         {"race", [&] { rig_.race().RaceNumber = std::stoi(value), rig_.judge().ShowCurrentRace(); }},
@@ -61,6 +69,24 @@ class Script : public HeatPrinter {
         {"lap", [&] { Lane(name).DoLap(std::stoi(text), 4000); }},
         {"turn", [&] { Lane(name).DoTurn(4, std::stoi(text), 100); }},
         {"cut", [&] { Lane(name).DoCut("11", 1, std::stoi(text)); }},
+        {"station", [&] { Lane(name).DoStationLap(ToByte(text), ToLong(rig_.platform.ClockMs()), 400); }},
+        {"adjust", [&] { Lane(name).AdjustTime(std::stoi(text)); }},
+        {"fly",
+         [&] {
+           player_.Line("1000 lane2.chkNovice txtComments=Gusts cmdStart 8000 F1 15000 F1 F2 F5 22000 F1 F2");
+         }},
+        {"amend",
+         [&] { player_.Line("fly 70000 cmdSave cmdDecHeat mnuAmend lane1.mnuLog frmLog.cmdStrike"); }},
+        {"crash", [&] { Crash(std::stoll(value)); }},
+        {"copy", [&] { PutFile(rig_.folder / text, FileBytes(rig_.folder / name)); }},
+        {"same",
+         [&] {
+           const bool same = FileBytes(rig_.folder / name) == FileBytes(rig_.folder / text);
+           happened_ += same ? "  the same\n" : "  ANOTHER\n";
+         }},
+        {"choose", [&] { Choose(ControlName(name), std::stoi(text)); }},
+        {"field", [&] { FieldIs(std::stoi(name), text); }},
+        {"record", [&] { TellAmended(std::stoi(value)); }},
         {"colors", [&] { Each([](frmLane& lane) { lane.UpdateLaneColor(); }); }},
         {"cat", [&] { happened_ += "  " + Replaced(Kept(), "\n", "\n  ") + "\n"; }},
         {"forget", [&] { rig_.platform.settings = {}; }},
@@ -77,7 +103,34 @@ class Script : public HeatPrinter {
     const std::string control = ControlName(word);
     if (word == all) return rig_.Click(control);
     if (!word.starts_with("cbo")) return rig_.Type(control, value);
-    rig_.program.door().Enter({.kind = EventKind::Choose, .target = control, .number = std::stoi(value)});
+    Choose(control, std::stoi(value));
+  }
+
+  void Choose(const std::string& control, int number) {
+    rig_.program.door().Enter({.kind = EventKind::Choose, .target = control, .number = number});
+  }
+  void Crash(std::int64_t ms) {
+    rig_.Crash(ms);
+    rig_.platform.ended = false;
+    rig_.judge().SetPrinter(this);
+  }
+  static std::uint8_t ToByte(const std::string& text) { return static_cast<std::uint8_t>(std::stoi(text)); }
+
+  void Start(const PracticeOptions&) override { happened_ += "  the field starts\n"; }
+  void Stop() override { happened_ += "  the field ends\n"; }
+  // The simulated field is at this port, or nowhere.
+  void FieldIs(int port, const std::string& trouble) {
+    rig_.serial.ports = port != 0 ? std::set<int>{5, port} : std::set<int>{5};
+    const std::vector<int> ports(rig_.serial.ports.begin(), rig_.serial.ports.end());
+    rig_.program.door().Enter({.kind = EventKind::Ports, .numbers = ports});
+    rig_.program.door().Enter({.kind = EventKind::Field, .text = trouble, .number = port});
+  }
+  void TellAmended(int number) {
+    const RaceRecord race = ReadRace(OpenProject(rig_.program.project(), rig_.race()), number);
+    for (const AmendedText& place : race.lanes[0].places)
+      happened_ += "  was placed " + place.before + ", then " + place.after + "\n";
+    for (const AmendedText& text : race.amendedComments)
+      happened_ += "  was told " + text.before + ", then " + text.after + "\n";
   }
 
   void Each(const std::function<void(frmLane&)>& act) {
@@ -91,6 +144,7 @@ class Script : public HeatPrinter {
   static std::string ControlName(const std::string& name) {
     if (name.starts_with("lane")) return "frmLane" + name.substr(4);
     if (name.starts_with("link.")) return "frmSerialPort." + name.substr(5);
+    if (name.starts_with("frm")) return name;
     return "frmJudge." + name;
   }
 
@@ -158,7 +212,7 @@ class Script : public HeatPrinter {
          {&judge.cmdStart, &judge.cmdReset, &judge.cmdSave, &judge.cmdRefly, &judge.cboRaceMode,
           &judge.mnuSelectFile, &judge.mnuLaneColors, &judge.txtComments}) {
       look["offers"][c->Name()] = c->Enabled() ? "on" : "off";
-      look["why"][c->Name()] = c->ToolTip();
+      if (!corrects_) look["why"][c->Name()] = c->ToolTip();
     }
     for (const Control* c :
          {&judge.chkSixtySecondCount, &judge.chkAudio, &rig_.program.link().chkSystemController})
@@ -188,8 +242,36 @@ class Script : public HeatPrinter {
     for (const auto& [name, value] : rig_.platform.settings.All())
       look["settings"][name.first + "/" + name.second] = value;
     LookAtFiles(look);
+    if (corrects_) LookAtCorrections(look["corrects"]);
+    if (practises_) LookAtPractice(look["practice"]);
     look["errors"]["contained"] = std::to_string(rig_.program.door().ErrorsContained());
     return look;
+  }
+
+  void LookAtCorrections(std::map<std::string, std::string>& look) {
+    frmJudge& judge = rig_.judge();
+    frmLog& table = judge.LapsAndCuts();
+    for (const Control* c :
+         {&judge.mnuUndo, &judge.mnuRedo, &judge.mnuAmend, &judge.mnuBringBack, &table.cmdMove})
+      look[c->Name()] = c->Caption() + (c->Enabled() ? "" : " off");
+    look["told"] = table.lblTold.Caption();
+    for (const std::string& item : table.lstEntries.Items())
+      look["table"] += Replaced(item, "\t", " ") + ", ";
+    Each([&](frmLane& lane) {
+      if (lane.chkNovice.Value() != 0) look["novice"] += lane.Name();
+      for (const Correction& c : lane.Events().Corrections()) look["noted"] += CorrectionText(c) + "  ";
+    });
+  }
+
+  void LookAtPractice(std::map<std::string, std::string>& look) {
+    frmJudge& judge = rig_.judge();
+    look["on"] = judge.Practising() ? "yes" : "no";
+    look["label"] = judge.lblPractice.Visible() ? "shown" : "hidden";
+    look["state"] = Replaced(Replaced(judge.Practice().lblState.Caption(), "\r", " / "), "\n", " / ");
+    look["port"] = std::to_string(rig_.serial.CommPort()) + (rig_.serial.PortOpen() ? " open" : "");
+    for (const Control* c : {&judge.Practice().cmdBegin, &judge.Practice().cmdEnd,
+                             rig_.program.door().AllForms().FindControl("frmSerialPort.optPort(1)")})
+      look[c->Name()] = (c->Enabled() ? "on " : "off ") + c->ToolTip();
   }
 
   static void LookAtLane(const frmLane& lane, std::map<std::string, std::string>& look) {
@@ -230,6 +312,7 @@ class Script : public HeatPrinter {
     }
   }
 
+  const bool corrects_, practises_;  // what else is looked at
   ConsoleRig rig_;
   Look before_;
   StepPlayer player_{[this](const Step& step) { Do(step); }};
@@ -245,12 +328,15 @@ TEST_P(ConsoleScripts, DoWhatTheySay) {
   PlayScript(
       TestData() + "/console/" + GetParam() + ".txt",
       [&](const std::string& title) {
-        console.emplace(GetParam() == std::string("radio"), !title.starts_with("##"));
+        console.reset();
+        console.emplace(GetParam(), !title.starts_with("##"));
       },
       [&](const std::string& line) { return console->Played(line); });
 }
 
-INSTANTIATE_TEST_SUITE_P(All, ConsoleScripts, testing::Values("clock", "heats", "project", "radio"));
+INSTANTIATE_TEST_SUITE_P(All, ConsoleScripts,
+                         testing::Values("clock", "corrections", "heats", "practice", "project", "radio",
+                                         "recovery"));
 
 }  // namespace
 }  // namespace quorvane

@@ -109,10 +109,10 @@ TEST(RadioRecord, IsReadFromAnyText) {
       {"1", ";;,Timers;4000;9", "1 frame damaged; silent for more than 5 s: no station"},
       {"1e99", "a;9e99;1,b;1", "999999999 frames damaged; silent for more than 5 s: a (1000000.0 s)"},
       {"-1", "none", ""}};
-  for (const auto& [damaged, silent, told] : cases) {
-    const auto radio = ReadRadio(
-        [&](const std::string& key) { return std::string(key == "FramesDamaged" ? damaged : silent); });
-    EXPECT_EQ(radio ? RadioText(*radio) : "", told);
+  for (const auto& c : cases) {
+    const auto radio =
+        ReadRadio([&](const std::string& key) { return std::string(c[key == "FramesDamaged" ? 0 : 1]); });
+    EXPECT_EQ(radio ? RadioText(*radio) : "", c[2]);
   }
 }
 
