@@ -11,6 +11,7 @@ Tips ConsoleTips();  // what the buttons and menu entries are for
 Tips LaneTips();
 Tips LinkTips();
 Tips PracticeTips();
+Tips PreviewTips();
 Tips SmallTips();
 
 FormDesign ConsoleDesign();              // frmJudge, without its menu bar

@@ -68,6 +68,16 @@ Tips PracticeTips() {
           {"cmdClose", "Close this window; the practice goes on"}};
 }
 
+Tips PreviewTips() {
+  const char* const nothing = "Does nothing here: the manual is in the console's menu Help";
+  return {{"mnuFilePrint", "Print this report"},
+          {"mnuFileClose", "Close this window"},
+          {"mnuFileScale", "How large the pages are shown"},
+          {"mnuHelpContents", nothing},
+          {"mnuHelpSearch", nothing},
+          {"mnuHelpScreen", nothing}};
+}
+
 Tips SmallTips() {
   return {{"cmdClose", "Close this window"},
           {"cmdStrike", "Take the chosen entry out of the log"},

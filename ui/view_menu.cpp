@@ -63,7 +63,7 @@ ViewMenu::ViewMenu(FormWindow& console, SettingsStore& settings)
       chosen_(settings.GetSetting(kSection, kKey, kEntries.front().name)) {
   const Control* help = console.Of().Find("mnuHelp");
   console.Menu()->insertMenu(help == nullptr ? nullptr : console.Menu()->Find(*help), menu_);
-  menu_->addMenu(NewSchemes());
+  menu_->addMenu(NewSchemes())->setStatusTip(Words::Of("The colours of all windows"));
   Dress();
   AskDesktop();
   // The operator may have been at the desktop's settings.
@@ -80,6 +80,7 @@ QMenu* ViewMenu::NewSchemes() {
     QAction* entry = schemes->addAction(Words::Of(text));
     entry->setObjectName(QString::fromLatin1(name));
     entry->setToolTip(Words::Of(tip));
+    entry->setStatusTip(entry->toolTip());
     entry->setCheckable(true);
     entry->setChecked(chosen_ == name);
     group->addAction(entry);

@@ -102,7 +102,7 @@ inline constexpr std::array kWordPatterns = {
     WordPattern{"PDF not saved: %1", "e"},
     WordPattern{"The print server does not answer: %1 may not be printed", "w"},
     WordPattern{"The disk does not answer: %1 may not be saved", "t"},
-    WordPattern{"No printer: %1 not printed", "w"},
+    WordPattern{"No printer (File > Save as PDF needs none): %1 not printed", "w"},
     WordPattern{"No printer %1: %2 not printed", "tw"},
     WordPattern{"Printer trouble: %1 not printed", "w"},
     WordPattern{"%1 refuses jobs: %2 not printed", "tw"},
@@ -191,9 +191,9 @@ inline constexpr std::array kWordPatterns = {
     WordPattern{"Saved as %1", "t"},
 
     // Lists.
+    WordPattern{"%1, %2", "ww"},
     WordPattern{"%1 lane %2 %3", "wne"},
     WordPattern{"lane %1 %2", "ne"},
-    WordPattern{"%1, %2", "ww"},
 };
 
 }  // namespace quorvane

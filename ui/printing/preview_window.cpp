@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "ui/designs.h"
 #include "ui/words.h"
 
 namespace quorvane {
@@ -62,7 +63,7 @@ PreviewWindow::PreviewWindow(Platform& platform, Print print)
             ToCorner(*view_);
           },
           [this, print = std::move(print)] { print(race_, imprint_); }),
-      menu_(new MenuView(preview_, door_, this)),
+      menu_(new MenuView(preview_, door_, this, PreviewTips())),
       view_(new PageView(this)),
       page_(new QLabel) {
   place_ = new WindowPlace(*this, door_.System().Settings(), preview_.Name(), kLeastPreview);

@@ -1014,6 +1014,10 @@ Cut  %2</translation>
         <translation>Projekt öffnen</translation>
     </message>
     <message>
+        <source>Open previous project? ()</source>
+        <translation>Voriges Projekt öffnen? ()</translation>
+    </message>
+    <message>
         <source>Open previous project? (%1)</source>
         <translation>Voriges Projekt öffnen? (%1)</translation>
     </message>
@@ -2021,7 +2025,7 @@ des Rennens STEUERN?</translation>
     </message>
     <message>
         <source>&amp;Heats per round</source>
-        <translation>&amp;Läufe je Runde</translation>
+        <translation>&amp;Läufe je Durchgang</translation>
     </message>
     <message>
         <source>How many heats until everybody has flown once. From 2: with 1 the program takes it as not told yet.</source>
@@ -2121,7 +2125,7 @@ des Rennens STEUERN?</translation>
     </message>
     <message>
         <source>Heats per round</source>
-        <translation>Läufe je Runde</translation>
+        <translation>Läufe je Durchgang</translation>
     </message>
     <message>
         <source>Event</source>
@@ -2518,6 +2522,22 @@ des Rennens STEUERN?</translation>
     <message>
         <source>Close this window; the practice goes on</source>
         <translation>Dieses Fenster schließen; die Übung läuft weiter</translation>
+    </message>
+    <message>
+        <source>The colours of all windows</source>
+        <translation>Die Farben aller Fenster</translation>
+    </message>
+    <message>
+        <source>Print this report</source>
+        <translation>Diesen Bericht drucken</translation>
+    </message>
+    <message>
+        <source>How large the pages are shown</source>
+        <translation>Wie groß die Seiten gezeigt werden</translation>
+    </message>
+    <message>
+        <source>Does nothing here: the manual is in the console&apos;s menu Help</source>
+        <translation>Tut hier nichts: das Handbuch ist im Menü Hilfe der Konsole</translation>
     </message>
 </context>
 <context>

@@ -82,7 +82,8 @@ class CaptionLabel : public QLabel {
     QString shown = text();
     if (Looks(Look::Top)) {
       const bool columns = Looks(Look::Fixed);
-      flags |= Qt::AlignTop | (columns ? 0 : Qt::TextWordWrap);
+      // Under a frame's title lie its controls.
+      flags |= Qt::AlignTop | (columns || isFrame_ ? 0 : Qt::TextWordWrap);
       fitted = FitParagraph(fitted, shown, room.size(), flags, columns ? 1 : least);
     } else if (Looks(Look::Words)) {
       flags |= Qt::AlignVCenter | Qt::TextDontClip;

@@ -40,9 +40,13 @@ class ConsoleStyle : public QProxyStyle {
     return hint == SH_FocusFrame_AboveWidget ? 1 : QProxyStyle::styleHint(hint, option, widget, result);
   }
 
-  // Fusion's indicators with lines twice as thick.
+  // Fusion's indicators with lines twice as thick. Its menus have an edge that is not seen on a dark window.
   void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override {
+    if (element == PE_PanelMenu) {
+      painter->fillRect(option->rect, Colors().edge);
+      return painter->fillRect(option->rect.adjusted(1, 1, -1, -1), option->palette.base());
+    }
     const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
     if (button == nullptr || (element != PE_IndicatorCheckBox && element != PE_IndicatorRadioButton)) {
       return QProxyStyle::drawPrimitive(element, option, painter, widget);
@@ -60,6 +64,11 @@ class ConsoleStyle : public QProxyStyle {
   void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                    const QWidget* widget) const override {
     if (element == CE_FocusFrame) return painter->fillRect(option->rect, Colors().focus);
+    const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+    if (element == CE_MenuItem && item != nullptr && item->menuItemType == QStyleOptionMenuItem::Separator) {
+      const QRect& line = item->rect;
+      return painter->fillRect(line.left() + 6, line.center().y(), line.width() - 12, 1, Colors().faintEdge);
+    }
     const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
     if (element != CE_ShapedFrame || frame == nullptr || frame->frameShape != QFrame::Box) {
       return QProxyStyle::drawControl(element, option, painter, widget);
