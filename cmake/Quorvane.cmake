@@ -33,6 +33,10 @@ function(quorvane_library name)
   cmake_parse_arguments(arg "" "" "SOURCES;USES" ${ARGN})
   add_library(${name} STATIC ${arg_SOURCES})
   target_link_libraries(${name} PUBLIC quorvane_options ${arg_USES})
+  # Tests and fuzzers fly many heats through the core; ui/ compiles long and runs little.
+  if(QUORVANE_SANITIZE AND NOT name STREQUAL ui)
+    target_compile_options(${name} PRIVATE -O1)
+  endif()
 endfunction()
 
 # quorvane_program(<name> SOURCES ... [USES ...]): a program in bin/.

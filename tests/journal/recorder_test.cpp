@@ -127,9 +127,9 @@ TEST(Recorder, ARecordedSessionReplaysToTheSameFileAndFrames) {
     session.rig.Load();
     EXPECT_EQ(session.rig.race().RaceNumber, old ? 2 : 1);
     session.rig.platform.answers.clear();
-    LiveThrough(session, seed, 400);
+    LiveThrough(session, seed, 200);
     if (seed % 2 == 1) session.recorder.Record(session.path);
-    LiveThrough(session, seed + 100, 100);
+    LiveThrough(session, seed + 100, 50);
     if (seed % 3 == 0) {  // the system ends the program behind a box
       session.rig.platform.whileOpen = [&](const DialogBox&) {
         session.rig.program.door().Enter({EventKind::Quit});
@@ -141,7 +141,7 @@ TEST(Recorder, ARecordedSessionReplaysToTheSameFileAndFrames) {
     ASSERT_NE(session.replay->program().race().ProjectFile, session.rig.file);
     frames += session.replay->Sent().size();
   }
-  EXPECT_GT(frames, 300U);
+  EXPECT_GT(frames, 100U);
 }
 
 TEST(Recorder, VerifyNamesTheFirstDifferenceWithItsTime) {
