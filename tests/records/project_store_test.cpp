@@ -8,6 +8,8 @@
 
 #include "files/file_ops.h"
 #include "tests/support/scratch_folder.h"
+#include "tests/support/script.h"
+#include "tests/support/test_data.h"
 
 namespace quorvane {
 namespace {
@@ -67,22 +69,6 @@ class ProjectStoreTest : public testing::Test {
   std::optional<ProjectStore> store_;
 };
 
-TEST_F(ProjectStoreTest, AGroupIsOneReplacementAndNoChangeIsNone) {
-  Open(path_);
-  EXPECT_EQ(store_->Read("a", "k", " 1  "), " 1");
-  EXPECT_EQ(folder_.Entries(), 0);
-  {
-    WriteGroup outer(*store_);
-    store_->Write("a", "k", "1");
-    { const WriteGroup inner(*store_); }
-    store_->Write("a", "j", "2");
-    EXPECT_EQ(store_->Read("a", "j", ""), "2");
-  }
-  store_->Write("a", "k", "1");
-  EXPECT_EQ(files_.replacements, 1);
-  EXPECT_EQ(File(), "[a]\r\nk=1\r\nj=2\r\n");
-}
-
 TEST_F(ProjectStoreTest, AStepThatFailsKeepsTheOldFileAndWhatWasToBeWritten) {
   for (const char* step : {"create", "mode", "write", "sync", "close", "rename", "sync folder"}) {
     OpenWith("[a]\nk=1\n");
@@ -104,117 +90,63 @@ TEST_F(ProjectStoreTest, AStepThatFailsKeepsTheOldFileAndWhatWasToBeWritten) {
   }
 }
 
-TEST_F(ProjectStoreTest, ChangesOfAnotherProgramAndOwnOnesAreBothKept) {
-  OpenWith("[a]\nk=1\n[b]\nj=1\n");
-  files_.failing = "rename";
-  store_->Write("a", "k", "2");
-  PutFile(path_, "; edited\n[a]\nk=1\nnew=5\n[b]\nj=9\n");
-  EXPECT_EQ(store_->Read("b", "j", ""), "9");
-  EXPECT_EQ(store_->Read("a", "k", ""), "2");
-  files_.failing.clear();
-  EXPECT_TRUE(store_->Retry());
-  const std::string both = "; edited\n[a]\nk=2\nnew=5\n[b]\nj=9\n";
-  EXPECT_EQ(File(), both);
-  // What another program has written itself is not written again.
-  files_.failing = "rename";
-  store_->Write("a", "k", "3");
-  PutFile(path_, "[a]\nk=3\n");
-  files_.failing.clear();
-  const int before = files_.replacements;
-  EXPECT_TRUE(store_->Retry());
-  EXPECT_EQ(files_.replacements, before);
-  PutFile(path_, both);
-  EXPECT_EQ(store_->Read("a", "k", ""), "2");
-  // A file that disappears is written again whole.
-  fs::remove(path_);
-  EXPECT_EQ(store_->Read("a", "k", ""), "2");
-  store_->Write("a", "k", "2");
-  EXPECT_EQ(File(), both);
-}
+// "put=text": a program writes the file; "meanwhile=text": in the middle of a save, "always": of each.
+class StoreScript {
+ public:
+  std::string Played(const std::string& line) {
+    player_.Line(line);
+    std::string text = Replaced(Replaced(FileBytes(path_), "\r", "\\r"), "\n", "\n    ");
+    Look now{{"store", {{"written", std::to_string(files_.replacements)}}}};
+    now["store"]["files"] = std::to_string(folder_.Entries());
+    if (store_ && !store_->Saved()) now["store"]["problem"] = Replaced(store_->Problem(), path_, "FILE");
+    if (text != std::exchange(text_, text)) told_ += "  file:\n    " + text + "\n";
+    return std::exchange(told_, {}) + Changes(std::exchange(before_, now), now);
+  }
 
-TEST_F(ProjectStoreTest, AContestOutlivesAProgramThatEmptiesItsFileOrPutsAnotherThere) {
-  const std::string contest = "[Current]\nTitle=Cup\n";
-  OpenWith(contest);
-  PutFile(path_, "\n");
-  EXPECT_EQ(store_->Read("Current", "Title", ""), "Cup");
-  EXPECT_FALSE(store_->Saved());
-  EXPECT_TRUE(store_->Retry());
-  EXPECT_EQ(File(), contest);
+ private:
+  void Do(const Step& step) {
+    const std::string section = step.first.substr(0, step.first.find('/'));
+    const std::string key = step.first.substr(section.size() + 1 - (section == step.first ? 1 : 0));
+    const std::map<std::string, std::function<void()>> steps = {
+        {"put", [&] { PutFile(path_, step.value); }},
+        {"remove", [&] { fs::remove(path_); }},
+        {"open", [&] { store_.emplace(path_, files_); }},
+        {"read", [&] { told_ += "  reads \"" + store_->Read(section, key, step.second) + "\"\n"; }},
+        {"write", [&] { store_->Write(section, key, step.second); }},
+        {"fail", [&] { files_.failing = step.value; }},
+        {"group", [&] { groups_.push_back(std::make_unique<WriteGroup>(*store_)); }},
+        {"ungroup", [&] { groups_.pop_back(); }},
+        {"retry", [&] { told_ += store_->Retry() ? "  done\n" : "  still to be written\n"; }},
+        {"moved", [&] { TellMoved(); }},
+        {"meanwhile", [&] { files_.before_rename = [this, t = step.value] { Meddle(t), Leave(); }; }},
+        {"always", [&] { files_.before_rename = [this, t = step.value]() mutable { Meddle(t += "9"); }; }},
+        {"alone", [&] { Leave(); }}};
+    steps.at(step.word)();
+  }
+  void Meddle(const std::string& text) { PutFile(path_, text); }
+  void Leave() { leaving_ = std::exchange(files_.before_rename, nullptr); }
+  void TellMoved() {
+    std::vector<std::string> moved;
+    store_->TakeMoved(moved);
+    for (const std::string& text : moved) told_ += "  " + text + "\n";
+  }
 
-  PutFile(path_, "quorvane-journal 1\n");
-  store_->Write("Current", "Title", "Derby");
-  EXPECT_FALSE(store_->Saved());
-  EXPECT_EQ(store_->Read("Current", "Title", ""), "Derby");
-  EXPECT_EQ(File(), "quorvane-journal 1\n");
-  fs::remove(path_);
-  EXPECT_TRUE(store_->Retry());
-  EXPECT_EQ(File(), "[Current]\nTitle=Derby\n");
-}
+  ScratchFolder folder_;
+  std::string path_ = folder_ / "day.ini";
+  TroubledFiles files_;
+  std::optional<ProjectStore> store_;
+  std::vector<std::unique_ptr<WriteGroup>> groups_;
+  StepPlayer player_{[this](const Step& step) { Do(step); }};
+  std::function<void()> leaving_;  // lives until it has returned
+  std::string told_, text_;
+  Look before_;
+};
 
-TEST_F(ProjectStoreTest, AChangeInTheMiddleOfASaveIsTakenIn) {
-  OpenWith("[a]\nk=1\n");
-  files_.before_rename = [&] {
-    PutFile(path_, "[a]\nk=1\nother=1\n");
-    files_.before_rename = nullptr;
-  };
-  store_->Write("a", "k", "2");
-  EXPECT_EQ(File(), "[a]\nk=2\nother=1\n");
-
-  std::string nines;
-  files_.before_rename = [&] { PutFile(path_, "[a]\nk=" + (nines += "9") + "\n"); };
-  store_->Write("a", "k", "3");
-  EXPECT_FALSE(store_->Saved());
-  EXPECT_EQ(folder_.Entries(), 1);
-  files_.before_rename = nullptr;
-  EXPECT_TRUE(store_->Retry());
-  EXPECT_EQ(File(), "[a]\nk=3\n");
-}
-
-TEST_F(ProjectStoreTest, WhatWasKeptGoesIntoItsOwnContestOnlyAndOverNoFlight) {
-  Open(path_);
-  files_.failing = "create";
-  const char* const kKept[][3] = {{"Current", "Title", "Cup"},
-                                  {"Current", "HeatsPerRound", "4"},
-                                  {"Current", "NumberReflys", "1"},
-                                  {"Race1", "Timestamp", "50"},
-                                  {"Race1", "CurrentRace", "1 (h=1, r=1)"},
-                                  {"Race1_Lane2", "NumLaps", "10"},
-                                  {"Race1", "ReflyID", "1 (index to"},
-                                  {"Refly1", "Timestamp", "60"},
-                                  {"Refly1", "CurrentRace", "1 (h=1, r=1)"}};
-  for (const auto& [section, key, value] : kKept) store_->Write(section, key, value);
-  files_.failing.clear();
-
-  const std::string other = "[Current]\nTitle=Derby\n[Race1]\nTimestamp=7\n";
-  PutFile(path_, other);
-  EXPECT_FALSE(store_->Retry());
-  EXPECT_NE(store_->Problem().find("another contest"), std::string::npos);
-  EXPECT_EQ(store_->Read("Current", "Title", ""), "Cup");
-  EXPECT_EQ(File(), other);
-
-  const std::string flown =
-      "[Current]\nTitle=Cup\nHeatsPerRound=4\nNumberReflys=7\n"
-      "[Race1]\nTimestamp=7\nCurrentRace=1 (h=1, r=1)\nReflyID=1 (index to\n[Race5]\nTimestamp=8\n"
-      "[Refly1]\nTimestamp=9\n[Race2]\nTimestamp=10\n[Race3]\nTimestamp=11\n[Race4]\nTimestamp=12\n";
-  PutFile(path_, flown);
-  EXPECT_TRUE(store_->Retry());
-  EXPECT_EQ(File(), flown +
-                        "[Race6]\nTimestamp=50\nCurrentRace=6 (h=2, r=2)\n"
-                        "ReflyID=2 (index to\n[Race6_Lane2]\nNumLaps=10\n"
-                        "[Refly2]\nTimestamp=60\nCurrentRace=6 (h=2, r=2)\n");
-  std::vector<std::string> moved;
-  store_->TakeMoved(moved);
-  EXPECT_EQ(moved, (std::vector<std::string>{"Race 1 is in the project already: saved as 6",
-                                             "Refly 1 is in the project already: saved as 2"}));
-  // The event's name decides, also when it is given afterwards.
-  files_.failing = "create";
-  store_->Write("Race9", "Timestamp", "70");
-  files_.failing.clear();
-  const std::string derby = "[Current]\nTitle=Derby\n[Race1]\nTimestamp=77\n";
-  PutFile(path_, derby);
-  EXPECT_FALSE(store_->Retry());
-  store_->Write("Current", "Title", "Derby");
-  EXPECT_EQ(File(), derby + "[Race9]\nTimestamp=70\n");
+TEST(ProjectStoreScript, DoesWhatItSays) {
+  std::optional<StoreScript> store;
+  PlayScript(
+      TestData() + "/records/store.txt", [&](const std::string&) { store.emplace(); },
+      [&](const std::string& line) { return store->Played(line); });
 }
 
 // A full quota is told by a signal first.

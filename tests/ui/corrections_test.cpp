@@ -142,31 +142,6 @@ TEST_P(CorrectionsTest, ARunningRaceIsPutRight) {
   EXPECT_FALSE(Rows().isVisible());
 }
 
-TEST_P(CorrectionsTest, ASavedRaceIsAmended) {
-  const auto keep = [&](const char* section, const char* key, const char* value) {
-    program.project().SetProjectValue(section, key, value);
-  };
-  keep("Race1", "Timestamp", "46347.5, 11/21/2026 12:00:00 PM");
-  keep("Race1", "RaceMode", "2, AMA 1324");
-  keep("Race1_Lane1", "NumEvents", "2");
-  keep("Race1_Lane1", "Event0", "1,4,L,TM,8000,0");
-  keep("Race1_Lane1", "Event1", "1,1,C,P2,9000,9000");
-  judge().ShowCurrentRace();
-  Enter(EventKind::Timer, "");
-  Edit("&Amend Race", Qt::Key_A);
-  OpenTable(0);
-  EXPECT_EQ(Told(), "Lap 1, Cut P2, ");
-  Press(table().cmdStrike, Qt::Key_S);
-  Press(table().cmdClose, Qt::Key_C);
-  Press(judge().cmdSave, Qt::Key_V);
-  const auto value = [&](const char* key) {
-    return program.project().GetProjectValue("Race1_Lane1", key, "");
-  };
-  EXPECT_EQ(value("NumEvents"), "1");
-  EXPECT_EQ(value("Was1_NumEvents"), "2");
-  EXPECT_TRUE(value("Correction0").ends_with(";struck;P2;1,1,C,P2,9000,9000;")) << value("Correction0");
-}
-
 INSTANTIATE_TEST_SUITE_P(Way, CorrectionsTest, testing::Bool(),
                          [](const auto& way) { return way.param ? "Keys" : "Pointer"; });
 
