@@ -72,7 +72,7 @@ class CaptionLabel : public QLabel {
     // Not filled by Qt, which would paint a frame, when a mark has moved in it, over the words that lie on
     // it.
     if (filled_) QPainter(this).fillRect(rect(), palette().color(backgroundRole()));
-    QFrame::paintEvent(event);
+    QFrame::paintEvent(event);  // NOLINT(bugprone-parent-virtual-call): the text comes below
     const bool left = Looks(Look::Left);
     const int gap = margin() + (left ? 2 : 1);
     const QRect room = contentsRect().adjusted(gap, margin() / 2, -gap, 0);
@@ -99,7 +99,12 @@ class CaptionLabel : public QLabel {
     fitted.setUnderline(underlined_);
     painter.setFont(fitted);
     painter.setPen(palette().color(foregroundRole()));
-    painter.drawText(room, flags, shown);
+    const qsizetype second = Looks(Look::Words) ? shown.indexOf(QLatin1Char('\n')) : -1;
+    if (second < 0) return painter.drawText(room, flags, shown);
+    // Closer together than lines of a text: nothing in a mark goes below its line.
+    const int half = room.height() / 2;
+    painter.drawText(room.adjusted(0, 0, 0, half - room.height()), flags, shown.left(second));
+    painter.drawText(room.adjusted(0, half, 0, 0), flags, shown.mid(second + 1));
   }
 
   void mousePressEvent(QMouseEvent* event) override {
@@ -123,8 +128,8 @@ class CaptionLabel : public QLabel {
   bool Looks(Look look) const { return Has(place_.look, look); }
   // What does not fit one line goes under it where there is room for two.
   QString MarkLines(int width, int height) const {
-    const QString first = ElideAtWord(text(), font(), width);
-    if (first == text() || height < 2 * QFontMetrics(font()).ascent()) return first;
+    QString first = ElideAtWord(text(), font(), width);
+    if (first == text() || height < 2 * QFontMetrics(font()).capHeight() + 1) return first;
     return first + QLatin1Char('\n') + ElideAtWord(text().mid(first.size()).trimmed(), font(), width);
   }
 
