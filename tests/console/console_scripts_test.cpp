@@ -214,6 +214,10 @@ class Script : public HeatPrinter, public PracticeField {
       look["offers"][c->Name()] = c->Enabled() ? "on" : "off";
       if (!corrects_) look["why"][c->Name()] = c->ToolTip();
     }
+    // Whatever leads to another project is locked with the first of them.
+    for (const Control* c : {&judge.mnuNewProject, &judge.mnuOpenRecent}) {
+      EXPECT_EQ(c->ToolTip(), judge.mnuSelectFile.ToolTip()) << c->Name();
+    }
     for (const Control* c :
          {&judge.chkSixtySecondCount, &judge.chkAudio, &rig_.program.link().chkSystemController})
       look["checked"][c->Name()] = !c->Visible() ? "hidden" : c->Value() != 0 ? "yes" : "no";
