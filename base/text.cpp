@@ -34,7 +34,12 @@ std::size_t CharacterLength(std::string_view text) {
   return bad ? 0 : length;
 }
 
+bool IsAscii(char c) {
+  return static_cast<unsigned char>(c) < 0x80;
+}
+
 bool IsUtf8(std::string_view text) {
+  if (std::ranges::all_of(text, IsAscii)) return true;
   while (!text.empty()) {
     const std::size_t length = CharacterLength(text);
     if (length == 0) return false;
@@ -161,6 +166,7 @@ std::string TextFromBytes(std::string_view bytes) {
 }
 
 std::string_view FirstCharacters(std::string_view text, std::size_t count) {
+  if (text.size() <= count) return text;
   std::size_t end = 0;
   for (; end < text.size() && count > 0; --count) {
     end += std::max<std::size_t>(CharacterLength(text.substr(end)), 1);

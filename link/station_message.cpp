@@ -64,9 +64,14 @@ std::string DebugDump(const StationMessage& m) {
 // How frames are found.
 
 void FrameReceiver::Receive(std::span<const std::uint8_t> bytes, const Told& told) {
-  for (const std::uint8_t byte : bytes) {
-    if (RxCount_ >= 0) RxBuffer_[static_cast<std::size_t>(RxCount_)] = byte;
-    if (++RxCount_ < static_cast<int>(kFrameSize)) continue;
+  while (!bytes.empty()) {
+    const bool dropping = RxCount_ < 0;
+    const auto wanted = static_cast<std::size_t>(dropping ? -RxCount_ : int{kFrameSize} - RxCount_);
+    const auto taken = bytes.first(std::min(wanted, bytes.size()));
+    if (!dropping) std::ranges::copy(taken, RxBuffer_.begin() + RxCount_);
+    RxCount_ += static_cast<int>(taken.size());
+    bytes = bytes.subspan(taken.size());
+    if (RxCount_ < static_cast<int>(kFrameSize)) continue;
     ReadMessage(told);
     PortJustOpened_ = false;
   }
@@ -80,8 +85,11 @@ void FrameReceiver::ReadMessage(const Told& told) {
   if (frame.Wig1 == kWig1 && frame.Wig2 == kWig2) {
     found = frame.Ecc == ComputeEcc(frame) ? Found::Good : Found::Damaged;
   }
-  const auto next = std::find(RxBuffer_.begin() + 1, RxBuffer_.end(), kWig1);
-  RxCount_ = found == Found::Good ? 0 : static_cast<int>(RxBuffer_.begin() - next);
+  RxCount_ = 0;
+  if (found != Found::Good) {
+    RxCount_ -=
+        static_cast<int>(std::find(RxBuffer_.begin() + 1, RxBuffer_.end(), kWig1) - RxBuffer_.begin());
+  }
   if (found != Found::Unexpected || !PortJustOpened_) told(found, frame);
 }
 

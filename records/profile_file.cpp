@@ -25,7 +25,7 @@ std::string_view LineEndOf(std::string_view line) {
 
 // The first line of the text, with its line end.
 std::string_view FirstLine(std::string_view text) {
-  const size_t end = std::min(text.find_first_of("\r\n"), text.size());
+  const auto end = static_cast<size_t>(std::ranges::find_if(text, IsLineEnd) - text.begin());
   return text.substr(0, end + (text.substr(end).starts_with("\r\n") ? 2 : 1));
 }
 
@@ -44,6 +44,8 @@ std::string OneLine(std::string_view bytes) {
 // What a name is looked up by: letter case counts for nothing (ASCII letters only, as everywhere in the
 // file).
 std::string Folded(std::string_view name) {
+  const auto plain = [](char c) { return c > ' ' && c <= '~'; };
+  if (std::ranges::all_of(name, plain)) return LowerCase(name);
   return LowerCase(Trimmed(OneLine(Trimmed(name))));
 }
 

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <map>
 #include <vector>
 
 #include "base/text.h"
@@ -42,6 +43,7 @@ std::string Escaped(std::string_view text) {
   static constexpr std::pair<const char*, const char*> kEntities[] = {
       {"&", "&amp;"}, {"<", "&lt;"}, {">", "&gt;"}, {"\"", "&quot;"}, {"'", "&#39;"}};
   std::string html = OneLine(text);
+  if (html.find_first_of("&<>\"'") == std::string::npos) return html;
   for (const auto& [character, entity] : kEntities) html = Replaced(html, character, entity);
   return html;
 }
@@ -59,8 +61,7 @@ std::string Row(const std::string& head, const RaceRecord& race, Content content
   return html + "</tr>\n";
 }
 
-std::string LapCell(const LaneRecord& lane, int number) {
-  const std::vector<FlownLap> laps = FlownLaps(lane);
+std::string LapCell(const std::vector<FlownLap>& laps, int number) {
   const auto lap = std::ranges::find(laps, number, &FlownLap::number);
   if (lap == laps.end()) return Cell("");
   const std::string split = lap->split ? "<small>" + FormatSeconds(*lap->split) + "</small>" : "";
@@ -73,14 +74,6 @@ std::string CutsCell(const LaneRecord& lane) {
   return Cell(html);
 }
 
-int LastLap(const RaceRecord& race) {
-  int last = 0;
-  for (const LaneRecord& lane : FlyingLanes(race)) {
-    for (const FlownLap& lap : FlownLaps(lane)) last = std::max(last, lap.number);
-  }
-  return last;
-}
-
 std::string LanesTable(const RaceRecord& race) {
   std::string html = "<table class=\"lanes\">\n";
   html += Row("Lane", race, [](const LaneRecord& lane) {
@@ -89,10 +82,14 @@ std::string LanesTable(const RaceRecord& race) {
   html += Row(
       "Place", race, [](const LaneRecord& lane) { return Cell(Escaped(lane.placing)); }, " class=\"place\"");
   html += Row("Time", race, [](const LaneRecord& lane) { return Cell(FinalText(lane)); });
-  const int last = LastLap(race);
+  std::map<int, std::vector<FlownLap>> laps;  // of each lane
+  int last = 0;
+  for (const LaneRecord& lane : FlyingLanes(race)) {
+    for (const FlownLap& lap : laps[lane.lane] = FlownLaps(lane)) last = std::max(last, lap.number);
+  }
   for (int number = 1; number <= last; ++number) {
     html += Row("Lap " + std::to_string(number), race,
-                [number](const LaneRecord& lane) { return LapCell(lane, number); });
+                [&](const LaneRecord& lane) { return LapCell(laps[lane.lane], number); });
   }
   html += Row("Fastest lap", race, [](const LaneRecord& lane) { return Cell(FastestText(lane)); });
   html += Row("Cuts", race, CutsCell);

@@ -1,3 +1,5 @@
+#include <dlfcn.h>
+
 #include <QApplication>
 #include <QDir>
 #include <QIcon>
@@ -6,6 +8,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
+#include <future>
 #include <memory>
 #include <optional>
 #include <string>
@@ -66,7 +69,9 @@ int Run(const CommandLine& line) {
   new ViewMenu(windows.Console(), settings);
   QtHeatPrinter printer(program, &windows.Console());
   serial.SetDoor(&program.door());
-  const ResultsWindow results(program, windows);
+  std::optional<ResultsWindow> results;  // has much in it, and is not asked for in most sessions
+  // The window takes the entry over, and with it the place of this procedure: nothing may follow in it.
+  program.judge().mnuResults.onClick = [&] { results.emplace(program, windows).Open(); };
   const Scoreboard scoreboard(program, windows);
   const Manual manual(program, windows);
   SessionRecording recording(program, windows);
@@ -109,6 +114,14 @@ int Print(const CommandLine& line) {
   return trouble.empty() ? 0 : Complain(trouble, 1);
 }
 
+// Qt's font library reads its many files when it is first asked for a font; it may as well do that while the
+// rest begins. Reached by name, because it is Qt's and not ours.
+std::future<void> ReadFonts() {
+  return std::async(std::launch::async, [] {
+    if (void* begin = dlsym(RTLD_DEFAULT, "FcInit")) reinterpret_cast<int (*)()>(begin)();
+  });
+}
+
 int Main(int argc, char** argv) {
   const CommandLine line = ParseCommandLine(CommandLineWords(argc, argv));
   const bool usual = line.settings.empty();
@@ -119,6 +132,7 @@ int Main(int argc, char** argv) {
     // What Qt says of a missing desktop is no news to somebody who asked for none.
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
   }
+  const auto fonts = ReadFonts();
   // The options are ours; Qt's own come from its environment variables.
   int one = 1;
   QApplication application(one, argv);

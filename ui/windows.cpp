@@ -63,6 +63,9 @@ QWidget* Windows::DialogParent() const {
 void Windows::ControlChanged(const Control& control, Property property) {
   const FormView* view = FindView(control.Owner());
   if (view == nullptr || control.Kind() == ControlKind::Timer) return;
+  if (control.Kind() == ControlKind::Menu) {
+    if (FormWindow* window = FindWindow(control.Owner())) window->MenuChanged();
+  }
   if (ControlView* shown = view->Find(control)) shown->Changed(property);
   dirty_.insert(&control.Owner());
 }

@@ -15,9 +15,11 @@ int main(int argc, char** argv) {
   if (argc > 1 && std::string_view(argv[1]) == "--label") {
     auto* label = new QLabel(&window);
     QFont font;
-    font.setPixelSize(60);
+    font.setPixelSize(85);
+    font.setBold(true);
     label->setFont(font);
-    label->setGeometry(400, 50, 480, 120);
+    label->setGeometry(400, 10, 480, 128);
+    label->setAlignment(Qt::AlignCenter);
     QObject::connect(&timer, &QTimer::timeout, &window, [label, tenths = 0]() mutable {
       label->setText(QString::number(++tenths / 10.0, 'f', 1));
     });

@@ -10,7 +10,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QHash>
-#include <QSerialPortInfo>
 #include <algorithm>
 #include <utility>
 
@@ -98,12 +97,19 @@ std::map<int, int> LineErrorsOf(const QSerialPort& port) {
 
 }  // namespace
 
+SerialDevices::SerialDevices(GivenPorts given) : given_(std::move(given)) {
+  clock_.start();
+  MayHaveChanged();
+  begun_ = std::async(std::launch::async, &QSerialPortInfo::availablePorts);
+}
+
 bool SerialDevices::MayHaveChanged() {
   QString seen = ChangedAt(QStringLiteral("/dev")) + QLatin1Char(' ') + ChangedAt(kById);
   for (const auto& [number, path] : given_) {
     seen += QFileInfo::exists(QString::fromStdString(path)) ? QLatin1Char('+') : QLatin1Char('-');
   }
   const bool changed = std::exchange(seen_, seen) != seen;
+  if (changed) begun_ = {};
   return changed || names_.Waiting();
 }
 
@@ -117,7 +123,8 @@ std::vector<SerialDevice> SerialDevices::List() {
   };
   const QDateTime now = QDateTime::currentDateTime();
   std::vector<ListedPort> ports;
-  for (const QSerialPortInfo& info : QSerialPortInfo::availablePorts()) {
+  const QList<QSerialPortInfo> listed = begun_.valid() ? begun_.get() : QSerialPortInfo::availablePorts();
+  for (const QSerialPortInfo& info : listed) {
     const QFileInfo file(info.systemLocation());
     const QString device = file.canonicalFilePath();
     ports.push_back({.path = info.systemLocation().toStdString(),

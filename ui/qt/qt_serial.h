@@ -2,9 +2,11 @@
 
 #include <QElapsedTimer>
 #include <QSerialPort>
+#include <QSerialPortInfo>
 #include <QString>
 #include <QTimer>
 #include <functional>
+#include <future>
 #include <map>
 #include <string>
 #include <vector>
@@ -19,7 +21,8 @@ class SerialDevices {
  public:
   using GivenPorts = std::map<int, std::string>;  // COM number -> path
 
-  explicit SerialDevices(GivenPorts given) : given_(std::move(given)) { clock_.start(); }
+  // Begins at once to list what the computer has, beside whatever else the start of the program has to do.
+  explicit SerialDevices(GivenPorts given);
 
   const GivenPorts& Given() const { return given_; }
   void Give(int number, const std::string& path) { given_[number] = path; }
@@ -32,6 +35,7 @@ class SerialDevices {
   DeviceNames names_;
   QElapsedTimer clock_;
   QString seen_;  // what the last list was made of
+  std::future<QList<QSerialPortInfo>> begun_;
 };
 
 // The serial control on the computer's serial devices. COM numbers stay with their device

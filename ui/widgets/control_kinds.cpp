@@ -20,6 +20,7 @@
 
 #include "forms/control.h"
 #include "ui/widgets/control_view.h"
+#include "ui/widgets/large_letters.h"
 #include "ui/widgets/look.h"
 #include "ui/words.h"
 
@@ -54,6 +55,10 @@ class CaptionLabel : public QLabel {
     setPalette(colors);
     const bool edged = Looks(Look::Border | Look::Heavy);
     filled_ = painted || edged;
+    // What lies under it need not be painted with it. Not what moves, or has others moving in it: see
+    // paintEvent.
+    const bool stays = !isFrame_ && place_.anchoring == Anchoring::None;
+    setAttribute(Qt::WA_OpaquePaintEvent, filled_ && stays);
     setFrameStyle(edged ? QFrame::Box | QFrame::Plain : QFrame::NoFrame);
     setLineWidth(Looks(Look::Heavy) || (Looks(Look::Lamp) && painted) ? 3 : Colors().line);
   }
@@ -91,16 +96,22 @@ class CaptionLabel : public QLabel {
     } else {
       flags |= Qt::AlignVCenter;
       if (Looks(Look::Lamp)) fitted.setBold(painted_);
-      fitted = Looks(Look::Fixed) ? FitColumns(fitted, room.height())
-                                  : FitFont(fitted, shown, room.width(), least);
-      shown = ElideAtWord(shown, fitted, room.width());
+      if (Looks(Look::Fixed)) fitted = FitColumns(fitted, room.height());
+      if (QFontMetrics(fitted).horizontalAdvance(shown) > room.width()) {
+        if (!Looks(Look::Fixed)) fitted = FitFont(fitted, shown, room.width(), least);
+        shown = ElideAtWord(shown, fitted, room.width());
+      }
     }
     QPainter painter(this);
     fitted.setUnderline(underlined_);
     painter.setFont(fitted);
     painter.setPen(palette().color(foregroundRole()));
     const qsizetype second = Looks(Look::Words) ? shown.indexOf(QLatin1Char('\n')) : -1;
-    if (second < 0) return painter.drawText(room, flags, shown);
+    if (second < 0) {
+      const bool centred = flags == int{Qt::AlignCenter};
+      if (!centred || !large_.Paint(painter, room, shown)) painter.drawText(room, flags, shown);
+      return;
+    }
     // Closer together than lines of a text: nothing in a mark goes below its line.
     const int half = room.height() / 2;
     painter.drawText(room.adjusted(0, 0, 0, half - room.height()), flags, shown.left(second));
@@ -140,6 +151,7 @@ class CaptionLabel : public QLabel {
   bool underlined_ = false;
   bool pressed_ = false;
   std::function<void()> onClick_;
+  LargeLetters large_;
 };
 
 // What a screen reader is told of something that is pressed and that the toolkit takes for something else.

@@ -177,25 +177,34 @@ void FormView::Put(ControlView& view, const QRect& at) {
   view.Widget()->setGeometry(scaled);
 }
 
-// The letters of the row are as large as its widest caption allows.
+// The letters of the row are as large as its widest caption allows. Figures count as zeros, which are as
+// wide: a time that runs is not measured at every tick.
 void FormView::FitRow() {
   constexpr int kEdges = 4;
   if (row_.empty()) return;
   const Place& place = row_.front()->Design();
   const QFont full = Letters(place.points, place.look);
+  if (fit_.full != full) fit_ = {.full = full};
   QString widest;
   int width = QWIDGETSIZE_MAX;
-  const auto advance = [metrics = QFontMetrics(full)](const QString& s) {
-    return metrics.horizontalAdvance(s);
-  };
   for (const ControlView* view : row_) {
     if (!view->Of().Visible()) continue;
-    const QString caption = Words::Of(view->Of().Caption());
-    if (advance(caption) > advance(widest)) widest = caption;
+    QString caption = Words::Of(view->Of().Caption());
+    for (QChar& c : caption) c = c.isDigit() ? QLatin1Char('0') : c;
+    if (!fit_.widths.contains(caption)) {
+      fit_.widths[caption] = QFontMetrics(full).horizontalAdvance(caption);
+    }
+    if (widest.isEmpty() || fit_.widths[caption] > fit_.widths[widest]) widest = caption;
     width = std::min(width, view->Widget()->width() - kEdges);
   }
-  const QFont fitted = FitFont(full, widest, width, Letters(10, place.look).pixelSize());
-  for (const ControlView* view : row_) view->Widget()->setFont(fitted);
+  if (fit_.widest != widest || fit_.width != width) {
+    fit_.widest = widest;
+    fit_.width = width;
+    fit_.fitted = FitFont(full, widest, width, Letters(10, place.look).pixelSize());
+  }
+  for (const ControlView* view : row_) {
+    if (view->Widget()->font() != fit_.fitted) view->Widget()->setFont(fit_.fitted);
+  }
 }
 
 bool FormView::TextShown(const StaticText& text) const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QFont>
 #include <QHash>
 #include <QWidget>
 #include <map>
@@ -73,6 +74,14 @@ class FormView : public QWidget {
   std::vector<std::unique_ptr<ControlView>> views_;
   QHash<const Control*, ControlView*> byControl_;
   std::vector<ControlView*> row_;  // of Look::Row
+  struct RowFit {
+    QFont full = {};                  // as designed
+    QHash<QString, int> widths = {};  // of captions in it
+    QString widest = {};
+    int width = -1;  // that each has
+    QFont fitted = {};
+  };
+  RowFit fit_;
   std::vector<std::pair<const StaticText*, QLabel*>> texts_;
   std::vector<std::pair<FormView*, QRect>> panels_;  // embedded here, and where
 };

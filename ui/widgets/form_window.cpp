@@ -5,6 +5,7 @@
 #include <QStatusTipEvent>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <utility>
 
 #include "ui/widgets/look.h"
 #include "ui/words.h"
@@ -36,7 +37,7 @@ FormWindow::FormWindow(Form& form, FormDesign design, Door& door, QSize minimum,
 
 void FormWindow::Follow() {
   setWindowTitle(Words::Of(Of().Caption()));
-  menu_->Apply();
+  if (std::exchange(menuChanged_, false)) menu_->Apply();
   if (Of().Visible() == isVisible()) return;
   if (!Of().Visible()) return hide();
   if (!remembered_) {  // in its designed size where the screen allows it

@@ -18,6 +18,8 @@ class FormWindow : public QWidget {
   Form& Of() const { return view_->Of(); }
   FormView& View() const { return *view_; }
   MenuView* Menu() const { return menu_; }
+  // Notes that one of the form's menu entries has changed; Follow shows it.
+  void MenuChanged() { menuChanged_ = true; }
   // Shows the form's caption, and the window exactly while the form is visible.
   void Follow();
   // Above the others and with the keyboard.
@@ -39,6 +41,7 @@ class FormWindow : public QWidget {
   Door& door_;
   FormView* view_;
   MenuView* menu_;
+  bool menuChanged_ = true;
   QLabel* statusTip_;  // over the lower edge, while a menu has something to tell of its entry
   WindowPlace* place_;
   std::optional<bool> remembered_;  // once it has got its first place
