@@ -95,11 +95,11 @@ void Entry(benchmark::State& state, BackgroundFiles::Way way) {
 BENCHMARK_CAPTURE(Entry, NotOnTheDisk, BackgroundFiles::Way::InMemory)
     ->Unit(benchmark::kMillisecond)
     ->UseManualTime()
-    ->Iterations(2000);
+    ->Iterations(200);
 BENCHMARK_CAPTURE(Entry, Kept, BackgroundFiles::Way::OwnThread)
     ->Unit(benchmark::kMillisecond)
     ->UseManualTime()
-    ->Iterations(2000);
+    ->Iterations(200);
 
 }  // namespace
 }  // namespace quorvane
