@@ -101,7 +101,8 @@ void BackgroundFiles::Writer::Work() {
     if (!error) continue;
     if (ends && failures >= jobs.size()) break;
     const auto pause = failures % jobs.size() == 0 ? kRetry : kNextDisk;
-    changed.wait_for(lock, pause, [&, seen = told] { return ends || told != seen; });
+    // What has come meanwhile is not to wait for a disk that has failed before.
+    if (changed.wait_for(lock, pause, [&, seen = told] { return ends || told != seen; })) failures = 0;
   }
   ended = true;
   changed.notify_all();

@@ -49,6 +49,7 @@ TEST(BackgroundFiles, GoOnWithOtherFilesWhileOneFails) {
   const ScratchFolder folder;
   BackgroundFiles files(SystemFiles(), BackgroundFiles::Way::OwnThread);
   files.Keep(folder / "gone/contest.running", "lost");
+  while (files.Problem().empty()) std::this_thread::sleep_for(milliseconds(1));
   files.Keep(folder / "contest.running", "kept");
   const auto begun = Clock::now();
   while (OnDisk(folder / "contest.running") != "kept" && Clock::now() - begun < milliseconds(5000)) {
