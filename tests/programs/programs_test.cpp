@@ -55,6 +55,13 @@ TEST(Programs, RefuseABadCommandLineInOneLine) {
   }
 }
 
+TEST(Programs, ExplainThemselvesAsTheyDid) {
+  std::string told;
+  for (const char* program : {"field", "replay", "results"})
+    told += Call(std::string(program) + " --help").text;
+  ExpectGolden(kData + "/programs/help.golden", told);
+}
+
 TEST(Programs, ResultsGoToAFileOfTheirKindAndReplaceNoOther) {
   const ScratchFolder folder;
   const std::string cup = kData + "/results/cup";
