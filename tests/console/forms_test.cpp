@@ -14,6 +14,7 @@ TEST(Forms, AreReadyAsTheyWere) {
   for (const Form* form : rig.program.door().AllForms().All()) {
     told += form->Name() + " " + form->Caption() + "\n";
     for (const Control& control : form->Controls()) {
+      if (control.Name() == "lblBuiltWith") continue;  // the compiler of the day
       told += "  " + control.Name() + (control.Visible() ? "" : " hidden") +
               (control.Enabled() ? "" : " off") + " | " + control.Caption() + " | " + control.ToolTip();
       for (const std::string& item : control.Items()) told += " / " + item;
