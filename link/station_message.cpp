@@ -34,7 +34,7 @@ void SetCuts(StationMessage& message, std::size_t lane, const std::array<std::in
   for (std::size_t slot = 0; slot < cuts.size(); ++slot) {
     if (cuts[slot] < 1) continue;
     const bool single = cuts[slot] == 1;
-    message.Cuts[lane] |= static_cast<std::uint8_t>((single ? 1U : 3U) << (2 * slot));
+    message.Cuts[lane] |= single ? LaneBitLow[slot] : LaneBitPair[slot];
     (single ? message.ssSgl : message.ssDbl) |= BitMask[lane];
   }
 }
