@@ -10,7 +10,6 @@
 #include <functional>
 #include <future>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -69,9 +68,7 @@ int Run(const CommandLine& line) {
   new ViewMenu(windows.Console(), settings);
   QtHeatPrinter printer(program, &windows.Console());
   serial.SetDoor(&program.door());
-  std::optional<ResultsWindow> results;  // has much in it, and is not asked for in most sessions
-  // The window takes the entry over, and with it the place of this procedure: nothing may follow in it.
-  program.judge().mnuResults.onClick = [&] { results.emplace(program, windows).Open(); };
+  const ResultsWindow results(program, windows);
   const Scoreboard scoreboard(program, windows);
   const Manual manual(program, windows);
   SessionRecording recording(program, windows);
