@@ -18,8 +18,8 @@ void Amendment::Begin(const std::string& section) {
 // The mode is not that of the console but the one in which the race was flown.
 void Amendment::Resume(const KeptRace& kept) {
   const auto read = [&](const std::string& section, const std::string& key, const std::string& fallback) {
-    const bool mode = section == kRunningSection && key == "RaceMode";
-    return mode ? project_.GetProjectValue(section_, key, fallback) : kept.Reader()(section, key, fallback);
+    return key == "RaceMode" ? project_.GetProjectValue(section_, key, fallback)
+                             : kept.Reader()(section, key, fallback);
   };
   for (const auto& lane : lanes_) lane->LoadLane(kRunningSection, read);
 }

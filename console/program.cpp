@@ -16,11 +16,6 @@ Program::Program(Platform& platform, SerialControl& serial, FileOps& files, Back
   door_.SetDevices(this);
 }
 
-Program::~Program() {
-  door_.AllForms().SetObserver(nullptr);
-  door_.SetDevices(nullptr);
-}
-
 // A finished race that nobody has saved yet is not lost, and an error in saving it keeps nothing open.
 void Program::Quit() {
   door_.Contain([this] { judge_.cmdSave_Click(); });

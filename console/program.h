@@ -20,7 +20,6 @@ class Program : private DeviceEvents {
  public:
   Program(Platform& platform, SerialControl& serial, FileOps& files = SystemFiles(),
           BackgroundFiles::Way way = BackgroundFiles::Way::InMemory);
-  ~Program() override;
 
   Door& door() { return door_; }
   RaceState& race() { return race_; }

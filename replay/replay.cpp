@@ -49,7 +49,6 @@ LockResult ReplayFiles::Lock(const std::string& target, FileLock& lock) {
 void ReplayFolder::Remove() {
   std::error_code ignored;
   if (!folder_.empty()) std::filesystem::remove_all(PathOf(folder_), ignored);
-  folder_.clear();
 }
 
 const ReplayFolder::Copy* ReplayFolder::Find(const std::string& original) const {

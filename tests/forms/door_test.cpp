@@ -55,6 +55,7 @@ TEST_F(DoorTest, AnErrorEndsItsEventAndNothingElseAndNothingReachesWhatTheOperat
   Click("frmDesk.cmd");
   EXPECT_EQ(door.ErrorsContained(), 1);
   EXPECT_EQ(ended, 1);
+  EXPECT_TRUE(door.Contain([] {}));
   desk.cmd.onClick = [&] { order += "c"; };
   const std::function<void(bool)> blocks[] = {[&](bool free) { desk.cmd.SetEnabled(free); },
                                               [&](bool free) { desk.fra.SetVisible(free); },
@@ -72,6 +73,12 @@ TEST_F(DoorTest, AnErrorEndsItsEventAndNothingElseAndNothingReachesWhatTheOperat
   EXPECT_EQ(order, "");
   Click("frmDesk.cmd");
   EXPECT_EQ(order, "c");
+}
+
+TEST_F(DoorTest, AtTheEndOfTheProgramABoxEndsWhatAskedItAndIsNoError) {
+  door.Enter({.kind = EventKind::Quit});
+  EXPECT_FALSE(door.Contain([&] { door.Ask({DialogKind::Ok, "t", "x"}); }));
+  EXPECT_EQ(door.ErrorsContained(), 0);
 }
 
 TEST_F(DoorTest, TimeStandsStillInsideAnEventAndMovesBehindABox) {
