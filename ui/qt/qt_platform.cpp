@@ -4,16 +4,29 @@
 #include <QDateTime>
 #include <QDir>
 #include <QGuiApplication>
-#include <QSoundEffect>
+#include <QLibrary>
 #include <QSysInfo>
 #include <QTimer>
-#include <QUrl>
 #include <algorithm>
+#include <cstdio>
 #include <ctime>
 
 #include "ui/windows.h"
 
 namespace quorvane {
+
+namespace {
+
+// See ui/sound/. Null, and says why, where it is not there.
+std::unique_ptr<QObject> NewSound(const QString& file) {
+  QLibrary library(SharedFolder(QStringLiteral("../lib/quorvane/libquorvane-sound")));
+  const auto play = reinterpret_cast<QObject* (*)(const QString&)>(library.resolve("QuorvanePlayWave"));
+  if (play != nullptr) return std::unique_ptr<QObject>(play(file));
+  std::fprintf(stderr, "quorvane: no sound: %s\n", library.errorString().toLocal8Bit().constData());
+  return nullptr;
+}
+
+}  // namespace
 
 QString SharedFolder(const QString& name) {
   return QDir::cleanPath(QCoreApplication::applicationDirPath() + QStringLiteral("/../share/") + name);
@@ -71,12 +84,8 @@ void QtPlatform::BringForward(Form& form) {
 }
 
 void QtPlatform::PlayWave(const std::string& path) {
-  if (!sound_) sound_ = std::make_shared<std::unique_ptr<QSoundEffect>>();
-  sounds_.Do([sound = sound_, file = QUrl::fromLocalFile(QString::fromStdString(path))] {
-    *sound = std::make_unique<QSoundEffect>();
-    (*sound)->setSource(file);
-    (*sound)->play();
-  });
+  if (!sound_) sound_ = std::make_shared<std::unique_ptr<QObject>>();
+  sounds_.Do([sound = sound_, file = QString::fromStdString(path)] { *sound = NewSound(file); });
 }
 
 void QtPlatform::StopWave() {

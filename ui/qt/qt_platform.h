@@ -9,7 +9,7 @@
 #include "forms/platform.h"
 #include "ui/work_thread.h"
 
-class QSoundEffect;
+class QObject;
 class QWidget;
 
 namespace quorvane {
@@ -57,7 +57,7 @@ class QtPlatform : public Platform {
   Answerer answerer_;
   // Finding the sound device can take a while, and a sound server may hang, so all of it happens on a thread
   // of its own, to which a sound belongs.
-  std::shared_ptr<std::unique_ptr<QSoundEffect>> sound_;
+  std::shared_ptr<std::unique_ptr<QObject>> sound_;
   WorkThread sounds_;
   QElapsedTimer clock_;
 };
