@@ -126,7 +126,7 @@ TEST_F(PracticeTest, TheFieldAnswersIsHeardAndEndsWithThePractice) {
   Begin();
   ASSERT_TRUE(WaitFor([&] { return program.race().CommActive; }, 15000)) << State();
   EXPECT_TRUE(Shown(program.judge().lblPractice)->isVisible());
-  EXPECT_EQ(Shown<QLabel>(program.judge().lblComm)->text(), "Practice");
+  EXPECT_EQ(Shown<CaptionLabel>(program.judge().lblComm)->Text(), "Practice");
   EXPECT_TRUE(WaitFor([&] { return program.link().Counters().good > 5; }));
   EXPECT_EQ(settings.GetSetting("Ports", "COM31", ""), "") << "remembered";
   auto process = static_cast<pid_t>(field.ProcessId());

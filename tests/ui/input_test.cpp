@@ -4,7 +4,6 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QKeyEvent>
-#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMimeData>
@@ -64,13 +63,13 @@ class InputTest : public OperatorTest {
 
 TEST_F(InputTest, ChangesShowTogetherWhenTheEventHasEndedOrThePaintingIsAskedFor) {
   Control& label = judge().lblNotice;
-  auto* shown_as = Shown<QLabel>(label);
+  auto* shown_as = Shown<CaptionLabel>(label);
   QString seen;
   judge().cmdPrint.onClick = [&] {
     label.SetCaption("First");
-    seen = shown_as->text();
+    seen = shown_as->Text();
     platform.RepaintWindows();
-    seen += "," + shown_as->text();
+    seen += "," + shown_as->Text();
     label.SetCaption("Second\r2\r\n");
     judge().cmdPrint.SetCaption("A & P");
     label.SetVisible(false);
@@ -79,7 +78,7 @@ TEST_F(InputTest, ChangesShowTogetherWhenTheEventHasEndedOrThePaintingIsAskedFor
   Shown(judge().cmdPrint)->setFocus();
   Key(Qt::Key_Enter);
   EXPECT_EQ(seen, ",First");
-  EXPECT_EQ(shown_as->text(), "Second\n2\n");
+  EXPECT_EQ(shown_as->Text(), "Second\n2\n");
   EXPECT_EQ(shown_as->accessibleName(), "Notice: Second\n2\n");
   EXPECT_EQ(Shown<QAbstractButton>(judge().cmdPrint)->text(), "A && &P");
   EXPECT_TRUE(shown_as->isHidden());

@@ -4,7 +4,6 @@
 #include <QEnterEvent>
 #include <QFile>
 #include <QImage>
-#include <QLabel>
 #include <QTableView>
 #include <csignal>
 
@@ -37,7 +36,7 @@ TEST_F(ProgramWindowsTest, StartWithTheConsoleAndTheLinkAndCloseWhenTheProgramSa
   Load();
   EXPECT_EQ(windows.Console().windowTitle(), "Quorvane - Demonstration (test.ini) - ");
   for (int i = 0; i < 4; ++i) EXPECT_TRUE(windows.All().FindView(program.lane(i))->isVisible());
-  EXPECT_EQ(Shown<QLabel>(program.judge().lblComm)->text(), "COM5");
+  EXPECT_EQ(Shown<CaptionLabel>(program.judge().lblComm)->Text(), "COM5");
   // A space pressed at once must not cut the link.
   EXPECT_EQ(windows.Link().focusWidget(), Shown(program.link().optPort[2]));
   EXPECT_EQ(windows.All().DialogParent(), &windows.Link());
@@ -81,8 +80,8 @@ TEST_F(ProgramWindowsTest, WhileARaceIsFlownTheClockRunsAndNothingOpensABoxThatW
   Load();
   frmJudge& judge = program.judge();
   ClickOn(Shown(judge.cmdStart));
-  const auto* clock = Shown<QLabel>(judge.lblStatus);
-  EXPECT_TRUE(WaitFor([&] { return clock->text() == "0.3"; })) << clock->text().toStdString();
+  const auto* clock = Shown<CaptionLabel>(judge.lblStatus);
+  EXPECT_TRUE(WaitFor([&] { return clock->Text() == "0.3"; })) << clock->Text().toStdString();
   const std::size_t before = shown.size();
   ClickOn(Shown(judge.chkSixtySecondCount));
   ClickOn(Shown(program.lane(1).lblStatus));

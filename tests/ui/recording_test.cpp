@@ -2,7 +2,6 @@
 
 #include <QDir>
 #include <QElapsedTimer>
-#include <QLabel>
 #include <algorithm>
 
 #include "replay/replay.h"
@@ -35,12 +34,12 @@ class RecordingTest : public ProgramOn<QtSerial> {
     for (int lap = 1; lap <= 10; ++lap) {
       Frame timers(4, 3, 0);
       for (int i = 0; i < 4; ++i) timers.Lane(i, i == 3 ? lap / 2 : lap, 1);
-      const auto* cell = Shown<QLabel>(program.lane(0).lblLap[lap - 1]);
-      const QString before = cell->text();
+      const auto* cell = Shown<CaptionLabel>(program.lane(0).lblLap[lap - 1]);
+      const QString before = cell->Text();
       QElapsedTimer passed;
       passed.start();
       modem.Send(timers);
-      EXPECT_TRUE(WaitFor([&] { return cell->text() != before; })) << lap;
+      EXPECT_TRUE(WaitFor([&] { return cell->Text() != before; })) << lap;
       delays.push_back(passed.elapsed());
       QTest::qWait(12);  // until the lap lights are out
     }

@@ -3,10 +3,8 @@
 #include <QComboBox>
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QLabel>
 #include <QLineEdit>
 #include <QMimeData>
-#include <QMouseEvent>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
@@ -19,140 +17,13 @@
 #include <utility>
 
 #include "forms/control.h"
+#include "ui/widgets/caption_label.h"
 #include "ui/widgets/control_view.h"
-#include "ui/widgets/large_letters.h"
 #include "ui/widgets/look.h"
 #include "ui/words.h"
 
 namespace quorvane {
 namespace {
-
-// The size of ten points as designed, below which a caption is cut rather than made smaller.
-int LeastPixels(const QFont& font, const Place& place) {
-  return static_cast<int>(font.pixelSize() * std::min(1.0, 10 / place.points));
-}
-
-// A label or a frame. It paints its caption as large as designed, or as much smaller as it takes to fit. One
-// that can be clicked can also be reached with Tab and clicked with the space bar.
-class CaptionLabel : public QLabel {
- public:
-  CaptionLabel(const Place& place, bool isFrame, QWidget* parent)
-      : QLabel(parent), place_(place), isFrame_(isFrame) {
-    setTextFormat(Qt::PlainText);
-    // Roles that mean nothing to what lies in a frame, and inherits its palette.
-    setBackgroundRole(QPalette::AlternateBase);
-    setForegroundRole(QPalette::BrightText);
-    if (Looks(Look::Focusable)) setFocusPolicy(Qt::TabFocus);
-  }
-
-  // Painted: the background is not the plain one.
-  void SetColors(const QColor& back, const QColor& fore, bool painted, bool underlined) {
-    painted_ = painted;
-    underlined_ = underlined;
-    QPalette colors;
-    colors.setColor(backgroundRole(), back);
-    colors.setColor(foregroundRole(), fore);
-    setPalette(colors);
-    const bool edged = Looks(Look::Border | Look::Heavy);
-    filled_ = painted || edged;
-    // What lies under it need not be painted with it. Not what moves, or has others moving in it: see
-    // paintEvent.
-    const bool stays = !isFrame_ && place_.anchoring == Anchoring::None;
-    setAttribute(Qt::WA_OpaquePaintEvent, filled_ && stays);
-    setFrameStyle(edged ? QFrame::Box | QFrame::Plain : QFrame::NoFrame);
-    setLineWidth(Looks(Look::Heavy) || (Looks(Look::Lamp) && painted) ? 3 : Colors().line);
-  }
-
-  bool IsFrame() const { return isFrame_; }
-  bool IsClickable() const { return onClick_ != nullptr; }
-  void Click() const { onClick_(); }
-  void SetOnClick(std::function<void()> onClick) {
-    onClick_ = std::move(onClick);
-    setFocusPolicy(Qt::TabFocus);
-    setCursor(Qt::PointingHandCursor);
-  }
-
- protected:
-  void paintEvent(QPaintEvent* event) override {
-    // Not filled by Qt, which would paint a frame, when a mark has moved in it, over the words that lie on
-    // it.
-    if (filled_) QPainter(this).fillRect(rect(), palette().color(backgroundRole()));
-    QFrame::paintEvent(event);  // NOLINT(bugprone-parent-virtual-call): the text comes below
-    const bool left = Looks(Look::Left);
-    const int gap = margin() + (left ? 2 : 1);
-    const QRect room = contentsRect().adjusted(gap, margin() / 2, -gap, 0);
-    const int least = LeastPixels(font(), place_);
-    int flags = left ? Qt::AlignLeft : Qt::AlignHCenter;
-    QFont fitted = font();
-    QString shown = text();
-    if (Looks(Look::Top)) {
-      const bool columns = Looks(Look::Fixed);
-      // Under a frame's title lie its controls.
-      flags |= Qt::AlignTop | (columns || isFrame_ ? 0 : Qt::TextWordWrap);
-      fitted = FitParagraph(fitted, shown, room.size(), flags, columns ? 1 : least);
-    } else if (Looks(Look::Words)) {
-      flags |= Qt::AlignVCenter | Qt::TextDontClip;
-      shown = MarkLines(room.width(), room.height());
-    } else {
-      flags |= Qt::AlignVCenter;
-      if (Looks(Look::Lamp)) fitted.setBold(painted_);
-      if (Looks(Look::Fixed)) fitted = FitColumns(fitted, room.height());
-      if (QFontMetrics(fitted).horizontalAdvance(shown) > room.width()) {
-        if (!Looks(Look::Fixed)) fitted = FitFont(fitted, shown, room.width(), least);
-        shown = ElideAtWord(shown, fitted, room.width());
-      }
-    }
-    QPainter painter(this);
-    fitted.setUnderline(underlined_);
-    painter.setFont(fitted);
-    painter.setPen(palette().color(foregroundRole()));
-    const qsizetype second = Looks(Look::Words) ? shown.indexOf(QLatin1Char('\n')) : -1;
-    if (second < 0) {
-      const bool centred = flags == int{Qt::AlignCenter};
-      if (!centred || !large_.Paint(painter, room, shown)) painter.drawText(room, flags, shown);
-      return;
-    }
-    // Closer together than lines of a text: nothing in a mark goes below its line.
-    const int half = room.height() / 2;
-    painter.drawText(room.adjusted(0, 0, 0, half - room.height()), flags, shown.left(second));
-    painter.drawText(room.adjusted(0, half, 0, 0), flags, shown.mid(second + 1));
-  }
-
-  void mousePressEvent(QMouseEvent* event) override {
-    pressed_ = onClick_ != nullptr && event->button() == Qt::LeftButton;
-    event->setAccepted(pressed_);
-  }
-
-  void mouseReleaseEvent(QMouseEvent* event) override {
-    if (event->button() != Qt::LeftButton || !std::exchange(pressed_, false)) return event->ignore();
-    if (rect().contains(event->position().toPoint())) onClick_();
-  }
-
-  void keyPressEvent(QKeyEvent* event) override {
-    const int key = event->key();
-    const bool click = key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter;
-    if (!onClick_ || !click) return event->ignore();
-    onClick_();
-  }
-
- private:
-  bool Looks(Look look) const { return Has(place_.look, look); }
-  // What does not fit one line goes under it where there is room for two.
-  QString MarkLines(int width, int height) const {
-    QString first = ElideAtWord(text(), font(), width);
-    if (first == text() || height < 2 * QFontMetrics(font()).capHeight() + 1) return first;
-    return first + QLatin1Char('\n') + ElideAtWord(text().mid(first.size()).trimmed(), font(), width);
-  }
-
-  const Place& place_;
-  const bool isFrame_;
-  bool painted_ = false;
-  bool filled_ = false;
-  bool underlined_ = false;
-  bool pressed_ = false;
-  std::function<void()> onClick_;
-  LargeLetters large_;
-};
 
 // What a screen reader is told of something that is pressed and that the toolkit takes for something else.
 class Pressable : public QAccessibleWidget {
@@ -195,8 +66,8 @@ class NamedList : public QAccessibleWidget {
   QComboBox& list_;
 };
 
-// The toolkit takes every label for a text, also a frame and what can be clicked, and an option that is not
-// switched off by its neighbours for a check box.
+// The toolkit knows nothing of a label, and takes an option that is not switched off by its neighbours for a
+// check box.
 QAccessibleInterface* RoleOf(const QString&, QObject* object) {
   if (auto* list = qobject_cast<QComboBox*>(object)) return new NamedList(list);
   if (auto* option = qobject_cast<QRadioButton*>(object)) {
@@ -274,13 +145,12 @@ class LabelView : public ViewOn<CaptionLabel> {
   explicit LabelView(const Part& part)
       : ViewOn(part, new CaptionLabel(part.place, part.control.Kind() == ControlKind::Frame, part.parent)) {
     if (part.control.onClick) widget_->SetOnClick([this] { Act(EventKind::Click); });
-    if (part.control.Kind() == ControlKind::Frame) widget_->setMargin(4);
   }
 
  protected:
   void Show(Property) override {
     if (Looks(Look::Bare)) return;
-    widget_->setText(Caption().isEmpty() ? Words::Of(Design().word) : Caption());
+    widget_->SetText(Caption().isEmpty() ? Words::Of(Design().word) : Caption());
   }
   void SetColors(const QColor& back, const QColor& fore) override {
     widget_->SetColors(back, fore, Painted(), IsRedAlone());
