@@ -38,6 +38,8 @@
 namespace quorvane {
 namespace {
 
+constexpr int kIconMs = 200;  // reading it takes the time of some windows, and nobody waits for it
+
 std::string AbsolutePath(const std::string& path) {
   return path.empty() ? path : QDir::current().absoluteFilePath(QString::fromStdString(path)).toStdString();
 }
@@ -137,8 +139,10 @@ int Main(int argc, char** argv) {
   QApplication::setApplicationVersion(QStringLiteral(QUORVANE_VERSION));
   // By that name a desktop finds the program's entry; the picture is for those that ask the window.
   QApplication::setDesktopFileName(QStringLiteral("quorvane"));
-  const QString icons = SharedFolder(QStringLiteral("icons/hicolor/128x128/apps"));
-  QApplication::setWindowIcon(QIcon(icons + QStringLiteral("/quorvane.png")));
+  QTimer::singleShot(kIconMs, [] {
+    const QString icons = SharedFolder(QStringLiteral("icons/hicolor/128x128/apps"));
+    QApplication::setWindowIcon(QIcon(icons + QStringLiteral("/quorvane.png")));
+  });
   DressApplication();
   Words::Speak(line.language.empty() ? Words::OfSystem() : ToQString(line.language));
   // The windows say when the program ends.

@@ -44,12 +44,11 @@ ProgramWindows::ProgramWindows(Program& program, QtPlatform& platform)
                       QStringLiteral("Lane %1 ").arg(i + 1));
   }
   link_ = &windows_.AddWindow(program.link(), LinkDesign(), QSize(kNarrowLink * 3 / 4, 500), console_);
-  AddSmallWindow(program.timer(), TimerDesign());
-  AddSmallWindow(program.keyboard(), KeyboardDesign());
-  AddSmallWindow(program.about(), AboutDesign());
-  AddSmallWindow(program.judge().LapsAndCuts(), LogDesign());
-  AddSmallWindow(program.judge().Practice(), PracticeDesign());
-  AddUndoKeys(*windows_.FindWindow(program.judge().LapsAndCuts()));
+  AddSmallWindow(program.timer(), TimerDesign);
+  AddSmallWindow(program.keyboard(), KeyboardDesign);
+  AddSmallWindow(program.about(), AboutDesign);
+  AddSmallWindow(program.judge().LapsAndCuts(), LogDesign);
+  AddSmallWindow(program.judge().Practice(), PracticeDesign);
   program.about().SetCommit(ProgramCommit());
   program.about().SetLibraries(std::string("Qt ") + qVersion());
   platform_.SetWindows(&windows_);
@@ -65,10 +64,15 @@ ProgramWindows::~ProgramWindows() {
   platform_.SetWindows(nullptr);
 }
 
-void ProgramWindows::AddSmallWindow(Form& form, const FormDesign& design) {
-  const QSize least(design.width * 3 / 4, design.height * 3 / 4);
-  FormWindow& window = windows_.AddWindow(form, design, least, console_);
-  QObject::connect(new QShortcut(Qt::Key_Escape, &window), &QShortcut::activated, &window, &QWidget::close);
+// Most of them are not asked for in most sessions.
+void ProgramWindows::AddSmallWindow(Form& form, FormDesign (*design)()) {
+  windows_.AddLater(form, [this, &form, design] {
+    const FormDesign designed = design();
+    const QSize least(designed.width * 3 / 4, designed.height * 3 / 4);
+    FormWindow& window = windows_.AddWindow(form, designed, least, console_);
+    QObject::connect(new QShortcut(Qt::Key_Escape, &window), &QShortcut::activated, &window, &QWidget::close);
+    if (&form == &program_.judge().LapsAndCuts()) AddUndoKeys(window);
+  });
 }
 
 // The keys of the console's menu also where its race is put right.

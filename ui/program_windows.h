@@ -47,7 +47,7 @@ class ProgramWindows {
 
  private:
   void AddUndoKeys(QWidget& window);
-  void AddSmallWindow(Form& form, const FormDesign& design);
+  void AddSmallWindow(Form& form, FormDesign (*design)());
   void Follow();
   void PlaceWindows();
   void PlaceTable();

@@ -92,12 +92,21 @@ class ResultsModel : public QAbstractTableModel {
 ResultsWindow::ResultsWindow(Program& program, const ProgramWindows& windows)
     : program_(program),
       windows_(windows),
-      place_(new WindowPlace(*this, program.door().System().Settings(), "Results", kLeastResultsSize)),
-      model_(new ResultsModel(this)),
-      summary_(new QLabel(this)),
-      told_(new QLabel(this)),
-      view_(new QTableView(this)) {
+      place_(new WindowPlace(*this, program.door().System().Settings(), "Results", kLeastResultsSize)) {
   setWindowTitle(Words::Of("Results"));
+  look_.setInterval(kRefreshMs);
+  look_.callOnTimeout(this, &ResultsWindow::Look);
+  QObject::connect(&reading_, &QFutureWatcherBase::finished, this, [this] {
+    if (const auto content = reading_.result()) Take(*content);
+  });
+  program_.judge().mnuResults.onClick = [this] { Open(); };
+}
+
+void ResultsWindow::Fill() {
+  model_ = new ResultsModel(this);
+  summary_ = new QLabel(this);
+  told_ = new QLabel(this);
+  view_ = new QTableView(this);
   summary_->setFont(FontOfPixels(kTextPixels, true));
   told_->setFont(FontOfPixels(kTextPixels - 2, false));
   for (QLabel* line : {summary_, told_}) {
@@ -117,12 +126,6 @@ ResultsWindow::ResultsWindow(Program& program, const ProgramWindows& windows)
   layout->addWidget(summary_);
   layout->addWidget(view_, 1);
   layout->addWidget(NewButtons());
-  look_.setInterval(kRefreshMs);
-  look_.callOnTimeout(this, &ResultsWindow::Look);
-  QObject::connect(&reading_, &QFutureWatcherBase::finished, this, [this] {
-    if (const auto content = reading_.result()) Take(*content);
-  });
-  program_.judge().mnuResults.onClick = [this] { Open(); };
 }
 
 QWidget* ResultsWindow::NewButtons() {
@@ -147,6 +150,7 @@ QWidget* ResultsWindow::NewButtons() {
 }
 
 void ResultsWindow::Open() {
+  if (view_ == nullptr) Fill();
   if (!isVisible()) {
     if (!std::exchange(placed_, true)) {
       toPlace_ = !place_->Restore(kResultsSize);

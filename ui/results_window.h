@@ -43,6 +43,7 @@ class ResultsWindow : public QWidget {
     std::string problem = {};
   };
 
+  void Fill();
   QWidget* NewButtons();
   void Look();
   void Take(const Content& content);
@@ -52,10 +53,11 @@ class ResultsWindow : public QWidget {
   Program& program_;
   const ProgramWindows& windows_;
   WindowPlace* place_;
-  ResultsModel* model_;
-  QLabel* summary_;
-  QLabel* told_;  // what became of the last command
-  QTableView* view_;
+  // Null until it is first opened, which it is not in most sessions.
+  ResultsModel* model_ = nullptr;
+  QLabel* summary_ = nullptr;
+  QLabel* told_ = nullptr;  // what became of the last command
+  QTableView* view_ = nullptr;
   QTimer look_;
   QFutureWatcher<std::optional<Content>> reading_;  // nothing: it is as it was
   Content shown_;

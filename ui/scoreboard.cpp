@@ -179,24 +179,27 @@ Scoreboard::Scoreboard(Program& program, ProgramWindows& windows)
       keeper_(program),
       windows_(windows),
       settings_(program.door().System().Settings()),
-      place_(new WindowPlace(*this, settings_, kSettings, kLeastScoreboardSize)),
-      view_(new ScoreView(this)),
-      bar_(NewBar()) {
+      place_(new WindowPlace(*this, settings_, kSettings, kLeastScoreboardSize)) {
   setWindowTitle(Words::Of("Scoreboard"));
   // The operator's keys belong to the console.
   setAttribute(Qt::WA_ShowWithoutActivating);
-  auto* layout = WithoutGaps(new QVBoxLayout(this));
-  layout->addWidget(view_, 1);
-  layout->addWidget(bar_);
   soon_.setSingleShot(true);
   soon_.setInterval(kFollowMs);
   soon_.callOnTimeout(this, &Scoreboard::Follow);
   windows_.AddFollower([board = QPointer<Scoreboard>(this)] {
     if (board != nullptr && board->isVisible() && !board->soon_.isActive()) board->soon_.start();
   });
+  program_.judge().mnuScoreboard.onClick = [this] { Open(); };
+}
+
+void Scoreboard::Fill() {
+  view_ = new ScoreView(this);
+  bar_ = NewBar();
+  auto* layout = WithoutGaps(new QVBoxLayout(this));
+  layout->addWidget(view_, 1);
+  layout->addWidget(bar_);
   connect(qApp, &QGuiApplication::screenAdded, this, &Scoreboard::ListScreens);
   connect(qApp, &QGuiApplication::screenRemoved, this, &Scoreboard::ListScreens, Qt::QueuedConnection);
-  program_.judge().mnuScoreboard.onClick = [this] { Open(); };
 }
 
 QWidget* Scoreboard::NewBar() {
@@ -242,6 +245,7 @@ QScreen* Scoreboard::ScreenToOpenOn() const {
 
 void Scoreboard::Open() {
   if (isVisible()) return raise();
+  if (view_ == nullptr) Fill();
   QScreen* screen = ScreenToOpenOn();
   if (screen == nullptr) return;
   const bool remembered = place_->Restore(kScoreboardSize);
@@ -279,7 +283,8 @@ void Scoreboard::Follow() {
 }
 
 bool Scoreboard::event(QEvent* event) {
-  if (event->type() == QEvent::ApplicationPaletteChange) view_->Show(shown_);  // another scheme
+  const bool scheme = event->type() == QEvent::ApplicationPaletteChange;
+  if (scheme && view_ != nullptr) view_->Show(shown_);
   return QWidget::event(event);
 }
 

@@ -35,6 +35,7 @@ class Scoreboard : public QWidget {
   void mouseDoubleClickEvent(QMouseEvent*) override { SetFullScreen(!isFullScreen()); }
 
  private:
+  void Fill();
   QWidget* NewBar();
   void ListScreens();
   QScreen* ScreenToOpenOn() const;
@@ -45,9 +46,10 @@ class Scoreboard : public QWidget {
   ProgramWindows& windows_;
   SettingsStore& settings_;
   WindowPlace* place_;
-  ScoreView* view_;
+  // Null until it is first opened.
+  ScoreView* view_ = nullptr;
   QComboBox* screens_ = nullptr;
-  QWidget* bar_;
+  QWidget* bar_ = nullptr;
   QTimer soon_;
   Score shown_;
 };

@@ -12,13 +12,15 @@
 namespace quorvane {
 
 SessionRecording::SessionRecording(Program& program, ProgramWindows& windows)
-    : program_(program), windows_(windows), notice_(new QLabel(&windows.Console())) {
+    : program_(program), windows_(windows) {}
+
+void SessionRecording::AddNotice() {
+  notice_ = new QLabel(&windows_.Console());
   notice_->setObjectName(QStringLiteral("recording"));
   notice_->setContentsMargins(10, 2, 10, 2);
   notice_->setAutoFillBackground(true);
   notice_->setFont(FontOfPixels(15, true));
-  windows.Console().Menu()->setCornerWidget(notice_);
-  notice_->hide();
+  windows_.Console().Menu()->setCornerWidget(notice_);
 }
 
 void SessionRecording::Begin(SessionStart start, const std::string& journal) {
@@ -88,6 +90,7 @@ void SessionRecording::Start() {
 }
 
 void SessionRecording::Show(const QString& text, bool bad) {
+  if (notice_ == nullptr) AddNotice();
   // White on red in every scheme, or else letters on the face of the menu.
   QPalette colors;
   if (bad) colors.setColor(QPalette::Window, QColor(0xB0, 0, 0));

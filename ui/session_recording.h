@@ -25,9 +25,11 @@ class SessionRecording {
   void End();
 
   SessionRecorder& Recorder() { return recorder_; }
+  // Null while nothing has been recorded yet.
   QLabel* Notice() const { return notice_; }
 
  private:
+  void AddNotice();
   void FollowMenu();
   void Start();
   void Complain() const;
@@ -35,7 +37,7 @@ class SessionRecording {
 
   Program& program_;
   ProgramWindows& windows_;
-  QLabel* notice_;
+  QLabel* notice_ = nullptr;
   SessionRecorder recorder_;
   bool begun_ = false;
   bool given_ = false;    // the command line names the file, and the menu has not been checked for it yet

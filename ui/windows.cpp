@@ -41,12 +41,20 @@ FormView& Windows::AddPanel(Form& form, FormDesign design, FormView& into, const
   return *panel;
 }
 
-FormWindow* Windows::FindWindow(const Form& form) const {
+FormView* Windows::FindView(const Form& form) {
+  if (const auto later = later_.extract(&form)) {
+    later.mapped()();
+    views_[&form]->Apply();
+  }
+  return views_.value(&form);
+}
+
+FormWindow* Windows::FindWindow(const Form& form) {
   const FormView* view = FindView(form);
   return view == nullptr ? nullptr : dynamic_cast<FormWindow*>(view->parentWidget());
 }
 
-QWidget* Windows::DialogParent() const {
+QWidget* Windows::DialogParent() {
   // Over a minimised window the box could not be seen, and the console would wait for its answer.
   const auto inSight = [](const FormWindow* window) {
     return window != nullptr && window->isVisible() && !window->isMinimized();
@@ -61,23 +69,26 @@ QWidget* Windows::DialogParent() const {
 }
 
 void Windows::ControlChanged(const Control& control, Property property) {
-  const FormView* view = FindView(control.Owner());
+  FormView* view = views_.value(&control.Owner());
   if (view == nullptr || control.Kind() == ControlKind::Timer) return;
   if (control.Kind() == ControlKind::Menu) {
     if (FormWindow* window = FindWindow(control.Owner())) window->MenuChanged();
   }
-  if (ControlView* shown = view->Find(control)) shown->Changed(property);
+  view->Changed(control, property);
   dirty_.insert(&control.Owner());
 }
 
 void Windows::Apply() {
+  for (const Form* form : door_.AllForms().All()) {
+    if (form->Visible()) FindView(*form);
+  }
   const auto dirty = std::exchange(dirty_, {});
   for (const auto [form, view] : views_.asKeyValueRange()) {
     if (dirty.contains(form)) view->Apply();
   }
   // In the order in which they were added, so that the same window always ends up in front.
   for (const Form* form : door_.AllForms().All()) {
-    if (!dirty.contains(form)) continue;
+    if (!dirty.contains(form) || later_.contains(form)) continue;
     if (FormWindow* window = FindWindow(*form)) {
       if (form->Visible() && !window->isVisible()) Expect(*window);
       window->Follow();

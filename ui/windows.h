@@ -3,6 +3,8 @@
 #include <QElapsedTimer>
 #include <QHash>
 #include <QObject>
+#include <functional>
+#include <map>
 #include <memory>
 #include <unordered_set>
 #include <vector>
@@ -25,10 +27,13 @@ class Windows : public QObject, public ControlObserver {
   FormView& AddPanel(Form& form, FormDesign design, FormView& into, const std::string& place,
                      const QString& spoken);
 
-  FormWindow* FindWindow(const Form& form) const;
-  FormView* FindView(const Form& form) const { return views_.value(&form); }
+  // The same when the form is first shown, or its window asked for.
+  void AddLater(const Form& form, std::function<void()> add) { later_[&form] = std::move(add); }
+
+  FormWindow* FindWindow(const Form& form);
+  FormView* FindView(const Form& form);
   // The window that a dialog box belongs to; null while none is shown.
-  QWidget* DialogParent() const;
+  QWidget* DialogParent();
 
   void Apply();
   // Shows the changes and paints them now, unless it has just done so; nothing else happens meanwhile.
@@ -52,6 +57,7 @@ class Windows : public QObject, public ControlObserver {
   Door& door_;
   std::vector<std::unique_ptr<FormWindow>> windows_;
   QHash<const Form*, FormView*> views_;
+  std::map<const Form*, std::function<void()>> later_;
   std::unordered_set<const Form*> dirty_;
   const Form* active_ = nullptr;   // as last seen
   FormWindow* focused_ = nullptr;  // the window that had the focus last, null when it was not one of ours

@@ -176,7 +176,7 @@ TEST_F(DesignsTest, TabGoesThroughTheConsoleAndThenTheLanes) {
     const bool stop = widget.objectName().startsWith("frm") && (widget.focusPolicy() & Qt::TabFocus) != 0;
     if (stop) to.push_back(widget.objectName());
   };
-  for (const FormView* view : Views()) {
+  for (FormView* view : Views()) {
     if (view->window() != &windows.Console()) continue;
     for (const Place& place : view->Design().places) add(designed, *view->FindWidget(place.name));
   }

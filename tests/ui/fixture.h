@@ -19,6 +19,7 @@
 #include "ui/qt/qt_platform.h"
 #include "ui/qt/qt_serial.h"
 #include "ui/qt/qt_settings.h"
+#include "ui/widgets/caption_label.h"
 
 namespace quorvane {
 
@@ -107,6 +108,13 @@ class ProgramOn : public PlatformTest {
   }
 
   void Load() { Enter(EventKind::Load, {}); }
+  // Also what is made when it is first shown.
+  void MakeAll() {
+    for (const Form* form : program.door().AllForms().All()) {
+      FormView* view = windows.All().FindView(*form);
+      for (const Control& control : form->Controls()) view->Find(control);
+    }
+  }
   void Enter(EventKind kind, const std::string& target, const std::string& text = {}) {
     program.door().Enter({.kind = kind, .target = target, .text = text});
   }

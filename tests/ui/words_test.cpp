@@ -86,6 +86,7 @@ class GermanTest : protected InGerman, public ProgramTest {
 
 TEST_F(GermanTest, EveryTextThatIsShownHasItsGerman) {
   Load();
+  MakeAll();
   recording.Begin({}, InFolder("a.journal"));
   for (const char* menu : {"mnuTimerSettings", "mnuKeyboard", "mnuAbout", "mnuLog", "mnuResults",
                            "mnuScoreboard", "mnuPrintPreview", "mnuRecordSession"}) {
@@ -125,6 +126,7 @@ void ExpectLettersOnce(const QStringList& texts, const QString& where) {
 
 TEST_F(GermanTest, LettersForAltAreThereAndUsedOnceInEachWindowAndMenu) {
   Load();
+  MakeAll();
   for (QWidget* window : QApplication::topLevelWidgets()) {
     const auto* form = dynamic_cast<FormWindow*>(window);
     QStringList texts;

@@ -146,12 +146,16 @@ PrintOutcome OutcomeOf(const std::string& printer, const PrintQueue& queue, cons
 }
 
 QtHeatPrinter::QtHeatPrinter(Program& program, QWidget* console)
-    : program_(program),
-      console_(console),
-      preview_(program.door().System(),
-               [this](const RaceRecord& race, const Imprint& imprint) { Print(race, imprint); }),
-      spooler_(Spool) {
+    : program_(program), console_(console), spooler_(Spool) {
   program_.judge().SetPrinter(this);
+}
+
+PreviewWindow& QtHeatPrinter::Preview() {
+  if (!preview_) {
+    preview_.emplace(program_.door().System(),
+                     [this](const RaceRecord& race, const Imprint& imprint) { Print(race, imprint); });
+  }
+  return *preview_;
 }
 
 void QtHeatPrinter::PrintHeat(const RaceRecord& race) {
@@ -180,7 +184,7 @@ void QtHeatPrinter::SaveHeat(const RaceRecord& race, const std::string& path) {
 void QtHeatPrinter::ShowPreview(const RaceRecord& race, Report report) {
   QMetaObject::invokeMethod(
       this,
-      [this, race, imprint = Now(report), choice = Chosen()] { preview_.Open(race, imprint, choice.paper); },
+      [this, race, imprint = Now(report), choice = Chosen()] { Preview().Open(race, imprint, choice.paper); },
       Qt::QueuedConnection);
 }
 

@@ -61,7 +61,7 @@ class QtHeatPrinter : public QObject, public HeatPrinter {
   // way, and tells of those that did not get there.
   void Finish(int longestMs = 5000);
 
-  PreviewWindow& Preview() { return preview_; }
+  PreviewWindow& Preview();
 
   // Sends one report to the printer. Replaced by tests.
   using Spooler = std::function<PrintOutcome(const PrinterChoice&, const RaceRecord&, const Imprint&)>;
@@ -87,7 +87,7 @@ class QtHeatPrinter : public QObject, public HeatPrinter {
 
   Program& program_;
   QWidget* console_;
-  PreviewWindow preview_;
+  std::optional<PreviewWindow> preview_;  // once it is asked for
   Spooler spooler_;
   WorkThread printing_;
   WorkThread filing_;  // not behind a print server that hangs

@@ -36,6 +36,8 @@ ControlView::ControlView(const Part& part, QWidget* widget, Roles roles)
     : at(part.place.rect), part_(part), widget_(widget), roles_(roles) {
   widget_->setObjectName(QString::fromStdString(Of().FullName()));
   widget_->installEventFilter(this);
+  // Qt would work out a size for it when it is shown; the form has one.
+  widget_->setAttribute(Qt::WA_Resized);
 }
 
 bool ControlView::Apply() {

@@ -12,18 +12,39 @@
 namespace quorvane {
 
 FormView::FormView(Form& form, FormDesign design, Door& door, QWidget* parent, const QString& spoken)
-    : QWidget(parent), form_(form), design_(std::move(design)), door_(door), designWidth_(design_.width) {
+    : QWidget(parent),
+      form_(form),
+      design_(std::move(design)),
+      door_(door),
+      spoken_(spoken),
+      designWidth_(design_.width) {
   setFocusPolicy(Qt::NoFocus);
   for (const Place& place : design_.places) {
-    if (Control* control = form_.Find(place.name)) AddControl(*control, place, spoken);
+    if (Control* control = form_.Find(place.name)) unseen_.push_back({control, &place});
   }
+  MakeShown();
   for (const StaticText& text : design_.texts) AddText(text);
 }
 
-void FormView::AddControl(Control& control, const Place& place, const QString& spoken) {
+void FormView::MakeShown() {
+  const auto shown = [](const Unseen& unseen) {
+    const Control* control = unseen.control;
+    while (control != nullptr && control->Visible()) control = control->Parent();
+    return control == nullptr;
+  };
+  const auto next = [&] { return std::ranges::find_if(unseen_, shown); };
+  for (auto found = next(); found != unseen_.end(); found = next()) Make(*found);
+}
+
+// Takes the place in the order of the Tab key, and under the words and the other forms, that it would have
+// had from the beginning.
+ControlView& FormView::Make(Unseen unseen) {
+  Control& control = *unseen.control;
+  const Place& place = *unseen.place;
+  std::erase(unseen_, unseen);
   const ControlView* frame = control.Parent() == nullptr ? nullptr : Find(*control.Parent());
   auto view = ControlView::Create({control, place, door_, frame == nullptr ? this : frame->Widget()});
-  view->spokenPrefix = spoken;
+  view->spokenPrefix = spoken_;
   if (const auto tip = design_.tips.find(place.name); tip != design_.tips.end()) {
     view->tip = tip->second;
   }
@@ -31,7 +52,27 @@ void FormView::AddControl(Control& control, const Place& place, const QString& s
   if (control.Kind() == ControlKind::Frame) view->Widget()->lower();
   if (Has(place.look, Look::Row)) row_.push_back(view.get());
   byControl_.insert(&control, view.get());
-  views_.push_back(std::move(view));
+  const auto next =
+      std::ranges::find_if(views_, [&](const auto& other) { return &other->Design() > &place; });
+  if (next != views_.end() || around_ != nullptr || !panels_.empty()) {
+    QWidget::setTabOrder(next == views_.begin() ? this : (*std::prev(next))->Widget(), view->Widget());
+  }
+  if (frame == nullptr && !texts_.empty()) view->Widget()->stackUnder(texts_.front().second);
+  if (arranged_) Arrange(*view);
+  return **views_.insert(next, std::move(view));
+}
+
+ControlView* FormView::Find(const Control& control) {
+  if (ControlView* view = byControl_.value(&control)) return view;
+  const auto found = std::ranges::find(unseen_, &control, &Unseen::control);
+  if (found == unseen_.end()) return nullptr;
+  ControlView& view = Make(*found);
+  view.Apply();
+  return &view;
+}
+
+void FormView::Changed(const Control& control, Property property) {
+  if (ControlView* view = byControl_.value(&control)) view->Changed(property);
 }
 
 void FormView::AddText(const StaticText& text) {
@@ -43,7 +84,7 @@ void FormView::AddText(const StaticText& text) {
   texts_.emplace_back(&text, label);
 }
 
-QWidget* FormView::FindWidget(const std::string& name) const {
+QWidget* FormView::FindWidget(const std::string& name) {
   const Control* control = form_.Find(name);
   const ControlView* view = control == nullptr ? nullptr : Find(*control);
   return view == nullptr ? nullptr : view->Widget();
@@ -52,6 +93,7 @@ QWidget* FormView::FindWidget(const std::string& name) const {
 void FormView::Apply() {
   bool moved = false;
   bool rowChanged = false;
+  MakeShown();
   for (const auto& view : views_) {
     if (!view->IsDirty()) continue;
     rowChanged = rowChanged || Has(view->Design().look, Look::Row);
@@ -69,7 +111,7 @@ void FormView::Embed(FormView& panel, const std::string& name) {
 
 void FormView::SetDesignWidth(int width) {
   designWidth_ = width;
-  Arrange();
+  if (arranged_) Arrange();
 }
 
 void FormView::FocusHome() {
@@ -146,11 +188,14 @@ QFont FormView::Letters(double points, Look look) const {
                       Has(look, Look::Fixed));
 }
 
+void FormView::Arrange(ControlView& view) {
+  Put(view, view.Design().rect);
+  view.Widget()->setFont(Letters(view.Design().points, view.Design().look));
+}
+
 void FormView::Arrange() {
-  for (const auto& view : views_) {
-    Put(*view, view->Design().rect);
-    view->Widget()->setFont(Letters(view->Design().points, view->Design().look));
-  }
+  arranged_ = true;
+  for (const auto& view : views_) Arrange(*view);
   for (const auto& [text, label] : texts_) {
     label->setGeometry(Scaled(text->rect));
     const QString bare = label->text().remove(QLatin1Char('&'));
@@ -181,7 +226,7 @@ void FormView::Put(ControlView& view, const QRect& at) {
 // wide: a time that runs is not measured at every tick.
 void FormView::FitRow() {
   constexpr int kEdges = 4;
-  if (row_.empty()) return;
+  if (row_.empty() || !arranged_) return;
   const Place& place = row_.front()->Design();
   const QFont full = Letters(place.points, place.look);
   if (fit_.full != full) fit_ = {.full = full};

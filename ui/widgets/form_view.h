@@ -26,9 +26,10 @@ class FormView : public QWidget {
 
   Form& Of() const { return form_; }
   const FormDesign& Design() const { return design_; }
-  // Null for one that the design does not place.
-  ControlView* Find(const Control& control) const { return byControl_.value(&control); }
-  QWidget* FindWidget(const std::string& name) const;
+  // Null for one that the design does not place. Makes the widget of one that has not been shown yet.
+  ControlView* Find(const Control& control);
+  QWidget* FindWidget(const std::string& name);
+  void Changed(const Control& control, Property property);
 
   // Shows everything of the form that has changed.
   void Apply();
@@ -52,7 +53,15 @@ class FormView : public QWidget {
  private:
   using Stacks = std::map<const ControlView*, std::vector<ControlView*>>;  // cell -> its marks
 
-  void AddControl(Control& control, const Place& place, const QString& spoken);
+  struct Unseen {
+    Control* control;
+    const Place* place;
+    bool operator==(const Unseen&) const = default;
+  };
+
+  ControlView& Make(Unseen unseen);
+  void MakeShown();
+  void Arrange(ControlView& view);
   void AddText(const StaticText& text);
   QRect Scaled(const QRect& design) const;  // in the form as it is
   QFont Letters(double points, Look look) const;
@@ -69,9 +78,13 @@ class FormView : public QWidget {
   Form& form_;
   const FormDesign design_;
   Door& door_;
+  const QString spoken_;
   int designWidth_;
-  FormView* around_ = nullptr;  // the form that this one is embedded in
-  std::vector<std::unique_ptr<ControlView>> views_;
+  bool arranged_ = false;
+  FormView* around_ = nullptr;                       // the form that this one is embedded in
+  std::vector<std::unique_ptr<ControlView>> views_;  // in the order of the design
+  // What has never been shown has no widget: a lane has forty marks, and most races need none of them.
+  std::vector<Unseen> unseen_;
   QHash<const Control*, ControlView*> byControl_;
   std::vector<ControlView*> row_;  // of Look::Row
   struct RowFit {
