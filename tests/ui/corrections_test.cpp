@@ -142,6 +142,32 @@ TEST_P(CorrectionsTest, ARunningRaceIsPutRight) {
   EXPECT_FALSE(Rows().isVisible());
 }
 
+TEST_P(CorrectionsTest, ASavedRaceIsAmended) {
+  const char* const race[][3] = {{"Race1", "Timestamp", "46347.5, 11/21/2026 12:00:00 PM"},
+                                 {"Race1", "RaceMode", "2, AMA 1324"},
+                                 {"Race1_Lane1", "NumEvents", "2"},
+                                 {"Race1_Lane1", "Event0", "1,4,L,TM,8000,0"},
+                                 {"Race1_Lane1", "Event1", "1,1,C,P2,9000,9000"}};
+  for (const auto& [section, key, value] : race) program.project().SetProjectValue(section, key, value);
+  judge().ShowCurrentRace();
+  Enter(EventKind::Timer, "");
+  Edit("&Amend Race", Qt::Key_A);
+  OpenTable(0);
+  EXPECT_EQ(Told(), "Lap 1, Cut P2, ");
+  Press(table().cmdStrike, Qt::Key_S);
+  reply = "16";
+  Press(table().cmdInsert, Qt::Key_I);
+  EXPECT_EQ(Told(), "Lap 1, Lap 2, ");
+  Press(table().cmdClose, Qt::Key_C);
+  reply = "";
+  ByKeys() ? KeyIn(windows.Console(), Qt::Key_S, Qt::ControlModifier) : Click(judge().cmdSave);
+  for (const std::string line :
+       {"\nAmendments=1\r", "\nWas1_Event1=1,1,C,P2,9000,9000\r", ";struck;P2;1,1,C,P2,9000,9000;\r",
+        "\nEvent1=2,4,L,TM,16000,0\r", ";inserted;hand;;2,4,L,TM,16000,0\r"}) {
+    EXPECT_TRUE(WaitFor([&] { return FileBytes(project).find(line) != std::string::npos; })) << line;
+  }
+}
+
 INSTANTIATE_TEST_SUITE_P(Way, CorrectionsTest, testing::Bool(),
                          [](const auto& way) { return way.param ? "Keys" : "Pointer"; });
 
