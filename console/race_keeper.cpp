@@ -80,20 +80,30 @@ void RaceKeeper::SetRunningAside(const std::string& what) {
 
 void RaceKeeper::FindLeft() {
   of_ = race_.ProjectFile;
-  const auto left = files_.Read(Beside(kRunningEnding));
+  const auto left = Find(kRunningEnding);
   found_ = left.has_value();
   left_ = left.value_or("");
-  dropped_ = files_.Read(Beside(kDroppedEnding)).value_or("");
+  dropped_ = Find(kDroppedEnding).value_or("");
   TakeUnsaved();
+}
+
+// Nothing is written later where something stands that cannot be read.
+std::optional<std::string> RaceKeeper::Find(const char* ending) {
+  auto text = files_.Read(Beside(ending));
+  if (!text) MoveAside(ending, kNotRead);
+  return text;
 }
 
 // What a program that died could not save goes into the project as if it had been saved now.
 void RaceKeeper::TakeUnsaved() {
-  std::string text = files_.Read(Beside(kUnsavedEnding)).value_or("");
-  if (text.empty() || project_.HasPending()) return;  // its own, of a project that is opened again
+  if (project_.HasPending()) return;  // its own, of a project that is opened again
+  const std::string text = Find(kUnsavedEnding).value_or("");
+  if (text.empty()) return;
+  const PendingTaken taken = project_.TakePending(text);
+  if (taken == PendingTaken::OtherContest)
+    return MoveAside(kUnsavedEnding, "What another contest could not save");
+  if (taken == PendingTaken::NotAll) return MoveAside(kUnsavedEnding, kNotRead);
   unsaved_[Beside(kUnsavedEnding)] = 0;
-  if (!project_.TakePending(text))
-    return SetAside(kUnsavedEnding, text, "What another contest could not save");
   notices_.Show("What could not be saved before is in the project now");
 }
 
@@ -174,12 +184,26 @@ std::string RaceKeeper::StoryOf(const KeptRace& kept) const {
 void RaceKeeper::SetAside(const char* ending, std::string& text, const std::string& what,
                           const std::string& replaced) {
   if (text.empty()) return;
-  std::string aside;
-  // One that still waits for the disk is taken, too.
-  for (int number = 1; aside.empty() || FileExists(aside) || !asides_.insert(aside).second; ++number) {
-    aside = fmt::format("{}-{}", Beside(ending), number);
-  }
+  const std::string aside = *asides_.insert(FreeName(ending)).first;
   files_.Keep(aside, std::exchange(text, {}), replaced);
+  notices_.Show(what + " is kept in " + FileNameOf(aside));
+}
+
+// One that still waits for the disk is taken, too.
+std::string RaceKeeper::FreeName(const char* ending) const {
+  std::string name;
+  for (int number = 1; name.empty() || FileExists(name) || FolderExists(name) || asides_.contains(name);
+       ++number) {
+    name = fmt::format("{}-{}", Beside(ending), number);
+  }
+  return name;
+}
+
+// Under a name of its own, where it needs no room on the disk.
+void RaceKeeper::MoveAside(const char* ending, const std::string& what) {
+  const std::string aside = FreeName(ending);
+  if (!files_.Move(Beside(ending), aside)) return;
+  asides_.insert(aside);
   notices_.Show(what + " is kept in " + FileNameOf(aside));
 }
 

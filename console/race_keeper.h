@@ -67,11 +67,15 @@ class RaceKeeper {
   };
 
   static constexpr const char* kNotRecovered = "The race that was not recovered";
+  static constexpr const char* kNotRead = "What could not be read";
   // ms between two times that a race in flight is kept, although nothing is new: what was judged is known.
   static constexpr std::int64_t kBeat = 1000;
 
   void SetAside(const char* ending, std::string& text, const std::string& what,
                 const std::string& replaced = {});
+  std::string FreeName(const char* ending) const;
+  void MoveAside(const char* ending, const std::string& what);
+  std::optional<std::string> Find(const char* ending);
   std::string Beside(const char* ending) const { return BesideProject(of_, ending); }
   std::string TextOf(const RunningRace& race, const RadioSoFar& radio);
   bool InProject(const KeptRace& kept);

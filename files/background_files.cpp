@@ -172,6 +172,17 @@ std::optional<std::string> BackgroundFiles::Read(const std::string& path) {
   return bytes;
 }
 
+bool BackgroundFiles::Move(const std::string& path, const std::string& name) {
+  if (way_ == Way::InMemory) {
+    auto kept = memory_.extract(path);
+    if (kept.empty()) return false;
+    memory_[name] = std::move(kept.mapped());
+    return true;
+  }
+  Wait(kEndMs);
+  return !files_.Rename(path, name) && !files_.SyncFolder(name);
+}
+
 std::string BackgroundFiles::Problem() const {
   const std::scoped_lock lock(writer_->mutex);
   const bool takesLong = writer_->busy && std::chrono::steady_clock::now() - writer_->begun > kLong;

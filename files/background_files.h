@@ -48,6 +48,9 @@ class BackgroundFiles {
   // when there is none that can be read.
   std::optional<std::string> Read(const std::string& path);
 
+  // Gives the file another name, whatever it is; that must be free. False: there is none, or it stays.
+  bool Move(const std::string& path, const std::string& name);
+
   // Why the newest content is not on the disk, in words for the operator; empty while all is well. A disk
   // that takes longer than a second over one file is a reason.
   std::string Problem() const;

@@ -56,7 +56,7 @@ class Project {
   // The projects of which something is not on the disk.
   std::vector<const ProjectStore*> Unsaved() const;
   bool HasPending() const { return store_->Pending() > 0; }  // of the open one
-  bool TakePending(const std::string& text) { return store_->TakePending(text); }
+  PendingTaken TakePending(const std::string& text) { return store_->TakePending(text); }
   // Races and reflies saved under another number than their own, in words for the operator, each once.
   std::vector<std::string> TakeMoved();
 

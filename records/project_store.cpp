@@ -19,6 +19,7 @@ constexpr size_t kMostCharacters = 2047;
 // How long the end of the program waits for a save that is still in hand.
 constexpr int kEndMs = 5000;
 constexpr const char* kUnsaved = "Unsaved";  // the section of what is kept for a later run of the program
+constexpr const char* kChange = "\nChange";
 // How often a save starts over because another program keeps changing the file.
 constexpr int kMostAttempts = 5;
 
@@ -247,21 +248,25 @@ std::string ProjectStore::PendingText() const {
   return file.Serialize();
 }
 
-bool ProjectStore::TakePending(const std::string& text) {
+PendingTaken ProjectStore::TakePending(const std::string& text) {
   const ProfileFile file(text);
   const std::string title = file.Read(kUnsaved, "Title").value_or("");
-  if (!title.empty() && !title_.empty() && title != title_) return false;
+  if (!title.empty() && !title_.empty() && title != title_) return PendingTaken::OtherContest;
   std::vector<KeptChange> changes;
   for (int i = 0; const auto change = file.Read(kUnsaved, fmt::format("Change{}", i)); ++i) {
     const std::size_t key = change->find(';') + 1, value = change->find(';', key) + 1;
-    if (key == 0 || value == 0 || value == change->size()) continue;
+    if (key == 0 || value == 0 || value == change->size() || change->back() != ';') continue;
     changes.push_back({change->substr(0, key - 1), change->substr(key, value - 1 - key),
                        change->substr(value, change->size() - 1 - value)});
   }
+  // A missing number ends them early.
+  std::size_t told = 0;
+  for (auto at = text.find(kChange); at != std::string::npos; at = text.find(kChange, at + 1)) ++told;
+  const bool all = !changes.empty() && told == changes.size();
   for (std::string& move : MoveTakenRaces(text_, changes)) moved_.push_back(std::move(move));
   const WriteGroup group(*this);
   for (const auto& [section, key, value] : changes) Write(section, key, value);
-  return true;
+  return all ? PendingTaken::All : PendingTaken::NotAll;
 }
 
 // True: done. False: it takes longer than the caller is to wait.

@@ -27,6 +27,13 @@ struct KeptChange {
   std::string value;
 };
 
+// Of a text of such values.
+enum class PendingTaken : std::uint8_t {
+  All,
+  NotAll,  // what had no sense was left out
+  OtherContest,
+};
+
 // One project file on disk.
 //
 // Reads and writes report nothing, like the profile calls they stand for: a file that cannot be read is
@@ -87,11 +94,10 @@ class ProjectStore {
   const std::string& Problem() const { return problem_; }
 
   // What was written and is not on the disk: how many values, and all of them as a text from which a later
-  // run of the program takes them. False: the text is of another contest. What has no sense in it is left
-  // out.
+  // run of the program takes them.
   std::size_t Pending() const { return pending_.size(); }
   std::string PendingText() const;
-  bool TakePending(const std::string& text);
+  PendingTaken TakePending(const std::string& text);
 
   // Appends what was given another number because its own was taken, in words for the operator, each once.
   void TakeMoved(std::vector<std::string>& moved);

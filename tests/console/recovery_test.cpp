@@ -97,9 +97,12 @@ struct ProjectRefused : FileOps {
 };
 
 TEST(Recovery, SavesWhatCouldNotBeSavedBefore) {
-  for (const bool another : {false, true}) {
+  for (const std::string now : {"there", "another contest", "damaged"}) {
+    SCOPED_TRACE(now);
+    const bool another = now == "another contest";
     ProjectRefused files;
     ConsoleRig rig(false, files, ConsoleRig::Way::AtOnce);
+    const std::string unsaved = BesideProject(rig.file, kUnsavedEnding);
     FlyThreeLaps(rig);
     files.refused = true;
     rig.At(70000);
@@ -108,15 +111,39 @@ TEST(Recovery, SavesWhatCouldNotBeSavedBefore) {
     rig.At(77000);
     rig.Key("F1");
     if (another) PutFile(rig.file, "[Current]\r\nTitle=Reno\r\nHeatsPerRound=4\r\n");
+    if (now == "damaged") PutFile(unsaved, Replaced(FileBytes(unsaved), "Change0=", "Chang"));
+    const std::string before = FileBytes(unsaved);
     rig.Crash(1000);
     rig.Answer(Word::Yes);
     LoadAgain(rig);
     EXPECT_EQ(rig.race().RaceNumber, 2);
     EXPECT_EQ(rig.lane(0).CountLaps(), 1);
-    EXPECT_EQ(rig.Value("Race1_Lane1", "NumLaps"), another ? "-" : "3");
-    EXPECT_EQ(rig.Value("Race1", "Comments"), another ? "-" : "Gusts at pylon 1");
-    EXPECT_FALSE(FileExists(rig.folder / "contest.unsaved"));
-    EXPECT_EQ(FileExists(rig.folder / "contest.unsaved-1"), another);
+    EXPECT_EQ(rig.Value("Race1_Lane1", "NumLaps"), now == "there" ? "3" : "-");
+    EXPECT_EQ(rig.Value("Race1", "Comments"), now == "there" ? "Gusts at pylon 1" : "-");
+    EXPECT_FALSE(FileExists(unsaved));
+    EXPECT_EQ(FileBytes(unsaved + "-1"), now == "there" ? "" : before);
+  }
+}
+
+// A folder: nobody can read that, nor write a file in its place.
+TEST(Recovery, KeepsUnderAnotherNameWhatItCannotRead) {
+  for (const char* ending : kKeptRaces) {
+    SCOPED_TRACE(ending);
+    ProjectRefused files;
+    ConsoleRig rig(false, files, ConsoleRig::Way::AtOnce);
+    const std::string path = BesideProject(rig.file, ending);
+    ASSERT_TRUE(std::filesystem::create_directory(path));
+    FlyThreeLaps(rig);
+    bool written = FileExists(path);
+    files.refused = true;
+    rig.At(70000);
+    for (const char* hand : {"cmdSave", "cmdStart", "cmdReset"}) {
+      rig.Answer(Word::No);
+      rig.Click(std::string("frmJudge.") + hand);
+      written |= FileExists(path);
+    }
+    EXPECT_TRUE(written);
+    EXPECT_TRUE(FolderExists(path + "-1"));
   }
 }
 

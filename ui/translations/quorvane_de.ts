@@ -638,6 +638,10 @@ Cut  %2</translation>
         <translation>Das nicht wiederhergestellte Rennen</translation>
     </message>
     <message>
+        <source>What could not be read</source>
+        <translation>Was nicht zu lesen war</translation>
+    </message>
+    <message>
         <source>What another contest could not save</source>
         <translation>Was ein anderer Wettbewerb nicht speichern konnte,</translation>
     </message>
