@@ -193,35 +193,8 @@ class Script : public HeatPrinter, public PracticeField {
 
   Look LookAround() {
     Look look;
-    frmJudge& judge = rig_.judge();
+    for (const Form* form : rig_.program.door().AllForms().All()) LookAtForm(*form, look[Shown(*form)]);
     const RaceState& race = rig_.race();
-    look["shows"] = {{"clock", judge.lblStatus.Caption() + " on " + judge.lblStatus.BackColor().Name()},
-                     {"comments", judge.txtComments.Text()},
-                     {"notice", judge.lblNotice.Visible() ? judge.lblNotice.Caption() : ""},
-                     {"mode", judge.lblRaceMode.Caption()},
-                     {"title", judge.Caption()},
-                     {"heat", judge.txtHeat.Text() + " of round " + judge.txtRound.Text()},
-                     {"race", judge.fraHeatControl.Caption() + " " + judge.fraHeatControl.ForeColor().Name()},
-                     {"saved", judge.lblNotSaved.Visible() ? "NOT" : ""},
-                     {"port", judge.lblComm.Caption()},
-                     {"radio", judge.lblSilent.Visible() ? judge.lblSilent.Caption() : ""},
-                     {"controller", judge.lblController.Visible() ? "on" : ""},
-                     {"sound", rig_.platform.playing},
-                     {"ended", rig_.platform.ended ? "yes" : ""}};
-    for (const Control* c :
-         {&judge.cmdStart, &judge.cmdReset, &judge.cmdSave, &judge.cmdRefly, &judge.cboRaceMode,
-          &judge.mnuSelectFile, &judge.mnuLaneColors, &judge.txtComments}) {
-      look["offers"][c->Name()] = c->Enabled() ? "on" : "off";
-      if (!corrects_) look["why"][c->Name()] = c->ToolTip();
-    }
-    // Whatever leads to another project is locked with the first of them.
-    for (const Control* c : {&judge.mnuNewProject, &judge.mnuOpenRecent}) {
-      EXPECT_EQ(c->ToolTip(), judge.mnuSelectFile.ToolTip()) << c->Name();
-    }
-    for (const Control* c :
-         {&judge.chkSixtySecondCount, &judge.chkAudio, &rig_.program.link().chkSystemController})
-      look["checked"][c->Name()] = !c->Visible() ? "hidden" : c->Value() != 0 ? "yes" : "no";
-    look["checked"]["mnuAutoPrint"] = judge.mnuAutoPrint.Checked() ? "yes" : "no";
     const std::pair<bool, const char*> states[] = {{race.RaceActive, " active"},
                                                    {race.RaceDone, " done"},
                                                    {race.RaceHolding, " holding"},
@@ -230,70 +203,63 @@ class Script : public HeatPrinter, public PracticeField {
                                                    {race.RaceLoaded, " loaded"},
                                                    {race.ReflyMode, " refly"},
                                                    {race.Unsaved, " unsaved"},
-                                                   {judge.tmrTimeTick.Enabled(), " ticks"}};
+                                                   {rig_.judge().Practising(), " practice"},
+                                                   {rig_.platform.ended, " ended"}};
     for (const auto& [is, name] : states) look["race"]["state"] += is ? name : "";
     look["race"]["number"] = std::to_string(race.RaceNumber);
     look["race"]["last"] = std::to_string(race.LastRaceRun);
     look["race"]["heats"] = std::to_string(race.HeatsPerRound);
     look["race"]["mode"] = std::to_string(race.RaceMode);
+    look["race"]["sound"] = rig_.platform.playing;
+    look["race"]["errors"] = std::to_string(rig_.program.door().ErrorsContained());
+    look["race"]["port"] = std::to_string(rig_.serial.CommPort()) + (rig_.serial.PortOpen() ? " open" : "");
     Each([&](frmLane& lane) {
-      const std::string number(1, lane.Name().back());
       look["race"]["bases"] += std::to_string(lane.TimeBase()) + " ";
-      look["colors"][number] = lane.fraLane.Caption() + lane.lblLaneName.Caption() + " " +
-                               lane.lblLow.BackColor().Name() + " " + lane.lblHigh.BackColor().Name();
-      LookAtLane(lane, look["lane " + number]);
+      LookAtLane(lane, look[Shown(lane)]);
     });
     for (const auto& [name, value] : rig_.platform.settings.All())
       look["settings"][name.first + "/" + name.second] = value;
     LookAtFiles(look);
-    if (corrects_) LookAtCorrections(look["corrects"]);
-    if (practises_) LookAtPractice(look["practice"]);
-    look["errors"]["contained"] = std::to_string(rig_.program.door().ErrorsContained());
     return look;
   }
 
-  void LookAtCorrections(std::map<std::string, std::string>& look) {
-    frmJudge& judge = rig_.judge();
-    frmLog& table = judge.LapsAndCuts();
-    for (const Control* c :
-         {&judge.mnuUndo, &judge.mnuRedo, &judge.mnuAmend, &judge.mnuBringBack, &table.cmdMove})
-      look[c->Name()] = c->Caption() + (c->Enabled() ? "" : " off");
-    look["told"] = table.lblTold.Caption();
-    for (const std::string& item : table.lstEntries.Items())
-      look["table"] += Replaced(item, "\t", " ") + ", ";
-    Each([&](frmLane& lane) {
-      if (lane.chkNovice.Value() != 0) look["novice"] += lane.Name();
-      for (const Correction& c : lane.Events().Corrections()) look["noted"] += CorrectionText(c) + "  ";
-    });
+  static std::string Shown(const Form& form) {
+    const std::string& name = form.Name();
+    return name.starts_with("frmLane") ? "lane " + name.substr(7) : name;
   }
 
-  void LookAtPractice(std::map<std::string, std::string>& look) {
-    frmJudge& judge = rig_.judge();
-    look["on"] = judge.Practising() ? "yes" : "no";
-    look["label"] = judge.lblPractice.Visible() ? "shown" : "hidden";
-    look["state"] = Replaced(Replaced(judge.Practice().lblState.Caption(), "\r", " / "), "\n", " / ");
-    look["port"] = std::to_string(rig_.serial.CommPort()) + (rig_.serial.PortOpen() ? " open" : "");
-    for (const Control* c : {&judge.Practice().cmdBegin, &judge.Practice().cmdEnd,
-                             rig_.program.door().AllForms().FindControl("frmSerialPort.optPort(1)")})
-      look[c->Name()] = (c->Enabled() ? "on " : "off ") + c->ToolTip();
+  // What an operator sees of it. What is hidden may be anything.
+  static void LookAtForm(const Form& form, std::map<std::string, std::string>& look) {
+    look["shown"] = form.Visible() ? form.Caption() : "";
+    for (const Control& c : form.Controls()) {
+      if (c.Kind() == ControlKind::Timer) {
+        look[c.Name()] = c.Enabled() && c.Interval() > 0 ? std::to_string(c.Interval()) : "";
+        continue;
+      }
+      std::string& told = look[c.Name()];
+      if (!c.Visible()) continue;
+      told = c.Caption() + (c.Has(Property::Text) ? c.Text() : "");
+      for (const std::string& item : c.Items()) look[c.Name() + ".list"] += Replaced(item, "\t", " ") + "/";
+      if (c.ListIndex() >= 0) told += "#" + std::to_string(c.ListIndex());
+      if (c.Value() != 0) told += " x";
+      told = Replaced(Replaced(told, "\r", "|"), "\n", "|");
+      look[c.Name() + ".is"] = c.ForeColor().Name() + " on " + c.BackColor().Name();
+      look[c.Name() + ".off"] = c.Enabled() ? "" : "yes";
+      look[c.Name() + ".tip"] = c.ToolTip();
+    }
   }
 
   static void LookAtLane(const frmLane& lane, std::map<std::string, std::string>& look) {
     look["laps"] = std::to_string(lane.Counts().laps) + "/" + std::to_string(lane.Counts().lapTarget);
     look["cuts"] = std::to_string(lane.Counts().cutCount);
-    look["status"] = lane.lblStatus.Caption();
     look["place"] = lane.Position();
-    look["is"] = lane.Visible() ? "shown" : "hidden";
     look["entries"] = std::to_string(lane.EventCount());
     for (int i = std::max(lane.EventCount() - 12, 0); i < lane.EventCount(); ++i) {
       const LaneEvent& event = lane.Events()[i];
       if (!event.Kind.empty())
         look["log"] += fmt::format("{} {} {}, ", event.Kind, event.SourceName, event.EventTime);
     }
-    for (int i = 0; i <= 10; ++i) {
-      const std::string cell = lane.lblLap[i].Caption();
-      if (i < lane.Counts().laps || cell == "DNF") look["cells"] += cell + " ";
-    }
+    for (const Correction& c : lane.Events().Corrections()) look["noted"] += CorrectionText(c) + "  ";
   }
 
   void LookAtFiles(Look& look) {

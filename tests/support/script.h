@@ -21,23 +21,46 @@ namespace quorvane {
 // What is shown and kept, by group and name. A line is made of each group.
 using Look = std::map<std::string, std::map<std::string, std::string>>;
 
+// "lblLap(0).is" and "lblLap(1).is" are "lblLap(0,1).is".
+inline std::string Joined(const std::string& names, const std::string& name) {
+  const std::size_t open = name.find('('), close = name.find(')'), last = names.rfind('(');
+  const bool row = open != std::string::npos && last != std::string::npos && last >= open &&
+                   names.ends_with(name.substr(close)) &&
+                   names.compare(last - open, open + 1, name, 0, open + 1) == 0 &&
+                   (last == open || names[last - open - 1] == ',');
+  if (!row) return names + "," + name;
+  return names.substr(0, names.rfind(')')) + "," + name.substr(open + 1);
+}
+
+// What has changed of a group, names with the same text together.
+inline std::string GroupChanges(const std::map<std::string, std::string>& before,
+                                const std::map<std::string, std::string>& now) {
+  std::vector<std::pair<std::string, std::string>> changes;  // names and their text
+  const auto tell = [&](const std::string& name, const std::string& text) {
+    const auto same = std::ranges::find(changes, text, &std::pair<std::string, std::string>::second);
+    if (same == changes.end()) return changes.emplace_back(name, text), void();
+    same->first = Joined(same->first, name);
+  };
+  for (const auto& [name, text] : now) {
+    const auto was = before.find(name);
+    if (was != before.end() ? was->second != text : !text.empty()) tell(name, text);
+  }
+  for (const auto& [name, text] : before) {
+    if (!now.contains(name) && !text.empty()) tell(name, "gone");
+  }
+  std::string told;
+  for (const auto& [names, text] : changes)
+    told += " " + names + "=" + (text.find(' ') == std::string::npos ? text : "\"" + text + "\"");
+  return told;
+}
+
 // Groups in succession with the same changes are told at once.
 inline std::string Changes(const Look& before, const Look& now) {
-  static const std::map<std::string, std::string> kNone;
-  const auto told = [](const std::string& name, const std::string& text) {
-    return " " + name + "=" + (text.find(' ') == std::string::npos ? text : "\"" + text + "\"");
-  };
   std::vector<std::pair<std::string, std::string>> lines;
   for (const auto& [group, parts] : now) {
-    std::string changes;
-    const auto& old = before.contains(group) ? before.at(group) : kNone;
-    for (const auto& [name, text] : parts) {
-      const auto was = old.find(name);
-      if (was != old.end() ? was->second != text : !text.empty()) changes += told(name, text);
-    }
-    for (const auto& [name, text] : old) {
-      if (!parts.contains(name) && !text.empty()) changes += told(name, "gone");
-    }
+    const auto old = before.find(group);
+    const std::string changes =
+        GroupChanges(old != before.end() ? old->second : decltype(old->second){}, parts);
     if (changes.empty()) continue;
     if (!lines.empty() && lines.back().second == changes) {
       lines.back().first += " and " + group;
