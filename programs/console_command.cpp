@@ -67,7 +67,8 @@ void AddConsole(Arguments& app, CommandLine& line) {
          "lanes' results, and end after the heats")
       ->type_name("FOLDER");
   app.add_option("--heats", line.heats, "how many heats the demonstration waits for [1]")
-      ->check(CLI::Range(1, kMostHeats));
+      ->type_name("N")
+      ->check(CLI::Range(1, kMostHeats).description(""));
 }
 
 void AddPrinting(Arguments& app, CommandLine& line) {

@@ -59,7 +59,9 @@ class Recorded {
     journal = ReadJournal(text);
     replay = std::make_unique<Replay>(journal, ReplayOptions{.verify = true});
     replay->Run();
-    return Verify(journal, *replay, "");
+    const Verdict verdict = Verify(journal, *replay, "");
+    replay->folder().Remove();
+    return verdict;
   }
   // Ends the recording and replays it.
   void ExpectVerified() {

@@ -8,10 +8,15 @@
 #include <chrono>
 #include <cmath>
 #include <cstring>
+#include <map>
 #include <thread>
+#include <tuple>
 #include <vector>
 
+#include "base/text.h"
 #include "field/radio.h"
+#include "programs/console_command.h"
+#include "programs/ending.h"
 #include "tests/support/scratch_folder.h"
 #include "tests/support/test_data.h"
 
@@ -53,6 +58,38 @@ TEST(Programs, RefuseABadCommandLineInOneLine) {
     EXPECT_TRUE(Call(program + " --version").text.starts_with("quorvane-" + program + " 0.1.0 ("));
     EXPECT_EQ(Call(program + " --version >/dev/full").status, program == "replay" ? 2 : 1);
   }
+}
+
+TEST(ConsoleCommandLine, TakesEverythingInAnyOrder) {
+  const CommandLine line =
+      ParseCommandLine({"--port", "5=/dev/ttyUSB0", "day.ini", "--settings=my.ini", "--port=31=a=b", "--demo",
+                        "out", "--heats", "3", "--journal", "j", "--language=de"});
+  EXPECT_EQ(std::tie(line.project, line.settings, line.demo, line.journal, line.language),
+            std::make_tuple("day.ini", "my.ini", "out", "j", "de"));
+  EXPECT_EQ(line.ports, (std::map<int, std::string>{{5, "/dev/ttyUSB0"}, {31, "a=b"}}));
+  EXPECT_EQ(line.heats, 3);
+  EXPECT_EQ(ParseCommandLine({"--", "--help"}).project, "--help");
+  EXPECT_EQ(ParseCommandLine({}).project, "");
+  EXPECT_EQ(ParseCommandLine({}).heats, 1);
+  const CommandLine print =
+      ParseCommandLine({"--print", "7,2-4", "day.ini", "-o", "x.pdf", "--print=9", "--paper", "a4"});
+  EXPECT_EQ(print.print.races, (std::vector<int>{7, 2, 3, 4, 9}));
+  EXPECT_EQ(ParseCommandLine({"--print", "1-5000", "day.ini", "-o", "x.pdf"}).print.races.size(), 5000U);
+  EXPECT_TRUE(ParseCommandLine({"--protest", "all", "day.ini", "--output=x.pdf"}).protest.all);
+}
+
+TEST(ConsoleCommandLine, ExplainsItselfAndRefusesInOneLine) {
+  const auto lines = Rows("programs/refused-window.json")[0];
+  std::string told;
+  for (const std::string& line : lines) {
+    try {
+      ParseCommandLine(Split(line, ' '));
+      told += line + ": TAKEN\n";
+    } catch (const Ending& ending) {
+      told += std::to_string(ending.status) + " " + ending.text;
+    }
+  }
+  ExpectGolden(kData + "/programs/help-window.golden", told);
 }
 
 TEST(Programs, ExplainThemselvesAsTheyDid) {

@@ -19,6 +19,7 @@ class Played {
         replay(journal, {.project = folder / "contest.ini"}) {
     replay.Run();
   }
+  ~Played() { replay.folder().Remove(); }
 
   ScratchFolder folder;
   SessionJournal journal;

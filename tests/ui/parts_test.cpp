@@ -1,43 +1,10 @@
 // The small parts that need no window.
 
-#include "base/text.h"
-#include "programs/console_command.h"
-#include "programs/ending.h"
 #include "tests/support/test_data.h"
 #include "tests/ui/fixture.h"
 
 namespace quorvane {
 namespace {
-
-TEST(CommandLineTest, TakesEverythingInAnyOrder) {
-  const CommandLine line = ParseCommandLine({"--port", "5=/dev/ttyUSB0", "day.ini", "--settings=my.ini",
-                                             "--port=7=a=b", "--demo", "out", "--heats", "3"});
-  EXPECT_EQ(line.project, "day.ini");
-  EXPECT_EQ(line.settings, "my.ini");
-  EXPECT_EQ(line.ports, (std::map<int, std::string>{{5, "/dev/ttyUSB0"}, {7, "a=b"}}));
-  EXPECT_EQ(line.demo, "out");
-  EXPECT_EQ(line.heats, 3);
-  EXPECT_EQ(ParseCommandLine({"--", "--help"}).project, "--help");
-  EXPECT_EQ(ParseCommandLine({}).project, "");
-  const CommandLine print =
-      ParseCommandLine({"--print", "7,2-4", "day.ini", "-o", "x.pdf", "--print=9", "--paper", "a4"});
-  EXPECT_EQ(print.print.races, (std::vector<int>{7, 2, 3, 4, 9}));
-  EXPECT_EQ(ParseCommandLine({"--print", "1-5000", "day.ini", "-o", "x.pdf"}).print.races.size(), 5000U);
-  EXPECT_TRUE(ParseCommandLine({"--print", "all", "day.ini", "--output=x.pdf"}).print.all);
-}
-
-TEST(CommandLineTest, RefusesWithOneLine) {
-  const auto lines = Rows("programs/refused-window.json")[0];
-  for (const std::string& line : lines) {
-    try {
-      ParseCommandLine(Split(line, ' '));
-      ADD_FAILURE() << line;
-    } catch (const Ending& ending) {
-      EXPECT_EQ(ending.status, 2);
-      EXPECT_EQ(ending.text.find('\n'), ending.text.size() - 1) << ending.text;
-    }
-  }
-}
 
 TEST(QtSettings, KeepsAnyValueAndBearsAFileThatIsNone) {
   const QTemporaryDir folder;
