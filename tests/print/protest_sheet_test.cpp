@@ -132,6 +132,18 @@ TEST(ProtestSheet, PagesAreAsTheyWere) {
     }
     ExpectGolden(TestData() + "/print/" + std::string(name) + ".page", told);
   }
+  std::string breaks;  // the words on each page of sheets of every height
+  for (int height = 270; height < 330; height += 3) {
+    const Box paper{0, 0, 210, static_cast<double>(height)};
+    breaks += std::to_string(height) + ":";
+    for (int page = 1; page <= frmProtest::Pages(paper, ProtestedRace()); ++page) {
+      RecordingSurface surface(paper);
+      frmProtest::PrintPage(surface, ProtestedRace(), page, "", {});
+      breaks += " " + std::to_string(surface.words.size());
+    }
+    breaks += "\n";
+  }
+  ExpectGolden(TestData() + "/print/protest-breaks.txt", breaks);
   for (const Box& paper : {a4, Box{0, 0, 215.9, 279.4}, Box{-300, 118, 4760, 6800}, Box{0, 0, 297, 210}}) {
     const int pages = frmProtest::Pages(paper, longest);
     EXPECT_GT(pages, 10);
