@@ -110,6 +110,7 @@ void FirstStartForm::EventTyped() {
 
 // What the project says of itself already is not asked.
 void FirstStartForm::FileChanged() {
+  file_->setToolTip(file_->text());  // a long path shows its end only
   const FoundProject found = LookForProject(file_->text().toStdString());
   const bool titled = !found.title.empty();
   event_->setEnabled(!titled || !fileChosen_);
@@ -138,6 +139,7 @@ void FirstStartForm::ChooseFile() {
   const QFileInfo now(file_->text());
   dialog.setDirectory(now.dir().exists() ? now.dir() : QDir::home());
   dialog.selectFile(now.fileName());
+  FitFileDialog(dialog);
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return;
   fileChosen_ = true;
   file_->setText(dialog.selectedFiles().constFirst());

@@ -143,7 +143,7 @@ int Main(int argc, char** argv) {
     const QString icons = SharedFolder(QStringLiteral("icons/hicolor/128x128/apps"));
     QApplication::setWindowIcon(QIcon(icons + QStringLiteral("/quorvane.png")));
   });
-  DressApplication();
+  DressApplication(ThemeIsDark() ? Scheme::Dark : Scheme::Light);  // until the operator's choice is read
   Words::Speak(line.language.empty() ? Words::OfSystem() : ToQString(line.language));
   // The windows say when the program ends.
   QApplication::setQuitOnLastWindowClosed(false);

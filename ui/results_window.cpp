@@ -200,6 +200,7 @@ void ResultsWindow::Take(const Content& content) {
 }
 
 void ResultsWindow::FitColumns() {
+  view_->horizontalHeader()->setStretchLastSection(false);  // else the last one counts as wide as it was
   view_->resizeColumnsToContents();
   view_->resizeRowsToContents();
   int columns = 0;
@@ -207,6 +208,7 @@ void ResultsWindow::FitColumns() {
     view_->setColumnWidth(i, view_->columnWidth(i) + kColumnGap);
     columns += view_->columnWidth(i);
   }
+  view_->horizontalHeader()->setStretchLastSection(true);
   if (!std::exchange(toPlace_, false)) return;
   const QMargins margins = layout()->contentsMargins();
   const int around = view_->verticalScrollBar()->sizeHint().width() + 2 * view_->frameWidth();
@@ -248,6 +250,7 @@ void ResultsWindow::SaveAs() {
                           : Words::Of(QStringLiteral("Saved as %1").arg(path)));
     told_->setToolTip(told_->text());
   });
+  FitFileDialog(*dialog);
   dialog->show();
 }
 

@@ -22,7 +22,7 @@ Tips ConsoleTips() {
           {"mnuUndo", "Take the last entry by hand back"},
           {"mnuRedo", "Make the entry that was taken back again"},
           {"mnuLog", "The log of a lane, to strike, insert and move entries"},
-          {"mnuAmend", "Put the saved race that is shown right"},
+          {"mnuAmend", "Correct the saved race on the console"},
           {"mnuBringBack", "Get back the race that was thrown away with Reset"},
           {"mnuSetEventName", "The contest's name, on reports and in the title"},
           {"mnuHeatsPerRound", "How many heats make a round"},

@@ -108,6 +108,7 @@ DialogAnswer AskFile(const DialogBox& box, QWidget* parent) {
   dialog.setNameFilters({report ? Words::Of("PDF files (*.pdf)") : Words::Of("Quorvane projects (*.ini)"),
                          Words::Of("All files (*)")});
   if (!box.preset.empty()) dialog.selectFile(ToQString(box.preset));
+  FitFileDialog(dialog);
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {Word::Cancel};
   return {Word::File, dialog.selectedFiles().constFirst().toStdString()};
 }

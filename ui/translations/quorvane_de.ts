@@ -317,7 +317,7 @@
     </message>
     <message>
         <source>CONTROLLER</source>
-        <translation>STEUERT DAS RENNEN</translation>
+        <translation>STEUERUNG</translation>
     </message>
     <message>
         <source>Waiting</source>
@@ -1817,11 +1817,11 @@ des Rennens STEUERN?</translation>
     </message>
     <message>
         <source>Amended %1</source>
-        <translation>%1 berichtigt</translation>
+        <translation>Berichtigt: %1</translation>
     </message>
     <message>
         <source>Corrected %1</source>
-        <translation>%1 korrigiert</translation>
+        <translation>Korrigiert: %1</translation>
     </message>
     <message>
         <source>once</source>
@@ -1970,6 +1970,10 @@ des Rennens STEUERN?</translation>
     <message>
         <source>Start Again</source>
         <translation>Neu beginnen</translation>
+    </message>
+    <message>
+        <source>&amp;Start Again</source>
+        <translation>Neu &amp;beginnen</translation>
     </message>
     <message>
         <source>Start Practice</source>
@@ -2236,7 +2240,7 @@ des Rennens STEUERN?</translation>
         <translation>Das Protokoll einer Bahn, um Einträge zu streichen, einzufügen und zu verschieben</translation>
     </message>
     <message>
-        <source>Put the saved race that is shown right</source>
+        <source>Correct the saved race on the console</source>
         <translation>Das gezeigte gespeicherte Rennen berichtigen</translation>
     </message>
     <message>

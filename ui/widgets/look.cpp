@@ -1,14 +1,17 @@
 #include "ui/widgets/look.h"
 
 #include <QApplication>
+#include <QFileDialog>
 #include <QFocusFrame>
 #include <QFontDatabase>
 #include <QFontMetrics>
+#include <QHeaderView>
 #include <QPainter>
 #include <QProxyStyle>
 #include <QStyleFactory>
 #include <QStyleOption>
 #include <QToolTip>
+#include <QTreeView>
 #include <algorithm>
 #include <cmath>
 
@@ -33,6 +36,13 @@ class ConsoleStyle : public QProxyStyle {
     if (indicator && widget != nullptr) return std::max(13, widget->font().pixelSize());
     if (metric == PM_FocusFrameHMargin || metric == PM_FocusFrameVMargin) return 3;
     return QProxyStyle::pixelMetric(metric, option, widget);
+  }
+
+  // Fusion leaves the letters no room at the ends of a button.
+  QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
+                         const QWidget* widget) const override {
+    const int wider = type == CT_PushButton ? 12 : 0;
+    return QProxyStyle::sizeFromContents(type, option, contents, widget) + QSize(wider, 0);
   }
 
   int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
@@ -129,7 +139,9 @@ QColor ReadableOn(const QColor& background, const QColor& text) {
   constexpr int kHueSteps = 20;
   const QColor end =
       Contrast(background, Qt::black) >= Contrast(background, Qt::white) ? Qt::black : Qt::white;
-  if (Contrast(background, text) < kLeastSeen) return end;
+  const double contrast = Contrast(background, text);
+  // Grey letters have no hue to keep either, and halfway to the end they would only be dim.
+  if (contrast < kLeastSeen || (contrast < leastContrast && text.hsvSaturation() == 0)) return end;
   QColor shown = text;
   for (int step = 1; step <= kHueSteps && Contrast(background, shown) < leastContrast; ++step) {
     const auto mixed = [step](int from, int to) { return from + (to - from) * step / kHueSteps; };
@@ -171,6 +183,14 @@ void RingFocus(QWidget& window) {
                       (now->focusPolicy() & Qt::TabFocus) != 0;
     ring->setWidget(ours ? now : nullptr);
   });
+}
+
+void FitFileDialog(QFileDialog& dialog) {
+  constexpr QSize kWide(860, 460);
+  const auto* list = dialog.findChild<QTreeView*>(QStringLiteral("treeView"));
+  if (list == nullptr) return;
+  list->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+  dialog.resize(dialog.size().expandedTo(kWide));
 }
 
 QString ToQString(const std::string& text) {

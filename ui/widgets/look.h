@@ -10,6 +10,7 @@
 #include "base/color.h"
 #include "ui/widgets/scheme.h"
 
+class QFileDialog;
 class QWidget;
 
 namespace quorvane {
@@ -33,6 +34,9 @@ bool ThemeIsDark();
 
 // Puts a dark ring around the control of the window that has the focus.
 void RingFocus(QWidget& window);
+
+// Wide enough for what stands in its columns. The desktop's own box is left as it is.
+void FitFileDialog(QFileDialog& dialog);
 
 // Text from the race logic: UTF-8, lines ending with a carriage return.
 QString ToQString(const std::string& text);
