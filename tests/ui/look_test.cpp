@@ -2,6 +2,7 @@
 
 #include <QFontDatabase>
 #include <QFontMetrics>
+#include <QLabel>
 #include <QScreen>
 #include <cmath>
 
@@ -157,6 +158,33 @@ TEST_F(ScaledFormTest, SizeAfterManyResizesIsThatOfTheDesign) {
   EXPECT_EQ(view.FindWidget("fra")->geometry(), QRect(37, 21, 301, 133));
   EXPECT_EQ(button->geometry(), QRect(16, 20, 101, 33));
   EXPECT_EQ(button->font().pixelSize(), 17);  // 13 points
+}
+
+// The thick edges of the outdoor scheme leave it less room.
+TEST_F(ScaledFormTest, MarkThatDoesNotFitOneLineGetsTwo) {
+  Control& cell = form.Add(ControlKind::Label, "cell");
+  Control& mark = form.Add(ControlKind::Label, "mark");
+  mark.SetCaption("T  10.72");
+  mark.SetAnchor(&cell);
+  for (const Scheme scheme : {Scheme::Outdoor, Scheme::Light}) {
+    DressApplication(scheme);
+    for (int width = 40; width < 100; ++width) {
+      FormDesign design{.width = 400, .height = 200, .stackTop = 50, .stackBottom = 190};
+      design.places = {{"cell", {10, 10, width, 30}, 12, Look::Border},
+                       {.name = "mark",
+                        .rect = {},
+                        .points = 10,
+                        .look = Look::Border | Look::Words,
+                        .anchoring = Anchoring::Stack}};
+      FormView view(form, design, door, nullptr);
+      view.resize(400, 200);
+      view.show();
+      view.Apply();
+      const auto* shown = qobject_cast<QLabel*>(view.FindWidget("mark"));
+      const int words = QFontMetrics(shown->font()).horizontalAdvance(shown->text());
+      EXPECT_EQ(shown->height() > 22, words > shown->contentsRect().width() - 2) << width;
+    }
+  }
 }
 
 // Qt does not ask what lies over a widget in which another one has just moved.
