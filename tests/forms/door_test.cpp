@@ -173,7 +173,7 @@ TEST_F(DoorTest, BoxesAndListsTellOnlyRealChanges) {
   EXPECT_EQ(order, "106");
   desk.cbo.SetItems({"a", "b"});
   desk.cbo.SetListIndex(1);
-  for (const int entry : {1, 7, -3, 0}) {
+  for (const int entry : {1, 2, -1, 0}) {
     door.Enter({.kind = EventKind::Choose, .target = "frmDesk.cbo", .number = entry});
   }
   EXPECT_EQ(order, "106a");
