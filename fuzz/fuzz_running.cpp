@@ -1,5 +1,6 @@
 // Any bytes as the file in which a running race is kept: the console starts, takes up whatever can be meant,
-// puts it right, flies it to its end, saves it, and what it keeps meanwhile can be taken up again.
+// puts it right, flies it to its end, saves it, and what it keeps meanwhile can be taken up again. Where
+// nothing can be meant the bytes stay, under another name.
 
 #include <cstddef>
 #include <cstdint>
@@ -12,6 +13,8 @@ namespace {
 
 using namespace quorvane;
 
+constexpr const char* kNotBegun = "Race recovered: it had not begun, start it again";
+
 // Returns what is kept of the race a moment later.
 std::optional<std::string> TakeUp(const std::string& bytes, std::int64_t later) {
   ConsoleRig rig;
@@ -21,6 +24,9 @@ std::optional<std::string> TakeUp(const std::string& bytes, std::int64_t later) 
   rig.Answer(DialogAnswer::Word::Yes);
   rig.program.door().Enter({EventKind::Load});
   Require(rig.judge().Visible() && !rig.program.door().DialogOpen());
+  const bool taken =
+      rig.race().AtStake() || rig.race().Amending || rig.judge().lblNotice.Caption() == kNotBegun;
+  Require(taken || bytes.empty() || rig.program.keeper().Read(path + "-1") == bytes);
   if (rig.judge().cmdReset.Enabled()) rig.Key("F1");
   for (const char* hand : {"Judge.mnuUndo", "Judge.mnuUndo", "Judge.mnuRedo", "Lane1.mnuLog", "Log.cmdStrike",
                            "Log.cmdInsert", "Log.cmdMove", "Judge.mnuUndo"}) {
