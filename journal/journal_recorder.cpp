@@ -23,6 +23,7 @@ using Kind = JournalRecord::Kind;
 
 constexpr std::string_view kProjectExtension = ".ini";  // what the boxes that ask for a project offer
 constexpr std::size_t kMostProjectBytes = std::size_t{64} << 20;
+constexpr std::size_t kBlock = std::size_t{64} << 10;  // bytes of the session that are kept together
 
 template <typename Records>
 std::string Joined(const Records& records) {
@@ -175,7 +176,7 @@ bool SessionRecorder::Record(const std::filesystem::path& path, std::unique_ptr<
   file_.reset();
   if (tooLong_) return false;
   file_ = std::make_unique<JournalFile>(path, std::move(out));
-  file_->Append(Joined(session_));
+  file_->Append(Joined(session_) + Joined(latest_));
   return true;
 }
 
@@ -203,18 +204,25 @@ void SessionRecorder::End(std::int64_t ms) {
 void SessionRecorder::Add(const std::string& text) {
   latest_.push_back(text);
   if (file_ != nullptr) file_->Append(text);
-  Keep(text, session_.size());
+  Count(text);
 }
 
-void SessionRecorder::Keep(const std::string& text, std::size_t place) {
-  if (tooLong_) return;
-  session_.insert(session_.begin() + static_cast<std::ptrdiff_t>(place), text);
+void SessionRecorder::Count(const std::string& text) {
   bytes_ += text.size();
-  tooLong_ = bytes_ > mostBytes_;
-  if (tooLong_) session_.clear();
+  if (bytes_ <= mostBytes_) return;
+  tooLong_ = true;
+  session_.clear();
+}
+
+void SessionRecorder::Keep(const std::string& text) {
+  if (tooLong_) return;
+  if (session_.empty() || session_.back().size() + text.size() > kBlock)
+    session_.emplace_back().reserve(kBlock);
+  session_.back() += text;
 }
 
 void SessionRecorder::AddInput(const JournalRecord& record) {
+  for (const std::string& text : latest_) Keep(text);
   latest_.clear();
   latestMs_ = record.ms;
   Add(RecordText(record));
@@ -234,7 +242,8 @@ void SessionRecorder::InsertBeforeLatest(JournalRecord record) {
   record.ms = latestMs_;
   const std::string text = RecordText(record);
   if (file_ != nullptr) file_->InsertBefore(Joined(latest_), text);
-  if (!tooLong_) Keep(text, session_.size() - latest_.size());
+  Keep(text);
+  Count(text);
 }
 
 void SessionRecorder::ProjectOpened(std::int64_t /*ms*/, const std::string& path, bool taken) {

@@ -73,12 +73,14 @@ class SessionRecorder : public Journal {
   void AddInput(const JournalRecord& record);
   void Add(const std::string& text);
   void InsertBeforeLatest(JournalRecord record);
-  void Keep(const std::string& text, std::size_t place);
+  void Keep(const std::string& text);
+  void Count(const std::string& text);
   void KeepProject(const std::string& path);
   void KeepFile(const std::string& path);
 
   const std::size_t mostBytes_;
-  // Since the start, a record each, so that it grows without being copied; empty once it has grown too long.
+  // From the start up to what is latest, many records in each, so that it grows without being copied and
+  // takes no more room than its text; empty once it has grown too long.
   std::deque<std::string> session_;
   std::size_t bytes_ = 0;
   bool begun_ = false;
