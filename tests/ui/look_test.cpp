@@ -159,7 +159,7 @@ TEST_F(ScaledFormTest, SizeAfterManyResizesIsThatOfTheDesign) {
   EXPECT_EQ(button->font().pixelSize(), 17);  // 13 points
 }
 
-// The thick edges of the outdoor scheme leave it less room.
+// Outdoors, too, where other edges are thick.
 TEST_F(ScaledFormTest, MarkThatDoesNotFitOneLineGetsTwo) {
   Control& cell = form.Add(ControlKind::Label, "cell");
   Control& mark = form.Add(ControlKind::Label, "mark");

@@ -42,7 +42,8 @@ void CaptionLabel::SetColors(const QColor& back, const QColor& fore, bool painte
   const bool stays = !isFrame_ && place_.anchoring == Anchoring::None;
   setAttribute(Qt::WA_OpaquePaintEvent, filled_ && stays);
   setFrameStyle(edged ? QFrame::Box | QFrame::Plain : QFrame::NoFrame);
-  setLineWidth(Looks(Look::Heavy) || (Looks(Look::Lamp) && painted) ? 3 : Colors().line);
+  const int line = Looks(Look::Words) ? 1 : Colors().line;  // in a mark every pixel is its letters'
+  setLineWidth(Looks(Look::Heavy) || (Looks(Look::Lamp) && painted) ? 3 : line);
 }
 
 void CaptionLabel::SetOnClick(std::function<void()> onClick) {

@@ -300,8 +300,7 @@ void FormView::PlaceStacks() {
     stacks[Find(*mark.Anchor())].push_back(view.get());
   }
   for (const auto& [cell, marks] : stacks) {
-    const int edges = 2 * (Colors().line + 1);
-    const auto tooWide = [room = cell->Widget()->width() - edges](const ControlView* mark) {
+    const auto tooWide = [room = cell->Widget()->width() - 4](const ControlView* mark) {
       const QFontMetrics metrics(mark->Widget()->font());
       return metrics.horizontalAdvance(Words::Of(mark->Of().Caption())) > room;
     };
