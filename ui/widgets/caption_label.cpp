@@ -52,11 +52,12 @@ void CaptionLabel::SetOnClick(std::function<void()> onClick) {
   setCursor(Qt::PointingHandCursor);
 }
 
-void CaptionLabel::paintEvent(QPaintEvent* event) {
+void CaptionLabel::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
   // Not filled by Qt, which would paint a frame, when a mark has moved in it, over the words that lie on
   // it.
-  if (filled_) QPainter(this).fillRect(rect(), palette().color(backgroundRole()));
-  QFrame::paintEvent(event);
+  if (filled_) painter.fillRect(rect(), palette().color(backgroundRole()));
+  drawFrame(&painter);
   const bool left = Looks(Look::Left);
   const int margin = isFrame_ ? 4 : 0;
   const int gap = margin + (left ? 2 : 1);
@@ -77,12 +78,11 @@ void CaptionLabel::paintEvent(QPaintEvent* event) {
     flags |= Qt::AlignVCenter;
     if (Looks(Look::Lamp)) fitted.setBold(painted_);
     if (Looks(Look::Fixed)) fitted = FitColumns(fitted, room.height());
-    if (QFontMetrics(fitted).horizontalAdvance(shown) > room.width()) {
+    if (WidthIn(fitted) > room.width()) {
       if (!Looks(Look::Fixed)) fitted = FitFont(fitted, shown, room.width(), least);
       shown = ElideAtWord(shown, fitted, room.width());
     }
   }
-  QPainter painter(this);
   fitted.setUnderline(underlined_);
   painter.setFont(fitted);
   painter.setPen(palette().color(foregroundRole()));
@@ -96,6 +96,14 @@ void CaptionLabel::paintEvent(QPaintEvent* event) {
   const int half = room.height() / 2;
   painter.drawText(room.adjusted(0, 0, 0, half - room.height()), flags, shown.left(second));
   painter.drawText(room.adjusted(0, half, 0, 0), flags, shown.mid(second + 1));
+}
+
+int CaptionLabel::WidthIn(const QFont& font) {
+  const QString zeros = WithZeros(text_);
+  if (measured_.text != zeros || measured_.font != font) {
+    measured_ = {zeros, font, QFontMetrics(font).horizontalAdvance(zeros)};
+  }
+  return measured_.width;
 }
 
 void CaptionLabel::mousePressEvent(QMouseEvent* event) {

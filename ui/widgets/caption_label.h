@@ -37,6 +37,7 @@ class CaptionLabel : public QFrame {
  private:
   bool Looks(Look look) const { return Has(place_.look, look); }
   QString MarkLines(int width, int height) const;
+  int WidthIn(const QFont& font);
 
   const Place& place_;
   const bool isFrame_;
@@ -47,6 +48,12 @@ class CaptionLabel : public QFrame {
   bool pressed_ = false;
   std::function<void()> onClick_;
   LargeLetters large_;
+  struct Measured {
+    QString text = {};
+    QFont font = {};
+    int width = 0;
+  };
+  Measured measured_;
 };
 
 }  // namespace quorvane

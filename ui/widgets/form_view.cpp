@@ -234,8 +234,7 @@ void FormView::FitRow() {
   int width = QWIDGETSIZE_MAX;
   for (const ControlView* view : row_) {
     if (!view->Of().Visible()) continue;
-    QString caption = Words::Of(view->Of().Caption());
-    for (QChar& c : caption) c = c.isDigit() ? QLatin1Char('0') : c;
+    const QString caption = WithZeros(Words::Of(view->Of().Caption()));
     if (!fit_.widths.contains(caption)) {
       fit_.widths[caption] = QFontMetrics(full).horizontalAdvance(caption);
     }

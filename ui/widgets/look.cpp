@@ -6,6 +6,7 @@
 #include <QFontDatabase>
 #include <QFontMetrics>
 #include <QHeaderView>
+#include <QIcon>
 #include <QPainter>
 #include <QProxyStyle>
 #include <QStyleFactory>
@@ -83,9 +84,21 @@ class ConsoleStyle : public QProxyStyle {
     if (element != CE_ShapedFrame || frame == nullptr || frame->frameShape != QFrame::Box) {
       return QProxyStyle::drawControl(element, option, painter, widget);
     }
+    const QRect& all = frame->rect;
     const int line = frame->lineWidth;
-    const QRegion edges = QRegion(frame->rect) - frame->rect.adjusted(line, line, -line, -line);
-    for (const QRect& edge : edges) painter->fillRect(edge, Colors().edge);
+    const int inner = all.height() - 2 * line;
+    painter->fillRect(all.left(), all.top(), all.width(), line, Colors().edge);
+    painter->fillRect(all.left(), all.top() + line, line, inner, Colors().edge);
+    painter->fillRect(all.right() + 1 - line, all.top() + line, line, inner, Colors().edge);
+    painter->fillRect(all.left(), all.bottom() + 1 - line, all.width(), line, Colors().edge);
+  }
+
+  // A menu bar asks for the picture of a button for entries without room, of which there are none; reading it
+  // takes as long as making the bar.
+  QIcon standardIcon(StandardPixmap picture, const QStyleOption* option,
+                     const QWidget* widget) const override {
+    if (picture == SP_ToolBarHorizontalExtensionButton) return {};
+    return QProxyStyle::standardIcon(picture, option, widget);
   }
 };
 
@@ -238,6 +251,11 @@ QFont FitColumns(QFont font, int height) {
   font.setLetterSpacing(QFont::AbsoluteSpacing,
                         pitch - QFontMetricsF(font).horizontalAdvance(QLatin1Char('0')));
   return font;
+}
+
+QString WithZeros(QString text) {
+  for (QChar& c : text) c = c.isDigit() ? QLatin1Char('0') : c;
+  return text;
 }
 
 QString ElideAtWord(const QString& text, const QFont& font, int width) {

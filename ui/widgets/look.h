@@ -53,6 +53,9 @@ QFont FitParagraph(QFont font, const QString& text, const QSize& room, int flags
 // Never higher than the room.
 QFont FitColumns(QFont font, int height);
 
+// Figures are as wide as a zero: what a text that runs takes is worked out once, and not at every tick.
+QString WithZeros(QString text);
+
 // The text cut after its last word that fits the width; within the first word when not even that one fits.
 QString ElideAtWord(const QString& text, const QFont& font, int width);
 
