@@ -1,4 +1,4 @@
-#include <dlfcn.h>
+#include <fontconfig/fontconfig.h>
 
 #include <QApplication>
 #include <QDir>
@@ -113,14 +113,6 @@ int Print(const CommandLine& line) {
   return trouble.empty() ? 0 : Complain(trouble, 1);
 }
 
-// Qt's font library reads its many files when it is first asked for a font; it may as well do that while the
-// rest begins. Reached by name, because it is Qt's and not ours.
-std::future<void> ReadFonts() {
-  return std::async(std::launch::async, [] {
-    if (void* begin = dlsym(RTLD_DEFAULT, "FcInit")) reinterpret_cast<int (*)()>(begin)();
-  });
-}
-
 int Main(int argc, char** argv) {
   const CommandLine line = ParseCommandLine(CommandLineWords(argc, argv));
   const bool usual = line.settings.empty();
@@ -131,7 +123,9 @@ int Main(int argc, char** argv) {
     // What Qt says of a missing desktop is no news to somebody who asked for none.
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
   }
-  const auto fonts = ReadFonts();
+  // Qt's font library reads its many files when it is first asked for a font; it may as well do that while
+  // the rest begins.
+  const std::future<FcBool> fonts = std::async(std::launch::async, FcInit);
   // The options are ours; Qt's own come from its environment variables.
   int one = 1;
   QApplication application(one, argv);
@@ -144,6 +138,7 @@ int Main(int argc, char** argv) {
     QApplication::setWindowIcon(QIcon(icons + QStringLiteral("/quorvane.png")));
   });
   DressApplication(ThemeIsDark() ? Scheme::Dark : Scheme::Light);  // until the operator's choice is read
+  fonts.wait();  // who asks before reads all of them once more
   Words::Speak(line.language.empty() ? Words::OfSystem() : ToQString(line.language));
   // The windows say when the program ends.
   QApplication::setQuitOnLastWindowClosed(false);

@@ -22,7 +22,7 @@ std::unique_ptr<QObject> NewSound(const QString& file) {
   QLibrary library(SharedFolder(QStringLiteral("../lib/quorvane/libquorvane-sound")));
   const auto play = reinterpret_cast<QObject* (*)(const QString&)>(library.resolve("QuorvanePlayWave"));
   if (play != nullptr) return std::unique_ptr<QObject>(play(file));
-  std::fprintf(stderr, "quorvane: no sound: %s\n", library.errorString().toLocal8Bit().constData());
+  std::fprintf(stderr, "%s: %s\n", "quorvane: no sound", library.errorString().toLocal8Bit().constData());
   return nullptr;
 }
 
