@@ -179,7 +179,7 @@ void DressApplication(Scheme scheme) {
   const QPalette palette = SchemePalette();
   QToolTip::setPalette(palette);
   QApplication::setPalette(palette);  // forgets those of the kinds
-  for (const char* kind : {"QAbstractButton", "QLineEdit", "QComboBox"}) {
+  for (const char* kind : {"QAbstractButton", "QLineEdit", "QComboBox", "QAbstractSpinBox"}) {
     QApplication::setPalette(Outlined(palette), kind);
   }
   // Qt has told of the change before it was complete.
