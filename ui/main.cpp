@@ -61,11 +61,12 @@ std::unique_ptr<FirstStartForm> FirstStart(const CommandLine& line, QtSettings& 
   return std::make_unique<FirstStartForm>(settings, serial.NamedPorts(), folder, now);
 }
 
-int Run(const CommandLine& line) {
+int Run(const CommandLine& line, const std::future<FcBool>& fonts) {
   QtSettings settings(line.settings);
   QtPlatform platform(settings);
   QtSerial serial(settings, line.ports);
   Program program(platform, serial, SystemFiles(), BackgroundFiles::Way::OwnThread);
+  fonts.wait();  // who asks before reads all of them once more
   ProgramWindows windows(program, platform);
   new ViewMenu(windows.Console(), settings);
   QtHeatPrinter printer(program, &windows.Console());
@@ -138,11 +139,10 @@ int Main(int argc, char** argv) {
     QApplication::setWindowIcon(QIcon(icons + QStringLiteral("/quorvane.png")));
   });
   DressApplication(ThemeIsDark() ? Scheme::Dark : Scheme::Light);  // until the operator's choice is read
-  fonts.wait();  // who asks before reads all of them once more
   Words::Speak(line.language.empty() ? Words::OfSystem() : ToQString(line.language));
   // The windows say when the program ends.
   QApplication::setQuitOnLastWindowClosed(false);
-  const int status = OnlyPrints(line) ? Print(line) : Run(line);
+  const int status = OnlyPrints(line) ? Print(line) : Run(line, fonts);
   if (WorkThread::AnyLeftBehind()) std::_Exit(status);
   return status;
 }

@@ -16,9 +16,6 @@ int LeastPixels(const QFont& font, const Place& place) {
 
 CaptionLabel::CaptionLabel(const Place& place, bool isFrame, QWidget* parent)
     : QFrame(parent), place_(place), isFrame_(isFrame) {
-  // Roles that mean nothing to what lies in a frame, and inherits its palette.
-  setBackgroundRole(QPalette::AlternateBase);
-  setForegroundRole(QPalette::BrightText);
   if (Looks(Look::Focusable)) setFocusPolicy(Qt::TabFocus);
 }
 
@@ -29,12 +26,11 @@ void CaptionLabel::SetText(const QString& text) {
 }
 
 void CaptionLabel::SetColors(const QColor& back, const QColor& fore, bool painted, bool underlined) {
+  back_ = back;
+  fore_ = fore;
   painted_ = painted;
   underlined_ = underlined;
-  QPalette colors;
-  colors.setColor(backgroundRole(), back);
-  colors.setColor(foregroundRole(), fore);
-  setPalette(colors);
+  update();
   const bool edged = Looks(Look::Border | Look::Heavy);
   filled_ = painted || edged;
   // What lies under it need not be painted with it. Not what moves, or has others moving in it: see
@@ -56,7 +52,7 @@ void CaptionLabel::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   // Not filled by Qt, which would paint a frame, when a mark has moved in it, over the words that lie on
   // it.
-  if (filled_) painter.fillRect(rect(), palette().color(backgroundRole()));
+  if (filled_) painter.fillRect(rect(), back_);
   drawFrame(&painter);
   const bool left = Looks(Look::Left);
   const int margin = isFrame_ ? 4 : 0;
@@ -85,7 +81,7 @@ void CaptionLabel::paintEvent(QPaintEvent*) {
   }
   fitted.setUnderline(underlined_);
   painter.setFont(fitted);
-  painter.setPen(palette().color(foregroundRole()));
+  painter.setPen(fore_);
   const qsizetype second = Looks(Look::Words) ? shown.indexOf(QLatin1Char('\n')) : -1;
   if (second < 0) {
     const bool centred = flags == int{Qt::AlignCenter};

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QColor>
 #include <QFrame>
 #include <functional>
 
@@ -42,6 +43,9 @@ class CaptionLabel : public QFrame {
   const Place& place_;
   const bool isFrame_;
   QString text_;
+  // Not a palette, which goes to all that lies in a frame as well.
+  QColor back_;
+  QColor fore_;
   bool painted_ = false;
   bool filled_ = false;
   bool underlined_ = false;
