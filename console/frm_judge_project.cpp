@@ -198,11 +198,11 @@ void frmJudge::ShowOpenProject() {
   race_.RaceNumber = std::max<std::int16_t>(book_.Number("Race", 1), 1);
   race_.HeatsPerRound = book_.Number("HeatsPerRound", 1);
   mnuAutoPrint.SetChecked(LeadingNumber(book_.Text("AutoPrint")) != 0.0);
-  book_.SkipRacesRun();
-  ShowCurrentRace();
-  race_.NumberReflys = book_.Number("NumberReflys", 0);
   {
-    const Project::Group group(project_);
+    const Project::Group group(project_);  // each replacement of the file is a wait for the disk
+    book_.SkipRacesRun();
+    ShowCurrentRace();
+    race_.NumberReflys = book_.Number("NumberReflys", 0);
     book_.Keep("NumberReflys", std::to_string(race_.NumberReflys));
     book_.Keep("EventFormat", "Lap, Station, EventType, Pylon, Time");
   }
