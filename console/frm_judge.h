@@ -54,6 +54,7 @@ class frmJudge : public JudgeControls, public LinkOwner {
 
   void KeyDown(const std::string& key) override;
   void ShowNotice(const std::string& text) { notices_.Show(text); }
+  void ShowDone(const std::string& text) { notices_.ShowDone(text); }
   // Run after every event: what may be touched now follows from the state of the race.
   void EventEnded();
 

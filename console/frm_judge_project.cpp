@@ -189,6 +189,7 @@ void frmJudge::mnuOpenRecent_Change() {
 
 void frmJudge::ShowOpenProject() {
   EndAmending(false);
+  notices_.TakeAway(Notices::Kind::kSaved);
   projectOpen_ = true;
   race_.ProjectBaseName = WithoutExtension(race_.ProjectFile);
   race_.ResultsFile = race_.ProjectBaseName + ".csv";

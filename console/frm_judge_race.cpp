@@ -41,6 +41,7 @@ void frmJudge::InitializeRace(std::int32_t laneStart) {
   clock_.ResetStopwatch();
   keeper_.ForgetDropped();
   notices_.TakeAway(Notices::Kind::kRecovered);
+  notices_.TakeAway(Notices::Kind::kThrownAway);
   IssueRaceEvent();
   ShowClock();
 }
@@ -211,7 +212,9 @@ void frmJudge::ReleaseHold() {
 
 // An abandoned race must not go on ticking. An abandoned refly is still to be flown.
 void frmJudge::ReadyForNextRace() {
-  if (race_.AtStake()) keeper_.Drop();
+  const bool flown = std::ranges::any_of(lanes_, [](const auto& lane) { return lane->EventCount() > 0; });
+  const bool lost = race_.AtStake() && keeper_.Drop() && flown;
+  const std::string race = "Race " + std::to_string(race_.RaceNumber);
   race_.RaceActive = false;
   ReleaseHold();
   starter_.RaceEnds(door_.Now());
@@ -222,6 +225,9 @@ void frmJudge::ReadyForNextRace() {
   ResetKeepingComments(race_.LaneStartOffset);
   door_.System().StopWave();
   DisplayStatus();
+  if (lost) {
+    notices_.Show(race + " was thrown away: Bring Back Last Race gets it back", Notices::Kind::kThrownAway);
+  }
 }
 
 }  // namespace quorvane

@@ -7,6 +7,7 @@
 namespace quorvane {
 
 void Notices::Show(const std::string& text, Kind kind) {
+  if (text.empty() && kind_ != Kind::kSaved && !saved_.empty()) return Show(saved_, Kind::kSaved);
   kind_ = kind;
   if (kind == Kind::kSaved || text.empty()) saved_ = text;
   shown_.lblNotice.SetToolTip(text);  // a long one does not fit its place
@@ -16,7 +17,7 @@ void Notices::Show(const std::string& text, Kind kind) {
 
 void Notices::TakeAway(Kind kind) {
   if (kind == Kind::kSaved) saved_.clear();
-  if (kind_ == kind) Show(saved_, saved_.empty() ? Kind::kNews : Kind::kSaved);
+  if (kind_ == kind) Show("");
 }
 
 void Notices::TellTroubles() {

@@ -42,8 +42,16 @@ bool ProjectChooser::OpenAtStart() {
     if (word == DialogAnswer::Word::No) return Ask(true);
   }
   if (!Open(file)) return Ask(true);
+  // The next start without a name offers what was flown last, however it was opened.
+  if (!startupProject_.empty()) OfferNextTime(WholePath(file));
   Remember(file);
   return true;
+}
+
+void ProjectChooser::OfferNextTime(const std::string& file) {
+  SettingsStore& settings = door_.System().Settings();
+  settings.SaveSetting(kSection, "InitDir", ParentFolder(file));
+  settings.SaveSetting(kSection, "FileName", file);
 }
 
 DialogBox ProjectChooser::FileBox(bool atStart) const {
@@ -123,9 +131,7 @@ bool ProjectChooser::Choose(const DialogBox& box, bool atStart) {
       return false;
     }
   } while (!Open(file));
-  SettingsStore& settings = door_.System().Settings();
-  settings.SaveSetting(kSection, "InitDir", ParentFolder(file));
-  settings.SaveSetting(kSection, "FileName", file);
+  OfferNextTime(file);
   Remember(file);
   return true;
 }

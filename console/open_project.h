@@ -34,6 +34,7 @@ class ProjectChooser {
 
  private:
   std::vector<std::string> Remembered() const;
+  void OfferNextTime(const std::string& file);
   void Remember(const std::string& file);
   bool Choose(const DialogBox& box, bool atStart);
   std::string DefaultFolder() const;

@@ -146,7 +146,8 @@ void frmLane::UpdateLaneColor() {
 LaneProgress frmLane::Progress() const {
   LaneProgress progress = ProgressOf(log_, IsFai(), !Loaded() && chkNovice.Value() != 0);
   progress.shown = !doesNotFly_ && (Loaded() || race_.RaceActive);
-  if (!progress.shown) progress.mayWin = false;
+  const bool noResult = !status_.empty() && counts_.finalTime >= kNoResult;
+  if (!progress.shown || noResult) progress.mayWin = false;
   return progress;
 }
 

@@ -38,7 +38,7 @@ Tips ConsoleTips() {
           {"cmdIncRound", "The same heat of the next round"},
           {"cmdRefly", "Fly this race again"},
           {"cmdStart", "Start a race by hand"},
-          {"cmdReset", "End the race, or throw it away; it asks first"},
+          {"cmdReset", "End the race, or throw it away; a race by hand asks first"},
           {"cmdSave", "Write the finished race into the project and go on to the next one (Ctrl+S)"},
           {"cmdPrint", "Print the heat report of the race on the console (Ctrl+P)"},
           {"cmdReorder", "Give the places by hand, lane after lane"}};

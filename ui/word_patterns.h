@@ -56,6 +56,7 @@ inline constexpr std::array kWordPatterns = {
     WordPattern{"%1;%2", "ww"},
     WordPattern{"%1 now lane %2, no more lane %3", "wnn"},
     WordPattern{"Race %1 is amended. Amendment %2"},
+    WordPattern{"Race %1 was thrown away: Bring Back Last Race gets it back"},
     WordPattern{"Race %1 is in the project already: saved as its refly, because no other number is free: %2",
                 "ne"},
     WordPattern{"Race %1 is in the project already: saved as its refly, because no other number is free"},

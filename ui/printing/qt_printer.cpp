@@ -142,7 +142,7 @@ void SavePrinterChoice(SettingsStore& settings, const PrinterChoice& choice) {
 PrintOutcome OutcomeOf(const std::string& printer, const PrintQueue& queue, const std::string& race) {
   if (queue.Refuses()) return NotPrinted(printer + " refuses jobs", race);
   if (queue.state == "5") return {false, printer + " is paused: " + race + " waits there"};
-  return {true, "R" + race.substr(1) + " sent to " + printer};
+  return {true, "R" + race.substr(1) + " sent to " + printer, true};
 }
 
 QtHeatPrinter::QtHeatPrinter(Program& program, QWidget* console)
@@ -207,7 +207,10 @@ void QtHeatPrinter::Ended(int job, const PrintOutcome& outcome) {
   if (finishing_ && !outcome.good) unsaid_ << ToQString(outcome.notice);
   std::string notice = outcome.notice;
   if (!onTheirWay_.empty()) notice += "\n" + onTheirWay_.begin()->second.doing;
-  program_.door().Post([this, notice] { program_.judge().ShowNotice(notice); });
+  const bool done = outcome.onPaper && onTheirWay_.empty();
+  program_.door().Post([this, notice, done] {
+    done ? program_.judge().ShowDone(notice) : program_.judge().ShowNotice(notice);
+  });
 }
 
 void QtHeatPrinter::Wait(int longestMs) {

@@ -37,6 +37,7 @@ struct PrintQueue {
 struct PrintOutcome {
   bool good = false;
   std::string notice;
+  bool onPaper = false;  // which tells of itself
 };
 // Of a report that can be sent, or has been sent, to that printer. `race` as in "race 3".
 PrintOutcome OutcomeOf(const std::string& printer, const PrintQueue& queue, const std::string& race);

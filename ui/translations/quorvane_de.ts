@@ -570,6 +570,10 @@ Cut  %2</translation>
         <translation>Rennen %1 ist berichtigt. Berichtigung %2</translation>
     </message>
     <message>
+        <source>Race %1 was thrown away: Bring Back Last Race gets it back</source>
+        <translation>Rennen %1 ist verworfen: Letztes Rennen zurückholen bringt es zurück</translation>
+    </message>
+    <message>
         <source>Race %1 is in the project already: saved as its refly, because no other number is free</source>
         <translation>Rennen %1 steht schon im Projekt: als sein Neuflug gespeichert, weil keine andere Nummer frei ist</translation>
     </message>
@@ -2304,8 +2308,8 @@ des Rennens STEUERN?</translation>
         <translation>Ein Rennen von Hand starten</translation>
     </message>
     <message>
-        <source>End the race, or throw it away; it asks first</source>
-        <translation>Das Rennen beenden oder verwerfen; es fragt vorher</translation>
+        <source>End the race, or throw it away; a race by hand asks first</source>
+        <translation>Das Rennen beenden oder verwerfen; ein Rennen von Hand fragt vorher</translation>
     </message>
     <message>
         <source>Give the places by hand, lane after lane</source>
