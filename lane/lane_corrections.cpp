@@ -61,7 +61,8 @@ void LaneLog::MarkByHand(unsigned behind) {
 std::string LaneLog::MadeBy(const LaneEvent& event) const {
   if (event.ByHand || event.Source == kPanelSource) return kHand;
   if (!handKnown_ && IsLap(event)) return "TM or hand";
-  return event.Source < 7 ? std::string(Element(StationCodes, event.Source)) : event.SourceName;
+  return event.Source < std::ssize(StationCodes) ? std::string(Element(StationCodes, event.Source))
+                                                 : event.SourceName;
 }
 
 // Two laps of the same moment at the beginning.

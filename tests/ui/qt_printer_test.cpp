@@ -56,6 +56,23 @@ TEST_F(QtPrinterTest, TheConsoleGoesOnWhileAPrinterHangsAndTheRaceIsTheOneThatWa
   EXPECT_FALSE(program.judge().lblNotice.Visible());
 }
 
+TEST_F(QtPrinterTest, AReportOnPaperGivesWayToWhatTheSaveHasComeToAndTroubleDoesSoWithAClick) {
+  PrintOutcome outcome = OutcomeOf("Laser", {}, "race 1");
+  printer.SetSpooler([&](const PrinterChoice&, const RaceRecord&, const Imprint&) { return outcome; });
+  answer = [](const DialogBox&) { return DialogAnswer{DialogAnswer::Word::Yes, ""}; };
+  Click("frmJudge.cmdStart");
+  Click("frmJudge.cmdReset");
+  const std::string saved = "Race 1 saved: lane 1 DNF, lane 2 DNF, lane 3 DNF, lane 4 DNF";
+  EXPECT_EQ(Notice(), saved);
+  Click("frmJudge.cmdPrint");
+  ExpectNotice(saved);
+  outcome = OutcomeOf("Laser", {"true", "5"}, "race 1");
+  Click("frmJudge.cmdPrint");
+  ExpectNotice(outcome.notice);
+  Click("frmJudge.lblNotice");
+  EXPECT_EQ(Notice(), saved);
+}
+
 TEST(PrintQueue, ARefusingOrPausedPrinterIsNotSaidToHaveTheRace) {
   for (const auto& [queue, notice] : {std::pair(PrintQueue{"true", "3"}, "Race 3 sent to Laser"),
                                       {PrintQueue{}, "Race 3 sent to Laser"},
