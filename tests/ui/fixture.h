@@ -129,7 +129,7 @@ class ProgramOn : public PlatformTest {
   Serial serial = [this] {
     static_cast<void>(this);  // not used for every kind
     if constexpr (std::is_same_v<Serial, QtSerial>) {
-      return QtSerial(settings, {{5, InFolder("radio")}});
+      return QtSerial(settings, SerialDevices({{5, InFolder("radio")}}));
     } else {
       return Serial();
     }

@@ -29,7 +29,7 @@ class QtSerialTest : public DoorTest {
 
   const std::string link = InFolder("radio");
   const std::string neighbour = InFolder("neighbour");
-  QtSerial serial{settings, {{4, neighbour}, {5, link}}};
+  QtSerial serial{settings, SerialDevices({{4, neighbour}, {5, link}})};
   bool there = true;
   int told = 0;
 };
@@ -100,10 +100,10 @@ TEST_F(QtSerialTest, PortThatCannotBeOpenedSaysWhyAndWhatToDo) {
   serial.SetDoor(nullptr);
   const Modem modem(link);
   const std::string device = std::filesystem::canonical(link);
-  QtSerial later(settings, {{5, link}});
+  QtSerial later(settings, SerialDevices({{5, link}}));
   const auto open = [&] { return later.Open(5); };
   {
-    QtSerial first(settings, {{5, link}});
+    QtSerial first(settings, SerialDevices({{5, link}}));
     ASSERT_FALSE(first.Open(5));
     expect(open(), 16, "Another program");
   }

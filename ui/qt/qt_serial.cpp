@@ -143,7 +143,8 @@ std::vector<SerialDevice> SerialDevices::List() {
   return devices;
 }
 
-QtSerial::QtSerial(SettingsStore& settings, GivenPorts given) : settings_(settings), list_(std::move(given)) {
+QtSerial::QtSerial(SettingsStore& settings, SerialDevices devices)
+    : settings_(settings), list_(std::move(devices)) {
   // Queued: bytes must go on arriving while one of them has opened a dialog box, and a port cannot be closed
   // while it reports an error. By then another device may be open, which the error does not concern.
   QObject::connect(

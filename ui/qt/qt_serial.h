@@ -43,9 +43,7 @@ class SerialDevices {
 // go through the door.
 class QtSerial : public SerialControl {
  public:
-  using GivenPorts = SerialDevices::GivenPorts;
-
-  QtSerial(SettingsStore& settings, GivenPorts given);
+  QtSerial(SettingsStore& settings, SerialDevices devices);
 
   // Where bytes and port changes go; without one they are dropped.
   void SetDoor(Door* door) { door_ = door; }
