@@ -53,11 +53,18 @@ FirstStartForm::FirstStartForm(SettingsStore& settings, const Ports& ports, std:
   FillRadio(ports);
   AddRow(Words::Of("&Radio"), radio_,
          Words::Of("Where the radio modem is plugged in. Practice needs none: the stations are simulated."));
-  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
+  auto* buttons =
+      new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel | QDialogButtonBox::Help, this);
   start_ = buttons->button(QDialogButtonBox::Ok);
   start_->setText(Words::Of("&Start"));
   buttons->button(QDialogButtonBox::Cancel)->setToolTip(Words::Of("The program asks one by one instead"));
+  auto* manual = buttons->button(QDialogButtonBox::Help);
+  manual->setText(Words::Of("&Manual (Ctrl+F1)"));
+  manual->setToolTip(Words::Of("The first contest, step by step"));
   static_cast<QGridLayout*>(layout())->addWidget(buttons, 20, 0, 1, 3);
+  connect(buttons, &QDialogButtonBox::helpRequested, this, [this] {
+    if (onManual) onManual();
+  });
   connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
   connect(event_, &QLineEdit::textChanged, this, [this] { EventTyped(); });

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDialog>
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -26,6 +27,8 @@ class FirstStartForm : public QDialog {
 
   // The project that was prepared; empty: none.
   const std::string& Project() const { return project_; }
+
+  std::function<void()> onManual;  // its page is asked for
 
   void accept() override;
   void reject() override;

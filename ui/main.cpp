@@ -75,7 +75,7 @@ int Run(const CommandLine& line, const std::future<FcBool>& fonts, SerialDevices
   serial.SetDoor(&program.door());
   const ResultsWindow results(program, windows);
   const Scoreboard scoreboard(program, windows);
-  const Manual manual(program, windows);
+  Manual manual(program);
   SessionRecording recording(program, windows);
   const EndRequests endRequests(program);
   QtPracticeField practice(program, serial);
@@ -97,6 +97,7 @@ int Run(const CommandLine& line, const std::future<FcBool>& fonts, SerialDevices
   const auto form = FirstStart(line, settings, serial, platform.LocalNow());
   if (form) {
     QObject::connect(form.get(), &QDialog::finished, [&] { begin(form->Project()); });
+    form->onManual = [&] { manual.OpenFor(form.get()); };
     form->show();
   } else {
     begin(AbsolutePath(line.project));

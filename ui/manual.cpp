@@ -3,7 +3,8 @@
 #include <QApplication>
 #include <QDesktopServices>
 #include <QFileInfo>
-#include <QShortcut>
+#include <QKeyEvent>
+#include <QMessageBox>
 #include <QUrl>
 #include <map>
 #include <utility>
@@ -11,22 +12,25 @@
 #include "ui/printing/preview_window.h"
 #include "ui/results_window.h"
 #include "ui/scoreboard.h"
+#include "ui/words.h"
 
 namespace quorvane {
 namespace {
 
-// What a box asks is told with the window that it belongs to.
+// What a box asks is told with the window that it belongs to. Empty: with none.
 QString PageOf(const QWidget* window) {
   static const std::map<std::string, const char*> kPages = {{"frmSerialPort", "link"},
                                                             {"frmPractice", "practice"},
                                                             {"frmLog", "laps-and-cuts"},
                                                             {"frmKeyboard", "keys"},
-                                                            {"frmAbout", "index"}};
+                                                            {"frmAbout", "index"},
+                                                            {"frmJudge", "console"},
+                                                            {"frmFirstStart", "first-contest"},
+                                                            {"frmPrinterSetup", "printing"}};
   for (; window != nullptr; window = window->parentWidget()) {
-    if (const auto* form = dynamic_cast<const FormWindow*>(window)) {
-      const auto page = kPages.find(form->Of().Name());
-      return QString::fromLatin1(page == kPages.end() ? "console" : page->second);
-    }
+    const auto* form = dynamic_cast<const FormWindow*>(window);
+    const auto page = kPages.find(form != nullptr ? form->Of().Name() : window->objectName().toStdString());
+    if (page != kPages.end()) return QString::fromLatin1(page->second);
     if (dynamic_cast<const ResultsWindow*>(window) != nullptr) return QStringLiteral("results");
     if (dynamic_cast<const Scoreboard*>(window) != nullptr) return QStringLiteral("scoreboard");
     if (const auto* preview = dynamic_cast<const PreviewWindow*>(window)) {
@@ -34,18 +38,31 @@ QString PageOf(const QWidget* window) {
       return protest ? QStringLiteral("protests") : QStringLiteral("printing");
     }
   }
-  return QStringLiteral("console");
+  return {};
 }
 
 }  // namespace
 
-Manual::Manual(Program& program, ProgramWindows& windows, QString folder, Show show)
+Manual::Manual(Program& program, QString folder, Show show)
     : program_(program), folder_(std::move(folder)), show_(std::move(show)) {
   program_.judge().mnuManual.onClick = [this] { Open(QStringLiteral("index")); };
-  auto* keys = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_F1), &windows.Console());
-  keys->setContext(Qt::ApplicationShortcut);
-  keys->setAutoRepeat(false);
-  QObject::connect(keys, &QShortcut::activated, [this] { Open(PageOf(QApplication::activeWindow())); });
+  qApp->installEventFilter(this);
+}
+
+// A shortcut belongs to one window, and is dead while that is not shown yet or a modal box is open.
+bool Manual::eventFilter(QObject*, QEvent* event) {
+  if (event->type() != QEvent::KeyPress) return false;
+  const auto& press = *static_cast<QKeyEvent*>(event);
+  if (press.key() != Qt::Key_F1 || press.modifiers() != Qt::ControlModifier) return false;
+  const QWidget* modal = QApplication::activeModalWidget();
+  if (!press.isAutoRepeat()) OpenFor(modal != nullptr ? modal : QApplication::activeWindow());
+  return true;
+}
+
+void Manual::OpenFor(const QWidget* window) {
+  const bool begins = !program_.judge().Visible();  // the questions of the start
+  const QString page = PageOf(window);
+  Open(page.isEmpty() ? QString::fromLatin1(begins ? "first-contest" : "console") : page);
 }
 
 QString Manual::Installed() {
@@ -56,14 +73,24 @@ bool Manual::InBrowser(const QString& file) {
   return QDesktopServices::openUrl(QUrl::fromLocalFile(file));
 }
 
-// No box: it would take the keys from the hands that judge.
 void Manual::Open(const QString& page) {
   const QString file = folder_ + QLatin1Char('/') + page + QStringLiteral(".html");
   const bool there = QFileInfo::exists(file);
   if (there && show_(file)) return;
-  const std::string notice = there ? "No program shows web pages. The manual is " + file.toStdString()
-                                   : "The manual is not installed: " + folder_.toStdString();
-  program_.door().Post([this, notice] { program_.judge().ShowNotice(notice); });
+  Tell(there ? "No program shows web pages. The manual is " + file.toStdString()
+             : "The manual is not installed: " + folder_.toStdString());
+}
+
+// No box over the console: it would take the keys from the hands that judge.
+void Manual::Tell(const std::string& trouble) {
+  if (program_.judge().Visible()) {
+    return program_.door().Post([this, trouble] { program_.judge().ShowNotice(trouble); });
+  }
+  auto* box = new QMessageBox(QMessageBox::Information, Words::Of("Manual"), Words::Of(trouble),
+                              QMessageBox::Ok, QApplication::activeWindow());
+  box->setTextFormat(Qt::PlainText);
+  box->setAttribute(Qt::WA_DeleteOnClose);
+  box->open();
 }
 
 }  // namespace quorvane

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QObject>
 #include <QString>
 #include <functional>
 
@@ -8,19 +9,26 @@
 namespace quorvane {
 
 // The manual, shown by the browser of the desktop: Help > Manual opens its first page, Ctrl+F1 that of the
-// window in hand. Where it is not installed the console's notice line says so.
-class Manual {
+// window in hand, whatever that is: also a box in front of all others, and a form before the console is
+// there. Where it is not installed the console's notice line says so.
+class Manual : public QObject {
  public:
   using Show = std::function<bool(const QString& file)>;  // false: it cannot be shown
 
   // The folder has an HTML file for each page.
-  Manual(Program& program, ProgramWindows& windows, QString folder = Installed(), Show show = InBrowser);
+  explicit Manual(Program& program, QString folder = Installed(), Show show = InBrowser);
+
+  void OpenFor(const QWidget* window);
 
   static QString Installed();  // where it lies beside the program, in the build's folder too
   static bool InBrowser(const QString& file);
 
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
  private:
   void Open(const QString& page);
+  void Tell(const std::string& trouble);
 
   Program& program_;
   const QString folder_;

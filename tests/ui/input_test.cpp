@@ -3,16 +3,19 @@
 #include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
+#include <QDialogButtonBox>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMimeData>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QWindow>
 #include <tuple>
 
 #include "tests/support/test_data.h"
 #include "tests/ui/fixture.h"
+#include "ui/first_start.h"
 #include "ui/manual.h"
 #include "ui/printing/qt_printer.h"
 #include "ui/results_window.h"
@@ -213,15 +216,19 @@ TEST_F(InputTest, CtrlF1OpensTheManualsPageOfTheWindowInFrontAndStartsNothing) {
   QtHeatPrinter printer(program, &windows.Console());
   std::string opened;
   bool shows = true;
-  const Manual manual(program, windows, folder.path(), [&](const QString& file) {
+  Manual manual(program, folder.path(), [&](const QString& file) {
     opened += QFileInfo(file).baseName().toStdString() + " ";
     return shows;
   });
-  Key(Qt::Key_F1, Qt::ControlModifier);
+  const auto press = [](QWidget* window) {
+    Settle();
+    QTest::keyClick(window->windowHandle(), Qt::Key_F1, Qt::ControlModifier);
+  };
+  press(&windows.Console());
   const std::string missing = "The manual is not installed: " + folder.path().toStdString();
   EXPECT_EQ(judge().lblNotice.Caption(), missing);
-  for (const char* page : {"console", "index", "keys", "laps-and-cuts", "link", "printing", "protests",
-                           "results", "scoreboard"}) {
+  for (const char* page : {"console", "first-contest", "index", "keys", "laps-and-cuts", "link", "practice",
+                           "printing", "protests", "results", "scoreboard"}) {
     const std::ofstream file(InFolder(std::string(page) + ".html"));
   }
   for (const char* menu : {"lblStatus", "mnuManual", "mnuKeyboard", "mnuLog", "mnuResults", "mnuScoreboard",
@@ -229,9 +236,31 @@ TEST_F(InputTest, CtrlF1OpensTheManualsPageOfTheWindowInFrontAndStartsNothing) {
     Enter(EventKind::Click, std::string("frmJudge.") + menu);
     Settle();
     if (menu == std::string("mnuManual")) continue;
-    QTest::keyClick(QApplication::activeWindow()->windowHandle(), Qt::Key_F1, Qt::ControlModifier);
+    press(QApplication::activeWindow());
   }
   EXPECT_EQ(opened, "console index keys laps-and-cuts results scoreboard printing protests link ");
+  opened.clear();
+  FirstStartForm first(settings, {}, InFolder(""), MomentOf(2026, 11, 21));
+  first.onManual = [&] { manual.OpenFor(&first); };
+  first.show();
+  press(&first);
+  ClickOn(first.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Help));
+  first.hide();
+  QDialog* setup = OpenPrinterSetup({}, {}, settings, &windows.Console());
+  press(setup);
+  setup->reject();
+  platform.SetAnswerer({});
+  Enter(EventKind::Click, "frmSerialPort.cmdPractice");
+  for (const char* asks : {"frmPractice.cmdBegin", "frmJudge.mnuSetEventName"}) {
+    QTimer::singleShot(50, [&] {
+      auto* box = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+      press(box);
+      box->reject();
+    });
+    if (asks[3] == 'J') Enter(EventKind::Activate, "frmJudge");
+    Enter(EventKind::Click, asks);
+  }
+  EXPECT_EQ(opened, "first-contest first-contest printing practice console ");
   EXPECT_EQ(log.keys, "");
   shows = false;
   Enter(EventKind::Click, "frmJudge.mnuManual");

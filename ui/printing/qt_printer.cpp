@@ -266,6 +266,7 @@ QDialog* OpenPrinterSetup(const QStringList& printers, const QString& usual, Set
                           QWidget* parent) {
   const PrinterChoice now = LoadPrinterChoice(settings);
   auto* setup = new QDialog(parent);
+  setup->setObjectName(QStringLiteral("frmPrinterSetup"));
   setup->setAttribute(Qt::WA_DeleteOnClose);
   setup->setWindowTitle(Words::Of("Printer Setup"));
   setup->setMinimumWidth(420);

@@ -2060,6 +2060,18 @@ des Rennens STEUERN?</translation>
         <translation>Das Programm fragt stattdessen eins nach dem anderen</translation>
     </message>
     <message>
+        <source>Manual</source>
+        <translation>Handbuch</translation>
+    </message>
+    <message>
+        <source>&amp;Manual (Ctrl+F1)</source>
+        <translation>&amp;Handbuch (Strg+F1)</translation>
+    </message>
+    <message>
+        <source>The first contest, step by step</source>
+        <translation>Der erste Wettbewerb, Schritt für Schritt</translation>
+    </message>
+    <message>
         <source>No radio, judged by hand</source>
         <translation>Kein Funk, von Hand gewertet</translation>
     </message>
