@@ -1,5 +1,6 @@
 #include "ui/first_start.h"
 
+#include <QCloseEvent>
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QFileDialog>
@@ -7,6 +8,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QSignalBlocker>
 #include <QSpinBox>
 
 #include "ui/widgets/look.h"
@@ -44,13 +46,14 @@ FirstStartForm::FirstStartForm(SettingsStore& settings, const Ports& ports, std:
   event_->setPlaceholderText(Words::Of("for example: Autumn Cup"));
   AddRow(Words::Of("&Event"), event_, Words::Of("Stands on every report."));
   heats_->setRange(kLeastHeats, kMostHeatsAsked);
-  heats_->setValue(4);
+  heats_->setValue(typedHeats_);
   AddRow(Words::Of("&Heats per round"), heats_,
          Words::Of(
              "How many heats until everybody has flown once. From 2: with 1 the program takes it as not told "
              "yet."));
   AddRow(Words::Of("&Project file"), file_, {});
-  FillRadio(ports);
+  choose_->setToolTip(Words::Of("Another place, or a project that exists"));
+  ShowPorts(ports);
   AddRow(Words::Of("&Radio"), radio_,
          Words::Of("Where the radio modem is plugged in. Practice needs none: the stations are simulated."));
   auto* buttons =
@@ -68,6 +71,8 @@ FirstStartForm::FirstStartForm(SettingsStore& settings, const Ports& ports, std:
   connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
   connect(event_, &QLineEdit::textChanged, this, [this] { EventTyped(); });
+  connect(heats_, &QSpinBox::valueChanged, this, [this](int heats) { typedHeats_ = heats; });
+  connect(radio_, &QComboBox::activated, this, [this] { chosenPort_ = radio_->currentData().toInt(); });
   connect(file_, &QLineEdit::textChanged, this, [this] { FileChanged(); });
   connect(file_, &QLineEdit::textEdited, this, [this] { fileChosen_ = true; });
   connect(choose_, &QPushButton::clicked, this, [this] { ChooseFile(); });
@@ -102,38 +107,57 @@ void FirstStartForm::AddRow(const QString& caption, QWidget* field, const QStrin
   grid->addWidget(below, row + 1, 1, 1, 2);
 }
 
-void FirstStartForm::FillRadio(const Ports& ports) {
+// One that was chosen and is unplugged for a moment is chosen again when it comes back.
+void FirstStartForm::ShowPorts(const Ports& ports) {
+  radio_->clear();
   radio_->addItem(Words::Of("No radio, judged by hand"), 0);
   radio_->addItem(Words::Of("Practice field, simulated"), kPracticeField);
   for (const auto& [number, name] : ports) {
     radio_->addItem(QStringLiteral("COM%1: %2").arg(number).arg(name), number);
   }
+  radio_->setCurrentIndex(std::max(0, radio_->findData(chosenPort_)));
 }
 
 void FirstStartForm::EventTyped() {
-  if (!fileChosen_) file_->setText(ToQString(FirstProject(folder_, event_->text().toStdString(), now_)));
+  typedEvent_ = event_->text();
+  if (!fileChosen_) file_->setText(ToQString(FirstProject(folder_, typedEvent_.toStdString(), now_)));
   FileChanged();
 }
 
-// What the project says of itself already is not asked.
+// What the project says of itself already is not asked, but shown. While the file follows the event's name
+// that must stay open to be typed on.
+void FirstStartForm::ShowFound(const FoundProject& found) {
+  const bool ask = found.title.empty() || !fileChosen_;
+  const QSignalBlocker event(event_);
+  const QSignalBlocker heats(heats_);
+  event_->setEnabled(ask);
+  const QString title = ask ? typedEvent_ : ToQString(found.title);
+  if (event_->text() != title) event_->setText(title);
+  heats_->setEnabled(found.heatsPerRound == 0);
+  heats_->setMaximum(std::max(kMostHeatsAsked, found.heatsPerRound));
+  heats_->setValue(found.heatsPerRound == 0 ? typedHeats_ : found.heatsPerRound);
+}
+
 void FirstStartForm::FileChanged() {
   file_->setToolTip(file_->text());  // a long path shows its end only
   const FoundProject found = LookForProject(file_->text().toStdString());
   const bool titled = !found.title.empty();
-  event_->setEnabled(!titled || !fileChosen_);
-  heats_->setEnabled(found.heatsPerRound == 0);
+  ShowFound(found);
   QString told = Words::Of("A new file.");
   if (!found.trouble.empty()) {
     told = Words::Of(found.trouble);
   } else if (found.exists) {
     told = Words::Of("This project exists: it is opened as it is, and nothing in it is written over.");
-    if (titled) told += QStringLiteral(" (%1)").arg(ToQString(found.title));
+    if (titled) told += QLatin1Char(' ') + Words::Of("Its event: " + found.title);
   }
   told_->setText(told);
   told_->setToolTip(file_->text());
   const bool named = titled || !event_->text().trimmed().isEmpty();
   start_->setEnabled(found.trouble.empty() && named);
-  start_->setToolTip(named ? told : Words::Of("Name the event first"));
+  QStringList why;
+  if (!named) why << Words::Of("Name the event first");
+  if (!found.trouble.empty()) why << told;
+  start_->setToolTip(why.isEmpty() ? told : why.join(QLatin1Char('\n')));
 }
 
 void FirstStartForm::ChooseFile() {
@@ -172,6 +196,14 @@ void FirstStartForm::accept() {
   if (!trouble.empty()) return told_->setText(Words::Of(trouble));
   project_ = answers.project;
   QDialog::accept();
+}
+
+// As with any window that is closed: nothing is begun, and nothing was said for another day.
+void FirstStartForm::closeEvent(QCloseEvent* event) {
+  event->accept();
+  if (!isVisible()) return;
+  closedByFrame_ = true;
+  QDialog::reject();
 }
 
 void FirstStartForm::reject() {

@@ -16,8 +16,9 @@ class QSpinBox;
 
 namespace quorvane {
 
-// The one form of a start with nothing configured. What it was answered is prepared when it closes; left
-// without an answer, it leaves all questions to the console, and does not come again.
+// The one form of a start with nothing configured. What it was answered is prepared when it closes.
+// Cancelled, it leaves all questions to the console, and does not come again. Closed by its frame it has
+// changed nothing.
 class FirstStartForm : public QDialog {
  public:
   using Ports = std::vector<std::pair<int, QString>>;  // number and name
@@ -27,17 +28,25 @@ class FirstStartForm : public QDialog {
 
   // The project that was prepared; empty: none.
   const std::string& Project() const { return project_; }
+  // The operator wants none of it: the program is to end.
+  bool ClosedByFrame() const { return closedByFrame_; }
+
+  // The radios that can be chosen now; adapters come and go.
+  void ShowPorts(const Ports& ports);
 
   std::function<void()> onManual;  // its page is asked for
 
   void accept() override;
   void reject() override;
 
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+
  private:
   void AddRow(const QString& caption, QWidget* field, const QString& hint);
-  void FillRadio(const Ports& ports);
   void EventTyped();
   void FileChanged();
+  void ShowFound(const FoundProject& found);
   void ChooseFile();
   FirstAnswers Answers() const;
 
@@ -52,6 +61,11 @@ class FirstStartForm : public QDialog {
   QComboBox* radio_;
   QPushButton* start_ = nullptr;
   bool fileChosen_ = false;  // by hand: it no longer follows the event's name
+  bool closedByFrame_ = false;
+  // As they were typed or chosen, while the fields show what is there.
+  QString typedEvent_;
+  int typedHeats_ = 4;
+  int chosenPort_ = 0;
   std::string project_;
 };
 

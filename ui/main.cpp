@@ -3,7 +3,6 @@
 #include <QApplication>
 #include <QDir>
 #include <QIcon>
-#include <QStandardPaths>
 #include <QTimer>
 #include <cstdio>
 #include <cstdlib>
@@ -53,13 +52,11 @@ int Complain(const std::string& trouble, int status) {
 
 // Only where nothing is configured, and nothing was named either.
 std::unique_ptr<FirstStartForm> FirstStart(const CommandLine& line, QtSettings& settings, QtSerial& serial,
-                                           const LocalDateTime& now) {
+                                           const std::string& folder, const LocalDateTime& now) {
   if (!line.project.empty() || !line.ports.empty() || !line.demo.empty()) return nullptr;
   std::vector<std::string> sections;
   for (const JournalSetting& setting : settings.All()) sections.push_back(setting.section);
   if (!NothingConfigured(sections)) return nullptr;
-  const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-  const std::string folder = (documents + QStringLiteral("/Quorvane/")).toStdString();
   return std::make_unique<FirstStartForm>(settings, serial.NamedPorts(), folder, now);
 }
 
@@ -94,9 +91,15 @@ int Run(const CommandLine& line, const std::future<FcBool>& fonts, SerialDevices
                     AbsolutePath(line.journal));
     QTimer::singleShot(0, [&program] { program.door().Enter({.kind = EventKind::Load}); });
   };
-  const auto form = FirstStart(line, settings, serial, platform.LocalNow());
+  const std::string folder =
+      ParentFolder(program.judge().ProjectAtStart());  // as the console would ask for it
+  const auto form = FirstStart(line, settings, serial, folder, platform.LocalNow());
   if (form) {
-    QObject::connect(form.get(), &QDialog::finished, [&] { begin(form->Project()); });
+    serial.SetChanged([&] { form->ShowPorts(serial.NamedPorts()); });
+    QObject::connect(form.get(), &QDialog::finished, [&] {
+      serial.SetChanged({});
+      form->ClosedByFrame() ? QCoreApplication::exit(0) : begin(form->Project());
+    });
     form->onManual = [&] { manual.OpenFor(form.get()); };
     form->show();
   } else {

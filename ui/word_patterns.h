@@ -43,6 +43,7 @@ inline constexpr std::array kWordPatterns = {
     WordPattern{"lap %1 result"},
     WordPattern{"Lap  %1\nCut  %2", "tt"},
     WordPattern{"Version %1, %2", "tt"},
+    WordPattern{"Its event: %1", "t"},
     WordPattern{"Built with %1 and %2", "tt"},
     WordPattern{"Key of lane %1"},
     WordPattern{"%1 ns"},

@@ -2,6 +2,8 @@
 
 #include "ui/first_start.h"
 
+#include <fmt/format.h>
+
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -65,6 +67,9 @@ TEST_F(FirstStartTest, IsAnsweredByKeysAlone) {
   radio->setFocus();
   for (int i = 0; i < 2; ++i) Press(radio, Qt::Key_Down);
   EXPECT_EQ(radio->currentText(), "COM5: ttyUSB0");
+  form->ShowPorts({});
+  EXPECT_EQ(radio->currentText(), "No radio, judged by hand");
+  form->ShowPorts({{3, "ttyS3"}, {5, "ttyUSB0"}});
   Press(heats, Qt::Key_Return);
   EXPECT_FALSE(form->isVisible());
   EXPECT_EQ(form->Project(), InFolder("docs/Autumn Cup 21-Nov-2026.ini"));
@@ -85,26 +90,39 @@ TEST_F(FirstStartTest, OpensAProjectThatStandsThereAndRefusesWhatIsNone) {
     file->selectAll();
     QTest::keyClicks(file, QString::fromStdString(path));
   };
+  auto* event = Field<QLineEdit>("Event");
+  QTest::keyClicks(event, "Cup");
+  auto* heats = Field<QSpinBox>("Heats per round");
+  heats->setValue(3);
+  const auto fields = [&] {
+    return fmt::format("{} {} {:d}{:d}", event->text().toStdString(), heats->value(), event->isEnabled(),
+                       heats->isEnabled());
+  };
   type(InFolder("notes.txt"));
   EXPECT_EQ(Told(), "This file is no project. It stays as it is: choose another one.");
+  EXPECT_EQ(Button("&Start")->toolTip().toStdString(), Told());
   type(InFolder("reno.ini"));
   EXPECT_TRUE(Told().starts_with("This project exists: it is opened as it is")) << Told();
-  EXPECT_FALSE(Field<QSpinBox>("Heats per round")->isEnabled());
+  EXPECT_EQ(fields(), "Reno 6 00");
+  type(InFolder("new.ini"));
+  EXPECT_EQ(fields(), "Cup 3 11");
+  type(InFolder("reno.ini"));
   ClickOn(Button("&Start"));
   EXPECT_EQ(form->Project(), InFolder("reno.ini"));
   EXPECT_EQ(FileBytes(InFolder("reno.ini")), old);
 }
 
-TEST_F(FirstStartTest, LeftWithoutAnAnswerItPreparesNothingAndDoesNotComeAgain) {
-  for (const bool byKey : {true, false}) {
+TEST_F(FirstStartTest, LeftWithoutAnAnswerItPreparesNothingAndComesAgainOnlyWhereItWasClosedByItsFrame) {
+  for (const bool byFrame : {true, false}) {
     Open();
     QTest::keyClicks(form->focusWidget(), "Cup");
-    byKey ? Press(form.get(), Qt::Key_Escape) : static_cast<void>(form->close());
+    byFrame ? static_cast<void>(form->close()) : Press(form.get(), Qt::Key_Escape);
     EXPECT_FALSE(form->isVisible());
     EXPECT_EQ(form->Project(), "");
-    ASSERT_EQ(settings.All().size(), 1U);
-    EXPECT_FALSE(NothingConfigured({settings.All()[0].section}));
+    EXPECT_EQ(form->ClosedByFrame(), byFrame);
+    EXPECT_EQ(settings.All().size(), byFrame ? 0U : 1U);
   }
+  EXPECT_FALSE(NothingConfigured({settings.All()[0].section}));
   EXPECT_FALSE(QFileInfo::exists(folder.filePath("docs")));
 }
 

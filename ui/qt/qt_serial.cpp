@@ -266,6 +266,7 @@ void QtSerial::TellBytes() {
 void QtSerial::TellPorts() {
   told_ = Ports();
   Tell({.kind = EventKind::Ports, .numbers = told_});
+  if (changed_) changed_();
 }
 
 // The device is gone, or no good. The program closes its side when it hears that the port is no more.

@@ -50,6 +50,8 @@ class QtSerial : public SerialControl {
   // Told what came of each opening of a device: number and description of the failure, or number 0.
   using Opened = std::function<void(int port, int number, const std::string& description)>;
   void SetOpened(Opened opened) { opened_ = std::move(opened); }
+  // Called whenever devices have come or gone.
+  void SetChanged(std::function<void()> changed) { changed_ = std::move(changed); }
   // The numbers of the devices that exist, as the program knows them.
   std::vector<int> Ports();
   // The same with what the operator knows them by: "ttyUSB0, FT232R USB UART".
@@ -85,6 +87,7 @@ class QtSerial : public SerialControl {
   int openings_ = 0;               // counts, so that an error is known for that of an earlier device
   std::map<int, int> lineErrors_;  // as the driver counted them at the last look
   Opened opened_;
+  std::function<void()> changed_;
   QTimer look_;       // for devices that come and go, and for line errors
   int practice_ = 0;  // number of the practice field; 0: none
   int failed_ = 0;    // the device that failed while it was open, counts as absent for a moment; 0: none

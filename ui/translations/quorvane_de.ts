@@ -2088,6 +2088,14 @@ des Rennens STEUERN?</translation>
         <translation>Dieses Projekt gibt es schon: es wird geöffnet, wie es ist, und nichts darin überschrieben.</translation>
     </message>
     <message>
+        <source>Its event: %1</source>
+        <translation>Seine Veranstaltung: %1</translation>
+    </message>
+    <message>
+        <source>Another place, or a project that exists</source>
+        <translation>Ein anderer Ort, oder ein Projekt, das es schon gibt</translation>
+    </message>
+    <message>
         <source>Name the event first</source>
         <translation>Erst die Veranstaltung benennen</translation>
     </message>
