@@ -1,5 +1,6 @@
 #include <string>
 
+#include "base/stations.h"
 #include "forms/form.h"
 #include "ui/designs.h"
 
@@ -32,7 +33,9 @@ void AddStations(std::vector<Place>& places, int top) {
       places.push_back({IndexedName(name, i), rect, points, look | Look::White, spoken});
     };
     const std::string number = std::to_string(i);
-    add("lblStation", 18, 136, 13, Look::Left | Look::Bold | Look::RedLine);
+    // One address belongs to no station.
+    add("lblStation", 18, 136, 13, Look::Left | Look::Bold | Look::RedLine,
+        StationNames[static_cast<std::size_t>(i)].empty() ? "No station" : "");
     add("lblAge", 160, 86, 13, Look::Plain, "Age of station " + number);
     add("lblSilent", 394, 60, 12, Look::Bold);
     add("lblVolt", 248, 66, 13, Look::Plain, "Volts of station " + number);

@@ -104,6 +104,7 @@ void PreviewWindow::Open(const RaceRecord& race, const Imprint& imprint, const Q
 
 void PreviewWindow::Follow() {
   setWindowTitle(Words::Of(preview_.Caption()));
+  page_->setAccessibleName(windowTitle());
   menu_->Apply();
   if (preview_.Visible() != isVisible()) setVisible(preview_.Visible());
 }

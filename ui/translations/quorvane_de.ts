@@ -1250,6 +1250,10 @@ Cut  %2</translation>
         <translation>Station %1</translation>
     </message>
     <message>
+        <source>No station</source>
+        <translation>Keine Station</translation>
+    </message>
+    <message>
         <source>Age of station %1</source>
         <translation>Alter von Station %1</translation>
     </message>
