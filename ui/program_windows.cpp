@@ -1,34 +1,55 @@
 #include "ui/program_windows.h"
 
+#include <sys/timerfd.h>
+#include <unistd.h>
+
 #include <QScreen>
 #include <QShortcut>
 #include <algorithm>
-#include <limits>
+#include <cerrno>
+#include <system_error>
 
 #include "programs/commit.h"
 #include "ui/designs.h"
 
 namespace quorvane {
 
-TimerDriver::TimerDriver(Door& door, const Control& display, std::function<int()> granularity)
-    : door_(door), display_(display), granularity_(std::move(granularity)) {
-  timer_.setSingleShot(true);
-  timer_.setTimerType(Qt::PreciseTimer);
-  QObject::connect(&timer_, &QTimer::timeout, [this] {
+TimerDriver::TimerDriver(Door& door, const QtPlatform& platform, const Control& display,
+                         std::function<int()> granularity)
+    : door_(door),
+      platform_(platform),
+      display_(display),
+      granularity_(std::move(granularity)),
+      timer_(timerfd_create(CLOCK_MONOTONIC, TFD_NONBLOCK | TFD_CLOEXEC)),
+      fired_(timer_, QSocketNotifier::Read) {
+  if (timer_ < 0) throw std::system_error(errno, std::generic_category(), "no timer");
+  QObject::connect(&fired_, &QSocketNotifier::activated, [this] {
+    std::uint64_t times = 0;
+    if (read(timer_, &times, sizeof times) != sizeof times) return;  // armed anew meanwhile
+    armed_ = kNever;
     door_.RunDueTimers();
     Arm();
   });
 }
 
+TimerDriver::~TimerDriver() {
+  fired_.setEnabled(false);
+  close(timer_);
+}
+
 void TimerDriver::Arm() {
-  constexpr std::int64_t kNever = std::numeric_limits<std::int64_t>::max();
   std::int64_t wake = kNever;
   for (const auto& [due, timer] : door_.AllForms().Timers().Armed()) {
     const std::int64_t step = timer == &display_ ? std::max(1, granularity_()) : 1;
     wake = std::min(wake, (due.first + step - 1) / step * step);
   }
-  if (wake == kNever) return timer_.stop();
-  timer_.start(static_cast<int>(std::max<std::int64_t>(0, wake - door_.System().ClockMs())));
+  if (std::exchange(armed_, wake) == wake) return;
+  itimerspec in{};  // nothing: never
+  if (wake != kNever) {
+    const std::int64_t ns = std::max<std::int64_t>(1, wake * 1'000'000 - platform_.ClockNs());
+    in.it_value = {.tv_sec = ns / 1'000'000'000, .tv_nsec = ns % 1'000'000'000};
+  }
+  timerfd_settime(timer_, 0, &in, nullptr);
 }
 
 ProgramWindows::ProgramWindows(Program& program, QtPlatform& platform)
@@ -36,7 +57,7 @@ ProgramWindows::ProgramWindows(Program& program, QtPlatform& platform)
       platform_(platform),
       windows_(program.door()),
       keys_(program.door()),
-      timers_(program.door(), program.judge().tmrTimeTick,
+      timers_(program.door(), platform, program.judge().tmrTimeTick,
               [&program] { return program.timer().Granularity(); }) {
   console_ = &windows_.AddWindow(program.judge(), ConsoleDesign(), kLeastConsole);
   for (int i = 0; i < 4; ++i) {

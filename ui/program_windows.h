@@ -1,7 +1,9 @@
 #pragma once
 
-#include <QTimer>
+#include <QSocketNotifier>
+#include <cstdint>
 #include <functional>
+#include <limits>
 #include <vector>
 
 #include "console/program.h"
@@ -13,19 +15,29 @@ namespace quorvane {
 
 inline constexpr QSize kLeastConsole{940, 600};  // leaves room for a frame and a task bar on a small screen
 
-// Fires the program's timers when they are due by the console clock. Arm it after every event.
+// Fires the program's timers when they are due by the console clock. Arm it after every event. By a timer of
+// the system and not of the toolkit, which is up to a millisecond late: the race clock's display, which works
+// out from the time when it fires next, then fires seven times instead of once.
 class TimerDriver {
  public:
   // The display timer only shows what the stopwatch says: it alone may wait for the next multiple of so many
   // ms of the console clock. It fires earlier when another timer is due anyway.
-  TimerDriver(Door& door, const Control& display, std::function<int()> granularity);
+  TimerDriver(Door& door, const QtPlatform& platform, const Control& display,
+              std::function<int()> granularity);
+  TimerDriver(const TimerDriver&) = delete;
+  TimerDriver& operator=(const TimerDriver&) = delete;
+  ~TimerDriver();
   void Arm();
 
  private:
   Door& door_;
+  const QtPlatform& platform_;
   const Control& display_;
   const std::function<int()> granularity_;
-  QTimer timer_;
+  static constexpr std::int64_t kNever = std::numeric_limits<std::int64_t>::max();
+  std::int64_t armed_ = kNever;  // when it fires next, by the console clock
+  const int timer_;
+  QSocketNotifier fired_;
 };
 
 // The windows of the program's forms: the console with its four lane panels, the station link and the small

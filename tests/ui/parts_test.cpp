@@ -33,7 +33,7 @@ TEST_F(TimerDriverTest, OnlyTheDisplayTimerWaitsForTheNextMultiple) {
     shown = door.Now();
     display.SetEnabled(false);
   };
-  TimerDriver driver(door, display, [] { return 200; });
+  TimerDriver driver(door, platform, display, [] { return 200; });
   door.Enter({.kind = EventKind::Resize, .target = "frmTest"});
   display.SetInterval(200 - static_cast<int>(door.Now() % 200) + 10);
   display.SetEnabled(true);

@@ -37,6 +37,7 @@ class QtPlatform : public Platform {
   void SetAnswerer(Answerer answerer) { answerer_ = std::move(answerer); }
 
   std::int64_t ClockMs() override { return clock_.elapsed(); }
+  std::int64_t ClockNs() const { return clock_.nsecsElapsed(); }
   LocalDateTime LocalNow() override;
   ComputerTime Computer() override;
   StopwatchFigures MeasureStopwatch() override;
