@@ -126,11 +126,13 @@ class frmJudge : public JudgeControls, public LinkOwner {
   RaceRecord RecordNow() const { return RecordAt(door_.LocalNow()); }
 
   std::string WhyRaceKeepsProject() const;
+  std::string WhySaveFirst() const;
   std::string WhyNoPractice() const;
   std::string NewPracticeFile() const;
   void BeginPractice(bool ask);
   void BeginPracticeAtStart();
   bool OpenPracticeProject();
+  bool MayEndPractice();
   void EndPractice();
   void FollowPractice();
 

@@ -15,7 +15,14 @@ constexpr int kPracticeHeats = 4;  // a round, where the contest has not said ho
 
 // Nothing of a race may be lost, nor go into the other project.
 std::string frmJudge::WhyRaceKeepsProject() const {
-  if (race_.BeingFlown()) return "A race is being flown: wait for its end, or reset it";
+  if (!race_.BeingFlown()) return WhySaveFirst();
+  // The field would begin again whatever is reset.
+  return Practising() ? "A race is being flown: wait for its end, or end the practice"
+                      : "A race is being flown: wait for its end, or reset it";
+}
+
+std::string frmJudge::WhySaveFirst() const {
+  if (race_.BeingFlown()) return "";
   if (race_.Unsaved) return "A race is not saved: save it first";
   if (race_.Amending) return "A saved race is being amended: save it first";
   return "";
@@ -29,7 +36,7 @@ std::string frmJudge::WhyNoPractice() const {
 
 // Run after every event.
 void frmJudge::FollowPractice() {
-  practice_.Follow(Practising(), fieldTrouble_, WhyNoPractice(), WhyRaceKeepsProject());
+  practice_.Follow(Practising(), fieldTrouble_, WhyNoPractice(), WhySaveFirst());
   lblPractice.SetVisible(Practising());
 }
 
@@ -57,6 +64,7 @@ void frmJudge::BeginPractice(bool ask) {
     if (!WhyNoPractice().empty()) return ShowNotice("Practice was not started. " + WhyNoPractice());
     if (!OpenPracticeProject()) return;
     contest_ = contest;
+    link_.SetVisible(false);  // with the practice's it would lie over the lanes
   }
   fieldTrouble_.clear();
   field_->Start(practice_.Options());
@@ -78,11 +86,30 @@ bool frmJudge::OpenPracticeProject() {
   return true;
 }
 
+// A race of the practice is nobody's result, but only the operator can say so.
+bool frmJudge::MayEndPractice() {
+  if (!Practising() || !WhySaveFirst().empty()) return false;
+  if (!race_.BeingFlown()) return true;
+  const DialogBox box{.kind = DialogKind::YesNo,
+                      .title = "End Practice",
+                      .text =
+                          "A race is being flown. The practice race is thrown away, and the contest is "
+                          "opened again:\r\r" +
+                          contest_ + "\r\rEnd practice?",
+                      .usual = DialogAnswer::Word::No};
+  return door_.Ask(box).word == DialogAnswer::Word::Yes;
+}
+
 // Back to the contest. Where its file cannot be had any more, to another one.
 void frmJudge::EndPractice() {
-  if (!Practising() || !WhyRaceKeepsProject().empty()) return;
+  if (!MayEndPractice()) return;
   link_.LosePractice();
   field_->Stop();
+  // Behind the box it may have come to its end.
+  if (race_.AtStake()) {
+    race_.ManualStart = false;
+    ReadyForNextRace();
+  }
   if (!chooser_.Open(contest_) && !chooser_.Ask(false)) {
     fieldTrouble_ = "The field was stopped, but the contest is not open";
     return;
@@ -111,7 +138,6 @@ void frmJudge::BeginPracticeAtStart() {
   if (!TakePracticeAtStart(door_.System().Settings())) return;
   BeginPractice(false);
   if (!Practising()) return;
-  link_.SetVisible(false);  // its window would lie over that of the practice
   door_.AllForms().Show(practice_);
 }
 

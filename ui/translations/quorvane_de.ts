@@ -1928,6 +1928,22 @@ des Rennens STEUERN?</translation>
         <translation>Diese Datei ist kein Projekt. Sie bleibt, wie sie ist: eine andere wählen.</translation>
     </message>
     <message>
+        <source>No other project was opened before</source>
+        <translation>Vorher wurde kein anderes Projekt geöffnet</translation>
+    </message>
+    <message>
+        <source>A race is being flown: wait for its end, or end the practice</source>
+        <translation>Ein Rennen wird geflogen: das Ende abwarten oder die Übung beenden</translation>
+    </message>
+    <message>
+        <source>A race is being flown. The practice race is thrown away, and the contest is opened again:</source>
+        <translation>Ein Rennen wird geflogen. Das Übungsrennen wird verworfen und der Wettbewerb wieder geöffnet:</translation>
+    </message>
+    <message>
+        <source>End practice?</source>
+        <translation>Übung beenden?</translation>
+    </message>
+    <message>
         <source>A race is being flown: wait for its end, or reset it</source>
         <translation>Ein Rennen wird geflogen: das Ende abwarten oder abbrechen</translation>
     </message>
