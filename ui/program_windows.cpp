@@ -65,6 +65,7 @@ ProgramWindows::ProgramWindows(Program& program, QtPlatform& platform)
                       QStringLiteral("Lane %1 ").arg(i + 1));
   }
   link_ = &windows_.AddWindow(program.link(), LinkDesign(), QSize(kNarrowLink * 3 / 4, 500), console_);
+  GiveMenuKeys(*link_);
   AddSmallWindow(program.timer(), TimerDesign);
   AddSmallWindow(program.keyboard(), KeyboardDesign);
   AddSmallWindow(program.about(), AboutDesign);
@@ -92,21 +93,15 @@ void ProgramWindows::AddSmallWindow(Form& form, FormDesign (*design)()) {
     const QSize least(designed.width * 3 / 4, designed.height * 3 / 4);
     FormWindow& window = windows_.AddWindow(form, designed, least, console_);
     QObject::connect(new QShortcut(Qt::Key_Escape, &window), &QShortcut::activated, &window, &QWidget::close);
-    if (&form == &program_.judge().LapsAndCuts()) AddUndoKeys(window);
+    GiveMenuKeys(window);
   });
 }
 
-// The keys of the console's menu also where its race is put right.
-void ProgramWindows::AddUndoKeys(QWidget& window) {
-  const auto add = [&](Qt::Key key, const Control& entry) {
-    auto* keys = new QShortcut(QKeySequence(Qt::CTRL | key), &window);
-    keys->setAutoRepeat(false);
-    QObject::connect(keys, &QShortcut::activated, [this, &entry] {
-      program_.door().Enter({.kind = EventKind::Click, .target = entry.FullName()});
-    });
-  };
-  add(Qt::Key_Z, program_.judge().mnuUndo);
-  add(Qt::Key_Y, program_.judge().mnuRedo);
+// The keys of the console's menu act wherever its function keys do.
+void ProgramWindows::GiveMenuKeys(QWidget& window) const {
+  for (const auto& [entry, keys] : console_->View().Design().shortcuts) {
+    window.addAction(console_->Menu()->Find(*program_.judge().Find(entry)));
+  }
 }
 
 void ProgramWindows::Follow() {

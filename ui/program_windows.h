@@ -48,6 +48,7 @@ class ProgramWindows {
   ~ProgramWindows();
 
   FormWindow& Console() { return *console_; }
+  void GiveMenuKeys(QWidget& window) const;
   QRect ClockOnScreen() const;
   FormWindow& Link() { return *link_; }
   Windows& All() { return windows_; }
@@ -58,7 +59,6 @@ class ProgramWindows {
   void AddFollower(std::function<void()> follower) { followers_.push_back(std::move(follower)); }
 
  private:
-  void AddUndoKeys(QWidget& window);
   void AddSmallWindow(Form& form, FormDesign (*design)());
   void Follow();
   void PlaceWindows();

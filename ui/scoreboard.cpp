@@ -183,6 +183,7 @@ Scoreboard::Scoreboard(Program& program, ProgramWindows& windows)
   setWindowTitle(Words::Of("Scoreboard"));
   // The operator's keys belong to the console.
   setAttribute(Qt::WA_ShowWithoutActivating);
+  windows_.GiveMenuKeys(*this);
   soon_.setSingleShot(true);
   soon_.setInterval(kFollowMs);
   soon_.callOnTimeout(this, &Scoreboard::Follow);

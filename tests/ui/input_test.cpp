@@ -270,20 +270,28 @@ TEST_F(InputTest, CtrlF1OpensTheManualsPageOfTheWindowInFrontAndStartsNothing) {
 
 TEST_F(InputTest, CtrlSSavesCtrlPPrintsAndTheFileMenuOpensWhatWasOpenBefore) {
   struct Printer : HeatPrinter {
-    void PrintHeat(const RaceRecord& race) override { printed = race.number; }
+    void PrintHeat(const RaceRecord&) override { ++printed; }
     int printed = 0;
   } printer;
+  Scoreboard scoreboard(program, windows);
   judge().SetPrinter(&printer);
   Click(judge().cmdStart);
   Key(Qt::Key_S, Qt::ControlModifier);
   judge().FinalizeRace();
   Enter(EventKind::Hover, "frmJudge.lblStatus");
   EXPECT_TRUE(Shown(judge().lblUnsaved)->isVisible());
-  Key(Qt::Key_P, Qt::ControlModifier);
   Click(judge().txtComments);
   Keys("gusty");
-  Key(Qt::Key_S, Qt::ControlModifier);
-  EXPECT_EQ(printer.printed, 1);
+  int prints = 0;
+  for (const char* menu : {"lblStatus", "mnuLink", "mnuLog", "mnuScoreboard"}) {
+    Enter(EventKind::Click, std::string("frmJudge.") + menu);
+    Settle();
+    QTest::keyClick(QApplication::activeWindow()->windowHandle(), Qt::Key_P, Qt::ControlModifier);
+    EXPECT_EQ(printer.printed, ++prints) << menu;
+  }
+  QTest::keyClick(windows.Link().windowHandle(), Qt::Key_S, Qt::ControlModifier);
+  windows.Console().activateWindow();
+  Settle();
   EXPECT_EQ(program.project().GetProjectValue("Race1", "Comments", ""), "gusty");
   EXPECT_FALSE(Shown(judge().lblUnsaved)->isVisible());
   EXPECT_EQ(Shown(judge().cmdSave)->toolTip(), "No race waits to be saved");

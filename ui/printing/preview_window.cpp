@@ -68,6 +68,7 @@ PreviewWindow::PreviewWindow(Platform& platform, Print print)
       page_(new QLabel) {
   place_ = new WindowPlace(*this, door_.System().Settings(), preview_.Name(), kLeastPreview);
   setMenuBar(menu_);
+  menu_->SetShortcut(preview_.mnuFilePrint, QStringLiteral("Ctrl+P"));
   setCentralWidget(view_);
   page_->setScaledContents(true);
   view_->setFrameShape(QFrame::NoFrame);
