@@ -302,6 +302,7 @@ TEST_F(InputTest, CtrlSSavesCtrlPPrintsAndTheFileMenuOpensWhatWasOpenBefore) {
                                                : Demo::Answer(box);
   };
   MenuView& menus = *windows.Console().Menu();
+  EXPECT_EQ(menus.Find(judge().mnuOpenRecent)->toolTip(), "No other project was opened before");
   menus.Find(judge().mnuNewProject)->trigger();
   EXPECT_EQ(program.race().ProjectFile, InFolder("b & c.ini"));
   QMenu& recent = *menus.Find(judge().mnuOpenRecent)->menu();

@@ -84,11 +84,13 @@ void MenuView::Apply() {
     entry->setText(line ? QString() : Words::Of(control->Caption()));
     const auto tip = tips_.find(control->Name());
     const bool plain = control->ToolTip().empty() && tip != tips_.end();
-    const QString told = Words::Of(plain ? tip->second : control->ToolTip());
+    const bool none = control->onChange && control->Items().empty();
+    QString told = Words::Of(plain ? tip->second : control->ToolTip());
+    if (none && control->Enabled()) told = Words::Of("No other project was opened before");
     entry->setToolTip(told);
     entry->setStatusTip(told);
     if (control->onChange) ShowItems(*control, *entry);
-    entry->setEnabled(control->Enabled() && (!control->onChange || !control->Items().empty()));
+    entry->setEnabled(control->Enabled() && !none);
     entry->setVisible(control->Visible());
     entry->setSeparator(line);
     entry->setCheckable(control->Checked());
