@@ -112,7 +112,10 @@ void ProgramWindows::Follow() {
   }
   windows_.Apply();
   if (!placed_ && console_->isVisible()) PlaceWindows();
-  if (!tablePlaced_ && program_.judge().LapsAndCuts().Visible()) PlaceTable();
+  for (Form* form : {static_cast<Form*>(&program_.judge().LapsAndCuts()),
+                     static_cast<Form*>(&program_.judge().Practice())}) {
+    if (form->Visible() && inCorner_.insert(form).second) PlaceInCorner(*form);
+  }
   timers_.Arm();
 }
 
@@ -132,14 +135,13 @@ void ProgramWindows::PlaceWindows() {
   for (FormWindow* window : {console_, link_}) window->KeepOnScreen();
 }
 
-// In the corner that is farthest from the clock.
-void ProgramWindows::PlaceTable() {
-  tablePlaced_ = true;
-  FormWindow& table = *windows_.FindWindow(program_.judge().LapsAndCuts());
-  if (table.Remembered() || console_->screen() == nullptr) return;
+// That which is farthest from the clock.
+void ProgramWindows::PlaceInCorner(const Form& form) {
+  FormWindow& window = *windows_.FindWindow(form);
+  if (window.Remembered() || console_->screen() == nullptr) return;
   const QRect screen = console_->screen()->availableGeometry();
-  table.move(screen.right() - table.width(), screen.bottom() - table.height());
-  table.KeepOnScreen();
+  window.move(screen.right() - window.width(), screen.bottom() - window.height());
+  window.KeepOnScreen();
 }
 
 QRect ProgramWindows::ClockOnScreen() const {

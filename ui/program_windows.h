@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 #include <limits>
+#include <set>
 #include <vector>
 
 #include "console/program.h"
@@ -62,7 +63,7 @@ class ProgramWindows {
   void AddSmallWindow(Form& form, FormDesign (*design)());
   void Follow();
   void PlaceWindows();
-  void PlaceTable();
+  void PlaceInCorner(const Form& form);
 
   Program& program_;
   QtPlatform& platform_;
@@ -71,7 +72,7 @@ class ProgramWindows {
   FormWindow* link_ = nullptr;
   bool detailShown_ = true;
   bool placed_ = false;
-  bool tablePlaced_ = false;
+  std::set<const Form*> inCorner_;  // have been placed there
   KeyRouter keys_;
   TimerDriver timers_;
   std::vector<std::function<void()>> followers_;
