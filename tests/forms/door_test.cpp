@@ -107,10 +107,11 @@ TEST_F(DoorTest, EventsWaitForTheEventInHandButTheRadioPassesAnOpenBox) {
     };
     door.Ask({DialogKind::YesNo, "t", "x"});
     Bytes();  // waits for the end
+    Click("frmDesk.chk");
     order += "]";
   };
   Click("frmDesk.cmd");
-  EXPECT_EQ(order, "[b(b)]b");
+  EXPECT_EQ(order, "[b(b)]bc");
 }
 
 TEST_F(DoorTest, InsideABoxEventsAreNotInterruptedAndPostedActionsWait) {
