@@ -71,6 +71,8 @@ TEST_F(QtSerialTest, BytesGoOnWhileTheFirstOfThemHasOpenedABox) {
 TEST_F(QtSerialTest, DeviceThatGoesAwayCostsNothingAndIsOpenedAgainWhenItIsBack) {
   auto modem = std::make_unique<Modem>(link);
   ASSERT_FALSE(Open());
+  std::vector<std::size_t> listed;  // how many a list of ports is filled with
+  serial.SetChanged([&] { listed.push_back(serial.NamedPorts().size()); });
   modem->Send("last words");
   EXPECT_TRUE(WaitFor([&] { return arrived == "last words"; }));
   modem.reset();
@@ -88,6 +90,7 @@ TEST_F(QtSerialTest, DeviceThatGoesAwayCostsNothingAndIsOpenedAgainWhenItIsBack)
   arrived.clear();
   modem->Send("hello again");
   EXPECT_TRUE(WaitFor([&] { return arrived == "hello again"; }));
+  EXPECT_TRUE(listed.size() >= 2 && listed.back() > listed.front());
 }
 
 // Root may not be advised to join a group, and a lock may outlive its program.
