@@ -146,7 +146,7 @@ void frmLane::UpdateLaneColor() {
 LaneProgress frmLane::Progress() const {
   LaneProgress progress = ProgressOf(log_, IsFai(), !Loaded() && chkNovice.Value() != 0);
   progress.shown = !doesNotFly_ && (Loaded() || race_.RaceActive);
-  const bool noResult = !status_.empty() && counts_.finalTime >= kNoResult;
+  const bool noResult = (Loaded() || race_.RaceDone) && counts_.finalTime >= kNoResult;
   if (!progress.shown || noResult) progress.mayWin = false;
   return progress;
 }
