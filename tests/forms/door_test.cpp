@@ -164,7 +164,7 @@ TEST_F(DoorTest, TimersFireInOrderAndAreArmedAnewBeforeTheyRun) {
 TEST_F(DoorTest, BoxesAndListsTellOnlyRealChanges) {
   desk.chk.onClick = [&] { order += std::to_string(desk.chk.Value()); };
   desk.txt.onChange = [&] { order += desk.txt.Text(); };
-  desk.cbo.onChange = [&] { order += desk.cbo.Text(); };
+  desk.cbo.onChange = [&] { order += "c" + desk.cbo.Text(); };
   Click("frmDesk.chk");
   desk.chk.SetValue(1);
   desk.chk.SetValue(0);
@@ -177,7 +177,7 @@ TEST_F(DoorTest, BoxesAndListsTellOnlyRealChanges) {
   for (const int entry : {1, 2, -1, 0}) {
     door.Enter({.kind = EventKind::Choose, .target = "frmDesk.cbo", .number = entry});
   }
-  EXPECT_EQ(order, "106a");
+  EXPECT_EQ(order, "106ca");
 }
 
 }  // namespace
