@@ -63,7 +63,7 @@ class Console {
   std::unique_ptr<field::PseudoTerminal> modem_ = field::PseudoTerminal::Open(folder_ / "radio", error_);
   QtSettings settings_{folder_ / "settings.ini"};
   QtPlatform platform_{settings_};
-  QtSerial serial_{settings_, {{5, folder_ / "radio"}}};
+  QtSerial serial_{settings_, SerialDevices({{5, folder_ / "radio"}})};
 
  public:
   Program program{platform_, serial_, SystemFiles(), BackgroundFiles::Way::OwnThread};
