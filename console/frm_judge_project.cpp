@@ -190,6 +190,7 @@ void frmJudge::mnuOpenRecent_Change() {
 void frmJudge::ShowOpenProject() {
   EndAmending(false);
   notices_.TakeAway(Notices::Kind::kSaved);
+  notices_.TakeAway(Notices::Kind::kThrownAway);
   projectOpen_ = true;
   race_.ProjectBaseName = WithoutExtension(race_.ProjectFile);
   race_.ResultsFile = race_.ProjectBaseName + ".csv";

@@ -15,6 +15,11 @@ void Notices::Show(const std::string& text, Kind kind) {
   shown_.lblNotice.SetVisible(!text.empty());
 }
 
+void Notices::ShowDone(const std::string& text) {
+  if (saved_.empty()) return Show(text);
+  Show(saved_, Kind::kSaved);
+}
+
 void Notices::TakeAway(Kind kind) {
   if (kind == Kind::kSaved) saved_.clear();
   if (kind_ == kind) Show("");

@@ -32,7 +32,7 @@ class Notices {
   // to is said again when a notice that came over it goes.
   void Show(const std::string& text, Kind kind = Kind::kNews);
   // What went well and can be seen elsewhere: it does not come over what a save has come to.
-  void ShowDone(const std::string& text) { Show(saved_.empty() ? text : ""); }
+  void ShowDone(const std::string& text);
   void TakeAway(Kind kind);
   // Run after every event: what could not be saved or kept, and an error that has ended it.
   void TellTroubles();

@@ -18,7 +18,7 @@ inline constexpr QSize kLeastConsole{940, 600};  // leaves room for a frame and 
 
 // Fires the program's timers when they are due by the console clock. Arm it after every event. By a timer of
 // the system and not of the toolkit, which is up to a millisecond late: the race clock's display, which works
-// out from the time when it fires next, then fires seven times instead of once.
+// out from the time when it fires next, then fires two or three times instead of once.
 class TimerDriver {
  public:
   // The display timer only shows what the stopwatch says: it alone may wait for the next multiple of so many

@@ -64,6 +64,8 @@ TEST_F(QtPrinterTest, AReportOnPaperGivesWayToWhatTheSaveHasComeToAndTroubleDoes
   Click("frmJudge.cmdReset");
   const std::string saved = "Race 1 saved: lane 1 DNF, lane 2 DNF, lane 3 DNF, lane 4 DNF";
   EXPECT_EQ(Notice(), saved);
+  program.judge().ShowDone("Race 1 sent to Laser");  // sent before the save, told after it
+  EXPECT_EQ(Notice(), saved);
   Click("frmJudge.cmdPrint");
   ExpectNotice(saved);
   outcome = OutcomeOf("Laser", {"true", "5"}, "race 1");
