@@ -4,6 +4,7 @@
 
 #include "journal/journal_text.h"
 #include "tests/support/console_rig.h"
+#include "tests/support/test_data.h"
 
 namespace quorvane {
 namespace {
