@@ -60,10 +60,10 @@ std::unique_ptr<FirstStartForm> FirstStart(const CommandLine& line, QtSettings& 
   return std::make_unique<FirstStartForm>(settings, serial.NamedPorts(), folder, now);
 }
 
-int Run(const CommandLine& line, const std::future<FcBool>& fonts, SerialDevices devices) {
+int Run(const CommandLine& line, const std::future<FcBool>& fonts) {
   QtSettings settings(line.settings);
   QtPlatform platform(settings);
-  QtSerial serial(settings, std::move(devices));
+  QtSerial serial(settings, SerialDevices(line.ports));
   Program program(platform, serial, SystemFiles(), BackgroundFiles::Way::OwnThread);
   fonts.wait();  // who asks before reads all of them once more
   ProgramWindows windows(program, platform);
@@ -130,11 +130,9 @@ int Main(int argc, char** argv) {
     // What Qt says of a missing desktop is no news to somebody who asked for none.
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
   }
-  // Qt's font library reads its many files when it is first asked for a font, and the system is asked for
-  // each of its terminals what it is; both may as well be done while the rest begins.
+  // Qt's font library reads its many files when it is first asked for a font; that may as well be done while
+  // the rest begins.
   const std::future<FcBool> fonts = std::async(std::launch::async, FcInit);
-  std::optional<SerialDevices> devices;
-  if (!OnlyPrints(line)) devices.emplace(line.ports);
   // The options are ours; Qt's own come from its environment variables.
   int one = 1;
   QApplication application(one, argv);
@@ -150,7 +148,7 @@ int Main(int argc, char** argv) {
   Words::Speak(line.language.empty() ? Words::OfSystem() : ToQString(line.language));
   // The windows say when the program ends.
   QApplication::setQuitOnLastWindowClosed(false);
-  const int status = OnlyPrints(line) ? Print(line) : Run(line, fonts, *std::move(devices));
+  const int status = OnlyPrints(line) ? Print(line) : Run(line, fonts);
   if (WorkThread::AnyLeftBehind()) std::_Exit(status);
   return status;
 }

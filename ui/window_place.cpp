@@ -11,7 +11,7 @@
 namespace quorvane {
 namespace {
 
-constexpr const char* kSection = "Windows";
+constexpr const char* kPlaceSection = "Windows";
 constexpr QMargins kFrame{4, 32, 4, 4};  // until the desktop has told
 constexpr int kGap = 8;
 // The desktop frames a window some time after it is shown.
@@ -54,7 +54,7 @@ bool WindowPlace::Restore(QSize wanted) {
   window_.setMinimumSize(least_.boundedTo(room));
   // Where it was on these screens, or else where it was last: Qt brings that onto a screen.
   for (const std::string& key : {name_ + KeyOfScreens(), name_}) {
-    const std::string left = settings_.GetSetting(kSection, key, "");
+    const std::string left = settings_.GetSetting(kPlaceSection, key, "");
     if (window_.restoreGeometry(QByteArray::fromBase64(QByteArray::fromStdString(left)))) return true;
   }
   window_.resize(wanted.boundedTo(room).expandedTo(window_.minimumSize()));
@@ -98,7 +98,8 @@ void WindowPlace::Keep() {
 
 void WindowPlace::Save() {
   const std::string left = window_.saveGeometry().toBase64().toStdString();
-  for (const std::string& key : {name_ + KeyOfScreens(), name_}) settings_.SaveSetting(kSection, key, left);
+  for (const std::string& key : {name_ + KeyOfScreens(), name_})
+    settings_.SaveSetting(kPlaceSection, key, left);
 }
 
 bool WindowPlace::eventFilter(QObject*, QEvent* event) {

@@ -7,9 +7,11 @@
 
 #include <ctime>
 #include <filesystem>
+#include <fstream>
 
 #include "tests/support/ordinary_user.h"
 #include "tests/ui/fixture.h"
+#include "ui/qt/system_ports.h"
 
 namespace quorvane {
 namespace {
@@ -33,6 +35,25 @@ class QtSerialTest : public DoorTest {
   bool there = true;
   int told = 0;
 };
+
+TEST(SystemPorts, AreThoseOfDevices) {
+  namespace fs = std::filesystem;
+  const ScratchFolder folder;
+  const fs::path terminals = folder.path() / "class";
+  fs::create_directories(terminals);
+  for (const char* place :
+       {"virtual/tty/tty1", "virtual/tty/rfcomm0", "pnp0/00:04/tty/ttyS0", "serial8250/tty/ttyS1",
+        "pci/usb1/1-2/ttyUSB0/tty/ttyUSB0", "pci/usb2/tty/ttyACM3"}) {
+    fs::create_directories(folder / place);
+    fs::create_symlink(fs::path("..") / place, terminals / fs::path(place).filename());
+  }
+  std::ofstream(terminals / "ttyS0/type") << "4\n";
+  std::ofstream(terminals / "ttyS1/type") << "0\n";
+  std::string found;
+  for (const SystemPort& port : SystemPorts(terminals)) found += port.name + (port.usb ? " usb, " : ", ");
+  EXPECT_EQ(found, "ttyUSB0 usb, ttyACM3 usb, ttyS0, rfcomm0, ");
+  EXPECT_TRUE(SystemPorts(terminals / "none").empty());
+}
 
 TEST_F(QtSerialTest, BytesPassBothWaysUnchanged) {
   Modem modem(link);

@@ -10,8 +10,11 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QHash>
+#include <QSerialPortInfo>
 #include <algorithm>
 #include <utility>
+
+#include "ui/qt/system_ports.h"
 
 namespace quorvane {
 namespace {
@@ -100,7 +103,6 @@ std::map<int, int> LineErrorsOf(const QSerialPort& port) {
 SerialDevices::SerialDevices(GivenPorts given) : given_(std::move(given)) {
   clock_.start();
   MayHaveChanged();
-  begun_ = std::async(std::launch::async, &QSerialPortInfo::availablePorts);
 }
 
 bool SerialDevices::MayHaveChanged() {
@@ -108,9 +110,7 @@ bool SerialDevices::MayHaveChanged() {
   for (const auto& [number, path] : given_) {
     seen += QFileInfo::exists(QString::fromStdString(path)) ? QLatin1Char('+') : QLatin1Char('-');
   }
-  const bool changed = std::exchange(seen_, seen) != seen;
-  if (changed) begun_ = {};
-  return changed || names_.Waiting();
+  return std::exchange(seen_, seen) != seen || names_.Waiting();
 }
 
 std::vector<SerialDevice> SerialDevices::List() {
@@ -123,12 +123,12 @@ std::vector<SerialDevice> SerialDevices::List() {
   };
   const QDateTime now = QDateTime::currentDateTime();
   std::vector<ListedPort> ports;
-  const QList<QSerialPortInfo> listed = begun_.valid() ? begun_.get() : QSerialPortInfo::availablePorts();
-  for (const QSerialPortInfo& info : listed) {
-    const QFileInfo file(info.systemLocation());
+  for (const SystemPort& port : SystemPorts()) {
+    const std::string path = "/dev/" + port.name;
+    const QFileInfo file(QString::fromStdString(path));
     const QString device = file.canonicalFilePath();
-    ports.push_back({.path = info.systemLocation().toStdString(),
-                     .usb = info.hasVendorIdentifier(),
+    ports.push_back({.path = path,
+                     .usb = port.usb,
                      .ageMs = file.metadataChangeTime().msecsTo(now),
                      .byId = byId.value(device).toStdString(),
                      .given = givenNameOf(device)});

@@ -2,11 +2,9 @@
 
 #include <QElapsedTimer>
 #include <QSerialPort>
-#include <QSerialPortInfo>
 #include <QString>
 #include <QTimer>
 #include <functional>
-#include <future>
 #include <map>
 #include <string>
 #include <vector>
@@ -21,7 +19,6 @@ class SerialDevices {
  public:
   using GivenPorts = std::map<int, std::string>;  // COM number -> path
 
-  // Begins at once to list what the computer has, beside whatever else the start of the program has to do.
   explicit SerialDevices(GivenPorts given);
 
   const GivenPorts& Given() const { return given_; }
@@ -35,7 +32,6 @@ class SerialDevices {
   DeviceNames names_;
   QElapsedTimer clock_;
   QString seen_;  // what the last list was made of
-  std::future<QList<QSerialPortInfo>> begun_;
 };
 
 // The serial control on the computer's serial devices. COM numbers stay with their device
