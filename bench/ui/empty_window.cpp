@@ -1,8 +1,10 @@
-// The least that a Qt program with a window can be; with "--label" the window has a label, large as the
-// console's clock, that counts ten times a second.
+// The least that a Qt program with a window can be; with "--words" it has a button, a caption and a menu, the
+// least of each; with "--label" a label, large as the console's clock, that counts ten times a second.
 
 #include <QApplication>
 #include <QLabel>
+#include <QMenuBar>
+#include <QPushButton>
 #include <QTimer>
 #include <QVBoxLayout>
 #include <string_view>
@@ -12,7 +14,16 @@ int main(int argc, char** argv) {
   QWidget window;
   window.resize(1280, 800);
   QTimer timer;
-  if (argc > 1 && std::string_view(argv[1]) == "--label") {
+  const std::string_view option = argc > 1 ? argv[1] : "";
+  if (option == "--words") {
+    QApplication::setStyle(QStringLiteral("Fusion"));
+    (new QPushButton(QStringLiteral("Start"), &window))->setGeometry(10, 100, 100, 40);
+    (new QLabel(QStringLiteral("Race"), &window))->setGeometry(10, 50, 100, 40);
+    auto* menu = new QMenuBar(&window);
+    menu->addMenu(QStringLiteral("File"));
+    menu->setGeometry(0, 0, 1280, 30);
+  }
+  if (option == "--label") {
     auto* label = new QLabel(&window);
     QFont font;
     font.setPixelSize(85);
