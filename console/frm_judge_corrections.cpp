@@ -58,8 +58,9 @@ void frmJudge::ShowCorrections() {
     entry.SetEnabled(!what.empty());
   };
   const bool may = race_.MayCorrect();
-  offer(mnuUndo, "&Undo", may ? desk_.Undo().UndoText() : "");
-  offer(mnuRedo, "&Redo", may ? desk_.Undo().RedoText() : "");
+  const auto [undo, redo] = may ? desk_.Undo().Texts() : std::pair<std::string, std::string>();
+  offer(mnuUndo, "&Undo", undo);
+  offer(mnuRedo, "&Redo", redo);
   mnuAmend.SetEnabled(MayAmend());
   const bool shown = Lane(0).Loaded();
   LapsAndCuts().Follow(may ? "" : shown ? "Locked: this race is saved" : "No race is on the console");

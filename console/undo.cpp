@@ -93,14 +93,9 @@ std::string UndoStack::Text(const Step& step) const {
   return fmt::format("{}{}, lane {}", step.struck ? "strike of " : "", What(lane, event), step.lane);
 }
 
-std::string UndoStack::UndoText() {
+std::pair<std::string, std::string> UndoStack::Texts() {
   Prune();
-  return done_.empty() ? "" : Text(done_.back());
-}
-
-std::string UndoStack::RedoText() {
-  Prune();
-  return undone_.empty() ? "" : Text(undone_.back());
+  return {done_.empty() ? "" : Text(done_.back()), undone_.empty() ? "" : Text(undone_.back())};
 }
 
 void UndoStack::Take(Step& step, const char* what) const {
@@ -118,7 +113,6 @@ void UndoStack::Put(Step& step, const char* what) const {
 }
 
 void UndoStack::Undo() {
-  Prune();
   if (done_.empty()) return;
   Step& step = done_.back();
   step.struck ? Put(step, "undone") : Take(step, "undone");
@@ -127,7 +121,6 @@ void UndoStack::Undo() {
 }
 
 void UndoStack::Redo() {
-  Prune();
   if (undone_.empty()) return;
   Step& step = undone_.back();
   step.struck ? Take(step, "redone") : Put(step, "redone");

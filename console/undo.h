@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "console/starter.h"
@@ -21,9 +22,9 @@ class UndoStack {
   void ReadLogs();                  // a recovered one: its logs say what was entered by hand
   void MoveTimes(std::int32_t by);  // the race clock has been moved by so many ms
 
-  // "lap 5, lane 2": what the next one is about; empty when there is none.
-  std::string UndoText();
-  std::string RedoText();
+  // "lap 5, lane 2": what the next Undo() and the next Redo() are about; empty when there is none. To be
+  // asked after every event: what a station has taken back meanwhile goes then.
+  std::pair<std::string, std::string> Texts();
   void Undo();
   void Redo();
 

@@ -88,7 +88,7 @@ class Script : public HeatPrinter, public PracticeField {
         {"field", [&] { FieldIs(std::stoi(name), text); }},
         {"record", [&] { TellAmended(std::stoi(value)); }},
         {"colors", [&] { Each([](frmLane& lane) { lane.UpdateLaneColor(); }); }},
-        {"cat", [&] { happened_ += "  " + Replaced(Kept(), "\n", "\n  ") + "\n"; }},
+        {"cat", [&] { happened_ += "  " + Replaced(Kept(value), "\n", "\n  ") + "\n"; }},
         {"forget", [&] { rig_.platform.settings = {}; }},
         {"move", [&] { std::filesystem::rename(Folder(name), Folder(text)); }},
         {"heat", [&] { player_.Line("cmdStart +2300 10{ +3700 F1 +100 F2 +100 F3 +100 F4 } +17700"); }},
@@ -116,7 +116,9 @@ class Script : public HeatPrinter, public PracticeField {
   }
   static std::uint8_t ToByte(const std::string& text) { return static_cast<std::uint8_t>(std::stoi(text)); }
 
-  void Start(const PracticeOptions&) override { happened_ += "  the field starts\n"; }
+  void Start(const PracticeOptions& options) override {
+    happened_ += fmt::format("  the field starts {}\n", fmt::join(FieldArguments(options), " "));
+  }
   void Stop() override { happened_ += "  the field ends\n"; }
   // The simulated field is at this port, or nowhere.
   void FieldIs(int port, const std::string& trouble) {
@@ -136,7 +138,9 @@ class Script : public HeatPrinter, public PracticeField {
   void Each(const std::function<void(frmLane&)>& act) {
     for (int i = 0; i < 4; ++i) act(rig_.lane(i));
   }
-  std::string Kept() const { return Replaced(FileBytes(rig_.file), "\r", "\\r"); }
+  std::string Kept(const std::string& file) const {
+    return Replaced(FileBytes(file.empty() ? rig_.file : rig_.folder / file), "\r", "\\r");
+  }
   frmLane& Lane(const std::string& number) { return rig_.lane(std::stoi(number) - 1); }
   // The folder of the project, under this name beside it.
   std::string Folder(const std::string& suffix) { return rig_.folder.path().string() + suffix; }

@@ -1,6 +1,3 @@
-#include "console/practice.h"
-
-#include <fmt/ranges.h>
 #include <gtest/gtest.h>
 
 #include "console/first_start.h"
@@ -8,19 +5,6 @@
 
 namespace quorvane {
 namespace {
-
-TEST(Practice, BecomesOptionsOfTheSimulatedField) {
-  const std::string always = "--heats 0 --pause 15000 --mode ";
-  const std::pair<PracticeOptions, std::string> cases[] = {
-      {{}, "2"},
-      {{.mode = 0}, "all"},
-      {{.mode = 5, .radio = PracticeOptions::Radio::kBad}, "5 --noise 0.2 --loss 0.08 --damage 0.08"},
-      {{.silentJudge = true, .starterRestarts = true, .lostTimers = true},
-       "2 --silent P2@75000 --silent TM@95000 --restart 85000"}};
-  for (const auto& [options, arguments] : cases) {
-    EXPECT_EQ(fmt::format("{}", fmt::join(FieldArguments(options), " ")), always + arguments);
-  }
-}
 
 struct NotedField : PracticeField {
   void Start(const PracticeOptions&) override { running = true; }

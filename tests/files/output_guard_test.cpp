@@ -26,6 +26,10 @@ TEST(OutputGuard, KnowsOurFilesByTheirContentAndKeepsThem) {
       {"[Races]\n[Racer1]\n", Ini, {Settings, Other}},
       {"Round,Heat\n[x]\n", Other, {Other}},
       {"{\"races\": [1, 2]}", Other, {Other}}};
+  for (const std::string section : {"DiskFile", "RaceInfo", "frmSerialPort", "frmJudge", "Ports", "Printer",
+                                    "Scoreboard", "Timer", "Practice", "FirstStart"}) {
+    EXPECT_EQ(KindOfContent("[" + section + "]\n"), Settings) << section;
+  }
   const ScratchFolder folder;
   const std::string file = folder / "file";
   for (const auto& [content, kind, places] : cases) {

@@ -46,12 +46,13 @@ TEST(StationMessage, AKnownFrameReadsFieldByField) {
 TEST(StationMessage, ACutByteHasASlotForEachCount) {
   StationMessage m;
   m.ssDbl = 1;  // of the race before
-  SetCuts(m, 0, {1, 1, 1, 1});
-  SetCuts(m, 1, {2, 3, 2, 9});
-  SetCuts(m, 2, {0, 2, 1, 0});
-  SetCuts(m, 3, {});
-  EXPECT_EQ(m.Cuts, (std::array<std::uint8_t, 4>{0x55, 0xFF, 0x1C, 0}));
-  EXPECT_EQ(std::pair(m.ssSgl, m.ssDbl), (std::pair<std::uint8_t, std::uint8_t>(0b0101, 0b0110)));
+  m.Cuts[3] = 0xFF;
+  SetCuts(m, 0, {0, 1, 2, 1});
+  SetCuts(m, 1, {0, 2, 0, 9});
+  SetCuts(m, 2, {2, 0, 1, 0});
+  SetCuts(m, 3, {1});
+  EXPECT_EQ(m.Cuts, (std::array<std::uint8_t, 4>{0x74, 0xCC, 0x13, 1}));
+  EXPECT_EQ(std::pair(m.ssSgl, m.ssDbl), (std::pair<std::uint8_t, std::uint8_t>(0b1101, 0b0111)));
 }
 
 TEST(FrameReceiver, FindsAndLosesFramesLikeThis) {
