@@ -37,6 +37,7 @@ inline constexpr Color kBlack = Color::Rgb(0x000000);
 inline constexpr Color kSilver = Color::Rgb(0xC0C0C0);
 inline constexpr Color kDarkGrey = Color::Rgb(0x404040);
 inline constexpr Color kRed = Color::Rgb(0xFF0000);
+inline constexpr Color kAmber = Color::Rgb(0xFFC840);  // asks for attention
 inline constexpr Color kGreen = Color::Rgb(0x00FF00);
 
 }  // namespace quorvane

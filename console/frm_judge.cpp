@@ -16,10 +16,10 @@ JudgeControls::JudgeControls(Forms& forms) : Form(forms, "frmJudge") {
   Form::SetCaption("Quorvane");
   lblNotSaved.SetForeColor(kWhite);
   lblNotSaved.SetBackColor(kRed);
-  lblUnsaved.SetBackColor(Color::Rgb(0xFFC840));
-  lblController.SetBackColor(Color::Rgb(0xFFC840));
+  lblUnsaved.SetBackColor(kAmber);
+  lblController.SetBackColor(kAmber);
   lblSilent.SetForeColor(kRed);
-  lblPractice.SetBackColor(Color::Rgb(0xFFC840));
+  lblPractice.SetBackColor(kAmber);
   for (Control* control :
        {&lblUnsaved, &lblNotSaved, &lblPractice, &lblController, &lblNotice, &lblSilent, &chkAudio}) {
     control->SetVisible(false);

@@ -183,9 +183,10 @@ class frmJudge : public JudgeControls, public LinkOwner {
   unsigned raceSerial_ = 0;
   bool CountdownRunning_ = false;
   std::int32_t LastTimeSent_ = 0;
-  std::string contest_;       // the project that is put aside while there is practice; empty: there is none
-  std::string fieldTrouble_;  // why the practice field does not answer
-  std::string recovered_;     // how the race on the console was, in words for its record; empty: it was not
+  std::string contest_;  // the project that is put aside while there is practice; empty: there is none
+  std::pair<std::int16_t, std::string> lastOfContest_;  // LastRaceRun and its file, meanwhile
+  std::string fieldTrouble_;                            // why the practice field does not answer
+  std::string recovered_;  // how the race on the console was, in words for its record; empty: it was not
   std::optional<RadioRecord> radioBefore_;  // of a recovered race: what its kept file tells
 };
 

@@ -1,5 +1,6 @@
 // Practice on the simulated field: in a project of its own, with the contest's put aside until it ends.
 
+#include <tuple>
 #include <utility>
 
 #include "base/text.h"
@@ -64,6 +65,7 @@ void frmJudge::BeginPractice(bool ask) {
     if (!WhyNoPractice().empty()) return ShowNotice("Practice was not started. " + WhyNoPractice());
     if (!OpenPracticeProject()) return;
     contest_ = contest;
+    lastOfContest_ = {race_.LastRaceRun, race_.LastRaceFile};
     link_.SetVisible(false);  // with the practice's it would lie over the lanes
   }
   fieldTrouble_.clear();
@@ -115,6 +117,7 @@ void frmJudge::EndPractice() {
     return;
   }
   contest_.clear();
+  std::tie(race_.LastRaceRun, race_.LastRaceFile) = lastOfContest_;
   fieldTrouble_.clear();
   ShowOpenProject();
   OfferRecovery();

@@ -141,6 +141,7 @@ void frmJudge::FinalizeRace() {
   cboRaceMode.SetEnabled(false);
   for (const auto& lane : lanes_) lane->FinalizeRace();
   race_.LastRaceRun = race_.RaceNumber;
+  race_.LastRaceFile = race_.ProjectFile;
   tmrTimeTick.SetEnabled(false);
   desk_.RankLanes();
   race_.RaceDone = true;

@@ -103,11 +103,12 @@ std::string ResultLine(const RaceRecord& race) {
 }
 
 bool ScoreKeeper::BetweenRaces() const {
-  if (program_.race().RaceActive || program_.race().ReflyMode) return false;
+  const RaceState& race = program_.race();
+  if (race.RaceActive || race.ReflyMode) return false;
   for (int i = 0; i < 4; ++i) {
     if (program_.lane(i).EventCount() != 0) return false;
   }
-  return program_.race().LastRaceRun >= 1;
+  return race.LastRaceRun >= 1 && race.LastRaceFile == race.ProjectFile;
 }
 
 // Once: the starter's stop makes the console ready for the next race as soon as one is over.
@@ -124,11 +125,11 @@ void ScoreKeeper::ReadLastResult() {
 }
 
 Score ScoreKeeper::Now() {
-  if (BetweenRaces()) {
-    ReadLastResult();
-    if (result_) return *result_;
-  }
-  return ScoreOnConsole(program_);
+  const bool between = BetweenRaces();
+  if (between) ReadLastResult();
+  Score score = between && result_ ? *result_ : ScoreOnConsole(program_);
+  score.practice = program_.judge().Practising();
+  return score;
 }
 
 }  // namespace quorvane

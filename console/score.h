@@ -25,6 +25,7 @@ struct Score {
   std::string event = {}, mode = {}, clock = {};
   Color clockBack = kWhite;
   std::array<Lane, 4> lanes = {};
+  bool practice = false;  // nobody's result
 };
 
 struct RaceRecord;

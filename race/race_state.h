@@ -26,8 +26,9 @@ struct LaneMarking {
 
 // The race variables that all parts of the program share; one instance for the program.
 struct RaceState {
-  std::int16_t RaceNumber = 1;   // counted from 1 across rounds
-  std::int16_t LastRaceRun = 0;  // last race finalized; -1 after the heat was advanced by hand
+  std::int16_t RaceNumber = 1;    // counted from 1 across rounds
+  std::int16_t LastRaceRun = 0;   // last race finalized; -1 after the heat was advanced by hand
+  std::string LastRaceFile = {};  // the project in which that was
   std::int16_t HeatsPerRound = 1;
   std::int16_t NumberReflys = 0;
   std::int16_t RaceMode = 1;      // 1..6

@@ -160,7 +160,9 @@ class ScoreView : public QWidget {
     headings_->ShowHeadings();
     heat_->Show({.text = Words::Of(score.heat)});
     const QString gap = score.event.empty() ? QString() : QStringLiteral("  ");
-    event_->Show({.text = ToQString(score.event), .tail = gap + Words::Of(score.mode)});
+    const QColor behind = Shown(score.practice ? kAmber : kWindow);
+    const QString event = score.practice ? Words::Of("PRACTICE") : ToQString(score.event);
+    event_->Show({.text = event, .tail = gap + Words::Of(score.mode), .back = behind});
     const QColor back = Shown(score.clockBack);
     clock_->Show({.text = Words::Of(score.clock), .back = back, .fore = Shown(kWindowText)});
     for (std::size_t i = 0; i < lanes_.size(); ++i) lanes_[i]->Show(score.lanes[i]);

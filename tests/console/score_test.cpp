@@ -66,6 +66,18 @@ TEST(ScoreKeeper, ShowsTheRaceThenItsResultAndNothingOfARaceThatIsReflown) {
   rig.race().LastRaceRun = 2;
   EXPECT_EQ(Rows(keeper.Now())[0], "|||Protest!");
 
+  rig.Answer(DialogAnswer::Word::Yes);
+  rig.Click("frmSerialPort.cmdPractice");
+  rig.Click("frmPractice.cmdBegin");
+  EXPECT_TRUE(keeper.Now().practice && keeper.Now().clock == "Waiting");
+  rig.Click("frmJudge.cmdStart");
+  rig.At(rig.platform.ClockMs() + 40000);
+  rig.Click("frmJudge.cmdSave");
+  EXPECT_TRUE(keeper.Now().practice && keeper.Now().clock == "Result");
+  rig.Click("frmPractice.cmdEnd");
+  EXPECT_FALSE(keeper.Now().practice);
+  EXPECT_EQ(Rows(keeper.Now())[0], "|||Protest!");  // not race 1, which practice has flown, too
+
   for (int race = 3; race > 1; --race) rig.Click("frmJudge.cmdDecHeat");
   EXPECT_EQ(keeper.Now().clock, "Waiting");
   EXPECT_EQ(Rows(keeper.Now())[0], "12|1|1:17.00|1st");
