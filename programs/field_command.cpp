@@ -42,6 +42,11 @@ std::int64_t Ms(const std::string& text) {
   return ms;
 }
 
+// The help names a value in one word, not by its limits.
+CLI::Validator UpTo(std::int64_t most) {
+  return CLI::Range(std::int64_t{0}, most).description("");
+}
+
 // "DS@5000" or "DS@5000-9000".
 void AddSilence(FieldOptions& field, const std::string& value) {
   const std::size_t at = value.find('@');
@@ -67,19 +72,24 @@ void AddHeats(Arguments& app, FieldOptions& field) {
                                                     {"4", 4},   {"5", 5}, {"6", 6}};
   app.option_defaults()->group("The heats");
   app.add_option("--heats", field.heats, "how many; 0: no end [1, or 6 with --mode all]")
-      ->check(CLI::Range(0, 100000));
+      ->type_name("N")
+      ->check(UpTo(100000));
   app.add_option("--mode", field.mode,
                  "1 RaceHorse, 2 AMA 1324, 3 AMA 2413, 4 FAI 123, 5 FAI 231, 6 FAI 312, or all, one after "
                  "another [2]")
-      ->transform(CLI::CheckedTransformer(kModes).description("1..6|all"));
+      ->type_name("MODE")
+      ->transform(CLI::CheckedTransformer(kModes).description(""));
   app.add_option("--seed", field.seed,
-                 "what the heats are drawn from; the same number gives the same heats [1]");
+                 "what the heats are drawn from; the same number gives the same heats [1]")
+      ->type_name("N");
   app.add_option("--count", field.count,
-                 "on or off: the 60-second count; without it the starter's clock begins at 60000 [on]");
+                 "the 60-second count; without it the starter's clock begins at 60000 [on]")
+      ->type_name("on|off");
   app.add_flag("--hold", field.hold, "the starter holds the count at 56000 for three seconds");
   app.add_flag("--quick", field.quick, "laps of about four seconds");
   app.add_option("--pause", field.pause, "ms by which the starter idles longer between two heats [0]")
-      ->check(CLI::Range(std::int64_t{0}, kDay));
+      ->type_name("MS")
+      ->check(UpTo(kDay));
 }
 
 void AddStations(Arguments& app, FieldOptions& field) {
@@ -97,7 +107,8 @@ void AddStations(Arguments& app, FieldOptions& field) {
          "--restart", field.restart,
          "race clock in ms at which the starter restarts in the first heat, having forgotten the race; "
          "the heat is flown again, and told once")
-      ->check(CLI::Range(std::int64_t{0}, kDay));
+      ->type_name("MS")
+      ->check(UpTo(kDay));
 
   app.option_defaults()->group("A console that controls the race");
   app.add_flag("--controlled", field.controlled,
@@ -107,7 +118,8 @@ void AddStations(Arguments& app, FieldOptions& field) {
       ->excludes("--restart");
   app.add_option("--starter-at", field.starter_at,
                  "ms after which starter and timers come on the air after all, and idle")
-      ->check(CLI::Range(std::int64_t{0}, kDay))
+      ->type_name("MS")
+      ->check(UpTo(kDay))
       ->needs("--controlled");
 }
 
@@ -118,14 +130,16 @@ CLI::Validator Probability() {
             const bool good = CLI::detail::lexical_cast(text, value) && value >= 0 && value <= 1;
             return good ? std::string() : text + " is no probability from 0 to 1";
           },
-          "0..1"};
+          ""};
 }
 
 void AddLine(Arguments& app, LineOptions& line) {
   app.option_defaults()->group("The line (probabilities from 0 to 1, per frame)");
-  app.add_option("--noise", line.noise, "random bytes before a frame")->check(Probability());
-  app.add_option("--loss", line.loss, "a frame is not sent")->check(Probability());
-  app.add_option("--damage", line.damage, "a byte of a frame is changed")->check(Probability());
+  app.add_option("--noise", line.noise, "random bytes before a frame")->type_name("P")->check(Probability());
+  app.add_option("--loss", line.loss, "a frame is not sent")->type_name("P")->check(Probability());
+  app.add_option("--damage", line.damage, "a byte of a frame is changed")
+      ->type_name("P")
+      ->check(Probability());
   app.add_flag("--split", line.split, "frames arrive in pieces");
 }
 
@@ -133,7 +147,8 @@ void AddTasks(Arguments& app, CommandLine& line) {
   app.option_defaults()->group("The terminal");
   app.AddFile("--link", line.link, "a symbolic link to it; an old link is replaced, anything else is not");
   app.add_option("--delay", line.delay, "ms after which the heats begin, console or not")
-      ->check(CLI::Range(std::int64_t{0}, kDay));
+      ->type_name("MS")
+      ->check(UpTo(kDay));
   app.add_flag("--stay", line.stay, "after the last heat go on idling until ended by a signal");
 
   app.option_defaults()->group("Without a terminal");
@@ -147,7 +162,8 @@ void AddTasks(Arguments& app, CommandLine& line) {
       ->type_name("FILE")
       ->check(NamedFile());
   app.add_option("--tolerance", line.compare.tolerance, "ms by which times may differ [60]")
-      ->check(CLI::Range(0, 100'000));
+      ->type_name("MS")
+      ->check(UpTo(100'000));
   app.add_flag("--lossy", line.compare.lossy,
                "a bad line: laps may be late or missing, but never early or too many");
 }
