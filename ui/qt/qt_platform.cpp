@@ -19,7 +19,7 @@ namespace {
 
 // See ui/sound/. Null, and says why, where it is not there.
 std::unique_ptr<QObject> NewSound(const QString& file) {
-  QLibrary library(SharedFolder(QStringLiteral("../lib/quorvane/libquorvane-sound")));
+  QLibrary library(SharedFolder(QStringLiteral("../lib/quorvane/sound/libquorvane-sound")));
   const auto play = reinterpret_cast<QObject* (*)(const QString&)>(library.resolve("QuorvanePlayWave"));
   if (play != nullptr) return std::unique_ptr<QObject>(play(file));
   std::fprintf(stderr, "%s: %s\n", "quorvane: no sound", library.errorString().toLocal8Bit().constData());
