@@ -58,6 +58,7 @@ struct Place {
   std::string key = {};     // the console key that does the same, shown on a button
   std::string word = {};    // what a label says while its caption is empty
   Anchoring anchoring = Anchoring::None;
+  std::string over = {};  // has the room of the control of this name, too, while that is hidden
 };
 
 // A word on the form that is no control.

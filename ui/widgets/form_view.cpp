@@ -189,7 +189,7 @@ QFont FormView::Letters(double points, Look look) const {
 }
 
 void FormView::Arrange(ControlView& view) {
-  Put(view, view.Design().rect);
+  Put(view, RoomOf(view.Design()));
   view.Widget()->setFont(Letters(view.Design().points, view.Design().look));
 }
 
@@ -210,6 +210,12 @@ void FormView::Arrange() {
     panel->setGeometry(Scaled(rect));
     panel->Arrange();  // its letters may change although its size does not
   }
+}
+
+QRect FormView::RoomOf(const Place& place) const {
+  const Control* other = form_.Find(place.over);
+  if (other == nullptr || other->Visible()) return place.rect;
+  return place.rect.united(std::ranges::find(design_.places, place.over, &Place::name)->rect);
 }
 
 // A rectangle of the form's design, for a widget that may lie in a frame.
@@ -317,6 +323,7 @@ void FormView::PlaceAnchored() {
   for (const auto& view : views_) {
     const Anchoring anchoring = view->Design().anchoring;
     const Control* anchor = view->Of().Anchor();
+    if (!view->Design().over.empty()) Put(*view, RoomOf(view->Design()));
     if (anchor == nullptr || anchoring == Anchoring::None || anchoring == Anchoring::Stack) continue;
     const QRect& by = Find(*anchor)->at;
     const bool covers = anchoring == Anchoring::Cover;

@@ -66,6 +66,7 @@ class FormView : public QWidget {
   QRect Scaled(const QRect& design) const;  // in the form as it is
   QFont Letters(double points, Look look) const;
   void Arrange();
+  QRect RoomOf(const Place& place) const;
   void Put(ControlView& view, const QRect& at);
   void FitRow();
   bool TextShown(const StaticText& text) const;
