@@ -38,6 +38,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   try {
     Read(program, arguments);
   } catch (const Ending& ending) {
+    Tell(std::to_string(ending.status) + ending.text);
     const auto control = [](unsigned char c) { return c < ' '; };
     Require(ending.status == 0 || (ending.status == 2 && ending.text.ends_with('\n') &&
                                    std::ranges::count_if(ending.text, control) == 1));

@@ -32,6 +32,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (const std::uint8_t byte : chunk) naive.Byte(byte);
     Require(receiver.RxCount() == naive.Count());
   }
+  for (const std::string& text : found) Tell(text);
   Require(found == naive.TakeFound());
   return 0;
 }

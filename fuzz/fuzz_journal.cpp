@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "base/text.h"
+#include "fuzz/changes_told.h"
 #include "fuzz/tell_all.h"
 #include "journal/journal_text.h"
 #include "replay/replay.h"
@@ -23,6 +24,7 @@ using namespace quorvane;
 void RequireReadsBack(const SessionJournal& journal) {
   std::string text = StartRecords(journal.start, journal.timersRecorded);
   for (const JournalRecord& record : journal.records) text += RecordText(record);
+  Tell(text);
   const SessionJournal again = ReadJournal(text);
   Require(!again.cutOff && again.records.size() == journal.records.size());
 }
@@ -36,12 +38,20 @@ void Run(SessionJournal journal) {
     if (record.answer.word == DialogAnswer::Word::File) record.answer.text = folder / "other.ini";
   }
   for (const char* name : {"contest.ini", "other.ini"}) std::filesystem::remove(folder / name);
-  Replay replay(journal, {.project = folder / "contest.ini"});
+  Replay replay(journal, {.project = folder / "contest.ini", .verify = told != nullptr});
+  const ChangesTold changes(replay.program().door().AllForms());
   replay.Run();
-  Require(!StateJson(replay).empty());
+  const std::string state = StateJson(replay);
+  Require(!state.empty());
+  Tell(state + FrameRecords(replay.Sent()) + DialogLines(replay.platform().shown) +
+       SettingsText(replay.platform().settings) + Join(replay.Notes(), '\n') + replay.StuckIn());
+  const Verdict verdict = Verify(journal, replay, {});
+  Tell(verdict.text + Join(verdict.notes, '\n'));
   Require(!replay.program().door().DialogOpen());
   replay.folder().Remove();
-  TellAll(ProfileFile(FileBytes(folder / "contest.ini")));
+  const std::string saved = FileBytes(folder / "contest.ini");
+  Tell(saved);
+  TellAll(ProfileFile(saved));
 }
 
 // A changed record keeps its place in time, and a whole frame a right check byte; hardly any change would go
@@ -77,6 +87,7 @@ std::optional<SessionJournal> Read(const std::string& text) {
     RequireReadsBack(journal);
     return journal;
   } catch (const UnreadableJournal& error) {
+    Tell(error.what());
     Require(error.Line() >= 1 && std::string_view(error.what()).find('\n') == std::string_view::npos);
     return std::nullopt;
   }

@@ -17,6 +17,11 @@ namespace {
 
 using namespace quorvane;
 
+void TellLane(const LaneRig& rig) {
+  for (const auto& [name, text] : rig.Look()) Tell(name + "=" + text);
+  for (const auto& [name, value] : rig.owner.values) Tell(name.second + "=" + value);
+}
+
 void PutRight(LaneRig& rig, const std::string& acts) {
   frmLane& lane = rig.lane;
   for (std::size_t i = 0; i + 1 < std::min<std::size_t>(acts.size(), 60); i += 2) {
@@ -31,6 +36,7 @@ void PutRight(LaneRig& rig, const std::string& acts) {
     } catch (const RunTimeError&) {  // a full log, times beyond all measure
     }
     Require(lane.EventCount() <= LaneLog::kSlots);
+    TellLane(rig);
   }
 }
 
@@ -57,6 +63,7 @@ void GoOn(const LaneRig& told, const std::string& acts) {
   again.owner.values = rig.owner.values;
   again.Start();
   again.Do("resume");
+  TellLane(again);
   Require(std::ranges::equal(rig.lane.Events().Entries(), again.lane.Events().Entries()));
   Require(rig.lane.Running().lastLapTime == again.lane.Running().lastLapTime);
 }
@@ -73,6 +80,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   }
   GoOn(rig, acts);
   rig.Do("load", 1);
+  TellLane(rig);
   Require(rig.lane.EventCount() <= LaneLog::kSlots && rig.lane.IsFinished());
   RequireComesBack(rig);
   PutRight(rig, acts);

@@ -55,6 +55,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const std::string before = file.Serialize();
     const bool changed = file.Write(section, key, fields[i + 2]);
     const std::string after = file.Serialize();
+    Tell(after);
     Require(changed == (before != after));
     RequireOtherLinesKept(before, after);
 

@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <string>
 
-#include "fuzz/require.h"
+#include "fuzz/changes_told.h"
 #include "tests/support/console_rig.h"
 
 namespace {
@@ -20,6 +20,7 @@ std::optional<std::string> TakeUp(const std::string& bytes, std::int64_t later) 
   ConsoleRig rig;
   const std::string path = BesideProject(rig.file, kRunningEnding);
   rig.program.keeper().Keep(path, bytes);
+  const ChangesTold changes(rig.program.door().AllForms());
   for (const char* answer : {"4", "Cup"}) rig.Answer(DialogAnswer::Word::Text, answer);
   rig.Answer(DialogAnswer::Word::Yes);
   rig.program.door().Enter({EventKind::Load});
@@ -43,6 +44,8 @@ std::optional<std::string> TakeUp(const std::string& bytes, std::int64_t later) 
   rig.Click("frmJudge.cmdReset");
   Require(!rig.race().AtStake() && !rig.program.keeper().Read(path));
   rig.Click("frmJudge.mnuBringBack");
+  for (const auto& [ms, box, answer] : rig.platform.shown) Tell(box.title + " | " + box.text);
+  Tell(kept.value_or("not kept") + FileBytes(rig.file));
   return kept;
 }
 

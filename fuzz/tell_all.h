@@ -1,5 +1,7 @@
 #pragma once
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <string>
 
@@ -27,9 +29,14 @@ inline void TellAll(const ProfileFile& file) {
     for (int i = 1; i <= pages; ++i) frmProtest::PrintPage(page, race, i, "fuzz", {});
   }
   std::erase_if(contest.races, [](const RaceRecord& race) { return !race.hasRun; });
-  Require(!ResultsText(contest).empty() && !ResultsCsv(contest, true).empty());
-  Require(!ResultsJson(contest).empty() && !ResultsHtml(contest, "fuzz").empty());
-  Require(!CopyText(SortedRows(ResultsRows(contest), contest.eventName.size() % 12, true)).empty());
+  for (const std::string& text :
+       {ResultsText(contest), ResultsCsv(contest, true), ResultsJson(contest), ResultsHtml(contest, "fuzz"),
+        CopyText(SortedRows(ResultsRows(contest), contest.eventName.size() % 12, true))}) {
+    Require(!text.empty());
+    Tell(text);
+  }
+  for (const auto& words : page.words)
+    Tell(fmt::format("{} {:.2f} {:.2f}", words.text, words.ink.left, words.ink.top));
 }
 
 }  // namespace quorvane

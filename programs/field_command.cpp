@@ -115,6 +115,7 @@ void AddStations(Arguments& app, FieldOptions& field) {
                "no starter and no timers: the stations follow the console, --heats counts its races, and the "
                "JSON tells "
                "what the stations saw and heard of it")
+      ->option_text("Excludes: --restart --fast")  // the library would tell them in any order
       ->excludes("--restart");
   app.add_option("--starter-at", field.starter_at,
                  "ms after which starter and timers come on the air after all, and idle")

@@ -1,0 +1,76 @@
+// What comes of the inputs that the fuzzers begin with, as a number each: every change of every control, what
+// is sent, asked, kept, saved and printed. Where one differs from what it was, its text is written beside the
+// new numbers, to be compared with that of the commit before.
+
+#include <gtest/gtest.h>
+
+#include <fmt/format.h>
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <set>
+
+#include "base/text.h"
+#include "fuzz/require.h"
+#include "tests/support/scratch_folder.h"
+#include "tests/support/test_data.h"
+
+extern "C" {
+int fuzz_arguments(const std::uint8_t* data, std::size_t size);
+int fuzz_frames(const std::uint8_t* data, std::size_t size);
+int fuzz_journal(const std::uint8_t* data, std::size_t size);
+int fuzz_lane(const std::uint8_t* data, std::size_t size);
+int fuzz_profile(const std::uint8_t* data, std::size_t size);
+int fuzz_running(const std::uint8_t* data, std::size_t size);
+}
+
+namespace quorvane {
+namespace {
+
+// FNV-1a: the same everywhere.
+std::uint64_t Number(const std::string& text) {
+  std::uint64_t number = 0xCBF29CE484222325;
+  for (const char c : text) number = (number ^ static_cast<unsigned char>(c)) * 0x100000001B3;
+  return number;
+}
+
+void ExpectAsBefore(const std::string& fuzzer, int (*run)(const std::uint8_t*, std::size_t)) {
+  const std::string golden = TestData() + "/fuzz/" + fuzzer + ".txt";
+  const std::string before = FileBytes(golden);
+  std::set<std::filesystem::path> inputs;
+  for (const auto& entry : std::filesystem::directory_iterator(TestData() + "/../../fuzz/corpus/" + fuzzer)) {
+    inputs.insert(entry.path());
+  }
+  std::string now;
+  for (const auto& input : inputs) {
+    const std::string bytes = FileBytes(input.string());
+    std::string text;
+    told = &text;
+    run(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
+    told = nullptr;
+    // Scratch folders have other names each time.
+    const std::string scratch = (std::filesystem::temp_directory_path() / "quorvane-").string();
+    for (std::size_t at = 0; (at = text.find(scratch, at)) != std::string::npos;) {
+      text.replace(at, std::min(text.find('/', at + scratch.size()), text.size()) - at, "DIR");
+    }
+    const std::string line = fmt::format("{} {:016x}\n", input.filename().string(), Number(text));
+    if (before.find(line) == std::string::npos) {
+      PutFile((std::filesystem::temp_directory_path() / (fuzzer + "-" + input.filename().string())).string(),
+              text);
+    }
+    now += line;
+  }
+  ExpectGolden(golden, now);
+}
+
+TEST(Corpus, ComesToWhatItDid) {
+  ExpectAsBefore("fuzz_arguments", fuzz_arguments);
+  ExpectAsBefore("fuzz_frames", fuzz_frames);
+  ExpectAsBefore("fuzz_journal", fuzz_journal);
+  ExpectAsBefore("fuzz_lane", fuzz_lane);
+  ExpectAsBefore("fuzz_profile", fuzz_profile);
+  ExpectAsBefore("fuzz_running", fuzz_running);
+}
+
+}  // namespace
+}  // namespace quorvane
