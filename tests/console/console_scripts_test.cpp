@@ -12,6 +12,7 @@
 #include <sstream>
 
 #include "base/text.h"
+#include "console/score.h"
 #include "results/race_records.h"
 #include "tests/support/console_rig.h"
 #include "tests/support/script.h"
@@ -224,7 +225,19 @@ class Script : public HeatPrinter, public PracticeField {
     for (const auto& [name, value] : rig_.platform.settings.All())
       look["settings"][name.first + "/" + name.second] = value;
     LookAtFiles(look);
+    LookAtScore(look["score"]);
     return look;
+  }
+
+  // "laps|cuts|time|place" of each lane, "!" behind a place that is none.
+  void LookAtScore(std::map<std::string, std::string>& look) {
+    const Score score = keeper_.Now();
+    const bool runs = std::isdigit(score.clock[0]) != 0;
+    look["head"] = score.heat + ", " + score.event + ", " + score.mode + ", " +
+                   (runs ? "runs" : score.clock) + (score.practice ? ", practice" : "");
+    for (const Score::Lane& lane : score.lanes)
+      look[lane.flies ? lane.name : "-" + lane.name] =
+          lane.laps + "|" + lane.cuts + "|" + lane.time + "|" + lane.place + (lane.bad ? "!" : "");
   }
 
   static std::string Shown(const Form& form) {
@@ -288,6 +301,7 @@ class Script : public HeatPrinter, public PracticeField {
 
   const bool corrects_, practises_;  // what else is looked at
   ConsoleRig rig_;
+  ScoreKeeper keeper_{rig_.program};
   Look before_;
   StepPlayer player_{[this](const Step& step) { Do(step); }};
   std::string happened_;
@@ -310,7 +324,7 @@ TEST_P(ConsoleScripts, DoWhatTheySay) {
 
 INSTANTIATE_TEST_SUITE_P(All, ConsoleScripts,
                          testing::Values("clock", "corrections", "heats", "practice", "project", "radio",
-                                         "recovery"));
+                                         "recovery", "score"));
 
 }  // namespace
 }  // namespace quorvane
