@@ -12,6 +12,7 @@
 
 #include "base/text.h"
 #include "fuzz/require.h"
+#include "programs/commit.h"
 #include "tests/support/scratch_folder.h"
 #include "tests/support/test_data.h"
 
@@ -34,6 +35,17 @@ std::uint64_t Number(const std::string& text) {
   return number;
 }
 
+// Scratch folders have other names each time, and a build tells of itself.
+std::string WithoutThisRun(std::string text) {
+  const std::string scratch = (std::filesystem::temp_directory_path() / "quorvane-").string();
+  for (std::size_t at = 0; (at = text.find(scratch, at)) != std::string::npos;)
+    text.replace(at, std::min(text.find('/', at + scratch.size()), text.size()) - at, "DIR");
+  for (const std::string& word : {" (" + ProgramCommit() + ")", std::string("\"Built with ")})
+    for (std::size_t at = 0; (at = text.find(word)) != std::string::npos;)
+      text.erase(at, text.find('\n', at) - at);
+  return text;
+}
+
 void ExpectAsBefore(const std::string& fuzzer, int (*run)(const std::uint8_t*, std::size_t)) {
   const std::string golden = TestData() + "/fuzz/" + fuzzer + ".txt";
   const std::string before = FileBytes(golden);
@@ -48,11 +60,7 @@ void ExpectAsBefore(const std::string& fuzzer, int (*run)(const std::uint8_t*, s
     told = &text;
     run(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
     told = nullptr;
-    // Scratch folders have other names each time.
-    const std::string scratch = (std::filesystem::temp_directory_path() / "quorvane-").string();
-    for (std::size_t at = 0; (at = text.find(scratch, at)) != std::string::npos;) {
-      text.replace(at, std::min(text.find('/', at + scratch.size()), text.size()) - at, "DIR");
-    }
+    text = WithoutThisRun(text);
     const std::string line = fmt::format("{} {:016x}\n", input.filename().string(), Number(text));
     if (before.find(line) == std::string::npos) {
       PutFile((std::filesystem::temp_directory_path() / (fuzzer + "-" + input.filename().string())).string(),
