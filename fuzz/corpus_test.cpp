@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <set>
+#include <utility>
 
 #include "base/text.h"
 #include "fuzz/require.h"
@@ -16,14 +17,8 @@
 #include "tests/support/scratch_folder.h"
 #include "tests/support/test_data.h"
 
-extern "C" {
-int fuzz_arguments(const std::uint8_t* data, std::size_t size);
-int fuzz_frames(const std::uint8_t* data, std::size_t size);
-int fuzz_journal(const std::uint8_t* data, std::size_t size);
-int fuzz_lane(const std::uint8_t* data, std::size_t size);
-int fuzz_profile(const std::uint8_t* data, std::size_t size);
-int fuzz_running(const std::uint8_t* data, std::size_t size);
-}
+using Fuzzer = int(const std::uint8_t* data, std::size_t size);
+extern "C" Fuzzer fuzz_arguments, fuzz_frames, fuzz_journal, fuzz_lane, fuzz_profile, fuzz_running;
 
 namespace quorvane {
 namespace {
@@ -46,7 +41,7 @@ std::string WithoutThisRun(std::string text) {
   return text;
 }
 
-void ExpectAsBefore(const std::string& fuzzer, int (*run)(const std::uint8_t*, std::size_t)) {
+void ExpectAsBefore(const std::string& fuzzer, Fuzzer* run) {
   const std::string golden = TestData() + "/fuzz/" + fuzzer + ".txt";
   const std::string before = FileBytes(golden);
   std::set<std::filesystem::path> inputs;
@@ -71,14 +66,17 @@ void ExpectAsBefore(const std::string& fuzzer, int (*run)(const std::uint8_t*, s
   ExpectGolden(golden, now);
 }
 
-TEST(Corpus, ComesToWhatItDid) {
-  ExpectAsBefore("fuzz_arguments", fuzz_arguments);
-  ExpectAsBefore("fuzz_frames", fuzz_frames);
-  ExpectAsBefore("fuzz_journal", fuzz_journal);
-  ExpectAsBefore("fuzz_lane", fuzz_lane);
-  ExpectAsBefore("fuzz_profile", fuzz_profile);
-  ExpectAsBefore("fuzz_running", fuzz_running);
+class Corpus : public testing::TestWithParam<std::pair<const char*, Fuzzer*>> {};
+
+TEST_P(Corpus, ComesToWhatItDid) {
+  ExpectAsBefore(GetParam().first, GetParam().second);
 }
+
+INSTANTIATE_TEST_SUITE_P(
+    All, Corpus,
+    testing::Values(std::pair("fuzz_arguments", fuzz_arguments), std::pair("fuzz_frames", fuzz_frames),
+                    std::pair("fuzz_journal", fuzz_journal), std::pair("fuzz_lane", fuzz_lane),
+                    std::pair("fuzz_profile", fuzz_profile), std::pair("fuzz_running", fuzz_running)));
 
 }  // namespace
 }  // namespace quorvane
