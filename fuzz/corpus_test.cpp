@@ -66,17 +66,19 @@ void ExpectAsBefore(const std::string& fuzzer, Fuzzer* run) {
   ExpectGolden(golden, now);
 }
 
-class Corpus : public testing::TestWithParam<std::pair<const char*, Fuzzer*>> {};
+using Inputs = std::pair<const char*, Fuzzer*>;
+class Corpus : public testing::TestWithParam<Inputs> {};
 
 TEST_P(Corpus, ComesToWhatItDid) {
   ExpectAsBefore(GetParam().first, GetParam().second);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    All, Corpus,
-    testing::Values(std::pair("fuzz_arguments", fuzz_arguments), std::pair("fuzz_frames", fuzz_frames),
-                    std::pair("fuzz_journal", fuzz_journal), std::pair("fuzz_lane", fuzz_lane),
-                    std::pair("fuzz_profile", fuzz_profile), std::pair("fuzz_running", fuzz_running)));
+INSTANTIATE_TEST_SUITE_P(All, Corpus,
+                         testing::Values(Inputs("fuzz_arguments", fuzz_arguments),
+                                         Inputs("fuzz_frames", fuzz_frames),
+                                         Inputs("fuzz_journal", fuzz_journal), Inputs("fuzz_lane", fuzz_lane),
+                                         Inputs("fuzz_profile", fuzz_profile),
+                                         Inputs("fuzz_running", fuzz_running)));
 
 }  // namespace
 }  // namespace quorvane
