@@ -12,6 +12,7 @@
 #include <sstream>
 
 #include "base/text.h"
+#include "console/first_start.h"
 #include "console/score.h"
 #include "results/race_records.h"
 #include "tests/support/console_rig.h"
@@ -54,6 +55,12 @@ class Script : public HeatPrinter, public PracticeField {
     const std::map<std::string, std::function<void()>> steps = {
         {"load", [&] { rig_.Load(); }},
         {"open", [&] { rig_.program.door().Enter({EventKind::Load}); }},
+        {"first",
+         [&] {
+           PrepareFirstStart(
+               {.eventName = value, .project = rig_.file, .radio = FirstAnswers::Radio::kPractice},
+               rig_.platform.settings);
+         }},
         {"startup", [&] { rig_.judge().SetStartupProject(rig_.folder / value); }},
         {"close",
          [&] {

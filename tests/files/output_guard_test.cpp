@@ -14,27 +14,28 @@ namespace {
 // What may become of a file, by its content: the kinds that may be put there.
 TEST(OutputGuard, KnowsOurFilesByTheirContentAndKeepsThem) {
   using enum FileKind;
-  const std::tuple<const char*, FileKind, std::set<FileKind>> cases[] = {
-      {"", Empty, {Project, Settings, Journal, Other}},
-      {"\xEF\xBB\xBF\r\n \t\n", Empty, {Project, Settings, Journal, Other}},
-      {"; a contest\r\n[ cUrrent ] x\r\nTitle=Cup\r\n", Project, {Project}},
-      {"notes\r\r[Refly2_Lane1]\r", Project, {Project}},
-      {"[General]\n[frmSerialPort]\nMore=1\n", Settings, {Settings}},
-      {"[Running]\r\nRace=7\r\n", KeptRace, {}},
-      {"[Unsaved]\r\nTitle=Cup\r\n", KeptRace, {}},
-      {"quorvane-journal 2\n0 start x\n", Journal, {}},
-      {"[Races]\n[Racer1]\n", Ini, {Settings, Other}},
-      {"Round,Heat\n[x]\n", Other, {Other}},
-      {"{\"races\": [1, 2]}", Other, {Other}}};
+  const std::tuple<const char*, FileKind, std::set<FileKind>, const char*> cases[] = {
+      {"", Empty, {Project, Settings, Journal, Other}, "-"},
+      {"\xEF\xBB\xBF\r\n \t\n", Empty, {Project, Settings, Journal, Other}, "-"},
+      {"; a contest\r\n[ cUrrent ] x\r\nTitle=Cup\r\n", Project, {Project}, "it is a project file"},
+      {"notes\r\r[Refly2_Lane1]\r", Project, {Project}, "it is a project file"},
+      {"[General]\n[frmSerialPort]\nMore=1\n", Settings, {Settings}, "it is a settings file"},
+      {"[Running]\r\nRace=7\r\n", KeptRace, {}, "it keeps a race"},
+      {"[Unsaved]\r\nTitle=Cup\r\n", KeptRace, {}, "it keeps a race"},
+      {"quorvane-journal 2\n0 start x\n", Journal, {}, "it is a session journal"},
+      {"[Races]\n[Racer1]\n", Ini, {Settings, Other}, "it is a file of another kind"},
+      {"Round,Heat\n[x]\n", Other, {Other}, "it is a file of another kind"},
+      {"{\"races\": [1, 2]}", Other, {Other}, "it is a file of another kind"}};
   for (const std::string section : {"DiskFile", "RaceInfo", "frmSerialPort", "frmJudge", "Ports", "Printer",
                                     "Scoreboard", "Timer", "Practice", "FirstStart"}) {
     EXPECT_EQ(KindOfContent("[" + section + "]\n"), Settings) << section;
   }
   const ScratchFolder folder;
   const std::string file = folder / "file";
-  for (const auto& [content, kind, places] : cases) {
+  for (const auto& [content, kind, places, why] : cases) {
     PutFile(file, content);
     EXPECT_EQ(KindOfFile(file), kind) << content;
+    EXPECT_EQ(WhyNotWrite(file, KeptRace).value_or("-"), why);
     for (const FileKind place : {Project, Settings, Journal, Other}) {
       EXPECT_EQ(!WhyNotWrite(file, place), places.contains(place)) << content;
     }
@@ -48,9 +49,10 @@ TEST(OutputGuard, RefusesWhatIsNoFileAndWhatIsInUseUnderAnyName) {
   std::filesystem::create_symlink(fifo, folder / "link");
   std::filesystem::create_symlink("loop", folder / "loop");
   std::filesystem::create_symlink("not-there", folder / "new");
-  for (const char* name : {"", "fifo", "link", "loop"}) {
-    EXPECT_TRUE(WhyNotWrite(folder / name, FileKind::Other)) << name;
+  for (const char* name : {"", "fifo", "link"}) {
+    EXPECT_EQ(WhyNotWrite(folder / name, FileKind::Other), "it is not a file") << name;
   }
+  EXPECT_EQ(WhyNotWrite(folder / "loop", FileKind::Other), "it cannot be looked at");
   EXPECT_FALSE(WhyNotWrite(folder / "new", FileKind::Other));
 
   const std::string used = folder / "used";

@@ -67,7 +67,7 @@ std::map<std::string, RaceRecord> Examples() {
       {"hostile", HostileRace()}};
   RaceRecord& mixed = examples["mixed"];
   mixed.refly = mixed.reflownBy = 1;
-  mixed.eventName.clear();
+  mixed.eventName = mixed.comments = "";
   mixed.lanes = {FlownLane(1, 11, 11), FlownLane(2, 10, 10, true), FlownLane(3, 4), FlownLane(4, 0)};
   mixed.lanes[0].cuts = {{"P2", 34560, 4}, {"MP1", 80000, 10}};
   for (int i = 0; i < 12; ++i) mixed.lanes[2].cuts.push_back({"ME", 1000 * i, 1});
