@@ -411,14 +411,14 @@ class Reader {
     Words words(line.substr(mark.size()), line_);
     try {
       if (mark == kProjectComment) {
-        journal_.projects.push_back({words.Quoted("a path"), {}});
+        journal_.projects.push_back({words.Quoted(""), {}});
       } else if (mark == kContentComment && !journal_.projects.empty()) {
-        journal_.projects.back().bytes += BytesOf(words.Quoted("a line"));
+        journal_.projects.back().bytes += BytesOf(words.Quoted(""));
       } else if (mark == kSameComment) {
-        const std::string path = words.Quoted("a path");
-        journal_.sameFiles[path] = words.Quoted("a path");
+        const std::string path = words.Quoted("");
+        journal_.sameFiles[path] = words.Quoted("");
       } else if (mark == kStoppedComment) {
-        journal_.stoppedMs = words.Number(lastMs_, kLastJournalMs, "a time");
+        journal_.stoppedMs = words.Number(lastMs_, kLastJournalMs, "");
       }
     } catch (const UnreadableJournal&) {
     }

@@ -47,18 +47,21 @@ Said Call(const std::string& command, const std::string& folder = ".") {
 }
 
 TEST(Programs, RefuseABadCommandLineInOneLine) {
+  std::string told;
   for (const auto& row : Rows("programs/refused.json")) {
     const std::string& program = row[0];
     for (std::size_t i = 1; i < row.size(); ++i) {
       const Said said = Call(program + " " + row[i]);
       EXPECT_EQ(said.status, 2) << program << " " << row[i];
-      EXPECT_TRUE(said.text.starts_with("quorvane-" + program + ": ")) << said.text;
-      EXPECT_EQ(said.text.find('\n'), said.text.size() - 1) << said.text;
+      told += said.text;
     }
     EXPECT_EQ(Call(program + " --help").status, 0);
     EXPECT_TRUE(Call(program + " --version").text.starts_with("quorvane-" + program + " 0.1.0 ("));
-    EXPECT_EQ(Call(program + " --version >/dev/full").status, program == "replay" ? 2 : 1);
+    const Said full = Call(program + " --version >/dev/full");
+    EXPECT_EQ(full.status, program == "replay" ? 2 : 1);
+    told += full.text;
   }
+  ExpectGolden(kData + "/programs/refused.golden", told);
 }
 
 TEST(ConsoleCommandLine, TakesEverythingInAnyOrder) {
