@@ -91,10 +91,11 @@ void SessionRecording::Start() {
 
 void SessionRecording::Show(const QString& text, bool bad) {
   if (notice_ == nullptr) AddNotice();
-  // White on red in every scheme, or else letters on the face of the menu.
+  // White on red in every scheme, or else letters on the face of the menu. In a menu bar these are a
+  // button's.
   QPalette colors;
-  if (bad) colors.setColor(QPalette::Window, QColor(0xB0, 0, 0));
-  if (bad) colors.setColor(QPalette::WindowText, Qt::white);
+  if (bad) colors.setColor(notice_->backgroundRole(), QColor(0xB0, 0, 0));
+  if (bad) colors.setColor(notice_->foregroundRole(), Qt::white);
   notice_->setPalette(colors);
   notice_->setText(text);
   notice_->setToolTip(ToQString(file_));

@@ -89,6 +89,7 @@ inline constexpr std::array kWordPatterns = {
     WordPattern{"There is no pylon %1", "t"},
     WordPattern{"Recording into %1, as %2 has a session already", "tt"},
     WordPattern{"Recording stopped: %1", "e"},
+    WordPattern{"the file may not be replaced, %1", "e"},
 
     // Printing.
     WordPattern{"race %1"},

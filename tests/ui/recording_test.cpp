@@ -99,6 +99,7 @@ TEST_F(RecordingTest, AFileThatIsNoJournalIsRefusedAndTheRaceGoesOn) {
   Begin(notes);
   EXPECT_EQ(recording.Notice()->text(),
             "Recording stopped: the file may not be replaced, it is a file of another kind");
+  EXPECT_EQ(recording.Notice()->grab().toImage().pixelColor(3, 3), QColor(0xB0, 0, 0));
   EXPECT_FALSE(recording.Recorder().Recording());
   FlyHeat();
   EXPECT_EQ(FileBytes(notes), "Wind from the west.\n");

@@ -770,6 +770,18 @@ Cut  %2</translation>
         <translation>Aufzeichnung beendet: %1</translation>
     </message>
     <message>
+        <source>the file may not be replaced, %1</source>
+        <translation>die Datei darf nicht ersetzt werden, %1</translation>
+    </message>
+    <message>
+        <source>The file cannot be written</source>
+        <translation>die Datei lässt sich nicht schreiben</translation>
+    </message>
+    <message>
+        <source>The session is too long by now to be recorded from its start.</source>
+        <translation>die Sitzung ist schon zu lang, um von ihrem Anfang an aufgezeichnet zu werden.</translation>
+    </message>
+    <message>
         <source>Laps and Cuts</source>
         <translation>Runden und Cuts</translation>
     </message>
