@@ -68,6 +68,15 @@ TEST_F(DesignsTest, ControlsNeitherOverlapNorLeaveTheirFormAndNoTextIsUnderTenPo
   }
 }
 
+TEST_F(DesignsTest, TheNoticeHasTheRoomOfTheRollCallWhileThatIsHidden) {
+  Load();
+  for (const bool called : {false, true, false}) {
+    program.judge().lblSilent.SetVisible(called);
+    windows.All().Apply();
+    EXPECT_EQ(Shown(program.judge().lblNotice)->height() > 100, !called);
+  }
+}
+
 // What is written on a widget, if it is any text.
 QString Written(const QWidget& widget) {
   for (const char* property : {"text", "plainText", "currentText"}) {
