@@ -12,7 +12,6 @@ Arguments::Arguments(const std::string& program, const std::string& purpose) : C
   set_version_flag("--version", program + " " QUORVANE_VERSION " (" + ProgramCommit() + ")",
                    "print the version");
   get_formatter()->column_width(32);
-  option_defaults()->multi_option_policy(CLI::MultiOptionPolicy::Throw);
   option_defaults()->disable_flag_override();
 }
 

@@ -69,6 +69,8 @@ class Script : public HeatPrinter, public PracticeField {
         {"activate", [&] { rig_.program.door().Enter({.kind = EventKind::Activate, .target = value}); }},
         {"quit", [&] { rig_.program.door().Enter({EventKind::Quit}); }},
         {"key", [&] { rig_.Key(value); }},
+        {"recent", [&] { rig_.Type("frmJudge.mnuOpenRecent", rig_.folder / value); }},
+        {"logout", [&] { happened_ += rig_.judge().MaySessionEnd() ? "  may end\n" : "  goes on\n"; }},
         {"race", [&] { rig_.race().RaceNumber = std::stoi(value), rig_.judge().ShowCurrentRace(); }},
         {"mode", [&] { rig_.judge().ApplyRaceMode(std::stoi(value)); }},
         {"put", [&] { PutFile(rig_.folder / name, text); }},

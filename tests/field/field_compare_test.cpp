@@ -1,9 +1,11 @@
 #include "field/compare.h"
-#include "tests/support/test_data.h"
 
 #include <gtest/gtest.h>
 
 #include <stdexcept>
+
+#include "tests/support/scratch_folder.h"
+#include "tests/support/test_data.h"
 
 namespace quorvane::field {
 namespace {
@@ -16,15 +18,8 @@ std::string Fault(const std::string& file) try {
   return fault.what();
 }
 
-const char* const kFlown =
-    R"({"heat":1,"lanes":[)"
-    R"({"lane":1,"expected":[8000,16000],"cuts":[],"turns":[1,2],"final":16000,"place":"First"},)"
-    R"({"lane":2,"expected":[8500],"cuts":[{"pylon":2,"time":9000}],"turns":[1],"final":1000000,"place":""}]})";
-const std::string kShown =
-    R"({"heat":1,"lanes":[)"
-    R"({"lane":1,"laps":[7940,16060],"cuts":[],"turns":2,"final":16060,"place":"First"},)"
-    R"({"lane":2,"laps":[8500],"cuts":[{"pylon":2}],"final":1000000,"place":"DNF"},)"
-    R"({"lane":4,"laps":[],"cuts":[],"turns":0,"final":1000000,"place":"DNF"}]})";
+const std::string kFlown = FileBytes(TestData() + "/field/flown.jsonl");
+const std::string kShown = FileBytes(TestData() + "/field/shown.jsonl");
 
 // What is shown, what it becomes, whether frames are lost, and the differences.
 TEST(FieldCompare, NamesEachDifference) {

@@ -31,12 +31,14 @@ TEST(Journal, ReadsWhatHandsWrite) {
   const SessionJournal journal = ReadJournal(
       "\xEF\xBB\xBFquorvane-journal 1\r\n# a comment\r\n\r\n0 start 2026-11-21T09:00:00\r\n"
       "0\tports 5  3 5 \r\n0 load\r\n  7 rx 55aA\r\n"
-      "7 type frmJudge.txtComments \"caf\\u00e9 \\ud83d\\ude80 \\ud83d \\udfff\\/\"\r\n7 end");
+      "7 type frmJudge.txtComments \"caf\\u00e9 \\ud83d\\ude80 \\ud83d \\udfff \\ud83d\\u0041\\/\"\r\n7 end");
   EXPECT_FALSE(journal.timersRecorded);
   ASSERT_EQ(journal.records.size(), 5U);
   EXPECT_EQ(journal.records[0].event.numbers, (std::vector<int>{3, 5}));
   EXPECT_EQ(journal.records[2].event.bytes, (std::vector<std::uint8_t>{0x55, 0xAA}));
-  EXPECT_EQ(journal.records[3].event.text, "caf\xC3\xA9 \xF0\x9F\x9A\x80 \xEF\xBF\xBD \xEF\xBF\xBD/");
+  EXPECT_EQ(journal.records[3].event.text,
+            "caf\xC3\xA9 \xF0\x9F\x9A\x80 \xEF\xBF\xBD \xEF\xBF\xBD \xEF\xBF\xBD"
+            "A/");
   EXPECT_EQ(journal.records[3].line, 8);
   EXPECT_TRUE(journal.hasEnd);
 }

@@ -152,6 +152,13 @@ TEST(Programs, AReplayWritesOverNothingOfItsSession) {
   EXPECT_NE(Call("replay bad.journal", f).text.find("bad.journal:3: "), std::string::npos);
 }
 
+TEST(Programs, TheFieldTellsWhatIsShownOtherwiseThanItWasFlown) {
+  const Said said = Call("field --compare flown.jsonl shown.jsonl --tolerance 59", kData + "/field");
+  EXPECT_EQ(said.text, FileBytes(kData + "/field/differences.txt"));
+  EXPECT_EQ(said.status, 1);
+  EXPECT_EQ(Call("field --compare flown.jsonl shown.jsonl", kData + "/field").status, 0);
+}
+
 // Every byte on the air with its time, and what was flown, as one number: FNV-1a. Whether it is right, the
 // console says, which flies heats of the field in its own tests.
 TEST(Programs, TheSameNumberGivesTheSameHeatsOnEverySystem) {
