@@ -78,15 +78,6 @@ TEST(Recovery, OutlivesAClockThatIsSetByHours) {
   }
 }
 
-TEST(Recovery, KnowsWhomTheRadioHadHeardBefore) {
-  ProfileFile file;
-  WriteRunning(file, {}, {.radio = RadioRecord{.stations = {{"Judges 2", 40, 900}}, .lively = false}});
-  const auto kept = ReadRunning(file.Serialize());
-  ASSERT_TRUE(kept && kept->at.radio && !kept->at.radio->lively);
-  const std::string text = RadioText(Together(*kept->at.radio, {.stations = {{"Judges 2", 0, 9000}}}));
-  EXPECT_TRUE(text.ends_with("Judges 2 (9.0 s)")) << text;
-}
-
 // The project cannot be replaced, what lies beside it can.
 struct ProjectRefused : FileOps {
   bool refused = false;
