@@ -106,6 +106,7 @@ class frmJudge : public JudgeControls, public LinkOwner {
   bool CheckRaceComplete();
   void DisplayStatus();
   bool ShowClock();
+  void DisplayStatusForStarter(bool wasHeld);
 
   void ShowHeatCaption(bool refly, Color color);
   void ShowMode(const std::string& text, Color color);

@@ -53,8 +53,14 @@ void frmJudge::ProcessStartersMessage(const StationMessage& frame) {
   FinishStartersMessage(frame);
 }
 
+// The clock of a race by hand that is over stays where it was, though frames of a starter still come.
+void frmJudge::DisplayStatusForStarter(bool wasHeld) {
+  const bool over = race_.RaceActive && race_.RaceDone && race_.ManualStart;
+  if (!over || race_.RaceHolding || wasHeld) DisplayStatus();
+}
+
 void frmJudge::LeaveRaceByHandAlone(const StationMessage& frame) {
-  race_.RaceHolding = false;
+  const bool held = std::exchange(race_.RaceHolding, false);
   if (frame.Strt != 0) {
     starter_.resetAsked = false;
     starter_.RunsNoRaceOfOurs();
@@ -66,7 +72,7 @@ void frmJudge::LeaveRaceByHandAlone(const StationMessage& frame) {
   } else if (starter_.StoppedEarly() && race_.BeingFlown()) {
     AskResetForStarter(frame);
   }
-  DisplayStatus();
+  DisplayStatusForStarter(held);
 }
 
 void frmJudge::ConcludeForStarter() {
@@ -129,6 +135,7 @@ void frmJudge::FinishStartersMessage(const StationMessage& frame) {
   if (frame.Strt == 0) race_.RaceActive = false;
   // The button only holds in the last seconds of the count.
   const std::int32_t clock = FrameTime(frame);
+  const bool held = race_.RaceHolding;
   race_.RaceHolding = HoldBit(frame) && clock >= 54000 && clock < Starter::kSignal;
   if (HoldBit(frame)) {
     ShowMode("Hold", kRed);
@@ -138,7 +145,7 @@ void frmJudge::FinishStartersMessage(const StationMessage& frame) {
   }
   // Lights that burn before the start signal are no cuts of the race.
   if (!race_.RaceActive || starter_.BeforeSignal()) starter_.cuts = frame.Cuts;
-  DisplayStatus();
+  DisplayStatusForStarter(held);
 }
 
 void frmJudge::ApplyStarterCuts(const StationMessage& frame) {
