@@ -112,6 +112,7 @@ TEST(Journal, CommentsKeepAProjectToTheByte) {
   EXPECT_EQ(journal.projects[0].path, "/home/judge/my cup.ini");
   EXPECT_EQ(journal.projects[0].bytes, bytes);
   EXPECT_EQ(journal.projects[1].bytes, "");
+  EXPECT_EQ(ProjectComments("a", "b\nc"), "# project \"a\"\n# = \"b\\n\"\n# = \"c\"\n");
 }
 
 }  // namespace
