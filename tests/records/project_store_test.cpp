@@ -228,6 +228,17 @@ TEST_F(ProjectStoreTest, APathThatCannotBeOneLosesNothing) {
   }
 }
 
+TEST_F(ProjectStoreTest, ClearsAwayWhatKilledSavesHaveLeftAndNothingElse) {
+  for (const char* name : {".day.ini.123-4.tmp", ".day.ini..tmp", ".day.ini.12x-4.tmp", ".day.ini.123-4.tmpx",
+                           "day.ini.1-1.tmp", ".days.ini.1-1.tmp"}) {
+    PutFile(folder_ / name, "");
+  }
+  Open(path_);
+  EXPECT_EQ(store_->TryLock(), LockResult::Locked);
+  EXPECT_FALSE(fs::exists(folder_ / ".day.ini.123-4.tmp"));
+  EXPECT_EQ(folder_.Entries(), 6);  // one of them is the lock
+}
+
 TEST_F(ProjectStoreTest, ReadsAsThroughABufferOf2048Characters) {
   std::string text;
   for (int i = 0; i < 2047; ++i) text += "é";
