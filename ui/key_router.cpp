@@ -4,9 +4,12 @@
 #include <QDialog>
 #include <QKeyEvent>
 #include <QPlainTextEdit>
+#include <QToolTip>
 #include <string_view>
+#include <utility>
 
 #include "ui/widgets/control_view.h"
+#include "ui/words.h"
 
 namespace quorvane {
 namespace {
@@ -44,9 +47,19 @@ bool PressesButton(int key) {
          qobject_cast<const QPlainTextEdit*>(focus) == nullptr;
 }
 
+// A lap that is lost without a word is not missed before the finish.
+void TellNotEntered() {
+  constexpr int kToldMs = 8000;
+  QWidget* box = QApplication::activeModalWidget();
+  if (box == nullptr) return;
+  QApplication::beep();
+  QToolTip::showText(box->mapToGlobal(QPoint(0, box->height())),
+                     Words::Of("Not entered: answer this box first"), box, {}, kToldMs);
+}
+
 }  // namespace
 
-KeyRouter::KeyRouter(Door& door) : door_(door) {
+KeyRouter::KeyRouter(Door& door, std::function<bool()> judges) : door_(door), judges_(std::move(judges)) {
   qApp->installEventFilter(this);
 }
 
@@ -66,7 +79,7 @@ bool KeyRouter::IsRepeat(const QKeyEvent& press) const {
   return press.timestamp() != 0 && released != released_.end() && released->second == press.timestamp();
 }
 
-bool KeyRouter::eventFilter(QObject*, QEvent* event) {
+bool KeyRouter::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::KeyRelease) {
     const auto& release = *static_cast<QKeyEvent*>(event);
     released_[IdentityOf(release)] = release.timestamp();
@@ -76,7 +89,12 @@ bool KeyRouter::eventFilter(QObject*, QEvent* event) {
   const auto& press = *static_cast<QKeyEvent*>(event);
   const bool repeat = IsRepeat(press);
   if (repeat && PressesButton(press.key())) return true;
-  if (door_.DialogOpen() || QApplication::activeModalWidget() != nullptr) return false;
+  if (door_.DialogOpen() || QApplication::activeModalWidget() != nullptr) {
+    const bool typing = IsTextField(QApplication::focusWidget());
+    const bool judging = watched->isWindowType() && !repeat && !ConsoleKey(press, typing).empty();
+    if (judging && judges_()) TellNotEntered();
+    return false;
+  }
   const bool typing = IsTextField(QApplication::focusWidget()) ||
                       qobject_cast<QDialog*>(QApplication::activeWindow()) != nullptr;  // a list of files
   const std::string key = ConsoleKey(press, typing);

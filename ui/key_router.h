@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <functional>
 #include <string>
 #include <unordered_map>
 
@@ -12,10 +13,11 @@ namespace quorvane {
 
 // Takes the console's keys out of whatever window of the program they are pressed in: F1..F12 always, the
 // digits 7, 8, 9 and 0 unless the operator is typing in a text field. While a dialog box is open every key is
-// the box's. A key that is held down counts once, here and on buttons.
+// the box's; one that would have judged a race is told beside it. A key that is held down counts once, here
+// and on buttons.
 class KeyRouter : public QObject {
  public:
-  explicit KeyRouter(Door& door);
+  KeyRouter(Door& door, std::function<bool()> judges);  // whether keys judge a race now
 
   // "F5" or "7" when that key press is a console key, else empty. A digit key is known by its place too: on
   // many keyboards digits need Shift, and the bare keys give other characters.
@@ -28,6 +30,7 @@ class KeyRouter : public QObject {
   bool IsRepeat(const QKeyEvent& press) const;
 
   Door& door_;
+  const std::function<bool()> judges_;
   std::unordered_map<quint32, quint64> released_;  // key -> time stamp of its last release
 };
 

@@ -56,7 +56,7 @@ ProgramWindows::ProgramWindows(Program& program, QtPlatform& platform)
     : program_(program),
       platform_(platform),
       windows_(program.door()),
-      keys_(program.door()),
+      keys_(program.door(), [&program] { return program.judge().RaceBeingFlown(); }),
       timers_(program.door(), platform, program.judge().tmrTimeTick,
               [&program] { return program.timer().Granularity(); }) {
   console_ = &windows_.AddWindow(program.judge(), ConsoleDesign(), kLeastConsole);

@@ -10,6 +10,7 @@
 #include <QMimeData>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QToolTip>
 #include <QWindow>
 #include <tuple>
 
@@ -208,6 +209,16 @@ TEST_F(InputTest, KeysJudgeFromWhateverWindowIsInFront) {
     expected += "F10 0 ";
     EXPECT_EQ(log.keys, expected) << menu;
   }
+  platform.SetAnswerer({});
+  Enter(EventKind::Click, "frmJudge.cmdStart");
+  QTimer::singleShot(50, [] {
+    auto* box = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    QTest::keyClick(box->windowHandle(), Qt::Key_F1);
+    EXPECT_EQ(QToolTip::text(), "Not entered: answer this box first");
+    box->reject();
+  });
+  Enter(EventKind::Click, "frmJudge.cmdReset");
+  EXPECT_EQ(log.keys, expected);
 }
 
 TEST_F(InputTest, CtrlF1OpensTheManualsPageOfTheWindowInFrontAndStartsNothing) {

@@ -550,6 +550,10 @@ Cut  %2</translation>
         <translation>Gesperrt, solange ein Rennen geflogen wird</translation>
     </message>
     <message>
+        <source>Not entered: answer this box first</source>
+        <translation>Nicht eingetragen: Erst diese Frage beantworten</translation>
+    </message>
+    <message>
         <source>Locked: this race is saved</source>
         <translation>Gesperrt: Dieses Rennen ist gespeichert</translation>
     </message>
