@@ -129,6 +129,7 @@ void frmJudge::TakeUp(const KeptRace& kept) {
     FinalizeRace();
     // Called off before its signal it is saved only where somebody says so.
     race_.RaceActive = race.done || kept.at.raceTime >= SignalOf(kept);
+    for (const auto& lane : lanes_) lane->ShowHandButtons();
     recovered_ += race.done ? "after its end" : "stopped at " + FormatSeconds(kept.at.raceTime);
     notices_.Show("Race recovered: look at it, then save it", Notices::Kind::kRecovered);
   }

@@ -12,18 +12,24 @@ namespace {
 
 constexpr double kLongestRace = 3600;  // s, of a lap that is inserted
 
-// "Lap 5", "Cut P2", "Cut withdrawn P2", "Turn".
-std::string EntryName(const LaneEvent& event) {
-  if (event.Kind == "L") return fmt::format("Lap {}", event.Count);
+// "Lap 5", "Cut P2", "Cut withdrawn P2", "Turn". Laps are numbered as the panel does it: a novice's free lap
+// is none.
+std::string EntryName(const LaneLog& log, const LaneEvent& event) {
+  if (event.Kind == "L") {
+    const int free = log.FreeLap();
+    if (free >= 0 && &event == &log[free]) return "Free lap";
+    return fmt::format("Lap {}", event.Count - (free >= 0 ? 1 : 0));
+  }
   if (event.Kind == "T") return "Turn";
   return (event.Kind == "C" ? "Cut " : "Cut withdrawn ") + event.SourceName;
 }
 
-// "12.34" or "1:12.34" as ms, 0 for anything else.
+// "12.34" or "1:12.34" as ms, also with a decimal comma; 0 for anything else.
 std::int32_t TimeIn(const std::string& text) {
   double seconds = 0;
-  for (const std::string& part : Split(Trimmed(text), ':')) {
+  for (const std::string& part : Split(Replaced(Trimmed(text), ",", "."), ':')) {
     if (part.empty() || part.find_first_not_of("0123456789.") != std::string::npos) return 0;
+    if (part.find('.') != part.rfind('.')) return 0;
     seconds = seconds * 60 + LeadingNumber(part);
   }
   return seconds <= kLongestRace ? static_cast<std::int32_t>(std::lround(seconds * 1000)) : 0;
@@ -62,19 +68,23 @@ const LaneEvent* frmLog::Chosen() const {
 void frmLog::Follow(const std::string& locked) {
   if (!Visible()) return;
   const LaneLog& log = Lane().Events();
-  if (shownLane_ != lane_ || revision_ != log.Revision() || race_ != Lane().RaceSerial()) {
+  const bool sameLog = shownLane_ == lane_ && race_ == Lane().RaceSerial();
+  if (!sameLog || revision_ != log.Revision()) {
+    const int row = sameLog ? lstEntries.ListIndex() : -1;
     shownLane_ = lane_;
     revision_ = log.Revision();
     race_ = Lane().RaceSerial();
     std::vector<std::string> items;
     for (const LaneEvent& event : log.Entries()) {
       items.push_back(fmt::format("{}\t{}\t{}\t{}", items.size() + 1, FormatSeconds(event.EventTime),
-                                  EntryName(event), log.MadeBy(event)));
+                                  EntryName(log, event), log.MadeBy(event)));
     }
     lstEntries.SetItems(std::move(items));
-    // The entry that was chosen, wherever it stands now, or else the last one.
-    const int at = log.Find(chosen_);
-    lstEntries.SetListIndex(at >= 0 ? at : log.EventCount() - 1);
+    // The entry that was chosen, wherever it stands now, or the one that has taken its place. The last one in
+    // a log that was not shown before.
+    const int at = sameLog ? log.Find(chosen_) : -1;
+    const int last = log.EventCount() - 1;
+    lstEntries.SetListIndex(at >= 0 ? at : row >= 0 ? std::min(row, last) : last);
     chosen_ = log.EventCount() == 0 ? 0 : log[lstEntries.ListIndex()].Serial;
   }
   const LaneEvent* chosen = Chosen();

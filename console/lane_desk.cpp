@@ -86,8 +86,8 @@ void LaneDesk::RankLanes() {
 void LaneDesk::ShowProgress() {
   std::vector<unsigned> of;
   for (const auto& lane : lanes_) {
-    const unsigned flies =
-        (race_.RaceActive ? 1U : 0U) + (lane->chkNovice.Value() != 0 ? 2U : 0U) + (race_.IsFaiMode ? 4U : 0U);
+    const unsigned flies = (race_.RaceActive ? 1U : 0U) + (lane->chkNovice.Value() != 0 ? 2U : 0U) +
+                           (race_.IsFaiMode ? 4U : 0U) + (race_.RaceDone ? 8U : 0U);
     of.insert(of.end(), {lane->RaceSerial(), lane->Events().Revision(), flies});
   }
   if (std::exchange(progressOf_, of) == of) return;

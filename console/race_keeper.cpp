@@ -174,7 +174,8 @@ std::string RaceKeeper::StoryOf(const KeptRace& kept) const {
                   refly ? " refly" : "", race.heat, race.round);
   int number = 0;
   for (const auto& lane : lanes_) {
-    const int laps = lane->LogIn(kRunningSection, kept.Reader()).CountLaps();
+    const LaneLog log = lane->LogIn(kRunningSection, kept.Reader());
+    const int laps = log.CountLaps() - (log.FreeLap() >= 0 ? 1 : 0);
     ++number;
     if (laps > 0) story += fmt::format(", {} lap{} on lane {}", laps, laps == 1 ? "" : "s", number);
   }

@@ -32,7 +32,7 @@ Score::Lane MarkingOnly(const LaneRecord& lane) {
 Score::Lane Counts(const LaneRecord& lane) {
   Score::Lane score = MarkingOnly(lane);
   if (!HasFlown(lane)) return score;
-  score.laps = std::to_string(lane.laps.size());
+  score.laps = std::to_string(std::ranges::count(lane.laps, false, &LapRecord::credited));
   if (!lane.cuts.empty()) score.cuts = std::to_string(lane.cuts.size());
   score.time = FinalText(lane);
   return score;
@@ -55,7 +55,7 @@ Score::Lane LaneNow(const frmJudge& judge, const LaneRecord& lane) {
   const frmLane& panel = judge.Lane(lane.lane - 1);
   Score::Lane score = Counts(lane);
   if (!score.laps.empty())
-    score.laps = std::to_string(panel.Counts().laps);  // also those that are not listed
+    score.laps = std::to_string(panel.Progress().flown);  // also those that are not listed
   const bool twoCuts = panel.Counts().cutsBeforeFinish >= 2;
   const bool placed = !judge.RaceBeingFlown() || panel.Status() == "DNF";
   if (placed) score.place = PlaceText(panel.Status());

@@ -116,10 +116,12 @@ void frmLane::ShowLoggedLaps() {
   if (chkNovice.Value() != 0 && !Loaded()) lblLap[1].SetVisible(false);
 }
 
-// The operator's hands are wanted only while no stations report.
+// The operator's hands are wanted only while no stations report; after the finish for a late correction.
 void frmLane::ShowHandButtons() {
   for (Control* button : {&cmdLap, &cmdCut, &cmdTurn}) button->SetVisible(!race_.CommActive);
-  if (!race_.CommActive) EnableHandButtons(counts_.laps <= counts_.lapTarget && owner_.ClockRunning());
+  if (race_.CommActive) return;
+  const bool overUnsaved = race_.RaceActive && race_.RaceDone;
+  EnableHandButtons(overUnsaved || (counts_.laps <= counts_.lapTarget && owner_.ClockRunning()));
 }
 
 void frmLane::EnableHandButtons(bool enabled) {

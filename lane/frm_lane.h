@@ -141,6 +141,7 @@ class frmLane : public Form {
   void UpdateLaneColor();
   // The hands' buttons come back when the link has dropped, and go when it is there again.
   void FollowLink();
+  void ShowHandButtons();
 
   // Laps flown of those that are due, the last one's time, the gap to the leader. The other lanes are known
   // to the owner.
@@ -200,7 +201,6 @@ class frmLane : public Form {
   void TurnToAnotherRace();
   void ClearCells();
   void ShowLoggedLaps();
-  void ShowHandButtons();
   void EnableHandButtons(bool enabled);
   void FreezeCell(std::int32_t time);
   void ShowEleventhCell();

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "base/checked.h"
+#include "base/text.h"
 #include "lane/frm_lane.h"
 
 namespace quorvane {
@@ -29,10 +30,11 @@ void frmLane::PutBack(const LaneLog::Taken& taken, const char* what) {
   Correct([&] { log_.PutBack(taken, CorrectionTime(), what, NoviceWithoutLap()); });
 }
 
+// Nobody can tell two laps apart that read the same.
 std::optional<unsigned> frmLane::InsertLap(std::int32_t lapTime) {
   const bool future = !Loaded() && lapTime > ToRaceTime(owner_.RaceTime());
   const bool there = std::ranges::any_of(log_.Entries(), [&](const LaneEvent& event) {
-    return event.Kind == "L" && event.EventTime == lapTime;
+    return event.Kind == "L" && FormatSeconds(event.EventTime) == FormatSeconds(lapTime);
   });
   if (doesNotFly_ || lapTime <= 0 || future || there) return std::nullopt;
   unsigned serial = 0;

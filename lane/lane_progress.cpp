@@ -21,8 +21,11 @@ LaneProgress ProgressOf(const LaneLog& log, bool isFaiMode, bool novice) {
   progress.flown = static_cast<int>(laps.size()) - credited;
   // The credited lap ends with the first one that is flown.
   if (!laps.empty()) progress.lastLap = laps.back() - (laps.size() == 2 && credited == 1 ? 0 : before);
-  const auto added = static_cast<std::size_t>(counts.lapTarget - 10);
-  laps.erase(laps.begin(), laps.begin() + static_cast<std::ptrdiff_t>(std::min(added, laps.size())));
+  progress.toAdd = counts.lapTarget - 10;
+  for (; progress.toAdd > 0 && !laps.empty(); --progress.toAdd) {
+    progress.before = laps.front();
+    laps.erase(laps.begin());
+  }
   laps.resize(std::min<std::size_t>(laps.size(), 10));
   return progress;
 }
@@ -44,14 +47,14 @@ std::string GapText(std::span<const LaneProgress> lanes, std::size_t of) {
   if (!lane.shown || !lane.mayWin || leader.towards.empty()) return "";
   if (&lane == &leader) return "Leader";
   const std::size_t laps = lane.towards.size();
-  const std::int32_t at = laps == 0 ? 0 : lane.towards.back();
+  const std::int32_t at = laps == 0 ? lane.before : lane.towards.back();
   const auto ahead =
       static_cast<std::size_t>(std::ranges::upper_bound(leader.towards, at) - leader.towards.begin());
-  const std::size_t toCome = leader.towards.size() - laps;
+  const std::size_t toCome = leader.towards.size() - laps + static_cast<std::size_t>(lane.toAdd);
   const std::size_t behind = std::max(ahead > laps ? ahead - laps : 0, toCome > 1 ? toCome - 1 : 0);
   if (behind > 0) return "-" + std::to_string(behind) + (behind == 1 ? " lap" : " laps");
-  if (laps == 0) return "";
-  const std::int32_t gap = at - leader.towards[laps - 1];
+  if (at == 0) return "";
+  const std::int32_t gap = at - (laps == 0 ? 0 : leader.towards[laps - 1]);
   return "+" + (gap < 1 ? "0.00" : FormatSeconds(gap));
 }
 

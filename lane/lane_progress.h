@@ -19,6 +19,9 @@ struct LaneProgress {
   // Ms of race time at which the laps towards a result were completed. A lap that a cut has added comes off,
   // so that equal numbers are equally far from the finish.
   std::vector<std::int32_t> towards = {};
+  // Ms at which the added lap was completed; 0: there is none, or it is still to be flown.
+  std::int32_t before = 0;
+  int toAdd = 0;  // added laps that are still to be flown before any counts towards a result
   bool mayWin = true;
 };
 

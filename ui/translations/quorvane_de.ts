@@ -863,7 +863,7 @@ Cut  %2</translation>
     </message>
     <message>
         <source>Race time in seconds at which lane %1 completed the lap:</source>
-        <translation>Rennzeit in Sekunden, zu der Bahn %1 die Runde beendet hat:</translation>
+        <translation>Rennzeit in Sekunden (wie 9,5), zu der Bahn %1 die Runde beendet hat:</translation>
     </message>
     <message>
         <source>No lap of this lane can be at %1</source>
@@ -2606,6 +2606,10 @@ des Rennens STEUERN?</translation>
     <message>
         <source>Does nothing here: the manual is in the console&apos;s menu Help</source>
         <translation>Tut hier nichts: das Handbuch ist im Menü Hilfe der Konsole</translation>
+    </message>
+    <message>
+        <source>Free lap</source>
+        <translation>Freirunde</translation>
     </message>
 </context>
 <context>
