@@ -73,9 +73,9 @@ void CaptionLabel::paintEvent(QPaintEvent*) {
   } else {
     flags |= Qt::AlignVCenter;
     if (Looks(Look::Lamp)) fitted.setBold(painted_);
-    if (Looks(Look::Fixed)) fitted = FitColumns(fitted, room.height());
+    if (Looks(Look::Fixed)) return PaintColumns(painter, room);
     if (WidthIn(fitted) > room.width()) {
-      if (!Looks(Look::Fixed)) fitted = FitFont(fitted, shown, room.width(), least);
+      fitted = FitFont(fitted, shown, room.width(), least);
       shown = ElideAtWord(shown, fitted, room.width());
     }
   }
@@ -92,6 +92,20 @@ void CaptionLabel::paintEvent(QPaintEvent*) {
   const int half = room.height() / 2;
   painter.drawText(room.adjusted(0, 0, 0, half - room.height()), flags, shown.left(second));
   painter.drawText(room.adjusted(0, half, 0, 0), flags, shown.mid(second + 1));
+}
+
+// Each letter in a place of its own, as wide as the label's share of its design: a form may grow in width and
+// height by different factors, and a font's own advances are rounded to the dots of the screen.
+void CaptionLabel::PaintColumns(QPainter& painter, const QRect& room) const {
+  constexpr double kPitch = 0.615 * 96 / 72;  // of the designed points
+  const double pitch = kPitch * place_.points * width() / place_.rect.width();
+  painter.setFont(FitColumns(font(), room.height(), pitch));
+  painter.setPen(fore_);
+  QRectF cell(room.left(), room.top(), pitch, room.height());
+  for (const QChar letter : text_) {
+    painter.drawText(cell, Qt::AlignCenter | Qt::TextDontClip, letter);
+    cell.translate(pitch, 0);
+  }
 }
 
 int CaptionLabel::WidthIn(const QFont& font) {

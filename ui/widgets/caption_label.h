@@ -37,6 +37,7 @@ class CaptionLabel : public QFrame {
 
  private:
   bool Looks(Look look) const { return Has(place_.look, look); }
+  void PaintColumns(QPainter& painter, const QRect& room) const;
   QString MarkLines(int width, int height) const;
   int WidthIn(const QFont& font);
 

@@ -244,12 +244,10 @@ QFont FitParagraph(QFont font, const QString& text, const QSize& room, int flags
   return font;
 }
 
-QFont FitColumns(QFont font, int height) {
-  constexpr double kPitch = 0.6;  // of the font's size
-  const double pitch = font.pixelSize() * kPitch;
+QFont FitColumns(QFont font, int height, double pitch) {
   font.setPixelSize(std::max(1, std::min(font.pixelSize(), height * 4 / 5)));
-  font.setLetterSpacing(QFont::AbsoluteSpacing,
-                        pitch - QFontMetricsF(font).horizontalAdvance(QLatin1Char('0')));
+  const auto fits = [&] { return QFontMetricsF(font).horizontalAdvance(QLatin1Char('0')) <= pitch; };
+  while (font.pixelSize() > 1 && !fits()) font.setPixelSize(font.pixelSize() - 1);
   return font;
 }
 

@@ -50,8 +50,8 @@ QFont FitFont(QFont font, const QString& text, int width, int minimumPixels);
 QFont FitParagraph(QFont font, const QString& text, const QSize& room, int flags, int minimumPixels);
 
 // For a line in which every letter takes the same room whatever the font, so that words stand over columns.
-// Never higher than the room.
-QFont FitColumns(QFont font, int height);
+// Never higher than the room, and no letter wider than `pitch`.
+QFont FitColumns(QFont font, int height, double pitch);
 
 // Figures are as wide as a zero: what a text that runs takes is worked out once, and not at every tick.
 QString WithZeros(QString text);
