@@ -5,6 +5,7 @@
 #include <QImage>
 #include <QPainter>
 #include <QScrollBar>
+#include <QShortcut>
 #include <QWheelEvent>
 #include <algorithm>
 #include <utility>
@@ -69,6 +70,7 @@ PreviewWindow::PreviewWindow(Platform& platform, Print print)
   place_ = new WindowPlace(*this, door_.System().Settings(), preview_.Name(), kLeastPreview);
   setMenuBar(menu_);
   menu_->SetShortcut(preview_.mnuFilePrint, QStringLiteral("Ctrl+P"));
+  QObject::connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
   setCentralWidget(view_);
   page_->setScaledContents(true);
   view_->setFrameShape(QFrame::NoFrame);
