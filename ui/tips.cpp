@@ -45,11 +45,13 @@ Tips ConsoleTips() {
 }
 
 Tips LaneTips() {
-  return {{"cmdLap", "This lane completes a lap now"},
-          {"cmdCut", "This lane has cut a pylon now"},
-          {"cmdTurn", "This lane turns at the far pylon now"},
-          {"cmdOrder", "Give this lane this place"},
-          {"cmdShow", "The mark in large"}};
+  return {
+      {"cmdLap", "This lane completes a lap now"},
+      {"cmdCut", "This lane has cut a pylon now"},
+      {"cmdTurn", "This lane turns at the far pylon now"},
+      {"cmdOrder", "Give this lane this place"},
+      {"chkNovice", "A novice flies nine laps for ten. Set it before the start: it stays as it is in a race"},
+      {"cmdShow", "The mark in large"}};
 }
 
 Tips LinkTips() {
