@@ -59,7 +59,10 @@ std::string ContestTitle(const ContestRecord& contest);
 std::string RaceTitle(const RaceRecord& race);  // "Race 12 REFLY"
 // Why a flight does not count: "reflown by Refly 2"; empty when it does.
 std::string RepeatedNote(const RaceRecord& race);
-// The same, and what was unusual about the race, for a column.
+// What was unusual about the race, also that a station fell silent in it: laps that it told late have no true
+// splits. A station that never spoke has told none.
+std::string UnusualText(const RaceRecord& race);
+// Both, for a column.
 std::string NoteText(const RaceRecord& race);
 std::string DateAndTime(const LocalDateTime& when);  // "21-Nov-2026 9:00 AM"
 std::string FinalText(const LaneRecord& lane);       // "1:02.35", empty without a result

@@ -99,7 +99,7 @@ std::string LanesTable(const RaceRecord& race) {
 std::string RaceSection(const RaceRecord& race) {
   const std::string note = RepeatedNote(race);
   const std::string comments = Escaped(CommentsOf(race));
-  const std::string unusual = Escaped(UnusualNote(race));
+  const std::string unusual = Escaped(UnusualText(race));
   return fmt::format(
       "<section{}>\n<h2>{}{} <small>Round {}, Heat {}</small> <small>{}</small> <small>{}</small></h2>\n"
       "{}{}{}</section>\n",

@@ -124,7 +124,7 @@ void AppendRace(std::string& page, const RaceRecord& race) {
   for (std::size_t i = 0; i < numbers.size(); ++i) numbers[i] = std::to_string(i + 1);
   AppendLaps(page, "      lap  ", numbers);
   for (const LaneRecord& lane : FlyingLanes(race)) AppendLane(page, lane);
-  if (const std::string unusual = UnusualNote(race); !unusual.empty()) AppendWrapped(page, "  ", unusual);
+  if (const std::string unusual = UnusualText(race); !unusual.empty()) AppendWrapped(page, "  ", unusual);
   const std::string comments = CommentsOf(race);
   if (!comments.empty()) AppendWrapped(page, "  Comments: ", comments);
 }

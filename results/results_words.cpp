@@ -36,9 +36,21 @@ std::string RepeatedNote(const RaceRecord& race) {
   return race.reflownBy == 0 ? "does not count" : fmt::format("reflown by Refly {}", race.reflownBy);
 }
 
+std::string UnusualText(const RaceRecord& race) {
+  std::string note = UnusualNote(race);
+  if (!race.radio) return note;
+  std::string gaps;
+  for (const auto& [name, frames, silence] : SilentStations(*race.radio)) {
+    if (frames == 0) continue;
+    gaps += fmt::format("{}{} {} s", gaps.empty() ? "" : ", ", name, FormatRatio(silence, 1000, 1));
+  }
+  if (gaps.empty()) return note;
+  return note + (note.empty() ? "" : " ") + "Radio gap: " + gaps + ".";
+}
+
 std::string NoteText(const RaceRecord& race) {
   const std::string repeated = RepeatedNote(race);
-  const std::string unusual = OneLine(UnusualNote(race));
+  const std::string unusual = OneLine(UnusualText(race));
   return repeated + (repeated.empty() || unusual.empty() ? "" : ". ") + unusual;
 }
 

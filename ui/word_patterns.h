@@ -186,6 +186,8 @@ inline constexpr std::array kWordPatterns = {
     WordPattern{"reflown by Refly %1"},
     WordPattern{"Recovered: %1", "w"},
     WordPattern{"Amended %1", "w"},
+    WordPattern{"Radio gap: %1", "w"},
+    WordPattern{"%1 %2 s", "wn"},
     WordPattern{"Corrected %1", "w"},
     WordPattern{"%1 times"},
     WordPattern{"%1 s not judged"},

@@ -610,6 +610,14 @@ Cut  %2</translation>
         <translation>Der Starter zählt. Das von Hand gestartete Rennen behält seine eigene Uhr</translation>
     </message>
     <message>
+        <source>A novice flies nine laps for ten. Set it before the start: it stays as it is in a race</source>
+        <translation>Ein Anfänger fliegt neun Runden statt zehn. Vor dem Start setzen: Im Rennen bleibt es, wie es ist</translation>
+    </message>
+    <message>
+        <source>A race has begun meanwhile: what you chose was left undone</source>
+        <translation>Inzwischen hat ein Rennen begonnen: Das Gewählte ist unterblieben</translation>
+    </message>
+    <message>
         <source>Race over: save it first</source>
         <translation>Rennen zu Ende: erst speichern</translation>
     </message>
@@ -1838,6 +1846,14 @@ des Rennens STEUERN?</translation>
     <message>
         <source>Recovered: %1</source>
         <translation>Wiederhergestellt: %1</translation>
+    </message>
+    <message>
+        <source>Radio gap: %1</source>
+        <translation>Funklücke: %1</translation>
+    </message>
+    <message>
+        <source>%1 %2 s</source>
+        <translation>%1 %2 s</translation>
     </message>
     <message>
         <source>Amended %1</source>
