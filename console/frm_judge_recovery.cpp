@@ -72,7 +72,11 @@ void frmJudge::OfferRecovery() {
         fmt::format("{}, {}\r\rRecover this {}?", keeper_.StoryOf(*kept), AgoText(ago), what)};
     const bool yes = door_.Ask(box).word == DialogAnswer::Word::Yes;
     const bool still = keeper_.HasLeft() && MayTakeUp(*kept);
-    if (yes && still && door_.Contain([&] { TakeUp(*kept); })) keeper_.LeftIsTaken();
+    if (yes && still && door_.Contain([&] { TakeUp(*kept); })) {
+      keeper_.LeftIsTaken();
+    } else if (still) {
+      keeper_.LeftIsDropped();
+    }
   } else if (kept && !kept->race.amends.empty()) {
     return keeper_.EndOffer(AmendmentOutdated(kept->race.number));
   }

@@ -54,6 +54,10 @@ class RaceKeeper {
   std::optional<KeptRace> Left();
   bool HasLeft() const { return !left_.empty(); }
   void LeftIsTaken() { left_.clear(); }
+  // It can still be brought back as if it had been thrown away, as long as nothing else can.
+  void LeftIsDropped() {
+    if (dropped_.empty()) dropped_ = left_;
+  }
   // What is not taken up goes under another name: `what` tells the operator what it is.
   void EndOffer(const std::string& what = kNotRecovered);
   // "Race 7, heat 3, round 2, 4 laps on lane 1, 1 lap on lane 2".
