@@ -170,7 +170,7 @@ class frmJudge : public JudgeControls, public LinkOwner {
   LaneDesk desk_;
   const LanePanels& lanes_ = desk_.Panels();
   RaceBook book_{project_, race_};
-  ProjectChooser chooser_{door_, race_, project_};
+  ProjectChooser chooser_{door_, race_, project_, notices_};
   Starter starter_{race_, clock_, lanes_};
   Amendment amendment_{race_, project_, lanes_};
   RaceKeeper keeper_;

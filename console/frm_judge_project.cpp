@@ -129,7 +129,7 @@ void frmJudge::mnuHeatsPerRound_Click() {
         door_.AskText("Heats per Round", "Enter the number of heats per round:", std::to_string(heats)));
     heats = number < 32767.5 && number > -32768.5 ? RoundTo<std::int16_t>(number) : std::int16_t{0};
   } while (heats < 2);
-  if (race_.AtStake()) return;
+  if (race_.AtStake()) return notices_.TellOvertaken();
   race_.HeatsPerRound = heats;
   book_.Keep("HeatsPerRound", std::to_string(heats));
   ShowCurrentRace();

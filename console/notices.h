@@ -33,6 +33,8 @@ class Notices {
   void Show(const std::string& text, Kind kind = Kind::kNews);
   // What went well and can be seen elsewhere: it does not come over what a save has come to.
   void ShowDone(const std::string& text);
+  // What was chosen in a box is left undone, because a race has begun behind it.
+  void TellOvertaken() { Show("A race has begun meanwhile: what you chose was left undone"); }
   void TakeAway(Kind kind);
   // Run after every event: what could not be saved or kept, and an error that has ended it.
   void TellTroubles();

@@ -124,7 +124,10 @@ bool ProjectChooser::Choose(const DialogBox& box, bool atStart) {
     const DialogAnswer answer = door_.Ask(box);
     if (answer.word != DialogAnswer::Word::File || answer.text.empty()) return false;
     // A race that began behind the box belongs to the project that is open.
-    if (!atStart && race_.AtStake()) return false;
+    if (!atStart && race_.AtStake()) {
+      notices_.TellOvertaken();
+      return false;
+    }
     file = answer.text;
     if (box.chosen && !FileExists(file)) {
       door_.Ask({DialogKind::Ok, box.title, "This project is not there any more:\r\r" + file});

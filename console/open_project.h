@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "console/notices.h"
 #include "forms/door.h"
 #include "race/project_values.h"
 #include "race/race_state.h"
@@ -14,8 +15,8 @@ namespace quorvane {
 // Finds out which project file is meant, by the command line, the settings and the operator, and opens it.
 class ProjectChooser {
  public:
-  ProjectChooser(Door& door, RaceState& race, Project& project)
-      : door_(door), race_(race), project_(project) {}
+  ProjectChooser(Door& door, RaceState& race, Project& project, Notices& notices)
+      : door_(door), race_(race), project_(project), notices_(notices) {}
 
   // The project named on the command line; opened at start-up without asking.
   void SetStartupProject(std::string path) { startupProject_ = std::move(path); }
@@ -23,6 +24,7 @@ class ProjectChooser {
   std::string ProjectAtStart() const;
   // False: nothing was chosen, and the open project stays.
   bool OpenAtStart();
+  // A race that begins behind the box keeps its project; the operator is told.
   bool Ask(bool atStart) { return Choose(FileBox(atStart), atStart); }
   bool AskNew();
   bool AskRecent(const std::string& file);  // the operator has chosen it from the list
@@ -45,6 +47,7 @@ class ProjectChooser {
   Door& door_;
   RaceState& race_;
   Project& project_;
+  Notices& notices_;
   std::string startupProject_;
 };
 
