@@ -2,9 +2,10 @@
 // is sent, asked, kept, saved and printed. Where one differs from what it was, its text is written beside the
 // new numbers, to be compared with that of the commit before.
 
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 
-#include <fmt/format.h>
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>

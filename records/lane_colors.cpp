@@ -11,8 +11,12 @@ namespace {
 
 // The colour that a marking names, the button face when it names none.
 Color ColorOf(std::string_view marking) {
-  static constexpr std::array<std::pair<std::string_view, std::uint32_t>, 3> kWords = {
-      {{"Red", 0xFF6060}, {"Green", 0x60FF60}, {"Blue", 0x8080FF}}};
+  static constexpr std::array<std::pair<std::string_view, std::uint32_t>, 5> kWords = {
+      {{"Red", 0xFF6060},
+       {"Green", 0x60FF60},
+       {"Blue", 0x8080FF},
+       {"Yellow", 0xFFFF60},
+       {"Orange", 0xFF8000}}};
   for (const auto& [word, rgb] : kWords) {
     if (marking.find(word) != std::string_view::npos) return Color::Rgb(rgb);
   }

@@ -22,12 +22,13 @@ bool HasNoChip(const std::filesystem::path& terminal) {
 std::vector<SystemPort> SystemPorts(const std::filesystem::path& terminals) {
   std::map<std::string, SystemPort> found;  // by the place in the computer
   std::error_code none;
-  for (const auto& entry : std::filesystem::directory_iterator(terminals, none)) {
-    const std::string place = std::filesystem::read_symlink(entry.path(), none).string();
-    const std::string name = entry.path().filename().string();
+  std::filesystem::directory_iterator entry(terminals, none);
+  for (; entry != std::filesystem::directory_iterator(); entry.increment(none)) {
+    const std::string place = std::filesystem::read_symlink(entry->path(), none).string();
+    const std::string name = entry->path().filename().string();
     const bool device = !place.empty() && place.find("/virtual/") == std::string::npos;
     const bool port = std::ranges::any_of(kVirtualPorts, [&](auto begin) { return name.starts_with(begin); });
-    if ((device || port) && !HasNoChip(entry.path())) {
+    if ((device || port) && !HasNoChip(entry->path())) {
       found[place] = {.name = name, .usb = place.find("/usb") != std::string::npos};
     }
   }
