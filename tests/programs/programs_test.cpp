@@ -174,9 +174,10 @@ TEST(Programs, TheSameNumberGivesTheSameHeatsOnEverySystem) {
 TEST(Programs, TheFieldAnswersPollsInAnyChunkingOnItsTerminalUntilASignalEndsIt) {
   const ScratchFolder folder;
   const std::string link = folder / "port";
+  // One signal: the SIGCONT that `timeout` sends to a group besides can stop the leak checker for ever.
   FILE* const pipe =
-      popen(("timeout --preserve-status 2.5 " + Beside("quorvane-field") + " --controlled --link " + link +
-             " --starter-at 1500 --late P2=300 --twice PY 2>&1")
+      popen(("timeout --foreground --preserve-status 2.5 " + Beside("quorvane-field") +
+             " --controlled --link " + link + " --starter-at 1500 --late P2=300 --twice PY 2>&1")
                 .c_str(),
             "r");
   std::array<char, 500> line{};
