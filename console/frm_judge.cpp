@@ -184,6 +184,7 @@ void frmJudge::EventEnded() {
     keeper_.Release();
   }
   keeper_.KeepUnsaved();
+  keeper_.KeepReplaced();
   notices_.TellTroubles();
 }
 

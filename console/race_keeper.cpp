@@ -121,6 +121,11 @@ void RaceKeeper::KeepUnsaved() {
   }
 }
 
+void RaceKeeper::KeepReplaced() {
+  std::string text = project_.TakeReplaced();
+  SetAside(kReplacedEnding, text, "The project before another program took a race out of it");
+}
+
 // The program may have died after the race had been saved.
 std::optional<KeptRace> RaceKeeper::Left() {
   auto kept = ReadRunning(left_);
@@ -132,7 +137,10 @@ std::optional<KeptRace> RaceKeeper::Left() {
 bool RaceKeeper::InProject(const KeptRace& kept) {
   const int number = kept.race.number;
   if (!kept.race.amends.empty()) return SavedIn(kept.race.amends, kept);
-  if (kept.race.refly) return SavedIn(book_.ShownSection(number), kept);
+  if (kept.race.refly) {
+    const std::string shown = book_.ShownSection(number);
+    return shown != RaceSection(number) && SavedIn(shown, kept);
+  }
   // It was given the next free number where its own was taken.
   for (int race = number; race <= kLastRace && book_.HasRun(race); ++race) {
     if (SavedIn(RaceSection(race), kept)) return true;

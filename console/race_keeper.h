@@ -32,6 +32,8 @@ class RaceKeeper {
   void Release();
   // Run after every event: what a save could not bring to the disk is kept for the next start.
   void KeepUnsaved();
+  // The same for a project out of which another program has taken races.
+  void KeepReplaced();
   // False: the disk of the project refuses that too.
   bool KeepsUnsaved() const { return files_.Problem().empty(); }
   // The race, or an amendment that has put something right, goes without being saved: a race can be brought

@@ -16,6 +16,8 @@ namespace quorvane {
 inline constexpr const char* kRunningEnding = ".running";
 inline constexpr const char* kDroppedEnding = ".dropped";
 inline constexpr const char* kUnsavedEnding = ".unsaved";
+// The project as it was before another program took a race out of it.
+inline constexpr const char* kReplacedEnding = ".before";
 inline constexpr std::array kKeptRaces = {kRunningEnding, kDroppedEnding, kUnsavedEnding};
 // "contest.running" for "contest.ini", "contest.txt.running" for "contest.txt".
 std::string BesideProject(const std::string& project, const char* ending);

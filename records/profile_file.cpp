@@ -200,6 +200,12 @@ void ProfileFile::AddKey(Section& section, std::string folded, std::string_view 
                        std::string(Trimmed(OneLine(key))) + "=" + Quoted(std::string(value)) + end);
 }
 
+std::vector<std::string> ProfileFile::SectionNames() const {
+  std::vector<std::string> names;
+  for (const auto& [name, index] : index_) names.push_back(name);
+  return names;
+}
+
 std::string ProfileFile::Serialize() const {
   std::string bytes(mark_);
   bytes.reserve(source_->size() + source_->size() / 16 + 4096);

@@ -31,6 +31,9 @@ class ProfileFile {
   // no line can carry (a section with `]`; a key with `=`, or with `;` or `[` in front) is not written.
   bool Write(std::string_view section, std::string_view key, std::string_view value);
 
+  // Of all sections, folded, in no order.
+  std::vector<std::string> SectionNames() const;
+
   // The bytes of the file.
   std::string Serialize() const;
 

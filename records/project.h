@@ -57,6 +57,7 @@ class Project {
   std::vector<const ProjectStore*> Unsaved() const;
   bool HasPending() const { return store_->Pending() > 0; }  // of the open one
   PendingTaken TakePending(const std::string& text) { return store_->TakePending(text); }
+  std::string TakeReplaced() { return store_->TakeReplaced(); }  // of the open one
   // Races and reflies saved under another number than their own, in words for the operator, each once.
   std::vector<std::string> TakeMoved();
 

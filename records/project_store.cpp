@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <optional>
+#include <set>
 #include <system_error>
 #include <utility>
 
@@ -141,22 +142,24 @@ void KeepReflyCount(const ProfileFile& file, std::vector<KeptChange>& changes) {
   }
 }
 
+// When the flights in the file were flown.
+std::set<std::string> Stamps(const ProfileFile& file) {
+  std::set<std::string> stamps;
+  for (const std::string& section : file.SectionNames()) {
+    if (NumberOf(section, kRace) || NumberOf(section, kRefly)) stamps.insert(Stamp(file, section));
+  }
+  stamps.erase("");
+  return stamps;
+}
+
 // Whether the file may take what belongs to `ours`: it has the same event name, a flight in common, or
 // nothing of a contest yet.
 bool SameContest(const ProfileFile& ours, const ProfileFile& file) {
   const std::string title = file.Read("Current", "Title").value_or("");
   if (!title.empty() && title == ours.Read("Current", "Title").value_or("")) return true;
-  bool empty = title.empty();
-  for (const std::string_view kind : {kRace, kRefly}) {
-    for (int n = 1; n <= kLastRace; ++n) {
-      const std::string section = SectionOf(kind, n);
-      const std::string stamp = Stamp(file, section);
-      if (stamp.empty()) continue;
-      if (stamp == Stamp(ours, section)) return true;
-      empty = false;
-    }
-  }
-  return empty;
+  const std::set<std::string> there = Stamps(file), here = Stamps(ours);
+  return there.empty() ? title.empty()
+                       : std::ranges::any_of(there, [&](const auto& stamp) { return here.contains(stamp); });
 }
 
 // Makes changes that were kept in memory fit a file that has changed meanwhile: a race or refly whose number
@@ -321,11 +324,13 @@ void ProjectStore::TakeIn(std::string bytes) {
   if (!FitsIn(file)) return;
   kind_ = kind;
   if (pending_.empty()) problem_.clear();
-  text_ = std::move(file);
+  const ProfileFile before = std::exchange(text_, std::move(file));
   differs_ = false;
   for (const KeptChange& change : pending_) {
     if (text_.Write(change.section, change.key, change.value)) differs_ = true;
   }
+  // An older copy, or somebody's slip.
+  if (!std::ranges::includes(Stamps(text_), Stamps(before))) replaced_ = before.Serialize();
   files_.FollowLock(path_, lock_);
 }
 

@@ -102,6 +102,10 @@ class ProjectStore {
   // Appends what was given another number because its own was taken, in words for the operator, each once.
   void TakeMoved(std::vector<std::string>& moved);
 
+  // The whole file as it was before another program took a flight out of it, or put another file in its
+  // place; empty when none has. Told once.
+  std::string TakeReplaced() { return std::exchange(replaced_, {}); }
+
   // Tries once more what could not be saved. Returns Saved().
   bool Retry();
 
@@ -127,6 +131,7 @@ class ProjectStore {
   std::string title_;    // of the contest, as the file has it
   std::string foreign_;  // why the file that stands there is not this project; empty when it is
   std::vector<std::string> moved_;
+  std::string replaced_;
   std::string unreadable_;
   FileKind kind_ = FileKind::Empty;
   std::function<bool()> mayLook_ = [] { return true; };

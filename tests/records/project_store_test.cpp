@@ -118,6 +118,7 @@ class StoreScript {
         {"ungroup", [&] { groups_.pop_back(); }},
         {"retry", [&] { told_ += store_->Retry() ? "  done\n" : "  still to be written\n"; }},
         {"moved", [&] { TellMoved(); }},
+        {"replaced", [&] { told_ += "  before: " + Replaced(store_->TakeReplaced(), "\n", "|") + "\n"; }},
         {"meanwhile", [&] { files_.before_rename = [this, t = step.value] { Meddle(t), Leave(); }; }},
         {"always", [&] { files_.before_rename = [this, t = step.value]() mutable { Meddle(t += "9"); }; }},
         {"alone", [&] { Leave(); }}};

@@ -654,6 +654,10 @@ Cut  %2</translation>
         <translation>Das nicht wiederhergestellte Rennen</translation>
     </message>
     <message>
+        <source>The project before another program took a race out of it</source>
+        <translation>Das Projekt, bevor ein anderes Programm ein Rennen herausnahm,</translation>
+    </message>
+    <message>
         <source>What could not be read</source>
         <translation>Was nicht zu lesen war</translation>
     </message>
