@@ -21,7 +21,6 @@ std::tm CalendarOf(const LocalDateTime& at) {
   calendar.tm_min = static_cast<int>(time.minutes().count());
   calendar.tm_sec = static_cast<int>(time.seconds().count());
   calendar.tm_wday = static_cast<int>(std::chrono::weekday(midnight).c_encoding());
-  calendar.tm_yday = static_cast<int>((midnight - std::chrono::sys_days(date.year() / 1 / 1)).count());
   return calendar;
 }
 

@@ -167,8 +167,8 @@ class Script : public HeatPrinter, public PracticeField {
     static const std::map<std::string, std::pair<int, int>> kSenders = {
         {"starter", {3, 6}}, {"idle", {3, 6}}, {"timers", {4, 3}}, {"judge", {0, 6}}, {"ack", {255, 4}}};
     static const std::map<std::string, std::size_t> kBytes = {
-        {"run", 3},   {"to", 4},    {"cut1", 11}, {"cut2", 12}, {"cut3", 13}, {"cut4", 14}, {"buttons", 18},
-        {"lit1", 24}, {"lit2", 25}, {"lit3", 26}, {"lit4", 27}, {"mode", 28}, {"delay", 33}};
+        {"run", 3},      {"to", 4},    {"from", 5},  {"cut1", 11}, {"cut2", 12}, {"cut3", 13}, {"cut4", 14},
+        {"buttons", 18}, {"lit1", 24}, {"lit2", 25}, {"lit3", 26}, {"lit4", 27}, {"mode", 28}, {"delay", 33}};
     const std::vector<std::string> parts = Split(told.substr(told.find(':') + 1), ',');
     const auto& [from, to] = kSenders.at(told.substr(0, told.find(':')));
     Frame frame(from, to, std::stoi(parts[0]));
