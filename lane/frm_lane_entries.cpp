@@ -96,7 +96,7 @@ void frmLane::FreezeCell(std::int32_t time) {
 void frmLane::UpdateLapTime(std::int32_t time) {
   const std::int32_t t = ToRaceTime(time);
   counts_.laps = std::min(counts_.laps, static_cast<std::int16_t>(kLastLapCell + 1));
-  if (HasCell(counts_.laps)) lblLap[counts_.laps].SetCaption(t >= 0 ? FormatTenths(t) : "");
+  if (!doesNotFly_ && HasCell(counts_.laps)) lblLap[counts_.laps].SetCaption(t >= 0 ? FormatTenths(t) : "");
   EnableHandButtons(true);
 }
 
@@ -169,7 +169,8 @@ void frmLane::AdjustTime(std::int32_t by) {
   if (log_.EventCount() == 0) return;
   for (const LaneEvent& event : log_.Entries()) {
     const int cell = event.Count - 1;
-    if (event.Kind == "L" && HasCell(cell)) lblLap[cell].SetCaption(FormatSeconds(event.EventTime));
+    if (event.Kind == "L" && cell >= 0 && HasCell(cell))
+      lblLap[cell].SetCaption(FormatSeconds(event.EventTime));
   }
   RecalculateCuts();
   counts_ = RecountLaps(log_, IsFai());
