@@ -95,6 +95,7 @@ void frmSerialPort::SelectPort(int port, bool remember) {
   door_.Ask({DialogKind::Ok, "Open Serial Comm", text, DialogIcon::Critical});
   ShowPortOff(port);
   AwaitPort(port, error);
+  tmrPort.SetEnabled(true);  // it may have come while the box was open
 }
 
 SerialError frmSerialPort::OpenPort(int port) {
