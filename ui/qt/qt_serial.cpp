@@ -241,6 +241,7 @@ SerialError QtSerial::TryDevice(int port) {
   device_.setPortName(device.isEmpty() ? QString::fromStdString(path) : device);
   if (!device_.open(QIODevice::ReadWrite)) return WhyNotOpen(device_, path);
   lineErrors_ = LineErrorsOf(device_);
+  openedSince_.start();
   return {};
 }
 
@@ -258,6 +259,8 @@ void QtSerial::WriteDevice(const std::vector<std::uint8_t>& bytes) {
 }
 
 void QtSerial::TellBytes() {
+  // What was lost at the opening is no news, and the link knows that by its coming before the first frame.
+  if (device_.isOpen() && openedSince_.elapsed() < kLookMs) TellLineErrors();
   if (!device_.isOpen()) return;
   const QByteArray arrived = device_.readAll();
   if (!arrived.isEmpty()) Tell({.kind = EventKind::Bytes, .bytes = {arrived.begin(), arrived.end()}});
@@ -280,13 +283,15 @@ void QtSerial::HangUp() {
   TellPorts();
 }
 
-void QtSerial::Look() {
-  if (device_.isOpen()) {
-    for (const auto& [code, count] : LineErrorsOf(device_)) {
-      if (std::exchange(lineErrors_[code], count) != count)
-        Tell({.kind = EventKind::LineError, .number = code});
-    }
+void QtSerial::TellLineErrors() {
+  for (const auto& [code, count] : LineErrorsOf(device_)) {
+    if (std::exchange(lineErrors_[code], count) != count)
+      Tell({.kind = EventKind::LineError, .number = code});
   }
+}
+
+void QtSerial::Look() {
+  if (device_.isOpen()) TellLineErrors();
   const bool rested = failed_ != 0 && failedSince_.elapsed() >= kRestMs;
   if (!list_.MayHaveChanged() && !rested) return;
   if (rested) failed_ = 0;

@@ -72,6 +72,7 @@ class QtSerial : public SerialControl {
     if (door_ != nullptr) door_->Enter(event);
   }
   void TellBytes();
+  void TellLineErrors();
   void TellPorts();
   void HangUp();
   void Look();
@@ -88,6 +89,7 @@ class QtSerial : public SerialControl {
   int practice_ = 0;  // number of the practice field; 0: none
   int failed_ = 0;    // the device that failed while it was open, counts as absent for a moment; 0: none
   QElapsedTimer failedSince_;
+  QElapsedTimer openedSince_;
   std::map<int, SerialDevice> devices_;
   std::vector<int> told_;  // the ports that the program knows of
 };
