@@ -163,6 +163,7 @@ void frmJudge::mnuLaneColors_Click() {
     const double chosen = LeadingNumber(answer);
     if (chosen > 0.0 && chosen <= kLaneColorSchemesOffered) scheme = RoundTo<std::int16_t>(chosen);
   }
+  if (race_.BeingFlown()) return notices_.TellOvertaken();
   race_.LaneColorScheme = scheme;
   SaveLaneColorScheme(settings, scheme);
   for (const auto& lane : lanes_) lane->UpdateLaneColor();
@@ -194,7 +195,7 @@ void frmJudge::ShowOpenProject() {
   projectOpen_ = true;
   race_.ProjectBaseName = WithoutExtension(race_.ProjectFile);
   race_.ResultsFile = race_.ProjectBaseName + ".csv";
-  CreateResultsFile(race_.ResultsFile);
+  if (!race_.ProjectFile.empty()) CreateResultsFile(race_.ResultsFile);
   keeper_.FindLeft();
   eventName_ = book_.Text("Title");
   race_.RaceNumber = std::max<std::int16_t>(book_.Number("Race", 1), 1);
@@ -228,13 +229,12 @@ void frmJudge::cmdSave_Click() {
   const RaceRecord record = RecordNow();
   const std::string section = book_.Write(shownMode_, txtComments.Text(), door_.LocalNow());
   const auto keep = [this](const auto&... entry) { project_.SetProjectValue(entry...); };
-  const ReadValue there = OpenProject(project_, race_).read;
   if (!recovered_.empty()) keep(section, "Recovered", recovered_);
   if (const auto radio = RadioInRace()) {
     KeepRadio(*radio, [&](const auto* key, const auto& value) { keep(section, key, value); });
   }
   for (const auto& lane : lanes_) {
-    lane->SaveLane(section, keep, there);
+    lane->SaveLane(section, keep);
     lane->chkNovice.SetValue(0);
   }
   txtComments.SetText(kDefaultComments);
