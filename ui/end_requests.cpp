@@ -5,7 +5,6 @@
 
 #include <QEvent>
 #include <QGuiApplication>
-#include <QSessionManager>
 #include <QSocketNotifier>
 #include <array>
 #include <cerrno>

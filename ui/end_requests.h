@@ -1,10 +1,9 @@
 #pragma once
 
 #include <QObject>
+#include <QSessionManager>
 
 #include "console/program.h"
-
-class QSessionManager;
 
 namespace quorvane {
 

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 #include "field/plan.h"
 #include "tests/support/field_link.h"
 
@@ -13,7 +15,7 @@ using Word = DialogAnswer::Word;
 constexpr int kPylonBox = 6, kDisplay = 7;
 
 struct Controller {
-  explicit Controller(field::FieldOptions options) : rig(true), link(rig, Controlled(options)) {
+  explicit Controller(field::FieldOptions options) : rig(true), link(rig, Controlled(std::move(options))) {
     rig.Load();
     rig.Click("frmJudge.lblComm");
     rig.Answer(Word::Yes);

@@ -4,6 +4,7 @@
 #include <fmt/ranges.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <random>
 #include <set>
@@ -144,7 +145,8 @@ class Monkey {
     if (std::exchange(corrections_, corrections) != corrections) return;
     if (!flown || !rig_.judge().RaceBeingFlown() || rig_.race().RaceNumber != race) return;
     const auto after = Laps();
-    if (after == decltype(after)()) return;  // reset and started anew within one event
+    if (std::ranges::all_of(after, [](const auto& laps) { return laps.empty(); }))
+      return;  // reset and started anew within one event
     std::set<std::int32_t> moves;
     for (std::size_t lane = 0; lane < 4; ++lane) {
       ASSERT_LE(before[lane].size(), after[lane].size());

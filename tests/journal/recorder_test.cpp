@@ -59,7 +59,7 @@ class Recorded {
     journal = ReadJournal(text);
     replay = std::make_unique<Replay>(journal, ReplayOptions{.verify = true});
     replay->Run();
-    const Verdict verdict = Verify(journal, *replay, "");
+    Verdict verdict = Verify(journal, *replay, "");
     replay->folder().Remove();
     return verdict;
   }

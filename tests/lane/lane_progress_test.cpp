@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <sstream>
 
 namespace quorvane {
@@ -13,7 +14,7 @@ LaneProgress Flown(const std::string& story) {
   std::istringstream words(story);
   for (std::string word; words >> word;) {
     const bool cut = word == "c";
-    const auto time = cut ? 1000 : static_cast<std::int32_t>(std::stod(word) * 1000 + 0.5);
+    const auto time = cut ? 1000 : static_cast<std::int32_t>(std::lround(std::stod(word) * 1000));
     log.AddEvent(Entry(cut ? "C" : "L", time, cut ? 0 : kTimersStation, log.CountLaps() + (cut ? 0 : 1)));
   }
   LaneProgress progress = ProgressOf(log, false, false);

@@ -127,9 +127,11 @@ TEST_F(FirstStartTest, LeftWithoutAnAnswerItPreparesNothingAndComesAgainOnlyWher
 }
 
 class PracticeTest : public ProgramOn<QtSerial> {
- protected:
+ public:
   PracticeTest() { serial.SetDoor(&program.door()); }
   ~PracticeTest() override { serial.SetDoor(nullptr); }
+
+ protected:
   void Begin() {
     Load();
     ClickOn(Shown(program.link().cmdPractice));

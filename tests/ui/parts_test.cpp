@@ -16,7 +16,7 @@ TEST(QtSettings, KeepsAnyValueAndBearsAFileThatIsNone) {
   EXPECT_EQ(QtSettings(file).GetSetting("frmSerialPort", "More", "none"), "none");
   std::ofstream(file) << "[frmSerialPort]\nCommPort=5\n[DiskFile]\nFileName=/home/me/a, b.ini\n";
   EXPECT_EQ(QtSettings(file).GetSetting("DiskFile", "FileName", ""), "/home/me/a,b.ini");
-  std::ofstream(file) << std::string("\0\xFF[[=\n\n]", 9);
+  std::ofstream(file) << std::string("\0\xFF[[=\n\n]", 8);
   EXPECT_EQ(QtSettings(file).GetSetting("frmSerialPort", "CommPort", "-1"), "-1");
   QtSettings nowhere(file + "/at/all.ini");  // below a file there is nothing
   nowhere.SaveSetting("a", "b", "c");

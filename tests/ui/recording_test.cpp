@@ -12,7 +12,7 @@ namespace quorvane {
 namespace {
 
 class RecordingTest : public ProgramOn<QtSerial> {
- protected:
+ public:
   RecordingTest() {
     ConnectPort5();
     serial.SetDoor(&program.door());
@@ -20,6 +20,7 @@ class RecordingTest : public ProgramOn<QtSerial> {
   }
   ~RecordingTest() override { serial.SetDoor(nullptr); }
 
+ protected:
   void Begin(const std::string& journal) {
     const std::vector<int> ports = serial.Ports();
     recording.Begin({.settings = settings.All(), .ports = ports, .projectUnasked = true}, journal);
