@@ -183,8 +183,8 @@ class Monkey {
 
 TEST(RandomEvents, NothingStopsTheConsole) {
   const bool longer = std::getenv("QUORVANE_LONG") != nullptr;
-  const int steps = longer ? 50000 : 5000;
-  const unsigned seeds = longer ? 20 : 4;
+  const int steps = longer ? 10000 : 5000;
+  const unsigned seeds = longer ? 8 : 4;
   int saved = 0;
   for (unsigned seed = 1; seed <= seeds; ++seed) {
     SCOPED_TRACE("seed " + std::to_string(seed));
