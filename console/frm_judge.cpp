@@ -46,24 +46,10 @@ frmJudge::frmJudge(Door& door, RaceState& race, RaceClock& clock, Project& proje
 void frmJudge::HookEvents() {
   cmdStart.onClick = [this] { cmdStart_Click(); };
   cmdReset.onClick = [this] { cmdReset_Click(); };
-  cmdSave.onClick = [this] { race_.Amending ? SaveAmendment() : cmdSave_Click(); };
   cmdReorder.onClick = [this] {
     if (!race_.Amending) OfferSave(true);
     desk_.SetOrder(1);
   };
-  cmdRefly.onClick = [this] { cmdRefly_Click(); };
-  cmdIncHeat.onClick = [this] {
-    MoveBy(1);
-    race_.LastRaceRun = -1;
-  };
-  cmdDecHeat.onClick = [this] { MoveBy(-1); };
-  cmdIncRound.onClick = [this] { MoveBy(race_.HeatsInRound()); };
-  cmdDecRound.onClick = [this] { MoveBy(-race_.HeatsInRound()); };
-  txtHeat.onChange = [this] { MoveToTyped(txtHeat, true); };
-  txtRound.onChange = [this] { MoveToTyped(txtRound, false); };
-  // The list's index, counted from 0, goes to a procedure that counts modes from 1: the first two entries
-  // both give "RaceHorse" and the list moves on by itself. Pilots' habits are built on it.
-  cboRaceMode.onChange = [this] { ApplyRaceMode(cboRaceMode.ListIndex()); };
   chkSixtySecondCount.onClick = [this] {
     chkAudio.SetVisible(chkSixtySecondCount.Value() == 1);
     if (!chkAudio.Visible()) chkAudio.SetValue(0);
@@ -73,14 +59,11 @@ void frmJudge::HookEvents() {
   tmrTimeTick.onTimer = [this] { tmrTimeTick_Timer(); };
   tmrSaveRetry.onTimer = [this] { project_.RetryByItself(); };
   HookMenu();
+  HookProject();
 }
 
 void frmJudge::HookMenu() {
   mnuFile.onClick = [this] { mnuFile_Click(); };
-  mnuNewProject.onClick = [this] { OpenAnother([this] { return chooser_.AskNew(); }); };
-  mnuSelectFile.onClick = [this] { OpenAnother([this] { return chooser_.Ask(false); }); };
-  mnuOpenRecent.onChange = [this] { mnuOpenRecent_Change(); };
-  mnuSave.onClick = [this] { cmdSave.onClick(); };
   mnuPrint.onClick = [this] { cmdPrint.onClick(); };
   mnuLink.onClick = [this] { door_.AllForms().Show(link_); };
   mnuAutoPrint.onClick = [this] { book_.Keep("AutoPrint", Toggled(mnuAutoPrint)); };
@@ -106,9 +89,6 @@ void frmJudge::HookMenu() {
   practice_.cmdBegin.onClick = [this] { BeginPractice(true); };
   practice_.cmdEnd.onClick = [this] { EndPractice(); };
   mnuExit.onClick = [this] { CloseRequested(); };
-  mnuHeatsPerRound.onClick = [this] { mnuHeatsPerRound_Click(); };
-  mnuSetEventName.onClick = [this] { mnuSetEventName_Click(); };
-  mnuLaneColors.onClick = [this] { mnuLaneColors_Click(); };
 }
 
 void frmJudge::Form_Load() {

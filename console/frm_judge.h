@@ -78,6 +78,7 @@ class frmJudge : public JudgeControls, public LinkOwner {
 
   void HookEvents();
   void HookMenu();
+  void HookProject();
   bool MayAmend() const;
   void mnuAmend_Click();
   void SaveAmendment();

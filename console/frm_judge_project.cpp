@@ -39,6 +39,31 @@ RaceRecord HeaderOf(const RaceState& race, const ProjectSource& project, const s
 
 }  // namespace
 
+// Beside what is done here: a click on Save leads straight to it.
+void frmJudge::HookProject() {
+  cmdSave.onClick = [this] { race_.Amending ? SaveAmendment() : cmdSave_Click(); };
+  mnuSave.onClick = [this] { cmdSave.onClick(); };
+  cmdRefly.onClick = [this] { cmdRefly_Click(); };
+  cmdIncHeat.onClick = [this] {
+    MoveBy(1);
+    race_.LastRaceRun = -1;
+  };
+  cmdDecHeat.onClick = [this] { MoveBy(-1); };
+  cmdIncRound.onClick = [this] { MoveBy(race_.HeatsInRound()); };
+  cmdDecRound.onClick = [this] { MoveBy(-race_.HeatsInRound()); };
+  txtHeat.onChange = [this] { MoveToTyped(txtHeat, true); };
+  txtRound.onChange = [this] { MoveToTyped(txtRound, false); };
+  // The list's index, counted from 0, goes to a procedure that counts modes from 1: the first two entries
+  // both give "RaceHorse" and the list moves on by itself. Pilots' habits are built on it.
+  cboRaceMode.onChange = [this] { ApplyRaceMode(cboRaceMode.ListIndex()); };
+  mnuNewProject.onClick = [this] { OpenAnother([this] { return chooser_.AskNew(); }); };
+  mnuSelectFile.onClick = [this] { OpenAnother([this] { return chooser_.Ask(false); }); };
+  mnuOpenRecent.onChange = [this] { mnuOpenRecent_Change(); };
+  mnuHeatsPerRound.onClick = [this] { mnuHeatsPerRound_Click(); };
+  mnuSetEventName.onClick = [this] { mnuSetEventName_Click(); };
+  mnuLaneColors.onClick = [this] { mnuLaneColors_Click(); };
+}
+
 void frmJudge::ApplyRaceMode(int index) {
   // A finished race that waits to be saved keeps the mode it was flown in, whatever the starter says now.
   if (!race_.WaitsForSave()) race_.RaceMode = ToInteger(std::clamp(index, 1, 6));
