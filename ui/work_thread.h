@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QObject>
 #include <QThread>
 #include <functional>
 
@@ -26,9 +25,11 @@ class WorkThread {
   static bool AnyLeftBehind() { return anyLeftBehind_; }
 
  private:
+  class Worker;
+
   inline static bool anyLeftBehind_ = false;
   QThread* thread_ = nullptr;
-  QObject* worker_ = nullptr;  // lives on the thread
+  Worker* worker_ = nullptr;
 };
 
 }  // namespace quorvane
