@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <limits>
 #include <stdexcept>
-#include <string>
 #include <utility>
 
 namespace quorvane {
@@ -61,9 +60,6 @@ constexpr std::int32_t AddLong(std::int32_t a, std::int32_t b) {
 }
 constexpr std::int32_t SubtractLong(std::int32_t a, std::int32_t b) {
   return ToLong(std::int64_t{a} - b);
-}
-constexpr std::int16_t AddInteger(std::int16_t a, std::int16_t b) {
-  return ToInteger(std::int64_t{a} + b);
 }
 
 // The whole number nearest to value, halves to the even neighbour; an error when it does not fit.

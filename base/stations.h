@@ -15,13 +15,11 @@ inline constexpr std::array<std::string_view, 8> StationNames = {
     "Judges 1", "Judges 2", "Judges 3", "Starter", "Timers", "", "Pylon 1", "Display"};
 
 inline constexpr std::array<std::uint8_t, 8> BitMask = {1, 2, 4, 8, 16, 32, 64, 128};
-// A byte holds four two-bit fields. LaneBitLow is a field's low bit (a single cut), LaneBitPair both of its
-// bits (a double cut).
+// Of the four two-bit fields of a byte: the low bit, for a single cut, and both bits, for a double one.
 inline constexpr std::array<std::uint8_t, 4> LaneBitLow = {1, 4, 16, 64};
 inline constexpr std::array<std::uint8_t, 4> LaneBitPair = {3, 12, 48, 192};
 
-// Eight characters, bit 128 first: "1" for a set bit, the letter "o" for a clear one, which nobody mistakes
-// for "8".
+// Bit 128 first: "1" for a set bit, the letter "o" for a clear one, which nobody mistakes for "8".
 inline std::string BitString(std::uint8_t byte) {
   return std::bitset<8>(byte).to_string('o', '1');
 }

@@ -48,8 +48,7 @@ bool IsUtf8(std::string_view text) {
   return true;
 }
 
-// Windows-1252 differs from Latin-1 in 0x80..0x9F only; its five unused places stand for the control
-// characters.
+// Where Windows-1252 differs from Latin-1; its five unused places stand for the control characters.
 constexpr std::array<char16_t, 32> kWindows1252 = {
     0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
     0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,

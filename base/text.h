@@ -8,9 +8,8 @@
 
 namespace quorvane {
 
-// The number at the start of a text: blanks and tabs before it are skipped, it may have a sign, a "." and an
-// exponent, and it ends at the first character that does not belong to it. 0 when there is none. Never the
-// locale's.
+// The number at the start of a text, 0 when there is none: blanks and tabs before it are skipped, it may have
+// a sign, a "." (in every locale) and an exponent, and ends at the first character that is not part of it.
 double LeadingNumber(std::string_view text);
 
 // The same rounded to a whole number, halves to the even neighbour; OverflowError when it does not fit.

@@ -35,8 +35,8 @@ void Amendment::Describe(RunningRace& race) const {
   race.version = version_;
 }
 
-// What was there before stays beside it, under a number for each amendment. Lanes that were not touched keep
-// what the file says of them.
+// What was there before stays beside it, numbered by the amendment. Lanes not touched keep what the file
+// says.
 int Amendment::Save(const std::string& comments, const LocalDateTime& now) {
   const Project::Group group(project_);
   const double made = LeadingNumber(project_.GetProjectValue(section_, "Amendments", ""));

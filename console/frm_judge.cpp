@@ -123,32 +123,27 @@ void frmJudge::Form_Load() {
 void frmJudge::EventEnded() {
   const bool free = !race_.BeingFlown();
   const std::string flown = free ? "" : "Locked while a race is flown";
-  const auto lock = [](Control& control, const std::string& why) {
-    control.SetEnabled(why.empty());
-    control.SetToolTip(why);
-  };
   for (Control* control : {&txtHeat, &cmdDecHeat, &cmdIncHeat, &txtRound, &cmdDecRound, &cmdIncRound,
                            &chkSixtySecondCount, &mnuHeatsPerRound, &mnuNewProject, &mnuSelectFile,
                            &mnuOpenRecent, &mnuSetEventName, &mnuLaneColors}) {
-    lock(*control, flown);
+    control->Lock(flown);
   }
   if (free && Practising()) {
     for (Control* entry : {&mnuNewProject, &mnuSelectFile, &mnuOpenRecent}) {
-      lock(*entry, "End the practice first");
+      entry->Lock("End the practice first");
     }
   }
   FollowPractice();
   // What is written over a saved race would be dropped with the next move.
   const std::string saved = Lane(0).Loaded() && !race_.Amending ? "Locked: this race is saved" : "";
   for (const auto& lane : lanes_) {
-    lock(lane->lblStatus, free ? saved : flown);
-    lock(lane->txtLapTen, saved);
-    lock(lane->txtLapEleven, saved);
+    lane->lblStatus.Lock(free ? saved : flown);
+    lane->txtLapTen.Lock(saved);
+    lane->txtLapEleven.Lock(saved);
     lane->FollowLink();
   }
-  lock(txtComments, race_.ReflyMode ? "" : saved);
-  cmdRefly.SetEnabled(free && !race_.Amending && !race_.Unsaved && projectOpen_ &&
-                      book_.HasTimestamp(race_.RaceNumber));
+  txtComments.Lock(race_.ReflyMode ? "" : saved);
+  cmdRefly.SetEnabled(free && !race_.Amending && !race_.Unsaved && book_.HasTimestamp(race_.RaceNumber));
   mnuSave.SetEnabled(cmdSave.Enabled());
   lblUnsaved.SetVisible(race_.WaitsForSave());
   ShowCorrections();

@@ -58,8 +58,7 @@ class frmJudge : public JudgeControls, public LinkOwner {
   // Run after every event: what may be touched now follows from the state of the race.
   void EventEnded();
 
-  // The race on the console, flown, waiting, shown from the file or not run yet. `now`: its date if it is not
-  // in the file.
+  // The race on the console, flown, waiting, shown or not run yet. `now`: its date if it is not in the file.
   RaceRecord RecordAt(const LocalDateTime& now) const;
   // How it was received; none without a radio.
   std::optional<RadioRecord> RadioInRace() const;
@@ -85,8 +84,6 @@ class frmJudge : public JudgeControls, public LinkOwner {
   void EndAmending(bool saved);
   static std::string AmendmentOutdated(int race);
   void ShowCorrections();
-  std::string WhyNoStart() const;
-  std::string WhyNoSave() const;
   void SayWhyGrey();
   std::string LostByClosing() const;
 
@@ -177,7 +174,6 @@ class frmJudge : public JudgeControls, public LinkOwner {
   RaceKeeper keeper_;
   frmPractice practice_{door_.AllForms()};
 
-  bool projectOpen_ = false;
   std::string eventName_;
   std::string shownMode_;
   std::string moved_;  // how a race that is about to be saved got another number

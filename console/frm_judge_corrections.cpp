@@ -17,9 +17,7 @@ void frmJudge::mnuAmend_Click() {
   desk_.Undo().Clear();
   fraHeatControl.SetCaption(fraHeatControl.Caption() + " AMEND");
   fraHeatControl.SetForeColor(kRed);
-  cmdSave.SetEnabled(true);
-  cmdReset.SetEnabled(true);
-  cmdReorder.SetEnabled(true);
+  for (Control* button : {&cmdSave, &cmdReset, &cmdReorder}) button->SetEnabled(true);
   ShowNotice("Amending: Save writes it in its place, Reset leaves it as it was");
 }
 
@@ -27,9 +25,7 @@ void frmJudge::mnuAmend_Click() {
 void frmJudge::EndAmending(bool saved) {
   if (!race_.Amending) return;
   amendment_.End();
-  cmdSave.SetEnabled(false);
-  cmdReset.SetEnabled(false);
-  cmdReorder.SetEnabled(false);
+  for (Control* button : {&cmdSave, &cmdReset, &cmdReorder}) button->SetEnabled(false);
   if (saved) return;
   const std::string notice = "Not amended: the race stays as it was saved";
   ShowNotice(keeper_.Drop() ? notice + ". " + "Its corrections: Bring Back Last Race" : notice);

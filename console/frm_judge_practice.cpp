@@ -1,7 +1,6 @@
 // Practice on the simulated field: in a project of its own, with the contest's put aside until it ends.
 
 #include <tuple>
-#include <utility>
 
 #include "base/text.h"
 #include "console/first_start.h"
@@ -25,8 +24,7 @@ std::string frmJudge::WhyRaceKeepsProject() const {
 std::string frmJudge::WhySaveFirst() const {
   if (race_.BeingFlown()) return "";
   if (race_.Unsaved) return "A race is not saved: save it first";
-  if (race_.Amending) return "A saved race is being amended: save it first";
-  return "";
+  return race_.Amending ? "A saved race is being amended: save it first" : "";
 }
 
 std::string frmJudge::WhyNoPractice() const {
@@ -140,8 +138,7 @@ void frmJudge::FieldChanged(int port, const std::string& trouble) {
 void frmJudge::BeginPracticeAtStart() {
   if (!TakePracticeAtStart(door_.System().Settings())) return;
   BeginPractice(false);
-  if (!Practising()) return;
-  door_.AllForms().Show(practice_);
+  if (Practising()) door_.AllForms().Show(practice_);
 }
 
 }  // namespace quorvane

@@ -217,7 +217,6 @@ void frmJudge::ShowOpenProject() {
   EndAmending(false);
   notices_.TakeAway(Notices::Kind::kSaved);
   notices_.TakeAway(Notices::Kind::kThrownAway);
-  projectOpen_ = true;
   race_.ProjectBaseName = WithoutExtension(race_.ProjectFile);
   race_.ResultsFile = race_.ProjectBaseName + ".csv";
   if (!race_.ProjectFile.empty()) CreateResultsFile(race_.ResultsFile);
@@ -235,11 +234,8 @@ void frmJudge::ShowOpenProject() {
     book_.Keep("EventFormat", "Lap, Station, EventType, Pylon, Time");
   }
   if (race_.HeatsPerRound < 2) mnuHeatsPerRound_Click();
-  if (eventName_.empty()) {
-    mnuSetEventName_Click();
-  } else {
-    SetCaption();
-  }
+  if (eventName_.empty()) mnuSetEventName_Click();
+  SetCaption();
   if (!race_.AtStake()) OfferSave(false);
 }
 
@@ -304,13 +300,9 @@ RaceRecord frmJudge::RecordAt(const LocalDateTime& now) const {
 
 // With what was noted before the program died in it.
 std::optional<RadioRecord> frmJudge::RadioInRace() const {
-  const auto reception = link_.InRace();
-  if (!reception) return radioBefore_;
-  RadioRecord radio{.damaged = reception->damaged, .lively = reception->lively};
-  for (const auto& [name, heard, silence] : reception->stations) {
-    radio.stations.push_back({name, heard, silence});
-  }
-  return radioBefore_ ? Together(*radioBefore_, radio) : radio;
+  const auto radio = link_.InRace();
+  if (!radio || !radioBefore_) return radio ? radio : radioBefore_;
+  return Together(*radioBefore_, *radio);
 }
 
 void frmJudge::mnuProtestSheet_Click() {
@@ -325,7 +317,6 @@ void frmJudge::mnuSavePdf_Click() {
   const std::string name = race_.ProjectBaseName + " race " + std::to_string(race.number);
   const DialogAnswer answer = door_.Ask({.kind = DialogKind::SaveFile,
                                          .title = "Save Heat Report as PDF",
-                                         .text = "",
                                          .preset = name + (race.refly != 0 ? " refly" : "") + ".pdf",
                                          .folder = ParentFolder(race_.ProjectFile),
                                          .defaultExtension = ".pdf"});

@@ -11,21 +11,16 @@ void Say(Control& control, const std::string& why) {
 
 }  // namespace
 
-std::string frmJudge::WhyNoStart() const {
-  if (race_.BeingFlown()) return "A race is being flown";
-  return race_.WaitsForSave() ? "Save the finished race first" : "This race has been flown: Refly repeats it";
-}
-
-std::string frmJudge::WhyNoSave() const {
-  if (race_.BeingFlown()) return "The race is not over yet";
-  return race_.RaceLoaded && Lane(0).Loaded() ? "Locked: this race is saved" : "No race waits to be saved";
-}
-
 void frmJudge::SayWhyGrey() {
-  const std::string flown = race_.BeingFlown() ? "Locked while a race is flown" : "";
+  const bool inFlight = race_.BeingFlown();
+  const std::string flown = inFlight ? "Locked while a race is flown" : "";
   const std::string first = race_.WaitsForSave() ? "Save the finished race first" : flown;
-  const std::string save = WhyNoSave();
-  Say(cmdStart, WhyNoStart());
+  const std::string save = inFlight                               ? "The race is not over yet"
+                           : race_.RaceLoaded && Lane(0).Loaded() ? "Locked: this race is saved"
+                                                                  : "No race waits to be saved";
+  Say(cmdStart, inFlight        ? "A race is being flown"
+                : first.empty() ? "This race has been flown: Refly repeats it"
+                                : first);
   Say(cmdReset, "No race to end or to throw away");
   Say(cmdSave, save);
   Say(mnuSave, save);

@@ -12,8 +12,7 @@ namespace {
 
 constexpr double kLongestRace = 3600;  // s, of a lap that is inserted
 
-// "Lap 5", "Cut P2", "Cut withdrawn P2", "Turn". Laps are numbered as the panel does it: a novice's free lap
-// is none.
+// "Lap 5", "Cut P2", "Cut withdrawn P2", "Turn". A novice's free lap is not counted, as on the panel.
 std::string EntryName(const LaneLog& log, const LaneEvent& event) {
   if (event.Kind == "L") {
     const int free = log.FreeLap();
@@ -80,8 +79,8 @@ void frmLog::Follow(const std::string& locked) {
                                   EntryName(log, event), log.MadeBy(event)));
     }
     lstEntries.SetItems(std::move(items));
-    // The entry that was chosen, wherever it stands now, or the one that has taken its place. The last one in
-    // a log that was not shown before.
+    // The chosen entry wherever it stands now, or the one in its place; in a log not shown before the last
+    // one.
     const int at = sameLog ? log.Find(chosen_) : -1;
     const int last = log.EventCount() - 1;
     lstEntries.SetListIndex(at >= 0 ? at : row >= 0 ? std::min(row, last) : last);
@@ -89,8 +88,7 @@ void frmLog::Follow(const std::string& locked) {
   }
   const LaneEvent* chosen = Chosen();
   const auto offer = [&](Control& button, bool fits, const char* unfit) {
-    button.SetEnabled(locked.empty() && fits);
-    button.SetToolTip(!locked.empty() ? locked : fits ? "" : unfit);
+    button.Lock(!locked.empty() ? locked : fits ? "" : unfit);
   };
   offer(cmdStrike, chosen != nullptr, "There is no entry to strike");
   offer(cmdMove, chosen != nullptr && chosen->Kind == "C", "Choose a cut that counts");

@@ -26,12 +26,8 @@ PracticeOptions frmPractice::Options() const {
 
 void frmPractice::Follow(bool practising, const std::string& trouble, const std::string& locked,
                          const std::string& endLocked) {
-  const auto lock = [](Control& button, const std::string& why) {
-    button.SetEnabled(why.empty());
-    button.SetToolTip(why);
-  };
-  lock(cmdBegin, locked);
-  lock(cmdEnd, practising ? endLocked : "There is no practice to end");
+  cmdBegin.Lock(locked);
+  cmdEnd.Lock(practising ? endLocked : "There is no practice to end");
   cmdBegin.SetCaption(practising ? "Start Again" : "Start Practice");
   std::string state = practising ? "PRACTICE is on. Its races go into a project of its own."
                                  : "Plays all stations of a field: no radio is needed.";

@@ -6,9 +6,8 @@
 
 namespace quorvane {
 
-// Puts heat reports and protest sheets on paper, on the screen and into files. Every call returns at once, so
-// that the radio never waits for a printer; frmJudge::ShowNotice tells what becomes of it. This one does
-// nothing.
+// Puts heat reports and protest sheets on paper, on the screen and into files. Every call returns at once:
+// the radio never waits for a printer. frmJudge::ShowNotice tells what becomes of it. This one does nothing.
 class HeatPrinter {
  public:
   virtual ~HeatPrinter() = default;

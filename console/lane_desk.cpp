@@ -63,8 +63,6 @@ LaneMarking LaneDesk::Marking(int lane) const {
   return LaneMarkingOf(race_.LaneColorScheme, lane);
 }
 
-// Places.
-
 // A late cut or lap may change the order; what is saved must not contradict the logs.
 void LaneDesk::ResultChanged() {
   if (race_.Amending || (race_.RaceActive && race_.Unsaved)) RankLanes();
@@ -118,12 +116,11 @@ void LaneDesk::SetOrder(int place) {
 
 // The operator's last word counts: whoever types a place that another lane has is putting an error right.
 void LaneDesk::TakePlace(int lane, int place) {
-  int number = 0;
   for (const auto& other : lanes_) {
-    if (++number == lane || other->PlaceByHand() != place) continue;
+    if (other->Number() == lane || other->PlaceByHand() != place) continue;
     other->GiveUpPlace();
-    notices_.Show(
-        fmt::format("{} now lane {}, no more lane {}", Element(kPlaceWords, place - 1), lane, number));
+    notices_.Show(fmt::format("{} now lane {}, no more lane {}", Element(kPlaceWords, place - 1), lane,
+                              other->Number()));
   }
 }
 

@@ -13,8 +13,6 @@ constexpr const char* kSection = "DiskFile";  // of the settings
 
 }  // namespace
 
-// Which file it is.
-
 std::string ProjectChooser::DefaultFolder() const {
 #ifdef _WIN32
   return "c:\\Quorvane\\";
@@ -57,7 +55,6 @@ void ProjectChooser::OfferNextTime(const std::string& file) {
 DialogBox ProjectChooser::FileBox(bool atStart) const {
   DialogBox box{.kind = DialogKind::OpenFile,
                 .title = "Open Existing Quorvane Project",
-                .text = "",
                 .preset = LastFile(),
                 .folder = ParentFolder(LastFile()),
                 .defaultExtension = ".ini"};
@@ -85,7 +82,6 @@ bool ProjectChooser::AskNew() {
 bool ProjectChooser::AskRecent(const std::string& file) {
   return Choose({.kind = DialogKind::OpenFile,
                  .title = "Open Recent",
-                 .text = "",
                  .preset = file,
                  .defaultExtension = ".ini",
                  .chosen = true},
@@ -168,8 +164,6 @@ std::string OpenAsProject(Project& project, const std::string& file) {
   }
 }
 
-// Its races.
-
 double RaceBook::Timestamp(const std::string& section) {
   return LeadingNumber(project_.GetProjectValue(section, "Timestamp", "0"));
 }
@@ -207,8 +201,8 @@ void RaceBook::KeepPlace() {
 // One more than the file counts. A file that counts wrong must not cost a refly that is recorded already.
 std::int16_t RaceBook::NextRefly() {
   const std::int16_t counted = Number("NumberReflys", 0);
-  std::int16_t number = counted == INT16_MAX ? std::int16_t{1} : AddInteger(counted, 1);
-  while (Timestamp(ReflySection(number)) != 0.0) number = AddInteger(number, 1);
+  std::int16_t number = counted == INT16_MAX ? std::int16_t{1} : ToInteger(counted + 1);
+  while (Timestamp(ReflySection(number)) != 0.0) number = ToInteger(number + 1);
   return number;
 }
 

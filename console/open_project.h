@@ -30,8 +30,7 @@ class ProjectChooser {
   bool AskRecent(const std::string& file);  // the operator has chosen it from the list
   // Tells why, where the file does not become the project.
   bool Open(const std::string& file);
-  // The projects chosen last, from the settings: those that still exist, without the open one. Practice is
-  // none of them.
+  // The projects chosen last that still exist, without the open one and those of practice.
   std::vector<std::string> Recent() const;
 
  private:

@@ -13,9 +13,8 @@
 
 namespace quorvane {
 
-// The whole program but its windows: the shared race state, the forms and the door to them. Enter a Load
-// event to start it. The platform and the serial control must outlive it. `way`: how the race on the console
-// is kept on the disk.
+// The whole program but its windows: the shared race state, the forms and the door to them. A Load event
+// starts it. What it is given must outlive it. `way`: how the race on the console is kept on the disk.
 class Program : private DeviceEvents {
  public:
   Program(Platform& platform, SerialControl& serial, FileOps& files = SystemFiles(),

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "base/text.h"
 #include "results/race_records.h"
 
 namespace quorvane {
@@ -148,8 +147,7 @@ bool RaceKeeper::InProject(const KeptRace& kept) {
   return false;
 }
 
-// A race may have gone on between the moment that it was kept and its save: then what was kept is the
-// beginning of what is saved.
+// A race may have gone on after it was kept: then that is the beginning of what is saved.
 bool RaceKeeper::SavedIn(const std::string& section, const KeptRace& kept) {
   const ReadValue there = OpenProject(project_, race_).read, here = kept.Reader();
   const bool amended = !kept.race.amends.empty();
@@ -157,13 +155,11 @@ bool RaceKeeper::SavedIn(const std::string& section, const KeptRace& kept) {
   const auto holds = [](const auto& whole, const auto& beginning) {
     return std::ranges::mismatch(beginning, whole).in1 == beginning.end();
   };
-  int number = 0;
   std::size_t entries = 0, entriesSaved = 0;
   const bool held = std::ranges::all_of(lanes_, [&](const auto& lane) {
-    ++number;
     const auto same = [&](const char* key) {
-      return there(LaneSection(section, number), key, "") ==
-             here(LaneSection(kRunningSection, number), key, "");
+      return there(LaneSection(section, lane->Number()), key, "") ==
+             here(LaneSection(kRunningSection, lane->Number()), key, "");
     };
     const LaneLog log = lane->LogIn(kRunningSection, here), saved = lane->LogIn(section, there);
     entries += log.Entries().size();
@@ -180,12 +176,10 @@ std::string RaceKeeper::StoryOf(const KeptRace& kept) const {
   std::string story =
       fmt::format("{}Race {}{}, heat {}, round {}", race.amends.empty() ? "" : "Amendment of ", race.number,
                   refly ? " refly" : "", race.heat, race.round);
-  int number = 0;
   for (const auto& lane : lanes_) {
     const LaneLog log = lane->LogIn(kRunningSection, kept.Reader());
     const int laps = log.CountLaps() - (log.FreeLap() >= 0 ? 1 : 0);
-    ++number;
-    if (laps > 0) story += fmt::format(", {} lap{} on lane {}", laps, laps == 1 ? "" : "s", number);
+    if (laps > 0) story += fmt::format(", {} lap{} on lane {}", laps, laps == 1 ? "" : "s", lane->Number());
   }
   return story;
 }

@@ -16,8 +16,7 @@
 
 namespace quorvane {
 
-// Keeps the race on the console on the disk, beside its project, so that neither a crash nor a slip of the
-// hand loses it.
+// Keeps the race on the console beside its project, so that neither a crash nor a slip of the hand loses it.
 class RaceKeeper {
  public:
   using RadioSoFar = std::function<std::optional<RadioRecord>()>;
@@ -49,8 +48,7 @@ class RaceKeeper {
   bool HasDropped() const { return !dropped_.empty(); }
   std::optional<KeptRace> Dropped() const { return ReadRunning(dropped_); }
 
-  // What the program left behind when it died with this project open. To be called before any box: a race
-  // may begin behind it.
+  // What a program that died with this project open has left. Before any box: a race may begin behind it.
   void FindLeft();
   // What was found and is not in the project, until it has been taken up or set aside.
   std::optional<KeptRace> Left();

@@ -23,9 +23,9 @@ Starter::Means Starter::FrameMeans(bool runs) const {
   return HasBeenFlown() ? Means::kConcludes : Means::kCallsOff;
 }
 
-// The starter's clock goes on rising during a race, together with ours; that of the next one falls back. What
-// rises all the same is the next race when we have heard nothing of how that came about, but know that ours
-// has been flown.
+// The starter's clock rises during a race, together with ours, and falls back for the next one. What rises
+// all the same is the next race when we have not heard how that came about, but know that ours has been
+// flown.
 bool Starter::BeginsNextRace() const {
   if (!ranAt_) return BeforeSignal();
   if (race_.LaneStartOffset < *ranAt_ - kHeldUp) return BeforeSignal() || race_.RaceDone;

@@ -6,8 +6,6 @@
 #include <map>
 #include <utility>
 
-#include "base/checked.h"
-
 namespace quorvane {
 namespace {
 
@@ -40,13 +38,11 @@ void UndoStack::Clear() {
 void UndoStack::ReadLogs() {
   Clear();
   std::multimap<std::int32_t, Step> steps;
-  int number = 0;
   for (const auto& lane : lanes_) {
-    ++number;
     const LaneLog& log = lane->Events();
     for (int i = 0; i < log.EventCount(); ++i) {
       if (log[i].ByHand && i != log.FreeLap()) {
-        steps.emplace(log[i].EventTime, Step{number, false, {log[i].Serial}});
+        steps.emplace(log[i].EventTime, Step{lane->Number(), false, {log[i].Serial}});
       }
     }
   }
@@ -112,20 +108,12 @@ void UndoStack::Put(Step& step, const char* what) const {
   step.taken.clear();
 }
 
-void UndoStack::Undo() {
-  if (done_.empty()) return;
-  Step& step = done_.back();
-  step.struck ? Put(step, "undone") : Take(step, "undone");
-  undone_.push_back(std::move(step));
-  done_.pop_back();
-}
-
-void UndoStack::Redo() {
-  if (undone_.empty()) return;
-  Step& step = undone_.back();
-  step.struck ? Take(step, "redone") : Put(step, "redone");
-  done_.push_back(std::move(step));
-  undone_.pop_back();
+void UndoStack::Shift(Steps& from, Steps& to, bool back, const char* what) {
+  if (from.empty()) return;
+  Step& step = from.back();
+  step.struck == back ? Put(step, what) : Take(step, what);
+  to.push_back(std::move(step));
+  from.pop_back();
 }
 
 }  // namespace quorvane

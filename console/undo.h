@@ -9,9 +9,8 @@
 
 namespace quorvane {
 
-// What the operator's hands have done to the logs of the race on the console, in order: entries made and
-// entries struck. The last of it can be taken back, and put in force again. What a station has taken back
-// since is passed over.
+// The entries that the operator's hands have made and struck in the race on the console, in order. The last
+// can be taken back, and put in force again. What a station has taken back since is passed over.
 class UndoStack {
  public:
   explicit UndoStack(const LanePanels& lanes) : lanes_(lanes) {}
@@ -25,8 +24,8 @@ class UndoStack {
   // "lap 5, lane 2": what the next Undo() and the next Redo() are about; empty when there is none. To be
   // asked after every event: what a station has taken back meanwhile goes then.
   std::pair<std::string, std::string> Texts();
-  void Undo();
-  void Redo();
+  void Undo() { Shift(done_, undone_, true, "undone"); }
+  void Redo() { Shift(undone_, done_, false, "redone"); }
 
  private:
   struct Step {
@@ -44,6 +43,7 @@ class UndoStack {
   std::string Text(const Step& step) const;
   void Take(Step& step, const char* what) const;
   void Put(Step& step, const char* what) const;
+  void Shift(Steps& from, Steps& to, bool back, const char* what);
   void Prune();
 
   const LanePanels& lanes_;

@@ -42,9 +42,8 @@ enum class Property : std::uint8_t {
   ToolTip,
 };
 
-// One control of a form as plain data: what the operator sees of it and what an event procedure reads from
-// it. The window shows it and decides nothing. Every change is told to the one observer (see Forms). Lives as
-// long as its form.
+// One control of a form as plain data, for the operator to see and event procedures to read. The window shows
+// it and decides nothing. Every change is told to the one observer (see Forms). Lives as long as its form.
 class Control {
  public:
   Control(Form& form, ControlKind kind, std::string name, Control* parent);
@@ -91,6 +90,11 @@ class Control {
   void SetToolTip(std::string toolTip) { Set(toolTip_, std::move(toolTip), Property::ToolTip); }
   // A check box whose value really changes raises onClick, whoever changes it. An option button does not.
   void SetValue(int value);
+  // Enabled where the reason against it is empty, otherwise told by the tool tip.
+  void Lock(const std::string& why) {
+    SetEnabled(why.empty());
+    SetToolTip(why);
+  }
 
   // Whether the operator can act on it: enabled and visible, and so is every frame around it and its form.
   bool Reachable() const;

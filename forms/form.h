@@ -1,7 +1,6 @@
 #pragma once
 
 #include <deque>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -14,8 +13,7 @@ namespace quorvane {
 
 class Forms;
 
-// A window of the program as plain data: its controls and its event procedures. In the program's Forms for as
-// long as it lives.
+// A window as plain data: its controls and its event procedures. In the program's Forms while it lives.
 class Form {
  public:
   Form(Forms& forms, std::string name);

@@ -32,8 +32,7 @@ struct ComputerTime {
   bool operator==(const ComputerTime&) const = default;
 };
 
-// ms from the first to the second; where the computer has not been started anew in between, its clock may
-// have been set.
+// ms from the first to the second. Setting the clock matters only where the computer has been started anew.
 std::int64_t MsBetween(const ComputerTime& first, const ComputerTime& second);
 
 enum class DialogKind : std::uint8_t { Ok, OkCancel, YesNo, YesNoCancel, Input, OpenFile, SaveFile };
@@ -51,13 +50,12 @@ struct DialogAnswer {
 struct DialogBox {
   DialogKind kind = DialogKind::Ok;
   std::string title;
-  std::string text;  // lines end with a carriage return
+  std::string text = {};  // lines end with a carriage return
   DialogIcon icon = DialogIcon::None;
   std::string preset = {};            // input: the text offered; files: the path offered
   std::string folder = {};            // files: where the dialog starts
   std::string defaultExtension = {};  // files: ".ini"
-  // The button that Enter presses, the first one where there is none such: the safe one where another loses
-  // something.
+  // The button that Enter presses: the safe one where another loses something. Of none of them: the first.
   DialogAnswer::Word usual = DialogAnswer::Word::Yes;
   // The radio has raised it while the operator's hands are judging: no key or click in its first second.
   bool byRadio = false;

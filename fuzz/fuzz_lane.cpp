@@ -65,7 +65,7 @@ void GoOn(const LaneRig& told, const std::string& acts) {
   again.Do("resume");
   TellLane(again);
   Require(std::ranges::equal(rig.lane.Events().Entries(), again.lane.Events().Entries()));
-  Require(rig.lane.Running().lastLapTime == again.lane.Running().lastLapTime);
+  Require(rig.lane.LastLapTime() == again.lane.LastLapTime());
 }
 
 }  // namespace

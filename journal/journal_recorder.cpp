@@ -41,8 +41,7 @@ std::string Reason() {
 // failure perhaps the last seconds. The first error ends the writing, and Problem() says why.
 class JournalFile {
  public:
-  // Makes a new file, or writes to `out`. One that cannot be made is such an error, and so is one that exists
-  // and has contents.
+  // Makes a new file, or writes to `out`. One that cannot be made, or has contents, is such an error.
   JournalFile(const std::filesystem::path& path, std::unique_ptr<std::ostream> out) : out_(std::move(out)) {
     if (const auto reason = out_ ? std::nullopt : WhyNotWrite(Utf8Of(path), FileKind::Journal)) {
       problem_ = "the file may not be replaced, " + *reason;

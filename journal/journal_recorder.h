@@ -49,8 +49,7 @@ class SessionRecorder : public Journal {
   void Stop();
   bool Recording() const { return file_ != nullptr; }
 
-  // Why the recording has stopped by itself, in the operating system's words. To be looked at after each
-  // event.
+  // Why the recording has stopped by itself, in the system's words. To be looked at after each event.
   std::string Problem() const;
 
   // The console ends: writes the last record and closes the file.

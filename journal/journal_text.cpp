@@ -25,8 +25,7 @@ std::optional<unsigned> HexNumber(std::string_view digits, std::size_t count) {
   return whole ? std::optional(value) : std::nullopt;
 }
 
-// The words of one line, taken off one by one from the left. What does not fit throws UnreadableJournal with
-// what was expected.
+// The words of one line, from the left. What does not fit throws UnreadableJournal with what was expected.
 class Words {
  public:
   Words(std::string_view text, int line) : rest_(text), line_(line) {}
@@ -190,8 +189,6 @@ std::string WordOrQuoted(const std::string& text) {
   return plain ? text : JsonString(text);
 }
 
-// ---- What records are made of.
-
 using Record = JournalRecord;
 
 // How one argument of a record is written, and read.
@@ -208,8 +205,7 @@ template <bool (*kFits)(std::string_view)>
 void ReadTarget(Words& words, const char* expected, Record& record) {
   record.event.target = words.Word(expected, kFits);
 }
-// With a control's name behind its dot, perhaps with an index. Whether there is such a control, the program
-// has to say.
+// With a control's name behind its dot. Whether there is such a control, the program has to say.
 bool IsControl(std::string_view name) {
   return name.find('.') > 0 && name.find('.') < name.size() - 1;
 }
@@ -361,7 +357,7 @@ class Reader {
         ReadUnfinished(line);
       }
     }
-    if (!begun_) Words("", std::max(line_, 1)).Fail(FirstLine(), {});
+    if (line_ == 0) Words("", 1).Fail(FirstLine(), {});
     return std::move(journal_);
   }
 
@@ -376,7 +372,7 @@ class Reader {
       ReadLine(line);
       if (line.ends_with('"') || line.ends_with(')') || !lastMayGoOn_) return;
     } catch (const UnreadableJournal&) {
-      if (!begun_) throw;
+      if (line_ == 1) throw;
     }
     journal_ = before;
     journal_.cutOff = true;
@@ -384,9 +380,8 @@ class Reader {
 
   void ReadLine(std::string_view line) {
     Words words(line, line_);
-    if (!begun_) {
+    if (line_ == 1) {
       if (line != kJournalFirstLine) words.Fail(FirstLine(), line);
-      begun_ = true;
       return;
     }
     if (line.starts_with('#')) return ReadComment(line);
@@ -476,7 +471,6 @@ class Reader {
   int line_ = 0;
   SessionJournal journal_;
   int lastMs_ = 0;
-  bool begun_ = false;
   bool started_ = false;
   bool timersGiven_ = false;
   bool loaded_ = false;

@@ -94,8 +94,7 @@ SessionJournal ReadJournal(std::string_view text);
 std::string StartRecords(const LocalDateTime& start, bool timersRecorded);
 std::string SettingRecord(const JournalSetting& setting);
 std::string RecordText(const JournalRecord& record);
-// Comments that keep a project file as it was found. Every byte above 126 becomes an escape, so that any
-// file can be kept.
+// Comments that keep a project file as it was found, whatever its bytes: those above 126 become escapes.
 std::string ProjectComments(const std::string& path, std::string_view bytes);
 
 std::string AnswerText(const DialogAnswer& answer);  // `yes`, `text "..."`

@@ -167,8 +167,6 @@ void frmLane::HidePopUp() {
   popUpOf_ = -1;
 }
 
-// In the project file.
-
 void frmLane::SaveLane(const std::string& section, const KeepValue& keep, const ReadValue& there) const {
   const std::string lane = LaneSection(section, laneNumber_);
   const auto set = [&](const std::string& key, const std::string& value) { keep(lane, key, value); };

@@ -5,6 +5,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <tuple>
 
 #include "forms/form.h"
 #include "forms/platform.h"
@@ -106,9 +107,8 @@ class frmLane : public Form {
   void cntrCut(int pylon);                                            // 1..3
   void DoTurn(int source, std::int32_t time, std::int32_t interval);  // interval: ms that the turn is shown
   bool CanDoTurn() const;
-  // Whether a report of this moment (ms of the race clock) is of a turn that was counted already: a program
-  // that was held up, or died, hears the same report again when its own light is out; so does one in which
-  // the turn was struck.
+  // Whether a report of this moment (ms of the race clock) is of a turn that was counted already: who was
+  // held up, has died, or has struck the turn, hears the same report again when the own light is out.
   bool HasTurnOf(std::int32_t time) const;
 
   // Putting entries of the log right, named by their serials. Counts, cells and result follow, and a lane
@@ -143,38 +143,28 @@ class frmLane : public Form {
   void FollowLink();
   void ShowHandButtons();
 
-  // Laps flown of those that are due, the last one's time, the gap to the leader. The other lanes are known
-  // to the owner.
+  // Laps flown of those that are due, the last one's time, the gap to the leader, which the owner knows.
   LaneProgress Progress() const;
   void ShowProgress(const LaneProgress& progress, const std::string& gap);
 
-  // Records. `section` is that of the race, "Race7" or "Refly2"; the lane's own is "Race7_Lane3". A loaded
-  // lane is recounted under the race mode that the race's section names and counts as finished until the next
-  // InitializeRace. Values that are read may be anything. Entries that are `there` behind those of the log
-  // are emptied.
+  // `section` is that of the race, "Race7" or "Refly2"; the lane's own is "Race7_Lane3". A loaded lane is
+  // recounted under the mode that the race's section names and counts as finished until the next
+  // InitializeRace. Values that are read may be anything. What is `there` behind the log's entries is
+  // emptied.
   void SaveLane(const std::string& section, const KeepValue& keep, const ReadValue& there = {}) const;
   void LoadLane(const std::string& section, const ReadValue& read);
-  // The same of a race that is not over: kept while it is flown, and taken up again after the program has
-  // died. Its lights are lost.
+  // The same of a race that is flown, to be taken up after the program has died. Its lights are lost.
   void KeepRunning(const std::string& section, const KeepValue& keep) const;
   void ResumeRace(const std::string& section, const ReadValue& read);
   // The log that the section's lane has in the file.
   LaneLog LogIn(const std::string& section, const ReadValue& read) const;
-  // What of a running race is not in its log, and changes when that does.
-  struct RunningState {
-    unsigned log = 0;
-    std::int32_t timeBase = 0;
-    std::int32_t lastLapTime = 0;
-    std::array<std::int32_t, 3> missedPylons = {};
-    std::string status = {};
-    std::string position = {};
-    int placeOffered = 0;
-    bool novice = false;
-    bool operator==(const RunningState&) const = default;
-  };
+  // The revision of its log, and what of a running race is not in that: another one whenever it changes.
+  using RunningState = std::tuple<unsigned, std::int32_t, std::int32_t, std::array<std::int32_t, 3>,
+                                  std::string, std::string, int, bool>;
   RunningState Running() const;
 
   // The lane's variables.
+  int Number() const { return laneNumber_; }  // 1..4
   std::int32_t TimeBase() const { return TimeBase_; }
   std::int32_t LastLapTime() const { return LastLapTime_; }
   bool InNoviceClick() const { return InNoviceClick_; }
@@ -188,6 +178,8 @@ class frmLane : public Form {
   std::int32_t TurnTimerEnd() const { return TurnTimerEnd_; }
 
  private:
+  static constexpr std::int32_t kLapOverdue = 30001;  // ms after the last lap
+
   std::int32_t ToRaceTime(std::int32_t time) const { return AddLong(TimeBase_, time); }
   bool IsFai() const { return loadedFai_.value_or(race_.IsFaiMode); }
   bool HasCell(int lap) const;
@@ -211,7 +203,7 @@ class frmLane : public Form {
   bool HasLapOf(int stationLaps) const;
   int StationLapsTaken() const;
   void NoteRefused(int stationLaps, std::int32_t time);
-  bool TimedOut() const;
+  std::int64_t SinceLastLap() const { return std::int64_t{owner_.RaceTime()} + TimeBase_ - LastLapTime_; }
   void Correct(const std::function<void()>& change);
   void ShowCorrected(bool timedOut);
   void ResetLocks(const LaneEvent& struck);

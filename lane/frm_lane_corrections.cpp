@@ -1,18 +1,11 @@
 // What was entered is put right, and the panel follows.
 
 #include <algorithm>
-#include <utility>
 
-#include "base/checked.h"
 #include "base/text.h"
 #include "lane/frm_lane.h"
 
 namespace quorvane {
-namespace {
-
-constexpr std::int32_t kLapOverdue = 30001;  // ms after the last lap
-
-}  // namespace
 
 std::optional<LaneLog::Taken> frmLane::Strike(unsigned serial, const char* what) {
   const int index = log_.Find(serial);
@@ -60,12 +53,8 @@ bool frmLane::CreditsLap() const {
   return Loaded() ? log_.CreditsLap() : chkNovice.Value() != 0;
 }
 
-bool frmLane::TimedOut() const {
-  return std::int64_t{owner_.RaceTime()} + TimeBase_ - LastLapTime_ >= kLapOverdue;
-}
-
 void frmLane::Correct(const std::function<void()>& change) {
-  const bool timedOut = TimedOut();
+  const bool timedOut = SinceLastLap() >= kLapOverdue;
   change();
   if (Loaded()) log_.DateCorrection(owner_.Timestamp());
   ShowCorrected(timedOut);

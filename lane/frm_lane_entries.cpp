@@ -37,15 +37,12 @@ void frmLane::DoLap(std::int32_t time, std::int32_t lockOut) {
   log_.Require(freeLap ? 2 : 1);
 
   LastLapTime_ = t;
-  if (freeLap) {
-    // A novice is credited with the first lap: its cell ends at the same time as the next one.
+  // A novice is credited with the first lap: its cell ends at the same time as the next one.
+  while (counts_.laps < lapsAfter) {
     FreezeCell(time);
-    counts_.laps = 1;
-    log_.AddEvent(Entry("L", t, kTimersStation, 1));
+    ++counts_.laps;
+    log_.AddEvent(Entry("L", t, kTimersStation, counts_.laps));
   }
-  FreezeCell(time);
-  counts_.laps = lapsAfter;
-  log_.AddEvent(Entry("L", t, kTimersStation, counts_.laps));
   counts_.finalTime = RecountLaps(log_, IsFai()).finalTime;
   if (HasCell(counts_.laps)) {
     lblLap[counts_.laps].SetVisible(true);
@@ -139,9 +136,8 @@ void frmLane::NoteRefused(int stationLaps, std::int32_t time) {
 
 bool frmLane::IsFinished() const {
   if (Loaded() || doesNotFly_) return true;
-  const std::int64_t s = std::int64_t{owner_.RaceTime()} + TimeBase_ - LastLapTime_;
   const bool done = counts_.laps >= counts_.lapTarget || counts_.cutCount >= 2;
-  return (s >= 10000 && done) || s >= 30001;
+  return SinceLastLap() >= (done ? 10000 : kLapOverdue);
 }
 
 void frmLane::JoinRace() {

@@ -155,8 +155,7 @@ void frmLane::lblStatus_Click() {
   const unsigned race = raceSerial_;
   const DialogAnswer answer =
       owner_.Ask({DialogKind::Input, "Finish Order", "Enter finish order", DialogIcon::None, status_});
-  if (answer.word != DialogAnswer::Word::Text || race != raceSerial_) return;
-  if (answer.text <= " ") return;
+  if (answer.word != DialogAnswer::Word::Text || race != raceSerial_ || answer.text <= " ") return;
   const int place = PlaceIn(answer.text);
   if (place != 0) owner_.TakePlace(laneNumber_, place);
   SetPosition("Locked");

@@ -71,11 +71,8 @@ std::string EventText(const LaneEvent& event) {
 }
 
 int LaneLog::CountLaps() const {
-  int laps = 0;
-  for (const LaneEvent& event : Entries()) {
-    if (event.Kind == "L") laps = event.Count;
-  }
-  return laps;
+  const LaneEvent* lap = LatestLap();
+  return lap == nullptr ? 0 : lap->Count;
 }
 
 const LaneEvent* LaneLog::LatestLap() const {
@@ -169,8 +166,6 @@ void LaneLog::Read(const LaneValue& value) {
   }
   ReadCorrections(value);
 }
-
-// The two recounts of a lane's log.
 
 LapRecount RecountLaps(const LaneLog& log, bool isFaiMode) {
   LapRecount r;

@@ -150,16 +150,14 @@ class LaneLog {
   std::array<std::uint8_t, 4> struckCuts_ = {};  // that a judge or the starter reports and that do not count
 };
 
-using PylonTally = std::array<std::int16_t, 4>;  // pylons 1..3, then cuts from any other source
-
 // Laps, cuts and the result, replayed from the log.
 struct LapRecount {
   std::int16_t laps = 0;
   std::int16_t lapTarget = 10;
   std::int16_t cutCount = 0;
   std::int16_t cutsBeforeFinish = 0;
-  std::int32_t finalTime = kNoResult;  // of a lane that flew its target, even with too many cuts
-  PylonTally pylonCuts = {};
+  std::int32_t finalTime = kNoResult;          // of a lane that flew its target, even with too many cuts
+  std::array<std::int16_t, 4> pylonCuts = {};  // at pylons 1..3, then those from any other source
 };
 LapRecount RecountLaps(const LaneLog& log, bool isFaiMode);
 

@@ -27,8 +27,7 @@ struct LaneProgress {
 
 LaneProgress ProgressOf(const LaneLog& log, bool isFaiMode, bool novice);
 
-// How far lane `of` is behind the leader: "Leader", "+1.24" seconds, "-2 laps"; empty where there is no
-// telling.
+// How far lane `of` is behind the leader: "Leader", "+1.24" seconds, "-2 laps"; empty where nobody can tell.
 std::string GapText(std::span<const LaneProgress> lanes, std::size_t of);
 
 }  // namespace quorvane

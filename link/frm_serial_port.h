@@ -69,18 +69,8 @@ class frmSerialPort : public Form {
   const LinkCounters& Counters() const { return counters_; }
   // The console begins a race, or goes on with one.
   void BeginRace();
-  // How the race on the console was received, to its end.
-  struct Reception {
-    struct Station {
-      std::string name;
-      std::int64_t heard = 0;  // how often, acknowledgements too
-      std::int64_t longestSilence = 0;
-    };
-    std::int64_t damaged = 0;       // frames
-    std::vector<Station> stations;  // that were expected
-    bool lively = false;            // see LinkCounters
-  };
-  std::optional<Reception> InRace() const;  // none without a radio
+  // How the race on the console was received; none without a radio.
+  std::optional<RadioRecord> InRace() const;
 
   // "None", then the ports found at the last activation, the number as tag; the others are hidden.
   ControlArray optPort{*this, Option, "optPort", 0, 31};
@@ -149,7 +139,7 @@ class frmSerialPort : public Form {
   void LightLamp(Traffic lamp);
   void tmrIndicators_Timer();
   int NoteOnAir(const StationMessage& frame);
-  void CountInRace(const std::function<void(LinkCounters& counters)>& count);
+  void Count(const std::function<void(LinkCounters& counters)>& count);
 
   // Stations.
   void MarkStationHeard(int address);

@@ -30,8 +30,7 @@ void frmSerialPort::FrameFound(Found found, const StationMessage& frame) {
   if (found == Found::Unexpected) {
     return lblMessage.SetCaption(fmt::format("Unexpected 0x{:X}, 0x{:X}", frame.Wig1, frame.Wig2));
   }
-  ++counters_.damaged;
-  CountInRace([](LinkCounters& counters) { ++counters.damaged; });
+  Count([](LinkCounters& counters) { ++counters.damaged; });
   // An acknowledgement names no sender: it comes from the station that was addressed last.
   const int from = frame.From == kAcknowledgement ? LastToAddress_ : frame.From;
   lblMessage.SetCaption(fmt::format("{} -> {}, Ecc Error 0x{:X}, 0x{:X}", StationName(from),
@@ -40,8 +39,7 @@ void frmSerialPort::FrameFound(Found found, const StationMessage& frame) {
 
 // It may have started or ended the race, and its sender is silent no more.
 void frmSerialPort::GoodFrame(const StationMessage& frame) {
-  counters_.Good(frame.From, door_.Now());
-  CountInRace([&](LinkCounters& counters) { counters.Good(frame.From, door_.Now()); });
+  Count([&](LinkCounters& counters) { counters.Good(frame.From, door_.Now()); });
   if (frame.From < kStations) Element(volt_, frame.From) = frame.Volt;
   const int sender = NoteOnAir(frame);
   door_.Contain([this, &frame] { HandleFrame(frame); });
@@ -108,8 +106,7 @@ int frmSerialPort::NoteOnAir(const StationMessage& frame) {
     return frame.From;
   }
   if (frame.To != onAirFrom_) return kAcknowledgement;
-  counters_.Heard(onAirTo_, door_.Now());
-  CountInRace([this](LinkCounters& counters) { counters.Heard(onAirTo_, door_.Now()); });
+  Count([this](LinkCounters& counters) { counters.Heard(onAirTo_, door_.Now()); });
   if (Visible()) MarkStationHeard(onAirTo_);
   return onAirTo_;
 }

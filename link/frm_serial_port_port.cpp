@@ -14,7 +14,6 @@ namespace quorvane {
 namespace {
 
 constexpr const char* kPortKey = "CommPort";
-constexpr const char* kPracticeText = "Practice";
 
 const std::map<int, const char*> kReasons = {{kErrorNoSuchPort, " is not there"},
                                              {kErrorNotFound, " is not there"},
@@ -29,11 +28,10 @@ bool Contains(const std::vector<int>& ports, double port) {
 }  // namespace
 
 std::string frmSerialPort::PortText(int port) const {
-  return port == practicePort_ ? kPracticeText : fmt::format("COM{}", port);
+  return port == practicePort_ ? "Practice" : fmt::format("COM{}", port);
 }
 
-// Tries every port, closes the open one and opens the saved one again. A saved port that is missing stays
-// saved: it may only be unplugged.
+// Tries every port, then opens the saved one again; one that is missing stays saved: it may be unplugged.
 void frmSerialPort::BuildPortList() {
   const double saved = LeadingNumber(Setting(kPortKey, "-1"));
   std::vector<int> ports = {kNoPort};
@@ -132,10 +130,7 @@ void frmSerialPort::PortsChanged(const std::vector<int>& ports) {
 // No port can be chosen meanwhile: what a radio says belongs to the contest.
 void frmSerialPort::BeginPractice() {
   practising_ = true;
-  for (Control* option : optPort) {
-    option->SetEnabled(false);
-    option->SetToolTip("End the practice first");
-  }
+  for (Control* option : optPort) option->Lock("End the practice first");
   AwaitPort(0, {});
   LosePractice();
 }
@@ -152,17 +147,14 @@ SerialError frmSerialPort::OpenPractice(int port) {
 
 void frmSerialPort::LosePractice() {
   ClosePort();
-  owner_.ShowPort(std::string(kPracticeText) + " - Off", false);
+  ShowPortOff(practicePort_);
   ShowRadioState();
 }
 
 // The radio's port again, which may have come or gone meanwhile.
 void frmSerialPort::EndPractice() {
   practising_ = false;
-  for (Control* option : optPort) {
-    option->SetEnabled(true);
-    option->SetToolTip("");
-  }
+  for (Control* option : optPort) option->Lock("");
   BuildPortList();
   practicePort_ = 0;
 }

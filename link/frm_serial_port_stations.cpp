@@ -76,7 +76,7 @@ void frmSerialPort::tmrAging_Timer() {
   lblMessage.SetCaption(AwaitedText());
   for (int i = 0; i < kStations; ++i) AgeStation(i);
   if (!race_.RaceActive) PollNextStation();
-  CountInRace([](LinkCounters&) {});
+  Count([](LinkCounters&) {});
   WatchForSilence();
   if (!race_.RaceActive) ShowRadioState();
   lblCounters.SetCaption(CountersText());
@@ -123,8 +123,6 @@ void frmSerialPort::lblStation_Click(int index) {
   cmdStation.SetVisible(true);
 }
 
-// Stations that fall silent while a race is flown.
-
 // Silence counts from the start of the race: before it a station speaks only when it is polled.
 void frmSerialPort::WatchForSilence() {
   if (race_.RaceActive == tmrSilence.Enabled()) return;
@@ -138,22 +136,22 @@ void frmSerialPort::BeginRace() {
   raceUntil_ = door_.Now();
 }
 
-// What comes after the finish does not touch the race any more.
-void frmSerialPort::CountInRace(const std::function<void(LinkCounters& counters)>& count) {
+// Since the start, and in the race: what comes after its finish does not touch it any more.
+void frmSerialPort::Count(const std::function<void(LinkCounters& counters)>& count) {
+  count(counters_);
   if (!race_.BeingFlown()) return;
   raceUntil_ = door_.Now();
   count(ofRace_);
 }
 
-std::optional<frmSerialPort::Reception> frmSerialPort::InRace() const {
+std::optional<RadioRecord> frmSerialPort::InRace() const {
   if (!race_.CommActive && ofRace_.good == 0) return std::nullopt;
-  Reception reception{.damaged = ofRace_.damaged, .stations = {}, .lively = ofRace_.lively};
+  RadioRecord radio{.damaged = ofRace_.damaged, .lively = ofRace_.lively};
   for (int i = 0; i < kStations; ++i) {
     if (!IsExpected(i)) continue;
-    reception.stations.push_back(
-        {StationLabel(i), ofRace_.Of(i).heard, ofRace_.LongestSilence(i, raceUntil_)});
+    radio.stations.push_back({StationLabel(i), ofRace_.Of(i).heard, ofRace_.LongestSilence(i, raceUntil_)});
   }
-  return reception;
+  return radio;
 }
 
 // Nobody misses an address that belongs to nobody, or a station that the console stands in for.
@@ -242,8 +240,6 @@ void frmSerialPort::CallRoll() {
   if (!low.empty()) text += ", battery low:" + Codes(low);
   owner_.ShowRadioState(text, !missing.empty() || !low.empty());
 }
-
-// The message detail panel.
 
 void frmSerialPort::ShowMessageDetail(const StationMessage& frame) {
   if (!fraMore.Visible() || Frozen_) return;

@@ -26,8 +26,7 @@ std::string ForOrder(std::string_view name) {
   return text;
 }
 
-// In the order in which new ones are numbered, each path once. Two devices that call themselves the same are
-// told apart by their paths.
+// In the order of numbering, each path once. Devices that call themselves the same are told by their paths.
 std::vector<SerialDevice> Sorted(std::vector<SerialDevice> devices) {
   const auto order = [](const SerialDevice& d) {
     return std::tuple(d.kind, ForOrder(d.identity), d.identity, d.path);

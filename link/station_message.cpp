@@ -61,8 +61,6 @@ std::string DebugDump(const StationMessage& m) {
   return text + fmt::format("Dif=0x{:02X}, Temp=0x{:02X}, Volt=0x{:02X}", m.Dif, m.Temp, m.Volt);
 }
 
-// How frames are found.
-
 void FrameReceiver::Receive(std::span<const std::uint8_t> bytes, const Told& told) {
   while (!bytes.empty()) {
     const bool dropping = RxCount_ < 0;

@@ -60,7 +60,6 @@ inline FrameBytes EncodeFrame(const StationMessage& message) {
   return std::bit_cast<FrameBytes>(message);
 }
 
-// The check byte of a frame: exclusive OR of the bytes behind the check byte itself.
 inline std::uint8_t ComputeEcc(const StationMessage& message) {
   const FrameBytes frame = EncodeFrame(message);
   return std::accumulate(frame.begin() + 3, frame.end(), std::uint8_t{0}, std::bit_xor<std::uint8_t>());
@@ -71,7 +70,6 @@ inline std::int32_t FrameTime(const StationMessage& message) {
   return message.Time[1] * 65536 + message.Time[2] * 256 + message.Time[3];
 }
 
-// Most significant byte first.
 void SetFrameTime(StationMessage& message, std::int32_t ms);
 // Of lane index 0..3: how many cuts it has at each pylon and otherwise.
 void SetCuts(StationMessage& message, std::size_t lane, const std::array<std::int16_t, 4>& cuts);
@@ -95,8 +93,7 @@ class FrameReceiver {
   void PortOpened() { PortJustOpened_ = true; }
   bool PortJustOpened() const { return PortJustOpened_; }
 
-  // Tells what it finds when it has moved on past those bytes. `told` must not throw: the rest of the bytes
-  // would be lost.
+  // Moves on before it tells what it has found. `told` must not throw: the other bytes would be lost.
   using Told = std::function<void(Found found, const StationMessage& frame)>;
   void Receive(std::span<const std::uint8_t> bytes, const Told& told);
 

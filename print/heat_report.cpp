@@ -147,8 +147,6 @@ struct LaneColumn {
   }
 };
 
-// ---- The page.
-
 constexpr double kLanesTop = kRaceHeadBottom;
 constexpr double kCommentsTop = kLanesTop + kLaneColumnHeight + 1.6;
 constexpr double kColumnGap = 2.0;

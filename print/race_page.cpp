@@ -2,7 +2,6 @@
 
 #include <optional>
 
-#include "base/text.h"
 #include "records/project.h"
 
 namespace quorvane {

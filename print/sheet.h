@@ -8,9 +8,8 @@
 namespace quorvane {
 
 // A page measured in hundredths of its width from its upper left corner, whatever the printer's unit and
-// origin. A page too low for the report is used only in the middle of its width, at a smaller unit. Text that
-// is too long for its place first shrinks down to the smallest size, then is cut with an ellipsis; UTF-8
-// characters are never split.
+// origin. One too low for the report is used only in the middle, at a smaller unit. Text too long for its
+// place shrinks down to the smallest size, then is cut with an ellipsis; UTF-8 characters are never split.
 class Sheet {
  public:
   static constexpr double kWidth = 100;
@@ -29,8 +28,7 @@ class Sheet {
 
   // On one line; line breaks and tabs become blanks. Draws nothing where not even the ellipsis fits.
   void Text(const Box& box, std::string_view text, Font font, Align align = Align::Left);
-  // On as many lines as the box holds, from its top. CR, LF and CRLF each end a line; a word wider than the
-  // box is broken.
+  // On as many lines as the box holds. CR, LF and CRLF each end a line; a word wider than the box is broken.
   void Wrapped(const Box& box, std::string_view text, Font font);
   void Caption(const Box& box, std::string_view text, Align align = Align::Left);
   void HorizontalRule(double left, double right, double y, double thickness = kThin) {

@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "base/checked.h"
 #include "base/color.h"
@@ -22,6 +23,18 @@ struct LaneMarking {
   std::string name = {};  // " Low Green"
   Color low = kButtonFace;
   Color high = kButtonFace;
+};
+
+// How a race was received by radio, from its start to its end.
+struct RadioRecord {
+  struct Station {  // one that was expected
+    std::string name;
+    std::int64_t frames = 0;          // that it was heard with, acknowledgements too
+    std::int64_t longestSilence = 0;  // ms
+  };
+  std::int64_t damaged = 0;  // frames
+  std::vector<Station> stations = {};
+  bool lively = true;  // so many stations spoke that the silence of another one tells something
 };
 
 // The race variables that all parts of the program share; one instance for the program.
@@ -63,8 +76,7 @@ struct RaceState {
   int Heat() const { return (RaceNumber - 1) % HeatsInRound() + 1; }
 };
 
-// Ms of race time as the event in hand sees it, counted from RaceStartRef on a stopwatch that runs freely.
-// OverflowError beyond 32 bits.
+// Ms of race time in this event, from RaceStartRef on a free-running stopwatch; OverflowError beyond 32 bits.
 class RaceClock {
  public:
   RaceClock(const EventClock& clock, RaceState& race) : clock_(clock), race_(race) {}

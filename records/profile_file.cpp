@@ -41,8 +41,7 @@ std::string OneLine(std::string_view bytes) {
   return text;
 }
 
-// What a name is looked up by: letter case counts for nothing (ASCII letters only, as everywhere in the
-// file).
+// What a name is looked up by: the case of ASCII letters counts for nothing.
 std::string Folded(std::string_view name) {
   const auto plain = [](char c) { return c > ' ' && c <= '~'; };
   if (std::ranges::all_of(name, plain)) return LowerCase(name);
@@ -175,8 +174,7 @@ bool ProfileFile::Write(std::string_view section, std::string_view key, std::str
   return true;
 }
 
-// Ends the line if it is the file's unfinished last one, and returns the line end that its neighbour should
-// have.
+// Ends the line if it is the file's unfinished last one; returns the line end that its neighbour should have.
 std::string_view ProfileFile::EndLine(std::string& line) const {
   if (LineEndOf(line).empty()) line += line_end_;
   return LineEndOf(line);

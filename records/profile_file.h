@@ -34,7 +34,6 @@ class ProfileFile {
   // Of all sections, folded, in no order.
   std::vector<std::string> SectionNames() const;
 
-  // The bytes of the file.
   std::string Serialize() const;
 
  private:

@@ -3,7 +3,6 @@
 #include <fmt/chrono.h>
 
 #include <algorithm>
-#include <array>
 #include <filesystem>
 #include <fstream>
 #include <string_view>

@@ -18,8 +18,7 @@ class Project {
   // `behind`: a disk that is slow is not waited for (ProjectStore::SetPatience).
   explicit Project(RaceState& race, FileOps& files = SystemFiles(), bool behind = false);
 
-  // With a clock a read asks the disk for the file at most once in kLookMs of it, and not while a race is
-  // flown. A write always asks.
+  // With a clock a read asks the disk once in kLookMs at most, never while a race is flown; a write always.
   static constexpr std::int64_t kLookMs = 1000;
   void SetClock(const EventClock& clock) { clock_ = &clock; }
 

@@ -51,8 +51,6 @@ void LookAt(FileOps& files, const std::string& path, const std::optional<FileSta
   glance.error = files.ReadFile(path, kLargestProject, glance.bytes, glance.stamp);
 }
 
-// ---- Changes that were kept in memory.
-
 constexpr std::string_view kRace = "Race";
 constexpr std::string_view kRefly = "Refly";
 
@@ -152,8 +150,7 @@ std::set<std::string> Stamps(const ProfileFile& file) {
   return stamps;
 }
 
-// Whether the file may take what belongs to `ours`: it has the same event name, a flight in common, or
-// nothing of a contest yet.
+// Whether the file has the event name of `ours`, a flight in common, or nothing of a contest yet.
 bool SameContest(const ProfileFile& ours, const ProfileFile& file) {
   const std::string title = file.Read("Current", "Title").value_or("");
   if (!title.empty() && title == ours.Read("Current", "Title").value_or("")) return true;
@@ -162,9 +159,9 @@ bool SameContest(const ProfileFile& ours, const ProfileFile& file) {
                        : std::ranges::any_of(there, [&](const auto& stamp) { return here.contains(stamp); });
 }
 
-// Makes changes that were kept in memory fit a file that has changed meanwhile: a race or refly whose number
-// another one has there gets the next free number, with all that refers to it. Returns what was moved, in
-// words for the operator.
+// Makes changes that were kept in memory fit a file that has changed: a race or refly whose number is taken
+// there gets the next free one, with all that refers to it. Returns what was moved, in words for the
+// operator.
 std::vector<std::string> MoveTakenRaces(const ProfileFile& file, std::vector<KeptChange>& changes) {
   std::vector<std::string> moved;
   const std::vector<KeptChange> before = changes;
@@ -334,8 +331,7 @@ void ProjectStore::TakeIn(std::string bytes) {
   files_.FollowLock(path_, lock_);
 }
 
-// Whether what is kept in memory, or is about to be written, may go into the file as it is now. It is another
-// one than was seen last.
+// Whether what is kept in memory, or about to be written, may go into the file, another one than before.
 bool ProjectStore::FitsIn(const ProfileFile& file) {
   const std::string title = file.Read("Current", "Title").value_or("");
   const bool renamed = !title.empty() && title == title_;  // here, and not yet in the file

@@ -16,8 +16,7 @@
 
 namespace quorvane {
 
-// In bytes. No contest comes near this; a file beyond it is no project file, and reading it would stall the
-// console.
+// In bytes. No contest comes near this, and reading a file beyond it would stall the console.
 inline constexpr std::size_t kLargestProject = std::size_t{256} << 20;
 
 // A value that was written to a project and is not on the disk yet.
@@ -88,13 +87,11 @@ class ProjectStore {
   void Begin();
   void End();
 
-  // False while something that was written is not on the disk for certain; then the reason, in words for the
-  // operator.
+  // False while something written is not on the disk for certain; then why, in words for the operator.
   bool Saved() const { return problem_.empty(); }
   const std::string& Problem() const { return problem_; }
 
-  // What was written and is not on the disk: how many values, and all of them as a text from which a later
-  // run of the program takes them.
+  // How many values are written and not on the disk; all of them as a text for a later run of the program.
   std::size_t Pending() const { return pending_.size(); }
   std::string PendingText() const;
   PendingTaken TakePending(const std::string& text);

@@ -129,8 +129,7 @@ bool HasFlown(const LaneRecord& lane);
 // The final time is one, and not what a hand-edited file says.
 bool HasResult(const LaneRecord& lane);
 
-// What has to be known of a race that did not go as usual, "Recovered: 4.00 s not judged. Amended once.";
-// empty for one that did.
+// What was unusual about a race, "Recovered: 4.00 s not judged. Amended once."; empty for nothing.
 std::string UnusualNote(const RaceRecord& race);
 // "lap 5 at 42.31", "cut P2 at 30.99".
 std::string EntryText(const EntryRecord& entry);

@@ -10,8 +10,7 @@ namespace quorvane {
 // What happened in a lane, entry by entry, for somebody who has to judge its result.
 
 struct StoryRow {
-  // "42.31", seconds of race time; of a correction: when it was made, "10:15 AM" after the race had been
-  // saved.
+  // "42.31", seconds of race time; of a correction when it was made, "10:15 AM" for that of a saved race.
   std::string time = {};
   std::string what = {};   // "Lap 5", "Cut P2", "Turn", "Struck"
   std::string split = {};  // of a lap
@@ -23,9 +22,8 @@ struct StoryRow {
   bool operator==(const StoryRow&) const = default;
 };
 
-// The entries in the order in which they are counted, then the corrections in the order in which they were
-// made. Between two laps an aircraft turns once; where no lane of the race has a turn nobody watched them,
-// and none is missed.
+// The entries in the order in which they are counted, then the corrections as they were made. Between two
+// laps an aircraft turns once; where no lane of the race has a turn, nobody watched them and none is missed.
 std::vector<StoryRow> StoryOf(const RaceRecord& race, const LaneRecord& lane);
 
 bool TurnsWereWatched(const RaceRecord& race);

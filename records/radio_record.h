@@ -1,24 +1,13 @@
 #pragma once
 
-#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
 #include <vector>
 
-namespace quorvane {
+#include "race/race_state.h"
 
-// What went wrong with the radio from the start of a race to its end.
-struct RadioRecord {
-  struct Station {
-    std::string name;
-    std::int64_t frames = 0;          // that it was heard with, acknowledgements too
-    std::int64_t longestSilence = 0;  // ms
-  };
-  std::int64_t damaged = 0;  // frames
-  std::vector<Station> stations = {};
-  bool lively = true;  // so many stations spoke that the silence of another one tells something
-};
+namespace quorvane {
 
 // The stations that were silent for more than five seconds.
 std::vector<RadioRecord::Station> SilentStations(const RadioRecord& radio);

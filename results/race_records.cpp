@@ -48,8 +48,7 @@ bool SectionHasRun(const ProjectSource& project, const std::string& section) {
   return LeadingNumber(project.read(section, "Timestamp", "0")) > 0.0;
 }
 
-// The refly that stands for the race, 0 when the race stands for itself. A race that points to a refly that
-// is not there must not disappear.
+// The refly that stands for the race, 0: itself. It must not disappear because that refly is not there.
 int ReflyOf(const ProjectSource& project, int race) {
   const int refly = PositiveNumber(project.read(SectionOf(race, 0), "ReflyID", "0"));
   return refly != 0 && SectionHasRun(project, SectionOf(race, refly)) ? refly : 0;

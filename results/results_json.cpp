@@ -68,12 +68,6 @@ void AddUnusual(Json& json, const RaceRecord& race) {
   json["radio"] = {{"framesDamaged", race.radio->damaged}, {"silent", silent}};
 }
 
-void AddUnusual(Json& json, const LaneRecord& lane) {
-  for (const CorrectionRecord& correction : lane.corrections) {
-    json["corrections"].push_back(CorrectionJson(correction));
-  }
-}
-
 Json LaneJson(const LaneRecord& lane) {
   const auto fastest = FastestLap(lane);
   Json laps = Json::array();
@@ -93,7 +87,9 @@ Json LaneJson(const LaneRecord& lane) {
                {"laps", laps},
                {"cuts", cuts},
                {"turns", lane.turns}};
-  AddUnusual(json, lane);
+  for (const CorrectionRecord& correction : lane.corrections) {
+    json["corrections"].push_back(CorrectionJson(correction));
+  }
   return json;
 }
 
@@ -109,8 +105,7 @@ Json RaceJson(const RaceRecord& race) {
   return json;
 }
 
-// Where a new line begins, so that people can read it too. No quote stands bare inside a string, so none of
-// these can be part of a value.
+// New lines for people who read it. No quote stands bare in a string, so none of these is part of a value.
 constexpr std::pair<std::string_view, std::string_view> kBreaks[] = {
     {",\"event\":", ",\n \"event\":"},        {",\"summary\":", ",\n \"summary\":"},
     {",\"races\":", ",\n \"races\":"},        {",\"lanes\":", ",\n   \"lanes\":"},

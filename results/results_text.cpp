@@ -52,8 +52,7 @@ void AppendRow(std::string& page, std::span<const int> widths, std::initializer_
   AppendLine(page, line);
 }
 
-// Breaks a text at blanks; the lines after the first stand under its beginning. A word longer than a line is
-// cut.
+// Breaks a text at blanks, the lines under the first one's beginning. A word longer than a line is cut.
 void AppendWrapped(std::string& page, const std::string& label, const std::string& text) {
   const int width = kTextColumns - CharactersIn(label);
   std::string rest = OneLine(text);
