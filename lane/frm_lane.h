@@ -149,8 +149,7 @@ class frmLane : public Form {
 
   // `section` is that of the race, "Race7" or "Refly2"; the lane's own is "Race7_Lane3". A loaded lane is
   // recounted under the mode that the race's section names and counts as finished until the next
-  // InitializeRace. Values that are read may be anything. What is `there` behind the log's entries is
-  // emptied.
+  // InitializeRace. Values that are read may be anything. What is `there` behind the log is emptied.
   void SaveLane(const std::string& section, const KeepValue& keep, const ReadValue& there = {}) const;
   void LoadLane(const std::string& section, const ReadValue& read);
   // The same of a race that is flown, to be taken up after the program has died. Its lights are lost.

@@ -62,10 +62,7 @@ class Script : public HeatPrinter, public PracticeField {
                rig_.platform.settings);
          }},
         {"startup", [&] { rig_.judge().SetStartupProject(rig_.folder / value); }},
-        {"close",
-         [&] {
-           rig_.program.door().Enter(Event{EventKind::Close, "frmJudge"});
-         }},
+        {"close", [&] { rig_.program.door().Enter({.kind = EventKind::Close, .target = "frmJudge"}); }},
         {"activate", [&] { rig_.program.door().Enter({.kind = EventKind::Activate, .target = value}); }},
         {"quit", [&] { rig_.program.door().Enter({EventKind::Quit}); }},
         {"key", [&] { rig_.Key(value); }},

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "base/text.h"
 #include "journal/journal_text.h"
 #include "tests/support/scratch_folder.h"
 #include "tests/support/test_data.h"
@@ -72,28 +73,12 @@ TEST(Journal, CutOffAnywhereItReadsUpToItsLastWholeLine) {
 TEST(Journal, WithoutItsLineFeedARecordIsTakenThatCannotGoOn) {
   const std::string head = "quorvane-journal 1\n0 start 2026-11-21T09:00:00\n0 timers recorded\n0 load\n";
   std::string taken;
-  for (const std::string record : {"# a note",
-                                   "8 click frmJudge.cmdSa",
-                                   "8 click frmLane1.lblCut(1)",
-                                   "8 type frmJudge.txtComments \"a\"",
-                                   "8 choose frmLane1.lblCut(3) 7",
-                                   "8 hover frmJudge.cmdSave",
-                                   "8 key F1",
-                                   "8 key F2",
-                                   "8 activate frmLane2",
-                                   "8 close frmLane2",
-                                   "8 resize frmLane2",
-                                   "8 rx 55",
-                                   "8 line 1000",
-                                   "8 ports 1",
-                                   "8 field 0 \"gone\"",
-                                   "8 quit",
-                                   "8 timer frmJudge.tmrTick",
-                                   "8 answer yes",
-                                   "8 held \"a\"",
-                                   "8 clock 2028-03-01T00:00:00",
-                                   "8 tx 55",
-                                   "8 end"}) {
+  const std::string records =
+      "# a note|8 click frmJudge.cmdSa|8 click frmLane1.lblCut(1)|8 type frmJudge.txtComments \"a\"|"
+      "8 choose frmLane1.lblCut(3) 7|8 hover frmJudge.cmdSave|8 key F1|8 key F2|8 activate frmLane2|"
+      "8 close frmLane2|8 resize frmLane2|8 rx 55|8 line 1000|8 ports 1|8 field 0 \"gone\"|8 quit|"
+      "8 timer frmJudge.tmrTick|8 answer yes|8 held \"a\"|8 clock 2028-03-01T00:00:00|8 tx 55|8 end";
+  for (const std::string& record : Split(records, '|')) {
     taken += ReadJournal(head + record).cutOff ? "" : record + "\n";
   }
   EXPECT_EQ(

@@ -47,16 +47,13 @@ class Script : public LinkRig {
     const std::map<std::string, std::function<void()>> steps = {
         {"load", [&] { EnterLoad(); }},
         {"show", [&] { door.AllForms().Show(link); }},
-        {"close",
-         [&] {
-           door.Enter(Event{EventKind::Close, "frmSerialPort"});
-         }},
+        {"close", [&] { door.Enter({.kind = EventKind::Close, .target = "frmSerialPort"}); }},
         {"activate", [&] { Activate(); }},
         {"ports", [&] { Ports(numbers); }},
         {"has", [&] { serial.ports = std::set(numbers.begin(), numbers.end()); }},
         {"busy",
          [&] {
-           serial.busy[std::stoi(first)] = SerialError{std::stoi(first.substr(2)), second};
+           serial.busy[std::stoi(first)] = {std::stoi(first.substr(2)), second};
          }},
         {"free", [&] { serial.busy.clear(); }},
         {"saved", [&] { platform.settings.SaveSetting("frmSerialPort", first, second); }},

@@ -52,19 +52,5 @@ TEST(LinkCounters, SilenceIsTheLongestGapOrTheOneThatLasts) {
   EXPECT_TRUE(counters.IsSilent(3, 13401, 9000));    // never heard
 }
 
-TEST(LinkCounters, TheRateIsThatOfTheLastWholeSeconds) {
-  LinkCounters counters;
-  const auto rate = [&](std::int64_t now) {
-    const std::string text = counters.Text(0, now);
-    return text.substr(0, text.find('\r'));
-  };
-  EXPECT_EQ(rate(0), "Good frames: 0, 0.0 per second");
-  for (int ms = 0; ms < 4000; ms += 100) counters.Good(1, ms);
-  for (int i = 0; i < 1000; ++i) counters.Good(1, 4500);  // the running second does not count yet
-  EXPECT_EQ(rate(4999), "Good frames: 1040, 10.0 per second");
-  EXPECT_EQ(rate(13000), "Good frames: 1040, 101.0 per second");
-  EXPECT_EQ(rate(15000), "Good frames: 1040, 0.0 per second");
-}
-
 }  // namespace
 }  // namespace quorvane

@@ -16,11 +16,8 @@ using Kind = SerialDeviceKind;
 SerialDevice Device(const std::string& text) {
   const std::string identity = text.substr(0, text.find('@'));
   const bool given = text.starts_with('/'), builtIn = text.starts_with("ttyS");
-  return {identity,
-          given     ? Kind::CommandLine
-          : builtIn ? Kind::BuiltIn
-                    : Kind::Usb,
-          identity != text ? text.substr(text.find('@') + 1) : (given ? "" : "/dev/") + text};
+  const Kind kind = given ? Kind::CommandLine : builtIn ? Kind::BuiltIn : Kind::Usb;
+  return {identity, kind, identity != text ? text.substr(text.find('@') + 1) : (given ? "" : "/dev/") + text};
 }
 
 // "1=/dev/ttyS0 2=/dev/ttyS1 ": the devices, with the numbers they get.

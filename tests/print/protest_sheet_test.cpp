@@ -26,11 +26,8 @@ LaneRecord LaneOf(const std::string& log, int target = 10, bool novice = false) 
     const std::int32_t time = LeadingLong(text.substr(at + 1)) * 1000;
     const std::string pylon = text.substr(count + 1, at - count - 1);
     const int laps = text[count] - '0';
-    lane.entries.push_back({kind, laps,
-                            kind == "L"   ? "TM"
-                            : kind == "T" ? "PY"
-                                          : "P2",
-                            pylon, time, kind == "-C" ? time - 1000 : 0});
+    const char* by = kind == "L" ? "TM" : kind == "T" ? "PY" : "P2";
+    lane.entries.push_back({kind, laps, by, pylon, time, kind == "-C" ? time - 1000 : 0});
     if (kind == "L") lane.laps.push_back({laps, time, novice && laps == 1});
     if (kind == "C") lane.cuts.push_back({pylon, time, laps});
     if (kind == "T") lane.turns.push_back(time);
