@@ -19,7 +19,7 @@ void RaceKeeper::Keep(const RunningRace& race, const RadioSoFar& radio) {
   text_ = TextOf(race, radio);
   file_ = Beside(kRunningEnding);
   corrected_ = !race.amends.empty() && !InProject(*ReadRunning(text_));
-  SetAside(kRunningEnding, left_, kNotRecovered);
+  SetAside(Beside(kRunningEnding), left_, kNotRecovered);
   files_.Keep(file_, text_, std::exchange(replaced_, {}));
 }
 
@@ -45,7 +45,7 @@ bool RaceKeeper::Drop() {
     files_.Remove(file_);
     return false;
   }
-  SetAside(kDroppedEnding, dropped_, "What was thrown away before");
+  SetAside(Beside(kDroppedEnding), dropped_, "What was thrown away before");
   ProfileFile file(text_);
   WriteMoment(file, {ToLong(door_.Now() - race.clockOfZero), door_.ComputerNow()});
   dropped_ = file.Serialize();
@@ -69,12 +69,12 @@ void RaceKeeper::DroppedIsTaken() {
 }
 
 void RaceKeeper::SetDroppedAside(const std::string& what) {
-  SetAside(kDroppedEnding, dropped_, what, Beside(kDroppedEnding));
+  SetAside(Beside(kDroppedEnding), dropped_, what, Beside(kDroppedEnding));
 }
 
 void RaceKeeper::SetRunningAside(const std::string& what) {
   if (!std::exchange(kept_, {})) return;
-  SetAside(kRunningEnding, text_, what, file_);
+  SetAside(Beside(kRunningEnding), text_, what, file_);
 }
 
 void RaceKeeper::FindLeft() {
@@ -121,8 +121,10 @@ void RaceKeeper::KeepUnsaved() {
 }
 
 void RaceKeeper::KeepReplaced() {
-  std::string text = project_.TakeReplaced();
-  SetAside(kReplacedEnding, text, "The project before another program took a race out of it");
+  for (auto& [project, text] : project_.TakeReplaced()) {
+    SetAside(BesideProject(project, kReplacedEnding), text,
+             "The project before another program took a race out of it");
+  }
 }
 
 // The program may have died after the race had been saved.
@@ -184,28 +186,28 @@ std::string RaceKeeper::StoryOf(const KeptRace& kept) const {
   return story;
 }
 
-void RaceKeeper::SetAside(const char* ending, std::string& text, const std::string& what,
+void RaceKeeper::SetAside(const std::string& from, std::string& text, const std::string& what,
                           const std::string& replaced) {
   if (text.empty()) return;
-  const std::string aside = *asides_.insert(FreeName(ending)).first;
+  const std::string aside = *asides_.insert(FreeName(from)).first;
   files_.Keep(aside, std::exchange(text, {}), replaced);
   notices_.Show(what + " is kept in " + FileNameOf(aside));
 }
 
 // One that still waits for the disk is taken, too.
-std::string RaceKeeper::FreeName(const char* ending) const {
+std::string RaceKeeper::FreeName(const std::string& from) const {
   std::string name;
   for (int number = 1; name.empty() || FileExists(name) || FolderExists(name) || asides_.contains(name);
        ++number) {
-    name = fmt::format("{}-{}", Beside(ending), number);
+    name = fmt::format("{}-{}", from, number);
   }
   return name;
 }
 
 // Under a name of its own, where it needs no room on the disk.
 void RaceKeeper::MoveAside(const char* ending, const std::string& what) {
-  const std::string aside = FreeName(ending);
-  if (!files_.Move(Beside(ending), aside)) return;
+  const std::string from = Beside(ending), aside = FreeName(from);
+  if (!files_.Move(from, aside)) return;
   asides_.insert(aside);
   notices_.Show(what + " is kept in " + FileNameOf(aside));
 }
@@ -213,7 +215,7 @@ void RaceKeeper::MoveAside(const char* ending, const std::string& what) {
 void RaceKeeper::EndOffer(const std::string& what) {
   const bool free = !race_.AtStake() && !race_.Amending;
   if (free && found_ && left_.empty()) files_.Remove(Beside(kRunningEnding));
-  SetAside(kRunningEnding, left_, what, free ? Beside(kRunningEnding) : "");
+  SetAside(Beside(kRunningEnding), left_, what, free ? Beside(kRunningEnding) : "");
 }
 
 }  // namespace quorvane

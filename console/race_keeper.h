@@ -31,7 +31,7 @@ class RaceKeeper {
   void Release();
   // Run after every event: what a save could not bring to the disk is kept for the next start.
   void KeepUnsaved();
-  // The same for a project out of which another program has taken races.
+  // The same for projects out of which another program has taken races.
   void KeepReplaced();
   // False: the disk of the project refuses that too.
   bool KeepsUnsaved() const { return files_.Problem().empty(); }
@@ -75,9 +75,9 @@ class RaceKeeper {
   // ms between two times that a race in flight is kept, although nothing is new: what was judged is known.
   static constexpr std::int64_t kBeat = 1000;
 
-  void SetAside(const char* ending, std::string& text, const std::string& what,
+  void SetAside(const std::string& from, std::string& text, const std::string& what,
                 const std::string& replaced = {});
-  std::string FreeName(const char* ending) const;
+  std::string FreeName(const std::string& from) const;
   void MoveAside(const char* ending, const std::string& what);
   std::optional<std::string> Find(const char* ending);
   std::string Beside(const char* ending) const { return BesideProject(of_, ending); }

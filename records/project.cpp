@@ -63,6 +63,7 @@ Project::Opened Project::Use(std::unique_ptr<ProjectStore> next) {
   }
   next->SetOwner([this] { return MayLook(); }, [this] { return race_.RaceActive; });
   if (behind_) next->SetPatience([this] { return Patience(); });
+  TakeNews(*store_);
   if (!store_->Saved()) unsaved_.push_back(std::move(store_));
   store_ = std::move(next);
   return Opened::Yes;
@@ -83,9 +84,19 @@ int Project::Patience() const {
 }
 
 std::vector<std::string> Project::TakeMoved() {
-  store_->TakeMoved(moved_);
-  for (const auto& store : unsaved_) store->TakeMoved(moved_);
+  TakeNews(*store_);
   return std::exchange(moved_, {});
+}
+
+std::map<std::string, std::string> Project::TakeReplaced() {
+  TakeNews(*store_);
+  return std::exchange(replaced_, {});
+}
+
+void Project::TakeNews(ProjectStore& store) {
+  store.TakeMoved(moved_);
+  if (std::string text = store.TakeReplaced(); !text.empty())
+    replaced_.emplace(store.Path(), std::move(text));
 }
 
 std::vector<const ProjectStore*> Project::Unsaved() const {
@@ -98,7 +109,7 @@ std::vector<const ProjectStore*> Project::Unsaved() const {
 bool Project::Retry() {
   std::erase_if(unsaved_, [this](const auto& store) {
     const bool saved = store->Retry();
-    store->TakeMoved(moved_);
+    TakeNews(*store);
     return saved;
   });
   store_->Retry();

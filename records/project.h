@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -56,15 +57,17 @@ class Project {
   std::vector<const ProjectStore*> Unsaved() const;
   bool HasPending() const { return store_->Pending() > 0; }  // of the open one
   PendingTaken TakePending(const std::string& text) { return store_->TakePending(text); }
-  std::string TakeReplaced() { return store_->TakeReplaced(); }  // of the open one
   // Races and reflies saved under another number than their own, in words for the operator, each once.
   std::vector<std::string> TakeMoved();
+  // Files as they were before another program took a flight out of them, by their paths, each told once.
+  std::map<std::string, std::string> TakeReplaced();
 
   struct Group : WriteGroup {
     explicit Group(Project& project) : WriteGroup(*project.store_) {}
   };
 
  private:
+  void TakeNews(ProjectStore& store);
   bool MayLook();
   int Patience() const;
   Opened Use(std::unique_ptr<ProjectStore> next);
@@ -77,6 +80,7 @@ class Project {
   std::string openProblem_;
   std::unique_ptr<ProjectStore> store_;
   std::vector<std::string> moved_;
+  std::map<std::string, std::string> replaced_;
   std::vector<std::unique_ptr<ProjectStore>> unsaved_;  // projects left with something not on the disk
 };
 

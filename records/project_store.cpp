@@ -327,7 +327,9 @@ void ProjectStore::TakeIn(std::string bytes) {
     if (text_.Write(change.section, change.key, change.value)) differs_ = true;
   }
   // An older copy, or somebody's slip.
-  if (!std::ranges::includes(Stamps(text_), Stamps(before))) replaced_ = before.Serialize();
+  if (replaced_.empty() && !std::ranges::includes(Stamps(text_), Stamps(before))) {
+    replaced_ = before.Serialize();
+  }
   files_.FollowLock(path_, lock_);
 }
 

@@ -100,7 +100,7 @@ class ProjectStore {
   void TakeMoved(std::vector<std::string>& moved);
 
   // The whole file as it was before another program took a flight out of it, or put another file in its
-  // place; empty when none has. Told once.
+  // place: for the first time since this was asked last. Empty when none has.
   std::string TakeReplaced() { return std::exchange(replaced_, {}); }
 
   // Tries once more what could not be saved. Returns Saved().

@@ -34,6 +34,24 @@ TEST(Project, OneLeftWithSomethingUnsavedCanBeOpenedAgain) {
   EXPECT_EQ(FileBytes(other), "[Race1]\r\nComments=calm\r\n");
 }
 
+TEST(Project, WhatAnotherProgramTookOutIsTheFirstStateAlsoOfAProjectThatWasLeft) {
+  const ScratchFolder folder;
+  RaceState race;
+  Project project(race);
+  const std::string day = folder / "day.ini", flown = "[Race1]\r\nTimestamp=1\r\n[Race2]\r\nTimestamp=2\r\n";
+  const auto stands = [&](const std::string& text) {
+    PutFile(day, text);
+    project.GetProjectValue("Race1", "Timestamp", "");
+  };
+  stands(flown);
+  ASSERT_EQ(project.Open(day), Opened::Yes);
+  stands("[Race1]\r\nTimestamp=1\r\n");
+  stands("[Race2]\r\nTimestamp=3\r\n");
+  ASSERT_EQ(project.Open(folder / "other.ini"), Opened::Yes);
+  EXPECT_EQ(project.TakeReplaced(), (std::map<std::string, std::string>{{day, flown}}));
+  EXPECT_TRUE(project.TakeReplaced().empty());
+}
+
 TEST(Project, AFileIsOpenInOneConsoleAtATimeUnderAnyName) {
   const ScratchFolder folder;
   RaceState race, race2;
