@@ -28,8 +28,7 @@ struct ToldHeat {
   std::map<int, ToldLane> lanes = {};  // by number, 1..4
 };
 
-// Reads one heat a line; blank lines and objects without "heat" are passed over. Throws std::runtime_error,
-// which says what is wrong in which line.
+// Reads one heat a line, passing over what has no "heat". Throws std::runtime_error, which names the line.
 std::vector<ToldHeat> ReadHeats(std::string_view text);
 
 // One sentence for each difference; empty when the console showed what was flown.

@@ -1,7 +1,6 @@
 #include "field/field.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace quorvane::field {
 namespace {
@@ -171,8 +170,7 @@ void Field::Transmit() {
   if (!OnAir(wish.station, now_us_)) return;
   const std::int64_t end_us = line_.Take(now_us_);
   if (wish.topic == Topic::kRace && phase_ == Phase::kStarting) {
-    // The race clock leaves its first value as the first running frame arrives: whoever starts a clock on
-    // that frame runs with the starter.
+    // Whoever starts a clock on the first running frame, as it arrives, runs with the starter.
     phase_ = Phase::kRunning;
     clock_start_us_ = end_us;
     ScheduleFlights();

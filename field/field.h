@@ -62,8 +62,7 @@ class Field {
   // The chunks that have come on the air since the last call, in order.
   std::vector<Chunk> AdvanceTo(std::int64_t ms);
 
-  // Bytes from the console in any chunking: polls, and to a controlled field the frames that speak for the
-  // starter and the timers.
+  // Bytes from the console in any chunking: polls; when controlled, frames as of starter and timers too.
   void Receive(std::span<const std::uint8_t> bytes, std::int64_t ms);
 
   // The next time at which AdvanceTo has something to do.
@@ -136,6 +135,7 @@ class Field {
     At(us + 1'000 * kMs, [this] { done_ = true; });
   }
   std::int64_t RaceTickInterval() const;
+  std::int64_t FirstClock() const { return options_.count ? 0 : kStartSignal; }
   bool Holding(std::int64_t us) const;
   std::int64_t ClockMicros(std::int64_t us) const;
   int LaneTime(std::size_t lane, std::int64_t us) const;

@@ -1,6 +1,5 @@
 // The course of a heat: idling, the start, what the aircraft do and which station sees it, the stop.
 #include <algorithm>
-#include <utility>
 
 #include "field/field.h"
 
@@ -50,8 +49,7 @@ void Field::ScheduleFlights() {
     });
   };
   if (options_.restart) {
-    const std::int64_t first_value = options_.count ? 0 : kStartSignal;
-    later(*clock_start_us_ + std::max(*options_.restart * kMs - first_value, kMs),
+    later(*clock_start_us_ + std::max(*options_.restart * kMs - FirstClock(), kMs),
           [this] { RestartStarter(); });
   }
   for (std::size_t i = 0; i < plan_.lanes.size(); ++i) {
@@ -71,8 +69,7 @@ void Field::ScheduleFlights() {
 
 // The starter waits until every lane is finished: a while after its last lap.
 std::int64_t Field::RaceEnd() const {
-  const std::int64_t first_value = options_.count ? 0 : kStartSignal;
-  std::int64_t end = *clock_start_us_ + kEarliestStop - first_value;
+  std::int64_t end = *clock_start_us_ + kEarliestStop - FirstClock();
   for (std::size_t i = 0; i < plan_.lanes.size(); ++i) {
     const LanePlan& lane = plan_.lanes[i];
     const bool done = lane.Finishes() || lane.cuts.size() >= 2;

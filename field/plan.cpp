@@ -58,8 +58,7 @@ void CutTwice(std::mt19937& random, LanePlan& lane) {
   lane.laps.resize(static_cast<std::size_t>(lap - 1));  // it leaves the course at once
 }
 
-// The pylon is drawn before the lap, as a statement of its own: in one call their order would be the
-// compiler's.
+// The pylon is drawn first, by a statement of its own: in one call the order would be the compiler's.
 void CutOnce(std::mt19937& random, LanePlan& lane, int last) {
   const int pylon = 1 + Draw(random, 3);
   const int lap = DrawCutLap(random, last);

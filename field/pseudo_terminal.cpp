@@ -12,7 +12,6 @@
 #include <climits>
 #include <cstring>
 #include <filesystem>
-#include <utility>
 
 namespace quorvane::field {
 namespace {
@@ -42,8 +41,7 @@ bool MakeLink(const std::string& link, const std::string& target, std::string& e
 
 }  // namespace
 
-// The other side is opened once to set raw mode and closed again: the terminal is then hung up, so that a
-// later opening shows.
+// Opens the other side once, for raw mode: closed again it is hung up, so that a later opening shows.
 std::unique_ptr<PseudoTerminal> PseudoTerminal::Open(const std::string& link, std::string& error) {
   int master = -1;
   int slave = -1;

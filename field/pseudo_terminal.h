@@ -9,12 +9,10 @@
 
 namespace quorvane::field {
 
-// The master side of a pseudo-terminal in raw mode, whose other side is opened like a serial port. Nothing
-// here blocks except Wait.
+// The master side of a raw pseudo-terminal; the other is opened like a serial port. Only Wait blocks.
 class PseudoTerminal {
  public:
-  // On failure gives null and the reason in `error`. An empty `link` makes no link; an old symbolic link in
-  // its place is replaced.
+  // On failure null, the reason in `error`. An empty `link` makes none; an old symbolic link is replaced.
   static std::unique_ptr<PseudoTerminal> Open(const std::string& link, std::string& error);
 
   // Removes the link if it is still ours.

@@ -12,8 +12,7 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-// A lane of a race that the console runs is told in the shape of what a console shows, so that it can be
-// compared with either side.
+// A race that the console runs is told as a console shows it, to be compared with either side.
 Json LaneJson(const LaneResult& lane, bool followed) {
   Json cuts = Json::array();
   for (const CutResult& cut : lane.cuts) {

@@ -12,8 +12,7 @@ struct Ending {
   std::string text = {};  // whole lines
 };
 
-// What main does: gives the status of `work`, or prints why it has none. An Ending has its own, any other
-// exception is 2.
+// What main does: the status of `work`, of its Ending, or 2 for any other exception, which is printed.
 int RunProgram(const std::string& program, const std::function<int()>& work);
 
 }  // namespace quorvane

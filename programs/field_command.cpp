@@ -67,6 +67,10 @@ void AddLateness(FieldOptions& field, const std::string& value) {
   field.late[StationOf(value.substr(0, equals))] = Ms(value.substr(equals + 1));
 }
 
+CLI::Option* AddMs(Arguments& app, const std::string& name, auto& ms, const std::string& purpose) {
+  return app.add_option(name, ms, purpose)->type_name("MS")->check(UpTo(kDay));
+}
+
 void AddHeats(Arguments& app, FieldOptions& field) {
   static const std::map<std::string, int> kModes = {{"all", 0}, {"1", 1}, {"2", 2}, {"3", 3},
                                                     {"4", 4},   {"5", 5}, {"6", 6}};
@@ -87,9 +91,7 @@ void AddHeats(Arguments& app, FieldOptions& field) {
       ->type_name("on|off");
   app.add_flag("--hold", field.hold, "the starter holds the count at 56000 for three seconds");
   app.add_flag("--quick", field.quick, "laps of about four seconds");
-  app.add_option("--pause", field.pause, "ms by which the starter idles longer between two heats [0]")
-      ->type_name("MS")
-      ->check(UpTo(kDay));
+  AddMs(app, "--pause", field.pause, "ms by which the starter idles longer between two heats [0]");
 }
 
 void AddStations(Arguments& app, FieldOptions& field) {
@@ -103,12 +105,9 @@ void AddStations(Arguments& app, FieldOptions& field) {
   app.AddRepeated("--twice", "ST", "it answers every poll twice",
                   [&](const std::string& value) { field.twice[StationOf(value)] = true; });
 
-  app.add_option(
-         "--restart", field.restart,
-         "race clock in ms at which the starter restarts in the first heat, having forgotten the race; "
-         "the heat is flown again, and told once")
-      ->type_name("MS")
-      ->check(UpTo(kDay));
+  AddMs(app, "--restart", field.restart,
+        "race clock in ms at which the starter restarts in the first heat, having forgotten the race; "
+        "the heat is flown again, and told once");
 
   app.option_defaults()->group("A console that controls the race");
   app.add_flag("--controlled", field.controlled,
@@ -117,10 +116,8 @@ void AddStations(Arguments& app, FieldOptions& field) {
                "what the stations saw and heard of it")
       ->option_text("Excludes: --restart --fast")  // the library would tell them in any order
       ->excludes("--restart");
-  app.add_option("--starter-at", field.starter_at,
-                 "ms after which starter and timers come on the air after all, and idle")
-      ->type_name("MS")
-      ->check(UpTo(kDay))
+  AddMs(app, "--starter-at", field.starter_at,
+        "ms after which starter and timers come on the air after all, and idle")
       ->needs("--controlled");
 }
 
@@ -147,9 +144,7 @@ void AddLine(Arguments& app, LineOptions& line) {
 void AddTasks(Arguments& app, CommandLine& line) {
   app.option_defaults()->group("The terminal");
   app.AddFile("--link", line.link, "a symbolic link to it; an old link is replaced, anything else is not");
-  app.add_option("--delay", line.delay, "ms after which the heats begin, console or not")
-      ->type_name("MS")
-      ->check(UpTo(kDay));
+  AddMs(app, "--delay", line.delay, "ms after which the heats begin, console or not");
   app.add_flag("--stay", line.stay, "after the last heat go on idling until ended by a signal");
 
   app.option_defaults()->group("Without a terminal");

@@ -1,10 +1,8 @@
-// quorvane-countdown FILE writes the sound of the 60-second count, which starts with the count: a tick at
-// each ten seconds, a beep for each of the last ten seconds, the last three higher, and a horn for the last
-// half second. Runs while the program is built.
+// quorvane-countdown FILE writes the sound of the 60-second count while the program is built: a tick at each
+// ten seconds, a beep for each of the last ten, the last three higher, and a horn for the last half second.
 //
-// The file ends exactly where the count does, so the horn cannot begin there: it breaks off at zero, and
-// where it breaks off is the start signal. It is kept short, because whoever starts on hearing the horn
-// itself is then never early by more than its length.
+// The file ends exactly where the count does, so the horn breaks off at zero, and that is the start signal.
+// It is short: whoever starts on hearing it is early by its length at most.
 
 #include <algorithm>
 #include <cmath>
@@ -17,8 +15,7 @@
 
 #include "base/text.h"
 #include "files/file_ops.h"
-#include "programs/countdown_command.h"
-#include "programs/ending.h"
+#include "programs/arguments.h"
 
 namespace {
 
@@ -88,7 +85,10 @@ void WriteWave(std::ostream& out, const std::vector<std::int16_t>& samples) {
 
 int main(int argc, char** argv) {
   return quorvane::RunProgram("quorvane-countdown", [&] {
-    const std::string name = quorvane::ReadCountdownCommand(quorvane::CommandLineWords(argc, argv));
+    std::string name;
+    quorvane::Arguments app("quorvane-countdown", "Writes the sound of the 60-second count.\n");
+    app.AddFile("FILE.wav", name, "to be written")->required();
+    app.Read(quorvane::CommandLineWords(argc, argv));
     std::ofstream file(quorvane::PathOf(name), std::ios::binary);
     WriteWave(file, SynthesizeCountdown());
     file.close();

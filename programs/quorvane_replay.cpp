@@ -1,6 +1,5 @@
 // quorvane-replay: runs a session journal without a window.
 
-#include <algorithm>
 #include <array>
 #include <fstream>
 #include <iostream>
@@ -27,8 +26,6 @@ constexpr int kDone = 0;
 constexpr int kDifferent = 1;
 constexpr int kCannot = 2;
 
-constexpr std::size_t kMostBytes = std::size_t{1} << 30;
-
 void Say(const std::string& text) {
   std::cerr << kProgram << ": " << text << "\n";
 }
@@ -42,21 +39,20 @@ bool MayBeJournal(std::string_view text) {
 std::string ReadStandardInput() {
   std::string text;
   std::array<char, 65536> block;
-  while (std::cin && text.size() <= kMostBytes && MayBeJournal(text)) {
+  while (std::cin && text.size() <= kMostReplayed && MayBeJournal(text)) {
     std::cin.read(block.data(), block.size());
     text.append(block.data(), static_cast<std::size_t>(std::cin.gcount()));
   }
-  if (text.size() > kMostBytes) throw std::runtime_error("-: the journal is too long");
+  if (text.size() > kMostReplayed) throw std::runtime_error("-: the journal is too long");
   return text;
 }
 
-// What has no end (a device, a pipe with a name) is not waited for, and what is longer than any session is
-// given up.
+// What has no end (a device, a named pipe) is not waited for; what is longer than any session is refused.
 std::string ReadJournalText(const std::string& path) {
   if (path == "-") return ReadStandardInput();
   std::string text;
   FileStamp stamp;
-  const std::error_code error = SystemFiles().ReadFile(path, kMostBytes, text, stamp);
+  const std::error_code error = SystemFiles().ReadFile(path, kMostReplayed, text, stamp);
   if (error) throw std::runtime_error(path + ": the journal cannot be opened: " + error.message());
   return text;
 }

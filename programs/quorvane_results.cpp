@@ -2,7 +2,6 @@
 
 #include <cstdio>
 #include <string>
-#include <vector>
 
 #include "files/file_ops.h"
 #include "programs/ending.h"

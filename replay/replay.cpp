@@ -38,7 +38,7 @@ std::string MakeTemporaryFolder() {
 }  // namespace
 
 std::error_code ReplayFiles::Rename(const std::string& from, const std::string& to) {
-  if (clock_) versions_.push_back({clock_(), to, ContentOf(from, std::size_t{1} << 30).value_or("")});
+  if (clock_) versions_.push_back({clock_(), to, ContentOf(from, kMostReplayed).value_or("")});
   return FileOps::Rename(from, to);
 }
 
@@ -118,20 +118,10 @@ void Replay::Run() {
 bool Replay::Step() {
   if (next_ >= journal_.records.size()) return false;
   const JournalRecord& record = journal_.records[next_];
-  if (FireTimerBefore(record.ms)) return true;
+  if (!journal_.timersRecorded && platform_.FireTimerBefore(program_.door(), record.ms)) return true;
   ++next_;
   platform_.SetClock(record.ms);
   Take(record);
-  return true;
-}
-
-bool Replay::FireTimerBefore(std::int64_t ms) {
-  if (journal_.timersRecorded) return false;
-  TimerQueue& timers = program_.door().AllForms().Timers();
-  const auto due = timers.NextDue();
-  if (!due || *due >= ms) return false;
-  platform_.SetClock(std::max(*due, Now()));
-  program_.door().FireTimer(*timers.NextTimer());
   return true;
 }
 
@@ -178,8 +168,8 @@ void Replay::Take(const JournalRecord& record) {
 
 // The file that stands for this one of the journal.
 std::string Replay::PathFor(const std::string& named) {
-  if (options_.inPlace && !folder_.HasCopyOf(named)) return named;
   const bool first = !folder_.HasCopyOf(named);
+  if (first && options_.inPlace) return named;
   std::string path = folder_.CopyOf(named, !journal_.timersRecorded);
   if (first) PutKeptRaces(named, path);
   return path;

@@ -14,6 +14,8 @@
 
 namespace quorvane {
 
+inline constexpr std::size_t kMostReplayed = std::size_t{1} << 30;  // bytes of a file
+
 // The real files, but without waiting for the disk after each save: a replay that is lost in a power failure
 // is run again. Keeps, on request, every content that was saved, with its time.
 class ReplayFiles : public FileOps {
@@ -52,8 +54,7 @@ class ReplayFolder {
 
   explicit ReplayFolder(const SessionJournal& journal) : journal_(journal) {}
 
-  // The copy of this file, made at the first call; where the journal keeps nothing of it, as the file now
-  // stands, on request.
+  // The copy of this file, made at the first call; on request of the file as it stands, if none was kept.
   const std::string& CopyOf(const std::string& original, bool asItStands = false);
   bool HasCopyOf(const std::string& original) const { return Find(original) != nullptr; }
   // Makes `path` the copy of `original`. A file that exists stays as it is.
@@ -71,8 +72,7 @@ class ReplayFolder {
 };
 
 struct ReplayOptions {
-  // The project file that stands in the settings store as the last project. Empty: a copy of the journal's
-  // own in a temporary folder.
+  // Stands in the settings as the last project; empty: a copy of the journal's own in a temporary folder.
   std::string project = {};
   bool inPlace = false;  // the files that the journal's answers name are used where they stand
   // For a comparison: every content of the project files is kept, and a box that is open at the end of a
@@ -121,7 +121,6 @@ class Replay {
   };
 
   bool Step();
-  bool FireTimerBefore(std::int64_t ms);
   void Take(const JournalRecord& record);
   std::string PathFor(const std::string& named);
   void PutKeptRaces(const std::string& original, const std::string& copy);

@@ -23,8 +23,6 @@ struct Difference {
 
 using Differences = std::vector<Difference>;
 
-constexpr std::size_t kMostBytes = std::size_t{1} << 30;
-
 std::string FrameText(const std::vector<Replay::Frame>& frames, std::size_t index) {
   if (index >= frames.size()) return "none";
   std::string record = FrameRecords({frames[index]});
@@ -87,7 +85,7 @@ class ProjectComparison {
         path_(std::move(path)),
         copyPath_(std::move(copyPath)),
         recordedBytes_(std::move(recorded)),
-        replayedBytes_(ContentOf(copyPath_, kMostBytes).value_or("")) {}
+        replayedBytes_(ContentOf(copyPath_, kMostReplayed).value_or("")) {}
 
   void Compare(Differences& differences, std::vector<std::string>& notes) {
     if (recordedBytes_ == replayedBytes_) return;
@@ -159,8 +157,7 @@ class ProjectComparison {
   const ProfileFile replayed_{replayedBytes_};
 };
 
-// Returns what was compared, for the operator. A file that the session has named, but not opened as its
-// project, is none of its work.
+// What was compared, for the operator: only files that the session has opened as its project.
 std::string CompareProjects(const SessionJournal& journal, Replay& replay, const std::string& project,
                             Differences& differences, std::vector<std::string>& notes) {
   std::string compared;
@@ -169,7 +166,7 @@ std::string CompareProjects(const SessionJournal& journal, Replay& replay, const
     if (otherName || !replay.Projects().contains(copy.path)) continue;
     const bool open = SamePath(copy.path, replay.program().race().ProjectFile);
     const std::string recorded = open && !project.empty() ? project : copy.original;
-    if (auto bytes = ContentOf(recorded, kMostBytes)) {
+    if (auto bytes = ContentOf(recorded, kMostReplayed)) {
       ProjectComparison(journal, replay, recorded, std::move(*bytes), copy.path).Compare(differences, notes);
       compared += ", " + recorded;
     } else if (FileExists(copy.path)) {

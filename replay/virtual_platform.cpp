@@ -79,11 +79,17 @@ DialogAnswer VirtualPlatform::Dismiss(const DialogBox& box) {
   return {RuleOf(box).closed};
 }
 
-void VirtualPlatform::RunUntil(Door& door, std::int64_t ms) {
+bool VirtualPlatform::FireTimerBefore(Door& door, std::int64_t ms) {
   TimerQueue& timers = door.AllForms().Timers();
-  for (auto due = timers.NextDue(); due && *due < ms; due = timers.NextDue()) {
-    ms_ = std::max(*due, ms_);
-    door.FireTimer(*timers.NextTimer());
+  const auto due = timers.NextDue();
+  if (!due || *due >= ms) return false;
+  ms_ = std::max(*due, ms_);
+  door.FireTimer(*timers.NextTimer());
+  return true;
+}
+
+void VirtualPlatform::RunUntil(Door& door, std::int64_t ms) {
+  while (FireTimerBefore(door, ms)) {
   }
   ms_ = std::max(ms, ms_);
 }

@@ -78,6 +78,8 @@ class VirtualPlatform : public Platform {
   std::string HomeFolder() override { return homeFolder; }
   void EndProgram() override { ended = true; }
 
+  // Moves the clock on to the next timer that is due before ms and fires it; false: there is none.
+  bool FireTimerBefore(Door& door, std::int64_t ms);
   // Moves the clock to ms, firing on the way the timers that are due before it.
   void RunUntil(Door& door, std::int64_t ms);
   void SetClock(std::int64_t ms) { ms_ = ms; }
