@@ -100,7 +100,7 @@ void ProgramWindows::AddSmallWindow(Form& form, FormDesign (*design)()) {
 // The keys of the console's menu act wherever its function keys do.
 void ProgramWindows::GiveMenuKeys(QWidget& window) const {
   for (const auto& [entry, keys] : console_->View().Design().shortcuts) {
-    window.addAction(console_->Menu()->Find(*program_.judge().Find(entry)));
+    window.addAction(console_->Menu()->Find(program_.judge().Find(entry)));
   }
 }
 
@@ -119,8 +119,7 @@ void ProgramWindows::Follow() {
   timers_.Arm();
 }
 
-// Beside each other where the screen has room. Otherwise the link lies over the console's right end: the
-// clock and the race buttons stay in sight.
+// Beside each other if there is room. Else the link leaves the console's clock and race buttons in sight.
 void ProgramWindows::PlaceWindows() {
   constexpr int kGap = 8;
   placed_ = true;

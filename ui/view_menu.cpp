@@ -36,8 +36,7 @@ unsigned NumberIn(QVariant value) {
   return value.toUInt();
 }
 
-// Asks the desktop by the interface org.freedesktop.portal.Settings of the XDG Desktop Portal. Where there is
-// none no answer comes.
+// Asks org.freedesktop.portal.Settings of the XDG Desktop Portal. Where there is none no answer comes.
 void AskPortal(const char* key, QObject* asker, const std::function<void(unsigned)>& told) {
   if (!qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS")) return;
   QDBusMessage question = QDBusMessage::createMethodCall(
@@ -61,8 +60,7 @@ ViewMenu::ViewMenu(FormWindow& console, SettingsStore& settings)
       settings_(settings),
       menu_(new QMenu(Words::Of("Vie&w"), console.Menu())),
       chosen_(settings.GetSetting(kSection, kKey, kEntries.front().name)) {
-  const Control* help = console.Of().Find("mnuHelp");
-  console.Menu()->insertMenu(help == nullptr ? nullptr : console.Menu()->Find(*help), menu_);
+  console.Menu()->insertMenu(console.Menu()->Find(console.Of().Find("mnuHelp")), menu_);
   menu_->addMenu(NewSchemes())->setStatusTip(Words::Of("The colours of all windows"));
   Dress();
   AskDesktop();

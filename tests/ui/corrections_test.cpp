@@ -61,7 +61,7 @@ class CorrectionsTest : public OperatorTest, public testing::WithParamInterface<
       KeyIn(windows.Console(), Qt::Key_I, Qt::AltModifier);
     } else {
       MenuView& menu = *windows.Console().Menu();
-      QTest::mouseClick(&menu, Qt::LeftButton, {}, menu.actionGeometry(menu.Find(judge().mnuEdit)).center());
+      QTest::mouseClick(&menu, Qt::LeftButton, {}, menu.actionGeometry(menu.Find(&judge().mnuEdit)).center());
     }
     Take(text, letter);
   }

@@ -28,7 +28,7 @@ TEST_F(DesignsTest, EveryControlHasItsPlaceAndNameAndEveryPlaceItsControl) {
   for (FormView* view : Views()) {
     for (const Control& control : view->Of().Controls()) {
       if (control.Kind() == ControlKind::Menu || control.Kind() == ControlKind::Timer) continue;
-      const ControlView* seen = view->Find(control);
+      const ControlView* seen = view->Find(&control);
       ASSERT_NE(seen, nullptr) << control.FullName();
       EXPECT_FALSE(seen->Widget()->accessibleName().isEmpty()) << control.FullName();
       if (control.Kind() == ControlKind::Button) {
@@ -43,7 +43,7 @@ TEST_F(DesignsTest, EveryControlHasItsPlaceAndNameAndEveryPlaceItsControl) {
   EXPECT_EQ(laneButtons.size(), 4U);
   for (const Control& entry : program.judge().Controls()) {
     if (entry.Kind() != ControlKind::Menu || entry.Parent() == nullptr || entry.Caption() == "-") continue;
-    EXPECT_FALSE(windows.Console().Menu()->Find(entry)->statusTip().isEmpty()) << entry.Name();
+    EXPECT_FALSE(windows.Console().Menu()->Find(&entry)->statusTip().isEmpty()) << entry.Name();
   }
   for (const Place& place : LaneDesign(4).places) {
     EXPECT_TRUE(place.name != "cmdCut" || place.key == "F8 F12 0") << place.key;
@@ -114,7 +114,7 @@ TEST_F(DesignsTest, EveryWordCanBeReadInEveryScheme) {
       picture.setDevicePixelRatio(2);
       window.render(&picture);
       for (const Control& control : view->Of().Controls()) {
-        const ControlView* seen = view->Find(control);
+        const ControlView* seen = view->Find(&control);
         if (seen == nullptr || !seen->Widget()->isVisible() || Written(*seen->Widget()).isEmpty()) continue;
         EXPECT_GE(LetterContrast(picture, *seen->Widget()), 4.5)
             << control.FullName() << " while " << state << ", scheme " << static_cast<int>(scheme);

@@ -112,7 +112,7 @@ class ProgramOn : public PlatformTest {
   void MakeAll() {
     for (const Form* form : program.door().AllForms().All()) {
       FormView* view = windows.All().FindView(*form);
-      for (const Control& control : form->Controls()) view->Find(control);
+      for (const Control& control : form->Controls()) view->Find(&control);
     }
   }
   void Enter(EventKind kind, const std::string& target, const std::string& text = {}) {
@@ -122,7 +122,7 @@ class ProgramOn : public PlatformTest {
   void ConnectPort5() { settings.SaveSetting("frmSerialPort", "CommPort", "5"); }
   template <typename T = QWidget>
   T* Shown(const Control& control) {
-    return dynamic_cast<T*>(windows.All().FindView(control.Owner())->Find(control)->Widget());
+    return dynamic_cast<T*>(windows.All().FindView(control.Owner())->Find(&control)->Widget());
   }
 
   const std::string project = InFolder("test.ini");

@@ -313,16 +313,16 @@ TEST_F(InputTest, CtrlSSavesCtrlPPrintsAndTheFileMenuOpensWhatWasOpenBefore) {
                                                : Demo::Answer(box);
   };
   MenuView& menus = *windows.Console().Menu();
-  EXPECT_EQ(menus.Find(judge().mnuOpenRecent)->toolTip(), "No other project was opened before");
-  menus.Find(judge().mnuNewProject)->trigger();
+  EXPECT_EQ(menus.Find(&judge().mnuOpenRecent)->toolTip(), "No other project was opened before");
+  menus.Find(&judge().mnuNewProject)->trigger();
   EXPECT_EQ(program.race().ProjectFile, InFolder("b & c.ini"));
-  QMenu& recent = *menus.Find(judge().mnuOpenRecent)->menu();
+  QMenu& recent = *menus.Find(&judge().mnuOpenRecent)->menu();
   for (const char* file : {"test.ini", "b & c.ini"}) {
     Key(Qt::Key_F, Qt::AltModifier);
     ASSERT_EQ(recent.actions().size(), 1) << file;
     const QString named = recent.actions()[0]->text();
     EXPECT_TRUE(named.startsWith(QString(file).replace("&", "&&"))) << named.toStdString();
-    menus.Find(judge().mnuFile)->menu()->hide();
+    menus.Find(&judge().mnuFile)->menu()->hide();
     recent.actions()[0]->trigger();
     EXPECT_EQ(program.race().ProjectFile, InFolder(file));
   }

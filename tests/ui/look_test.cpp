@@ -212,7 +212,7 @@ TEST_F(ScaledFormTest, WordsOnAFrameStayWhileAMarkInItMoves) {
   const int before = ink();
   EXPECT_GT(before, 20);
   mark.SetAnchor(cells[1]);
-  view.Find(mark)->Changed(Property::Anchor);
+  view.Find(&mark)->Changed(Property::Anchor);
   view.FindWidget("fra")->update();
   view.Apply();
   Settle();

@@ -87,7 +87,7 @@ TEST_F(ProgramWindowsTest, WhileARaceIsFlownTheClockRunsAndNothingOpensABoxThatW
   ClickOn(Shown(program.lane(1).lblStatus));
   EXPECT_EQ(judge.chkSixtySecondCount.Value(), 0);
   for (Control* menu : {&judge.mnuSetEventName, &judge.mnuLaneColors, &judge.mnuHeatsPerRound}) {
-    QAction* entry = windows.Console().Menu()->Find(*menu);
+    QAction* entry = windows.Console().Menu()->Find(menu);
     entry->trigger();
     EXPECT_EQ(entry->toolTip(), "Locked while a race is flown");
   }

@@ -142,14 +142,14 @@ TEST_F(QtPrinterTest, PreviewScrollsScalesAndClosesInItsWindow) {
   preview.View().verticalScrollBar()->setValue(100000);
   EXPECT_EQ(-page->y(), 1122 - seen.height());
   for (const auto& [scale, size] : {std::pair(2, QSize(595, 842)), {3, QSize(298, 421)}}) {
-    preview.Menu().Find(preview.Of().mnuScaleSet[scale])->trigger();
+    preview.Menu().Find(&preview.Of().mnuScaleSet[scale])->trigger();
     Settle();
     EXPECT_EQ(page->geometry(), QRect({0, 0}, size));
     for (int i = 1; i <= 3; ++i) {
-      EXPECT_EQ(preview.Menu().Find(preview.Of().mnuScaleSet[i])->isChecked(), i == scale);
+      EXPECT_EQ(preview.Menu().Find(&preview.Of().mnuScaleSet[i])->isChecked(), i == scale);
     }
   }
-  preview.Menu().Find(preview.Of().mnuFileClose)->trigger();
+  preview.Menu().Find(&preview.Of().mnuFileClose)->trigger();
   EXPECT_FALSE(preview.isVisible());
   Click("frmJudge.mnuPrintPreview");
   EXPECT_TRUE(WaitFor([&] { return page->pixmap().width() == 794; }));
@@ -162,7 +162,7 @@ TEST_F(QtPrinterTest, AProtestSheetIsShownAndPrintedFromItsWindow) {
   Click("frmJudge.mnuProtestSheet");
   PreviewWindow& preview = printer.Preview();
   ASSERT_TRUE(WaitFor([&] { return preview.windowTitle() == "Protest Sheet" && preview.isVisible(); }));
-  preview.Menu().Find(preview.Of().mnuFilePrint)->trigger();
+  preview.Menu().Find(&preview.Of().mnuFilePrint)->trigger();
   ExpectNotice("sheet printed");
   Click("frmJudge.cmdPrint");
   ExpectNotice("report printed");

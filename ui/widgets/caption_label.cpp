@@ -33,8 +33,7 @@ void CaptionLabel::SetColors(const QColor& back, const QColor& fore, bool painte
   update();
   const bool edged = Looks(Look::Border | Look::Heavy);
   filled_ = painted || edged;
-  // What lies under it need not be painted with it. Not what moves, or has others moving in it: see
-  // paintEvent.
+  // What lies under it need not be painted. Not what moves, or has others moving in it: see paintEvent.
   const bool stays = !isFrame_ && place_.anchoring == Anchoring::None;
   setAttribute(Qt::WA_OpaquePaintEvent, filled_ && stays);
   setFrameStyle(edged ? QFrame::Box | QFrame::Plain : QFrame::NoFrame);
@@ -50,8 +49,7 @@ void CaptionLabel::SetOnClick(std::function<void()> onClick) {
 
 void CaptionLabel::paintEvent(QPaintEvent*) {
   QPainter painter(this);
-  // Not filled by Qt, which would paint a frame, when a mark has moved in it, over the words that lie on
-  // it.
+  // Qt would fill a frame, when a mark has moved in it, over the words that lie on it.
   if (filled_) painter.fillRect(rect(), back_);
   drawFrame(&painter);
   const bool left = Looks(Look::Left);

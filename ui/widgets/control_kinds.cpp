@@ -66,8 +66,7 @@ class NamedList : public QAccessibleWidget {
   QComboBox& list_;
 };
 
-// The toolkit knows nothing of a label, and takes an option that is not switched off by its neighbours for a
-// check box.
+// The toolkit knows no label, and takes an option that its neighbours do not switch off for a check box.
 QAccessibleInterface* RoleOf(const QString&, QObject* object) {
   if (auto* list = qobject_cast<QComboBox*>(object)) return new NamedList(list);
   if (auto* option = qobject_cast<QRadioButton*>(object)) {
@@ -79,8 +78,7 @@ QAccessibleInterface* RoleOf(const QString&, QObject* object) {
   return new QAccessibleWidget(label, label->IsFrame() ? QAccessible::Grouping : QAccessible::StaticText);
 }
 
-// A push button whose caption shrinks to fit, with the console key that does the same beside it in small
-// letters.
+// A push button whose caption shrinks to fit, with its console key in small letters beside it.
 class CaptionButton : public QPushButton {
  public:
   CaptionButton(const Place& place, QWidget* parent) : QPushButton(parent), place_(place) {

@@ -44,12 +44,10 @@ class ControlView : public QObject {
   // Returns whether where it stands may have changed too.
   bool Apply();
 
-  // Hands an action on this control to the door and shows its outcome. What is being typed elsewhere counts
-  // before a click or a choice.
+  // Hands an action to the door and shows its outcome. A click or a choice first ends typing elsewhere.
   void Act(EventKind kind, std::string text = {}, int number = 0);
 
-  // Called when the focus should leave: the operator has finished with a text box, or the widget will be
-  // disabled or hidden.
+  // Called when a text box has been finished with, or a widget with the focus goes grey or away.
   std::function<void()> leave;
   QString spokenPrefix;
   std::string tip;  // what it is for; told while the control itself has nothing to tell

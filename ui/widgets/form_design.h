@@ -71,8 +71,7 @@ struct StaticText {
   std::string unless = {};  // shown only while the control of this name is hidden
 };
 
-// A form as designed. The order of the places is the order of the Tab key; a frame comes before what lies in
-// it.
+// A form as designed. The places are in the order of the Tab key, a frame before what lies in it.
 struct FormDesign {
   int width = 0;
   int height = 0;
@@ -83,8 +82,7 @@ struct FormDesign {
   // What the button or menu entry of that name is for, told where the pointer rests on it.
   std::map<std::string, std::string> tips = {};
   std::string home = {};  // the control that has the focus when none of the others can have it
-  // Controls that stack under their anchor find room from stackTop down to stackBottom, or to what is shown
-  // there.
+  // Controls that stack have from stackTop down to stackBottom, or to what is shown there.
   int stackTop = 0;
   int stackBottom = 0;
 };

@@ -36,13 +36,12 @@ void FormView::MakeShown() {
   for (auto found = next(); found != unseen_.end(); found = next()) Make(*found);
 }
 
-// Takes the place in the order of the Tab key, and under the words and the other forms, that it would have
-// had from the beginning.
+// Takes its place in the order of the Tab key, and under words and other forms, as from the beginning.
 ControlView& FormView::Make(Unseen unseen) {
   Control& control = *unseen.control;
   const Place& place = *unseen.place;
   std::erase(unseen_, unseen);
-  const ControlView* frame = control.Parent() == nullptr ? nullptr : Find(*control.Parent());
+  const ControlView* frame = Find(control.Parent());
   auto view = ControlView::Create({control, place, door_, frame == nullptr ? this : frame->Widget()});
   view->spokenPrefix = spoken_;
   if (const auto tip = design_.tips.find(place.name); tip != design_.tips.end()) {
@@ -62,9 +61,9 @@ ControlView& FormView::Make(Unseen unseen) {
   return **views_.insert(next, std::move(view));
 }
 
-ControlView* FormView::Find(const Control& control) {
-  if (ControlView* view = byControl_.value(&control)) return view;
-  const auto found = std::ranges::find(unseen_, &control, &Unseen::control);
+ControlView* FormView::Find(const Control* control) {
+  if (ControlView* view = byControl_.value(control)) return view;
+  const auto found = std::ranges::find(unseen_, control, &Unseen::control);
   if (found == unseen_.end()) return nullptr;
   ControlView& view = Make(*found);
   view.Apply();
@@ -85,8 +84,7 @@ void FormView::AddText(const StaticText& text) {
 }
 
 QWidget* FormView::FindWidget(const std::string& name) {
-  const Control* control = form_.Find(name);
-  const ControlView* view = control == nullptr ? nullptr : Find(*control);
+  const ControlView* view = Find(form_.Find(name));
   return view == nullptr ? nullptr : view->Widget();
 }
 
@@ -104,8 +102,7 @@ void FormView::Apply() {
 }
 
 void FormView::Embed(FormView& panel, const std::string& name) {
-  const Control* control = form_.Find(name);
-  panels_.emplace_back(&panel, Find(*control)->Design().rect);
+  panels_.emplace_back(&panel, Find(form_.Find(name))->Design().rect);
   panel.around_ = this;
 }
 
@@ -222,9 +219,8 @@ QRect FormView::RoomOf(const Place& place) const {
 void FormView::Put(ControlView& view, const QRect& at) {
   view.at = at;
   QRect scaled = Scaled(at);
-  const Control* frame = view.Of().Parent();
-  const ControlView* parent = frame == nullptr ? nullptr : Find(*frame);
-  if (parent != nullptr) scaled.translate(-Scaled(parent->at).topLeft());
+  const ControlView* frame = Find(view.Of().Parent());
+  if (frame != nullptr) scaled.translate(-Scaled(frame->at).topLeft());
   view.Widget()->setGeometry(scaled);
 }
 
@@ -280,8 +276,7 @@ QRect FormView::ColumnUnder(const ControlView& cell) const {
   return {cell.at.left(), design_.stackTop, cell.at.width(), design_.stackBottom - design_.stackTop};
 }
 
-// Down to the next thing that is shown there. When that is not as high as wanted, over the next column too,
-// where nothing stands and no marks are.
+// Down to the next thing there. When too low for `wanted`, over the next column too where that is free.
 QRect FormView::RoomUnder(const ControlView& cell, const Stacks& stacks, int wanted) const {
   const std::vector<QRect> standing = Standing();
   QRect room = ColumnUnder(cell);
@@ -302,7 +297,7 @@ void FormView::PlaceStacks() {
   for (const auto& view : views_) {
     const Control& mark = view->Of();
     if (view->Design().anchoring != Anchoring::Stack || !mark.Visible() || mark.Anchor() == nullptr) continue;
-    stacks[Find(*mark.Anchor())].push_back(view.get());
+    stacks[Find(mark.Anchor())].push_back(view.get());
   }
   for (const auto& [cell, marks] : stacks) {
     const auto tooWide = [room = cell->Widget()->width() - 4](const ControlView* mark) {
@@ -325,7 +320,7 @@ void FormView::PlaceAnchored() {
     const Control* anchor = view->Of().Anchor();
     if (!view->Design().over.empty()) Put(*view, RoomOf(view->Design()));
     if (anchor == nullptr || anchoring == Anchoring::None || anchoring == Anchoring::Stack) continue;
-    const QRect& by = Find(*anchor)->at;
+    const QRect& by = Find(anchor)->at;
     const bool covers = anchoring == Anchoring::Cover;
     Put(*view, covers ? by : BesideMark(by, view->Design().rect.size(), {design_.width, design_.height}));
     view->Widget()->raise();

@@ -77,8 +77,7 @@ bool FormWindow::event(QEvent* event) {
   return true;
 }
 
-// A click on an empty place ends the typing, so that the digit keys judge again. A text field passes on the
-// presses of the other buttons in itself.
+// A click elsewhere ends the typing: digits judge again. Other buttons' presses come from within a field.
 void FormWindow::mousePressEvent(QMouseEvent* event) {
   QWidget* field = QApplication::focusWidget();
   if (!IsTextField(field)) return;

@@ -1,7 +1,6 @@
 #include "ui/widgets/large_letters.h"
 
 #include <QFontMetricsF>
-#include <QPaintDevice>
 #include <algorithm>
 
 namespace quorvane {

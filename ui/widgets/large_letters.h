@@ -9,13 +9,11 @@
 
 namespace quorvane {
 
-// Paints the figures of a large clock. Qt keeps pictures of letters up to 64 pixels only and fills the
-// outlines of larger ones anew each time, which is most of what a clock that runs would cost. These are kept
-// too.
+// Paints the figures of a large clock. Qt keeps pictures of letters up to 64 pixels only; filling the
+// outlines of larger ones anew is most of what a clock that runs would cost. These are kept too.
 class LargeLetters {
  public:
-  // False, and nothing is painted: this text has other letters, or Qt keeps them itself. In the middle of the
-  // room.
+  // In the middle of the room. False: not painted, as it has other letters or Qt keeps them itself.
   bool Paint(QPainter& painter, const QRect& room, const QString& text);
 
  private:

@@ -93,8 +93,7 @@ class ConsoleStyle : public QProxyStyle {
     painter->fillRect(all.left(), all.bottom() + 1 - line, all.width(), line, Colors().edge);
   }
 
-  // A menu bar asks for the picture of a button for entries without room, of which there are none; reading it
-  // takes as long as making the bar.
+  // A menu bar asks for the picture of a button that it never shows; reading that takes as long as the bar.
   QIcon standardIcon(StandardPixmap picture, const QStyleOption* option,
                      const QWidget* widget) const override {
     if (picture == SP_ToolBarHorizontalExtensionButton) return {};

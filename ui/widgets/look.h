@@ -2,8 +2,6 @@
 
 #include <QColor>
 #include <QFont>
-#include <QPalette>
-#include <QRect>
 #include <QString>
 #include <string>
 
@@ -18,16 +16,14 @@ namespace quorvane {
 // As on paper; what is on the screen is Shown.
 QColor ToQColor(Color color);
 
-// The text colour, as much darker or lighter as it takes to be read on that background (a contrast of 4.5,
-// more outdoors). The race logic picks both colours one by one, and some pairs (red on green) are hard to
-// read outdoors.
+// The text colour, made darker or lighter until it reads well there (a contrast of 4.5, outdoors more): the
+// race logic picks both colours one by one, and some pairs, such as red on green, are hard to read.
 QColor ReadableOn(const QColor& background, const QColor& text);
 
 // Contrast of two colours as a ratio of luminances, 1..21.
 double Contrast(const QColor& a, const QColor& b);
 
-// The console's style, font and colours, whatever the desktop's theme says; again for another scheme, which
-// all windows follow.
+// The console's style, font and colours in all windows, whatever the desktop's; again for another scheme.
 void DressApplication(Scheme scheme = Scheme::Light);
 // Whether the desktop's theme was dark before the program was dressed for the first time.
 bool ThemeIsDark();

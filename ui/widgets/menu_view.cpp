@@ -21,7 +21,7 @@ MenuView::MenuView(const Form& form, Door& door, QWidget* parent, std::map<std::
 }
 
 void MenuView::Add(const Control& control) {
-  QAction* parent = control.Parent() == nullptr ? nullptr : Find(*control.Parent());
+  QAction* parent = Find(control.Parent());
   if (parent != nullptr && parent->menu() == nullptr) {
     parent->setMenu(new QMenu(this));
     parent->menu()->setToolTipsVisible(true);
@@ -73,7 +73,7 @@ void MenuView::ShowItems(const Control& control, QAction& entry) {
 }
 
 void MenuView::SetShortcut(const Control& control, const QString& keys) {
-  QAction* entry = Find(control);
+  QAction* entry = Find(&control);
   entry->setShortcut(QKeySequence(keys));
   entry->setAutoRepeat(false);
 }

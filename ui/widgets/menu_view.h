@@ -20,7 +20,7 @@ class MenuView : public QMenuBar {
   void Apply();
   // Keys that choose the entry from anywhere in the window. Held down they choose it once.
   void SetShortcut(const Control& control, const QString& keys);
-  QAction* Find(const Control& control) const { return entries_.value(&control); }
+  QAction* Find(const Control* control) const { return entries_.value(control); }
 
  private:
   void Add(const Control& control);
