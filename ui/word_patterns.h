@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QtGlobal>
 #include <array>
 
 namespace quorvane {
@@ -9,9 +8,8 @@ namespace quorvane {
 // It has its translation like any other text. The first pattern that fits counts.
 struct WordPattern {
   const char* text;
-  // What stands in each place: n a number or several, w words that are known themselves, e anything, in the
-  // operator's language where that is known, t anything, as it is (names, files). Numbers where nothing is
-  // said.
+  // What stands in each place: n (if nothing is said) numbers, w words that are known themselves, e anything,
+  // translated where that is known, t anything as it is (names, files).
   const char* places = "";
 };
 
@@ -62,8 +60,7 @@ inline constexpr std::array kWordPatterns = {
                 "ne"},
     WordPattern{"Race %1 is in the project already: saved as its refly, because no other number is free"},
     WordPattern{"Race %1 is in the project already: saved as %2: %3", "nne"},
-    WordPattern{"Race %1 saved: %2", "ne"},
-    WordPattern{"Race %1 refly saved: %2", "ne"},
+    WordPattern{"%1 saved: %2", "we"},
     WordPattern{"Race %1 is in the project already: saved as %2"},
     WordPattern{"Refly %1 is in the project already: saved as %2"},
     WordPattern{"Lane %1 takes no more entries: its log is full"},
@@ -84,7 +81,6 @@ inline constexpr std::array kWordPatterns = {
     WordPattern{"%1 holds another contest, which is left alone", "t"},
     WordPattern{"Cannot read %1: %2", "tt"},
     WordPattern{"Cannot write %1: %2", "tt"},
-    WordPattern{"Corrections on this lane: %1"},
     WordPattern{"No lap of this lane can be at %1", "t"},
     WordPattern{"There is no pylon %1", "t"},
     WordPattern{"Recording into %1, as %2 has a session already", "tt"},
@@ -93,12 +89,9 @@ inline constexpr std::array kWordPatterns = {
 
     // Printing.
     WordPattern{"race %1"},
-    WordPattern{"race %1 refly"},
+    WordPattern{"%1 refly", "w"},
     WordPattern{"%1 (protest sheet)", "w"},
-    WordPattern{"Race %1 sent to %2", "nt"},
-    WordPattern{"Race %1 refly sent to %2", "nt"},
-    WordPattern{"Race %1 (protest sheet) sent to %2", "nt"},
-    WordPattern{"Race %1 refly (protest sheet) sent to %2", "nt"},
+    WordPattern{"%1 sent to %2", "wt"},
     WordPattern{"Printing %1 ...", "w"},
     WordPattern{"Saving the PDF of %1 ...", "w"},
     WordPattern{"PDF saved: %1", "w"},
@@ -118,12 +111,10 @@ inline constexpr std::array kWordPatterns = {
     WordPattern{"Open previous project? (%1)", "t"},
     WordPattern{"Enter the lane color assignments (1-%1) :"},
     WordPattern{"Current assignment (%1)"},
-    WordPattern{"%1 - %2, %3, %4, %5", "nwwww"},
-    WordPattern{"%1 - %2, %3, %4", "nwww"},
+    WordPattern{"%1 - %2", "nw"},
     WordPattern{"Race time in seconds at which lane %1 completed the lap:"},
     WordPattern{"Amendment of %1", "w"},
-    WordPattern{"Race %1 refly, heat %2, round %3, %4", "nnnw"},
-    WordPattern{"Race %1, heat %2, round %3, %4", "nnnw"},
+    WordPattern{"%1, heat %2, round %3, %4", "wnnw"},
     WordPattern{"%1 laps on lane %2, %3", "nnw"},
     WordPattern{"%1 lap on lane %2, %3", "nnw"},
     WordPattern{"%1 days ago"},
@@ -167,10 +158,7 @@ inline constexpr std::array kWordPatterns = {
     WordPattern{"Unexpected error #%1"},
     WordPattern{"Unexpected 0x%1, 0x%2", "tt"},
     WordPattern{"Good frames: %1, %2 per second"},
-    WordPattern{"Damaged frames: %1"},
-    WordPattern{"Bytes skipped: %1"},
     WordPattern{"Line errors: %1", "t"},
-    WordPattern{"Frames sent: %1"},
     WordPattern{"%1: %2, %3 s", "wnn"},
     WordPattern{"%1: %2", "wn"},
 

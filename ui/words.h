@@ -5,14 +5,12 @@
 
 namespace quorvane {
 
-// The operator's texts in his language. The program itself speaks English, also into files and journals; what
-// is shown goes through here, and nothing that was translated ever comes back. A text is looked up whole,
-// then by the patterns of word_patterns.h, then line by line and sentence by sentence; what is still unknown
-// stands as it is. One language for the whole program; of the thread of the windows.
+// The operator's texts in his language. The program speaks English, also into files and journals; what is
+// shown goes through here and never comes back. A text is looked up whole, by the patterns of
+// word_patterns.h, then by lines and sentences; what is unknown stands as it is. For the windows' thread.
 class Words {
  public:
-  // The language by its code, "de" or "de_AT": before any window is made. False: there are no words of it,
-  // and the program speaks English.
+  // By its code, "de" or "de_AT", before any window is made. False: there is none, English is spoken.
   static bool Speak(const QString& language);
   // That of the user's desktop, as a code.
   static QString OfSystem();

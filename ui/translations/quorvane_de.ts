@@ -866,8 +866,8 @@ Cut  %2</translation>
         <translation>Mitteilung</translation>
     </message>
     <message>
-        <source>Corrections on this lane: %1</source>
-        <translation>Korrekturen auf dieser Bahn: %1</translation>
+        <source>Corrections on this lane</source>
+        <translation>Korrekturen auf dieser Bahn</translation>
     </message>
     <message>
         <source>Insert Lap</source>
@@ -946,12 +946,8 @@ Cut  %2</translation>
         <translation>Dieses Rennen wiederherstellen?</translation>
     </message>
     <message>
-        <source>Race %1 refly, heat %2, round %3, %4</source>
-        <translation>Rennen %1 Neuflug, Lauf %2, Durchgang %3, %4</translation>
-    </message>
-    <message>
-        <source>Race %1, heat %2, round %3, %4</source>
-        <translation>Rennen %1, Lauf %2, Durchgang %3, %4</translation>
+        <source>%1, heat %2, round %3, %4</source>
+        <translation>%1, Lauf %2, Durchgang %3, %4</translation>
     </message>
     <message>
         <source>%1 laps on lane %2, %3</source>
@@ -1034,12 +1030,8 @@ Cut  %2</translation>
         <translation>Zur Wahl stehen:</translation>
     </message>
     <message>
-        <source>%1 - %2, %3, %4, %5</source>
-        <translation>%1 - %2, %3, %4, %5</translation>
-    </message>
-    <message>
-        <source>%1 - %2, %3, %4</source>
-        <translation>%1 - %2, %3, %4</translation>
+        <source>%1 - %2</source>
+        <translation>%1 - %2</translation>
     </message>
     <message>
         <source>Save Heat Report as PDF</source>
@@ -1488,20 +1480,20 @@ des Rennens STEUERN?</translation>
         <translation>Gute Telegramme: %1, %2 je Sekunde</translation>
     </message>
     <message>
-        <source>Damaged frames: %1</source>
-        <translation>Gestörte Telegramme: %1</translation>
+        <source>Damaged frames</source>
+        <translation>Gestörte Telegramme</translation>
     </message>
     <message>
-        <source>Bytes skipped: %1</source>
-        <translation>Übergangene Bytes: %1</translation>
+        <source>Bytes skipped</source>
+        <translation>Übergangene Bytes</translation>
     </message>
     <message>
         <source>Line errors: %1</source>
         <translation>Leitungsfehler: %1</translation>
     </message>
     <message>
-        <source>Frames sent: %1</source>
-        <translation>Gesendete Telegramme: %1</translation>
+        <source>Frames sent</source>
+        <translation>Gesendete Telegramme</translation>
     </message>
     <message>
         <source>Station: frames, longest silence</source>
@@ -1664,28 +1656,16 @@ des Rennens STEUERN?</translation>
         <translation>Rennen %1</translation>
     </message>
     <message>
-        <source>race %1 refly</source>
-        <translation>Rennen %1 Neuflug</translation>
+        <source>%1 refly</source>
+        <translation>%1 Neuflug</translation>
     </message>
     <message>
         <source>%1 (protest sheet)</source>
         <translation>%1 (Protestblatt)</translation>
     </message>
     <message>
-        <source>Race %1 sent to %2</source>
-        <translation>Rennen %1 an %2 geschickt</translation>
-    </message>
-    <message>
-        <source>Race %1 refly sent to %2</source>
-        <translation>Rennen %1 Neuflug an %2 geschickt</translation>
-    </message>
-    <message>
-        <source>Race %1 (protest sheet) sent to %2</source>
-        <translation>Rennen %1 (Protestblatt) an %2 geschickt</translation>
-    </message>
-    <message>
-        <source>Race %1 refly (protest sheet) sent to %2</source>
-        <translation>Rennen %1 Neuflug (Protestblatt) an %2 geschickt</translation>
+        <source>%1 sent to %2</source>
+        <translation>%1 an %2 geschickt</translation>
     </message>
     <message>
         <source>Printing %1 ...</source>
@@ -2568,12 +2548,8 @@ des Rennens STEUERN?</translation>
         <translation>Abstand zum Führenden</translation>
     </message>
     <message>
-        <source>Race %1 saved: %2</source>
-        <translation>Rennen %1 gespeichert: %2</translation>
-    </message>
-    <message>
-        <source>Race %1 refly saved: %2</source>
-        <translation>Rennen %1 Neuflug gespeichert: %2</translation>
+        <source>%1 saved: %2</source>
+        <translation>%1 gespeichert: %2</translation>
     </message>
     <message>
         <source>Race %1 is in the project already: saved as %2: %3</source>
