@@ -9,10 +9,9 @@
 
 namespace quorvane {
 
-// Watches heats that are flown by the stations alone: says when the clock of each has begun to run, takes
-// pictures of the console on the way, prints what the console has recorded of each heat and writes it to
-// shown.jsonl, one JSON line a heat, and ends the program after the last. Files go to the folder, which must
-// exist.
+// Watches heats that the stations fly alone: says when each clock has begun to run, takes pictures of the
+// console, prints what it has recorded of each heat, writes that to shown.jsonl, a JSON line a heat, and ends
+// the program after the last. Files go to the folder, which must exist.
 class Demo {
  public:
   Demo(Program& program, ProgramWindows& windows, std::string folder, int heats);

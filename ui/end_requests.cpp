@@ -53,16 +53,15 @@ EndRequests::EndRequests(Program& program) : program_(program) {
                    Qt::DirectConnection);
 }
 
-// What the desktop sends when its session is over. Qt would ask every window to close, and the console would
-// ask the operator.
+// What the desktop sends with its session's end. Qt would ask every window to close, and the console the
+// operator.
 bool EndRequests::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() != QEvent::Quit || watched != qApp) return false;
   Quit();
   return true;
 }
 
-// The session may still go on afterwards, because another program wants it to: what is finished is saved, as
-// by the button, and the program goes on.
+// Another program may stop the end of the session: what is finished is saved, as by the button, no more.
 void EndRequests::SessionEnds(QSessionManager& session) {
   session.setRestartHint(QSessionManager::RestartNever);
   if (session.allowsInteraction()) {

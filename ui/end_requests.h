@@ -7,9 +7,8 @@
 
 namespace quorvane {
 
-// Hears when somebody other than the operator ends the program: a signal (SIGTERM, SIGINT, SIGHUP), or the
-// end of the desktop session. A finished race is saved then, without a question. A second signal of a kind
-// ends the program at once.
+// Hears when the program is ended by a signal (SIGTERM, SIGINT, SIGHUP) or with the desktop session. A
+// finished race is saved then, without a question. A second signal of a kind ends the program at once.
 class EndRequests : public QObject {
  public:
   explicit EndRequests(Program& program);

@@ -3,7 +3,7 @@
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QDialogButtonBox>
-#include <QFileDialog>
+#include <QDir>
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -11,6 +11,7 @@
 #include <QSignalBlocker>
 #include <QSpinBox>
 
+#include "ui/qt/qt_platform.h"
 #include "ui/widgets/look.h"
 #include "ui/words.h"
 
@@ -37,12 +38,12 @@ FirstStartForm::FirstStartForm(SettingsStore& settings, const Ports& ports, std:
   setObjectName(QStringLiteral("frmFirstStart"));
   setWindowTitle(Words::Of("Quorvane First Start"));
   setFont(FontOfPixels(kText, false));
-  new QGridLayout(this);
+  auto* grid = new QGridLayout(this);
   auto* head =
       new QLabel(Words::Of("Four answers, and the first heat can be flown. All can be changed later."), this);
   head->setFont(FontOfPixels(kText, true));
-  layout()->setContentsMargins(20, 16, 20, 16);
-  static_cast<QGridLayout*>(layout())->addWidget(head, 0, 0, 1, 3);
+  grid->setContentsMargins(20, 16, 20, 16);
+  grid->addWidget(head, 0, 0, 1, 3);
   event_->setPlaceholderText(Words::Of("for example: Autumn Cup"));
   AddRow(Words::Of("&Event"), event_, Words::Of("Stands on every report."));
   heats_->setRange(kLeastHeats, kMostHeatsAsked);
@@ -64,7 +65,7 @@ FirstStartForm::FirstStartForm(SettingsStore& settings, const Ports& ports, std:
   auto* manual = buttons->button(QDialogButtonBox::Help);
   manual->setText(Words::Of("&Manual (Ctrl+F1)"));
   manual->setToolTip(Words::Of("The first contest, step by step"));
-  static_cast<QGridLayout*>(layout())->addWidget(buttons, 20, 0, 1, 3);
+  grid->addWidget(buttons, 20, 0, 1, 3);
   connect(buttons, &QDialogButtonBox::helpRequested, this, [this] {
     if (onManual) onManual();
   });
@@ -124,8 +125,7 @@ void FirstStartForm::EventTyped() {
   FileChanged();
 }
 
-// What the project says of itself already is not asked, but shown. While the file follows the event's name
-// that must stay open to be typed on.
+// What the project says already is shown, not asked; but while the file follows the event's name, typed.
 void FirstStartForm::ShowFound(const FoundProject& found) {
   const bool ask = found.title.empty() || !fileChosen_;
   const QSignalBlocker event(event_);
@@ -161,19 +161,18 @@ void FirstStartForm::FileChanged() {
 }
 
 void FirstStartForm::ChooseFile() {
-  QFileDialog dialog(this, Words::Of("Project file"));
-  dialog.setAcceptMode(QFileDialog::AcceptSave);
-  dialog.setFileMode(QFileDialog::AnyFile);
-  dialog.setOption(QFileDialog::DontConfirmOverwrite);
-  dialog.setDefaultSuffix(QStringLiteral(".ini"));
-  dialog.setNameFilters({Words::Of("Quorvane projects (*.ini)"), Words::Of("All files (*)")});
   const QFileInfo now(file_->text());
-  dialog.setDirectory(now.dir().exists() ? now.dir() : QDir::home());
-  dialog.selectFile(now.fileName());
-  FitFileDialog(dialog);
-  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return;
+  const QDir folder = now.dir().exists() ? now.dir() : QDir::home();
+  const DialogAnswer answer = ShowQtDialog({.kind = DialogKind::SaveFile,
+                                            .title = "Project file",
+                                            .text = {},
+                                            .preset = now.fileName().toStdString(),
+                                            .folder = folder.absolutePath().toStdString(),
+                                            .defaultExtension = ".ini"},
+                                           this);
+  if (answer.word != DialogAnswer::Word::File) return;
   fileChosen_ = true;
-  file_->setText(dialog.selectedFiles().constFirst());
+  file_->setText(QString::fromStdString(answer.text));
 }
 
 FirstAnswers FirstStartForm::Answers() const {

@@ -16,9 +16,8 @@ class QSpinBox;
 
 namespace quorvane {
 
-// The one form of a start with nothing configured. What it was answered is prepared when it closes.
-// Cancelled, it leaves all questions to the console, and does not come again. Closed by its frame it has
-// changed nothing.
+// The one form of a start with nothing configured; its answers are prepared when it closes. Cancelled, it
+// leaves all questions to the console and never comes again. Closed by its frame it has changed nothing.
 class FirstStartForm : public QDialog {
  public:
   using Ports = std::vector<std::pair<int, QString>>;  // number and name

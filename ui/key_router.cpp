@@ -38,8 +38,7 @@ quint32 IdentityOf(const QKeyEvent& event) {
   return event.nativeScanCode() != 0 ? event.nativeScanCode() : static_cast<quint32>(event.key());
 }
 
-// Whether that key, held down, would press the button that has the focus again and again, or a box's default
-// button.
+// Whether that key, held down, would press the focused button, or a box's default one, again and again.
 bool PressesButton(int key) {
   const QWidget* focus = QApplication::focusWidget();
   if (key == Qt::Key_Space) return !IsTextField(focus);
@@ -89,15 +88,14 @@ bool KeyRouter::eventFilter(QObject* watched, QEvent* event) {
   const auto& press = *static_cast<QKeyEvent*>(event);
   const bool repeat = IsRepeat(press);
   if (repeat && PressesButton(press.key())) return true;
+  const bool typing = IsTextField(QApplication::focusWidget());
   if (door_.DialogOpen() || QApplication::activeModalWidget() != nullptr) {
-    const bool typing = IsTextField(QApplication::focusWidget());
     const bool judging = watched->isWindowType() && !repeat && !ConsoleKey(press, typing).empty();
     if (judging && judges_()) TellNotEntered();
     return false;
   }
-  const bool typing = IsTextField(QApplication::focusWidget()) ||
-                      qobject_cast<QDialog*>(QApplication::activeWindow()) != nullptr;  // a list of files
-  const std::string key = ConsoleKey(press, typing);
+  const bool files = qobject_cast<QDialog*>(QApplication::activeWindow()) != nullptr;  // a list of them
+  const std::string key = ConsoleKey(press, typing || files);
   if (key.empty()) return false;
   if (!repeat) {
     FinishTyping();

@@ -12,9 +12,8 @@ class QKeyEvent;
 namespace quorvane {
 
 // Takes the console's keys out of whatever window of the program they are pressed in: F1..F12 always, the
-// digits 7, 8, 9 and 0 unless the operator is typing in a text field. While a dialog box is open every key is
-// the box's; one that would have judged a race is told beside it. A key that is held down counts once, here
-// and on buttons.
+// digits 7, 8, 9 and 0 unless a text is being typed. While a dialog box is open every key is the box's; one
+// that would have judged a race is told beside it. A held key counts once, here and on buttons.
 class KeyRouter : public QObject {
  public:
   KeyRouter(Door& door, std::function<bool()> judges);  // whether keys judge a race now

@@ -11,7 +11,6 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "console/program.h"
@@ -130,8 +129,7 @@ int Main(int argc, char** argv) {
     // What Qt says of a missing desktop is no news to somebody who asked for none.
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
   }
-  // Qt's font library reads its many files when it is first asked for a font; that may as well be done while
-  // the rest begins.
+  // Asked for a first font, Qt's font library reads its many files; that may be done while the rest begins.
   const std::future<FcBool> fonts = std::async(std::launch::async, FcInit);
   // The options are ours; Qt's own come from its environment variables.
   int one = 1;

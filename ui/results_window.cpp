@@ -18,7 +18,6 @@
 #include <utility>
 
 #include "results/race_records.h"
-#include "results/results_formats.h"
 #include "ui/widgets/look.h"
 #include "ui/words.h"
 

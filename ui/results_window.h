@@ -17,9 +17,8 @@ namespace quorvane {
 
 class ResultsModel;
 
-// The results of the open project, opened by "Results..." in the console's menu. Follows what is saved: the
-// file is looked at twice a second while the window is shown and read by another thread, so that the console
-// never waits for it.
+// The results of the open project, opened by "Results..." in the console's menu. While it is shown another
+// thread looks at the file twice a second and reads what was saved: the console never waits for it.
 class ResultsWindow : public QWidget {
  public:
   ResultsWindow(Program& program, const ProgramWindows& windows);
@@ -28,8 +27,7 @@ class ResultsWindow : public QWidget {
   // Brings it up to date and to the operator.
   void Open();
   void Copy();
-  // In the format that the file's ending names: .csv, .json, .html; anything else is a text. Gives the reason
-  // why not.
+  // In the format of the file's ending: .csv, .json, .html, else a text. Gives the reason why not.
   std::optional<std::string> Save(const std::string& path) const;
 
   QTableView& View() { return *view_; }

@@ -9,7 +9,6 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QVBoxLayout>
-#include <QWindow>
 #include <algorithm>
 #include <array>
 

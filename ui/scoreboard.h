@@ -22,8 +22,7 @@ class Scoreboard : public QWidget {
   Scoreboard(Program& program, ProgramWindows& windows);
   ~Scoreboard() override { program_.judge().mnuScoreboard.onClick = {}; }
 
-  // On the screen that was chosen last, else on one that the console is not on, full screen where there is
-  // another one.
+  // On the screen chosen last, else on one without the console; full screen where that is another one.
   void Open();
   void SetFullScreen(bool full);
   void MoveToScreen(int index);

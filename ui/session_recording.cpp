@@ -91,8 +91,7 @@ void SessionRecording::Start() {
 
 void SessionRecording::Show(const QString& text, bool bad) {
   if (notice_ == nullptr) AddNotice();
-  // White on red in every scheme, or else letters on the face of the menu. In a menu bar these are a
-  // button's.
+  // White on red in every scheme, or else as the menu, in whose bar these roles are a button's.
   QPalette colors;
   if (bad) colors.setColor(notice_->backgroundRole(), QColor(0xB0, 0, 0));
   if (bad) colors.setColor(notice_->foregroundRole(), Qt::white);

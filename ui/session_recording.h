@@ -1,7 +1,6 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
 #include "journal/journal_recorder.h"
 #include "ui/program_windows.h"

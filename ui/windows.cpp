@@ -124,8 +124,7 @@ void Windows::FollowActive() {
   window->Activate();
 }
 
-// Nobody sees more than some pictures a second, and a flood of frames asks for thousands. What is left out
-// here is painted when the event has ended.
+// A flood of frames asks for more pictures than anybody sees: those left out come after the event.
 void Windows::Paint() {
   if (painted_.isValid() && painted_.elapsed() < kPaintMs) return;
   Apply();

@@ -16,12 +16,10 @@ class WorkThread {
 
   // The job may outlive everything but the application object: what it uses must belong to it.
   void Do(std::function<void()> job);
-  // Waits that long for the jobs that were given. Whatever hangs then is left behind: nothing ends a thread
-  // from outside without harm.
+  // Waits that long for the jobs given. Whatever hangs is left: no thread is ended from outside without harm.
   void End(int longestMs);
 
-  // Whether any thread was left behind. The program then ends by std::_Exit: the usual end would take away
-  // what the thread stands on.
+  // Then the program must end by std::_Exit: the usual end takes away what a thread left behind stands on.
   static bool AnyLeftBehind() { return anyLeftBehind_; }
 
  private:

@@ -32,8 +32,7 @@ struct Imprint {
 
 // How many pages of that size the report takes; one for a heat.
 int PagesOf(const QSizeF& page, const RaceRecord& race, const Imprint& imprint);
-// A page of the report, 1..PagesOf, on any painter. The page, in any unit, fills the target, which is in the
-// painter's coordinates.
+// Page 1..PagesOf of the report. The page, in any unit, fills the target, in the painter's coordinates.
 void DrawReport(QPainter& painter, const QSizeF& page, const QRectF& target, const RaceRecord& race,
                 const Imprint& imprint, int number = 1);
 

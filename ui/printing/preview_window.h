@@ -12,9 +12,8 @@
 
 namespace quorvane {
 
-// The window of the print preview: the pages of a report, one below the other. It has a door of its own:
-// nothing that happens in it can touch a race or be held up by one. The report is drawn once each time it is
-// opened; scaling and scrolling only copy that.
+// The window of the print preview: a report's pages, one below the other. By a door of its own nothing in it
+// touches a race or waits for one. Opening it draws the report; scaling and scrolling only copy that.
 class PreviewWindow : public QMainWindow {
  public:
   // `print` puts the report that is shown on paper.

@@ -59,8 +59,7 @@ Function* FromCups(const char* name) {
   return reinterpret_cast<Function*>(QLibrary::resolve(QStringLiteral("cups"), 2, name));
 }
 
-// Asks CUPS, whose library is looked for at run time: where there is none, the queue is taken for a good one.
-// May take as long as the print server does.
+// Asks CUPS, if its library is there (else the queue counts as good). May take as long as the server does.
 PrintQueue AskPrintQueue(const QString& printer) {
   const auto getNamedDest =
       FromCups<Destination*(void* server, const char* name, const char* instance)>("cupsGetNamedDest");
@@ -80,8 +79,7 @@ PrintQueue AskPrintQueue(const QString& printer) {
   return queue;
 }
 
-// Why CUPS did not take the job that this thread has just sent, which Qt does not tell; empty: it took it, or
-// nobody knows.
+// Why CUPS did not take the job just sent by this thread, which Qt hides; empty: it did, or nobody knows.
 std::string LastRefusal() {
   const auto lastError = FromCups<int()>("cupsLastError");
   const auto lastErrorString = FromCups<const char*()>("cupsLastErrorString");
@@ -156,10 +154,6 @@ PreviewWindow& QtHeatPrinter::Preview() {
                      [this](const RaceRecord& race, const Imprint& imprint) { Print(race, imprint); });
   }
   return *preview_;
-}
-
-void QtHeatPrinter::PrintHeat(const RaceRecord& race) {
-  Print(race, Now());
 }
 
 void QtHeatPrinter::Print(const RaceRecord& race, const Imprint& imprint) {

@@ -51,7 +51,7 @@ class QtHeatPrinter : public QObject, public HeatPrinter {
   QtHeatPrinter(Program& program, QWidget* console);
   ~QtHeatPrinter() override { program_.judge().SetPrinter(nullptr); }
 
-  void PrintHeat(const RaceRecord& race) override;
+  void PrintHeat(const RaceRecord& race) override { Print(race, Now()); }
   void PreviewHeat(const RaceRecord& race) override { ShowPreview(race, Report::Heat); }
   // On the screen first: the preview's menu prints it.
   void ShowProtestSheet(const RaceRecord& race) override { ShowPreview(race, Report::Protest); }
@@ -103,9 +103,8 @@ class QtHeatPrinter : public QObject, public HeatPrinter {
 QDialog* OpenPrinterSetup(const QStringList& printers, const QString& usual, SettingsStore& settings,
                           QWidget* parent);
 
-// Writes the heat reports or protest sheets that the command line asks for into a PDF, without a window;
-// needs a QGuiApplication. Empty, or why nothing was written: a file is in the way, or a race has not been
-// flown.
+// Writes the reports that the command line asks for into a PDF, without a window; needs a QGuiApplication.
+// Empty, or why nothing was written: a file is in the way, or a race has not been flown.
 std::string PrintReports(const CommandLine& line, const Imprint& imprint, const SettingsStore& settings);
 
 }  // namespace quorvane

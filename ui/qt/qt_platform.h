@@ -20,8 +20,7 @@ class Windows;
 // folder "bin", and this one, such as "quorvane" or "doc/quorvane/manual", in "share" beside it.
 QString SharedFolder(const QString& name);
 
-// Shows the box over its parent (null: in the middle of the screen) and returns when it has been answered.
-// Other events of the program go on meanwhile.
+// Shows the box over its parent (null: mid-screen) until it is answered; other events go on meanwhile.
 DialogAnswer ShowQtDialog(const DialogBox& box, QWidget* parent);
 
 // The platform with real windows, real time and real sound.
@@ -56,8 +55,7 @@ class QtPlatform : public Platform {
   SettingsStore& settings_;
   Windows* windows_ = nullptr;
   Answerer answerer_;
-  // Finding the sound device can take a while, and a sound server may hang, so all of it happens on a thread
-  // of its own, to which a sound belongs.
+  // A sound device takes a while to find and a server may hang: sounds have a thread of their own.
   std::shared_ptr<std::unique_ptr<QObject>> sound_;
   WorkThread sounds_;
   QElapsedTimer clock_;

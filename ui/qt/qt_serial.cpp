@@ -25,8 +25,7 @@ constexpr qint64 kRestMs = 1000;  // for a device that failed
 
 const QString kById = QStringLiteral("/dev/serial/by-id");
 
-// Behind all links, so that the lock beside the device is the one that other programs look for. Empty: it is
-// not there.
+// Behind all links: other programs look for the lock beside the device. Empty: it is not there.
 QString DeviceBehind(const std::string& path) {
   return QFileInfo(QString::fromStdString(path)).canonicalFilePath();
 }
@@ -47,8 +46,7 @@ bool MayBeUsed(const QString& path) {
   return faccessat(AT_FDCWD, QFile::encodeName(path).constData(), R_OK | W_OK, AT_EACCESS) == 0;
 }
 
-// One step after the other: what is left to do is told when the device has been given to a group, as it
-// usually has to "dialout".
+// Step by step: what else is to do is told once the device has a group, usually "dialout".
 std::string Denied(const QFileInfo& file, const std::string& path) {
   const std::string advice = "Permission denied. As administrator: ";
   const bool open = file.permission(QFile::ReadGroup | QFile::WriteGroup) && file.groupId() != 0;
@@ -78,16 +76,14 @@ SerialError Refused(const std::string& path) {
           "A program that has ended left a lock behind. As administrator: rm " + lock.toStdString()};
 }
 
-// Why that port could not be opened, in words that say what to do about it. The path is the one that the
-// operator knows.
+// Why it could not be opened and what to do about it, with the path as the operator knows it.
 SerialError WhyNotOpen(const QSerialPort& port, const std::string& path) {
   if (port.error() == QSerialPort::DeviceNotFoundError) return {kErrorNotFound, path + " is not there."};
   if (port.error() == QSerialPort::PermissionError) return Refused(path);
   return {kErrorInput, port.errorString().toStdString()};
 }
 
-// How many line errors the device's driver has counted, by the codes of the serial control; empty where it
-// does not: pseudo-terminals and some adapters.
+// The line errors that the driver has counted, by our codes; empty: it counts none, as pseudo-terminals.
 std::map<int, int> LineErrorsOf(const QSerialPort& port) {
   serial_icounter_struct counts{};
   if (ioctl(port.handle(), TIOCGICOUNT, &counts) != 0) return {};
@@ -199,9 +195,8 @@ std::vector<int> QtSerial::Ports() {
 std::vector<std::pair<int, QString>> QtSerial::NamedPorts() {
   std::vector<std::pair<int, QString>> named;
   for (const auto& [number, device] : Devices()) {
-    const QString path = DeviceBehind(device.path);
-    const QString what = QSerialPortInfo(QFileInfo(path).fileName()).description();
-    const QString name = QFileInfo(path).fileName();
+    const QString name = QFileInfo(DeviceBehind(device.path)).fileName();
+    const QString what = QSerialPortInfo(name).description();
     named.emplace_back(number, what.isEmpty() ? name : name + QStringLiteral(", ") + what);
   }
   return named;

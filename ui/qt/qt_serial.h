@@ -34,9 +34,8 @@ class SerialDevices {
   QString seen_;  // what the last list was made of
 };
 
-// The serial control on the computer's serial devices. COM numbers stay with their device
-// (AssignPortNumbers); one of the command line stands for its path while the program runs. Bytes and changes
-// go through the door.
+// The serial control on the computer's devices. COM numbers stay with their device (AssignPortNumbers); those
+// of the command line stand for a path while the program runs. Bytes and changes go through the door.
 class QtSerial : public SerialControl {
  public:
   QtSerial(SettingsStore& settings, SerialDevices devices);
@@ -53,8 +52,7 @@ class QtSerial : public SerialControl {
   // The same with what the operator knows them by: "ttyUSB0, FT232R USB UART".
   std::vector<std::pair<int, QString>> NamedPorts();
 
-  // The terminal of the practice field as a serial port, at the highest number that no device has. It is not
-  // remembered.
+  // The practice field's terminal as a port, at the highest free number, which is not remembered.
   int AddPractice(const std::string& path);
   void RemovePractice();
 

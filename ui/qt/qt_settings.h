@@ -10,9 +10,8 @@
 
 namespace quorvane {
 
-// The settings store as the user's settings of the application "Quorvane", or as an INI file of its own. It
-// is read once; what changes goes to the disk at once, by a thread of its own: no window waits for that, and
-// the destructor does for a second.
+// The settings of the application "Quorvane" for the user, or an INI file. Read once; changes go to the disk
+// at once, by a thread for which no window waits, and the destructor a second.
 class QtSettings : public SettingsStore {
  public:
   explicit QtSettings(const std::string& file = {});
