@@ -7,9 +7,6 @@
 
 #include "tests/ui/fixture.h"
 #include "ui/first_start.h"
-#include "ui/printing/qt_printer.h"
-#include "ui/results_window.h"
-#include "ui/scoreboard.h"
 #include "ui/view_menu.h"
 
 namespace quorvane {
@@ -17,7 +14,7 @@ namespace {
 
 using Role = QAccessible::Role;
 
-class AccessibleTest : public ProgramTest {
+class AccessibleTest : public AllWindowsTest {
  protected:
   // Everything below it, also what is hidden now. What is to be worked with has a name of its own, no
   // control's.
@@ -56,9 +53,6 @@ class AccessibleTest : public ProgramTest {
   }
 
   ViewMenu view{windows.Console(), settings};
-  ResultsWindow results{program, windows};
-  Scoreboard scoreboard{program, windows};
-  QtHeatPrinter printer{program, &windows.Console()};
   std::map<int, int> roles;
   std::set<std::string> titles;
 };

@@ -161,22 +161,6 @@ TEST_F(DesignsTest, SchemeIsPutOnWhileTheProgramRuns) {
   EXPECT_NE(before, dark);
 }
 
-TEST_F(DesignsTest, LettersWithAltAreUsedOnceInTheConsole) {
-  Load();
-  const FormDesign& design = windows.Console().View().Design();
-  std::string used;
-  const auto use = [&](const std::string& text) {
-    const std::size_t at = text.find('&');
-    if (at != std::string::npos) used += static_cast<char>(std::toupper(text[at + 1]));
-  };
-  for (const QAction* menu : windows.Console().Menu()->actions()) use(menu->text().toStdString());
-  for (const Place& place : design.places) use(std::string("&") + place.mnemonic);
-  for (const StaticText& text : design.texts) use(text.text);
-  std::erase(used, 0);
-  EXPECT_GE(used.size(), 12U);
-  EXPECT_EQ(std::set(used.begin(), used.end()).size(), used.size()) << used;
-}
-
 TEST_F(DesignsTest, TabGoesThroughTheConsoleAndThenTheLanes) {
   Load();
   std::vector<QString> designed;

@@ -15,10 +15,13 @@
 #include "field/pseudo_terminal.h"
 #include "tests/support/console_rig.h"
 #include "ui/demo.h"
+#include "ui/printing/qt_printer.h"
 #include "ui/program_windows.h"
 #include "ui/qt/qt_platform.h"
 #include "ui/qt/qt_serial.h"
 #include "ui/qt/qt_settings.h"
+#include "ui/results_window.h"
+#include "ui/scoreboard.h"
 #include "ui/widgets/caption_label.h"
 
 namespace quorvane {
@@ -147,6 +150,14 @@ class ProgramTest : public ProgramOn<VirtualSerial> {
     serial.ports = {5};
     ConnectPort5();
   }
+};
+
+// With the windows that are only looked at, too.
+class AllWindowsTest : public ProgramTest {
+ protected:
+  ResultsWindow results{program, windows};
+  Scoreboard scoreboard{program, windows};
+  QtHeatPrinter printer{program, &windows.Console()};
 };
 
 // With an operator who uses the pointer and the keys, as the desktop hands them to the windows.

@@ -18,9 +18,6 @@
 #include "tests/ui/fixture.h"
 #include "ui/first_start.h"
 #include "ui/manual.h"
-#include "ui/printing/qt_printer.h"
-#include "ui/results_window.h"
-#include "ui/scoreboard.h"
 
 namespace quorvane {
 namespace {

@@ -10,7 +10,6 @@
 #include "tests/print/races.h"
 #include "tests/support/test_data.h"
 #include "tests/ui/fixture.h"
-#include "ui/printing/qt_printer.h"
 
 namespace quorvane {
 namespace {

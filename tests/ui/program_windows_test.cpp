@@ -10,8 +10,6 @@
 #include "programs/commit.h"
 #include "tests/ui/fixture.h"
 #include "ui/end_requests.h"
-#include "ui/results_window.h"
-#include "ui/scoreboard.h"
 
 namespace quorvane {
 namespace {

@@ -8,14 +8,11 @@
 
 #include "field/field.h"
 #include "tests/ui/fixture.h"
-#include "ui/printing/qt_printer.h"
-#include "ui/results_window.h"
-#include "ui/scoreboard.h"
 
 namespace quorvane {
 namespace {
 
-class RandomDrive : public ProgramTest {
+class RandomDrive : public AllWindowsTest {
  protected:
   RandomDrive() {
     UsePort5();
@@ -118,9 +115,6 @@ class RandomDrive : public ProgramTest {
   std::mt19937 random_{20261121};
   bool driving_ = false;
   QTimer boxes_;
-  ResultsWindow results{program, windows};
-  Scoreboard scoreboard{program, windows};
-  QtHeatPrinter printer{program, &windows.Console()};
 };
 
 // QUORVANE_LONG drives through 4000 actions.
