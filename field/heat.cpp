@@ -167,9 +167,8 @@ bool Field::Holding(std::int64_t us) const {
 std::int64_t Field::ClockMicros(std::int64_t us) const {
   if (!clock_start_us_) return 0;
   std::int64_t run = us - *clock_start_us_;
-  if (!options_.count) return run + kStartSignal;
-  if (options_.hold && run > kHoldAt) run = std::max(kHoldAt, run - kHoldFor);
-  return run;
+  if (options_.hold && options_.count && run > kHoldAt) run = std::max(kHoldAt, run - kHoldFor);
+  return run + FirstClock();
 }
 
 int Field::LaneTime(std::size_t lane, std::int64_t us) const {

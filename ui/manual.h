@@ -8,9 +8,8 @@
 
 namespace quorvane {
 
-// The manual, shown by the browser of the desktop: Help > Manual opens its first page, Ctrl+F1 that of the
-// window in hand, whatever that is: also a box in front of all others, and a form before the console is
-// there. Where it is not installed the console's notice line says so.
+// The manual in the desktop's browser: Help > Manual opens its first page, Ctrl+F1 that of the window in
+// hand, also of a box or of a form before the console. Where it is not installed the notice line says so.
 class Manual : public QObject {
  public:
   using Show = std::function<bool(const QString& file)>;  // false: it cannot be shown

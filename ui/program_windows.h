@@ -16,9 +16,8 @@ namespace quorvane {
 
 inline constexpr QSize kLeastConsole{940, 600};  // leaves room for a frame and a task bar on a small screen
 
-// Fires the program's timers when they are due by the console clock. Arm it after every event. By a timer of
-// the system and not of the toolkit, which is up to a millisecond late: the race clock's display, which works
-// out from the time when it fires next, then fires two or three times instead of once.
+// Fires the program's timers when they are due by the console clock. Arm it after every event. No timer of
+// the toolkit: up to a millisecond late, it would fire the display of the race clock two or three times over.
 class TimerDriver {
  public:
   // The display timer only shows what the stopwatch says: it alone may wait for the next multiple of so many

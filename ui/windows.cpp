@@ -32,13 +32,12 @@ FormWindow& Windows::AddWindow(Form& form, FormDesign design, QSize minimum, QWi
   return *windows_.back();
 }
 
-FormView& Windows::AddPanel(Form& form, FormDesign design, FormView& into, const std::string& place,
-                            const QString& spoken) {
+void Windows::AddPanel(Form& form, FormDesign design, FormView& into, const std::string& place,
+                       const QString& spoken) {
   auto* panel = new FormView(form, std::move(design), door_, &into, spoken);
   into.Embed(*panel, place);
   views_[&form] = panel;
   dirty_.insert(&form);
-  return *panel;
 }
 
 FormView* Windows::FindView(const Form& form) {

@@ -24,8 +24,8 @@ class Windows : public QObject, public ControlObserver {
 
   FormWindow& AddWindow(Form& form, FormDesign design, QSize minimum, QWidget* owner = nullptr);
   // Shows a form inside another one, where the named control of that one stands.
-  FormView& AddPanel(Form& form, FormDesign design, FormView& into, const std::string& place,
-                     const QString& spoken);
+  void AddPanel(Form& form, FormDesign design, FormView& into, const std::string& place,
+                const QString& spoken);
 
   // The same when the form is first shown, or its window asked for.
   void AddLater(const Form& form, std::function<void()> add) { later_[&form] = std::move(add); }
