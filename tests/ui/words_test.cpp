@@ -28,29 +28,6 @@ TEST(WordsTest, TextIsToldWholeOrByPatternOrInPartsAndWhatIsUnknownStands) {
   EXPECT_EQ(told("Waiting"), "Waiting");
   const InGerman german;
   for (const auto& row : RowsInUtf8("ui/german.json")) EXPECT_EQ(told(row[0].c_str()), row[1]);
-  for (const char* x :
-       {"Race 5 sent to Laser",
-        "Race 5 refly sent to Laser 2",
-        "Race 5 refly (protest sheet) sent to X",
-        "Race 5 (protest sheet) sent to X",
-        "race 5 refly",
-        "race 5",
-        "Printing race 5 refly (protest sheet) ...",
-        "Race 5 saved: lane 1 DNF, lane 2 DNF",
-        "Race 5 refly saved: lane 1 DNF, lane 2 1st 66.00",
-        "Race 7 refly, heat 2, round 3, finished",
-        "Race 7, heat 2, round 3, running",
-        "1 - Red, Green, Blue, Yellow",
-        "2 - Red, Blue, Yellow",
-        "Damaged frames: 12",
-        "Bytes skipped: 0",
-        "Frames sent: 77",
-        "Corrections on this lane: 3",
-        "Race 5 is in the project already: saved as its refly, because no other number is free: lane 1 DNF",
-        "PDF saved: race 5 refly",
-        "Laser is paused: race 3 refly waits there",
-        "Good frames: 5, 3 per second\nDamaged frames: 2\nBytes skipped: 3\nLine errors: 0\nFrames sent: 3"})
-    std::printf("TMP %s|%s\n", x, told(x).c_str());
   const QString endless = QString("a, b - c: d; Lap 1, lane 2 (e) ").repeated(60);
   QElapsedTimer clock;
   clock.start();
