@@ -83,8 +83,7 @@ class JudgeControls : public Form {
   Control& lblWriteComm = AddCaptioned(Label, "lblWriteComm", "T");
   // Shown while this console acts for the starter and the timers.
   Control& lblController = AddCaptioned(Label, "lblController", "CONTROLLER");
-  Control& lblSilent =
-      Add(Label, "lblSilent");  // beside lblComm: who is there, or what is wrong with the radio
+  Control& lblSilent = Add(Label, "lblSilent");         // beside lblComm: who is there, or what is wrong
   ControlArray fraLane{*this, Frame, "fraLane", 0, 3};  // where the lane panels stand
   Control& tmrTimeTick = Add(Timer, "tmrTimeTick");
   Control& tmrSaveRetry = Add(Timer, "tmrSaveRetry");  // tries again to write what is not on the disk yet

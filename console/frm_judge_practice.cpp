@@ -7,11 +7,6 @@
 #include "console/frm_judge.h"
 
 namespace quorvane {
-namespace {
-
-constexpr int kPracticeHeats = 4;  // a round, where the contest has not said how many
-
-}  // namespace
 
 // Nothing of a race may be lost, nor go into the other project.
 std::string frmJudge::WhyRaceKeepsProject() const {
@@ -71,6 +66,7 @@ void frmJudge::BeginPractice(bool ask) {
 }
 
 bool frmJudge::OpenPracticeProject() {
+  constexpr int kPracticeHeats = 4;  // a round, where the contest has not said how many
   const int heats = race_.HeatsPerRound < kLeastHeats ? kPracticeHeats : race_.HeatsPerRound;
   link_.BeginPractice();  // from here on the radio is not heard
   if (!chooser_.Open(NewPracticeFile())) {

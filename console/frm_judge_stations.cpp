@@ -88,7 +88,6 @@ void frmJudge::StarterRuns() {
     if (!starter_.RunsAnotherRace(door_.Now())) return;
     // However late its first frame is heard: the clock is the starter's, the lanes count from its signal.
     clock_.ResetRaceClock(race_.LaneStartOffset);
-    starter_.StartsRace();
     race_.ManualStart = false;
     InitializeRace(0);
     for (const auto& lane : lanes_) {

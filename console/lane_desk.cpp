@@ -10,13 +10,6 @@
 #include "records/lane_colors.h"
 
 namespace quorvane {
-namespace {
-
-// Ms after the start signal at which each lane of an FAI mode (4, 5, 6) starts. The fourth does not fly.
-constexpr std::array<std::array<std::int32_t, kFaiLanes>, 3> kStagger = {
-    {{0, 1000, 2000}, {2000, 0, 1000}, {1000, 2000, 0}}};
-
-}  // namespace
 
 LaneDesk::LaneDesk(Door& door, RaceState& race, const RaceClock& clock, const Control& tick, Notices& notices,
                    Tell tell)
@@ -27,6 +20,9 @@ LaneDesk::LaneDesk(Door& door, RaceState& race, const RaceClock& clock, const Co
 }
 
 void LaneDesk::InitializeRace(std::int32_t laneStart) {
+  // Ms after the start signal at which each lane of an FAI mode (4, 5, 6) starts. The fourth does not fly.
+  static constexpr std::array<std::array<std::int32_t, kFaiLanes>, 3> kStagger = {
+      {{0, 1000, 2000}, {2000, 0, 1000}, {1000, 2000, 0}}};
   for (std::size_t i = 0; i < lanes_.size(); ++i) {
     if (!race_.IsFaiMode) {
       lanes_[i]->InitializeRace(laneStart);

@@ -196,12 +196,10 @@ void RaceKeeper::SetAside(const std::string& from, std::string& text, const std:
 
 // One that still waits for the disk is taken, too.
 std::string RaceKeeper::FreeName(const std::string& from) const {
-  std::string name;
-  for (int number = 1; name.empty() || FileExists(name) || FolderExists(name) || asides_.contains(name);
-       ++number) {
-    name = fmt::format("{}-{}", from, number);
+  for (int number = 1;; ++number) {
+    std::string name = fmt::format("{}-{}", from, number);
+    if (!FileExists(name) && !FolderExists(name) && !asides_.contains(name)) return name;
   }
-  return name;
 }
 
 // Under a name of its own, where it needs no room on the disk.

@@ -101,11 +101,10 @@ class RaceKeeper {
   std::string replaced_;  // goes when the race on the console is kept
   std::string of_;        // the project that is open; another one may be about to be
   std::set<std::string> asides_;
-  bool found_ = false;  // a file of a race, whatever was in it
-  std::string left_;    // by a program that died, until the operator has decided
-  std::map<std::string, std::size_t>
-      unsaved_;          // values that are kept for a project, by the file that has them
-  std::string dropped_;  // the last race that went without being saved; empty: none
+  bool found_ = false;                          // a file of a race, whatever was in it
+  std::string left_;                            // by a program that died, until the operator has decided
+  std::map<std::string, std::size_t> unsaved_;  // values kept for a project, by the file that has them
+  std::string dropped_;                         // the last race that went without being saved; empty: none
 };
 
 }  // namespace quorvane

@@ -24,8 +24,7 @@ Starter::Means Starter::FrameMeans(bool runs) const {
 }
 
 // The starter's clock rises during a race, together with ours, and falls back for the next one. What rises
-// all the same is the next race when we have not heard how that came about, but know that ours has been
-// flown.
+// all the same is the next race when we have not heard how it came, but know that ours has been flown.
 bool Starter::BeginsNextRace() const {
   if (!ranAt_) return BeforeSignal();
   if (race_.LaneStartOffset < *ranAt_ - kHeldUp) return BeforeSignal() || race_.RaceDone;

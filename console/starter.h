@@ -40,13 +40,13 @@ class Starter {
   void RaceBegins(std::int32_t laneStart) {
     ranAt_.reset();
     laneStart_ = laneStart;
+    early_ = false;
   }
   // At `now` on the console clock it was saved or reset.
   void RaceEnds(std::int64_t now) {
     ranAt_.reset();
     raceOver_ = now;
   }
-  void StartsRace() { early_ = false; }
   void RunsRace() { ranAt_ = race_.LaneStartOffset; }
   void RunsNoRaceOfOurs() { ranAt_.reset(); }
   void Stops() { raceOver_ = kNoRaceYet; }

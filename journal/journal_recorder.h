@@ -41,9 +41,8 @@ class SessionRecorder : public Journal {
   // Before the Load event enters.
   void Begin(const SessionStart& start);
 
-  // Writes the session so far to this file, which must be a new one, and all that follows. False when the
-  // session has grown beyond what is kept (see Problem).
-  // `out`: a stream in place of the file.
+  // Writes the session so far, and all that follows, to this file, which must be a new one, or to `out`.
+  // False when the session has grown beyond what is kept (see Problem).
   bool Record(const std::filesystem::path& path, std::unique_ptr<std::ostream> out = nullptr);
   // The file ends with a mark that says up to where it goes.
   void Stop();

@@ -83,9 +83,8 @@ std::string DebugDump(const StationMessage& message);
 // 36 bytes are a frame, one with a wrong check byte, or do not start with the sync pair.
 enum class Found : std::uint8_t { Good, Damaged, Unexpected };
 
-// Cuts frames out of the byte stream of the radio, in whatever chunks it comes. A damaged frame, or noise,
-// costs more than itself: the 36 bytes from the next 0x55 onward are dropped too, also those that are still
-// to come.
+// Cuts frames out of the radio's bytes, in whatever chunks they come. A damaged frame, or noise, costs more
+// than itself: the 36 bytes from the next 0x55 on are dropped too, also those that are still to come.
 class FrameReceiver {
  public:
   // Until the first 36 bytes after this have been looked at, Unexpected is not reported: they may begin in

@@ -38,8 +38,8 @@ constexpr std::array kColumns = {Column{"Time", 5, 8, Align::Right}, Column{"Ent
 struct Piece {
   double height = 0;
   std::function<void(Sheet&, double top)> draw = {};
-  int lane = -1;       // in whose table it stands: its head is repeated on the next page
-  bool stays = false;  // on one page with what follows
+  const LaneRecord* lane = nullptr;  // in whose table it stands: its head is repeated on the next page
+  bool stays = false;                // on one page with what follows
 };
 
 void DrawRow(Sheet& sheet, double top, const std::array<std::string, kColumns.size()>& texts, bool bold) {
@@ -100,7 +100,7 @@ class ProtestSheet {
       if (top + needed > bottom) {
         pages.emplace_back();
         top = kRaceHeadBottom;
-        if (pieces_[i].lane >= 0) Put(pages.back(), LaneHead(LaneAt(pieces_[i].lane), true), top);
+        if (pieces_[i].lane != nullptr) Put(pages.back(), LaneHead(*pieces_[i].lane, true), top);
       }
       Put(pages.back(), pieces_[i], top);
     }
@@ -108,8 +108,6 @@ class ProtestSheet {
   }
 
  private:
-  const LaneRecord& LaneAt(int index) const { return race_.lanes[static_cast<std::size_t>(index)]; }
-
   static void Put(std::vector<Piece>& page, const Piece& piece, double& top) {
     page.push_back(piece);
     top += piece.height;
@@ -142,19 +140,18 @@ class ProtestSheet {
 
   static Piece LaneHead(const LaneRecord& lane, bool continued) {
     return {kLaneHeight,
-            [&lane, continued](Sheet& sheet, double top) { DrawLaneHead(sheet, top, lane, continued); }, -1,
-            true};
+            [&lane, continued](Sheet& sheet, double top) { DrawLaneHead(sheet, top, lane, continued); },
+            nullptr, true};
   }
 
   void AddLane(const LaneRecord& lane) {
-    const int index = static_cast<int>(&lane - race_.lanes.data());
-    pieces_.push_back({kGap, [](Sheet&, double) {}, -1, true});
+    pieces_.push_back({kGap, [](Sheet&, double) {}, nullptr, true});
     pieces_.push_back(LaneHead(lane, false));
     std::vector<StoryRow> rows = StoryOf(race_, lane);
     if (rows.empty()) rows.push_back({.what = "Nothing recorded"});
     for (const StoryRow& row : rows) {
       pieces_.push_back(
-          {kRowHeight, [row](Sheet& sheet, double top) { DrawStoryRow(sheet, top, row); }, index});
+          {kRowHeight, [row](Sheet& sheet, double top) { DrawStoryRow(sheet, top, row); }, &lane});
     }
   }
 

@@ -159,9 +159,8 @@ bool SameContest(const ProfileFile& ours, const ProfileFile& file) {
                        : std::ranges::any_of(there, [&](const auto& stamp) { return here.contains(stamp); });
 }
 
-// Makes changes that were kept in memory fit a file that has changed: a race or refly whose number is taken
-// there gets the next free one, with all that refers to it. Returns what was moved, in words for the
-// operator.
+// Makes changes kept in memory fit a file that has changed: a race or refly whose number is taken there gets
+// the next free one, with all that refers to it. Returns what was moved, in words for the operator.
 std::vector<std::string> MoveTakenRaces(const ProfileFile& file, std::vector<KeptChange>& changes) {
   std::vector<std::string> moved;
   const std::vector<KeptChange> before = changes;
@@ -281,8 +280,7 @@ bool ProjectStore::Behind(std::function<void()> job) {
 bool ProjectStore::Refresh() {
   if (saving_ || (patience_ && disk_.Busy())) return false;
   const auto glance = std::make_shared<Glance>();
-  const std::optional<FileStamp> last =
-      looked_ && unreadable_.empty() ? std::optional(seen_) : std::optional<FileStamp>();
+  const auto last = looked_ && unreadable_.empty() ? std::optional(seen_) : std::nullopt;
   if (!Behind([&files = files_, path = path_, last, glance] { LookAt(files, path, last, *glance); }))
     return false;
   if (glance->same) return true;

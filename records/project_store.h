@@ -44,8 +44,7 @@ enum class PendingTaken : std::uint8_t {
 // again first, and the own changes are made in their text. A file that disappears or is emptied is written
 // again whole by the next write. One that cannot be read, or has taken a project's place and is none, is
 // never replaced; and what was kept in memory, or belongs to the race being flown, never goes into another
-// contest's file, nor over a race that has come into the file meanwhile: it takes the next free number
-// (TakeMoved).
+// contest's file, nor over a race that has come into it meanwhile: it takes the next free number (TakeMoved).
 class ProjectStore {
  public:
   // The file need not exist. Gives up the lock, and whatever could not be saved, at its end.

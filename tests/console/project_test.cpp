@@ -15,28 +15,21 @@ namespace {
 
 using Word = DialogAnswer::Word;
 
-TEST(Project, ASecondConsoleOnTheSameFileIsTurnedAway) {
-  ConsoleRig first;
-  first.Load();
-  ConsoleRig second;
-  second.platform.settings.SaveSetting("DiskFile", "FileName", first.file);
-  second.Answer(Word::Yes);
-  second.Answer(Word::Ok);
-  second.Answer(Word::File, second.folder / "own.ini");
-  second.Load();
-  EXPECT_NE(second.platform.shown[1].box.text.find("open in another console"), std::string::npos);
-  EXPECT_EQ(second.race().ProjectFile, second.folder / "own.ini");
-}
-
-// What cannot be read, or is none of ours, is told at the start and never replaced; another file is asked
-// for.
+// What cannot be read, is none of ours, or is another console's, is told at the start and never replaced;
+// another file is asked for.
 TEST(Project, WhatIsNoProjectIsToldAndLeftAlone) {
   using Path = const std::string&;
   const auto unreadable = [](Path path) {
     PutFile(path, "[Current]\nTitle=Reno\n");
     std::filesystem::permissions(path, std::filesystem::perms(0222));
   };
+  std::optional<ProjectStore> other;
+  const auto held = [&](Path path) {
+    PutFile(path, "[Current]\nTitle=Reno\n");
+    ASSERT_EQ(other.emplace(path).TryLock(), LockResult::Locked);
+  };
   const std::tuple<const char*, const char*, std::function<void(Path)>> kObstacles[] = {
+      {"contest.ini", "open in another console", held},
       {"contest.ini", "is not a file", [](Path path) { std::filesystem::create_directory(path); }},
       {"contest.ini", "is not a file", [](Path path) { ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0); }},
       {"contest.ini", "Permission denied", unreadable},
