@@ -106,8 +106,7 @@ TEST(Contest, ARadioThatFailedInARaceIsSavedWithIt) {
   link.RunUntil(90000);
   const std::optional<RadioRecord> before = rig.judge().RadioInRace();
   rig.Crash(500);
-  rig.Answer(DialogAnswer::Word::Yes);
-  rig.program.door().Enter({EventKind::Load});
+  rig.LoadAgain();
   link.field.AdvanceTo(rig.platform.ClockMs());
   while (!link.field.Done()) link.Step(rig.platform.ClockMs() + 1000);
   const std::optional<RadioRecord> saved = InProject(rig, 1).radio;
@@ -141,8 +140,7 @@ TEST(Contest, IsThereAgainOnTheNextDay) {
   }
   ConsoleRig rig;
   rig.platform.settings.SaveSetting("DiskFile", "FileName", folder / "contest.ini");
-  rig.Answer(DialogAnswer::Word::Yes);
-  rig.program.door().Enter({EventKind::Load});
+  rig.LoadAgain();
   EXPECT_EQ(rig.race().RaceNumber, 9);
   EXPECT_EQ(Differences(rig, flown, {.tolerance = 3}), std::vector<std::string>());
   for (int race = 8; race >= 1; --race) {

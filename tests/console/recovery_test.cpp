@@ -16,10 +16,6 @@ namespace {
 
 using Word = DialogAnswer::Word;
 
-void LoadAgain(ConsoleRig& rig) {
-  rig.program.door().Enter({EventKind::Load});
-}
-
 // The race by hand of a test: laps on two lanes, a cut, a comment, 21 s flown.
 void FlyThreeLaps(ConsoleRig& rig) {
   rig.Load();
@@ -66,8 +62,7 @@ TEST(Recovery, OutlivesAClockThatIsSetByHours) {
       rig.Crash(4000);
       set(-2 * hours);
       if (newBoot) rig.platform.computer.boot = "two";
-      rig.Answer(Word::Yes);
-      LoadAgain(rig);
+      rig.LoadAgain();
       EXPECT_EQ(Logs(rig), logs);
       EXPECT_EQ(rig.race().RaceDone, newBoot);
       EXPECT_EQ(rig.program.clock().RaceTime(), newBoot ? 21000 : 26000);
@@ -105,8 +100,7 @@ TEST(Recovery, SavesWhatCouldNotBeSavedBefore) {
     if (now == "damaged") PutFile(unsaved, Replaced(FileBytes(unsaved), "Change0=", "Chang"));
     const std::string before = FileBytes(unsaved);
     rig.Crash(1000);
-    rig.Answer(Word::Yes);
-    LoadAgain(rig);
+    rig.LoadAgain();
     EXPECT_EQ(rig.race().RaceNumber, 2);
     EXPECT_EQ(rig.lane(0).CountLaps(), 1);
     EXPECT_EQ(rig.Value("Race1_Lane1", "NumLaps"), now == "there" ? "3" : "-");
@@ -154,8 +148,7 @@ TEST(Recovery, CountsATurnOnceHoweverLateItIsReportedAgain) {
     EXPECT_EQ(turnsAfter(1500, 7300, 62), 1);
     EXPECT_EQ(turnsAfter(2500, 11000, 100), 2);
     rig.Crash(300);
-    rig.Answer(Word::Yes);
-    LoadAgain(rig);
+    rig.LoadAgain();
     EXPECT_EQ(turnsAfter(100, 11400, 50), 2);
     EXPECT_EQ(turnsAfter(3900, 15300, 100), 3);
     rig.lane(0).Strike(rig.lane(0).Events()[2].Serial);
@@ -206,8 +199,7 @@ TEST(Recovery, LosesNoHeatThroughKillsAtRandomMoments) {
       link.RunUntil(std::max(std::min(link.field.NextDue(), nextKill), rig.platform.ClockMs() + 1));
       if (rig.platform.ClockMs() >= nextKill) {
         rig.Crash(between(200, 3000));
-        rig.Answer(Word::Yes);
-        LoadAgain(rig);
+        rig.LoadAgain();
         if (rig.platform.answers.empty()) ++recovered;
         rig.platform.answers.clear();
         link.field.AdvanceTo(rig.platform.ClockMs());

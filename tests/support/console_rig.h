@@ -68,6 +68,11 @@ class ConsoleRig {
     platform.SetClock(platform.ClockMs() + ms);
     Answer(DialogAnswer::Word::Yes);  // the previous project
   }
+  // Starts once more, with Yes to the question about what was there before.
+  void LoadAgain() {
+    Answer(DialogAnswer::Word::Yes);
+    program.door().Enter({EventKind::Load});
+  }
   void Answer(DialogAnswer::Word word, const std::string& text = {}) {
     platform.answers.push_back({word, text});
   }
