@@ -62,7 +62,7 @@ class Field {
   // The chunks that have come on the air since the last call, in order.
   std::vector<Chunk> AdvanceTo(std::int64_t ms);
 
-  // Bytes from the console in any chunking: polls; when controlled, frames as of starter and timers too.
+  // Bytes from the console in any chunking: polls, and when controlled what starter and timers would send.
   void Receive(std::span<const std::uint8_t> bytes, std::int64_t ms);
 
   // The next time at which AdvanceTo has something to do.

@@ -12,7 +12,7 @@ namespace quorvane::field {
 // The master side of a raw pseudo-terminal; the other is opened like a serial port. Only Wait blocks.
 class PseudoTerminal {
  public:
-  // On failure null, the reason in `error`. An empty `link` makes none; an old symbolic link is replaced.
+  // On failure null, and the reason in `error`. An empty `link` makes none; an old symbolic link is replaced.
   static std::unique_ptr<PseudoTerminal> Open(const std::string& link, std::string& error);
 
   // Removes the link if it is still ours.

@@ -104,8 +104,8 @@ class Line {
 
   std::int64_t free_us() const { return free_us_; }
 
-  // Takes the line at `us`, from free_us() on, perhaps for noise first. A frame sent now is whole by the
-  // result.
+  // Takes the line at `us` (not before free_us()), noise first if it happens. Returns the time at which a
+  // frame sent now has arrived whole.
   std::int64_t Take(std::int64_t us);
 
   // Sends the frame for which the line was taken.

@@ -12,7 +12,7 @@ struct Ending {
   std::string text = {};  // whole lines
 };
 
-// What main does: the status of `work`, of its Ending, or 2 for any other exception, which is printed.
+// Gives the status of `work`; or prints why it has none, and gives the Ending's, or 2 for other exceptions.
 int RunProgram(const std::string& program, const std::function<int()>& work);
 
 }  // namespace quorvane

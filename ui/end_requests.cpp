@@ -53,8 +53,8 @@ EndRequests::EndRequests(Program& program) : program_(program) {
                    Qt::DirectConnection);
 }
 
-// What the desktop sends with its session's end. Qt would ask every window to close, and the console the
-// operator.
+// What the desktop sends when its session is over. Qt would ask every window to close, and the console would
+// ask the operator.
 bool EndRequests::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() != QEvent::Quit || watched != qApp) return false;
   Quit();

@@ -125,7 +125,7 @@ void FirstStartForm::EventTyped() {
   FileChanged();
 }
 
-// What the project says already is shown, not asked; but while the file follows the event's name, typed.
+// What the project says already is shown, not asked. While the file follows the event's name that stays open.
 void FirstStartForm::ShowFound(const FoundProject& found) {
   const bool ask = found.title.empty() || !fileChosen_;
   const QSignalBlocker event(event_);

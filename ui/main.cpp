@@ -129,7 +129,7 @@ int Main(int argc, char** argv) {
     // What Qt says of a missing desktop is no news to somebody who asked for none.
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
   }
-  // Asked for a first font, Qt's font library reads its many files; that may be done while the rest begins.
+  // Qt's font library reads its many files when it is first asked for a font: meanwhile the rest may begin.
   const std::future<FcBool> fonts = std::async(std::launch::async, FcInit);
   // The options are ours; Qt's own come from its environment variables.
   int one = 1;

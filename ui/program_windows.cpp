@@ -119,7 +119,7 @@ void ProgramWindows::Follow() {
   timers_.Arm();
 }
 
-// Beside each other if there is room. Else the link leaves the console's clock and race buttons in sight.
+// Beside each other if there is room, else over the console's right end: clock and buttons stay in sight.
 void ProgramWindows::PlaceWindows() {
   constexpr int kGap = 8;
   placed_ = true;

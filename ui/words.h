@@ -10,7 +10,7 @@ namespace quorvane {
 // word_patterns.h, then by lines and sentences; what is unknown stands as it is. For the windows' thread.
 class Words {
  public:
-  // By its code, "de" or "de_AT", before any window is made. False: there is none, English is spoken.
+  // The language by its code, "de" or "de_AT", before any window is made. False: none of it, English stays.
   static bool Speak(const QString& language);
   // That of the user's desktop, as a code.
   static QString OfSystem();

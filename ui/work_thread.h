@@ -19,7 +19,7 @@ class WorkThread {
   // Waits that long for the jobs given. Whatever hangs is left: no thread is ended from outside without harm.
   void End(int longestMs);
 
-  // Then the program must end by std::_Exit: the usual end takes away what a thread left behind stands on.
+  // Whether a thread was left behind. The program then ends by std::_Exit: else it takes what that stands on.
   static bool AnyLeftBehind() { return anyLeftBehind_; }
 
  private:

@@ -59,7 +59,7 @@ Function* FromCups(const char* name) {
   return reinterpret_cast<Function*>(QLibrary::resolve(QStringLiteral("cups"), 2, name));
 }
 
-// Asks CUPS, if its library is there (else the queue counts as good). May take as long as the server does.
+// Asks CUPS, looked for at run time (without it the queue counts as good). May take as long as its server.
 PrintQueue AskPrintQueue(const QString& printer) {
   const auto getNamedDest =
       FromCups<Destination*(void* server, const char* name, const char* instance)>("cupsGetNamedDest");

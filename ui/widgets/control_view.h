@@ -47,7 +47,7 @@ class ControlView : public QObject {
   // Hands an action to the door and shows its outcome. A click or a choice first ends typing elsewhere.
   void Act(EventKind kind, std::string text = {}, int number = 0);
 
-  // Called when a text box has been finished with, or a widget with the focus goes grey or away.
+  // Called when the focus should leave: a text box is done with, or the widget goes grey or out of sight.
   std::function<void()> leave;
   QString spokenPrefix;
   std::string tip;  // what it is for; told while the control itself has nothing to tell

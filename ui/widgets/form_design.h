@@ -82,7 +82,7 @@ struct FormDesign {
   // What the button or menu entry of that name is for, told where the pointer rests on it.
   std::map<std::string, std::string> tips = {};
   std::string home = {};  // the control that has the focus when none of the others can have it
-  // Controls that stack have from stackTop down to stackBottom, or to what is shown there.
+  // Controls stack under their anchor from stackTop down to stackBottom, or to what is shown there.
   int stackTop = 0;
   int stackBottom = 0;
 };

@@ -36,7 +36,7 @@ void FormView::MakeShown() {
   for (auto found = next(); found != unseen_.end(); found = next()) Make(*found);
 }
 
-// Takes its place in the order of the Tab key, and under words and other forms, as from the beginning.
+// Takes its place in the order of the Tab key, and under words and other forms, as if made with the form.
 ControlView& FormView::Make(Unseen unseen) {
   Control& control = *unseen.control;
   const Place& place = *unseen.place;

@@ -26,8 +26,7 @@ class FormView : public QWidget {
 
   Form& Of() const { return form_; }
   const FormDesign& Design() const { return design_; }
-  // Null for one that the design does not place, and null. Makes the widget of one that has not been shown
-  // yet.
+  // Null for null, and what the design does not place. Makes the widget of one that has not been shown yet.
   ControlView* Find(const Control* control);
   QWidget* FindWidget(const std::string& name);
   void Changed(const Control& control, Property property);

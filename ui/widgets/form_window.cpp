@@ -77,7 +77,7 @@ bool FormWindow::event(QEvent* event) {
   return true;
 }
 
-// A click elsewhere ends the typing: digits judge again. Other buttons' presses come from within a field.
+// A click on an empty place ends the typing: digits judge again. A field passes its other presses on.
 void FormWindow::mousePressEvent(QMouseEvent* event) {
   QWidget* field = QApplication::focusWidget();
   if (!IsTextField(field)) return;

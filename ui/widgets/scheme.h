@@ -6,7 +6,7 @@
 
 namespace quorvane {
 
-// The colours on the screen. Outdoor is for the sun: thick lines, strong colours. Paper knows no scheme.
+// The colours on the screen. Outdoor is for the sun: black on white, thick lines. Paper knows no scheme.
 enum class Scheme : unsigned char { Light, Dark, Outdoor };
 
 // What is not the colour of a control.
