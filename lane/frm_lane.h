@@ -107,8 +107,8 @@ class frmLane : public Form {
   void cntrCut(int pylon);                                            // 1..3
   void DoTurn(int source, std::int32_t time, std::int32_t interval);  // interval: ms that the turn is shown
   bool CanDoTurn() const;
-  // Whether a report of this moment (ms of the race clock) is of a turn that was counted already: who was
-  // held up, has died, or has struck the turn, hears the same report again when the own light is out.
+  // Whether a report of this moment (ms of the race clock) is of a turn that was counted already: a
+  // program that was held up, that died, or in which the turn was struck, hears the same report again.
   bool HasTurnOf(std::int32_t time) const;
 
   // Putting entries of the log right, named by their serials. Counts, cells and result follow, and a lane

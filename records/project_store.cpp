@@ -331,7 +331,7 @@ void ProjectStore::TakeIn(std::string bytes) {
   files_.FollowLock(path_, lock_);
 }
 
-// Whether what is kept in memory, or about to be written, may go into the file, another one than before.
+// Whether what is kept in memory, or about to be written, may go into the file, which has changed.
 bool ProjectStore::FitsIn(const ProfileFile& file) {
   const std::string title = file.Read("Current", "Title").value_or("");
   const bool renamed = !title.empty() && title == title_;  // here, and not yet in the file

@@ -70,6 +70,8 @@ class Script : public HeatPrinter, public PracticeField {
         {"logout", [&] { happened_ += rig_.judge().MaySessionEnd() ? "  may end\n" : "  goes on\n"; }},
         {"race", [&] { rig_.race().RaceNumber = std::stoi(value), rig_.judge().ShowCurrentRace(); }},
         {"mode", [&] { rig_.judge().ApplyRaceMode(std::stoi(value)); }},
+        {"told", [&] { rig_.judge().ShowNotice(value); }},
+        {"printed", [&] { rig_.judge().ShowDone(value); }},
         {"put", [&] { PutFile(rig_.folder / name, text); }},
         {"value", [&] { rig_.program.project().SetProjectValue(name.substr(0, name.find('/')), key, text); }},
         {"setting", [&] { rig_.platform.settings.SaveSetting(name.substr(0, name.find('/')), key, text); }},

@@ -6,6 +6,7 @@
 #include <limits>
 #include <map>
 
+#include "print/print_preview.h"
 #include "tests/print/races.h"
 #include "tests/print/told.h"
 #include "tests/support/test_data.h"
@@ -101,6 +102,21 @@ TEST(HeatReport, NothingLeavesThePageOrOverlapsWhateverTheRaceAndTheFont) {
       }
     }
   }
+}
+
+TEST(PrintPreview, OpensAtFullSizeInFrontOfTheOperator) {
+  const struct : EventClock {
+    std::int64_t Now() const override { return 0; }
+  } clock;
+  Forms forms(clock);
+  float shown = 0;
+  PrintPreview preview(
+      forms, [&](float scale) { shown = scale; }, [] {});
+  preview.SetScale(3);
+  EXPECT_EQ(shown, 0.375F);
+  preview.Open();
+  EXPECT_EQ(shown, 1.0F);
+  EXPECT_EQ(forms.Active(), &preview);
 }
 
 }  // namespace
