@@ -73,7 +73,7 @@ struct ConsoleHeard {
   std::optional<std::int64_t> starter_ms;         // when a real starter spoke first
 };
 
-// Fills in finals and places from the expected laps; equal finals keep the lower lane first.
+// Fills in finals and places from the expected laps, the earliest first, of equal ones the lower lane.
 void RankLanes(std::vector<LaneResult>& lanes);
 
 // One line, without its line feed.

@@ -60,6 +60,7 @@ inline FrameBytes EncodeFrame(const StationMessage& message) {
   return std::bit_cast<FrameBytes>(message);
 }
 
+// Exclusive OR of the bytes behind the check byte.
 inline std::uint8_t ComputeEcc(const StationMessage& message) {
   const FrameBytes frame = EncodeFrame(message);
   return std::accumulate(frame.begin() + 3, frame.end(), std::uint8_t{0}, std::bit_xor<std::uint8_t>());
@@ -70,7 +71,7 @@ inline std::int32_t FrameTime(const StationMessage& message) {
   return message.Time[1] * 65536 + message.Time[2] * 256 + message.Time[3];
 }
 
-void SetFrameTime(StationMessage& message, std::int32_t ms);
+void SetFrameTime(StationMessage& message, std::int32_t ms);  // most significant byte first
 // Of lane index 0..3: how many cuts it has at each pylon and otherwise.
 void SetCuts(StationMessage& message, std::size_t lane, const std::array<std::int16_t, 4>& cuts);
 

@@ -9,7 +9,7 @@
 
 namespace quorvane {
 
-// Only the sources of command lines include this, because the library takes long to compile.
+// Include this in as few sources as can be: the library takes long to compile.
 //
 // A command line in the one style of all programs: "--name value" or "--name=value", "--" before file names
 // that begin with "-", --help and --version.

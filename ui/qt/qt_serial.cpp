@@ -83,7 +83,7 @@ SerialError WhyNotOpen(const QSerialPort& port, const std::string& path) {
   return {kErrorInput, port.errorString().toStdString()};
 }
 
-// The line errors that the driver has counted, by our codes; empty where it counts none (some adapters).
+// The line errors counted by the driver, by our codes; empty: it counts none (as for pseudo-terminals).
 std::map<int, int> LineErrorsOf(const QSerialPort& port) {
   serial_icounter_struct counts{};
   if (ioctl(port.handle(), TIOCGICOUNT, &counts) != 0) return {};
