@@ -8,8 +8,8 @@ export LC_ALL=C.UTF-8
 
 # Debian 12 packages: what the programs need to be built and to run, and what the checks need on top.
 packages_to_build=(
-  cmake ninja-build g++
-  libfontconfig-dev qt6-base-dev qt6-serialport-dev qt6-multimedia-dev qt6-l10n-tools qt6-translations-l10n
+  cmake ninja-build g++ libcups2-dev libfontconfig-dev
+  qt6-base-dev qt6-serialport-dev qt6-multimedia-dev qt6-l10n-tools qt6-translations-l10n
   libcli11-dev libfmt-dev nlohmann-json3-dev
   libgtest-dev libgmock-dev
   fonts-dejavu-core

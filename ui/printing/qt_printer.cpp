@@ -1,5 +1,6 @@
 #include "ui/printing/qt_printer.h"
 
+#include <cups/cups.h>
 #include <fmt/format.h>
 
 #include <QComboBox>
@@ -33,26 +34,6 @@ constexpr int kLongestToldMs = 60000;                // a program that a signal 
 constexpr const char* kPrinterSettings = "Printer";  // their section in the settings store
 constexpr const char* kLooking = "Looking for printers ...";
 
-// What the country of this computer uses.
-QPageSize UsualPaper() {
-  const bool letter = QLocale::system().measurementSystem() == QLocale::ImperialUSSystem;
-  return QPageSize(letter ? QPageSize::Letter : QPageSize::A4);
-}
-
-// As <cups/cups.h> of CUPS 1.1 and later declares them: they are part of the library's fixed binary form.
-struct Option {
-  char* name;
-  char* value;
-};
-struct Destination {
-  char* name;
-  char* instance;
-  int isDefault;
-  int optionCount;
-  Option* options;
-};
-constexpr int kLastGoodStatus = 0x00FF;  // of the Internet Printing Protocol (RFC 8011, appendix B)
-
 // Null where there is no such library. The version is the one that Qt itself prints with.
 template <typename Function>
 Function* FromCups(const char* name) {
@@ -61,30 +42,30 @@ Function* FromCups(const char* name) {
 
 // Asks CUPS, looked for at run time (without it the queue counts as good). May take as long as its server.
 PrintQueue AskPrintQueue(const QString& printer) {
-  const auto getNamedDest =
-      FromCups<Destination*(void* server, const char* name, const char* instance)>("cupsGetNamedDest");
-  const auto getOption = FromCups<const char*(const char* name, int count, Option* options)>("cupsGetOption");
-  const auto freeDests = FromCups<void(int count, Destination* destinations)>("cupsFreeDests");
+  const auto getNamedDest = FromCups<decltype(cupsGetNamedDest)>("cupsGetNamedDest");
+  const auto getOption = FromCups<decltype(cupsGetOption)>("cupsGetOption");
+  const auto freeDests = FromCups<decltype(cupsFreeDests)>("cupsFreeDests");
   if (getNamedDest == nullptr) return {};
   // A printer may carry a set of options behind its name, "Laser/draft"; the queue is the same.
   const QByteArray name = printer.section(QLatin1Char('/'), 0, 0).toLocal8Bit();
-  Destination* destination = getNamedDest(nullptr, name.constData(), nullptr);
+  cups_dest_t* destination = getNamedDest(nullptr, name.constData(), nullptr);
   if (destination == nullptr) return {};
   const auto attribute = [&](const char* key) {
-    const char* value = getOption(key, destination->optionCount, destination->options);
+    const char* value = getOption(key, destination->num_options, destination->options);
     return std::string(value == nullptr ? "" : value);
   };
-  PrintQueue queue{attribute("printer-is-accepting-jobs"), attribute("printer-state")};
+  const PrintQueue queue{.refuses = attribute("printer-is-accepting-jobs") == "false",
+                         .paused = attribute("printer-state") == std::to_string(IPP_PSTATE_STOPPED)};
   freeDests(1, destination);
   return queue;
 }
 
 // Why CUPS did not take the job just sent by this thread, which Qt hides; empty: it did, or nobody knows.
 std::string LastRefusal() {
-  const auto lastError = FromCups<int()>("cupsLastError");
-  const auto lastErrorString = FromCups<const char*()>("cupsLastErrorString");
-  const int status = lastError == nullptr ? 0 : lastError();
-  if (status >= 0 && status <= kLastGoodStatus) return {};
+  const auto lastError = FromCups<decltype(cupsLastError)>("cupsLastError");
+  const auto lastErrorString = FromCups<decltype(cupsLastErrorString)>("cupsLastErrorString");
+  const ipp_status_t status = lastError == nullptr ? IPP_STATUS_OK : lastError();
+  if (status >= IPP_STATUS_OK && status <= IPP_STATUS_OK_EVENTS_COMPLETE) return {};
   const char* text = lastErrorString();
   return text == nullptr ? "" : text;
 }
@@ -109,7 +90,7 @@ PrintOutcome Spool(const PrinterChoice& choice, const RaceRecord& race, const Im
   }
   const std::string name = info.printerName().toStdString();
   const PrintQueue queue = AskPrintQueue(info.printerName());
-  if (queue.Refuses()) return OutcomeOf(name, queue, what);
+  if (queue.refuses) return OutcomeOf(name, queue, what);
   {
     QPrinter printer(info, QPrinter::HighResolution);
     printer.setFullPage(true);
@@ -126,10 +107,11 @@ PrintOutcome Spool(const PrinterChoice& choice, const RaceRecord& race, const Im
 }  // namespace
 
 PrinterChoice LoadPrinterChoice(const SettingsStore& settings) {
-  const auto setting = [&](const char* key) {
-    return ToQString(settings.GetSetting(kPrinterSettings, key, ""));
-  };
-  return {setting("Name"), PaperNamed(setting("Paper")).value_or(UsualPaper())};
+  const QString paper = ToQString(settings.GetSetting(kPrinterSettings, "Paper", ""));
+  // What the country of this computer uses.
+  const bool letter = QLocale::system().measurementSystem() == QLocale::ImperialUSSystem;
+  return {ToQString(settings.GetSetting(kPrinterSettings, "Name", "")),
+          PaperNamed(paper).value_or(QPageSize(letter ? QPageSize::Letter : QPageSize::A4))};
 }
 
 void SavePrinterChoice(SettingsStore& settings, const PrinterChoice& choice) {
@@ -138,8 +120,8 @@ void SavePrinterChoice(SettingsStore& settings, const PrinterChoice& choice) {
 }
 
 PrintOutcome OutcomeOf(const std::string& printer, const PrintQueue& queue, const std::string& race) {
-  if (queue.Refuses()) return NotPrinted(printer + " refuses jobs", race);
-  if (queue.state == "5") return {false, printer + " is paused: " + race + " waits there"};
+  if (queue.refuses) return NotPrinted(printer + " refuses jobs", race);
+  if (queue.paused) return {false, printer + " is paused: " + race + " waits there"};
   return {true, "R" + race.substr(1) + " sent to " + printer, true};
 }
 
@@ -265,10 +247,8 @@ QDialog* OpenPrinterSetup(const QStringList& printers, const QString& usual, Set
   setup->setWindowTitle(Words::Of("Printer Setup"));
   setup->setMinimumWidth(420);
   auto* printer = new QComboBox;
-  printer->addItem(
-      Words::Of(
-          QStringLiteral("Default printer (%1)").arg(usual.isEmpty() ? QStringLiteral("none now") : usual)),
-      QString());
+  const QString standard = usual.isEmpty() ? QStringLiteral("none now") : usual;
+  printer->addItem(Words::Of(QStringLiteral("Default printer (%1)").arg(standard)), QString());
   for (const QString& name : printers) printer->addItem(name, name);
   // One that is switched off now stays chosen.
   if (!now.name.isEmpty() && !printers.contains(now.name)) {
