@@ -8,8 +8,8 @@ constexpr int kLeft = 10;
 constexpr int kColumn = 272;  // width of the column left of the lanes
 
 std::vector<Place> HeatControl() {
-  const Look number = Look::Bold | Look::Numeric | Look::Late;
-  const Look title = kButtonLook | Look::Top | Look::Border;
+  const LookFlags number = Look::Bold | Look::Numeric | Look::Late;
+  const LookFlags title = kButtonLook | Look::Top | Look::Border;
   return {{"fraHeatControl", {kLeft, 176, kColumn, 182}, 20, title, "Race"},
           {"cmdDecHeat", {84, 211, 38, 34}, 16, kButtonLook, "Previous heat"},
           {"txtHeat", {128, 211, 104, 34}, 16, number, "Heat"},
@@ -36,9 +36,9 @@ std::vector<Place> RaceButtons() {
 }
 
 std::vector<Place> LinkRow() {
-  const Look lamp = Look::Lamp | Look::Border;
+  const LookFlags lamp = Look::Lamp | Look::Border;
   // Read in the sun, so as large as its words allow.
-  const Look notice = Look::Left | Look::Top | Look::Border | Look::White;
+  const LookFlags notice = Look::Left | Look::Top | Look::Border | Look::White;
   return {{"txtComments", {kLeft, 565, kColumn, 44}, 12, Look::Left | Look::Lines, "Comments"},
           {.name = "lblNotice",
            .rect = {kLeft, 612, kColumn, 88},
@@ -55,15 +55,10 @@ std::vector<Place> LinkRow() {
 }  // namespace
 
 FormDesign ConsoleDesign() {
-  FormDesign design{.width = 1280,
-                    .height = 772,
-                    .shortcuts = {{"mnuSave", "Ctrl+S"},
-                                  {"mnuPrint", "Ctrl+P"},
-                                  {"mnuUndo", "Ctrl+Z"},
-                                  {"mnuRedo", "Ctrl+Y"}},
-                    .tips = ConsoleTips(),
-                    .home = "lblStatus"};
-  const Look clock = Look::Bold | Look::Heavy | Look::Focusable;
+  FormDesign design{.width = 1280, .height = 772, .tips = ConsoleTips(), .home = "lblStatus"};
+  design.shortcuts = {
+      {"mnuSave", "Ctrl+S"}, {"mnuPrint", "Ctrl+P"}, {"mnuUndo", "Ctrl+Z"}, {"mnuRedo", "Ctrl+Y"}};
+  const LookFlags clock = Look::Bold | Look::Heavy | Look::Focusable;
   design.places = {{"lblStatus", {kLeft, 10, kColumn, 98}, 64, clock, "Race clock"},
                    {"lblUnsaved", {kLeft, 112, kColumn, 27}, 14, Look::Bold | Look::Border, "Race"},
                    {"lblPractice", {kLeft, 142, 132, 30}, 15, Look::Bold | Look::Border, "Not a contest"},

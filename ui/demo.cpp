@@ -7,6 +7,7 @@
 #include <QThreadPool>
 #include <cctype>
 #include <cstdio>
+#include <iostream>
 #include <nlohmann/json.hpp>
 
 #include "base/text.h"
@@ -38,12 +39,6 @@ std::string HeatJson(int heat, const RaceRecord& race) {
   Json lanes = Json::array();
   for (const LaneRecord& lane : FlyingLanes(race)) lanes.push_back(LaneJson(lane));
   return Json{{"heat", heat}, {"lanes", lanes}}.dump(-1, ' ', false, Json::error_handler_t::replace);
-}
-
-// At once, for whoever measures.
-void Say(const std::string& text) {
-  std::fputs(text.c_str(), stdout);
-  std::fflush(stdout);
 }
 
 // As lines to be read.
@@ -97,7 +92,7 @@ void Demo::LookAtRace() {
   if (race_ == 0) {
     if (!program_.judge().RaceBeingFlown()) return;
     race_ = race.RaceNumber;
-    Say(fmt::format("Race {} is flown\n", race_));
+    std::cout << "Race " << race_ << " is flown" << std::endl;  // at once, for whoever measures
   }
   if (program_.judge().HasRun(race_)) return WriteHeat();
   const std::int32_t time = program_.clock().RaceTime();
@@ -119,7 +114,7 @@ void Demo::WriteHeat() {
   const RaceRecord race = ReadRace(OpenProject(program_.project(), program_.race()), race_);
   race_ = 0;
   pictured_.clear();
-  Say(HeatText(heat_, race));
+  std::cout << HeatText(heat_, race) << std::flush;
   shown_ << HeatJson(heat_, race) << std::endl;
   if (heat_ == heats_) program_.door().System().EndProgram();
 }

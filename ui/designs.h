@@ -4,7 +4,7 @@
 
 namespace quorvane {
 
-inline constexpr Look kButtonLook = Look::Bold | Look::White;
+inline constexpr LookFlags kButtonLook = Look::Bold | Look::White;
 
 using Tips = std::map<std::string, std::string>;
 Tips ConsoleTips();  // what the buttons and menu entries are for

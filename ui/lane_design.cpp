@@ -13,7 +13,7 @@ constexpr int kCell = 57;  // from one lap column to the next
 constexpr int kMarkTop = 76;
 
 void AddColumns(FormDesign& design) {
-  const Look cell = kButtonLook | Look::Border | Look::Row;
+  const LookFlags cell = kButtonLook | Look::Border | Look::Row;
   for (int i = 0; i < 11; ++i) {
     const int left = kFirstCell + kCell * i;
     const std::string number = std::to_string(i + 1);
@@ -43,8 +43,8 @@ FormDesign LaneDesign(int lane) {
   const auto key = [lane](int action) { return std::string(Element(kKeyNames, 4 * action + lane - 1)); };
   const std::string lapKey = key(0);
   const std::string cutKeys = key(1) + ' ' + key(2) + ' ' + key(3);
-  const Look lamp = Look::Border | Look::Lamp;
-  const Look cut = Look::Bold | Look::Peach;
+  const LookFlags lamp = Look::Border | Look::Lamp;
+  const LookFlags cut = Look::Bold | Look::Peach;
   FormDesign design{.width = 978, .height = 184, .stackTop = kMarkTop, .stackBottom = 178};
   design.tips = LaneTips();
   design.places = {{"fraLane", {0, 0, 978, 184}, 12, Look::Bare | Look::Heavy | Look::White, "panel"},

@@ -9,8 +9,8 @@ namespace {
 
 constexpr int kDetail = 410;
 constexpr int kHeight = 660;
-constexpr Look kTextLook = Look::Left | Look::Top | Look::White;
-constexpr Look kFrameLook = kTextLook | Look::Border | Look::Bold;
+constexpr LookFlags kTextLook = Look::Left | Look::Top | Look::White;
+constexpr LookFlags kFrameLook = kTextLook | Look::Border | Look::Bold;
 
 // Up to 31 ports; most computers have one or two.
 void AddPorts(std::vector<Place>& places) {
@@ -24,10 +24,10 @@ void AddStations(std::vector<Place>& places, int top) {
   places.push_back(
       {"fraStations", {10, top, 450, 252}, 12, Look::Bare | Look::Border | Look::White, "Stations"});
   // The heading's letters are of one width, so that its words stand over the columns.
-  const Look heading = Look::Left | Look::Fixed | Look::White;
+  const LookFlags heading = Look::Left | Look::Fixed | Look::White;
   places.push_back({"lblStationHeader", {16, top + 2, 436, 28}, 20, heading, "Columns"});
   for (int i = 0; i < 8; ++i) {
-    const auto add = [&](const char* name, int left, int width, double points, Look look,
+    const auto add = [&](const char* name, int left, int width, double points, LookFlags look,
                          const std::string& spoken = {}) {
       const QRect rect(left, top + 31 + 27 * i, width, 26);
       places.push_back({IndexedName(name, i), rect, points, look | Look::White, spoken});

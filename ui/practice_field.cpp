@@ -1,14 +1,12 @@
 #include "ui/practice_field.h"
 
+#include <sys/prctl.h>
+
 #include <QCoreApplication>
 #include <QFileInfo>
 #include <QProcess>
 #include <csignal>
 #include <utility>
-
-#ifdef Q_OS_LINUX
-#include <sys/prctl.h>
-#endif
 
 namespace quorvane {
 namespace {
@@ -53,10 +51,8 @@ void QtPracticeField::Start(const PracticeOptions& options) {
   QStringList arguments = {QStringLiteral("--link"), folder_->filePath(QStringLiteral("radio"))};
   for (const std::string& argument : FieldArguments(options)) arguments << QString::fromStdString(argument);
   process_->setStandardOutputFile(QProcess::nullDevice());
-#ifdef Q_OS_LINUX
   // A console that is killed takes its field with it.
   process_->setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGTERM); });
-#endif
   Watch();
   patience_.start(kAnswerMs);
   process_->start(field_, arguments, QIODevice::ReadOnly);

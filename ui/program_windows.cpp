@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <system_error>
+#include <utility>
 
 #include "programs/commit.h"
 #include "ui/designs.h"
@@ -106,10 +107,8 @@ void ProgramWindows::GiveMenuKeys(QWidget& window) const {
 
 void ProgramWindows::Follow() {
   const bool detail = program_.link().fraMore.Visible();
-  if (detail != detailShown_) {
-    detailShown_ = detail;
-    link_->SetDesignWidth(detail ? link_->View().Design().width : kNarrowLink);
-  }
+  const int width = detail ? link_->View().Design().width : kNarrowLink;
+  if (std::exchange(detailShown_, detail) != detail) link_->SetDesignWidth(width);
   windows_.Apply();
   if (!placed_ && console_->isVisible()) PlaceWindows();
   for (Form* form : {static_cast<Form*>(&program_.judge().LapsAndCuts()),

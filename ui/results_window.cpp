@@ -189,11 +189,9 @@ void ResultsWindow::Take(const Content& content) {
   const QString name = QFileInfo(ToQString(shown_.file)).fileName();
   const QString event = ToQString(shown_.contest.eventName);
   QString text = event.isEmpty() ? name : event + "  (" + name + ")";
-  if (!content.problem.empty()) {
-    text += QStringLiteral(": ") + ToQString(content.problem);
-  } else if (shown_.contest.races.empty()) {
-    text += QStringLiteral(": ") + Words::Of("no race has been flown");
-  }
+  QString trouble = ToQString(content.problem);
+  if (trouble.isEmpty() && shown_.contest.races.empty()) trouble = Words::Of("no race has been flown");
+  if (!trouble.isEmpty()) text += QStringLiteral(": ") + trouble;
   summary_->setText(text);
   summary_->setToolTip(ToQString(shown_.file));
 }

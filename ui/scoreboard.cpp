@@ -260,9 +260,8 @@ void Scoreboard::Open() {
 
 // A full-screen window has to leave the one screen before it fills the other.
 void Scoreboard::MoveToScreen(int index) {
-  const QList<QScreen*> screens = QGuiApplication::screens();
-  if (index < 0 || index >= screens.size()) return;
-  QScreen* screen = screens[index];
+  QScreen* screen = QGuiApplication::screens().value(index);
+  if (screen == nullptr) return;
   screens_->setCurrentIndex(index);
   const bool chosen = isVisible();
   setScreen(screen);

@@ -4,8 +4,8 @@
 namespace quorvane {
 namespace {
 
-constexpr Look kPlainText = Look::Left | Look::Top;
-constexpr Look kBoxed = Look::Bold | Look::Border | Look::White;
+constexpr LookFlags kPlainText = Look::Left | Look::Top;
+constexpr LookFlags kBoxed = Look::Bold | Look::Border | Look::White;
 
 Place CloseButton(const QRect& rect) {
   return {"cmdClose", rect, 13, kButtonLook, {}, 'C'};

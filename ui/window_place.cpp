@@ -110,9 +110,8 @@ bool WindowPlace::eventFilter(QObject*, QEvent* event) {
 
 QRect MovedInto(const QRect& screen, const QRect& framed) {
   const QSize size = framed.size().boundedTo(screen.size());
-  return {std::clamp(framed.left(), screen.left(), screen.right() + 1 - size.width()),
-          std::clamp(framed.top(), screen.top(), screen.bottom() + 1 - size.height()), size.width(),
-          size.height()};
+  const int left = std::clamp(framed.left(), screen.left(), screen.right() + 1 - size.width());
+  return {{left, std::clamp(framed.top(), screen.top(), screen.bottom() + 1 - size.height())}, size};
 }
 
 QRect ClearOf(const QRect& clock, const QSize& wanted, const QRect& screen) {

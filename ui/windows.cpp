@@ -104,10 +104,6 @@ void Windows::Expect(const FormWindow& window) {
   expectedSince_.start();
 }
 
-bool Windows::IsExpected(const FormWindow& window) const {
-  return expected_.contains(&window) && expectedSince_.elapsed() < kExpectedMs;
-}
-
 bool Windows::eventFilter(QObject*, QEvent* event) {
   if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::KeyPress) expected_.clear();
   return false;
@@ -155,7 +151,8 @@ void Windows::FocusMoved(QWindow* window) {
   FormWindow* from = focused_;
   focused_ = found == windows_.end() ? nullptr : found->get();
   if (focused_ == nullptr || from == focused_) return;
-  if (from == nullptr || IsExpected(*focused_) || door_.DialogOpen()) return;
+  const bool expected = expected_.contains(focused_) && expectedSince_.elapsed() < kExpectedMs;
+  if (from == nullptr || expected || door_.DialogOpen()) return;
   door_.Enter({.kind = EventKind::Activate, .target = focused_->Of().Name()});
 }
 

@@ -52,7 +52,6 @@ class Windows : public QObject, public ControlObserver {
  private:
   void FollowActive();
   void Expect(const FormWindow& window);
-  bool IsExpected(const FormWindow& window) const;
 
   Door& door_;
   std::vector<std::unique_ptr<FormWindow>> windows_;

@@ -37,9 +37,8 @@ class QtSurface : public Surface {
   double LineHeight(Font font) const override { return QFontMetricsF(OnGrid(font)).height() / scale_; }
 
   void Text(const Box& box, std::string_view text, Font font, Align align) override {
-    const auto side = align == Align::Left    ? Qt::AlignLeft
-                      : align == Align::Right ? Qt::AlignRight
-                                              : Qt::AlignHCenter;
+    constexpr std::array kSides = {Qt::AlignLeft, Qt::AlignHCenter, Qt::AlignRight};  // as Align has them
+    const auto side = kSides[static_cast<std::size_t>(align)];
     painter_.setFont(OnGrid(font));
     painter_.setPen(Qt::black);
     painter_.drawText(OnGrid(box), side | Qt::AlignVCenter | Qt::TextSingleLine | Qt::TextDontClip,
@@ -52,9 +51,8 @@ class QtSurface : public Surface {
   }
 
   void Rectangle(const Box& box, std::optional<Color> fill, double outline) override {
-    const bool lined = outline > 0;
-    painter_.setPen(lined ? QPen(Qt::black, outline * scale_, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin)
-                          : QPen(Qt::NoPen));
+    painter_.setPen(outline > 0 ? QPen(Qt::black, outline * scale_, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin)
+                                : QPen(Qt::NoPen));
     painter_.setBrush(fill ? QBrush(ToQColor(*fill)) : QBrush(Qt::NoBrush));
     painter_.drawRect(OnGrid(box));
   }

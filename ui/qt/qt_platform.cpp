@@ -40,13 +40,11 @@ LocalDateTime QtPlatform::LocalNow() {
 ComputerTime QtPlatform::Computer() {
   ComputerTime time;
   time.utcMs = QDateTime::currentMSecsSinceEpoch();
-#ifdef Q_OS_LINUX
   timespec now{};
   if (clock_gettime(CLOCK_BOOTTIME, &now) == 0) {
     time.boot = QSysInfo::bootUniqueId().toStdString();
     time.sinceBootMs = std::int64_t{now.tv_sec} * 1000 + now.tv_nsec / 1000000;
   }
-#endif
   return time;
 }
 

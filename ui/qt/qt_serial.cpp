@@ -42,10 +42,6 @@ QString ChangedAt(const QString& folder) {
   return QString::number(QFileInfo(folder).lastModified().toMSecsSinceEpoch());
 }
 
-bool MayBeUsed(const QString& path) {
-  return faccessat(AT_FDCWD, QFile::encodeName(path).constData(), R_OK | W_OK, AT_EACCESS) == 0;
-}
-
 // Step by step: what else is to do is told once the device has a group, usually "dialout".
 std::string Denied(const QFileInfo& file, const std::string& path) {
   const std::string advice = "Permission denied. As administrator: ";
@@ -69,7 +65,9 @@ QString StaleLock(const QString& device) {
 
 SerialError Refused(const std::string& path) {
   const QString device = DeviceBehind(path);
-  if (!MayBeUsed(device)) return {kErrorDenied, Denied(QFileInfo(device), path)};
+  const QByteArray name = QFile::encodeName(device);
+  const bool mayBeUsed = faccessat(AT_FDCWD, name.constData(), R_OK | W_OK, AT_EACCESS) == 0;
+  if (!mayBeUsed) return {kErrorDenied, Denied(QFileInfo(device), path)};
   const QString lock = StaleLock(device);
   if (lock.isEmpty()) return {kErrorBusy, "Another program is using " + path + "."};
   return {kErrorStaleLock,
@@ -111,23 +109,19 @@ bool SerialDevices::MayHaveChanged() {
 
 std::vector<SerialDevice> SerialDevices::List() {
   const QHash<QString, QString> byId = NamesById();
-  const auto givenNameOf = [this](const QString& device) {
-    for (const auto& [number, path] : given_) {
-      if (!device.isEmpty() && DeviceBehind(path) == device) return path;
-    }
-    return std::string();
-  };
   const QDateTime now = QDateTime::currentDateTime();
   std::vector<ListedPort> ports;
   for (const SystemPort& port : SystemPorts()) {
     const std::string path = "/dev/" + port.name;
     const QFileInfo file(QString::fromStdString(path));
     const QString device = file.canonicalFilePath();
+    const auto given = std::ranges::find_if(
+        given_, [&](const auto& entry) { return !device.isEmpty() && DeviceBehind(entry.second) == device; });
     ports.push_back({.path = path,
                      .usb = port.usb,
                      .ageMs = file.metadataChangeTime().msecsTo(now),
                      .byId = byId.value(device).toStdString(),
-                     .given = givenNameOf(device)});
+                     .given = given == given_.end() ? "" : given->second});
   }
   std::vector<SerialDevice> devices = names_.Name(ports, clock_.elapsed());
   // Those that the computer does not list; a path that stands there already counts once.
@@ -208,7 +202,6 @@ int QtSerial::AddPractice(const std::string& path) {
   practice_ = kLastPortNumber;
   while (practice_ > 1 && (remembered.contains(practice_) || Devices().contains(practice_))) --practice_;
   list_.Give(practice_, path);
-  List();
   TellPorts();
   return practice_;
 }
@@ -216,7 +209,6 @@ int QtSerial::AddPractice(const std::string& path) {
 void QtSerial::RemovePractice() {
   if (practice_ == 0) return;
   list_.TakeBack(std::exchange(practice_, 0));
-  List();
   TellPorts();
 }
 
@@ -262,6 +254,7 @@ void QtSerial::TellBytes() {
 }
 
 void QtSerial::TellPorts() {
+  List();
   told_ = Ports();
   Tell({.kind = EventKind::Ports, .numbers = told_});
   if (changed_) changed_();
@@ -274,7 +267,6 @@ void QtSerial::HangUp() {
   CloseDevice();
   failed_ = CommPort();
   failedSince_.start();
-  List();
   TellPorts();
 }
 

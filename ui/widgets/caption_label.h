@@ -36,7 +36,7 @@ class CaptionLabel : public QFrame {
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
-  bool Looks(Look look) const { return Has(place_.look, look); }
+  bool Looks(LookFlags look) const { return place_.look.testAnyFlags(look); }
   void PaintColumns(QPainter& painter, const QRect& room) const;
   QString MarkLines(int width, int height) const;
   int WidthIn(const QFont& font);

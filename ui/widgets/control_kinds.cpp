@@ -2,7 +2,6 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QHeaderView>
-#include <QKeyEvent>
 #include <QLineEdit>
 #include <QMimeData>
 #include <QPlainTextEdit>
@@ -293,8 +292,7 @@ class TableView : public ViewOn<QTreeWidget> {
 }  // namespace
 
 std::unique_ptr<ControlView> ControlView::Create(const Part& part) {
-  static const bool kRolesKnown = (QAccessible::installFactory(RoleOf), true);
-  static_cast<void>(kRolesKnown);
+  QAccessible::installFactory(RoleOf);  // again does nothing
   switch (part.control.Kind()) {
     case ControlKind::Button:
       return std::make_unique<ButtonView>(part);
@@ -302,7 +300,7 @@ std::unique_ptr<ControlView> ControlView::Create(const Part& part) {
     case ControlKind::Frame:
       return std::make_unique<LabelView>(part);
     case ControlKind::TextBox:
-      if (Has(part.place.look, Look::Lines)) return std::make_unique<TextView>(part);
+      if (part.place.look.testFlag(Look::Lines)) return std::make_unique<TextView>(part);
       return std::make_unique<LineEditView>(part);
     case ControlKind::CheckBox:
       return std::make_unique<TickView>(part, new Unmoved<QCheckBox>(part.parent));

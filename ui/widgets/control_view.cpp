@@ -1,7 +1,6 @@
 #include "ui/widgets/control_view.h"
 
 #include <QApplication>
-#include <QComboBox>
 #include <QFocusEvent>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -168,9 +167,8 @@ void FinishTyping() {
 }
 
 bool IsTextField(const QWidget* widget) {
-  const auto* list = qobject_cast<const QComboBox*>(widget);
   return qobject_cast<const QLineEdit*>(widget) != nullptr ||
-         qobject_cast<const QPlainTextEdit*>(widget) != nullptr || (list != nullptr && list->isEditable());
+         qobject_cast<const QPlainTextEdit*>(widget) != nullptr;
 }
 
 }  // namespace quorvane

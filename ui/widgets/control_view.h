@@ -33,7 +33,7 @@ class ControlView : public QObject {
 
   Control& Of() const { return part_.control; }
   const Place& Design() const { return part_.place; }
-  bool Looks(Look look) const { return Has(part_.place.look, look); }
+  bool Looks(LookFlags look) const { return part_.place.look.testAnyFlags(look); }
   QWidget* Widget() const { return widget_; }
 
   // Notes that a property has changed; Apply shows it.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QFlags>
 #include <QRect>
 #include <map>
 #include <string>
@@ -30,13 +31,8 @@ enum class Look : unsigned {
   RedLine = 1U << 18,    // underlined while its letters are red, where nothing else would say so
   Focusable = 1U << 16,  // a label that can have the focus though it cannot be clicked
 };
-
-constexpr Look operator|(Look a, Look b) {
-  return static_cast<Look>(static_cast<unsigned>(a) | static_cast<unsigned>(b));
-}
-constexpr bool Has(Look look, Look flag) {
-  return (static_cast<unsigned>(look) & static_cast<unsigned>(flag)) != 0;
-}
+Q_DECLARE_FLAGS(LookFlags, Look)
+Q_DECLARE_OPERATORS_FOR_FLAGS(LookFlags)
 
 // What a control does with the control that it is anchored to.
 enum class Anchoring : unsigned char {
@@ -52,7 +48,7 @@ struct Place {
   std::string name;
   QRect rect;
   double points = 12;
-  Look look = Look::Plain;
+  LookFlags look = Look::Plain;
   std::string spoken = {};  // accessible name; a label's caption is added to it
   char mnemonic = 0;        // the letter of the caption that works with Alt
   std::string key = {};     // the console key that does the same, shown on a button
@@ -66,7 +62,7 @@ struct StaticText {
   std::string text;  // & marks the mnemonic of the control named by buddy
   QRect rect;
   double points = 12;
-  Look look = Look::Left;
+  LookFlags look = Look::Left;
   std::string buddy = {};
   std::string unless = {};  // shown only while the control of this name is hidden
 };

@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "ui/widgets/look.h"
+#include "ui/window_place.h"
 #include "ui/words.h"
 
 namespace quorvane {
@@ -49,7 +50,7 @@ ControlView& FormView::Make(Unseen unseen) {
   }
   view->leave = [this] { FocusHome(); };
   if (control.Kind() == ControlKind::Frame) view->Widget()->lower();
-  if (Has(place.look, Look::Row)) row_.push_back(view.get());
+  if (place.look.testFlag(Look::Row)) row_.push_back(view.get());
   byControl_.insert(&control, view.get());
   const auto next =
       std::ranges::find_if(views_, [&](const auto& other) { return &other->Design() > &place; });
@@ -77,7 +78,7 @@ void FormView::Changed(const Control& control, Property property) {
 void FormView::AddText(const StaticText& text) {
   auto* label = new QLabel(Words::Of(text.text), this);
   label->setTextFormat(Qt::PlainText);
-  label->setAlignment((Has(text.look, Look::Left) ? Qt::AlignLeft : Qt::AlignHCenter) | Qt::AlignVCenter);
+  label->setAlignment((text.look.testFlag(Look::Left) ? Qt::AlignLeft : Qt::AlignHCenter) | Qt::AlignVCenter);
   if (QWidget* buddy = FindWidget(text.buddy)) label->setBuddy(buddy);
   label->setAttribute(Qt::WA_TransparentForMouseEvents);
   texts_.emplace_back(&text, label);
@@ -94,7 +95,7 @@ void FormView::Apply() {
   MakeShown();
   for (const auto& view : views_) {
     if (!view->IsDirty()) continue;
-    rowChanged = rowChanged || Has(view->Design().look, Look::Row);
+    rowChanged = rowChanged || view->Design().look.testFlag(Look::Row);
     if (view->Apply() || view->Design().anchoring == Anchoring::Stack) moved = true;
   }
   if (rowChanged) FitRow();
@@ -178,11 +179,11 @@ QRect FormView::Scaled(const QRect& design) const {
 
 // The letters of a panel are those of the form around it, so that panels whose sizes differ by a rounded
 // pixel look alike. A point is 96/72 of a designed pixel.
-QFont FormView::Letters(double points, Look look) const {
+QFont FormView::Letters(double points, LookFlags look) const {
   if (around_ != nullptr) return around_->Letters(points, look);
   const double factor = std::min(1.0 * width() / designWidth_, 1.0 * height() / design_.height);
-  return FontOfPixels(std::max(1.0, points * factor) * 96 / 72, Has(look, Look::Bold),
-                      Has(look, Look::Fixed));
+  return FontOfPixels(std::max(1.0, points * factor) * 96 / 72, look.testFlag(Look::Bold),
+                      look.testFlag(Look::Fixed));
 }
 
 void FormView::Arrange(ControlView& view) {
@@ -253,11 +254,6 @@ void FormView::FitRow() {
   }
 }
 
-bool FormView::TextShown(const StaticText& text) const {
-  const Control* control = form_.Find(text.unless);
-  return control == nullptr || !control->Visible();
-}
-
 // What is shown on the form in a place of its own.
 std::vector<QRect> FormView::Standing() const {
   std::vector<QRect> standing;
@@ -267,7 +263,7 @@ std::vector<QRect> FormView::Standing() const {
     if (stands && view->Of().Visible()) standing.push_back(view->at);
   }
   for (const auto& [text, label] : texts_) {
-    if (TextShown(*text)) standing.push_back(text->rect);
+    if (!label->isHidden()) standing.push_back(text->rect);
   }
   return standing;
 }
@@ -313,7 +309,10 @@ void FormView::PlaceStacks() {
 }
 
 void FormView::PlaceAnchored() {
-  for (const auto& [text, label] : texts_) label->setVisible(TextShown(*text));
+  for (const auto& [text, label] : texts_) {
+    const Control* instead = form_.Find(text->unless);
+    label->setVisible(instead == nullptr || !instead->Visible());
+  }
   PlaceStacks();
   for (const auto& view : views_) {
     const Anchoring anchoring = view->Design().anchoring;
@@ -343,10 +342,9 @@ std::vector<QRect> StackCells(int count, const QRect& room, int lines) {
 }
 
 QRect BesideMark(const QRect& mark, const QSize& popUp, const QSize& form) {
-  int left = mark.left() + mark.width() + 2;
-  if (left + popUp.width() > form.width()) left = mark.left() - popUp.width() - 2;
-  const int top = mark.top() + (mark.height() - popUp.height()) / 2;
-  return {{std::max(0, left), std::clamp(top, 0, std::max(0, form.height() - popUp.height()))}, popUp};
+  QRect beside({mark.right() + 3, mark.top() + (mark.height() - popUp.height()) / 2}, popUp);
+  if (beside.right() >= form.width()) beside.moveRight(mark.left() - 3);
+  return MovedInto({{}, form}, beside);
 }
 
 }  // namespace quorvane

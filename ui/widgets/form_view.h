@@ -64,12 +64,11 @@ class FormView : public QWidget {
   void Arrange(ControlView& view);
   void AddText(const StaticText& text);
   QRect Scaled(const QRect& design) const;  // in the form as it is
-  QFont Letters(double points, Look look) const;
+  QFont Letters(double points, LookFlags look) const;
   void Arrange();
   QRect RoomOf(const Place& place) const;
   void Put(ControlView& view, const QRect& at);
   void FitRow();
-  bool TextShown(const StaticText& text) const;
   std::vector<QRect> Standing() const;
   QRect ColumnUnder(const ControlView& cell) const;
   QRect RoomUnder(const ControlView& cell, const Stacks& stacks, int wanted) const;

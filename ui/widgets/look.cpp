@@ -84,13 +84,9 @@ class ConsoleStyle : public QProxyStyle {
     if (element != CE_ShapedFrame || frame == nullptr || frame->frameShape != QFrame::Box) {
       return QProxyStyle::drawControl(element, option, painter, widget);
     }
-    const QRect& all = frame->rect;
     const int line = frame->lineWidth;
-    const int inner = all.height() - 2 * line;
-    painter->fillRect(all.left(), all.top(), all.width(), line, Colors().edge);
-    painter->fillRect(all.left(), all.top() + line, line, inner, Colors().edge);
-    painter->fillRect(all.right() + 1 - line, all.top() + line, line, inner, Colors().edge);
-    painter->fillRect(all.left(), all.bottom() + 1 - line, all.width(), line, Colors().edge);
+    const QRegion edges = QRegion(frame->rect) - frame->rect.adjusted(line, line, -line, -line);
+    for (const QRect& edge : edges) painter->fillRect(edge, Colors().edge);
   }
 
   // A menu bar asks for the picture of a button that it never shows; reading that takes as long as the bar.
@@ -122,8 +118,7 @@ QPalette SchemePalette() {
   palette.setColor(QPalette::ToolTipBase, field);
   palette.setColor(QPalette::ToolTipText, text);
   palette.setColor(QPalette::Link, Colors().focus);
-  for (const QPalette::ColorRole role :
-       {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::PlaceholderText}) {
+  for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
     palette.setColor(QPalette::Disabled, role, Colors().faintText);
   }
   palette.setColor(QPalette::PlaceholderText, Colors().faintText);
