@@ -18,12 +18,15 @@ std::string OnDisk(const std::string& path) {
   return ContentOf(path, 1000).value_or("none");
 }
 
+struct BackgroundFilesTest : testing::Test {
+  const ScratchFolder folder;
+};
+
 // Whatever fails, the caller goes on at once, the old content or the new one is there, and the newest one
 // comes when the disk is mended.
-TEST(BackgroundFiles, OutliveEachFailureOfTheDisk) {
+TEST_F(BackgroundFilesTest, OutliveEachFailureOfTheDisk) {
   for (int step = 0; step < static_cast<int>(std::size(TroubledDisk::kSteps)); ++step) {
     SCOPED_TRACE(TroubledDisk::kSteps[step]);
-    const ScratchFolder folder;
     TroubledDisk disk;
     BackgroundFiles files(disk, BackgroundFiles::Way::OwnThread);
     const std::string path = folder / "contest.running";
@@ -45,8 +48,7 @@ TEST(BackgroundFiles, OutliveEachFailureOfTheDisk) {
 }
 
 // A stick that was pulled out costs the race on another disk nothing.
-TEST(BackgroundFiles, GoOnWithOtherFilesWhileOneFails) {
-  const ScratchFolder folder;
+TEST_F(BackgroundFilesTest, GoOnWithOtherFilesWhileOneFails) {
   BackgroundFiles files(SystemFiles(), BackgroundFiles::Way::OwnThread);
   files.Keep(folder / "gone/contest.running", "lost");
   while (files.Problem().empty()) std::this_thread::sleep_for(milliseconds(1));
@@ -60,8 +62,7 @@ TEST(BackgroundFiles, GoOnWithOtherFilesWhileOneFails) {
 }
 
 // A disk that takes seconds holds up nobody, not even the end.
-TEST(BackgroundFiles, NeverMakeTheCallerWait) {
-  const ScratchFolder folder;
+TEST_F(BackgroundFilesTest, NeverMakeTheCallerWait) {
   static TroubledDisk disk;  // its thread is left behind
   const std::string path = folder / "contest.running";
   const auto begun = Clock::now();
@@ -77,15 +78,14 @@ TEST(BackgroundFiles, NeverMakeTheCallerWait) {
   EXPECT_EQ(OnDisk(path), "999");
 }
 
-TEST(BackgroundFiles, HaveANameOfTheirOwnForEachProject) {
+TEST(BackgroundFileNames, HaveANameOfTheirOwnForEachProject) {
   EXPECT_EQ(BesideProject("/My.Cups/day.INI", kRunningEnding), "/My.Cups/day.running");
   EXPECT_EQ(BesideProject("/My.Cups/day.txt", kRunningEnding), "/My.Cups/day.txt.running");
   EXPECT_EQ(BesideProject("/My.Cups/day", kRunningEnding), "/My.Cups/day.running");
 }
 
 // The only copy stays until the one in its place is on the disk; a disk that only hangs is told of.
-TEST(BackgroundFiles, RemoveWhatIsReplacedOnlyAfterIt) {
-  const ScratchFolder folder;
+TEST_F(BackgroundFilesTest, RemoveWhatIsReplacedOnlyAfterIt) {
   TroubledDisk disk;
   BackgroundFiles files(disk, BackgroundFiles::Way::OwnThread);
   files.Keep(folder / "a", "only");
@@ -105,8 +105,7 @@ TEST(BackgroundFiles, RemoveWhatIsReplacedOnlyAfterIt) {
   EXPECT_EQ(files.Problem(), "");
 }
 
-TEST(BackgroundFiles, KeepTheOrderOfWhatIsKeptAndRemoved) {
-  const ScratchFolder folder;
+TEST_F(BackgroundFilesTest, KeepTheOrderOfWhatIsKeptAndRemoved) {
   for (const auto way : {BackgroundFiles::Way::OwnThread, BackgroundFiles::Way::AtOnce}) {
     BackgroundFiles files(SystemFiles(), way);
     files.Keep(folder / "a", "running");

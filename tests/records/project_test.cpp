@@ -12,10 +12,13 @@ namespace {
 namespace fs = std::filesystem;
 using Opened = Project::Opened;
 
-TEST(Project, OneLeftWithSomethingUnsavedCanBeOpenedAgain) {
+struct ProjectTest : testing::Test {
   const ScratchFolder folder;
   RaceState race;
-  Project project(race);
+  Project project{race};
+};
+
+TEST_F(ProjectTest, OneLeftWithSomethingUnsavedCanBeOpenedAgain) {
   const std::string away = folder / "stick/day.ini";
   const std::string other = folder / "other.ini";
   ASSERT_EQ(project.Open(away), Opened::Yes);
@@ -34,10 +37,7 @@ TEST(Project, OneLeftWithSomethingUnsavedCanBeOpenedAgain) {
   EXPECT_EQ(FileBytes(other), "[Race1]\r\nComments=calm\r\n");
 }
 
-TEST(Project, WhatAnotherProgramTookOutIsTheFirstStateAlsoOfAProjectThatWasLeft) {
-  const ScratchFolder folder;
-  RaceState race;
-  Project project(race);
+TEST_F(ProjectTest, WhatAnotherProgramTookOutIsTheFirstStateAlsoOfAProjectThatWasLeft) {
   const std::string day = folder / "day.ini", flown = "[Race1]\r\nTimestamp=1\r\n[Race2]\r\nTimestamp=2\r\n";
   const auto stands = [&](const std::string& text) {
     PutFile(day, text);
@@ -52,10 +52,9 @@ TEST(Project, WhatAnotherProgramTookOutIsTheFirstStateAlsoOfAProjectThatWasLeft)
   EXPECT_TRUE(project.TakeReplaced().empty());
 }
 
-TEST(Project, AFileIsOpenInOneConsoleAtATimeUnderAnyName) {
-  const ScratchFolder folder;
-  RaceState race, race2;
-  Project project(race), console2(race2);
+TEST_F(ProjectTest, AFileIsOpenInOneConsoleAtATimeUnderAnyName) {
+  RaceState race2;
+  Project console2(race2);
   ASSERT_EQ(project.Open(folder / "day.ini"), Opened::Yes);
   project.SetProjectValue("Current", "Title", "Cup");
   fs::create_symlink("day.ini", folder / "link.ini");
@@ -73,7 +72,7 @@ TEST(Project, AFileIsOpenInOneConsoleAtATimeUnderAnyName) {
   EXPECT_EQ(console2.Open(folder / "link.ini"), Opened::Yes);
 }
 
-TEST(Project, PathsAreTakenApartAtEitherSeparator) {
+TEST(ProjectText, PathsAreTakenApartAtEitherSeparator) {
   const std::array<std::string, 4> kCases[] = {
       {"c:\\Quorvane\\21-Nov-2026.ini", "c:\\Quorvane\\", "c:\\Quorvane\\21-Nov-2026", "21-Nov-2026.ini"},
       {"/home/me/a.b/day", "/home/me/a.b/", "/home/me/a", "day"},
@@ -88,8 +87,7 @@ TEST(Project, PathsAreTakenApartAtEitherSeparator) {
   }
 }
 
-TEST(Project, FoldersAreMadeAndAFileThatExistsIsLeftAlone) {
-  const ScratchFolder folder;
+TEST_F(ProjectTest, FoldersAreMadeAndAFileThatExistsIsLeftAlone) {
   PutFile(folder / "day.csv", "mine");
   for (const std::string& path : {folder / "a/b/", folder / "day.csv/a/", std::string(9000, 'x')})
     MakeFolderPath(path);
@@ -98,7 +96,7 @@ TEST(Project, FoldersAreMadeAndAFileThatExistsIsLeftAlone) {
   EXPECT_EQ(FileBytes(folder / "day.csv"), "mine");
 }
 
-TEST(Project, AMomentIsWrittenAsADaySerialAndInWords) {
+TEST(ProjectText, AMomentIsWrittenAsADaySerialAndInWords) {
   const std::pair<LocalDateTime, const char*> kCases[] = {
       {MomentOf(2026, 11, 21, 9, 0, 0), "46347.375, 11/21/2026 9:00:00 AM"},
       {MomentOf(2026, 11, 21, 0, 5, 9), "46347.00357638889, 11/21/2026 12:05:09 AM"},

@@ -122,16 +122,13 @@ TEST_P(CorrectionsTest, ARunningRaceIsPutRight) {
   EXPECT_EQ(Told(), "Lap 1, Cut MP3, ");
   EXPECT_EQ(table().lstEntries.ListIndex(), 0);
   for (const bool fromTable : {true, false}) {
-    const auto key = [&](Qt::Key letter) {
+    for (const auto& [letter, told] : {std::pair(Qt::Key_Z, "Cut MP3, "),
+                                       {Qt::Key_Z, "Turn, Cut MP3, "},
+                                       {Qt::Key_Y, "Cut MP3, "},
+                                       {Qt::Key_Y, "Lap 1, Cut MP3, "}}) {
       KeyIn(fromTable ? *Rows().window() : windows.Console(), letter, Qt::ControlModifier);
-    };
-    key(Qt::Key_Z);
-    EXPECT_EQ(Told(), "Cut MP3, ");
-    key(Qt::Key_Z);
-    EXPECT_EQ(Told(), "Turn, Cut MP3, ");
-    key(Qt::Key_Y);
-    EXPECT_EQ(Told(), "Cut MP3, ");
-    key(Qt::Key_Y);
+      EXPECT_EQ(Told(), told);
+    }
   }
   Edit("&Undo lap 1, lane 2", Qt::Key_U);
   Edit("&Undo strike of turn, lane 2", Qt::Key_U);

@@ -143,6 +143,8 @@ TEST(MarkPlacesTest, PopUpStaysOnTheFormAndOffTheMark) {
 
 using ScaledFormTest = DoorTest;
 
+const Place kMark{"mark", {}, 10, Look::Border | Look::Words, {}, 0, {}, {}, Anchoring::Stack};
+
 TEST_F(ScaledFormTest, SizeAfterManyResizesIsThatOfTheDesign) {
   Control& frame = form.Add(ControlKind::Frame, "fra");
   form.Add(ControlKind::Button, "cmd", &frame);
@@ -169,12 +171,7 @@ TEST_F(ScaledFormTest, MarkThatDoesNotFitOneLineGetsTwo) {
     DressApplication(scheme);
     for (int width = 40; width < 100; ++width) {
       FormDesign design{.width = 400, .height = 200, .stackTop = 50, .stackBottom = 190};
-      design.places = {{"cell", {10, 10, width, 30}, 12, Look::Border},
-                       {.name = "mark",
-                        .rect = {},
-                        .points = 10,
-                        .look = Look::Border | Look::Words,
-                        .anchoring = Anchoring::Stack}};
+      design.places = {{"cell", {10, 10, width, 30}, 12, Look::Border}, kMark};
       FormView view(form, design, door, nullptr);
       view.resize(400, 200);
       view.show();
@@ -195,7 +192,7 @@ TEST_F(ScaledFormTest, WordsOnAFrameStayWhileAMarkInItMoves) {
   design.places = {{"fra", {0, 0, 400, 200}, 12, Look::Bare | Look::Heavy | Look::White},
                    {"a", {10, 10, 60, 30}, 12, Look::Border},
                    {"b", {80, 10, 60, 30}, 12, Look::Border},
-                   {.name = "mark", .rect = {}, .look = Look::Border, .anchoring = Anchoring::Stack}};
+                   kMark};
   design.texts = {{"Lap 10", {200, 120, 100, 30}, 12, Look::Plain}};
   mark.SetAnchor(cells[0]);
   FormView view(form, design, door, nullptr);

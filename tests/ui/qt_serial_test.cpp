@@ -125,23 +125,22 @@ TEST_F(QtSerialTest, PortThatCannotBeOpenedSaysWhyAndWhatToDo) {
   const Modem modem(link);
   const std::string device = std::filesystem::canonical(link);
   QtSerial later(settings, SerialDevices({{5, link}}));
-  const auto open = [&] { return later.Open(5); };
   {
     QtSerial first(settings, SerialDevices({{5, link}}));
     ASSERT_FALSE(first.Open(5));
-    expect(open(), 16, "Another program");
+    expect(later.Open(5), 16, "Another program");
   }
   std::string lock = "/run/lock/LCK.." + device.substr(5);
   std::replace(lock.begin() + 10, lock.end(), '/', '_');
   std::ofstream(lock) << "99999999\nminicom\n";
   const int held = ::open(lock.c_str(), O_RDWR | O_CLOEXEC);
   EXPECT_EQ(flock(held, LOCK_EX), 0);  // so that it is not simply taken away
-  expect(open(), 17, "left a lock behind");
+  expect(later.Open(5), 17, "left a lock behind");
   close(held);
   unlink(lock.c_str());
   ASSERT_EQ(chmod(device.c_str(), 0), 0);
   const AsOrdinaryUser ordinary;
-  expect(open(), 13, "chgrp dialout");
+  expect(later.Open(5), 13, "chgrp dialout");
 }
 
 TEST_F(QtSerialTest, AFaultyNeighbourThatIsProbedClosesOnlyItself) {

@@ -63,8 +63,7 @@ class GermanTest : protected InGerman, public AllWindowsTest {
   // Names, technical figures and what others have written.
   static bool StandsInEveryLanguage(const QString& text) {
     static const QRegularExpression kSo(
-        "^RaceHorse$|Demonstration|test\\.ini|=0x|^Qt |GCC|Clang|"
-        "offscreen|^/");
+        "^RaceHorse$|Demonstration|test\\.ini|=0x|^Qt |GCC|Clang|offscreen|^/");
     return kSo.match(text).hasMatch();
   }
   void ExpectAllKnown(const char* state) {
