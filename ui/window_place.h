@@ -45,7 +45,7 @@ class WindowPlace : public QObject {
   QRect seen_;  // with its frame, at the last look
 };
 
-// A window with its frame, moved and made smaller only as far as it takes to lie on the screen.
+// Such as a window with its frame, moved and made smaller only as far as it takes to lie on the screen.
 QRect MovedInto(const QRect& screen, const QRect& framed);
 
 // Where a window of that size stands without hiding the clock: beside it, else under it.

@@ -68,7 +68,7 @@ TEST_F(QtPrinterTest, AReportOnPaperGivesWayToWhatTheSaveHasComeToAndTroubleDoes
   EXPECT_EQ(Notice(), saved);
   Click("frmJudge.cmdPrint");
   ExpectNotice(saved);
-  outcome = OutcomeOf("Laser", {.paused = true}, "race 1");
+  outcome = OutcomeOf("Laser", {"true", "5"}, "race 1");
   Click("frmJudge.cmdPrint");
   ExpectNotice(outcome.notice);
   Click("frmJudge.lblNotice");
@@ -76,9 +76,10 @@ TEST_F(QtPrinterTest, AReportOnPaperGivesWayToWhatTheSaveHasComeToAndTroubleDoes
 }
 
 TEST(PrintQueue, ARefusingOrPausedPrinterIsNotSaidToHaveTheRace) {
-  for (const auto& [queue, notice] : {std::pair(PrintQueue{}, "Race 3 sent to Laser"),
-                                      {PrintQueue{true, true}, "Laser refuses jobs: race 3 not printed"},
-                                      {PrintQueue{false, true}, "Laser is paused: race 3 waits there"}}) {
+  for (const auto& [queue, notice] : {std::pair(PrintQueue{"true", "3"}, "Race 3 sent to Laser"),
+                                      {PrintQueue{}, "Race 3 sent to Laser"},
+                                      {PrintQueue{"false", "5"}, "Laser refuses jobs: race 3 not printed"},
+                                      {PrintQueue{"true", "5"}, "Laser is paused: race 3 waits there"}}) {
     EXPECT_EQ(OutcomeOf("Laser", queue, "race 3").notice, notice);
   }
 }

@@ -54,8 +54,7 @@ PrintQueue AskPrintQueue(const QString& printer) {
     const char* value = getOption(key, destination->num_options, destination->options);
     return std::string(value == nullptr ? "" : value);
   };
-  const PrintQueue queue{.refuses = attribute("printer-is-accepting-jobs") == "false",
-                         .paused = attribute("printer-state") == std::to_string(IPP_PSTATE_STOPPED)};
+  PrintQueue queue{attribute("printer-is-accepting-jobs"), attribute("printer-state")};
   freeDests(1, destination);
   return queue;
 }
@@ -65,7 +64,7 @@ std::string LastRefusal() {
   const auto lastError = FromCups<decltype(cupsLastError)>("cupsLastError");
   const auto lastErrorString = FromCups<decltype(cupsLastErrorString)>("cupsLastErrorString");
   const ipp_status_t status = lastError == nullptr ? IPP_STATUS_OK : lastError();
-  if (status >= IPP_STATUS_OK && status <= IPP_STATUS_OK_EVENTS_COMPLETE) return {};
+  if (status >= IPP_STATUS_OK && status < IPP_STATUS_REDIRECTION_OTHER_SITE) return {};
   const char* text = lastErrorString();
   return text == nullptr ? "" : text;
 }
@@ -90,7 +89,7 @@ PrintOutcome Spool(const PrinterChoice& choice, const RaceRecord& race, const Im
   }
   const std::string name = info.printerName().toStdString();
   const PrintQueue queue = AskPrintQueue(info.printerName());
-  if (queue.refuses) return OutcomeOf(name, queue, what);
+  if (queue.Refuses()) return OutcomeOf(name, queue, what);
   {
     QPrinter printer(info, QPrinter::HighResolution);
     printer.setFullPage(true);
@@ -120,8 +119,8 @@ void SavePrinterChoice(SettingsStore& settings, const PrinterChoice& choice) {
 }
 
 PrintOutcome OutcomeOf(const std::string& printer, const PrintQueue& queue, const std::string& race) {
-  if (queue.refuses) return NotPrinted(printer + " refuses jobs", race);
-  if (queue.paused) return {false, printer + " is paused: " + race + " waits there"};
+  if (queue.Refuses()) return NotPrinted(printer + " refuses jobs", race);
+  if (queue.state == "5") return {false, printer + " is paused: " + race + " waits there"};
   return {true, "R" + race.substr(1) + " sent to " + printer, true};
 }
 

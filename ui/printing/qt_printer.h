@@ -25,10 +25,12 @@ struct PrinterChoice {
 PrinterChoice LoadPrinterChoice(const SettingsStore& settings);
 void SavePrinterChoice(SettingsStore& settings, const PrinterChoice& choice);
 
-// What the print server says of a printer.
+// What the print server says of a printer, in the words of CUPS; empty: nothing.
 struct PrintQueue {
-  bool refuses = false;  // jobs
-  bool paused = false;
+  std::string accepting;  // jobs: "true" or "false"
+  std::string state;      // "5": stopped
+
+  bool Refuses() const { return accepting == "false"; }
 };
 
 // What became of a report, for the operator.

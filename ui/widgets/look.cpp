@@ -9,6 +9,7 @@
 #include <QIcon>
 #include <QPainter>
 #include <QProxyStyle>
+#include <QRegion>
 #include <QStyleFactory>
 #include <QStyleOption>
 #include <QToolTip>
